@@ -1,0 +1,93 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "kit/api.h"
+
+/// The current timeline of a song. All times are ticks of the song's division; lists stand in ascending order
+/// of time.
+namespace TL {
+
+/// A tempo that holds from `time` on.
+struct ZUNA_API Tempo {
+  std::uint32_t time = 0;
+  std::uint32_t microseconds = 0;  ///< of a quarter note
+
+  /// The length of one tick in seconds when a quarter note has `division` ticks: (microseconds / 1e6) /
+  /// division.
+  double tick_time(unsigned short division) const;
+
+  /// Clicks a minute, when a click lasts `clocks_per_click` clocks of 24 to the quarter note. Microseconds
+  /// that a whole tempo was rounded to give that whole tempo: 545455 µs at 24 clocks are 110, not 109.9999.
+  double bpm(unsigned char clocks_per_click) const;
+
+  bool operator==(const Tempo&) const = default;
+};
+
+/// The label of a bar or beat.
+class ZUNA_API BarsBeats {
+ public:
+  std::uint32_t time = 0;
+  std::uint8_t tag = 0;
+
+  /// Stores `label`: its bytes up to the first NUL, at most 7 of them. A longer label is cut, and never
+  /// inside a character where the label is valid UTF-8.
+  void bar_number(const std::string& label);
+
+  /// The stored label, NUL-terminated.
+  const char* bar_number() const { return text_.data(); }
+
+  bool operator==(const BarsBeats&) const = default;
+
+ private:
+  std::array<char, 8> text_{};
+};
+
+/// A key signature.
+struct ZUNA_API Key {
+  std::uint32_t time = 0;
+  std::int16_t key = 0;
+  std::uint16_t mode = 0;
+
+  bool operator==(const Key&) const = default;
+};
+
+/// A page of the score that begins at `time`.
+struct ZUNA_API PageNumber {
+  std::uint32_t time = 0;
+  std::uint32_t page = 0;
+
+  bool operator==(const PageNumber&) const = default;
+};
+
+/// A time signature and its metronome click.
+struct ZUNA_API Meter {
+  std::uint32_t time = 0;
+  std::uint8_t numerator = 0;
+  std::uint8_t denominator = 0;
+  std::uint8_t clocks_per_click = 0;        ///< clocks of 24 to the quarter note
+  std::uint8_t notated_32_per_quarter = 0;  ///< notated 32nd notes in 24 clocks
+
+  /// The notated 32nd notes in one click: clocks_per_click × notated_32_per_quarter / 24, rounded half away
+  /// from zero, its low 8 bits.
+  std::uint8_t notated_32_per_click() const;
+
+  bool operator==(const Meter&) const = default;
+};
+
+/// The five lists of a song's timeline. Nothing here sorts them: entries are appended in ascending order of
+/// time.
+struct ZUNA_API Timeline {
+  std::vector<Tempo> tempos;
+  std::vector<BarsBeats> bars_beats;
+  std::vector<Key> keys;
+  std::vector<PageNumber> page_numbers;
+  std::vector<Meter> meters;
+
+  bool operator==(const Timeline&) const = default;
+};
+
+}  // namespace TL

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <compare>
+#include <cstdint>
+
+namespace cmn {
+
+/// The version of a file format: 0.0 is the legacy format, 1.0 and above are current ones. Ordered by major,
+/// then by minor number.
+struct FileVersion {
+  std::uint8_t major = 0;
+  std::uint8_t minor = 0;
+
+  auto operator<=>(const FileVersion&) const = default;
+};
+
+}  // namespace cmn

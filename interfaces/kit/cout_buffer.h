@@ -1,0 +1,30 @@
+#pragma once
+
+#include <iosfwd>
+#include <memory>
+
+#include "kit/api.h"
+
+namespace kit {
+
+/// Collects text for standard output and writes it there in one piece: on Flush(), and at the latest when it
+/// is destroyed. What several buffers collect therefore never interleaves within one piece.
+class ZUNA_API CoutBuffer {
+ public:
+  CoutBuffer();
+  ~CoutBuffer();
+  CoutBuffer(const CoutBuffer&) = delete;
+  CoutBuffer& operator=(const CoutBuffer&) = delete;
+
+  /// The stream that takes the text; the same object on every call.
+  std::ostream& stream();
+
+  /// Writes what was collected to std::cout, flushes it and starts anew.
+  void Flush();
+
+ private:
+  struct Text;
+  std::unique_ptr<Text> text_;
+};
+
+}  // namespace kit

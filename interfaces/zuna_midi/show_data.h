@@ -1,0 +1,53 @@
+#pragma once
+
+#include <iosfwd>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "cmn/file_version.h"
+#include "kit/api.h"
+#include "kit/numeric_string_compare.h"
+#include "zuna_midi/song_data.h"
+
+namespace zuna_midi {
+
+/// A whole show in the current model.
+class ZUNA_API ShowData {
+ public:
+  using Songs = std::map<std::string, std::shared_ptr<SongData>, kit::NumericStringCompare>;
+
+  std::string show_name;
+
+  /// An empty show.
+  ShowData();
+
+  /// Reads a current show file of any supported version from a decrypted stream, from its position to its
+  /// end. Throws cmn::UnsupportedVersionError for a version that this library does not know and
+  /// cmn::DataError for data that is no valid show; std::ios_base::failure where the stream's exception mask
+  /// asks for it.
+  explicit ShowData(std::istream& is);
+
+  ShowData(const ShowData&);
+  ShowData(ShowData&&) noexcept;
+  ShowData& operator=(const ShowData&);
+  ShowData& operator=(ShowData&&) noexcept;
+  virtual ~ShowData();
+
+  /// Adds a song under its song number. A song that is already there under that number gives way to the new
+  /// one. Throws std::invalid_argument for a null pointer.
+  void AddSongData(std::shared_ptr<SongData> song);
+
+  /// The songs by number, for walking them.
+  const Songs& songs() const { return songs_; }
+
+  /// Writes the show as a file of this version.
+  /// Throws cmn::UnsupportedVersionError for a version that this library does not write, and
+  /// std::length_error for a show that the format cannot hold; nothing has been written then.
+  void WriteBinary(std::ostream& os, const cmn::FileVersion& version) const;
+
+ private:
+  Songs songs_;
+};
+
+}  // namespace zuna_midi

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+/// The key material for encrypted files, handed unchanged to every cipher stream. Both may be empty, of any
+/// length.
+struct CipherKey {
+  std::vector<std::uint8_t> key;
+  std::vector<std::uint8_t> iv;
+};

@@ -1,0 +1,30 @@
+#include "kit/cout_buffer.h"
+
+#include <iostream>
+#include <sstream>
+
+namespace kit {
+
+struct CoutBuffer::Text {
+  std::ostringstream stream;
+};
+
+CoutBuffer::CoutBuffer() : text_(std::make_unique<Text>()) {}
+
+CoutBuffer::~CoutBuffer() {
+  try {
+    Flush();
+  } catch (...) {
+    // Standard output failed, and a destructor has nobody to tell.
+  }
+}
+
+std::ostream& CoutBuffer::stream() { return text_->stream; }
+
+void CoutBuffer::Flush() {
+  const std::string collected = text_->stream.str();
+  text_->stream.str({});
+  std::cout << collected << std::flush;
+}
+
+}  // namespace kit
