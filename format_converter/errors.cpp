@@ -1,0 +1,7 @@
+#include "format_converter/errors.h"
+
+FormatConverterError::FormatConverterError(const std::string& message) : std::logic_error(message) {}
+FormatConverterError::~FormatConverterError() = default;
+
+FormatConverterIOError::FormatConverterIOError(const std::string& message) : std::runtime_error(message) {}
+FormatConverterIOError::~FormatConverterIOError() = default;

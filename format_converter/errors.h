@@ -1,0 +1,20 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+#include "kit/api.h"
+
+/// A file whose version is wrong for the requested conversion.
+class ZUNA_API FormatConverterError : public std::logic_error {
+ public:
+  explicit FormatConverterError(const std::string& message);
+  ~FormatConverterError() override;
+};
+
+/// An input that cannot be read as the expected kind of file.
+class ZUNA_API FormatConverterIOError : public std::runtime_error {
+ public:
+  explicit FormatConverterIOError(const std::string& message);
+  ~FormatConverterIOError() override;
+};

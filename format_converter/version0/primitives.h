@@ -1,0 +1,68 @@
+#pragma once
+
+// The scalars and strings that all legacy formats are made of: little-endian, without alignment or padding.
+// docs/format-0-show.md draws them. A short read throws nothing by itself: the field keeps what was
+// delivered, and the stream is left in its fail state.
+
+#include <cstdint>
+#include <iosfwd>
+#include <string>
+
+#include "kit/api.h"
+
+namespace version0 {
+
+std::uint8_t get_u8(std::istream& is);
+void put_u8(std::ostream& os, std::uint8_t value);
+
+std::uint16_t get_u16(std::istream& is);
+void put_u16(std::ostream& os, std::uint16_t value);
+
+std::uint32_t get_u32(std::istream& is);
+void put_u32(std::ostream& os, std::uint32_t value);
+
+/// IEEE 754 single precision.
+float get_float(std::istream& is);
+void put_float(std::ostream& os, float value);
+
+/// One length byte, then as many bytes of text.
+/// Throws std::length_error ("basic_string") where the stream has no length byte left.
+std::string get_string(std::istream& is);
+/// Throws std::length_error before the length byte is written when the text has 256 bytes or more.
+void put_string(std::ostream& os, const std::string& text);
+
+/// The read position as the legacy containers count it, modulo 2^32; 0xFFFFFFFF on a failed stream. May throw
+/// the stream's failure.
+std::uint32_t istream_tellg(std::istream& is);
+
+/// Whether the read position is at `end` or past it. A position that cannot be taken ends every list, so a
+/// stream's failure counts as the end.
+bool at_end(std::istream& is, std::uint32_t end);
+
+/// The read position for messages: unlike tellg it does not fail a stream that has only met its end. -1 on a
+/// failed stream.
+int position_for_message(std::istream& is);
+
+/// Writes the read position to standard output as a decimal number and a line end. The position does not
+/// change.
+ZUNA_API void print_istream_pos(std::istream& is);
+
+/// The write position modulo 2^32; 0xFFFFFFFF on a failed stream. Unlike tellp it never flushes a tied
+/// stream.
+ZUNA_API std::uint32_t ostream_tellp(std::ostream& os);
+
+/// A 32-bit length in front of a body that is not written yet.
+class LengthField {
+ public:
+  /// Writes a placeholder.
+  explicit LengthField(std::ostream& os);
+
+  /// Puts the number of bytes that were written since into the placeholder, and returns to the end. A failed
+  /// seek sets the stream's fail state.
+  void patch(std::ostream& os) const;
+
+ private:
+  std::uint32_t position_;
+};
+
+}  // namespace version0

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <iosfwd>
+
+#include "kit/api.h"
+
+namespace version0 {
+
+/// A page of the score that begins at `time`.
+struct ZUNA_API RPageNum {
+  static const std::uint8_t eventCode = 'I';
+  static constexpr std::uint16_t kPayloadLength = 4 + 2;
+
+  std::uint8_t event_code = eventCode;    ///< the frame as it was read: neither compared nor written
+  std::uint16_t length = kPayloadLength;  ///< likewise
+  std::uint32_t time;                     ///< ticks
+  std::uint16_t page;
+
+  explicit RPageNum(std::istream& is);
+  RPageNum(std::uint32_t at, std::uint16_t number);
+
+  void write_binary(std::ostream& os) const;
+};
+
+/// Equal in time and page.
+ZUNA_API bool operator==(const RPageNum& a, const RPageNum& b);
+ZUNA_API bool operator!=(const RPageNum& a, const RPageNum& b);
+/// By time alone.
+ZUNA_API bool operator<(const RPageNum& a, const RPageNum& b);
+
+}  // namespace version0
