@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+#include <iosfwd>
+#include <map>
+#include <vector>
+
+#include "format_converter/version0/event_object.h"
+
+namespace version0 {
+
+/// The events of a song by track id, each track's in the order in which they were added.
+using EventMap = std::map<std::uint8_t, std::vector<EventObject>>;
+
+/// Reads the event count (4 bytes) and that many events, and hands each to its track. Stops when the stream
+/// fails.
+EventMap read_events(std::istream& is);
+
+/// Writes the count and the events, grouped by ascending track id.
+/// Throws std::out_of_range ("vector") when there are none; the count has been written then.
+void write_events(std::ostream& os, const EventMap& events);
+
+}  // namespace version0

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <iosfwd>
+#include <string>
+
+#include "kit/api.h"
+
+namespace version0 {
+
+/// A track of a legacy song.
+struct ZUNA_API TrackObject {
+  std::uint8_t track_id;  ///< its low nibble is the MIDI channel; 9 for every drum track
+  std::string track_name;
+
+  explicit TrackObject(std::istream& is);
+  TrackObject(std::uint8_t id, const std::string& name);
+
+  /// Throws std::length_error after the id for a name of 256 bytes or more.
+  void write_binary(std::ostream& os) const;
+
+  /// By track id.
+  bool operator<(const TrackObject& b) const;
+};
+
+/// True when id and name are equal. Never false: throws Version0Error naming what differs.
+ZUNA_API bool operator==(const TrackObject& a, const TrackObject& b);
+/// False, or the exception of operator==.
+ZUNA_API bool operator!=(const TrackObject& a, const TrackObject& b);
+
+}  // namespace version0
