@@ -1,0 +1,133 @@
+#include "platform/security/atomic_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <random>
+
+#include "kit/error.h"
+#include "kit/format.h"
+#include "platform/security/file_descriptor.h"
+#include "platform/security/io_failure.h"
+
+namespace zuna_security {
+
+namespace {
+
+constexpr std::size_t kLargestWrite = std::size_t{1} << 30;  // some systems refuse 2 GiB
+constexpr int kMostLinks = 40;
+constexpr int kMostNames = 100;
+
+/// The file that a write to `path` means: where its links lead, also where nothing is there yet.
+std::filesystem::path FollowLinks(const std::string& path) {
+  std::filesystem::path target = path;
+  std::error_code error;
+  for (int links = 0; std::filesystem::is_symlink(target, error); ++links) {
+    if (links == kMostLinks) ThrowIoError(path, "cannot be written", ELOOP);
+    const std::filesystem::path next = std::filesystem::read_symlink(target, error);
+    if (error) ThrowIoError(path, "cannot be written", error.value());
+    target = target.parent_path() / next;
+  }
+  return target;
+}
+
+void WriteAll(int file, Bytes bytes, const std::string& path) {
+  std::size_t written = 0;
+  while (written < bytes.size()) {
+    const Bytes rest = bytes.subspan(written, std::min(bytes.size() - written, kLargestWrite));
+    const ssize_t count = RetryInterrupted([&] { return ::write(file, rest.data(), rest.size()); });
+    if (count < 0) {
+      ThrowIoError(path, kit::format("cannot be written (after %zu of %zu bytes)", written, bytes.size()),
+                   errno);
+    }
+    written += static_cast<std::size_t>(count);
+  }
+}
+
+/// A new file beside the target, which takes its place or vanishes.
+class TemporaryFile {
+ public:
+  TemporaryFile(const std::filesystem::path& folder, const std::string& path)
+      : path_(path), file_(Create(folder)) {
+    if (!file_.is_open()) ThrowIoError(path, "cannot be written (creating a file in its folder)", errno);
+  }
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+  ~TemporaryFile() {
+    if (!moved_) ::unlink(name_.c_str());
+  }
+
+  void Fill(Bytes bytes, mode_t mode) {
+    WriteAll(file_.number(), bytes, path_);
+    const auto synced = [&] { return ::fsync(file_.number()); };
+    if (::fchmod(file_.number(), mode) != 0)
+      ThrowIoError(path_, "cannot be written (setting its mode)", errno);
+    if (RetryInterrupted(synced) != 0 || !file_.Close()) {
+      ThrowIoError(path_, "cannot be written (flushing it to the disk)", errno);
+    }
+  }
+
+  void MoveTo(const std::filesystem::path& target) {
+    if (::rename(name_.c_str(), target.c_str()) != 0) {
+      ThrowIoError(path_, "cannot be written (replacing it)", errno);
+    }
+    moved_ = true;
+  }
+
+ private:
+  int Create(const std::filesystem::path& folder) {
+    std::random_device random;
+    for (int names = 0; names < kMostNames; ++names) {
+      name_ = (folder / kit::format(".zuna-%08x%08x.tmp", random(), random())).string();
+      const int file = RetryInterrupted(
+          [&] { return ::open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR); });
+      if (file >= 0 || errno != EEXIST) return file;
+    }
+    return -1;
+  }
+
+  const std::string& path_;  // what the caller calls the target
+  std::string name_;
+  FileDescriptor file_;
+  bool moved_ = false;
+};
+
+/// Makes a rename outlast a power failure. Nothing can be undone any more at this point, so a file system
+/// that cannot do it for folders is let pass.
+void SyncFolder(const FileDescriptor& folder) {
+  if (folder.is_open()) RetryInterrupted([&] { return ::fsync(folder.number()); });
+}
+
+void Replace(const std::filesystem::path& target, mode_t mode, Bytes bytes, const std::string& path) {
+  const std::filesystem::path folder = target.has_parent_path() ? target.parent_path() : ".";
+  TemporaryFile temporary(folder, path);
+  temporary.Fill(bytes, mode);
+  const FileDescriptor opened_folder(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  temporary.MoveTo(target);
+  SyncFolder(opened_folder);
+}
+
+}  // namespace
+
+void WriteFileAtomically(const std::string& path, Bytes bytes) {
+  if (path.empty()) throw kit::IoError("the path to write to is empty; give the path of a file");
+
+  // Opened for writing, so that a file that its owner has protected is refused as every program would refuse
+  // it.
+  FileDescriptor old(RetryInterrupted([&] { return ::open(path.c_str(), O_WRONLY | O_CLOEXEC); }));
+  if (!old.is_open()) {
+    if (errno != ENOENT) ThrowIoError(path, "cannot be written", errno);
+    return Replace(FollowLinks(path), S_IRUSR | S_IWUSR, bytes, path);
+  }
+  struct stat status {};
+  if (::fstat(old.number(), &status) != 0) ThrowIoError(path, "cannot be written", errno);
+  if (S_ISREG(status.st_mode)) return Replace(FollowLinks(path), status.st_mode & 07777, bytes, path);
+  WriteAll(old.number(), bytes, path);
+  if (!old.Close()) ThrowIoError(path, "cannot be written", errno);
+}
+
+}  // namespace zuna_security

@@ -1,0 +1,147 @@
+#include "platform/security/envelope.h"
+
+#include <algorithm>
+#include <array>
+
+#include "kit/format.h"
+#include "platform/security/gcrypt_library.h"
+#include "platform/security/key_schedule.h"
+#include "zuna_sec/errors.h"
+
+namespace zuna_security {
+
+namespace {
+
+// The first byte is no text, and the line ends show a transfer that changed them.
+constexpr std::array<std::uint8_t, 8> kMagic{0x89, 'Z', 'S', 'C', '\r', '\n', 0x1a, '\n'};
+constexpr std::uint8_t kVersion = 1;
+constexpr std::uint8_t kSuite = 1;  // HKDF-SHA-256, Twofish-256 in SIV mode
+
+constexpr std::size_t kVersionOffset = 8;
+constexpr std::size_t kSuiteOffset = 8 + 1;
+constexpr std::size_t kZeroOffset = 8 + 1 + 1;
+constexpr std::size_t kLengthOffset = 8 + 1 + 1 + 6;
+constexpr std::size_t kKeyCheckOffset = 8 + 1 + 1 + 6 + 8;
+constexpr std::size_t kTagOffset = 8 + 1 + 1 + 6 + 8 + 32;
+
+void PutLength(MutableBytes field, std::uint64_t length) {
+  for (std::uint8_t& byte : field) {
+    byte = static_cast<std::uint8_t>(length);
+    length >>= 8;
+  }
+}
+
+std::uint64_t GetLength(Bytes field) {
+  std::uint64_t length = 0;
+  for (std::size_t i = field.size(); i > 0; --i) length = length << 8 | field[i - 1];
+  return length;
+}
+
+void CheckMagic(Bytes bytes, const std::string& name) {
+  if (bytes.empty()) {
+    throw zuna_sec::NotEncryptedError(name + ": is empty, not an encrypted file; give another file");
+  }
+  const std::size_t present = std::min(bytes.size(), kMagic.size());
+  if (!std::equal(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(present), kMagic.begin())) {
+    throw zuna_sec::NotEncryptedError(
+        name + ": is not an encrypted file of this kind (offset 0); give an encrypted show or log file");
+  }
+}
+
+/// Checks version, suite and zeros as far as they are there; another version may go on differently.
+void CheckKind(Bytes bytes, const std::string& name) {
+  if (bytes.size() > kVersionOffset && bytes[kVersionOffset] != kVersion) {
+    throw zuna_sec::UnsupportedEnvelopeError(
+        kit::format("%s: envelope version %d is not supported, only 1 is (offset 8); use a newer release",
+                    name.c_str(), int{bytes[kVersionOffset]}));
+  }
+  if (bytes.size() > kSuiteOffset && bytes[kSuiteOffset] != kSuite) {
+    throw zuna_sec::UnsupportedEnvelopeError(
+        kit::format("%s: cipher suite %d is not supported, only 1 is (offset 9); use a newer release",
+                    name.c_str(), int{bytes[kSuiteOffset]}));
+  }
+  for (std::size_t i = kZeroOffset; i < std::min(bytes.size(), kLengthOffset); ++i) {
+    if (bytes[i] == 0) continue;
+    throw zuna_sec::UnsupportedEnvelopeError(kit::format(
+        "%s: a reserved byte is %d instead of 0 (offset %zu); use a newer release or another copy of "
+        "the file",
+        name.c_str(), int{bytes[i]}, i));
+  }
+}
+
+void CheckLength(Bytes bytes, const std::string& name) {
+  if (bytes.size() < kEnvelopeHeaderSize) {
+    throw zuna_sec::TruncatedError(
+        kit::format("%s: ends inside the header (offset %zu of %zu); get a complete copy of the file",
+                    name.c_str(), bytes.size(), kEnvelopeHeaderSize));
+  }
+  const unsigned long long stated = GetLength(bytes.subspan(kLengthOffset, 8));
+  const std::size_t present = bytes.size() - kEnvelopeHeaderSize;
+  if (present < stated) {
+    throw zuna_sec::TruncatedError(kit::format(
+        "%s: ends after %zu of %llu encrypted bytes (offset %zu); get a complete copy of the file",
+        name.c_str(), present, stated, bytes.size()));
+  }
+  if (present > stated) {
+    throw zuna_sec::TrailingBytesError(
+        kit::format("%s: goes on after its %llu encrypted bytes (offset %llu); get another copy of the file",
+                    name.c_str(), stated, stated + kEnvelopeHeaderSize));
+  }
+}
+
+[[noreturn]] void ThrowUnavailable(const GcryptFailure& failure, const std::string& name) {
+  throw zuna_sec::CipherUnavailableError(name + ": the cipher is not available (" + failure.what() +
+                                         "); check the installed libgcrypt, and that it is not in FIPS mode");
+}
+
+}  // namespace
+
+Envelope ParseEnvelope(Bytes bytes, const std::string& name) {
+  CheckMagic(bytes, name);
+  CheckKind(bytes, name);
+  if (bytes.size() > kEnvelopeHeaderSize) CheckPlaintextSize(bytes.size() - kEnvelopeHeaderSize, name);
+  CheckLength(bytes, name);
+  return {bytes.first(kTagOffset), bytes.subspan(kKeyCheckOffset, 32), bytes.subspan(kTagOffset, kSivTagSize),
+          bytes.subspan(kEnvelopeHeaderSize)};
+}
+
+void Open(const Envelope& envelope, const KeyAndIv& secrets, MutableBytes plaintext,
+          const std::string& name) try {
+  EnvelopeKeys keys;
+  DeriveKeys(secrets.key, secrets.iv, kSuite, keys);
+  if (!EqualInConstantTime(keys.key_check.bytes(), envelope.key_check)) {
+    throw zuna_sec::WrongKeyError(
+        name + ": the key or the IV is not the one that this was encrypted with; give the right key file");
+  }
+  if (!SivDecrypt(keys.siv.bytes(), envelope.associated, envelope.tag.first<kSivTagSize>(),
+                  envelope.ciphertext, plaintext)) {
+    throw zuna_sec::DamagedError(
+        name +
+        ": was changed after it was encrypted, though the key is right; get an undamaged copy of the file");
+  }
+} catch (const GcryptFailure& failure) {
+  ThrowUnavailable(failure, name);
+}
+
+void CheckPlaintextSize(std::size_t size, const std::string& name) {
+  if (size <= kMaxPlaintextSize) return;
+  throw zuna_sec::TooLargeError(
+      name + ": holds more than 1 GiB, the most that an encrypted file can; split the show");
+}
+
+void Seal(Bytes plaintext, const KeyAndIv& secrets, MutableBytes envelope, const std::string& name) try {
+  EnvelopeKeys keys;
+  DeriveKeys(secrets.key, secrets.iv, kSuite, keys);
+  std::ranges::copy(kMagic, envelope.begin());
+  envelope[kVersionOffset] = kVersion;
+  envelope[kSuiteOffset] = kSuite;
+  std::ranges::fill(envelope.subspan(kZeroOffset, 6), std::uint8_t{0});
+  PutLength(envelope.subspan(kLengthOffset, 8), plaintext.size());
+  std::ranges::copy(keys.key_check.bytes(), envelope.subspan(kKeyCheckOffset).begin());
+  SivEncrypt(keys.siv.bytes(), envelope.first(kTagOffset), plaintext, envelope.subspan(kEnvelopeHeaderSize),
+             envelope.subspan(kTagOffset).first<kSivTagSize>());
+} catch (const GcryptFailure& failure) {
+  ThrowUnavailable(failure, name);
+}
+
+}  // namespace zuna_security

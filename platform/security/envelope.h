@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "platform/security/secret.h"
+#include "platform/security/siv.h"
+
+// The bytes of an encrypted file; docs/envelope.md draws them.
+
+namespace zuna_security {
+
+/// Everything before the ciphertext: magic, version, suite, zeros, plaintext length, key check, tag.
+inline constexpr std::size_t kEnvelopeHeaderSize = 8 + 1 + 1 + 6 + 8 + 32 + kSivTagSize;
+
+/// 1 GiB. What is larger is refused by its actual size; the length field never makes memory be reserved.
+inline constexpr std::size_t kMaxPlaintextSize = std::size_t{1} << 30;
+inline constexpr std::size_t kMaxEnvelopeSize = kEnvelopeHeaderSize + kMaxPlaintextSize;
+
+/// A caller's key material.
+struct KeyAndIv {
+  Bytes key;
+  Bytes iv;
+};
+
+/// An envelope whose layout has been checked and nothing else: views of its fields.
+struct Envelope {
+  Bytes associated;  // bytes 0 to 55, which the tag covers with the plaintext
+  Bytes key_check;
+  Bytes tag;
+  Bytes ciphertext;
+};
+
+/// Takes the bytes of an envelope apart. `name`, the path or "encrypted data", begins the messages. Throws
+/// zuna_sec::NotEncryptedError, UnsupportedEnvelopeError, TruncatedError, TrailingBytesError or
+/// TooLargeError.
+Envelope ParseEnvelope(Bytes bytes, const std::string& name);
+
+/// Decrypts into `plaintext`, which has the size of the ciphertext and may be the same memory; it is wiped on
+/// failure. Throws zuna_sec::WrongKeyError, DamagedError or CipherUnavailableError.
+void Open(const Envelope& envelope, const KeyAndIv& secrets, MutableBytes plaintext, const std::string& name);
+
+/// Throws zuna_sec::TooLargeError where a plaintext of `size` bytes does not fit into an envelope.
+void CheckPlaintextSize(std::size_t size, const std::string& name);
+
+/// Encrypts into `envelope`, which has room for the header and the plaintext exactly. Throws
+/// zuna_sec::CipherUnavailableError.
+void Seal(Bytes plaintext, const KeyAndIv& secrets, MutableBytes envelope, const std::string& name);
+
+}  // namespace zuna_security

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace zuna_security {
+
+/// An open file that is closed when it goes out of scope; -1 for none.
+class FileDescriptor {
+ public:
+  explicit FileDescriptor(int number) : number_(number) {}
+  FileDescriptor(const FileDescriptor&) = delete;
+  FileDescriptor& operator=(const FileDescriptor&) = delete;
+  ~FileDescriptor() {
+    if (number_ >= 0) ::close(number_);
+  }
+
+  int number() const { return number_; }
+  bool is_open() const { return number_ >= 0; }
+
+  /// Closes at once; false with errno where close(2) fails: some file systems report a failed write only
+  /// here. An interruption is none, and does not call for another try: the number may already be another
+  /// file's.
+  bool Close() {
+    const int closed = number_;
+    number_ = -1;
+    return ::close(closed) == 0 || errno == EINTR;
+  }
+
+ private:
+  int number_;
+};
+
+}  // namespace zuna_security
