@@ -1,0 +1,217 @@
+#include "platform/security/atomic_file.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <thread>
+
+#include "kit/error.h"
+#include "tests/security/support.h"
+
+namespace {
+
+using support::ReadPlainFile;
+using support::TemporaryFolder;
+using support::WritePlainFile;
+using Names = std::vector<std::string>;
+
+void Write(const std::string& path, const std::string& content) {
+  zuna_security::WriteFileAtomically(path, support::FromText(content));
+}
+
+std::string Refusal(const std::string& path, const std::string& content) {
+  try {
+    Write(path, content);
+  } catch (const kit::IoError& error) {
+    return error.what();
+  }
+  ADD_FAILURE() << "accepted";
+  return "";
+}
+
+unsigned Mode(const std::string& path) {
+  struct stat status {};
+  EXPECT_EQ(::stat(path.c_str(), &status), 0);
+  return status.st_mode & 07777;
+}
+
+TEST(AtomicFile, NewFileIsTheOwnersOnly) {
+  const TemporaryFolder folder;
+  const mode_t old_mask = ::umask(0);
+  Write(folder / "new", "content");
+  ::umask(old_mask);
+  EXPECT_EQ(ReadPlainFile(folder / "new"), "content");
+  EXPECT_EQ(Mode(folder / "new"), 0600U);
+  EXPECT_EQ(folder.Names(), Names{"new"});
+}
+
+TEST(AtomicFile, ReplacedFileKeepsItsMode) {
+  const TemporaryFolder folder;
+  for (const unsigned mode : {0640U, 0666U, 0755U}) {
+    WritePlainFile(folder / "old", "a longer old content");
+    ASSERT_EQ(::chmod((folder / "old").c_str(), mode), 0);
+    Write(folder / "old", "new");
+    EXPECT_EQ(ReadPlainFile(folder / "old"), "new");
+    EXPECT_EQ(Mode(folder / "old"), mode);
+  }
+  EXPECT_EQ(folder.Names(), Names{"old"});
+}
+
+TEST(AtomicFile, AnOpenOldFileIsNotChanged) {
+  const TemporaryFolder folder;
+  WritePlainFile(folder / "file", "old");
+  const int old = ::open((folder / "file").c_str(), O_RDONLY);
+  Write(folder / "file", "new");
+  char text[4] = {};
+  EXPECT_EQ(::read(old, text, 3), 3);
+  ::close(old);
+  EXPECT_STREQ(text, "old");
+}
+
+TEST(AtomicFile, WritesWithoutAFolderInThePath) {
+  const TemporaryFolder folder;
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(folder.path());
+  Write("bare", "content");
+  std::filesystem::current_path(before);
+  EXPECT_EQ(ReadPlainFile(folder / "bare"), "content");
+}
+
+TEST(AtomicFile, WritesTheLongestNames) {
+  const TemporaryFolder folder;
+  const std::string name(255, 'n');
+  Write(folder / name, "content");
+  EXPECT_EQ(folder.Names(), Names{name});
+}
+
+TEST(AtomicFile, ReplacesWhatALinkPointsTo) {
+  const TemporaryFolder folder;
+  std::filesystem::create_directory(folder.path() / "sub");
+  WritePlainFile(folder / "sub/file", "old");
+  std::filesystem::create_symlink("sub/second", folder.path() / "first");
+  std::filesystem::create_symlink("file", folder.path() / "sub/second");
+  Write(folder / "first", "new");
+  EXPECT_TRUE(std::filesystem::is_symlink(folder / "first"));
+  EXPECT_TRUE(std::filesystem::is_symlink(folder / "sub/second"));
+  EXPECT_FALSE(std::filesystem::is_symlink(folder / "sub/file"));
+  EXPECT_EQ(ReadPlainFile(folder / "sub/file"), "new");
+}
+
+TEST(AtomicFile, CreatesWhatALinkPointsTo) {
+  const TemporaryFolder folder;
+  std::filesystem::create_symlink("absent", folder.path() / "link");
+  Write(folder / "link", "new");
+  EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
+  EXPECT_EQ(ReadPlainFile(folder / "absent"), "new");
+}
+
+TEST(AtomicFile, LinksInACircle) {
+  const TemporaryFolder folder;
+  std::filesystem::create_symlink("b", folder.path() / "a");
+  std::filesystem::create_symlink("a", folder.path() / "b");
+  EXPECT_EQ(Refusal(folder / "a", "x"), folder / "a" + ": cannot be written: " +
+                                            std::generic_category().message(ELOOP) + "; check the path");
+}
+
+TEST(AtomicFile, EmptyPath) {
+  EXPECT_EQ(Refusal("", "x"), "the path to write to is empty; give the path of a file");
+}
+
+TEST(AtomicFile, MissingFolder) {
+  const TemporaryFolder folder;
+  EXPECT_EQ(
+      Refusal(folder / "none/file", "x"),
+      folder / "none/file" +
+          ": cannot be written (creating a file in its folder): No such file or directory; check the path");
+}
+
+TEST(AtomicFile, FolderAsTarget) {
+  const TemporaryFolder folder;
+  std::filesystem::create_directory(folder.path() / "sub");
+  EXPECT_EQ(Refusal(folder / "sub", "x"),
+            folder / "sub" + ": cannot be written: Is a directory; give the path of a file");
+  EXPECT_EQ(folder.Names(), Names{"sub"});
+}
+
+TEST(AtomicFile, FullDevice) {
+  if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no /dev/full here";
+  EXPECT_EQ(Refusal("/dev/full", "content"),
+            "/dev/full: cannot be written (after 0 of 7 bytes): No space left on device; free some space, or "
+            "choose "
+            "another folder");
+  EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
+}
+
+TEST(AtomicFile, PipesAreWrittenTo) {
+  const TemporaryFolder folder;
+  ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+  std::string received;
+  std::thread reader([&] { received = ReadPlainFile(folder / "pipe"); });
+  Write(folder / "pipe", std::string(200000, 'p'));
+  reader.join();
+  EXPECT_EQ(received, std::string(200000, 'p'));
+  EXPECT_TRUE(std::filesystem::is_fifo(folder / "pipe"));
+}
+
+/// While it lives, no file of this process grows beyond `size` bytes: a write stops in the middle.
+class FileSizeLimit {
+ public:
+  explicit FileSizeLimit(rlim_t size) : old_handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+    ::getrlimit(RLIMIT_FSIZE, &old_limit_);
+    const rlimit limit{size, old_limit_.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  FileSizeLimit(const FileSizeLimit&) = delete;
+  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+  ~FileSizeLimit() {
+    ::setrlimit(RLIMIT_FSIZE, &old_limit_);
+    std::signal(SIGXFSZ, old_handler_);
+  }
+
+ private:
+  void (*old_handler_)(int);
+  rlimit old_limit_{};
+};
+
+TEST(AtomicFile, AWriteThatFailsMidwayLeavesTheOldFileAndNothingElse) {
+  const TemporaryFolder folder;
+  WritePlainFile(folder / "file", "old");
+  std::string message;
+  {
+    const FileSizeLimit limit(10000);
+    message = Refusal(folder / "file", std::string(100000, 'n'));
+  }
+  EXPECT_EQ(message,
+            folder / "file" +
+                ": cannot be written (after 10000 of 100000 bytes): File too large; free some space, or "
+                "choose another folder");
+  EXPECT_EQ(ReadPlainFile(folder / "file"), "old");
+  EXPECT_EQ(folder.Names(), Names{"file"});
+}
+
+TEST(AtomicFile, AFailedWriteOfANewFileLeavesNothing) {
+  const TemporaryFolder folder;
+  {
+    const FileSizeLimit limit(10000);
+    Refusal(folder / "file", std::string(100000, 'n'));
+  }
+  EXPECT_EQ(folder.Names(), Names{});
+}
+
+TEST(AtomicFile, AProtectedFileIsNotReplaced) {
+  if (::geteuid() == 0) GTEST_SKIP() << "root may write everything";
+  const TemporaryFolder folder;
+  WritePlainFile(folder / "file", "old");
+  ASSERT_EQ(::chmod((folder / "file").c_str(), 0400), 0);
+  EXPECT_EQ(Refusal(folder / "file", "new"),
+            folder / "file" +
+                ": cannot be written: Permission denied; check the permissions, or choose another folder");
+  EXPECT_EQ(ReadPlainFile(folder / "file"), "old");
+}
+
+}  // namespace

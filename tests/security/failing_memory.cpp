@@ -1,0 +1,83 @@
+#include "tests/security/failing_memory.h"
+
+#include <gcrypt.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <new>
+
+// Every way in which the security library gets memory: operator new, realloc(3), and libgcrypt.
+
+namespace {
+
+long g_live = 0;
+long g_calls_left = 0;  // 0: not counting
+bool g_for_ever = false;
+bool g_failed = false;
+
+bool Fails() {
+  if (g_failed && g_for_ever) return true;
+  if (g_calls_left == 0 || --g_calls_left > 0) return false;
+  g_failed = true;
+  return true;
+}
+
+}  // namespace
+
+extern "C" {
+// NOLINTBEGIN(bugprone-reserved-identifier): the linker's --wrap prescribes these names
+void* __real_realloc(void* memory, std::size_t size);
+void __real_free(void* memory);
+
+void* __wrap_realloc(void* memory, std::size_t size) {
+  if (Fails()) {
+    errno = ENOMEM;  // libgcrypt looks at it
+    return nullptr;
+  }
+  void* const grown = __real_realloc(memory, size);
+  if (grown != nullptr && memory == nullptr) ++g_live;
+  return grown;
+}
+
+void __wrap_free(void* memory) {
+  if (memory != nullptr) --g_live;
+  __real_free(memory);
+}
+// NOLINTEND(bugprone-reserved-identifier)
+
+static void* AllocateForGcrypt(std::size_t size) { return __wrap_realloc(nullptr, size); }
+static int IsSecure(const void* /*memory*/) { return 0; }
+}
+
+void* operator new(std::size_t size) {
+  void* const memory = __wrap_realloc(nullptr, size == 0 ? 1 : size);
+  if (memory == nullptr) throw std::bad_alloc();
+  return memory;
+}
+
+void operator delete(void* memory) noexcept { __wrap_free(memory); }
+void operator delete(void* memory, std::size_t /*size*/) noexcept { __wrap_free(memory); }
+
+namespace failing_memory {
+
+void Install() {
+  gcry_set_allocation_handler(AllocateForGcrypt, AllocateForGcrypt, IsSecure, __wrap_realloc, __wrap_free);
+}
+
+void FailAt(long call, bool for_ever) {
+  g_calls_left = call;
+  g_for_ever = for_ever;
+  g_failed = false;
+}
+
+bool Stop() {
+  const bool failed = g_failed;
+  g_calls_left = 0;
+  g_for_ever = false;
+  g_failed = false;
+  return failed;
+}
+
+long Live() { return g_live; }
+
+}  // namespace failing_memory

@@ -1,0 +1,17 @@
+#pragma once
+
+namespace failing_memory {
+
+/// Takes over libgcrypt's memory too. Before the first use of it.
+void Install();
+
+/// From now on, the `call`th allocation fails (1 for the next one), and with `for_ever` all that follow it.
+void FailAt(long call, bool for_ever);
+
+/// Lets every allocation pass again. Whether one has failed since FailAt.
+bool Stop();
+
+/// Blocks that are allocated now.
+long Live();
+
+}  // namespace failing_memory

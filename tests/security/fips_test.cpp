@@ -1,0 +1,24 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "zuna_sec/cipher_stream.h"
+#include "zuna_sec/errors.h"
+
+namespace {
+
+TEST(CipherUnavailable, InFipsMode) {
+  ASSERT_EQ(::setenv("LIBGCRYPT_FORCE_FIPS_MODE", "1", 1), 0);  // before the first use decides
+  zuna_sec::TwoFishCipherStream stream(std::string(), {}, {});
+  try {
+    stream.GetEncryptedBytes();
+    FAIL();
+  } catch (const zuna_sec::CipherUnavailableError& error) {
+    const std::string message = error.what();
+    EXPECT_EQ(message.find("encrypted data: the cipher is not available ("), 0U) << message;
+    EXPECT_NE(message.find("); check the installed libgcrypt, and that it is not in FIPS mode"), message.npos)
+        << message;
+  }
+}
+
+}  // namespace

@@ -1,0 +1,110 @@
+#include <gtest/gtest.h>
+
+#include <iostream>
+#include <iterator>
+#include <thread>
+
+#include "kit/error.h"
+#include "tests/security/support.h"
+#include "zuna_sec/cipher_key.h"
+#include "zuna_sec/cipher_stream.h"
+#include "zuna_sec/errors.h"
+
+namespace {
+
+using support::FromText;
+using support::TemporaryFolder;
+using zuna_sec::TwoFishCipherStream;
+
+TEST(CipherStream, FileRoundTrip) {
+  const TemporaryFolder folder;
+  const CipherKey secrets{FromText("key"), FromText("iv")};
+  TwoFishCipherStream out(std::string(), secrets.key, secrets.iv);
+  out.GetStream() << "plaintext";
+  out.WriteToFile(folder / "file");
+
+  TwoFishCipherStream in(folder / "file", secrets.key, secrets.iv);
+  EXPECT_EQ(&in.GetStream(), &in.GetStream());
+  EXPECT_EQ(in.GetStream().exceptions(), std::ios_base::goodbit);
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in.GetStream()), {}), "plaintext");
+  EXPECT_EQ(support::FromText(support::ReadPlainFile(folder / "file")), out.GetEncryptedBytes());
+}
+
+TEST(CipherStream, AnOpenedPlaintextCanBeChangedAndExtended) {
+  const TemporaryFolder folder;
+  TwoFishCipherStream out(std::string(), {}, {});
+  out.GetStream() << "plaintext";
+  out.WriteToFile(folder / "file");
+
+  TwoFishCipherStream stream(folder / "file", {}, {});
+  stream.GetStream() << "PLAIN";
+  stream.GetStream().seekp(0, std::ios_base::end);
+  stream.GetStream() << std::string(10000, '!');
+  EXPECT_EQ(support::Opened(stream.GetEncryptedBytes(), {}, {}), "PLAINtext" + std::string(10000, '!'));
+}
+
+TEST(CipherStream, MessagesNameThePath) {
+  const TemporaryFolder folder;
+  support::WritePlainFile(folder / "text", "no envelope");
+  try {
+    const TwoFishCipherStream stream(folder / "text", {}, {});
+    FAIL();
+  } catch (const zuna_sec::NotEncryptedError& error) {
+    EXPECT_EQ(error.what(),
+              folder / "text" +
+                  ": is not an encrypted file of this kind (offset 0); give an encrypted show or "
+                  "log file");
+  }
+}
+
+TEST(CipherStream, MissingFile) {
+  EXPECT_THROW(TwoFishCipherStream("/nonexistent/file", {}, {}), kit::IoError);
+  EXPECT_THROW(TwoFishCipherStream("/nonexistent/file", {}, {}), kit::RuntimeError);
+}
+
+TEST(CipherStream, EmptyOutputPath) {
+  TwoFishCipherStream stream(std::string(), {}, {});
+  EXPECT_THROW(stream.WriteToFile(""), kit::IoError);
+}
+
+TEST(CipherStream, APlaintextThatLostAPartIsNotSealed) {
+  const TemporaryFolder folder;
+  TwoFishCipherStream stream(std::string(), {}, {});
+  stream.GetStream() << "half of it";
+  stream.GetStream().setstate(std::ios_base::badbit);
+  try {
+    stream.WriteToFile(folder / "file");
+    FAIL();
+  } catch (const kit::IoError& error) {
+    EXPECT_EQ(error.what(),
+              folder / "file" +
+                  ": cannot be encrypted (Twofish), because a write to its stream failed; free some "
+                  "memory and try again");
+  }
+  EXPECT_EQ(folder.Names(), std::vector<std::string>{});
+}
+
+TEST(CipherStream, EndOfReadingDoesNotStopSealing) {
+  TwoFishCipherStream stream(std::string(), {}, {});
+  stream.GetStream() << "all of it";
+  std::string word;
+  while (stream.GetStream() >> word) continue;
+  EXPECT_TRUE(stream.GetStream().fail());
+  EXPECT_EQ(support::Opened(stream.GetEncryptedBytes(), {}, {}), "all of it");
+}
+
+TEST(CipherStream, EightThreadsAtOnce) {
+  std::vector<std::thread> threads;
+  for (unsigned id = 0; id < 8; ++id) {
+    threads.emplace_back([id] {
+      for (unsigned round = 0; round < 50; ++round) {
+        const support::ByteVector key(id, 1);
+        const std::string text(id * 100 + round, 't');
+        EXPECT_EQ(support::Opened(support::Sealed(text, key, {}), key, {}), text);
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+}
+
+}  // namespace

@@ -1,0 +1,116 @@
+// Opening and sealing where memory runs out at each allocation in turn, once and for ever.
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <iostream>
+#include <iterator>
+
+#include "tests/security/failing_memory.h"
+#include "tests/security/support.h"
+#include "zuna_sec/cipher_stream.h"
+
+namespace {
+
+using support::ByteVector;
+using zuna_sec::TwoFishCipherStream;
+
+const ByteVector kKey(16, 1);
+const ByteVector kIv(100, 2);
+const std::string kText(20000, 't');
+
+/// Runs `work` with the 1st, 2nd, ... allocation failing, until it needs no more of them.
+void ExpectCleanFailures(const std::function<void()>& work) {
+  work();  // what is allocated once for all
+  for (const bool for_ever : {false, true}) {
+    long call = 1;
+    for (bool failed = true; failed; ++call) {
+      ASSERT_LT(call, 10000) << "does not end";
+      const long live = failing_memory::Live();
+      bool thrown = false;
+      failing_memory::FailAt(call, for_ever);
+      try {
+        work();
+      } catch (const std::bad_alloc&) {
+        thrown = true;
+      }
+      failed = failing_memory::Stop();
+      EXPECT_EQ(thrown, failed) << "allocation " << call;
+      EXPECT_EQ(failing_memory::Live(), live) << "allocation " << call << " leaks";
+    }
+    EXPECT_GT(call, 3) << "nothing was tested";
+  }
+}
+
+class FailingMemory : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    failing_memory::Install();
+    support::Sealed("", kKey, kIv);
+  }
+};
+
+TEST_F(FailingMemory, OpeningBytes) {
+  const ByteVector sealed = support::Sealed(kText, kKey, kIv);
+  ExpectCleanFailures([&] { const TwoFishCipherStream stream(sealed, kKey, kIv); });
+}
+
+TEST_F(FailingMemory, OpeningAFile) {
+  const support::TemporaryFolder folder;
+  const ByteVector sealed = support::Sealed(kText, kKey, kIv);
+  const std::string path = folder / "file";
+  support::WritePlainFile(path, std::string(sealed.begin(), sealed.end()));
+  ExpectCleanFailures([&] { const TwoFishCipherStream stream(path, kKey, kIv); });
+}
+
+TEST_F(FailingMemory, SealingBytes) {
+  TwoFishCipherStream stream(std::string(), kKey, kIv);
+  stream.GetStream() << kText;
+  ExpectCleanFailures([&] { stream.GetEncryptedBytes(); });
+}
+
+TEST_F(FailingMemory, SealingAFileLeavesTheOldOne) {
+  const support::TemporaryFolder folder;
+  const std::string path = folder / "file";
+  TwoFishCipherStream stream(std::string(), kKey, kIv);
+  stream.GetStream() << kText;
+  for (long call = 1;; ++call) {
+    support::WritePlainFile(path, "old");
+    const long live = failing_memory::Live();
+    failing_memory::FailAt(call, true);
+    bool thrown = false;
+    try {
+      stream.WriteToFile(path);
+    } catch (const std::bad_alloc&) {
+      thrown = true;
+    }
+    failing_memory::Stop();
+    EXPECT_EQ(failing_memory::Live(), live) << "allocation " << call << " leaks";
+    EXPECT_EQ(folder.Names(), std::vector<std::string>{"file"});
+    if (!thrown) break;
+    EXPECT_EQ(support::ReadPlainFile(path), "old") << "allocation " << call;
+  }
+  const std::string written = support::ReadPlainFile(path);
+  EXPECT_EQ(support::Opened({written.begin(), written.end()}, kKey, kIv), kText);
+}
+
+TEST_F(FailingMemory, WritingIntoAStreamMakesItBadAndKeepsWhatWasThere) {
+  TwoFishCipherStream stream(std::string(), kKey, kIv);
+  std::iostream& plaintext = stream.GetStream();
+  plaintext << "kept";
+  failing_memory::FailAt(1, false);
+  plaintext.write(kText.data(), static_cast<std::streamsize>(kText.size()));
+  EXPECT_TRUE(failing_memory::Stop());
+  EXPECT_TRUE(plaintext.bad());
+
+  plaintext.clear();
+  plaintext << " and more";
+  EXPECT_EQ(support::Opened(stream.GetEncryptedBytes(), kKey, kIv), "kept and more");
+
+  plaintext.exceptions(std::ios_base::badbit);
+  failing_memory::FailAt(1, false);
+  EXPECT_THROW(plaintext.write(kText.data(), static_cast<std::streamsize>(kText.size())), std::bad_alloc);
+  EXPECT_TRUE(failing_memory::Stop());
+}
+
+}  // namespace
