@@ -42,8 +42,11 @@ class ZUNA_API ShowData {
   const Songs& songs() const { return songs_; }
 
   /// Writes the show as a file of this version.
-  /// Throws cmn::UnsupportedVersionError for a version that this library does not write, and
-  /// std::length_error for a show that the format cannot hold; nothing has been written then.
+  /// Throws cmn::UnsupportedVersionError for a version that this library does not write, std::length_error
+  /// for a show that the format cannot hold, and std::logic_error naming the song for one without timeline or
+  /// voice data, or whose number (or a voice's) was changed after it was added; nothing has been written
+  /// then. A stream that does not take the bytes gives kit::IoError, or std::ios_base::failure where its
+  /// exception mask asks for it.
   void WriteBinary(std::ostream& os, const cmn::FileVersion& version) const;
 
  private:
