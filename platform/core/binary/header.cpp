@@ -1,0 +1,31 @@
+#include "platform/core/binary/header.h"
+
+#include "platform/core/binary/coding.h"
+
+namespace zuna_core {
+
+using std::literals::string_view_literals::operator""sv;
+
+const char* KindName(FileKind kind) { return kind == FileKind::kShow ? "show" : "log"; }
+
+std::string_view Magic(FileKind kind) { return kind == FileKind::kShow ? "\0ZSH"sv : "\0ZLG"sv; }
+
+std::optional<Header> DecodeHeader(FileKind kind, std::string_view bytes) {
+  if (bytes.size() < kHeaderSize || bytes.substr(0, kMagicSize) != Magic(kind)) return std::nullopt;
+  const char* at = bytes.data() + kMagicSize;
+  Header header;
+  header.size = static_cast<std::uint32_t>(GetFixed(at, 4));
+  header.version.major = static_cast<std::uint8_t>(GetFixed(at + 4, 1));
+  header.version.minor = static_cast<std::uint8_t>(GetFixed(at + 5, 1));
+  return header;
+}
+
+std::string EncodeHeader(FileKind kind, const Header& header) {
+  char numbers[16];
+  char* at = PutFixed(numbers, header.size, 4);
+  at = PutFixed(at, header.version.major, 1);
+  at = PutFixed(at, header.version.minor, 1);
+  return std::string(Magic(kind)).append(numbers, at);
+}
+
+}  // namespace zuna_core

@@ -1,0 +1,294 @@
+#pragma once
+
+#include <array>
+#include <boost/json/error.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "kit/format.h"
+#include "platform/core/json/hex.h"
+#include "platform/core/json/schema.h"
+#include "platform/core/text/quote.h"
+
+namespace zuna_core {
+
+/// Takes the events of Boost.JSON's basic_parser, holds them against a schema and hands the values to a
+/// builder. At the first thing that does not fit it stops the parser; problem() tells what and where then.
+template <class Builder>
+class SchemaHandler {
+ public:
+  using Code = boost::json::error_code;
+  using Part = boost::json::string_view;
+
+  static constexpr std::size_t max_object_size = static_cast<std::size_t>(-1);
+  static constexpr std::size_t max_array_size = static_cast<std::size_t>(-1);
+  static constexpr std::size_t max_string_size = static_cast<std::size_t>(-1);
+  static constexpr std::size_t max_key_size = static_cast<std::size_t>(-1);
+
+  SchemaHandler(const Schema<Builder>& root, Builder& builder) : root_(root), builder_(builder) {}
+
+  const std::string& problem() const { return problem_; }
+
+  /// Where the parser is: songs[3].voices[0].messages[17]
+  std::string Path() const;
+
+  bool on_document_begin(Code&) { return true; }
+  bool on_document_end(Code&) { return true; }
+  bool on_object_begin(Code& code);
+  bool on_object_end(std::size_t, Code& code);
+  bool on_array_begin(Code& code);
+  bool on_array_end(std::size_t, Code& code);
+  bool on_key_part(Part part, std::size_t, Code&) { return Append(part); }
+  bool on_key(Part part, std::size_t, Code& code);
+  bool on_string_part(Part part, std::size_t, Code&) { return Append(part); }
+  bool on_string(Part part, std::size_t, Code& code);
+  bool on_number_part(Part, Code&) { return true; }
+  bool on_int64(std::int64_t value, Part, Code& code) { return Integer(value, code); }
+  bool on_uint64(std::uint64_t, Part, Code& code) { return Unexpected(code); }  // above 2^63
+  bool on_double(double, Part, Code& code) { return Unexpected(code); }
+  bool on_bool(bool, Code& code) { return Unexpected(code); }
+  bool on_null(Code& code) { return Unexpected(code); }
+  bool on_comment_part(Part, Code&) { return true; }
+  bool on_comment(Part, Code&) { return true; }
+
+ private:
+  using Field = JsonField<Builder>;
+
+  enum class Level { kObject, kList, kRows, kRow, kBytes };
+
+  struct Frame {
+    Level level;
+    const Field* owner = nullptr;             ///< the field that this is the value of; none for an entry
+    const Schema<Builder>* schema = nullptr;  ///< of an object, or of the entries of a list
+    const Field* field = nullptr;             ///< of an object: the one whose value is due or was the last
+    std::uint32_t seen = 0;                   ///< of an object: a bit for each field
+    std::size_t index = 0;                    ///< the entry of a list, the column of a row
+  };
+
+  // The schema bounds the depth, so that frames need no memory of their own.
+  static constexpr std::size_t kMaxFrames = 16;
+
+  Frame& top() { return frames_[depth_ - 1]; }
+  const Frame& top() const { return frames_[depth_ - 1]; }
+  void Push(const Frame& frame) { frames_.at(depth_++) = frame; }
+  void Pop() { --depth_; }
+
+  /// The field whose value is due, if it is of this kind.
+  const Field* Due(JsonKind kind) const {
+    const bool due = depth_ != 0 && top().level == Level::kObject && top().field->kind == kind;
+    return due ? top().field : nullptr;
+  }
+
+  bool BeginObject(const Schema<Builder>& schema, const Field* owner) {
+    Push({Level::kObject, owner, &schema});
+    if (schema.begin != nullptr) schema.begin(builder_);
+    return true;
+  }
+
+  bool Append(Part part) {
+    text_.append(part.data(), part.size());
+    return true;
+  }
+
+  bool Integer(std::int64_t value, Code& code);
+  bool Text(Code& code);
+  bool Fail(Code& code, std::string what);
+  bool Unexpected(Code& code) { return Fail(code, Expected() + " is due here"); }
+  std::string Expected() const;
+
+  const Schema<Builder>& root_;
+  Builder& builder_;
+  std::array<Frame, kMaxFrames> frames_{};
+  std::size_t depth_ = 0;
+  std::array<std::int64_t, kMaxJsonColumns> row_{};
+  std::string text_;
+  std::string problem_;
+};
+
+template <class Builder>
+bool SchemaHandler<Builder>::on_object_begin(Code& code) {
+  if (depth_ == 0) return BeginObject(root_, nullptr);
+  if (top().level == Level::kList) return BeginObject(*top().schema, nullptr);
+  if (const Field* field = Due(JsonKind::kObject)) return BeginObject(*field->schema, field);
+  if (const Field* field = Due(JsonKind::kText)) {
+    Push({Level::kBytes, field});
+    return true;
+  }
+  return Unexpected(code);
+}
+
+template <class Builder>
+bool SchemaHandler<Builder>::on_object_end(std::size_t, Code& code) {
+  const Frame& frame = top();
+  if (frame.level == Level::kBytes) {
+    if (frame.seen == 0) return Fail(code, "the key \"bytes\" is missing");
+    Pop();
+    return Text(code);
+  }
+  const Schema<Builder>& schema = *frame.schema;
+  for (std::size_t i = 0; i < schema.size; ++i) {
+    if ((frame.seen >> i & 1) == 0) {
+      top().field = nullptr;
+      return Fail(code, "the key " + Quote(schema.fields[i].key) + " is missing");
+    }
+  }
+  if (schema.end != nullptr) {
+    top().field = nullptr;
+    if (const char* problem = schema.end(builder_)) return Fail(code, problem);
+  }
+  Pop();
+  if (depth_ != 0 && top().level == Level::kList) ++top().index;
+  return true;
+}
+
+template <class Builder>
+bool SchemaHandler<Builder>::on_array_begin(Code& code) {
+  if (depth_ != 0 && top().level == Level::kRows) {
+    Push({Level::kRow, top().owner});
+    return true;
+  }
+  if (const Field* field = Due(JsonKind::kList)) {
+    Push({Level::kList, field, field->schema});
+    return true;
+  }
+  if (const Field* field = Due(JsonKind::kRows)) {
+    Push({Level::kRows, field});
+    return true;
+  }
+  return Unexpected(code);
+}
+
+template <class Builder>
+bool SchemaHandler<Builder>::on_array_end(std::size_t, Code& code) {
+  const Frame& frame = top();
+  if (frame.level == Level::kRow) {
+    const std::size_t due = frame.owner->columns->size;
+    if (frame.index != due) return Fail(code, kit::format("%zu integers are due here", due));
+    frame.owner->row(builder_, row_.data());
+    Pop();
+    ++top().index;
+  } else {
+    Pop();
+  }
+  return true;
+}
+
+template <class Builder>
+bool SchemaHandler<Builder>::on_key(Part part, std::size_t, Code& code) {
+  Append(part);
+  Frame& frame = top();
+  const std::string key = std::exchange(text_, {});
+  if (frame.level == Level::kBytes) {
+    if (key != "bytes") return Fail(code, "the key " + Quote(key) + " is not known");
+    if (frame.seen++ != 0) return Fail(code, "the key \"bytes\" occurs twice");
+    return true;
+  }
+  for (std::size_t i = 0; i < frame.schema->size; ++i) {
+    if (frame.schema->fields[i].key != key) continue;
+    frame.field = &frame.schema->fields[i];
+    if ((frame.seen >> i & 1) != 0) return Fail(code, "the key occurs twice");
+    frame.seen |= std::uint32_t{1} << i;
+    return true;
+  }
+  frame.field = nullptr;
+  return Fail(code, "the key " + Quote(key) + " is not known");
+}
+
+template <class Builder>
+bool SchemaHandler<Builder>::on_string(Part part, std::size_t, Code& code) {
+  Append(part);
+  if (depth_ != 0 && top().level == Level::kBytes) {
+    std::optional<std::string> bytes = DecodeHex(text_);
+    if (!bytes) return Fail(code, "pairs of hexadecimal digits are due here");
+    text_ = std::move(*bytes);
+    return true;
+  }
+  return Text(code);
+}
+
+/// Hands text_ to the field that it is the value of.
+template <class Builder>
+bool SchemaHandler<Builder>::Text(Code& code) {
+  const Field* field = Due(JsonKind::kText);
+  if (field == nullptr) return Unexpected(code);
+  if (const char* problem = field->text(builder_, std::exchange(text_, {}))) return Fail(code, problem);
+  return true;
+}
+
+template <class Builder>
+bool SchemaHandler<Builder>::Integer(std::int64_t value, Code& code) {
+  const auto within = [value](const JsonRange& range) { return value >= range.min && value <= range.max; };
+  if (depth_ == 0) return Unexpected(code);
+  Frame& frame = top();
+  if (frame.level == Level::kRow) {
+    const JsonColumns& columns = *frame.owner->columns;
+    if (frame.index >= columns.size || !within(columns.ranges[frame.index])) return Unexpected(code);
+    row_[frame.index++] = value;
+    return true;
+  }
+  const Field* field = Due(JsonKind::kInteger);
+  if (field == nullptr || !within(field->range)) return Unexpected(code);
+  field->number(builder_, value);
+  return true;
+}
+
+template <class Builder>
+bool SchemaHandler<Builder>::Fail(Code& code, std::string what) {
+  problem_ = std::move(what);
+  code = boost::json::error::syntax;
+  return false;
+}
+
+template <class Builder>
+std::string SchemaHandler<Builder>::Expected() const {
+  const auto integer = [](const JsonRange& range) {
+    return kit::format("an integer from %lld to %lld", static_cast<long long>(range.min),
+                       static_cast<long long>(range.max));
+  };
+  if (depth_ == 0) return "an object";
+  const Frame& frame = top();
+  switch (frame.level) {
+    case Level::kList:
+      return "an object";
+    case Level::kRows:
+      return "a list of integers";
+    case Level::kBytes:
+      return "a text";
+    case Level::kRow: {
+      const JsonColumns& columns = *frame.owner->columns;
+      return frame.index < columns.size ? integer(columns.ranges[frame.index]) : "the end of the list";
+    }
+    case Level::kObject:
+      break;
+  }
+  switch (frame.field->kind) {
+    case JsonKind::kInteger:
+      return integer(frame.field->range);
+    case JsonKind::kText:
+      return "a text";
+    case JsonKind::kObject:
+      return "an object";
+    case JsonKind::kList:
+    case JsonKind::kRows:
+      break;
+  }
+  return "a list";
+}
+
+template <class Builder>
+std::string SchemaHandler<Builder>::Path() const {
+  std::string path;
+  for (std::size_t i = 0; i < depth_; ++i) {
+    const Frame& frame = frames_[i];
+    if (frame.level == Level::kObject && frame.field != nullptr) {
+      path.append(path.empty() ? "" : ".").append(frame.field->key);
+    } else if (frame.level == Level::kList || frame.level == Level::kRows || frame.level == Level::kRow) {
+      path += kit::format("[%zu]", frame.index);
+    }
+  }
+  return path;
+}
+
+}  // namespace zuna_core

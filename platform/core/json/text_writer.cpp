@@ -1,0 +1,97 @@
+#include "platform/core/json/text_writer.h"
+
+#include <array>
+#include <charconv>
+#include <cstring>
+
+#include "platform/core/text/utf8.h"
+
+namespace zuna_core {
+
+namespace {
+
+constexpr char kHexDigits[] = "0123456789abcdef";
+
+struct ByteText {
+  std::array<char, 4> digits;
+  std::uint8_t size;
+};
+
+/// The decimal texts of 0 to 255.
+constexpr std::array<ByteText, 256> MakeByteTexts() {
+  std::array<ByteText, 256> texts{};
+  for (unsigned value = 0; value < texts.size(); ++value) {
+    ByteText& text = texts[value];
+    if (value >= 100) text.digits[text.size++] = static_cast<char>('0' + value / 100);
+    if (value >= 10) text.digits[text.size++] = static_cast<char>('0' + value / 10 % 10);
+    text.digits[text.size++] = static_cast<char>('0' + value % 10);
+  }
+  return texts;
+}
+constexpr std::array<ByteText, 256> kByteTexts = MakeByteTexts();
+
+/// What follows the backslash for each byte: 0 where none is needed, 'u' for the form with four digits.
+constexpr std::array<char, 256> MakeEscapes() {
+  std::array<char, 256> escapes{};
+  for (std::size_t control = 0; control < 0x20; ++control) escapes[control] = 'u';
+  escapes['\b'] = 'b';
+  escapes['\f'] = 'f';
+  escapes['\n'] = 'n';
+  escapes['\r'] = 'r';
+  escapes['\t'] = 't';
+  escapes['"'] = '"';
+  escapes['\\'] = '\\';
+  return escapes;
+}
+constexpr std::array<char, 256> kEscapes = MakeEscapes();
+
+}  // namespace
+
+char* PutDecimal(char* to, std::uint8_t value) {
+  const ByteText& text = kByteTexts[value];
+  std::memcpy(to, text.digits.data(), text.digits.size());
+  return to + text.size;
+}
+
+char* PutDecimal(char* to, std::uint32_t value) { return std::to_chars(to, to + kMaxDecimalSize, value).ptr; }
+
+void JsonTextWriter::Number(std::int64_t value) {
+  constexpr std::size_t kLongest = 20;
+  char* to = window_.Room(kLongest);
+  window_.Commit(std::to_chars(to, to + kLongest, value).ptr);
+}
+
+void JsonTextWriter::Text(std::string_view text) {
+  if (IsUtf8(text)) {
+    Raw("\"");
+    Escaped(text);
+    Raw("\"");
+  } else {
+    Raw(R"({"bytes": ")");
+    Hex(text);
+    Raw(R"("})");
+  }
+}
+
+void JsonTextWriter::Escaped(std::string_view text) {
+  while (!text.empty()) {
+    std::size_t plain = 0;
+    while (plain < text.size() && kEscapes[static_cast<unsigned char>(text[plain])] == 0) ++plain;
+    Raw(text.substr(0, plain));
+    if (plain == text.size()) return;
+    const auto byte = static_cast<unsigned char>(text[plain]);
+    const char escape[] = {'\\', kEscapes[byte], '0', '0', kHexDigits[byte >> 4], kHexDigits[byte & 0x0F]};
+    Raw({escape, escape[1] == 'u' ? sizeof escape : 2});
+    text.remove_prefix(plain + 1);
+  }
+}
+
+void JsonTextWriter::Hex(std::string_view bytes) {
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    const char digits[] = {kHexDigits[byte >> 4], kHexDigits[byte & 0x0F]};
+    Raw({digits, sizeof digits});
+  }
+}
+
+}  // namespace zuna_core

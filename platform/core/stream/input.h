@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <ios>
+#include <iosfwd>
+#include <optional>
+#include <string>
+
+namespace zuna_core {
+
+/// Clears the state and the exception mask of a stream while it lives, so that nothing that is done to the
+/// stream throws, and puts the mask back when it ends. What becomes of the state is up to the user.
+class QuietStream {
+ public:
+  explicit QuietStream(std::istream& is);
+  ~QuietStream();
+  QuietStream(const QuietStream&) = delete;
+  QuietStream& operator=(const QuietStream&) = delete;
+
+ private:
+  std::istream& is_;
+  std::ios_base::iostate mask_;
+};
+
+/// Reads up to `size` bytes; fewer only at the end of the stream, which is no failure: the state stays good.
+/// A stream that cannot be read, or had failed before, throws std::ios_base::failure where its mask asks for
+/// it, else cmn::DataError.
+std::size_t ReadSome(std::istream& is, char* to, std::size_t size);
+
+/// The bytes from the position of the stream to its end, where the stream can tell. Throws like ReadSome.
+std::optional<std::uint64_t> RemainingBytes(std::istream& is);
+
+/// Marks the stream as one that ended too early, which throws std::ios_base::failure where its mask asks for
+/// it, and throws cmn::DataError(message) otherwise.
+[[noreturn]] void ThrowTruncated(std::istream& is, const std::string& message);
+
+}  // namespace zuna_core

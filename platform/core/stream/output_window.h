@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <iosfwd>
+#include <memory>
+#include <string_view>
+
+namespace zuna_core {
+
+/// A window of 64 KiB before an output stream: what is written stays in the processor's cache until it is
+/// handed on in one piece, and memory does not grow with the file.
+class OutputWindow {
+ public:
+  static constexpr std::size_t kSize = 64 * 1024;
+
+  /// With `checksum`, keeps the CRC-32 of everything that goes through.
+  OutputWindow(std::ostream& os, bool checksum);
+
+  /// At least `size` (at most kSize) writable bytes; Commit() takes those that were used.
+  char* Room(std::size_t size) {
+    if (static_cast<std::size_t>(end_ - next_) < size) Flush();
+    return next_;
+  }
+  void Commit(char* end) { next_ = end; }
+
+  void Write(std::string_view bytes);
+
+  /// Hands on what the window holds. Throws kit::IoError when the stream does not take it, or
+  /// std::ios_base::failure where the stream's mask asks for that.
+  void Flush();
+
+  /// The CRC-32 of all bytes that were flushed.
+  std::uint32_t flushed_crc() const { return crc_; }
+
+ private:
+  std::ostream& os_;
+  std::unique_ptr<char[]> buffer_;
+  char* next_;
+  char* end_;
+  bool checksum_;
+  std::uint32_t crc_ = 0;
+};
+
+}  // namespace zuna_core
