@@ -1,0 +1,29 @@
+#include "format_converter/file_version.h"
+
+#include <iostream>
+
+#include "cmn/version_probe.h"
+#include "format_converter/guarded_read.h"
+#include "kit/format.h"
+#include "zuna_sec/cipher_key.h"
+#include "zuna_sec/cipher_stream.h"
+
+cmn::FileVersion WrapGetShowdataVersion(std::istream& is) {
+  return guarded_read("Failed reading istream", [&] { return cmn::get_showdata_version(is); });
+}
+
+cmn::FileVersion WrapGetLogdataVersion(std::istream& is) {
+  return guarded_read("Failed reading istream", [&] { return cmn::get_logdata_version(is); });
+}
+
+cmn::FileVersion GetShowdataFileVersion(const std::string& path) {
+  const CipherKey none;
+  zuna_sec::TwoFishCipherStream stream(path, none.key, none.iv);
+  return WrapGetShowdataVersion(stream.GetStream());
+}
+
+void print_file_version(const std::string& path) {
+  std::cout << path << " has file version: ";
+  const cmn::FileVersion version = GetShowdataFileVersion(path);
+  std::cout << kit::format("%u.%u", version.major, version.minor) << std::endl;
+}

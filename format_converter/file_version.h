@@ -1,0 +1,21 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+
+#include "cmn/file_version.h"
+#include "kit/api.h"
+
+/// The version of the show data, respectively log data, in a decrypted stream, wherever the stream stands.
+/// Throws kit::IoError ("Failed reading istream…") where the stream throws a failure.
+ZUNA_API cmn::FileVersion WrapGetShowdataVersion(std::istream& is);
+ZUNA_API cmn::FileVersion WrapGetLogdataVersion(std::istream& is);
+
+/// The version of the show file at `path`, encrypted with an empty key and IV.
+/// Throws what opening an encrypted file throws, and what WrapGetShowdataVersion throws.
+ZUNA_API cmn::FileVersion GetShowdataFileVersion(const std::string& path);
+
+/// Prints "PATH has file version: MAJOR.MINOR" to standard output. The label is printed before the file is
+/// opened, so it stands there without a number when the file cannot be read and an exception leaves the
+/// function.
+ZUNA_API void print_file_version(const std::string& path);
