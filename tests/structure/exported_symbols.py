@@ -1,0 +1,56 @@
+#!/usr/bin/env python3
+"""Compares what the shared library exports with the list beside this file.
+
+    exported_symbols.py LIBRARY LIST [--write]
+
+Inline functions and implicit members of the exported classes come and go with the compiler's decisions; of them
+(weak symbols) it is only checked that they belong to an exported class. --write makes the list anew.
+"""
+
+import re
+import subprocess
+import sys
+
+WEAK_ALLOWED = re.compile(r"(typeinfo for |typeinfo name for |vtable for )?(version0::|FormatConverter\w*Error|kit::)")
+REPLACEMENTS = [
+    (re.compile(r"\[abi:cxx11\]"), ""),
+    (re.compile(r"std::__cxx11::|std::__1::"), "std::"),
+    (re.compile(r"std::basic_string<char, std::char_traits<char>, std::allocator<char> ?>"), "std::string"),
+    (re.compile(r"std::basic_(\w+)<char, std::char_traits<char> ?>"), r"std::\1"),
+    (re.compile(r"std::vector<unsigned char, std::allocator<unsigned char> ?>"), "std::vector<unsigned char>"),
+    (re.compile(r"std::deque<unsigned char, std::allocator<unsigned char> ?>"), "std::deque<unsigned char>"),
+]
+
+
+def exports(library):
+    """The strong and the weak names."""
+    listing = subprocess.run(["nm", "-D", "-C", "--defined-only", library], check=True, capture_output=True, text=True)
+    strong, weak = set(), set()
+    for line in listing.stdout.splitlines():
+        kind, name = re.fullmatch(r"[0-9a-f]+ (\w) (.*?)(?:@@?\w+)?", line).groups()
+        for pattern, text in REPLACEMENTS:
+            name = pattern.sub(text, name)
+        if kind != "A":
+            (weak if kind in "WVu" else strong).add(name)
+    return strong, weak
+
+
+def main(library, listing, *options):
+    strong, weak = exports(library)
+    errors = {name for name in weak if re.match(r"typeinfo for (version0::\w*Error|FormatConverter\w*Error)", name)}
+    if "--write" in options:
+        with open(listing, "w") as file:
+            file.write("".join(f"{name}\n" for name in sorted(strong | errors)))
+        return 0
+    with open(listing) as file:
+        expected = set(file.read().splitlines())
+    problems = [f"not exported: {name}" for name in sorted(expected - strong - weak)]
+    problems += [f"exported, but not on the list: {name}" for name in sorted(strong - expected)]
+    problems += [f"exported by accident: {name}" for name in sorted(weak) if not WEAK_ALLOWED.match(name)]
+    print(*problems, sep="\n")
+    print(f"{len(expected)} names on the list, {len(strong)} strong and {len(weak)} weak exported, "
+          f"{len(problems)} problems")
+    return 1 if problems else 0
+
+
+sys.exit(main(*sys.argv[1:]))

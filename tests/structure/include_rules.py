@@ -1,0 +1,116 @@
+#!/usr/bin/env python3
+"""Holds the dependencies between the folders to the architecture, from the #include lines alone.
+
+    include_rules.py SOURCE_DIR
+"""
+
+import pathlib
+import re
+import sys
+
+INTERFACES = {"CL", "TL", "cmn", "codes", "kit", "std_midi", "zuna_midi", "zuna_sec"}
+
+# What each folder may include with quotes, besides headers of interfaces/.
+OWN = {
+    "interfaces": (),
+    "format_converter": ("format_converter/",),
+    "platform/core": ("platform/core/",),
+    "platform/kit": ("platform/kit/",),
+    "platform/security": ("platform/security/",),
+    "cli": ("cli/", "format_converter/"),
+    "fuzz": ("fuzz/", "cli/", "format_converter/", "platform/"),
+    "benchmarks": ("benchmarks/", "format_converter/"),
+    "examples": (),
+    "tests": ("tests/", "cli/", "format_converter/", "platform/"),
+}
+
+# Third-party headers and the one folder that each may be used in, apart from tests and benchmarks.
+FOREIGN = {
+    "gcrypt.h": "platform/security",
+    "boost/json": "platform/core",
+    "zlib.h": "platform/core",
+    "boost/uuid": "platform/kit",
+    "CLI/": "cli",
+}
+
+# Headers of the converter that are not installed, so that nobody else may include them.
+PRIVATE = {"format_converter/guarded_read.h", "format_converter/version0/rounding.h",
+           "format_converter/version0/sequence.h"}
+
+# The layers of version0/: a file may include its own layer and those before it.
+LAYERS = [
+    r"errors|primitives|rounding|sequence",
+    r"r_\w+|x_\w+|event_object|event_map|track_object|track_ids|paired_event",
+    r"timeline|song_data|show_data|change_log_header|song_log|change_log",
+    r"timeline_conversion|song_conversion|show_conversion|song_log_conversion|change_log_conversion",
+]
+CURRENT_MODEL = {"CL", "TL", "zuna_midi", "std_midi"}
+
+STANDARD = re.compile(r"[a-z_0-9]+")  # <vector>; a header with a point or a slash is POSIX's or somebody else's
+INCLUDE = re.compile(r'^\s*#\s*include\s+(["<])([^">]+)[">]', re.MULTILINE)
+
+
+def layer(name):
+    for number, names in enumerate(LAYERS):
+        if re.fullmatch(names, name):
+            return number
+    return None
+
+
+def folder_of(path):
+    parts = path.parts
+    return "/".join(parts[:2]) if parts[0] == "platform" else parts[0]
+
+
+def complaints(path, quote, header):
+    """What is wrong with one #include line of the file at `path`."""
+    folder = folder_of(path)
+    first = header.split("/")[0]
+    if quote == '"' or first in INTERFACES:
+        if first not in INTERFACES and not header.startswith(OWN[folder]):
+            yield f"{folder} may not include {header}"
+        if header in PRIVATE and folder not in ("format_converter", "tests"):
+            yield f"{header} is private to the converter"
+    elif folder in ("interfaces", "format_converter") and not STANDARD.fullmatch(header):
+        yield f"{folder} may include the standard library only"
+    for foreign, home in FOREIGN.items():
+        if header.startswith(foreign) and folder not in (home, "tests", "benchmarks"):
+            yield f"only {home} may include {header}"
+    if path.match("format_converter/version0/*"):
+        yield from version0_complaints(path, header, first)
+
+
+def version0_complaints(path, header, first):
+    own = layer(path.stem)
+    if own is None:
+        yield "belongs to no layer of version0"
+        return
+    if first in CURRENT_MODEL and own != len(LAYERS) - 1:
+        yield f"only conversions may include the current model, not {header}"
+    if header.startswith("format_converter/version0/"):
+        other = layer(pathlib.PurePath(header).stem)
+        if other is None or other > own:
+            yield f"includes {header} of a later layer"
+
+
+def main(root):
+    root = pathlib.Path(root)
+    found, lines = [], 0
+    for folder in OWN:
+        for path in sorted((root / folder).rglob("*")):
+            if path.suffix not in (".h", ".cpp"):
+                continue
+            relative = path.relative_to(root)
+            for quote, header in INCLUDE.findall(path.read_text()):
+                lines += 1
+                if folder == "examples":
+                    continue  # sees the installed package only
+                found += [f"{relative}: {text}" for text in complaints(relative, quote, header)]
+    print(*found, sep="\n")
+    print(f"{lines} #include lines read, {len(found)} against the rules")
+    if lines < 100:
+        sys.exit("too few lines: is this the source folder?")
+    sys.exit(1 if found else 0)
+
+
+main(sys.argv[1])
