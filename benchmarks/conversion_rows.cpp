@@ -1,0 +1,99 @@
+// Reading a legacy show, and whole conversions from encrypted to encrypted.
+
+#include "benchmarks/conversion_rows.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+#include <memory>
+#include <sstream>
+
+#include "benchmarks/fixtures.h"
+#include "benchmarks/rows.h"
+#include "format_converter/showdata.h"
+#include "zuna_midi/show_data.h"
+#include "zuna_sec/cipher_stream.h"
+
+namespace zuna_bench {
+
+namespace {
+
+/// The least that reading events can cost: all bytes at once, and one look at every event.
+void BulkRead(const std::string& plaintext, std::size_t events) {
+  std::istringstream is(plaintext);
+  std::vector<version0::EventObject> all(events);
+  is.read(reinterpret_cast<char*>(all.data()),
+          static_cast<std::streamsize>(events * sizeof(version0::EventObject)));
+  std::uint32_t sum = 0;
+  for (const version0::EventObject& event : all) sum += event.abs_time ^ event.track_id;
+  benchmark::DoNotOptimize(sum);
+}
+
+void AddLegacyRead(std::size_t events, const std::string& name) {
+  auto plaintext = std::make_shared<std::string>(LegacyPlaintext(events));
+  AddRow({"read a legacy show, " + name,
+          [plaintext] {
+            std::istringstream is(*plaintext);
+            const version0::ShowData show(is);
+            benchmark::DoNotOptimize(&show);
+          },
+          [plaintext, events] { BulkRead(*plaintext, events); }, events, 0, "goal 2, aim 1.35"});
+}
+
+/// What a conversion does, with the ciphers alone: opens the input and seals an output of the same size.
+struct CipherAlone {
+  std::vector<std::uint8_t> input;
+  std::string output_plaintext;
+
+  void operator()() const {
+    const zuna_sec::TwoFishCipherStream opened(input, kKey.key, kKey.iv);
+    zuna_sec::TwoFishCipherStream output(std::string(), kKey.key, kKey.iv);
+    output.GetStream().write(output_plaintext.data(), static_cast<std::streamsize>(output_plaintext.size()));
+    benchmark::DoNotOptimize(output.GetEncryptedBytes().data());
+  }
+};
+
+/// showdata_up without its files, which would measure the disk.
+std::vector<std::uint8_t> UpInMemory(const std::vector<std::uint8_t>& legacy) {
+  zuna_midi::ShowData show =
+      [&] {
+        zuna_sec::TwoFishCipherStream input(legacy, kKey.key, kKey.iv);
+        return version0::ShowData(input.GetStream());
+      }()
+          .get_version_1_0();
+  zuna_sec::TwoFishCipherStream output(std::string(), kKey.key, kKey.iv);
+  show.WriteBinary(output.GetStream(), {1, 2});
+  return output.GetEncryptedBytes();
+}
+
+std::string Decrypted(const std::vector<std::uint8_t>& bytes) {
+  zuna_sec::TwoFishCipherStream stream(bytes, kKey.key, kKey.iv);
+  std::ostringstream plaintext;
+  plaintext << stream.GetStream().rdbuf();
+  return plaintext.str();
+}
+
+void AddConversions(std::size_t events, const std::string& name) {
+  const std::string goals = "goal 1.35 and 20 ns, aim 1.10 and 8 ns";
+  const std::string legacy_plaintext = LegacyPlaintext(events);
+  const auto legacy = std::make_shared<std::vector<std::uint8_t>>(Encrypted(legacy_plaintext));
+  const auto current = std::make_shared<std::vector<std::uint8_t>>(UpInMemory(*legacy));
+  AddRow({"up to 1.2, " + name, [legacy] { benchmark::DoNotOptimize(UpInMemory(*legacy).data()); },
+          CipherAlone{*legacy, Decrypted(*current)}, events, 0, goals});
+  AddRow({"down from 1.2, " + name,
+          [current] { benchmark::DoNotOptimize(showdata_down_vector(*current, kKey.key, kKey.iv).data()); },
+          CipherAlone{*current, legacy_plaintext}, events, 0, goals});
+}
+
+}  // namespace
+
+void AddConversionRows() {
+  for (const auto& [events, name] :
+       {std::pair{kSmall, "20 thousand events"}, std::pair{kMiddle, "300 thousand events"},
+        std::pair{kLarge, "5 million events"}}) {
+    if (events != kMiddle) AddLegacyRead(events, name);
+    AddConversions(events, name);
+  }
+}
+
+}  // namespace zuna_bench

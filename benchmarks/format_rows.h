@@ -1,0 +1,7 @@
+#pragma once
+
+namespace zuna_bench {
+
+void AddFormatRows();
+
+}  // namespace zuna_bench

@@ -1,0 +1,15 @@
+// Prints what the converter costs, as ratios to limits that are measured in the same run. Options are those
+// of Google Benchmark; --benchmark_filter=REGEX chooses rows.
+
+#include "benchmarks/conversion_rows.h"
+#include "benchmarks/format_rows.h"
+#include "benchmarks/peak_memory.h"
+#include "benchmarks/rows.h"
+
+int main(int argc, char** argv) {
+  zuna_bench::PrintPeakMemory();
+  zuna_bench::AddConversionRows();
+  zuna_bench::AddFormatRows();
+  zuna_bench::RunRows(argc, argv);
+  return 0;
+}

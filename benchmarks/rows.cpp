@@ -1,0 +1,83 @@
+#include "benchmarks/rows.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <map>
+#include <utility>
+#include <vector>
+
+namespace zuna_bench {
+
+namespace {
+
+constexpr int kRepetitions = 7;
+constexpr const char* kLimit = " (limit)";
+
+std::vector<Row>& Rows() {
+  static std::vector<Row> rows;
+  return rows;
+}
+
+void Register(const std::string& name, const std::function<void()>& work) {
+  benchmark::RegisterBenchmark(name.c_str(),
+                               [&work](benchmark::State& state) {
+                                 for ([[maybe_unused]] auto iteration : state) work();
+                               })
+      ->Repetitions(kRepetitions)
+      ->ReportAggregatesOnly()
+      ->Unit(benchmark::kMillisecond)
+      ->UseRealTime();
+}
+
+/// Prints as usual and keeps the medians, in seconds.
+class MedianReporter : public benchmark::ConsoleReporter {
+ public:
+  std::map<std::string, double> medians;
+
+  void ReportRuns(const std::vector<Run>& runs) override {
+    for (const Run& run : runs) {
+      if (run.aggregate_name == "median")
+        medians[run.run_name.function_name] = run.GetAdjustedRealTime() / 1e3;
+    }
+  }
+};
+
+void PrintRow(const Row& row, const std::map<std::string, double>& medians) {
+  const auto own = medians.find(row.work);
+  if (own == medians.end()) return;  // filtered out
+  const double seconds = own->second;
+  const auto events = static_cast<double>(row.events);
+  std::printf("%-46s %9.2f ms", row.work.c_str(), seconds * 1e3);
+  if (row.limit) {
+    const double limit = medians.at(row.work + kLimit);
+    std::printf("  limit %9.2f ms  ratio %5.2f", limit * 1e3, seconds / limit);
+    std::printf("  above it %6.1f ns/event", (seconds - limit) * 1e9 / events);
+  }
+  std::printf("  %6.1f M events/s", events / seconds / 1e6);
+  if (row.bytes > 0) std::printf("  %5.2f GB/s", static_cast<double>(row.bytes) / seconds / 1e9);
+  std::printf("  [%s]\n", row.goals.c_str());
+}
+
+}  // namespace
+
+void AddRow(Row row) { Rows().push_back(std::move(row)); }
+
+void RunRows(int argc, char** argv) {
+  for (const Row& row : Rows()) {
+    Register(row.work, row.run);
+    if (row.limit) Register(row.work + kLimit, row.limit);
+  }
+  // In turn, so that a change of the machine's speed meets the work and its limit alike.
+  std::string interleave = "--benchmark_enable_random_interleaving=true";
+  std::vector<char*> arguments(argv, argv + argc);
+  arguments.insert(arguments.begin() + 1, interleave.data());
+  int count = static_cast<int>(arguments.size());
+  benchmark::Initialize(&count, arguments.data());
+  MedianReporter reporter;
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+  std::printf("\nMedians of %d runs, work and limit in turn\n", kRepetitions);
+  for (const Row& row : Rows()) PrintRow(row, reporter.medians);
+}
+
+}  // namespace zuna_bench

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+
+namespace zuna_bench {
+
+/// One line of the table: a piece of work beside the limit that it cannot beat, timed in the same run.
+struct Row {
+  std::string work;
+  std::function<void()> run;
+  std::function<void()> limit;  ///< empty where the row is a rate of its own
+  std::size_t events = 0;  ///< in one run; gives events a second, and nanoseconds an event above the limit
+  std::size_t bytes = 0;   ///< of text in one run, or 0
+  std::string goals;       ///< the first goal and the aim, for the reader
+};
+
+/// Adds a row. Its work and its limit are run in turn.
+void AddRow(Row row);
+
+/// Runs all rows and prints the table.
+void RunRows(int argc, char** argv);
+
+}  // namespace zuna_bench
