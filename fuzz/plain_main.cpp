@@ -22,7 +22,7 @@ std::vector<fs::path> FilesAt(const fs::path& path) {
   for (const fs::directory_entry& entry : fs::recursive_directory_iterator(path)) {
     if (entry.is_regular_file()) files.push_back(entry.path());
   }
-  std::ranges::sort(files);
+  std::sort(files.begin(), files.end());
   return files;
 }
 

@@ -132,12 +132,13 @@ void CheckPlaintextSize(std::size_t size, const std::string& name) {
 void Seal(Bytes plaintext, const KeyAndIv& secrets, MutableBytes envelope, const std::string& name) try {
   EnvelopeKeys keys;
   DeriveKeys(secrets.key, secrets.iv, kSuite, keys);
-  std::ranges::copy(kMagic, envelope.begin());
+  std::copy(kMagic.begin(), kMagic.end(), envelope.begin());
   envelope[kVersionOffset] = kVersion;
   envelope[kSuiteOffset] = kSuite;
-  std::ranges::fill(envelope.subspan(kZeroOffset, 6), std::uint8_t{0});
+  std::fill_n(envelope.begin() + kZeroOffset, 6, std::uint8_t{0});
   PutLength(envelope.subspan(kLengthOffset, 8), plaintext.size());
-  std::ranges::copy(keys.key_check.bytes(), envelope.subspan(kKeyCheckOffset).begin());
+  const Bytes key_check = keys.key_check.bytes();
+  std::copy(key_check.begin(), key_check.end(), envelope.begin() + kKeyCheckOffset);
   SivEncrypt(keys.siv.bytes(), envelope.first(kTagOffset), plaintext, envelope.subspan(kEnvelopeHeaderSize),
              envelope.subspan(kTagOffset).first<kSivTagSize>());
 } catch (const GcryptFailure& failure) {

@@ -33,6 +33,8 @@ void Sha256(Bytes first, std::initializer_list<Bytes> rest, std::span<std::uint8
       gcry_md_hash_buffers(GCRY_MD_SHA256, 0, digest.data(), pieces.data(), static_cast<int>(pieces.size())));
 }
 
+void Copy(Bytes from, MutableBytes to) { std::copy(from.begin(), from.end(), to.begin()); }
+
 void XorAll(std::span<std::uint8_t, kSha256BlockSize> block, std::uint8_t value) {
   for (std::uint8_t& byte : block) byte = static_cast<std::uint8_t>(byte ^ value);
 }
@@ -44,7 +46,7 @@ void HmacSha256(Bytes key, std::initializer_list<Bytes> parts, std::span<std::ui
   if (key.size() > kSha256BlockSize) {
     Sha256(key, {}, pad.bytes().first<kSha256Size>());
   } else {
-    std::ranges::copy(key, pad.bytes().begin());
+    Copy(key, pad.bytes());
   }
   XorAll(pad.bytes(), 0x36);
   Secret<kSha256Size> inner;
@@ -64,7 +66,7 @@ void HkdfExpand(Bytes prk, Bytes info, Bytes more_info, MutableBytes okm) {
     HmacSha256(prk, {previous, info, more_info, Bytes(&counter, 1)}, block.bytes());
     previous = block.bytes();
     const std::size_t taken = std::min(okm.size(), kSha256Size);
-    std::ranges::copy(previous.first(taken), okm.begin());
+    Copy(previous.first(taken), okm);
     okm = okm.subspan(taken);
   }
 }
@@ -81,8 +83,8 @@ void DeriveKeys(Bytes key, Bytes iv, std::uint8_t suite, EnvelopeKeys& keys) {
   HkdfExtract(label, key, prk.bytes());
   Secret<64 + 32> okm;
   HkdfExpand(prk.bytes(), info, iv, okm.bytes());
-  std::ranges::copy(okm.bytes().first<64>(), keys.siv.bytes().begin());
-  std::ranges::copy(okm.bytes().last<32>(), keys.key_check.bytes().begin());
+  Copy(okm.bytes().first<64>(), keys.siv.bytes());
+  Copy(okm.bytes().last<32>(), keys.key_check.bytes());
 }
 
 }  // namespace zuna_security

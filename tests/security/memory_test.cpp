@@ -15,9 +15,9 @@ namespace {
 using support::ByteVector;
 using zuna_sec::TwoFishCipherStream;
 
-const ByteVector kKey(16, 1);
-const ByteVector kIv(100, 2);
-const std::string kText(20000, 't');
+ByteVector Key() { return ByteVector(16, 1); }
+ByteVector Iv() { return ByteVector(100, 2); }
+std::string Text() { return std::string(20000, 't'); }
 
 /// Runs `work` with the 1st, 2nd, ... allocation failing, until it needs no more of them.
 void ExpectCleanFailures(const std::function<void()>& work) {
@@ -46,34 +46,38 @@ class FailingMemory : public testing::Test {
  protected:
   static void SetUpTestSuite() {
     failing_memory::Install();
-    support::Sealed("", kKey, kIv);
+    support::Sealed("", Key(), Iv());
   }
 };
 
 TEST_F(FailingMemory, OpeningBytes) {
-  const ByteVector sealed = support::Sealed(kText, kKey, kIv);
-  ExpectCleanFailures([&] { const TwoFishCipherStream stream(sealed, kKey, kIv); });
+  const ByteVector sealed = support::Sealed(Text(), Key(), Iv());
+  const ByteVector key = Key();
+  const ByteVector iv = Iv();
+  ExpectCleanFailures([&] { const TwoFishCipherStream stream(sealed, key, iv); });
 }
 
 TEST_F(FailingMemory, OpeningAFile) {
   const support::TemporaryFolder folder;
-  const ByteVector sealed = support::Sealed(kText, kKey, kIv);
+  const ByteVector sealed = support::Sealed(Text(), Key(), Iv());
   const std::string path = folder / "file";
   support::WritePlainFile(path, std::string(sealed.begin(), sealed.end()));
-  ExpectCleanFailures([&] { const TwoFishCipherStream stream(path, kKey, kIv); });
+  const ByteVector key = Key();
+  const ByteVector iv = Iv();
+  ExpectCleanFailures([&] { const TwoFishCipherStream stream(path, key, iv); });
 }
 
 TEST_F(FailingMemory, SealingBytes) {
-  TwoFishCipherStream stream(std::string(), kKey, kIv);
-  stream.GetStream() << kText;
+  TwoFishCipherStream stream(std::string(), Key(), Iv());
+  stream.GetStream() << Text();
   ExpectCleanFailures([&] { stream.GetEncryptedBytes(); });
 }
 
 TEST_F(FailingMemory, SealingAFileLeavesTheOldOne) {
   const support::TemporaryFolder folder;
   const std::string path = folder / "file";
-  TwoFishCipherStream stream(std::string(), kKey, kIv);
-  stream.GetStream() << kText;
+  TwoFishCipherStream stream(std::string(), Key(), Iv());
+  stream.GetStream() << Text();
   for (long call = 1;; ++call) {
     support::WritePlainFile(path, "old");
     const long live = failing_memory::Live();
@@ -91,25 +95,26 @@ TEST_F(FailingMemory, SealingAFileLeavesTheOldOne) {
     EXPECT_EQ(support::ReadPlainFile(path), "old") << "allocation " << call;
   }
   const std::string written = support::ReadPlainFile(path);
-  EXPECT_EQ(support::Opened({written.begin(), written.end()}, kKey, kIv), kText);
+  EXPECT_EQ(support::Opened({written.begin(), written.end()}, Key(), Iv()), Text());
 }
 
 TEST_F(FailingMemory, WritingIntoAStreamMakesItBadAndKeepsWhatWasThere) {
-  TwoFishCipherStream stream(std::string(), kKey, kIv);
+  const std::string text = Text();
+  TwoFishCipherStream stream(std::string(), Key(), Iv());
   std::iostream& plaintext = stream.GetStream();
   plaintext << "kept";
   failing_memory::FailAt(1, false);
-  plaintext.write(kText.data(), static_cast<std::streamsize>(kText.size()));
+  plaintext.write(text.data(), static_cast<std::streamsize>(text.size()));
   EXPECT_TRUE(failing_memory::Stop());
   EXPECT_TRUE(plaintext.bad());
 
   plaintext.clear();
   plaintext << " and more";
-  EXPECT_EQ(support::Opened(stream.GetEncryptedBytes(), kKey, kIv), "kept and more");
+  EXPECT_EQ(support::Opened(stream.GetEncryptedBytes(), Key(), Iv()), "kept and more");
 
   plaintext.exceptions(std::ios_base::badbit);
   failing_memory::FailAt(1, false);
-  EXPECT_THROW(plaintext.write(kText.data(), static_cast<std::streamsize>(kText.size())), std::bad_alloc);
+  EXPECT_THROW(plaintext.write(text.data(), static_cast<std::streamsize>(text.size())), std::bad_alloc);
   EXPECT_TRUE(failing_memory::Stop());
 }
 

@@ -47,7 +47,7 @@ std::vector<std::string> TemporaryFolder::Names() const {
   std::vector<std::string> names;
   for (const auto& entry : std::filesystem::directory_iterator(path_))
     names.push_back(entry.path().filename());
-  std::ranges::sort(names);
+  std::sort(names.begin(), names.end());
   return names;
 }
 
