@@ -36,6 +36,16 @@ void require_first_tempo(const std::vector<Tempo>& tempos, const std::vector<Met
     throw std::logic_error("Expected RTempo event on first iteration!");
 }
 
+/// A meter whose next one stands at time 0 has all tempos from its time on, so meters in disorder repeat
+/// tempos. A few such are converted as they stand; a file made of them must not exhaust the memory.
+template <typename Tempo>
+void require_few_repeats(const std::vector<Tempo>& tempos, std::size_t converted) {
+  constexpr std::size_t kMostRepeats = 1'000'000;
+  if (converted <= tempos.size() + kMostRepeats) return;
+  throw std::length_error(
+      "The meters of a timeline are in disorder and would repeat its tempos a million times");
+}
+
 TL::Meter make_meter(std::uint32_t time, const RMeter& signature, const RTempo& click) {
   return {time, signature.numerator, signature.denominator, click.clocks_per_click(),
           click.notated_32_per_quarter};
@@ -51,6 +61,7 @@ void convert_meters(const Timeline& from, TL::Timeline& to, unsigned short divis
       to.meters.push_back(make_meter(signature.time, signature, *last_tempo));
       continue;
     }
+    require_few_repeats(from.tempos, to.tempos.size() + tempos.size());
     to.meters.push_back(make_meter(tempos.front().time, signature, tempos.front()));
     for (const RTempo& tempo : tempos) {
       to.tempos.push_back({tempo.time, static_cast<std::uint32_t>(tempo.microseconds(division))});
@@ -79,6 +90,7 @@ void convert_meters(const TL::Timeline& from, Timeline& to, unsigned short divis
     const TL::Meter& meter = from.meters[i];
     to.meters.emplace_back(meter.time, meter.numerator, meter.denominator);
     const auto tempos = tempos_under(from.tempos, from.meters, i);
+    require_few_repeats(from.tempos, to.tempos.size() + tempos.size());
     for (const TL::Tempo& tempo : tempos) to.tempos.push_back(make_tempo(tempo, meter, division));
     if (tempos.empty() && need_new_tempo(to.tempos.back(), meter)) {
       to.tempos.push_back(repeat_tempo(to.tempos.back(), meter));

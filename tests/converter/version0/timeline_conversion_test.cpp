@@ -220,6 +220,17 @@ TEST(TimelineConversion, DivisionOfZeroHasDefinedResults) {
   EXPECT_EQ(down.get_version_1_0(0)->tempos[0].microseconds, 0U);
 }
 
+TEST(TimelineConversion, MetersInDisorderCannotExhaustTheMemory) {
+  constexpr std::size_t kMany = 3000;
+  constexpr const char* kRefused =
+      "The meters of a timeline are in disorder and would repeat its tempos a million times";
+  const Timeline legacy = Legacy(std::vector(kMany, RMeter(0, 4, 4)), std::vector(kMany, Tempo120(0)));
+  EXPECT_EQ(MessageOf<std::length_error>([&] { Up(legacy); }), kRefused);
+  const TL::Timeline current =
+      Current(std::vector(kMany, TL::Meter{0, 4, 4, 24, 8}), std::vector(kMany, TL::Tempo{0, 500000}));
+  EXPECT_EQ(MessageOf<std::length_error>([&] { Down(current); }), kRefused);
+}
+
 TEST(NeedNewMeter, ComparesClickAndQuarter) {
   const TL::Meter meter{0, 4, 4, 24, 8};
   EXPECT_FALSE(version0::need_new_meter(meter, Tempo120(480, 8, 8)));
