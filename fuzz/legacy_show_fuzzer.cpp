@@ -1,0 +1,66 @@
+// The input: the plaintext of a legacy show.
+
+#include <exception>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+
+#include "format_converter/version0/show_data.h"
+#include "fuzz/target.h"
+#include "zuna_midi/show_data.h"
+
+namespace {
+
+using version0::ShowData;
+
+std::string Written(const ShowData& show) {
+  std::ostringstream os;
+  show.write_binary(os);
+  return os.str();
+}
+
+ShowData Read(const std::string& bytes) {
+  std::istringstream is(bytes);
+  return ShowData(is);
+}
+
+/// What can be written reads back as what writes the same bytes.
+void WriteAndRead(const ShowData& show) {
+  std::string bytes;
+  try {
+    bytes = Written(show);
+  } catch (const std::out_of_range&) {
+    return;  // a song without events
+  }
+  fuzz::Require(Written(Read(bytes)) == bytes, "a written show reads back");
+}
+
+/// The form that a show has once it went up and came down.
+std::string UpAndDown(const ShowData& show) {
+  try {
+    return Written(ShowData(show.get_version_1_0()));
+  } catch (const std::exception&) {
+    return {};  // a timeline without meters, an event without a track and the like
+  }
+}
+
+/// What came down reads back, and can always go up and come down again.
+void ConvertTwice(const ShowData& show) {
+  const std::string converted = UpAndDown(show);
+  if (converted.empty()) return;
+  fuzz::Require(Written(Read(converted)) == converted, "a converted show reads back");
+  fuzz::Require(!UpAndDown(Read(converted)).empty(), "a converted show converts again");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  try {
+    const ShowData show = Read(std::string(data, data + size));
+    WriteAndRead(show);
+    ConvertTwice(show);
+  } catch (const std::exception&) {
+    return 0;  // refused, as most inputs are
+  }
+  return 0;
+}
