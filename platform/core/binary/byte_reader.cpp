@@ -21,9 +21,7 @@ std::string Describe(const Place& place, const char* field) {
 std::uint64_t ByteReader::Varint(std::uint64_t max, const char* field) {
   std::uint64_t value = 0;
   const char* next = next_;
-  if (!GetVarint(next, end_, value)) {
-    Fail(field, "no variable-length integer in its shortest form stands here");
-  }
+  if (!GetVarint(next, end_, value)) Fail(field, kNoVarint);
   if (value > max) {
     Fail(field, kit::format("%llu is above the largest value, %llu", static_cast<unsigned long long>(value),
                             static_cast<unsigned long long>(max)));

@@ -18,6 +18,9 @@ struct Place {
   std::size_t index = 0;  ///< in the list
 };
 
+/// What is wrong where a variable-length integer is due.
+inline constexpr const char* kNoVarint = "no variable-length integer in its shortest form stands here";
+
 /// Reads numbers and bytes out of a file in memory and never beyond its end. Every read takes the name of its
 /// field; a failure throws cmn::DataError with the place, the field and the offset from the beginning of the
 /// file, as in: song "12a", voice 3, messages[7].time: … (at byte 4711).

@@ -153,20 +153,20 @@ void DecodeMessages(ByteReader& in, Messages& messages) {
   in.place.list = "messages";
   const char* next = in.next();
   const char* const end = in.end();
-  const auto fail = [&](const char* field, const char* what) {
+  const auto fail = [&](const char* at, const char* field, const char* what) {
     in.place.index = messages.size();
-    in.MoveTo(next);
+    in.MoveTo(at);
     in.Fail(field, what);
   };
   std::uint32_t time = 0;
   std::uint8_t running = 0;
   for (std::size_t i = 0; i < count; ++i) {
+    const char* const begin = next;
     std::uint64_t step = 0;
-    if (!GetVarint(next, end, step))
-      fail("time", "no variable-length integer in its shortest form stands here");
-    if ((step >> 33) != 0) fail("time", "the difference in time is above 4294967295");
+    if (!GetVarint(next, end, step)) fail(begin, "time", kNoVarint);
+    if ((step >> 33) != 0) fail(begin, "time", "the difference in time is above 4294967295");
     const bool same_status = (step & 1) != 0;
-    if (end - next < (same_status ? 2 : 1 + 2)) fail("data", "the message is cut off");
+    if (end - next < (same_status ? 2 : 1 + 2)) fail(next, "data", "the message is cut off");
     if (!same_status) running = static_cast<std::uint8_t>(*next++);
     time += static_cast<std::uint32_t>(step >> 1);
     messages.emplace_back(time, std_midi::VoiceMessage(running, static_cast<unsigned char>(next[0]),

@@ -1,0 +1,163 @@
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <utility>
+
+#include "tests/core/show/sample_show.h"
+
+namespace {
+
+using zuna_test::BinaryFile;
+using zuna_test::BodyOf;
+using zuna_test::Hex;
+using zuna_test::ReadError;
+using zuna_test::SampleFile;
+
+constexpr cmn::FileVersion kFixed{1, 0};
+constexpr cmn::FileVersion kChecked{1, 1};
+constexpr cmn::FileVersion kCompact{1, 2};
+
+/// The body of the sample with the bytes at `place` replaced.
+std::string Patched(cmn::FileVersion version, std::size_t place, std::size_t size, const std::string& bytes) {
+  return BodyOf(SampleFile(version)).replace(place, size, bytes);
+}
+
+std::string PatchedError(cmn::FileVersion version, std::size_t place, std::size_t size,
+                         const std::string& digits) {
+  return ReadError(BinaryFile(version, Patched(version, place, size, Hex(digits))));
+}
+
+/// Where the counts and lengths of the sample's body stand, and what each is named in messages.
+struct Count {
+  std::size_t fixed;
+  std::size_t compact;
+  const char* name;
+};
+
+constexpr Count kCounts[] = {
+    {0, 0, "show name"},
+    {7, 4, "songs"},
+    {11, 5, "song number"},
+    {17, 8, "song \"2b\", song name"},
+    {29, 15, "song \"2b\", tempos"},
+    {49, 25, "song \"2b\", bars/beats"},
+    {79, 37, "song \"2b\", keys"},
+    {91, 41, "song \"2b\", page numbers"},
+    {103, 46, "song \"2b\", meters"},
+    {115, 52, "song \"2b\", voices"},
+    {121, 54, "song \"2b\", voice 1, name"},
+    {132, 63, "song \"2b\", voice 1, messages"},
+    {159, 78, "song \"2b\", voice 300, name"},
+    {165, 80, "song \"2b\", voice 300, messages"},
+};
+
+TEST(BinaryShow, CountThatTheFileCannotHoldIsRefusedByName) {
+  for (const Count& count : kCounts) {
+    for (const cmn::FileVersion& version : {kFixed, kChecked}) {
+      const std::string error = PatchedError(version, count.fixed, 4, "FFFFFFFF");
+      EXPECT_EQ(error.find(std::string(count.name) + ": 4294967295 "), 0U) << error;
+    }
+    const std::string error = PatchedError(kCompact, count.compact, 1, "FFFFFFFF0F");
+    EXPECT_EQ(error.find(std::string(count.name) + ": 4294967295 "), 0U) << error;
+  }
+}
+
+TEST(BinaryShow, ErrorsNameSongVoiceFieldAndOffset) {
+  EXPECT_EQ(
+      PatchedError(kFixed, 132, 4, "404B4C00"),
+      "song \"2b\", voice 1, messages: 5000000 entries cannot fit into the 33 bytes that remain (at byte "
+      "146)");
+  EXPECT_EQ(PatchedError(kFixed, 0, 4, "00000001"),
+            "show name: 16777216 bytes are due and 165 remain (at byte 14)");
+  EXPECT_EQ(
+      PatchedError(kCompact, 63, 1, "7F"),
+      "song \"2b\", voice 1, messages: 127 entries cannot fit into the 17 bytes that remain (at byte 74)");
+}
+
+TEST(BinaryShow, TextOfABarNumberEndsWithZeros) {
+  const std::string message =
+      "song \"2b\", bars/beats[1].bar number: its text does not end with zero bytes only (at byte 88)";
+  EXPECT_EQ(PatchedError(kFixed, 70, 8, "3132610000000001"), message);
+  EXPECT_EQ(PatchedError(kFixed, 70, 8, "3132333435363738"), message);
+  EXPECT_EQ(PatchedError(kFixed, 70, 8, "3132333435363700"), "");
+}
+
+TEST(CompactShow, BarNumberHasAtMostSevenBytesAndNoNul) {
+  EXPECT_EQ(PatchedError(kCompact, 32, 4, "08 3132333435363738"),
+            "song \"2b\", bars/beats[1].bar number: a bar number has at most 7 bytes (at byte 51)");
+  EXPECT_EQ(PatchedError(kCompact, 32, 4, "03 310061"),
+            "song \"2b\", bars/beats[1].bar number: a bar number cannot contain a NUL byte (at byte 46)");
+}
+
+TEST(CompactShow, NumbersStandInTheirShortestFormAndRange) {
+  const std::string form = "no variable-length integer in its shortest form stands here";
+  EXPECT_EQ(PatchedError(kCompact, 11, 2, "E08300"), "song \"2b\", division: " + form + " (at byte 21)");
+  EXPECT_EQ(PatchedError(kCompact, 11, 2, "FFFFFFFFFF01"),
+            "song \"2b\", division: " + form + " (at byte 21)");
+  EXPECT_EQ(PatchedError(kCompact, 11, 2, "808004"),
+            "song \"2b\", division: 65536 is above the largest value, 65535 (at byte 21)");
+  EXPECT_EQ(PatchedError(kCompact, 13, 2, "8080808010"),
+            "song \"2b\", song length: 4294967296 is above the largest value, 4294967295 (at byte 23)");
+  EXPECT_EQ(PatchedError(kCompact, 80, 1, "80"),
+            "song \"2b\", voice 300, messages: " + form + " (at byte 90)");
+}
+
+TEST(CompactShow, MessagesAreCheckedOneByOne) {
+  EXPECT_EQ(
+      PatchedError(kCompact, 68, 2, "C18700"),
+      "song \"2b\", voice 1, messages[1].time: no variable-length integer in its shortest form stands here "
+      "(at byte 78)");
+  EXPECT_EQ(
+      PatchedError(kCompact, 68, 2, "8080808020"),
+      "song \"2b\", voice 1, messages[1].time: the difference in time is above 4294967295 (at byte 78)");
+  EXPECT_EQ(PatchedError(kCompact, 80, 1, "01 00 90 3C"),
+            "song \"2b\", voice 300, messages[0].data: the message is cut off (at byte 92)");
+}
+
+TEST(BinaryShow, FieldThatIsCutOffIsNamed) {
+  const std::string body = BodyOf(SampleFile(kFixed));
+  EXPECT_EQ(ReadError(BinaryFile(kFixed, body.substr(0, 2))),
+            "show name: 4 bytes are due and 2 remain (at byte 10)");
+  EXPECT_EQ(ReadError(BinaryFile(kFixed, body + "x")),
+            "end: 1 bytes too many follow the last field (at byte 179)");
+  EXPECT_EQ(ReadError(BinaryFile(kCompact, BodyOf(SampleFile(kCompact)) + "xy")),
+            "end: 2 bytes too many follow the last field (at byte 91)");
+}
+
+/// The song of the sample once more behind itself.
+std::string TwoSongs(cmn::FileVersion version, std::size_t count_at, std::size_t song_at) {
+  std::string body = BodyOf(SampleFile(version));
+  const std::string song = body.substr(song_at);
+  body[count_at] = 2;
+  return BinaryFile(version, body + song);
+}
+
+TEST(BinaryShow, NothingVanishesInASecondSongOfTheSameNumber) {
+  EXPECT_EQ(ReadError(TwoSongs(kFixed, 7, 11)),
+            "song \"2b\", song number: the show has another song of the same number (at byte 337)");
+  EXPECT_EQ(ReadError(TwoSongs(kCompact, 4, 5)),
+            "song \"2b\", song number: the show has another song of the same number (at byte 167)");
+}
+
+TEST(BinaryShow, NothingVanishesInASecondVoiceOfTheSameNumber) {
+  EXPECT_EQ(
+      PatchedError(kFixed, 157, 2, "0100"),
+      "song \"2b\", voice 1, track number: the song has another voice of the same number (at byte 179)");
+  EXPECT_EQ(PatchedError(kCompact, 76, 2, "01"),
+            "song \"2b\", voice 1, track number: the song has another voice of the same number (at byte 90)");
+}
+
+TEST(CompactShow, TimesMayRunBackwardsAndWrap) {
+  zuna_midi::ShowData show = zuna_test::SampleShow();
+  auto& messages = show.songs().begin()->second->voice_data->GetTrack(300)->messages;
+  messages = {{0xFFFFFFFF, {0, 0, 0}}, {0, {0, 255, 255}}, {1, {255, 0, 0}}};
+  const std::string bytes = zuna_test::WriteShow(show, kCompact);
+  EXPECT_EQ(BodyOf(bytes).substr(80), Hex("03"              // messages
+                                          "FF FF FF FF 1F"  // time + 4294967295, status 0 as before the first
+                                          "00 00"           // data
+                                          "03  FF FF"       // time + 1 wraps to 0, same status, data
+                                          "02  FF  00 00"));  // time + 1, another status, data
+  EXPECT_EQ(zuna_test::ReadShow(bytes).songs().at("2b")->voice_data->GetTrack(300)->messages, messages);
+}
+
+}  // namespace
