@@ -32,7 +32,7 @@ std::string GoesOn(FileKind kind, std::uint64_t expected) {
 /// Appends to `bytes` until it has `size` of them. Works in pieces, so that a header that announces more than
 /// there is costs no memory, and so that the room for a piece is cleared while it is in the cache.
 void Append(std::istream& is, FileKind kind, std::uint64_t size, std::string& bytes) {
-  constexpr std::uint64_t kPiece = 256 * 1024;
+  constexpr std::uint64_t kPiece = std::uint64_t{256} * 1024;
   while (bytes.size() < size) {
     const auto piece = static_cast<std::size_t>(std::min<std::uint64_t>(kPiece, size - bytes.size()));
     const std::size_t old = bytes.size();

@@ -4,11 +4,9 @@
 
 namespace zuna_core {
 
-using std::literals::string_view_literals::operator""sv;
-
 const char* KindName(FileKind kind) { return kind == FileKind::kShow ? "show" : "log"; }
 
-std::string_view Magic(FileKind kind) { return kind == FileKind::kShow ? "\0ZSH"sv : "\0ZLG"sv; }
+std::string_view Magic(FileKind kind) { return {kind == FileKind::kShow ? "\0ZSH" : "\0ZLG", kMagicSize}; }
 
 std::optional<Header> DecodeHeader(FileKind kind, std::string_view bytes) {
   if (bytes.size() < kHeaderSize || bytes.substr(0, kMagicSize) != Magic(kind)) return std::nullopt;

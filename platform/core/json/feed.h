@@ -27,7 +27,7 @@ std::string DescribeJsonError(const boost::json::error_code& code);
 /// the stream has left. The handler of the parser gets the events and may stop it by an error.
 template <class Handler>
 JsonEnd FeedJson(std::istream& is, std::string_view prefix, boost::json::basic_parser<Handler>& parser) {
-  constexpr std::size_t kPiece = 64 * 1024;
+  constexpr std::size_t kPiece = std::size_t{64} * 1024;
   const std::unique_ptr<char[]> piece(new char[kPiece]);
   std::size_t size = prefix.copy(piece.get(), kPiece);
   JsonEnd end;

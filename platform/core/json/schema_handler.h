@@ -56,6 +56,7 @@ class SchemaHandler {
  private:
   using Field = JsonField<Builder>;
 
+  /// kRow is a list of rows inside one of them: a row is short and frequent, and has no frame of its own.
   enum class Level { kObject, kList, kRows, kRow, kBytes };
 
   struct Frame {
@@ -64,7 +65,7 @@ class SchemaHandler {
     const Schema<Builder>* schema = nullptr;  ///< of an object, or of the entries of a list
     const Field* field = nullptr;             ///< of an object: the one whose value is due or was the last
     std::uint32_t seen = 0;                   ///< of an object: a bit for each field
-    std::size_t index = 0;                    ///< the entry of a list, the column of a row
+    std::size_t index = 0;                    ///< the entry of a list
   };
 
   // The schema bounds the depth, so that frames need no memory of their own.
@@ -103,6 +104,7 @@ class SchemaHandler {
   std::array<Frame, kMaxFrames> frames_{};
   std::size_t depth_ = 0;
   std::array<std::int64_t, kMaxJsonColumns> row_{};
+  std::size_t column_ = 0;  ///< of the row
   std::string text_;
   std::string problem_;
 };
@@ -146,7 +148,8 @@ bool SchemaHandler<Builder>::on_object_end(std::size_t, Code& code) {
 template <class Builder>
 bool SchemaHandler<Builder>::on_array_begin(Code& code) {
   if (depth_ != 0 && top().level == Level::kRows) {
-    Push({Level::kRow, top().owner});
+    top().level = Level::kRow;
+    column_ = 0;
     return true;
   }
   if (const Field* field = Due(JsonKind::kList)) {
@@ -162,16 +165,16 @@ bool SchemaHandler<Builder>::on_array_begin(Code& code) {
 
 template <class Builder>
 bool SchemaHandler<Builder>::on_array_end(std::size_t, Code& code) {
-  const Frame& frame = top();
-  if (frame.level == Level::kRow) {
-    const std::size_t due = frame.owner->columns->size;
-    if (frame.index != due) return Fail(code, kit::format("%zu integers are due here", due));
-    frame.owner->row(builder_, row_.data());
+  Frame& frame = top();
+  if (frame.level != Level::kRow) {
     Pop();
-    ++top().index;
-  } else {
-    Pop();
+    return true;
   }
+  const std::size_t due = frame.owner->columns->size;
+  if (column_ != due) return Fail(code, kit::format("%zu integers are due here", due));
+  frame.owner->row(builder_, row_.data());
+  frame.level = Level::kRows;
+  ++frame.index;
   return true;
 }
 
@@ -224,8 +227,8 @@ bool SchemaHandler<Builder>::Integer(std::int64_t value, Code& code) {
   Frame& frame = top();
   if (frame.level == Level::kRow) {
     const JsonColumns& columns = *frame.owner->columns;
-    if (frame.index >= columns.size || !within(columns.ranges[frame.index])) return Unexpected(code);
-    row_[frame.index++] = value;
+    if (column_ >= columns.size || !within(columns.ranges[column_])) return Unexpected(code);
+    row_[column_++] = value;
     return true;
   }
   const Field* field = Due(JsonKind::kInteger);
@@ -258,7 +261,7 @@ std::string SchemaHandler<Builder>::Expected() const {
       return "a text";
     case Level::kRow: {
       const JsonColumns& columns = *frame.owner->columns;
-      return frame.index < columns.size ? integer(columns.ranges[frame.index]) : "the end of the list";
+      return column_ < columns.size ? integer(columns.ranges[column_]) : "the end of the list";
     }
     case Level::kObject:
       break;
@@ -287,6 +290,7 @@ std::string SchemaHandler<Builder>::Path() const {
     } else if (frame.level == Level::kList || frame.level == Level::kRows || frame.level == Level::kRow) {
       path += kit::format("[%zu]", frame.index);
     }
+    if (frame.level == Level::kRow) path += kit::format("[%zu]", column_);
   }
   return path;
 }

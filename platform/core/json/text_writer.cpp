@@ -2,7 +2,6 @@
 
 #include <array>
 #include <charconv>
-#include <cstring>
 
 #include "platform/core/text/utf8.h"
 
@@ -11,24 +10,6 @@ namespace zuna_core {
 namespace {
 
 constexpr char kHexDigits[] = "0123456789abcdef";
-
-struct ByteText {
-  std::array<char, 4> digits;
-  std::uint8_t size;
-};
-
-/// The decimal texts of 0 to 255.
-constexpr std::array<ByteText, 256> MakeByteTexts() {
-  std::array<ByteText, 256> texts{};
-  for (unsigned value = 0; value < texts.size(); ++value) {
-    ByteText& text = texts[value];
-    if (value >= 100) text.digits[text.size++] = static_cast<char>('0' + value / 100);
-    if (value >= 10) text.digits[text.size++] = static_cast<char>('0' + value / 10 % 10);
-    text.digits[text.size++] = static_cast<char>('0' + value % 10);
-  }
-  return texts;
-}
-constexpr std::array<ByteText, 256> kByteTexts = MakeByteTexts();
 
 /// What follows the backslash for each byte: 0 where none is needed, 'u' for the form with four digits.
 constexpr std::array<char, 256> MakeEscapes() {
@@ -46,14 +27,6 @@ constexpr std::array<char, 256> MakeEscapes() {
 constexpr std::array<char, 256> kEscapes = MakeEscapes();
 
 }  // namespace
-
-char* PutDecimal(char* to, std::uint8_t value) {
-  const ByteText& text = kByteTexts[value];
-  std::memcpy(to, text.digits.data(), text.digits.size());
-  return to + text.size;
-}
-
-char* PutDecimal(char* to, std::uint32_t value) { return std::to_chars(to, to + kMaxDecimalSize, value).ptr; }
 
 void JsonTextWriter::Number(std::int64_t value) {
   constexpr std::size_t kLongest = 20;

@@ -7,14 +7,6 @@
 
 namespace zuna_core {
 
-/// The longest decimal text of a 32-bit number.
-inline constexpr std::size_t kMaxDecimalSize = 11;
-
-/// Puts a byte as a decimal number. Writes 4 bytes whatever the number needs; returns its end.
-char* PutDecimal(char* to, std::uint8_t value);
-/// Puts a number; needs kMaxDecimalSize bytes. Returns its end.
-char* PutDecimal(char* to, std::uint32_t value);
-
 /// Writes the pieces of a JSON text into an output window.
 class JsonTextWriter {
  public:

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <optional>
 #include <string>
-#include <utility>
 
 #include "platform/core/json/document.h"
 #include "platform/core/json/feed.h"
@@ -42,10 +41,9 @@ class ProbeHandler {
   bool on_string_part(Part part, std::size_t, Code&) { return Append(part); }
   bool on_string(Part part, std::size_t, Code& code) {
     Append(part);
-    std::string text = std::exchange(text_, {});
-    if (depth_ != 1) return true;
-    if (key_ == "kind") kind_ = std::move(text);
-    if (key_ == "fileVersion") version_ = std::move(text);
+    if (depth_ == 1 && key_ == "kind") kind_ = text_;
+    if (depth_ == 1 && key_ == "fileVersion") version_ = text_;
+    text_.clear();
     if (!kind_ || !version_) return true;
     code = boost::json::error::extra_data;  // enough is known
     return false;

@@ -138,7 +138,7 @@ void EncodeMessages(const Messages& messages, Sink& sink) {
   sink.Records(messages, [&](const Messages::value_type& entry) {
     const auto& [time, message] = entry;
     // Without branches, for the same reason as in PutVarint().
-    const auto changed = static_cast<unsigned>(message.status != running);
+    const auto changed = static_cast<std::size_t>(message.status != running);
     const std::uint64_t step = std::uint64_t{static_cast<std::uint32_t>(time - before)} << 1;
     const std::uint64_t data = std::uint64_t{message.data1} | std::uint64_t{message.data2} << 8;
     before = time;
@@ -147,26 +147,30 @@ void EncodeMessages(const Messages& messages, Sink& sink) {
   });
 }
 
+[[noreturn]] void FailMessage(ByteReader& in, std::size_t index, const char* at, const char* field,
+                              const char* what) {
+  in.place.index = index;
+  in.MoveTo(at);
+  in.Fail(field, what);
+}
+
 void DecodeMessages(ByteReader& in, Messages& messages) {
   const std::size_t count = in.Entries(in.Varint32("messages"), kMinMessageSize, "messages");
   messages.reserve(count);
   in.place.list = "messages";
   const char* next = in.next();
   const char* const end = in.end();
-  const auto fail = [&](const char* at, const char* field, const char* what) {
-    in.place.index = messages.size();
-    in.MoveTo(at);
-    in.Fail(field, what);
-  };
   std::uint32_t time = 0;
   std::uint8_t running = 0;
   for (std::size_t i = 0; i < count; ++i) {
     const char* const begin = next;
     std::uint64_t step = 0;
-    if (!GetVarint(next, end, step)) fail(begin, "time", kNoVarint);
-    if ((step >> 33) != 0) fail(begin, "time", "the difference in time is above 4294967295");
+    if (!GetVarint(next, end, step)) FailMessage(in, i, begin, "time", kNoVarint);
+    if ((step >> 33) != 0) {
+      FailMessage(in, i, begin, "time", "the difference in time is above 4294967295");
+    }
     const bool same_status = (step & 1) != 0;
-    if (end - next < (same_status ? 2 : 1 + 2)) fail(next, "data", "the message is cut off");
+    if (end - next < (same_status ? 2 : 1 + 2)) FailMessage(in, i, next, "data", "the message is cut off");
     if (!same_status) running = static_cast<std::uint8_t>(*next++);
     time += static_cast<std::uint32_t>(step >> 1);
     messages.emplace_back(time, std_midi::VoiceMessage(running, static_cast<unsigned char>(next[0]),

@@ -31,7 +31,7 @@ const char* SetBarNumber(TL::BarsBeats& entry, const std::string& label) {
 void CheckWritable(const zuna_midi::ShowData& show) {
   for (const auto& [number, song] : show.songs()) {
     const auto refuse = [name = "Song " + Quote(number)](const std::string& what) {
-      throw std::logic_error(name + " cannot be written: " + what);
+      throw std::logic_error(std::string(name).append(" cannot be written: ").append(what));
     };
     if (song->song_number != number) refuse("its number was changed to " + Quote(song->song_number));
     if (!song->timeline) refuse("it has no timeline");

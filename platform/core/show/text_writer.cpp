@@ -1,5 +1,6 @@
 #include "platform/core/show/text_writer.h"
 
+#include "platform/core/json/decimal.h"
 #include "platform/core/json/text_writer.h"
 
 namespace zuna_core {
@@ -80,7 +81,7 @@ void WriteTimeline(JsonTextWriter& json, const TL::Timeline& timeline) {
 
 /// One message a line and not indented: most of a file is messages, and blanks would double it.
 void WriteMessages(OutputWindow& window, const zuna_midi::VoiceTrack& track) {
-  constexpr std::size_t kLongest = 2 + 1 + kMaxDecimalSize + 3 * (1 + 4) + 1;
+  constexpr std::size_t kLongest = 2 + 1 + kMaxDecimalSize + std::size_t{3} * (1 + 4) + 1;
   bool first = true;
   for (const auto& [time, message] : track.messages) {
     char* to = window.Room(kLongest);

@@ -12,7 +12,7 @@ namespace zuna_core {
 /// handed on in one piece, and memory does not grow with the file.
 class OutputWindow {
  public:
-  static constexpr std::size_t kSize = 64 * 1024;
+  static constexpr std::size_t kSize = std::size_t{64} * 1024;
 
   /// With `checksum`, keeps the CRC-32 of everything that goes through.
   OutputWindow(std::ostream& os, bool checksum);
