@@ -1,7 +1,7 @@
 #pragma once
 
 // The scalars and strings that all legacy formats are made of: little-endian, without alignment or padding.
-// docs/format-0-show.md draws them. A short read throws nothing by itself: the field keeps what was
+// docs/format-0.md draws them. A short read throws nothing by itself: the field keeps what was
 // delivered, and the stream is left in its fail state.
 
 #include <cstdint>
