@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/tally.h"
+#include "cli/base/tally.h"
 
 namespace zuna_cli::midi {
 

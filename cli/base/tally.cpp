@@ -1,4 +1,4 @@
-#include "cli/tally.h"
+#include "cli/base/tally.h"
 
 #include <algorithm>
 

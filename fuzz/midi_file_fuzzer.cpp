@@ -3,22 +3,18 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <stdexcept>
 
 #include "cli/midi/export.h"
 #include "cli/midi/import.h"
 #include "cli/midi/smf_reader.h"
 #include "cli/midi/smf_writer.h"
+#include "fuzz/target.h"
 
 namespace {
 
 using zuna_cli::midi::Report;
 using zuna_cli::smf::File;
-
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
 
 File ReadText(const std::string& bytes) {
   zuna_cli::smf::ReadNotes notes;
@@ -34,7 +30,9 @@ void CheckWriter(File file) {
     return;  // Without system-exclusive messages two events can stand too far apart.
   }
   const File again = ReadText(bytes);
-  Require(again.format == file.format && again.division == file.division && again.tracks == file.tracks);
+  const bool same = again.format == file.format && again.division == file.division;
+  fuzz::Require(same && again.tracks == file.tracks,
+                "a file that was read is written as one that reads the same");
 }
 
 std::size_t MessageCount(const zuna_midi::SongData& song) {
@@ -50,13 +48,12 @@ void CheckSong(const File& file) {
   const auto again = zuna_cli::midi::ImportSong(exported, "1", "fuzz", report);
   if (MessageCount(*again) != MessageCount(*song)) return;  // Some stood too far apart in their voice.
   for (const auto& [number, voice] : song->voice_data->tracks()) {
-    Require(again->voice_data->GetTrack(number)->messages == voice->messages);
+    fuzz::Require(again->voice_data->GetTrack(number)->messages == voice->messages,
+                  "a voice comes through export and import unchanged");
   }
 }
 
 }  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   try {

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+#include "cli/base/errors.h"
+
+namespace zuna_cli {
+
+/// Writes "zuna-convert: " and the message to standard error, in colour on a terminal unless the environment
+/// has NO_COLOR.
+void PrintError(const Failure& failure);
+
+/// Writes "zuna-convert: NAME: " and the text to standard error.
+void PrintNote(const std::string& name, const std::string& text);
+
+}  // namespace zuna_cli

@@ -1,0 +1,84 @@
+#include <filesystem>
+#include <memory>
+
+#include "cli/base/file_io.h"
+#include "cli/commands/context.h"
+#include "cli/midi/export.h"
+#include "cli/midi/file_names.h"
+#include "cli/midi/smf_writer.h"
+#include "cli/shows/show_file.h"
+#include "kit/path.h"
+
+namespace zuna_cli {
+
+namespace {
+
+constexpr unsigned kNewFileMode = 0666;
+
+struct Options {
+  std::string input;
+  std::string folder;
+  bool force = false;
+};
+
+struct MidiFile {
+  std::string path;
+  std::string bytes;
+};
+
+zuna_midi::ShowData ReadAnyShow(InputFile& file) {
+  if (ShowVersion(file) != cmn::FileVersion{}) return ReadCurrentShow(file);
+  const LegacyShow legacy = ReadLegacyShow(file);
+  return OnFile(file.name(), [&] { return legacy.show.get_version_1_0(); });
+}
+
+MidiFile ExportOne(const zuna_midi::SongData& song, const std::string& path, const std::string& input,
+                   const Context& context) {
+  midi::Report report;
+  const std::string name = input + ": song " + song.song_number;
+  std::string bytes = OnFile(name, [&] { return smf::Write(midi::ExportSong(song, report)); });
+  if (!report.not_kept.empty()) context.Note(name, "not kept: " + report.not_kept.ToString());
+  for (const std::string& remark : report.remarks) context.Note(name, remark);
+  return {path, std::move(bytes)};
+}
+
+/// Makes all files in memory, so that a song that cannot be exported leaves nothing behind.
+std::vector<MidiFile> ExportAll(const Options& options, const Context& context) {
+  InputFile file(options.input, context.Key());
+  const zuna_midi::ShowData show = ReadAnyShow(file);
+  std::vector<MidiFile> files;
+  midi::FileNames names;
+  for (const auto& [number, song] : show.songs()) {
+    const std::string path = kit::path::Join(options.folder, names.Make(number, song->song_name));
+    Output{path, options.force}.Check({options.input});
+    files.push_back(ExportOne(*song, path, file.name(), context));
+  }
+  return files;
+}
+
+void Run(const Options& options, const Context& context) {
+  RequireUsableInputs({options.input});
+  std::error_code ignored;
+  if (!std::filesystem::is_directory(options.folder, ignored)) {
+    throw Failure(ExitCode::kIo, options.folder, "is not a folder; create it first");
+  }
+  const std::vector<MidiFile> files = ExportAll(options, context);
+  for (const MidiFile& file : files) WriteFileAtomically(file.path, file.bytes, kNewFileMode);
+  context.Note(options.folder, Counted(files.size(), "MIDI file", "MIDI files") + " written");
+}
+
+}  // namespace
+
+void AddMidiExportCommand(CLI::App& midi, Context& context) {
+  CLI::App* command =
+      midi.add_subcommand("export", "Write every song of a show of any version as a MIDI file");
+  const auto options = std::make_shared<Options>();
+  AddInput(*command, options->input);
+  command->add_option("--out-dir", options->folder, "The folder for the files \"NUMBER NAME.mid\"")
+      ->required()
+      ->type_name("DIR");
+  command->add_flag("--force", options->force, "Replace files that exist");
+  command->callback([options, &context] { Run(*options, context); });
+}
+
+}  // namespace zuna_cli

@@ -1,0 +1,116 @@
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <set>
+
+#include "cli/base/file_io.h"
+#include "cli/base/version_text.h"
+#include "cli/commands/context.h"
+#include "cli/midi/import.h"
+#include "cli/midi/smf_reader.h"
+#include "cli/shows/show_info.h"
+#include "cli/shows/show_output.h"
+
+namespace zuna_cli {
+
+namespace {
+
+struct Options {
+  std::vector<std::string> inputs;
+  std::vector<std::string> song_numbers;
+  std::optional<std::string> show_name;
+  Output output;
+  cmn::FileVersion version;
+};
+
+/// The last component of `path` without its extension; empty for a standard stream.
+std::string Stem(const std::string& path) {
+  return path == kStandardStream ? "" : std::filesystem::path(path).stem().string();
+}
+
+/// The song numbers as given, one a file, or "1", "2", …
+std::vector<std::string> SongNumbers(const Options& options) {
+  std::vector<std::string> numbers = options.song_numbers;
+  if (numbers.empty()) {
+    for (std::size_t i = 1; i <= options.inputs.size(); ++i) numbers.push_back(std::to_string(i));
+  }
+  if (numbers.size() != options.inputs.size()) {
+    throw Failure(ExitCode::kUsage, "--song-number",
+                  "is given " + std::to_string(numbers.size()) + " times for " +
+                      std::to_string(options.inputs.size()) + " files; give it once for each, or not at all");
+  }
+  if (std::set<std::string>(numbers.begin(), numbers.end()).size() != numbers.size()) {
+    throw Failure(ExitCode::kUsage, "--song-number", "gives one number twice; give each song its own");
+  }
+  return numbers;
+}
+
+void NoteWhatTheReaderFound(const smf::ReadNotes& notes, std::size_t tracks, const std::string& name,
+                            const Context& context) {
+  if (notes.declared_tracks != tracks) {
+    context.Note(name, "the header says " + Counted(notes.declared_tracks, "track", "tracks") +
+                           ", and the file has " + std::to_string(tracks));
+  }
+  Tally odd;
+  odd.Add("unknown chunk", "unknown chunks", notes.unknown_chunks);
+  odd.Add("byte after the end of its track", "bytes after the end of their track", notes.bytes_after_end);
+  odd.Add("byte after the last chunk", "bytes after the last chunk", notes.bytes_after_last_chunk);
+  if (!odd.empty()) context.Note(name, "skipped: " + odd.ToString());
+  if (notes.missing_ends > 0) {
+    context.Note(name, Counted(notes.missing_ends, "track has", "tracks have") + " no End of Track");
+  }
+}
+
+std::shared_ptr<zuna_midi::SongData> ImportFile(const std::string& path, const std::string& number,
+                                                const Context& context) {
+  const std::string name = InputName(path);
+  const auto bytes = ReadBytes(path, kMaxFileSize);
+  smf::ReadNotes notes;
+  midi::Report report;
+  const auto song = OnFile(name, [&] {
+    const smf::File file = smf::Read(bytes, notes);
+    NoteWhatTheReaderFound(notes, file.tracks.size(), name, context);
+    return midi::ImportSong(file, number, Stem(path), report);
+  });
+  if (!report.not_kept.empty()) context.Note(name, "not kept: " + report.not_kept.ToString());
+  for (const std::string& remark : report.remarks) context.Note(name, remark);
+  return song;
+}
+
+void Run(const Options& options, const Context& context) {
+  context.CheckPaths(options.output, options.inputs);
+  const std::vector<std::string> numbers = SongNumbers(options);
+  const CipherKey key = context.Key();
+  zuna_midi::ShowData show;
+  show.show_name = options.show_name.value_or(Stem(options.output.path));
+  for (std::size_t i = 0; i < numbers.size(); ++i) {
+    show.AddSongData(ImportFile(options.inputs[i], numbers[i], context));
+  }
+  WriteShow(show, options.version, key, options.output);
+  context.Note(OutputName(options.output.path),
+               CountsText(SongInfosOf(show)) + ", MIDI -> " + VersionText(options.version));
+}
+
+}  // namespace
+
+void AddMidiImportCommand(CLI::App& midi, Context& context) {
+  CLI::App* command = midi.add_subcommand("import", "Make a show of MIDI files, one song each");
+  const auto options = std::make_shared<Options>();
+  command->add_option("MID", options->inputs, "The MIDI files of format 0 or 1; - for standard input")
+      ->required();
+  AddOutput(*command, options->output);
+  AddTarget(*command, options->version);
+  command
+      ->add_option(
+          "--song-number", options->song_numbers,
+          "The number of a song, such as 12a; once for each file in their order, or not at all: then "
+          "1, 2, 3 and so on")
+      ->type_name("NUMBER")
+      ->expected(1)
+      ->take_all();
+  command->add_option("--show-name", options->show_name, "The show's name; the name of OUT unless given")
+      ->type_name("NAME");
+  command->callback([options, &context] { Run(*options, context); });
+}
+
+}  // namespace zuna_cli

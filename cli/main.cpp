@@ -1,0 +1,72 @@
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <new>
+
+#include "cli/base/interrupt.h"
+#include "cli/base/messages.h"
+#include "cli/commands/context.h"
+
+namespace zuna_cli {
+
+namespace {
+
+constexpr const char* kFooter =
+    "The key and IV of encrypted files come from --key-file, or the file that ZUNA_KEY_FILE names, with the\n"
+    "lines \"key = HEX\" and \"iv = HEX\"; without one both are empty.\n"
+    "Exit codes: 0 done, 1 negative answer, 2 usage, 3 refused by policy, 4 bad or unsupported input,\n"
+    "5 wrong key, 6 input or output failed, 7 part of a batch failed, 8 nothing matched, 70 internal error,\n"
+    "130 interrupted.";
+
+void AddCommands(CLI::App& app, Context& context) {
+  app.add_option("--key-file", context.key_file, "The file with the key and IV")->type_name("FILE");
+  app.add_flag("--quiet", context.quiet, "Tell nothing but errors");
+  app.fallthrough();
+  app.require_subcommand(1);
+  app.footer(kFooter);
+  AddUpCommand(app, context);
+  AddDownCommand(app, context);
+  AddConvertCommand(app, context);
+  AddInfoCommand(app, context);
+  AddEncryptCommand(app, context);
+  AddDecryptCommand(app, context);
+  CLI::App* midi = app.add_subcommand("midi", "Standard MIDI Files");
+  midi->require_subcommand(1);
+  AddMidiImportCommand(*midi, context);
+  AddMidiExportCommand(*midi, context);
+}
+
+/// Shows help, or tells what is wrong with the command line.
+ExitCode ReportParse(const CLI::App& app, const CLI::ParseError& error) {
+  if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+    app.exit(error);
+    return std::cout.flush() ? ExitCode::kDone : ExitCode::kIo;
+  }
+  PrintError(
+      Failure(ExitCode::kUsage, "command line", std::string(error.what()) + "; see zuna-convert --help"));
+  return ExitCode::kUsage;
+}
+
+ExitCode Run(int argc, char** argv) {
+  Context context;
+  CLI::App app("Converts show files between format 0.0, the current versions and MIDI.", "zuna-convert");
+  try {
+    AddCommands(app, context);
+    app.parse(argc, argv);
+    return context.code;
+  } catch (const CLI::ParseError& error) {
+    return ReportParse(app, error);
+  } catch (...) {
+    const Failure failure = FailureOfCommand();
+    PrintError(failure);
+    return failure.code();
+  }
+}
+
+}  // namespace
+
+}  // namespace zuna_cli
+
+int main(int argc, char** argv) {
+  zuna_cli::HandleSignals();
+  return static_cast<int>(zuna_cli::Run(argc, argv));
+}

@@ -1,0 +1,124 @@
+#include "cli/shows/show_file.h"
+
+#include <array>
+#include <istream>
+#include <sstream>
+#include <string_view>
+#include <vector>
+
+#include "cli/base/errors.h"
+#include "cli/base/file_io.h"
+#include "cli/base/version_text.h"
+#include "cmn/version_probe.h"
+#include "format_converter/version0/change_log_header.h"
+
+namespace zuna_cli {
+
+namespace {
+
+constexpr std::string_view kLegacyLogMagic = "ZUNA";
+constexpr cmn::FileVersion kLegacy{0, 0};
+
+using Cipher = zuna_sec::TwoFishCipherStream;
+
+std::unique_ptr<Cipher> Decrypt(const std::string& path, const CipherKey& key) {
+  if (path != kStandardStream) return std::make_unique<Cipher>(path, key.key, key.iv);
+  return std::make_unique<Cipher>(ReadBytes(path, kMaxFileSize), key.key, key.iv);
+}
+
+/// Puts the stream back to its beginning, whatever a reader left behind.
+void Rewind(std::iostream& stream) {
+  stream.exceptions(std::ios_base::goodbit);
+  stream.clear();
+  stream.seekg(0);
+}
+
+bool BeginsLikeALegacyLog(std::iostream& stream) {
+  Rewind(stream);
+  std::array<char, kLegacyLogMagic.size()> start{};
+  stream.read(start.data(), start.size());
+  const auto count = static_cast<std::size_t>(stream.gcount());
+  Rewind(stream);
+  return std::string_view(start.data(), count) == kLegacyLogMagic;
+}
+
+/// The number of bytes that the stream has not given yet.
+std::size_t BytesLeft(std::iostream& stream) {
+  stream.exceptions(std::ios_base::goodbit);
+  const std::streamoff here = stream.tellg();
+  stream.seekg(0, std::ios_base::end);
+  return static_cast<std::size_t>(std::streamoff{stream.tellg()} - here);
+}
+
+/// Checks that a legacy log begins in `stream` and gives its show name.
+std::string ShowNameOf(std::istream& stream, const std::string& name) {
+  stream.exceptions(std::ios_base::failbit | std::ios_base::badbit);
+  return OnFile(name, [&] { return version0::get_show_name(stream); });
+}
+
+}  // namespace
+
+InputFile::InputFile(const std::string& path, const CipherKey& key)
+    : name_(InputName(path)), cipher_(OnFile(name_, [&] { return Decrypt(path, key); })) {}
+
+cmn::FileVersion ShowVersion(InputFile& file) {
+  return OnFile(file.name(), [&] {
+    const cmn::FileVersion version = cmn::get_showdata_version(file.stream());
+    if (version != kLegacy) return version;
+    const bool current_log = cmn::get_logdata_version(file.stream()) != kLegacy;
+    if (current_log || BeginsLikeALegacyLog(file.stream())) {
+      throw Failure(ExitCode::kBadInput, file.name(), "is a log, and this command takes shows; give a show");
+    }
+    return version;
+  });
+}
+
+void RequireLegacyShow(InputFile& file) {
+  const cmn::FileVersion version = ShowVersion(file);
+  if (version == kLegacy) return;
+  throw Failure(ExitCode::kBadInput, file.name(),
+                "is a show of version " + VersionText(version) + ", not 0.0; use convert or down");
+}
+
+cmn::FileVersion RequireCurrentShow(InputFile& file) {
+  const cmn::FileVersion version = ShowVersion(file);
+  if (version.major >= 1) return version;
+  throw Failure(ExitCode::kBadInput, file.name(),
+                "is no show of version 1.0 or higher (its version reads as " + VersionText(version) +
+                    "); use up for a show of version 0.0");
+}
+
+LegacyShow ReadLegacyShow(InputFile& file) {
+  std::iostream& stream = file.stream();
+  Rewind(stream);
+  return OnFile(file.name(), [&] {
+    const int song_count = stream.peek();
+    LegacyShow legacy{version0::ShowData(stream)};
+    legacy.replaced_songs = static_cast<std::size_t>(song_count) - legacy.show.songs.size();
+    legacy.trailing_bytes = BytesLeft(stream);
+    return legacy;
+  });
+}
+
+zuna_midi::ShowData ReadCurrentShow(InputFile& file) {
+  Rewind(file.stream());
+  return OnFile(file.name(), [&] { return zuna_midi::ShowData(file.stream()); });
+}
+
+std::string ReadCompanionShowName(const std::string& path, const CipherKey& key) {
+  const std::string name = InputName(path);
+  const std::vector<std::uint8_t> bytes = ReadBytes(path, kMaxFileSize);
+  const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  if (text.starts_with(kLegacyLogMagic)) {
+    std::istringstream plain{std::string(text)};
+    return ShowNameOf(plain, name);
+  }
+  const auto cipher = OnFile(name, [&] { return std::make_unique<Cipher>(bytes, key.key, key.iv); });
+  if (!BeginsLikeALegacyLog(cipher->GetStream())) {
+    throw Failure(ExitCode::kBadInput, name,
+                  "is no log of version 0.0 (it does not begin with \"ZUNA\"); give the log of the show");
+  }
+  return ShowNameOf(cipher->GetStream(), name);
+}
+
+}  // namespace zuna_cli
