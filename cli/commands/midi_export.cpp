@@ -42,16 +42,26 @@ MidiFile ExportOne(const zuna_midi::SongData& song, const std::string& path, con
   return {path, std::move(bytes)};
 }
 
+/// The paths of the files for all songs. Throws Failure where one may not be written.
+std::vector<std::string> PathsFor(const zuna_midi::ShowData& show, const Options& options) {
+  std::vector<std::string> paths;
+  midi::FileNames names;
+  for (const auto& [number, song] : show.songs()) {
+    paths.push_back(kit::path::Join(options.folder, names.Make(number, song->song_name)));
+    Output{paths.back(), options.force}.Check({options.input});
+  }
+  return paths;
+}
+
 /// Makes all files in memory, so that a song that cannot be exported leaves nothing behind.
 std::vector<MidiFile> ExportAll(const Options& options, const Context& context) {
   InputFile file(options.input, context.Key());
   const zuna_midi::ShowData show = ReadAnyShow(file);
+  const std::vector<std::string> paths = PathsFor(show, options);
+  auto path = paths.begin();
   std::vector<MidiFile> files;
-  midi::FileNames names;
   for (const auto& [number, song] : show.songs()) {
-    const std::string path = kit::path::Join(options.folder, names.Make(number, song->song_name));
-    Output{path, options.force}.Check({options.input});
-    files.push_back(ExportOne(*song, path, file.name(), context));
+    files.push_back(ExportOne(*song, *path++, file.name(), context));
   }
   return files;
 }

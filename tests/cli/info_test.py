@@ -1,0 +1,51 @@
+"""info of zuna-convert, as text and as JSON."""
+
+import json
+import unittest
+
+from tool import BAD_INPUT, PART_FAILED, WithShows, legacy_show, legacy_song
+
+
+class InfoTest(WithShows):
+    def test_tells_about_legacy_and_current_shows(self):
+        table = ("  number  name  division  length  voices  events  bars  tempos  meters\n"
+                 "  2       Two        480    1920       1       1     1       1       1\n"
+                 "  10      Ten        480    1920       1       1     1       1       1\n")
+        done = self.run_tool("info", "old.showdata", "new.showdata")
+        self.assertEqual(done.stdout.decode(),
+                         "old.showdata: show, version 0.0, 2 songs, 2 voices, 2 events\n" + table +
+                         'new.showdata: show, version 1.2, "My Show", 2 songs, 2 voices, 2 events\n' + table)
+
+    def test_writes_json(self):
+        song = {"songNumber": "2", "songName": "Two", "division": 480, "songLength": 1920, "voices": 1,
+                "events": 1, "bars": 1, "tempos": 1, "meters": 1}
+        songs = [song, {**song, "songNumber": "10", "songName": "Ten"}]
+        done = self.run_tool("info", "old.showdata", "new.showdata", "--json")
+        self.assertEqual(json.loads(done.stdout), [
+            {"path": "old.showdata", "kind": "showdata", "fileVersion": "0.0", "showName": None, "songs": songs},
+            {"path": "new.showdata", "kind": "showdata", "fileVersion": "1.2", "showName": "My Show",
+             "songs": songs},
+        ])
+
+    def test_goes_on_past_bad_files(self):
+        self.write("bad", "no show")
+        done = self.run_tool("info", "bad", "new.showdata", "none", "--json", code=PART_FAILED)
+        self.assertEqual([info["path"] for info in json.loads(done.stdout)], ["new.showdata"])
+        self.assertRegex(done.stderr, b"^zuna-convert: bad: .*\nzuna-convert: none: .*\n$")
+        self.assertEqual(json.loads(self.run_tool("info", "bad", "none", "--json", code=PART_FAILED).stdout), [])
+        self.assertEqual(self.run_tool("info", "bad", code=BAD_INPUT).stdout, b"")
+
+    def test_shows_any_name_safely(self):
+        name = b'\x1b[31m\xff"\\\n\xc3\xa9'
+        self.encrypt("odd", legacy_show(legacy_song("1", name)))
+        self.assertIn(b'  \\x1b[31m\\xff"\\\\x0a\xc3\xa9  ', self.run_tool("info", "odd").stdout)
+        info = json.loads(self.run_tool("info", "--json", "odd").stdout)
+        self.assertEqual(info["songs"][0]["songName"], '\x1b[31m\ufffd"\\\n\xe9')
+
+    def test_reads_standard_input(self):
+        done = self.run_tool("info", "-", stdin=self.read("new.showdata"))
+        self.assertTrue(done.stdout.startswith(b"standard input: show, version 1.2"))
+
+
+if __name__ == "__main__":
+    unittest.main()

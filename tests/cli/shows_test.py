@@ -1,0 +1,218 @@
+"""up, down and convert of zuna-convert: what they write, say and refuse."""
+
+import json
+import os
+import unittest
+
+from tool import BAD_INPUT, IO, WithShows, legacy_log, legacy_show, legacy_song
+
+VERSIONS = ("1.0", "1.1", "1.2", "2.0")
+UNDAMAGED = "get an undamaged copy of the file"
+
+
+class UpTest(WithShows):
+    def test_brings_a_show_up(self):
+        done = self.run_tool("up", "old.showdata", "-o", "out", "--companion", "old.logdata")
+        self.assertEqual(done.stderr, b"zuna-convert: old.showdata: 2 songs, 2 voices, 2 events, 0.0 -> 1.2\n")
+        self.assertEqual(done.stdout, b"")
+        info = json.loads(self.run_tool("info", "--json", "out").stdout)
+        self.assertEqual((info["fileVersion"], info["showName"]), ("1.2", "My Show"))
+        self.assertEqual([song["songNumber"] for song in info["songs"]], ["2", "10"])
+
+    def test_writes_every_current_version(self):
+        for version in VERSIONS:
+            self.run_tool("up", "old.showdata", "-o", version, "--to", version, "--companion", "old.logdata")
+            info = json.loads(self.run_tool("info", "--json", version).stdout)
+            self.assertEqual(info["fileVersion"], version)
+        document = json.loads(self.plaintext("2.0"))
+        self.assertEqual(document["songs"][0]["voices"][0]["messages"], [[0, 0x91, 60, 100]])
+
+    def test_takes_an_encrypted_companion(self):
+        self.encrypt("encrypted.logdata", legacy_log("Another"))
+        self.run_tool("up", "old.showdata", "-o", "out", "--companion", "encrypted.logdata")
+        self.assertEqual(json.loads(self.run_tool("info", "--json", "out").stdout)["showName"], "Another")
+
+    def test_refuses_companions_that_are_no_log(self):
+        self.encrypt("show", b"\x00")
+        arguments = ("up", "old.showdata", "-o", "out", "--companion")
+        self.refuse(*arguments, "show", code=BAD_INPUT,
+                    message='show: is no log of version 0.0 (it does not begin with "ZUNA"); give the log of '
+                            "the show")
+        self.write("text", "hello")
+        done = self.run_tool(*arguments, "text", code=BAD_INPUT)
+        self.assertRegex(done.stderr, b"^zuna-convert: text: .*not an encrypted file")
+        self.write("short", b"ZUNA\x01\x00\x00\x00short")
+        self.refuse(*arguments, "short", code=BAD_INPUT,
+                    message=f"short: ends too early or is damaged; {UNDAMAGED}")
+        done = self.run_tool(*arguments, "missing", code=IO)
+        self.assertRegex(done.stderr, b"^zuna-convert: missing: cannot be opened \\(.*\\); check the path")
+        self.assertNotIn("out", self.files())
+
+    def test_refuses_current_shows(self):
+        self.refuse("up", "new.showdata", "-o", "out", "--companion", "old.logdata", code=BAD_INPUT,
+                    message="new.showdata: is a show of version 1.2, not 0.0; use convert or down")
+
+    def test_says_what_it_changes(self):
+        song = legacy_song("7", tracks=((9, "Drums"), (1, "Bass"), (9, "Drum Kit")),
+                           labels=((0, "Prologue"), (480, "1234567")))
+        twin = legacy_song("8")
+        self.encrypt("odd", legacy_show(song, twin, twin) + b"tail")
+        done = self.run_tool("up", "odd", "-o", "out", "--companion", "old.logdata")
+        self.assertEqual(done.stderr.decode().splitlines(), [
+            'zuna-convert: odd: song 7: the label at 0 is cut: "Prologue" becomes "Prologu"',
+            'zuna-convert: odd: song 7: 2 tracks share id 9 and become one voice named "Drum Kit": "Drums", '
+            '"Drum Kit"',
+            "zuna-convert: odd: 1 song gave way to a later song of the same number",
+            "zuna-convert: odd: 4 bytes after the last song are not kept",
+            "zuna-convert: odd: 2 songs, 3 voices, 4 events, 0.0 -> 1.2",
+        ])
+
+    def test_refuses_damaged_legacy_shows(self):
+        good = legacy_show(legacy_song())
+        for size in range(len(good)):
+            self.encrypt("cut", good[:size])
+            done = self.run_tool("up", "cut", "-o", "out", "--companion", "old.logdata", code=BAD_INPUT)
+            self.assertRegex(done.stderr, b"^zuna-convert: cut: .*; .*\n$")
+            os.remove(self.path("cut"))
+        self.assertNotIn("out", self.files())
+
+
+class DownTest(WithShows):
+    def test_brings_a_show_down_to_the_same_bytes(self):
+        for version in VERSIONS:
+            self.run_tool("convert", "new.showdata", "-o", version, "--to", version)
+            done = self.run_tool("down", version, "-o", version + ".old")
+            self.assertEqual(done.stderr.decode().splitlines(), [
+                f'zuna-convert: {version}: format 0.0 does not keep 1 show name ("My Show"; up takes it from the '
+                "log)",
+                f"zuna-convert: {version}: 2 songs, 2 voices, 2 events, {version} -> 0.0",
+            ])
+            self.assertEqual(self.plaintext(version + ".old"), self.plaintext("old.showdata"))
+
+    def test_says_what_is_lost(self):
+        document = json.loads(self.convert_to_text())
+        song = document["songs"][0]
+        song["voices"][0]["trackNumber"] = 12
+        song["voices"][0]["reserved"] = 5
+        song["voices"].append({"trackNumber": 13, "name": "Drums", "reserved": 65535,
+                               "messages": [[0, 0x99, 36, 1]]})
+        song["voices"].append({"trackNumber": 14, "name": "Drum Kit", "reserved": 65535,
+                               "messages": [[0, 0x93, 36, 1], [5, 0x93, 37, 1]]})
+        song["timeline"]["tempos"] = [{"time": 0, "microseconds": 500000}, {"time": 700, "microseconds": 400000}]
+        song["timeline"]["meters"].append({"time": 480, "numerator": 6, "denominator": 8, "clocksPerClick": 36,
+                                           "notated32PerQuarter": 8})
+        song["timeline"]["keys"] = [{"time": 0, "key": 300, "mode": 1}]
+        song["timeline"]["pageNumbers"] = [{"time": 0, "page": 65537}]
+        self.encrypt("rich", json.dumps(document).encode())
+        done = self.run_tool("down", "rich", "-o", "out")
+        prefix = "zuna-convert: rich: format 0.0 does not keep "
+        self.assertEqual(done.stderr.decode().splitlines(), [
+            prefix + '1 show name ("My Show"; up takes it from the log)',
+            prefix + '3 voice numbers (song 2: voice 12 "Piano" becomes voice 1)',
+            prefix + '1 reserved field (song 2: voice 12 "Piano": 5)',
+            prefix + '1 voice name (song 2: voice 13 "Drums" becomes "Drum Kit")',
+            prefix + '1 voice of its own (song 2: voice 14 "Drum Kit" joins voice 9 "Drum Kit")',
+            prefix + '2 message channels (song 2: voice 14 "Drum Kit" at 0: status 147 becomes 153)',
+            prefix + "1 key (song 2: key 300 mode 1 at 0 becomes key 44 mode 1 at 0)",
+            prefix + "1 page number (song 2: page 65537 at 0 becomes page 1 at 0)",
+            prefix + "1 meter (song 2: 6/8 with 36 clocks and 8 32nds at 480 becomes 6/8 with 36 clocks and 8 "
+                     "32nds at 700)",
+            "zuna-convert: rich: 2 songs, 4 voices, 5 events, 2.0 -> 0.0",
+        ])
+        self.assertEqual(self.run_tool("--quiet", "down", "rich", "-o", "quiet").stderr, b"")
+        self.assertEqual(self.read("quiet"), self.read("out"))
+
+    def convert_to_text(self):
+        self.run_tool("convert", "new.showdata", "-o", "text", "--to", "2.0")
+        return self.plaintext("text")
+
+    def refuse_document(self, change, message):
+        document = json.loads(self.convert_to_text())
+        change(document)
+        self.encrypt("changed", json.dumps(document).encode())
+        os.remove(self.path("text"))
+        self.refuse("down", "changed", "-o", "out", code=BAD_INPUT, message="changed: " + message)
+        os.remove(self.path("changed"))
+
+    def test_refuses_what_the_legacy_format_cannot_hold(self):
+        def no_messages(document):
+            document["songs"][0]["voices"][0]["messages"] = []
+
+        def no_meters(document):
+            document["songs"][0]["timeline"]["meters"] = []
+
+        def long_name(document):
+            document["songs"][0]["songName"] = "x" * 256
+
+        def long_voice_name(document):
+            document["songs"][0]["voices"][0]["name"] = "x" * 300
+
+        def long_number(document):
+            document["songs"][0]["songNumber"] = "2" * 256
+
+        def many_songs(document):
+            document["songs"] = [{**document["songs"][0], "songNumber": str(i)} for i in range(256)]
+
+        self.refuse_document(no_messages,
+                             "song 2 has no messages, and format 0.0 cannot hold such a song; remove it")
+        self.refuse_document(long_name, "the name of song 2 has 256 bytes, and format 0.0 holds 255; shorten it")
+        self.refuse_document(long_voice_name,
+                             "the name of voice 1 of song 2 has 300 bytes, and format 0.0 holds 255; shorten it")
+        self.refuse_document(long_number,
+                             "the number of a song has 256 bytes, and format 0.0 holds 255; shorten it")
+        self.refuse_document(many_songs, "has 256 songs, and format 0.0 holds 255; split the show")
+        document = json.loads(self.convert_to_text())
+        no_meters(document)
+        self.encrypt("meterless", json.dumps(document).encode())
+        done = self.run_tool("down", "meterless", "-o", "out", code=BAD_INPUT)
+        self.assertRegex(done.stderr, b"^zuna-convert: meterless: .*meter")
+
+    def test_refuses_legacy_shows(self):
+        message = ("old.showdata: is no show of version 1.0 or higher (its version reads as 0.0); use up for a "
+                   "show of version 0.0")
+        self.refuse("down", "old.showdata", "-o", "out", code=BAD_INPUT, message=message)
+        self.refuse("convert", "old.showdata", "-o", "out", code=BAD_INPUT, message=message)
+
+
+class ConvertTest(WithShows):
+    def test_converts_between_all_versions_without_loss(self):
+        for source in VERSIONS:
+            self.run_tool("convert", "new.showdata", "-o", source, "--to", source)
+            for target in VERSIONS:
+                name = source + "-" + target
+                done = self.run_tool("convert", source, "-o", name, "--to", target)
+                self.assertEqual(done.stderr.decode(), f"zuna-convert: {source}: 2 songs, 2 voices, 2 events, "
+                                                       f"{source} -> {target}\n")
+                self.run_tool("convert", name, "-o", name + "-1.2")
+                self.assertEqual(self.read(name + "-1.2"), self.read("new.showdata"))
+
+    def test_refuses_unknown_versions(self):
+        for version in ("9.9", "0.0"):
+            done = self.run_tool("convert", "new.showdata", "-o", "out", "--to", version, code=BAD_INPUT)
+            self.assertRegex(done.stderr.decode(), f"^zuna-convert: out: .*{version}")
+        plain = bytearray(self.plaintext("new.showdata"))
+        self.assertEqual(plain[8:10], b"\x01\x02")  # the version, after magic (4) and count (4)
+        plain[9] = 77
+        self.encrypt("future", bytes(plain))
+        done = self.run_tool("convert", "future", "-o", "out", code=BAD_INPUT)
+        self.assertRegex(done.stderr.decode(), r"^zuna-convert: future: .*1\.77.*1\.2")
+        self.assertNotIn("out", self.files())
+
+    def test_refuses_logs(self):
+        self.encrypt("legacy.logdata", legacy_log())
+        self.encrypt("text.logdata", b'{"kind": "logdata", "fileVersion": "2.0", "showName": ""}')
+        for name in ("legacy.logdata", "text.logdata"):
+            for command in (["convert", name, "-o", "out"], ["down", name, "-o", "out"], ["info", name],
+                            ["up", name, "-o", "out", "--companion", "old.logdata"]):
+                self.refuse(*command, code=BAD_INPUT,
+                            message=f"{name}: is a log, and this command takes shows; give a show")
+
+    def test_refuses_an_edited_text_with_its_place(self):
+        self.run_tool("convert", "new.showdata", "-o", "text", "--to", "2.0")
+        self.encrypt("edited", self.plaintext("text").replace(b'"division"', b'"divison"', 1))
+        done = self.run_tool("convert", "edited", "-o", "out", code=BAD_INPUT)
+        self.assertRegex(done.stderr, b"^zuna-convert: edited: .*divison")
+
+
+if __name__ == "__main__":
+    unittest.main()

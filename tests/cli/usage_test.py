@@ -1,0 +1,40 @@
+"""The command line of zuna-convert."""
+
+import unittest
+
+from tool import IO, USAGE, WithShows
+
+
+class UsageTest(WithShows):
+    def test_explains_itself(self):
+        for arguments in (["--help"], ["up", "--help"], ["midi", "import", "--help"]):
+            self.assertIn(b"Usage: ", self.run_tool(*arguments).stdout)
+        self.assertIn(b"130 interrupted", self.run_tool("--help").stdout)
+
+    def test_refuses_wrong_command_lines(self):
+        for arguments in ([], ["frobnicate"], ["midi"], ["up", "old.showdata", "-o", "out"],
+                          ["convert", "new.showdata"], ["convert", "new.showdata", "-o", "out", "--frob"],
+                          ["convert", "new.showdata", "-o", "out", "--to", "1"],
+                          ["convert", "new.showdata", "-o", "out", "--to", "1.256"],
+                          ["convert", "new.showdata", "-o", "out", "--to", "1.2.3"],
+                          ["convert", "", "-o", "out"], ["convert", "new.showdata", "-o", ""],
+                          ["info"], ["info", ""]):
+            done = self.run_tool(*arguments, code=USAGE)
+            self.assertRegex(done.stderr, b"^zuna-convert: command line: .*; .*\n$")
+
+    def test_refuses_standard_input_twice(self):
+        message = "standard input: is given more than once; give a file for the others"
+        self.refuse("up", "-", "-o", "out", "--companion", "-", code=USAGE, message=message)
+        self.refuse("info", "-", "-", code=USAGE, message=message)
+        self.refuse("encrypt", "-", "-o", "out", "--key-file", "-", code=USAGE, message=message)
+
+    def test_reports_missing_inputs(self):
+        for command in (["convert", "none", "-o", "out"], ["decrypt", "none", "-o", "out"],
+                        ["encrypt", "none", "-o", "out"], ["info", "none"],
+                        ["midi", "import", "none", "-o", "out"]):
+            done = self.run_tool(*command, code=IO)
+            self.assertRegex(done.stderr, b"^zuna-convert: none: .*; .*\n$")
+
+
+if __name__ == "__main__":
+    unittest.main()
