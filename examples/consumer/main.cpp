@@ -1,4 +1,5 @@
-// Converts a show the way an application does: brings a legacy show to version 1.2, then takes it back down in memory.
+// Converts a show the way an application does: brings a legacy show to version 1.2, then takes it back down
+// in memory.
 //
 //   consumer LEGACY_SHOW LEGACY_LOG KEY_HEX IV_HEX OUT
 
