@@ -40,7 +40,7 @@ std::string VoicesDifference(const zuna_midi::VoiceData& a, const zuna_midi::Voi
     const std::string name = "voice " + std::to_string(left->first);
     if (left->first != right->first) return name + ", key";
     const std::string difference = TrackDifference(*left->second, *right->second);
-    if (!difference.empty()) return name + ", " + difference;
+    if (!difference.empty()) return std::string(name).append(", ").append(difference);
   }
   return "";
 }
@@ -63,7 +63,7 @@ std::string FirstDifference(const zuna_midi::ShowData& a, const zuna_midi::ShowD
     const std::string name = "song \"" + left->first + "\"";
     if (left->first != right->first) return name + ", key";
     const std::string difference = SongDifference(*left->second, *right->second);
-    if (!difference.empty()) return name + ", " + difference;
+    if (!difference.empty()) return std::string(name).append(", ").append(difference);
   }
   return "";
 }

@@ -129,6 +129,7 @@ using Messages = std::vector<std::pair<std::uint32_t, std_midi::VoiceMessage>>;
 // the message before (running status), then the status where it is another one, then the data bytes. Before
 // the first message, time and status are 0.
 constexpr std::size_t kMinMessageSize = 1 + 2;
+constexpr std::uint64_t kLargestStep = 0x1FFFFFFFF;  // 33 bits
 
 template <class Sink>
 void EncodeMessages(const Messages& messages, Sink& sink) {
@@ -166,7 +167,7 @@ void DecodeMessages(ByteReader& in, Messages& messages) {
     const char* const begin = next;
     std::uint64_t step = 0;
     if (!GetVarint(next, end, step)) FailMessage(in, i, begin, "time", kNoVarint);
-    if ((step >> 33) != 0) {
+    if (step > kLargestStep) {
       FailMessage(in, i, begin, "time", "the difference in time is above 4294967295");
     }
     const bool same_status = (step & 1) != 0;

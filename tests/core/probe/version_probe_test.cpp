@@ -78,7 +78,7 @@ TEST(VersionProbe, LegacyShowOf123SongsIsNoText) {
   EXPECT_EQ(ProbeShow(std::string("{\x01"
                                   "1\x05"
                                   "Intro\xE0\x01 and so on",
-                                  22)),
+                                  21)),
             kLegacy);
   EXPECT_EQ(ProbeShow("{" + std::string(100, '\0')), kLegacy);
 }

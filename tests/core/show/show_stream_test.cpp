@@ -46,7 +46,7 @@ TEST(ShowStream, WhatCannotSeekIsCheckedForItsSizeToo) {
     FailingStreambuf buffer(bytes, options);
     std::istream is(&buffer);
     try {
-      zuna_midi::ShowData{is};
+      const zuna_midi::ShowData show(is);
     } catch (const cmn::DataError& failure) {
       return failure.what();
     }
@@ -74,7 +74,7 @@ bool ReadFails(const std::string& bytes, std::size_t fail_at, bool by_exception,
   std::istream is(&buffer);
   is.exceptions(mask);
   try {
-    zuna_midi::ShowData{is};
+    const zuna_midi::ShowData show(is);
   } catch (const Failure&) {
     EXPECT_EQ(is.exceptions(), mask);
     return true;
@@ -107,7 +107,7 @@ TEST(ShowStream, StreamThatEndsTooEarlyThrowsWhereTheMaskAsksForIt) {
     for (std::size_t size = 0; size < good.size(); ++size) {
       std::istringstream is(good.substr(0, size));
       is.exceptions(std::ios_base::failbit);
-      EXPECT_THROW(zuna_midi::ShowData{is}, std::ios_base::failure) << size;
+      EXPECT_THROW(zuna_midi::ShowData show(is), std::ios_base::failure) << size;
     }
   }
 }
@@ -116,7 +116,7 @@ TEST(ShowStream, StreamThatFailedBeforeIsNotRead) {
   std::istringstream is(SampleFile({1, 2}));
   is.setstate(std::ios_base::failbit);
   try {
-    zuna_midi::ShowData{is};
+    const zuna_midi::ShowData show(is);
     FAIL() << "nothing was thrown";
   } catch (const cmn::DataError& error) {
     EXPECT_STREQ(error.what(), "The stream cannot be read; check where the data comes from");
