@@ -1,0 +1,31 @@
+#include "fuzz/seeds/sample_show.h"
+#include "fuzz/seeds/seeds.h"
+#include "fuzz/show_round_trip.h"
+#include "platform/core/binary/document.h"
+
+namespace {
+
+/// The minor version and the body, without header and checksum.
+std::vector<std::uint8_t> Body(const zuna_midi::ShowData& show, std::uint8_t minor) {
+  constexpr std::size_t kHeader = 4 + 4 + zuna_core::kVersionSize;
+  const std::string file = fuzz::Write(show, {1, minor});
+  const std::size_t checksum = minor == 0 ? 0 : zuna_core::kChecksumSize;
+  std::vector<std::uint8_t> input{minor};
+  input.insert(input.end(), file.begin() + kHeader, file.end() - static_cast<std::ptrdiff_t>(checksum));
+  return input;
+}
+
+}  // namespace
+
+void fuzz::WriteSeeds(const SeedFolder& folder) {
+  const zuna_midi::ShowData show = SampleShow();
+  folder.Write("good-1.0", Body(show, 0));
+  folder.Write("good-1.1", Body(show, 1));
+  folder.Write("good-1.2", Body(show, 2));
+  folder.Write("good-1.2-without-songs", Body({}, 2));
+  std::vector<std::uint8_t> cut = Body(show, 2);
+  cut.resize(cut.size() / 2);
+  folder.Write("bad-1.2-cut", cut);
+  folder.Write("bad-1.2-hostile-count", {2, 0, 0xFF, 0xFF, 0xFF, 0xFF, 0x0F});
+  folder.Write("bad-no-input", {});
+}
