@@ -22,6 +22,7 @@ void AddCommands(CLI::App& app, Context& context) {
   app.add_flag("--quiet", context.quiet, "Tell nothing but errors");
   app.fallthrough();
   app.require_subcommand(1);
+  app.set_version_flag("--version", "zuna-convert " ZUNA_VERSION, "Print the version and exit");
   app.footer(kFooter);
   AddUpCommand(app, context);
   AddDownCommand(app, context);

@@ -11,6 +11,9 @@ class UsageTest(WithShows):
             self.assertIn(b"Usage: ", self.run_tool(*arguments).stdout)
         self.assertIn(b"130 interrupted", self.run_tool("--help").stdout)
 
+    def test_tells_its_version(self):
+        self.assertRegex(self.run_tool("--version").stdout, rb"^zuna-convert \d+\.\d+\.\d+\n$")
+
     def test_refuses_wrong_command_lines(self):
         for arguments in ([], ["frobnicate"], ["midi"], ["up", "old.showdata", "-o", "out"],
                           ["convert", "new.showdata"], ["convert", "new.showdata", "-o", "out", "--frob"],
