@@ -67,7 +67,7 @@ std::shared_ptr<zuna_midi::SongData> ImportFile(const std::string& path, const s
   const auto bytes = ReadBytes(path, kMaxFileSize);
   smf::ReadNotes notes;
   midi::Report report;
-  const auto song = OnFile(name, [&] {
+  auto song = OnFile(name, [&] {
     const smf::File file = smf::Read(bytes, notes);
     NoteWhatTheReaderFound(notes, file.tracks.size(), name, context);
     return midi::ImportSong(file, number, Stem(path), report);
