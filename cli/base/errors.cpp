@@ -42,6 +42,9 @@ Failure FailureOf(const std::string& name) {
     return failure(ExitCode::kBadInput, "ends too early or is damaged; get an undamaged copy of the file");
   } catch (const version0::Version0Error& error) {
     return failure(ExitCode::kBadInput, std::string(error.what()) + "; get an undamaged copy of the file");
+  } catch (const std::bad_alloc&) {
+    return failure(ExitCode::kInternal,
+                   "is too large for the memory; close other programs or split the show");
   } catch (const std::exception& error) {
     return failure(ExitCode::kBadInput, error.what());
   }

@@ -17,23 +17,36 @@ static_assert(std::endian::native == std::endian::little,
 
 namespace {
 
-constexpr std::uint32_t kWindow = 4096;  ///< events that are read at once
+constexpr std::uint32_t kWindow = 512;    ///< events that are read at once
+constexpr std::uint32_t kMany = 1 << 16;  ///< events that no longer fit into a processor's nearer caches
 constexpr std::size_t kTrackIds = 256;
 
-/// Reads `count` events through a window and calls `each_window(first, last)` for every window that came in
-/// whole. Returns false where the stream failed before.
-template <typename EachWindow>
-bool read_windows(std::istream& is, std::uint32_t count, EachWindow each_window) {
-  std::vector<EventObject> window(std::min(count, kWindow));
+/// The end of the events at `first` that belong to one track.
+const EventObject* end_of_run(const EventObject* first, const EventObject* last) {
+  const std::uint8_t id = first->track_id;
+  return std::find_if(first, last, [id](const EventObject& event) { return event.track_id != id; });
+}
+
+using Window = std::array<EventObject, kWindow>;
+
+/// Reads `count` events through `window` and calls `take_run(first, last)` for each run of events of one
+/// track. Stops where the stream fails.
+template <typename TakeRun>
+void read_runs(std::istream& is, std::uint32_t count, Window& window, TakeRun take_run) {
   while (count > 0) {
     const std::uint32_t size = std::min(count, kWindow);
     if (!is.read(reinterpret_cast<char*>(window.data()),
-                 static_cast<std::streamsize>(size * sizeof(EventObject))))
-      return false;
-    each_window(window.data(), window.data() + size);
+                 static_cast<std::streamsize>(size * sizeof(EventObject)))) {
+      return;
+    }
+    const EventObject* const last = window.data() + size;
+    for (const EventObject* first = window.data(); first != last;) {
+      const EventObject* const end = end_of_run(first, last);
+      take_run(first, end);
+      first = end;
+    }
     count -= size;
   }
-  return true;
 }
 
 /// How many bytes follow the read position, or 0 where the stream cannot tell.
@@ -47,13 +60,13 @@ std::streamoff bytes_ahead(std::istream& is) {
 }
 
 /// Counts the events of each track and makes room for exactly so many, so that no list ever moves as it
-/// grows: with millions of events, fresh memory costs more than reading them twice. Leaves the read position
-/// where it was.
-void reserve(std::istream& is, std::uint32_t count, EventMap& events) {
+/// grows: with many events, fresh memory costs more than reading them twice. Leaves the read position where
+/// it was.
+void reserve(std::istream& is, std::uint32_t count, Window& window, EventMap& events) {
   const std::streamoff here = is.tellg();
   std::array<std::uint32_t, kTrackIds> sizes{};
-  read_windows(is, count, [&](const EventObject* first, const EventObject* last) {
-    for (; first != last; ++first) ++sizes[first->track_id];
+  read_runs(is, count, window, [&](const EventObject* first, const EventObject* last) {
+    sizes[first->track_id] += static_cast<std::uint32_t>(last - first);
   });
   is.seekg(here);
   for (std::size_t id = 0; id < kTrackIds; ++id) {
@@ -66,16 +79,12 @@ void reserve(std::istream& is, std::uint32_t count, EventMap& events) {
 EventMap read_events(std::istream& is) {
   const std::uint32_t count = get_u32(is);
   EventMap events;
-  if (bytes_ahead(is) / static_cast<std::streamoff>(sizeof(EventObject)) >= count) reserve(is, count, events);
-  read_windows(is, count, [&](const EventObject* first, const EventObject* last) {
-    while (first != last) {
-      const std::uint8_t id = first->track_id;
-      const auto* end =
-          std::find_if(first, last, [id](const EventObject& event) { return event.track_id != id; });
-      std::vector<EventObject>& track = events[id];
-      track.insert(track.end(), first, end);
-      first = end;
-    }
+  Window window;
+  const std::streamoff events_ahead = bytes_ahead(is) / static_cast<std::streamoff>(sizeof(EventObject));
+  if (count >= kMany && count <= events_ahead) reserve(is, count, window, events);
+  read_runs(is, count, window, [&](const EventObject* first, const EventObject* last) {
+    std::vector<EventObject>& track = events[first->track_id];
+    track.insert(track.end(), first, last);
   });
   return events;
 }

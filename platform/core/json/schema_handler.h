@@ -45,7 +45,12 @@ class SchemaHandler {
   bool on_string_part(Part part, std::size_t, Code&) { return Append(part); }
   bool on_string(Part part, std::size_t, Code& code);
   bool on_number_part(Part, Code&) { return true; }
-  bool on_int64(std::int64_t value, Part, Code& code) { return Integer(value, code); }
+  bool on_int64(std::int64_t value, Part, Code& code) {
+    // The integers of rows are nearly all that a document has.
+    if (column_ >= columns_->size || !Within(columns_->ranges[column_], value)) return Integer(value, code);
+    row_[column_++] = value;
+    return true;
+  }
   bool on_uint64(std::uint64_t, Part, Code& code) { return Unexpected(code); }  // above 2^63
   bool on_double(double, Part, Code& code) { return Unexpected(code); }
   bool on_bool(bool, Code& code) { return Unexpected(code); }
@@ -67,6 +72,8 @@ class SchemaHandler {
     std::uint32_t seen = 0;                   ///< of an object: a bit for each field
     std::size_t index = 0;                    ///< the entry of a list
   };
+
+  static constexpr JsonColumns kNoColumns{};
 
   // The schema bounds the depth, so that frames need no memory of their own.
   static constexpr std::size_t kMaxFrames = 16;
@@ -93,6 +100,11 @@ class SchemaHandler {
     return true;
   }
 
+  static bool Within(const JsonRange& range, std::int64_t value) {
+    return value >= range.min && value <= range.max;
+  }
+
+  /// Takes an integer outside of rows, or refuses one that does not fit into its row.
   bool Integer(std::int64_t value, Code& code);
   bool Text(Code& code);
   bool Fail(Code& code, std::string what);
@@ -104,7 +116,8 @@ class SchemaHandler {
   std::array<Frame, kMaxFrames> frames_{};
   std::size_t depth_ = 0;
   std::array<std::int64_t, kMaxJsonColumns> row_{};
-  std::size_t column_ = 0;  ///< of the row
+  const JsonColumns* columns_ = &kNoColumns;  ///< of the row
+  std::size_t column_ = 0;                    ///< the one whose integer is due
   std::string text_;
   std::string problem_;
 };
@@ -149,6 +162,7 @@ template <class Builder>
 bool SchemaHandler<Builder>::on_array_begin(Code& code) {
   if (depth_ != 0 && top().level == Level::kRows) {
     top().level = Level::kRow;
+    columns_ = top().owner->columns;
     column_ = 0;
     return true;
   }
@@ -170,9 +184,9 @@ bool SchemaHandler<Builder>::on_array_end(std::size_t, Code& code) {
     Pop();
     return true;
   }
-  const std::size_t due = frame.owner->columns->size;
-  if (column_ != due) return Fail(code, kit::format("%zu integers are due here", due));
+  if (column_ != columns_->size) return Fail(code, kit::format("%zu integers are due here", columns_->size));
   frame.owner->row(builder_, row_.data());
+  columns_ = &kNoColumns;
   frame.level = Level::kRows;
   ++frame.index;
   return true;
@@ -222,17 +236,9 @@ bool SchemaHandler<Builder>::Text(Code& code) {
 
 template <class Builder>
 bool SchemaHandler<Builder>::Integer(std::int64_t value, Code& code) {
-  const auto within = [value](const JsonRange& range) { return value >= range.min && value <= range.max; };
   if (depth_ == 0) return Unexpected(code);
-  Frame& frame = top();
-  if (frame.level == Level::kRow) {
-    const JsonColumns& columns = *frame.owner->columns;
-    if (column_ >= columns.size || !within(columns.ranges[column_])) return Unexpected(code);
-    row_[column_++] = value;
-    return true;
-  }
   const Field* field = Due(JsonKind::kInteger);
-  if (field == nullptr || !within(field->range)) return Unexpected(code);
+  if (field == nullptr || !Within(field->range, value)) return Unexpected(code);
   field->number(builder_, value);
   return true;
 }

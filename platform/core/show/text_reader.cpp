@@ -17,6 +17,9 @@ struct Builder {
   zuna_midi::ShowData show;
   std::shared_ptr<zuna_midi::SongData> song;
   std::shared_ptr<zuna_midi::VoiceTrack> track;
+  /// The messages of the voice, whose number the text does not tell beforehand. They grow here, in memory
+  /// that all voices share, so that each voice takes just what it needs.
+  decltype(zuna_midi::VoiceTrack::messages) messages;
 
   TL::Timeline& timeline() const { return *song->timeline; }
 };
@@ -102,12 +105,13 @@ constexpr JsonColumns kMessage{
 
 void AddMessage(Builder& b, const Value* row) {
   const auto byte = [row](int column) { return static_cast<unsigned char>(row[column]); };
-  b.track->messages.emplace_back(static_cast<std::uint32_t>(row[0]),
-                                 std_midi::VoiceMessage(byte(1), byte(2), byte(3)));
+  b.messages.emplace_back(static_cast<std::uint32_t>(row[0]),
+                          std_midi::VoiceMessage(byte(1), byte(2), byte(3)));
 }
 
 const char* EndTrack(Builder& b) {
-  b.track->messages.shrink_to_fit();
+  b.track->messages = b.messages;
+  b.messages.clear();
   return AddNewTrack(*b.song->voice_data, std::move(b.track)) ? nullptr : kDuplicateTrack;
 }
 

@@ -148,8 +148,8 @@ TEST(LegacySong, GroupsEventsByTrackAndKeepsTheirOrder) {
 
 TEST(LegacySong, ReadsMoreEventsThanFitIntoOneWindow) {
   SongData song = Song();
-  for (unsigned i = 0; i < 10'000; ++i) {
-    const auto track = static_cast<unsigned char>(i % 3 == 0 ? 200 : i / 7000 + 1);
+  for (unsigned i = 0; i < 100'000; ++i) {
+    const auto track = static_cast<unsigned char>(i % 3 == 0 ? 200 : i / 7000 % 100 + 1);
     song.events[track].emplace_back(i, i, 0x90, 60, 100, track);
   }
   const std::string bytes = Written(song);
