@@ -10,9 +10,9 @@ std::vector<std::uint8_t> Body(const zuna_midi::ShowData& show, std::uint8_t min
   constexpr std::size_t kHeader = 4 + 4 + zuna_core::kVersionSize;
   const std::string file = fuzz::Write(show, {1, minor});
   const std::size_t checksum = minor == 0 ? 0 : zuna_core::kChecksumSize;
-  std::vector<std::uint8_t> input{minor};
-  input.insert(input.end(), file.begin() + kHeader, file.end() - static_cast<std::ptrdiff_t>(checksum));
-  return input;
+  const std::string body = file.substr(kHeader, file.size() - kHeader - checksum);
+  const std::string input = static_cast<char>(minor) + body;
+  return {input.begin(), input.end()};
 }
 
 }  // namespace

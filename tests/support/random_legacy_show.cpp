@@ -101,9 +101,8 @@ void AddTracks(std::mt19937& random, SongData& song) {
     if ((id & 0x0F) == 9 ? id != 9 || !drums : left == 0) continue;
     if (id != 9) --left;
     const auto track_id = static_cast<std::uint8_t>(id);
-    // A blank in front, so that no other track is taken for drums.
-    const std::string name =
-        id == 9 ? (Below(random, 2) == 0 ? "Drums" : "Drum Kit") : " " + Text(random, 254);
+    std::string name = id == 9 ? (Below(random, 2) == 0 ? "Drums" : "Drum Kit") : " ";
+    if (id != 9) name.append(Text(random, 254));  // behind a blank, so that no other track is taken for drums
     song.tracks.emplace_back(track_id, name);
     AddEvents(random, song, track_id, Below(random, 100));
   }

@@ -202,7 +202,7 @@ TEST(WriteShow, ChangedKeyIsRefused) {
   song.voice_data->GetTrack(300)->track_number = 2;
   EXPECT_EQ(WriteError<std::logic_error>(show, {1, 2}),
             "Song \"2b\" cannot be written: the number of its voice 300 was changed to 2");
-  song.song_number = "3";
+  song.song_number.assign(1, '3');
   EXPECT_EQ(WriteError<std::logic_error>(show, {1, 2}),
             "Song \"2b\" cannot be written: its number was changed to \"3\"");
 }
