@@ -62,14 +62,13 @@ std::string read_show_name(const std::string& log_path) {
   return show_name;
 }
 
-/// An empty output whose stream throws when it cannot take what is written, so that no part is ever taken for
-/// a whole.
-class Output : public zuna_sec::TwoFishCipherStream {
- public:
-  Output(const Bytes& key, const Bytes& iv) : TwoFishCipherStream(std::string(), key, iv) {
-    GetStream().exceptions(std::ios_base::failbit | std::ios_base::badbit);
-  }
-};
+/// The stream of an empty output, which from now on throws std::ios_base::failure when it cannot take what is
+/// written, so that no part is ever taken for a whole.
+std::ostream& writable(zuna_sec::TwoFishCipherStream& output) {
+  std::ostream& stream = output.GetStream();
+  stream.exceptions(std::ios_base::failbit | std::ios_base::badbit);
+  return stream;
+}
 
 }  // namespace
 
@@ -77,40 +76,43 @@ std::string showdata_up(const std::string& input, const std::string& output, con
                         const cmn::FileVersion& version, const CipherKey& cipher_key) {
   zuna_midi::ShowData show = read_legacy_show(input, cipher_key).get_version_1_0();
   show.show_name = read_show_name(log_path);
-  Output encrypted(cipher_key.key, cipher_key.iv);
-  show.WriteBinary(encrypted.GetStream(), version);
-  encrypted.WriteToFile(output);
-  return output;
+  zuna_sec::TwoFishCipherStream encrypted(std::string(), cipher_key.key, cipher_key.iv);
+  show.WriteBinary(writable(encrypted), version);
+  std::string result = output;  // before the file is there: copying can fail
+  encrypted.WriteToFile(result);
+  return result;
 }
 
 std::string showdata_down(const std::string& input, const std::string& output, const CipherKey& cipher_key) {
   const version0::ShowData show(read_current_show(input, cipher_key.key, cipher_key.iv));
-  Output encrypted(cipher_key.key, cipher_key.iv);
-  show.write_binary(encrypted.GetStream());
-  encrypted.WriteToFile(output);
-  return output;
+  std::string result = output;  // before the file is there: copying can fail
+  zuna_sec::TwoFishCipherStream encrypted(std::string(), cipher_key.key, cipher_key.iv);
+  show.write_binary(writable(encrypted));
+  encrypted.WriteToFile(result);
+  return result;
 }
 
 Bytes showdata_down_vector(const Bytes& data, const Bytes& key, const Bytes& iv) {
   const version0::ShowData show(read_current_show(data, key, iv));
-  Output encrypted(key, iv);
-  show.write_binary(encrypted.GetStream());
+  zuna_sec::TwoFishCipherStream encrypted(std::string(), key, iv);
+  show.write_binary(writable(encrypted));
   return encrypted.GetEncryptedBytes();
 }
 
 std::string showdata_converter(const std::string& input, const std::string& output,
                                const cmn::FileVersion& version, const CipherKey& cipher_key) {
   const zuna_midi::ShowData show = read_current_show(input, cipher_key.key, cipher_key.iv);
-  Output encrypted(cipher_key.key, cipher_key.iv);
-  show.WriteBinary(encrypted.GetStream(), version);
-  encrypted.WriteToFile(output);
-  return output;
+  zuna_sec::TwoFishCipherStream encrypted(std::string(), cipher_key.key, cipher_key.iv);
+  show.WriteBinary(writable(encrypted), version);
+  std::string result = output;  // before the file is there: copying can fail
+  encrypted.WriteToFile(result);
+  return result;
 }
 
 Bytes showdata_converter_vector(const Bytes& data, const cmn::FileVersion& version, const Bytes& key,
                                 const Bytes& iv) {
   const zuna_midi::ShowData show = read_current_show(data, key, iv);
-  Output encrypted(key, iv);
-  show.WriteBinary(encrypted.GetStream(), version);
+  zuna_sec::TwoFishCipherStream encrypted(std::string(), key, iv);
+  show.WriteBinary(writable(encrypted), version);
   return encrypted.GetEncryptedBytes();
 }

@@ -6,6 +6,7 @@
 #include <istream>
 #include <ostream>
 #include <stdexcept>
+#include <vector>
 
 #include "format_converter/version0/primitives.h"
 

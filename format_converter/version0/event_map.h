@@ -1,16 +1,10 @@
 #pragma once
 
-#include <cstdint>
 #include <iosfwd>
-#include <map>
-#include <vector>
 
 #include "format_converter/version0/event_object.h"
 
 namespace version0 {
-
-/// The events of a song by track id, each track's in the order in which they were added.
-using EventMap = std::map<std::uint8_t, std::vector<EventObject>>;
 
 /// Reads the event count (4 bytes) and that many events, and hands each to its track. Stops when the stream
 /// fails.

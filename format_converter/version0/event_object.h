@@ -2,7 +2,9 @@
 
 #include <cstdint>
 #include <iosfwd>
+#include <map>
 #include <type_traits>
+#include <vector>
 
 #include "kit/api.h"
 
@@ -37,5 +39,8 @@ static_assert(sizeof(EventObject) == 4 + 4 + 1 + 1 + 1 + 1 && std::is_trivially_
 
 /// Writes "EventObject(0, 480, 0x90, 60, 100, 1)" and leaves the stream in decimal without base prefix.
 ZUNA_API std::ostream& operator<<(std::ostream& os, const EventObject& event);
+
+/// The events of a song by track id, each track's in the order in which they were added.
+using EventMap = std::map<std::uint8_t, std::vector<EventObject>>;
 
 }  // namespace version0

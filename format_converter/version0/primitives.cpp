@@ -2,7 +2,6 @@
 
 #include <array>
 #include <bit>
-#include <iostream>
 #include <istream>
 #include <ostream>
 #include <stdexcept>
@@ -11,7 +10,6 @@ namespace version0 {
 
 namespace {
 
-constexpr std::uint32_t kNoPosition = 0xFFFFFFFF;
 constexpr std::size_t kStringLimit = 256;
 constexpr std::uint32_t kLengthFieldSize = 4;
 
@@ -77,16 +75,6 @@ bool at_end(std::istream& is, std::uint32_t end) {
 int position_for_message(std::istream& is) {
   if (is.fail()) return -1;
   return static_cast<int>(is.rdbuf()->pubseekoff(0, std::ios_base::cur, std::ios_base::in));
-}
-
-void print_istream_pos(std::istream& is) {
-  std::cout << std::to_string(static_cast<std::streamoff>(is.tellg())) << std::endl;
-}
-
-std::uint32_t ostream_tellp(std::ostream& os) {
-  if (os.fail()) return kNoPosition;
-  const std::streamoff position = os.rdbuf()->pubseekoff(0, std::ios_base::cur, std::ios_base::out);
-  return static_cast<std::uint32_t>(position);
 }
 
 LengthField::LengthField(std::ostream& os) : position_(ostream_tellp(os)) { put_u32(os, 0); }

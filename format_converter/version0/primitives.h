@@ -8,7 +8,7 @@
 #include <iosfwd>
 #include <string>
 
-#include "kit/api.h"
+#include "format_converter/version0/stream_position.h"
 
 namespace version0 {
 
@@ -42,14 +42,6 @@ bool at_end(std::istream& is, std::uint32_t end);
 /// The read position for messages: unlike tellg it does not fail a stream that has only met its end. -1 on a
 /// failed stream.
 int position_for_message(std::istream& is);
-
-/// Writes the read position to standard output as a decimal number and a line end. The position does not
-/// change.
-ZUNA_API void print_istream_pos(std::istream& is);
-
-/// The write position modulo 2^32; 0xFFFFFFFF on a failed stream. Unlike tellp it never flushes a tied
-/// stream.
-ZUNA_API std::uint32_t ostream_tellp(std::ostream& os);
 
 /// A 32-bit length in front of a body that is not written yet.
 class LengthField {

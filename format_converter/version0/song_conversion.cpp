@@ -10,11 +10,11 @@ namespace version0 {
 
 namespace {
 
-constexpr unsigned kTrackLimit = 241;
+constexpr std::size_t kTrackLimit = 241;
 /// What the 16-bit field after a voice's name holds in every voice that comes from a legacy track.
 constexpr std::uint16_t kReserved = 0xFFFF;
 
-using Voices = zuna_midi::VoiceData::Tracks;
+bool is_drum_name(const std::string& name) { return name == "Drum Kit" || name == "Drums"; }
 
 std::shared_ptr<zuna_midi::VoiceTrack> make_voice(const TrackObject& track) {
   auto voice = std::make_shared<zuna_midi::VoiceTrack>();
@@ -46,7 +46,8 @@ void require_complete(const zuna_midi::SongData& song) {
 void require_enough_ids(const zuna_midi::VoiceData& voices, std::size_t id_count) {
   const auto others = std::count_if(voices.tracks().begin(), voices.tracks().end(),
                                     [](const auto& entry) { return !is_drum_name(entry.second->name); });
-  if (voices.track_count() > kTrackLimit || static_cast<std::size_t>(others) > id_count) {
+  // The whole number of voices, which track_count() gives modulo 65536 only.
+  if (voices.tracks().size() > kTrackLimit || static_cast<std::size_t>(others) > id_count) {
     throw TrackCountError("track_count() greater than 241 cannot be converted.");
   }
 }

@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "format_converter/version0/errors.h"
+#include "format_converter/version0/event_map.h"
 #include "format_converter/version0/primitives.h"
 
 namespace version0 {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "format_converter/version0/event_map.h"
+#include "format_converter/version0/event_object.h"
 #include "format_converter/version0/timeline.h"
 #include "format_converter/version0/track_object.h"
 #include "kit/api.h"

@@ -38,12 +38,20 @@ void require_first_tempo(const std::vector<Tempo>& tempos, const std::vector<Met
 
 /// A meter whose next one stands at time 0 has all tempos from its time on, so meters in disorder repeat
 /// tempos. A few such are converted as they stand; a file made of them must not exhaust the memory.
-template <typename Tempo>
-void require_few_repeats(const std::vector<Tempo>& tempos, std::size_t converted) {
-  constexpr std::size_t kMostRepeats = 1'000'000;
-  if (converted <= tempos.size() + kMostRepeats) return;
-  throw std::length_error(
-      "The meters of a timeline are in disorder and would repeat its tempos a million times");
+template <typename Tempo, typename Meter>
+void require_few_repeats(const std::vector<Tempo>& tempos, const std::vector<Meter>& meters) {
+  constexpr std::size_t kMostRepeats = 16;
+  std::size_t converted = 0;
+  for (std::size_t i = 0; i < meters.size(); ++i) converted += tempos_under(tempos, meters, i).size();
+  if (converted <= kMostRepeats * (tempos.size() + meters.size())) return;
+  throw std::length_error("The meters of a timeline are in disorder and would repeat its tempos too often");
+}
+
+/// What has to hold before a timeline is converted, in either direction.
+template <typename Tempo, typename Meter>
+void require_convertible(const std::vector<Tempo>& tempos, const std::vector<Meter>& meters) {
+  require_first_tempo(tempos, meters);
+  require_few_repeats(tempos, meters);
 }
 
 TL::Meter make_meter(std::uint32_t time, const RMeter& signature, const RTempo& click) {
@@ -52,7 +60,7 @@ TL::Meter make_meter(std::uint32_t time, const RMeter& signature, const RTempo& 
 }
 
 void convert_meters(const Timeline& from, TL::Timeline& to, unsigned short division) {
-  require_first_tempo(from.tempos, from.meters);
+  require_convertible(from.tempos, from.meters);
   const RTempo* last_tempo = nullptr;
   for (std::size_t i = 0; i < from.meters.size(); ++i) {
     const RMeter& signature = from.meters[i];
@@ -61,7 +69,6 @@ void convert_meters(const Timeline& from, TL::Timeline& to, unsigned short divis
       to.meters.push_back(make_meter(signature.time, signature, *last_tempo));
       continue;
     }
-    require_few_repeats(from.tempos, to.tempos.size() + tempos.size());
     to.meters.push_back(make_meter(tempos.front().time, signature, tempos.front()));
     for (const RTempo& tempo : tempos) {
       to.tempos.push_back({tempo.time, static_cast<std::uint32_t>(tempo.microseconds(division))});
@@ -85,12 +92,11 @@ RTempo repeat_tempo(const RTempo& tempo, const TL::Meter& click) {
 }
 
 void convert_meters(const TL::Timeline& from, Timeline& to, unsigned short division) {
-  require_first_tempo(from.tempos, from.meters);
+  require_convertible(from.tempos, from.meters);
   for (std::size_t i = 0; i < from.meters.size(); ++i) {
     const TL::Meter& meter = from.meters[i];
     to.meters.emplace_back(meter.time, meter.numerator, meter.denominator);
     const auto tempos = tempos_under(from.tempos, from.meters, i);
-    require_few_repeats(from.tempos, to.tempos.size() + tempos.size());
     for (const TL::Tempo& tempo : tempos) to.tempos.push_back(make_tempo(tempo, meter, division));
     if (tempos.empty() && need_new_tempo(to.tempos.back(), meter)) {
       to.tempos.push_back(repeat_tempo(to.tempos.back(), meter));

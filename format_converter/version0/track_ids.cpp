@@ -10,6 +10,4 @@ std::deque<unsigned char> get_non_drum_ids() {
   return ids;
 }
 
-bool is_drum_name(const std::string& name) { return name == "Drum Kit" || name == "Drums"; }
-
 }  // namespace version0

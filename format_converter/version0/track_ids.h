@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <deque>
-#include <string>
 
 #include "kit/api.h"
 
@@ -14,8 +13,5 @@ inline constexpr std::uint8_t kDrumId = 9;
 /// The ids that tracks which are no drums are given, in this order: every byte from 1 to 255 whose low nibble
 /// is not 9, 239 in all.
 ZUNA_API std::deque<unsigned char> get_non_drum_ids();
-
-/// Whether a voice of this name is a drum voice.
-bool is_drum_name(const std::string& name);
 
 }  // namespace version0

@@ -41,8 +41,9 @@ void WriteAll(int file, Bytes bytes, const std::string& path) {
     const Bytes rest = bytes.subspan(written, std::min(bytes.size() - written, kLargestWrite));
     const ssize_t count = RetryInterrupted([&] { return ::write(file, rest.data(), rest.size()); });
     if (count < 0) {
+      const int error = errno;
       ThrowIoError(path, kit::format("cannot be written (after %zu of %zu bytes)", written, bytes.size()),
-                   errno);
+                   error);
     }
     written += static_cast<std::size_t>(count);
   }

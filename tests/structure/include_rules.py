@@ -34,12 +34,13 @@ FOREIGN = {
 }
 
 # Headers of the converter that are not installed, so that nobody else may include them.
-PRIVATE = {"format_converter/guarded_read.h", "format_converter/version0/rounding.h",
+PRIVATE = {"format_converter/guarded_read.h", "format_converter/version0/event_map.h",
+           "format_converter/version0/primitives.h", "format_converter/version0/rounding.h",
            "format_converter/version0/sequence.h"}
 
 # The layers of version0/: a file may include its own layer and those before it.
 LAYERS = [
-    r"errors|primitives|rounding|sequence",
+    r"errors|primitives|rounding|sequence|stream_position",
     r"r_\w+|x_\w+|event_object|event_map|track_object|track_ids|paired_event",
     r"timeline|song_data|show_data|change_log_header|song_log|change_log",
     r"timeline_conversion|song_conversion|show_conversion|song_log_conversion|change_log_conversion",

@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "format_converter/version0/errors.h"
+#include "format_converter/version0/event_map.h"
 #include "tests/support/bytes.h"
 
 namespace {

@@ -223,12 +223,20 @@ TEST(TimelineConversion, DivisionOfZeroHasDefinedResults) {
 TEST(TimelineConversion, MetersInDisorderCannotExhaustTheMemory) {
   constexpr std::size_t kMany = 3000;
   constexpr const char* kRefused =
-      "The meters of a timeline are in disorder and would repeat its tempos a million times";
+      "The meters of a timeline are in disorder and would repeat its tempos too often";
   const Timeline legacy = Legacy(std::vector(kMany, RMeter(0, 4, 4)), std::vector(kMany, Tempo120(0)));
   EXPECT_EQ(MessageOf<std::length_error>([&] { Up(legacy); }), kRefused);
   const TL::Timeline current =
       Current(std::vector(kMany, TL::Meter{0, 4, 4, 24, 8}), std::vector(kMany, TL::Tempo{0, 500000}));
   EXPECT_EQ(MessageOf<std::length_error>([&] { Down(current); }), kRefused);
+}
+
+TEST(TimelineConversion, ManyMetersInOrderRepeatTemposAsOftenAsTheClickChanges) {
+  std::vector<TL::Meter> meters;
+  for (std::uint32_t time = 0; time < 10'000; ++time) {
+    meters.push_back({time, 4, 4, static_cast<std::uint8_t>(time % 2 == 0 ? 24 : 48), 8});
+  }
+  EXPECT_EQ(Down(Current(meters, {{0, 500000}})).tempos.size(), 10'000U);
 }
 
 TEST(NeedNewMeter, ComparesClickAndQuarter) {
