@@ -18,16 +18,17 @@
 
 /// Turns the legacy show at `input` into a current one of this version. `log_path` names a legacy log of the
 /// same show, not encrypted; the show's name is taken from it. Throws FormatConverterError when the input is
-/// not of version 0.0, version0::Version0Error when it is damaged, kit::IoError when the log cannot be read,
-/// version0::IDError when it is no legacy log.
+/// not of version 0.0; kit::IoError when the input is cut off or the log cannot be read;
+/// version0::Version0Error when either is damaged; std::out_of_range for an event whose track id stands in no
+/// track.
 ZUNA_API std::string showdata_up(const std::string& input, const std::string& output,
                                  const std::string& log_path, const cmn::FileVersion& version,
                                  const CipherKey& cipher_key);
 
 /// Turns the current show at `input` into a legacy one.
 /// Throws FormatConverterError when the input is a legacy show, version0::TrackCountError when a song has
-/// more voices, std::logic_error when its timeline has no meter and tempo at its start, std::length_error and
-/// std::out_of_range when the legacy format cannot hold a text or a song without events.
+/// more voices than there are ids, std::length_error and std::out_of_range when the legacy format cannot hold
+/// a text or a song without events.
 ZUNA_API std::string showdata_down(const std::string& input, const std::string& output,
                                    const CipherKey& cipher_key);
 ZUNA_API std::vector<std::uint8_t> showdata_down_vector(const std::vector<std::uint8_t>& data,

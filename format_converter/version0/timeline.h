@@ -38,7 +38,8 @@ struct ZUNA_API Timeline {
   explicit Timeline(std::istream& is);
 
   /// The legacy form of a current timeline, for `division` ticks in a quarter note.
-  /// Throws std::logic_error for a timeline without meters, or whose first meter has no tempo.
+  /// Throws std::logic_error for a timeline without meters, whose first meter has no tempo, or whose meters
+  /// stand in such disorder that they would repeat its tempos without end (std::length_error).
   Timeline(const TL::Timeline& timeline, const std::string& song_name, unsigned length,
            unsigned short division);
 

@@ -12,7 +12,7 @@
 
 namespace zuna_midi {
 
-/// A whole show in the current model.
+/// A whole show in the current model. A copy shares its songs with the original.
 class ZUNA_API ShowData {
  public:
   using Songs = std::map<std::string, std::shared_ptr<SongData>, kit::NumericStringCompare>;
