@@ -121,7 +121,7 @@ struct IgnoreAll {
 
 std::function<void()> ParseWithBoostAlone(const std::shared_ptr<const std::string>& text) {
   return [text] {
-    constexpr std::size_t kPiece = 64 * 1024;
+    constexpr std::size_t kPiece = std::size_t{64} * 1024;
     boost::json::basic_parser<IgnoreAll> parser{boost::json::parse_options()};
     boost::json::error_code error;
     for (std::size_t at = 0; at < text->size(); at += kPiece) {
