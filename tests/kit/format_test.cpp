@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
+#include "tests/support/bytes.h"
+
 namespace {
 
 TEST(Format, PrintsLikePrintf) {
@@ -13,6 +17,12 @@ TEST(Format, PrintsLikePrintf) {
 TEST(Format, HasNoLengthLimit) {
   const std::string text(100'000, 'x');
   EXPECT_EQ(kit::format("<%s>", text.c_str()), "<" + text + ">");
+}
+
+TEST(Format, SaysThatAFormatCannotBePrinted) {
+  // In the "C" locale, in which every program begins, no multibyte text stands for this character.
+  EXPECT_EQ(zuna_test::MessageOf<std::invalid_argument>([] { kit::format("%ls", L"\U0010FFFF"); }),
+            "kit::format: the format cannot be printed");
 }
 
 }  // namespace

@@ -105,6 +105,20 @@ TEST(Primitives, WritePositionOfAFailedStreamIsAllOnes) {
   EXPECT_EQ(version0::ostream_tellp(os), 0xFFFFFFFFU);
 }
 
+/// Stands at a position beyond 32 bits.
+class FarAway : public std::stringbuf {
+ protected:
+  pos_type seekoff(off_type, std::ios_base::seekdir, std::ios_base::openmode) override {
+    return {off_type{0x1'0000'0005}};
+  }
+};
+
+TEST(Primitives, WritePositionIsCountedIn32Bits) {
+  FarAway buffer;
+  std::ostream os(&buffer);
+  EXPECT_EQ(version0::ostream_tellp(os), 5U);
+}
+
 /// Counts how often it is flushed.
 class FlushCounter : public std::stringbuf {
  public:

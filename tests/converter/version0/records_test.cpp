@@ -97,6 +97,8 @@ TEST(RTempo, Microseconds) {
   EXPECT_EQ(microseconds(static_cast<float>(0.545455 / 480), 480), 545455);
   EXPECT_EQ(microseconds(0x1p-7F, 1), 7813) << "7812.5 rounds away from zero";
   EXPECT_EQ(microseconds(-0x1p-7F, 1), -7813);
+  EXPECT_EQ(microseconds(68750.015625F, 65535), 4505532273984375)
+      << "beyond 2^52, where adding one half itself would step to the next even number";
   EXPECT_EQ(microseconds(1e9F, 65535), 0) << "6.5e19 does not fit into 64 bits";
   EXPECT_EQ(microseconds(std::numeric_limits<float>::quiet_NaN(), 480), 0);
   EXPECT_EQ(microseconds(std::numeric_limits<float>::infinity(), 480), 0);

@@ -80,8 +80,15 @@ TEST(Sequence, ReadsAWholeRecordAcrossTheStatedEnd) {
   EXPECT_EQ(is.tellg(), 12);
 }
 
+TEST(Sequence, EndIsCountedIn32Bits) {
+  // The body begins at 5, and 5 + 0xFFFFFFFF is 4: already behind, so that one record is read.
+  std::istringstream is(Bytes({'N', 0xFF, 0xFF, 0xFF, 0xFF, 'N', 4, 0, 1, 0, 0, 0, 'N', 4, 0, 2, 0, 0, 0}));
+  EXPECT_EQ(version0::read_sequence<XCaesura>(is).size(), 1U);
+  EXPECT_EQ(is.tellg(), 12);
+}
+
 TEST(Sequence, StopsWhereAClearStreamFails) {
-  // The length promises 4 GiB; two records are there, and a part of a third, which keeps what was delivered.
+  // The length is 0xF0FFFFFF; two records are there, and a part of a third, which keeps what was delivered.
   std::istringstream is(
       Bytes({'N', 0xFF, 0xFF, 0xFF, 0xF0, 'N', 4, 0, 1, 0, 0, 0, 'N', 4, 0, 2, 0, 0, 0, 'N', 4, 0, 3}));
   const auto caesuras = version0::read_sequence<XCaesura>(is);

@@ -143,6 +143,12 @@ TEST(SongDown, RefusesMoreThan241Voices) {
             kTooManyTracks);
 }
 
+TEST(SongDown, RefusesAsManyVoicesAsLeaveNothingOfA16BitCount) {
+  const zuna_midi::SongData current = CurrentSong(std::vector<std::string>(65536, "Drums"));
+  ASSERT_EQ(current.voice_data->track_count(), 0);
+  EXPECT_EQ(MessageOf<version0::TrackCountError>([&] { SongData song(current); }), kTooManyTracks);
+}
+
 TEST(SongDown, RefusesMoreVoicesThanThereAreIds) {
   std::vector<std::string> voices(239, "Violin");
   voices.resize(241, "Drums");
@@ -184,6 +190,13 @@ TEST(SongUp, RebuildsVoicesAndChannels) {
                                          std::pair(480U, std_midi::VoiceMessage(0xC2, 5, 0))));
   const auto& drums = *song->voice_data->GetTrack(9);
   EXPECT_THAT(drums.messages, ElementsAre(std::pair(240U, std_midi::VoiceMessage(0x99, 36, 100))));
+}
+
+TEST(SongUp, ChannelIsAddedToTheBitsOfTheStatus) {
+  SongData song = LegacySong();
+  song.events = {{18, {{0, 480, 0x91, 60, 100, 18}}}};
+  EXPECT_EQ(song.get_version_1_0()->voice_data->GetTrack(18)->messages.at(0).second.status, 0x93)
+      << "channel 3 of track 18, and a bit that stood where the channel goes";
 }
 
 TEST(SongUp, NamesAnEventOnAnUnknownTrack) {

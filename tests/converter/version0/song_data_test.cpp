@@ -174,6 +174,15 @@ TEST(LegacySong, WithoutEventsReads) {
   EXPECT_EQ(song.tracks.size(), 1U);
 }
 
+TEST(LegacySong, WithoutTracksReads) {
+  std::string bytes = kSong;
+  bytes.erase(20, 9)[19] = 0;
+  const auto song = Read<SongData>(bytes);
+  EXPECT_TRUE(song.tracks.empty());
+  EXPECT_EQ(song.events.at(1).size(), 1U) << "the event counts begin right behind the zero";
+  EXPECT_EQ(song.timeline, Song().timeline);
+}
+
 TEST(LegacySong, TextsOf256BytesAreRefused) {
   const auto refused = [](auto change, std::size_t written) {
     SongData song = Song();

@@ -13,7 +13,6 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using version0::RMeter;
 using version0::RTempo;
 using version0::Timeline;
@@ -110,6 +109,14 @@ TEST(TimelineUp, MetersOutOfOrderHaveAnEmptyRange) {
                                      TL::Meter{500, 2, 4, 24, 8}));
 }
 
+TEST(TimelineUp, KeepsTheLow32BitsOfTheMicroseconds) {
+  const auto microseconds = [](float seconds_per_tick) {
+    return Up(Legacy({{0, 4, 4}}, {{0, seconds_per_tick, 8, 8, 120}})).tempos.at(0).microseconds;
+  };
+  EXPECT_EQ(microseconds(16), 3'385'032'704U) << "7,680,000,000 less 2^32";
+  EXPECT_EQ(microseconds(-0x1p-5F), 0U - 15'000'000U);
+}
+
 TEST(TimelineUp, WithoutMetersIsRefused) {
   EXPECT_EQ(MessageOf<std::logic_error>([] { Up(Legacy({}, {Tempo120(0)})); }),
             "A timeline without meters cannot be converted: add a meter at its start");
@@ -187,6 +194,11 @@ TEST(TimelineDown, WholeTemposStayWhole) {
   const Timeline down = Down(Current({{0, 4, 4, 24, 8}}, {{0, 545455}}));
   EXPECT_EQ(down.tempos[0].bpm, 110);
   EXPECT_THAT(Up(down).tempos, ElementsAre(TL::Tempo{0, 545455}));
+}
+
+TEST(TimelineDown, TempoLosesItsFraction) {
+  // 502000 microseconds for a quarter note of 24 clocks are 119.52 clicks a minute.
+  EXPECT_EQ(Down(Current({{0, 4, 4, 24, 8}}, {{0, 502000}})).tempos[0].bpm, 119);
 }
 
 TEST(TimelineDown, TempoThatDoesNotFitWraps) {

@@ -120,6 +120,18 @@ TEST(LegacyTimeline, ReadsOneSequenceEvenInABodyOfLengthZero) {
   EXPECT_EQ(Read<Timeline>(WithBody(kTempoSequence, 0)).tempos.size(), 1U);
 }
 
+TEST(LegacyTimeline, EndIsCountedIn32Bits) {
+  // The body begins at 13, and 13 + 0xFFFFFFFF is 12: already behind, so that one sequence is read.
+  std::string bytes = "TLMN" + Bytes({0, 0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF});
+  bytes += kTempoSequence;
+  bytes += Bytes({'J', 9, 0, 0, 0, 'J', 6, 0, 0, 0, 0, 0, 4, 4});
+  std::istringstream is(bytes);
+  const Timeline timeline(is);
+  EXPECT_EQ(timeline.tempos.size(), 1U);
+  EXPECT_TRUE(timeline.meters.empty());
+  EXPECT_EQ(is.tellg(), 13 + 20);
+}
+
 TEST(LegacyTimeline, StopsAtTheStatedEnd) {
   std::istringstream is(WithBody(kTempoSequence) + "next");
   EXPECT_EQ(Timeline(is).tempos.size(), 1U);

@@ -5,7 +5,11 @@
 
 #include <stdexcept>
 
+#include "tests/support/bytes.h"
+
 namespace {
+
+using zuna_test::MessageOf;
 
 std::shared_ptr<zuna_midi::SongData> Song(const std::string& number, const std::string& name = "") {
   return std::make_shared<zuna_midi::SongData>(number, name, static_cast<unsigned short>(480), 960U);
@@ -34,7 +38,8 @@ TEST(ShowData, LaterSongOfTheSameNumberWins) {
   show.AddSongData(Song("1", "first"));
   show.AddSongData(Song("1", "second"));
   EXPECT_EQ(show.songs().at("1")->song_name, "second");
-  EXPECT_THROW(show.AddSongData(nullptr), std::invalid_argument);
+  EXPECT_EQ(MessageOf<std::invalid_argument>([&] { show.AddSongData(nullptr); }),
+            "ShowData::AddSongData: no song was given");
 }
 
 TEST(VoiceData, WalksTracksByNumberAndFindsThem) {
@@ -48,7 +53,9 @@ TEST(VoiceData, WalksTracksByNumberAndFindsThem) {
   EXPECT_EQ(voices.tracks().begin()->first, 2);
   EXPECT_EQ(voices.GetTrack(300)->track_number, 300);
   EXPECT_EQ(voices.GetTrack(9)->reserved, 0xFFFF);
-  EXPECT_THROW(voices.AddTrack(nullptr), std::invalid_argument);
+  EXPECT_EQ(MessageOf<std::invalid_argument>([&] { voices.AddTrack(nullptr); }),
+            "VoiceData::AddTrack: no voice track was given");
+  EXPECT_EQ(voices.track_count(), 3);
 }
 
 TEST(VoiceData, NamesATrackThatIsAbsent) {

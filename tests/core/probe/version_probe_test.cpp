@@ -1,5 +1,6 @@
 #include "cmn/version_probe.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <ios>
@@ -7,11 +8,16 @@
 #include <sstream>
 
 #include "tests/core/show/sample_show.h"
+#include "tests/support/bytes.h"
 #include "tests/support/failing_streambuf.h"
 
 namespace {
 
 using zuna_test::Hex;
+using zuna_test::MessageOf;
+
+/// Behind this text, a standard library may put what it has to say of its own.
+const auto kEndsBefore = testing::StartsWith("the data ends before its version or cannot be read");
 
 constexpr cmn::FileVersion kLegacy{0, 0};
 
@@ -105,8 +111,8 @@ TEST(VersionProbe, ShortDataThrowsWhereTheMaskAsksForIt) {
       std::istringstream is(zuna_test::SampleFile({1, 2}).substr(0, size));
       is.seekg(static_cast<std::streamoff>(size));
       is.exceptions(mask);
-      EXPECT_THROW(cmn::get_showdata_version(is), std::ios_base::failure);
-      EXPECT_THROW(cmn::get_logdata_version(is), std::ios_base::failure);
+      EXPECT_THAT(MessageOf<std::ios_base::failure>([&] { cmn::get_showdata_version(is); }), kEndsBefore);
+      EXPECT_THAT(MessageOf<std::ios_base::failure>([&] { cmn::get_logdata_version(is); }), kEndsBefore);
       EXPECT_TRUE(is.good());
       EXPECT_EQ(is.tellg(), std::streamoff(size));
       EXPECT_EQ(is.exceptions(), mask);
