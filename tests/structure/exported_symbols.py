@@ -4,13 +4,16 @@
     exported_symbols.py LIBRARY LIST [--write]
 
 Inline functions and implicit members of the exported classes come and go with the compiler's decisions; of them
-(weak symbols) it is only checked that they belong to an exported class. --write makes the list anew.
+(weak symbols) it is only checked that they belong to an exported class. Every name carries the symbol version, and
+the library its SONAME, by which a program finds an interface that it was built for. --write makes the list anew.
 """
 
 import re
 import subprocess
 import sys
 
+SYMBOL_VERSION = "ZUNA_FORMAT_CONVERTER_1"
+SONAME = "libzuna_format_converter.so.1"
 WEAK_ALLOWED = re.compile(r"(typeinfo for |typeinfo name for |vtable for )?(version0::|FormatConverter\w*Error|kit::)")
 REPLACEMENTS = [
     (re.compile(r"\[abi:cxx11\]"), ""),
@@ -23,20 +26,28 @@ REPLACEMENTS = [
 
 
 def exports(library):
-    """The strong and the weak names."""
+    """The strong and the weak names, and those without the symbol version."""
     listing = subprocess.run(["nm", "-D", "-C", "--defined-only", library], check=True, capture_output=True, text=True)
-    strong, weak = set(), set()
+    strong, weak, unversioned = set(), set(), set()
     for line in listing.stdout.splitlines():
-        kind, name = re.fullmatch(r"[0-9a-f]+ (\w) (.*?)(?:@@?\w+)?", line).groups()
+        kind, name, version = re.fullmatch(r"[0-9a-f]+ (\w) (.*?)(?:@@(\w+))?", line).groups()
         for pattern, text in REPLACEMENTS:
             name = pattern.sub(text, name)
-        if kind != "A":
-            (weak if kind in "WVu" else strong).add(name)
-    return strong, weak
+        if kind == "A":
+            continue  # the symbol version itself
+        (weak if kind in "WVu" else strong).add(name)
+        if version != SYMBOL_VERSION:
+            unversioned.add(name)
+    return strong, weak, unversioned
+
+
+def soname(library):
+    dynamic = subprocess.run(["readelf", "-d", library], check=True, capture_output=True, text=True).stdout
+    return "".join(re.findall(r"\(SONAME\).*\[(.*)\]", dynamic))
 
 
 def main(library, listing, *options):
-    strong, weak = exports(library)
+    strong, weak, unversioned = exports(library)
     errors = {name for name in weak if re.match(r"typeinfo for (version0::\w*Error|FormatConverter\w*Error)", name)}
     if "--write" in options:
         with open(listing, "w") as file:
@@ -47,6 +58,9 @@ def main(library, listing, *options):
     problems = [f"not exported: {name}" for name in sorted(expected - strong - weak)]
     problems += [f"exported, but not on the list: {name}" for name in sorted(strong - expected)]
     problems += [f"exported by accident: {name}" for name in sorted(weak) if not WEAK_ALLOWED.match(name)]
+    problems += [f"without the symbol version {SYMBOL_VERSION}: {name}" for name in sorted(unversioned)]
+    if soname(library) != SONAME:
+        problems.append(f"the SONAME is not {SONAME} but {soname(library)}")
     print(*problems, sep="\n")
     print(f"{len(expected)} names on the list, {len(strong)} strong and {len(weak)} weak exported, "
           f"{len(problems)} problems")
