@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
+#include <fstream>
 #include <stdexcept>
 
 #include "cmn/data_error.h"
@@ -26,7 +29,6 @@ using zuna_test::Encrypted;
 using zuna_test::FileBytes;
 using zuna_test::kKey;
 using zuna_test::MessageOf;
-using zuna_test::Read;
 using zuna_test::Written;
 using zuna_test::WrittenAt;
 
@@ -62,6 +64,22 @@ zuna_midi::ShowData CurrentShow() {
 std::string ShowOfVersion(int major, int minor) {
   return Bytes({0x00, 'Z', 'S', 'H', 2, 0, 0, 0, major, minor});
 }
+
+/// While this lives, nothing can be opened: neither a file nor a folder.
+class NothingOpens {
+ public:
+  NothingOpens() {
+    getrlimit(RLIMIT_NOFILE, &before_);
+    const rlimit none{0, before_.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &none);
+  }
+  NothingOpens(const NothingOpens&) = delete;
+  NothingOpens& operator=(const NothingOpens&) = delete;
+  ~NothingOpens() { setrlimit(RLIMIT_NOFILE, &before_); }
+
+ private:
+  rlimit before_{};
+};
 
 class ShowdataTest : public testing::Test {
  protected:
@@ -294,12 +312,16 @@ TEST_F(ShowdataTest, FailedWriteLeavesTheOldOutput) {
 }
 
 TEST_F(ShowdataTest, VectorFormsNeverTouchTheFileSystem) {
-  const auto before = std::filesystem::current_path();
-  std::filesystem::current_path(folder_ / "");
-  showdata_down_vector(Encrypted(WrittenAt(CurrentShow(), {1, 2})), kKey.key, kKey.iv);
-  showdata_converter_vector(Encrypted(WrittenAt(CurrentShow(), {1, 2})), {2, 0}, kKey.key, kKey.iv);
-  std::filesystem::current_path(before);
-  EXPECT_THAT(folder_.Names(), testing::IsEmpty());
+  const auto current = Encrypted(WrittenAt(CurrentShow(), {1, 2}));
+  const auto down = [&] { return showdata_down_vector(current, kKey.key, kKey.iv); };
+  const auto convert = [&] { return showdata_converter_vector(current, {2, 0}, kKey.key, kKey.iv); };
+  const auto legacy = down();  // what libraries open once for all
+  const auto text = convert();
+  const std::string file = folder_.Put("file", "there");
+  const NothingOpens limit;
+  ASSERT_FALSE(std::ifstream(file).is_open());
+  EXPECT_EQ(down(), legacy);
+  EXPECT_EQ(convert(), text);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@ namespace zuna_test {
 bool FailingStreambuf::Fails() {
   ++calls_;
   if (options_.fail_at == 0 || calls_ < options_.fail_at) return false;
+  if (options_.once && calls_ > options_.fail_at) return false;
   if (options_.by_exception) throw std::runtime_error("the device is gone");
   return true;
 }
@@ -36,14 +37,17 @@ FailingStreambuf::int_type FailingStreambuf::overflow(int_type c) {
 }
 
 std::streamsize FailingStreambuf::xsputn(const char* from, std::streamsize size) {
-  if (Fails()) return 0;
-  bytes_.append(from, static_cast<std::size_t>(size));
+  if (size == 0 || Fails()) return 0;
+  const auto count = static_cast<std::size_t>(size);
+  bytes_.replace(position_, std::min(count, bytes_.size() - position_), from, count);
+  position_ += count;
   return size;
 }
 
 FailingStreambuf::pos_type FailingStreambuf::seekoff(off_type offset, std::ios_base::seekdir from,
                                                      std::ios_base::openmode) {
-  if (Fails() || !options_.seekable) return pos_type(off_type(-1));
+  const bool tells = offset == 0 && from == std::ios_base::cur;
+  if (!(tells && options_.always_tells) && (Fails() || !options_.seekable)) return pos_type(off_type(-1));
   const std::size_t base = from == std::ios_base::beg   ? 0
                            : from == std::ios_base::cur ? position_
                                                         : bytes_.size();

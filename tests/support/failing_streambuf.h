@@ -7,15 +7,18 @@
 
 namespace zuna_test {
 
-/// Bytes in memory as a stream buffer that fails on purpose. Reads, writes and seeks count as calls; from the
-/// `fail_at`-th call on (counted from 1; 0 means never) every call fails: by an exception with
-/// `by_exception`, else by reading or writing nothing and by refusing to seek.
+/// Bytes in memory as a stream buffer that fails on purpose, with one position for reading and writing.
+/// Reads, writes and seeks count as calls; from the `fail_at`-th call on (counted from 1; 0 means never)
+/// every call fails, or with `once` that one only: by an exception with `by_exception`, else by reading or
+/// writing nothing and by refusing to seek.
 class FailingStreambuf : public std::streambuf {
  public:
   struct Options {
     std::size_t fail_at = 0;
+    bool once = false;
     bool by_exception = false;
-    bool seekable = true;  ///< else every seek is refused, as by a pipe
+    bool seekable = true;       ///< else every seek is refused, as by a pipe
+    bool always_tells = false;  ///< telling the position does not count as a call and never fails
   };
 
   FailingStreambuf(std::string bytes, Options options) : bytes_(std::move(bytes)), options_(options) {}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstddef>
+
+#include "tests/support/failing_streambuf.h"
+
+// A security library for tests: nothing is encrypted, and the plaintext streams fail when they are told to
+// and throw on every failure. With it the converter shows what becomes of a stream's failure, which the real
+// library's streams do not have.
+
+namespace plain_cipher {
+
+/// How the streams that are made from now on fail: those that decrypt, and those that are to be encrypted.
+void SetFaults(const zuna_test::FailingStreambuf::Options& inputs,
+               const zuna_test::FailingStreambuf::Options& outputs);
+
+/// Calls that the last input and the last output stream got before they were destroyed.
+std::size_t InputCalls();
+std::size_t OutputCalls();
+
+}  // namespace plain_cipher
