@@ -1,6 +1,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdint>
 #include <filesystem>
@@ -11,13 +12,14 @@
 
 namespace zuna_test {
 
-/// A folder of the running test's own, empty at first and removed at its end.
+/// A folder of the running test's own, also when several builds are tested at once; empty at first and
+/// removed at the end.
 class TemporaryFolder {
  public:
   TemporaryFolder() {
     const auto* test = testing::UnitTest::GetInstance()->current_test_info();
     path_ = std::filesystem::path(testing::TempDir()) /
-            (std::string("zuna_") + test->test_suite_name() + "_" + test->name());
+            ("zuna_" + std::to_string(getpid()) + "_" + test->test_suite_name() + "_" + test->name());
     std::filesystem::remove_all(path_);
     std::filesystem::create_directories(path_);
   }

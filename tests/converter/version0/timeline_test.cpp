@@ -103,7 +103,7 @@ TEST(LegacyTimeline, NamesTheEndOfTheStreamLikeAnUnknownCode) {
 
 TEST(LegacyTimeline, TakesSequencesInAnyOrder) {
   std::string reversed;
-  for (std::size_t i = 0; i < kEmptyLists.size(); i += 5) reversed = kEmptyLists.substr(i, 5) + reversed;
+  for (std::size_t i = 0; i < kEmptyLists.size(); i += 5) reversed.insert(0, kEmptyLists, i, 5);
   EXPECT_EQ(Written(Read<Timeline>(WithBody(reversed))), WithBody(kEmptyLists));
 }
 
