@@ -36,14 +36,22 @@ void AddCommands(CLI::App& app, Context& context) {
   AddMidiExportCommand(*midi, context);
 }
 
+/// What is wrong with the command line. A word that nobody knows is the reason, where the parser misses
+/// another.
+std::string Complaint(const CLI::App& app, const CLI::ParseError& error) {
+  const std::vector<std::string> unknown = app.remaining(true);
+  if (dynamic_cast<const CLI::RequiredError*>(&error) == nullptr || unknown.empty()) return error.what();
+  return '"' + unknown.front() + "\" is not known here";
+}
+
 /// Shows help, or tells what is wrong with the command line.
 ExitCode ReportParse(const CLI::App& app, const CLI::ParseError& error) {
   if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
     app.exit(error);
     return std::cout.flush() ? ExitCode::kDone : ExitCode::kIo;
   }
-  PrintError(
-      Failure(ExitCode::kUsage, "command line", std::string(error.what()) + "; see zuna-convert --help"));
+  PrintError(Failure(ExitCode::kUsage, "command line",
+                     Complaint(app, error) + "; see zuna-convert --help or zuna-convert COMMAND --help"));
   return ExitCode::kUsage;
 }
 

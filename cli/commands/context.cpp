@@ -1,6 +1,7 @@
 #include "cli/commands/context.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "cli/base/file_io.h"
 #include "cli/base/key_file.h"
@@ -8,6 +9,13 @@
 #include "cli/base/version_text.h"
 
 namespace zuna_cli {
+
+namespace {
+
+/// The current versions of shows.
+constexpr cmn::FileVersion kVersions[] = {{1, 0}, {1, 1}, {1, 2}, {2, 0}};
+
+}  // namespace
 
 CipherKey Context::Key() const { return LoadKey(KeyFilePath(key_file)); }
 
@@ -43,14 +51,19 @@ void AddOutput(CLI::App& command, Output& output) {
 }
 
 void AddTarget(CLI::App& command, cmn::FileVersion& version) {
-  const auto check = [](const std::string& text) {
-    return ParseVersion(text) ? "" : "a version is MAJOR.MINOR, such as " + std::string(kDefaultVersion);
+  const auto check = [](const std::string& text) -> std::string {
+    const auto wanted = ParseVersion(text);
+    if (!wanted) return "a version is MAJOR.MINOR, such as " + std::string(kDefaultVersion);
+    const bool writable =
+        std::find(std::begin(kVersions), std::end(kVersions), *wanted) != std::end(kVersions);
+    return writable ? "" : text + " is not a version to write: 1.0, 1.1, 1.2 or 2.0 (text); use down for 0.0";
   };
   version = *ParseVersion(kDefaultVersion);
   command
       .add_option_function<std::string>(
           "--to", [&version](const std::string& text) { version = *ParseVersion(text); },
-          "The version of the output, " + std::string(kDefaultVersion) + " unless given")
+          "The version of the output: 1.0, 1.1, 1.2 or 2.0 (text); " + std::string(kDefaultVersion) +
+              " unless given")
       ->type_name("VERSION")
       ->check(CLI::Validator(check, ""));
 }

@@ -36,8 +36,10 @@ std::vector<std::string> SongNumbers(const Options& options) {
   }
   if (numbers.size() != options.inputs.size()) {
     throw Failure(ExitCode::kUsage, "--song-number",
-                  "is given " + std::to_string(numbers.size()) + " times for " +
-                      std::to_string(options.inputs.size()) + " files; give it once for each, or not at all");
+                  "stands for " + Counted(numbers.size(), "song", "songs") + " and there " +
+                      (options.inputs.size() == 1 ? "is " : "are ") +
+                      Counted(options.inputs.size(), "file", "files") +
+                      "; give it once for each, or not at all");
   }
   if (std::set<std::string>(numbers.begin(), numbers.end()).size() != numbers.size()) {
     throw Failure(ExitCode::kUsage, "--song-number", "gives one number twice; give each song its own");
@@ -106,7 +108,7 @@ void AddMidiImportCommand(CLI::App& midi, Context& context) {
           "The number of a song, such as 12a; once for each file in their order, or not at all: then "
           "1, 2, 3 and so on")
       ->type_name("NUMBER")
-      ->expected(1)
+      ->allow_extra_args(false)
       ->take_all();
   command->add_option("--show-name", options->show_name, "The show's name; the name of OUT unless given")
       ->type_name("NAME");

@@ -123,7 +123,7 @@ class TrackReader {
 };
 
 void CheckTrackCount(const File& file, const ReadNotes& notes, const ByteCursor& cursor) {
-  if (!cursor.empty() && file.tracks.size() < notes.declared_tracks) {
+  if (file.tracks.size() < notes.declared_tracks) {
     cursor.Fail("truncated: the header promises " + std::to_string(notes.declared_tracks) +
                 " tracks, and only " + std::to_string(file.tracks.size()) + " are whole");
   }

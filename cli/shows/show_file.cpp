@@ -11,6 +11,7 @@
 #include "cli/base/version_text.h"
 #include "cmn/version_probe.h"
 #include "format_converter/version0/change_log_header.h"
+#include "zuna_sec/errors.h"
 
 namespace zuna_cli {
 
@@ -21,9 +22,14 @@ constexpr cmn::FileVersion kLegacy{0, 0};
 
 using Cipher = zuna_sec::TwoFishCipherStream;
 
-std::unique_ptr<Cipher> Decrypt(const std::string& path, const CipherKey& key) {
+std::unique_ptr<Cipher> Decrypt(const std::string& path, const CipherKey& key) try {
   if (path != kStandardStream) return std::make_unique<Cipher>(path, key.key, key.iv);
   return std::make_unique<Cipher>(ReadBytes(path, kMaxFileSize), key.key, key.iv);
+} catch (const zuna_sec::WrongKeyError&) {
+  if (!key.key.empty() || !key.iv.empty()) throw;
+  throw Failure(
+      ExitCode::kWrongKey, InputName(path),
+      "is encrypted with a key, and none was given; name its key file with --key-file or ZUNA_KEY_FILE");
 }
 
 /// Puts the stream back to its beginning, whatever a reader left behind.

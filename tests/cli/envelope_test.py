@@ -22,14 +22,20 @@ class KeyTest(WithShows):
     def test_tells_a_wrong_key_and_a_wrong_iv(self):
         self.write("wrong-key", "key = 00112234\niv = AABBCCDD\n")
         self.write("wrong-iv", "key = 00112233\niv = AABBCCDE\n")
-        for options in ([], ["--key-file", "wrong-key"], ["--key-file", "wrong-iv"]):
-            self.refuse("decrypt", "secret", "-o", "out", *options, code=WRONG_KEY,
+        for key_file in ("wrong-key", "wrong-iv"):
+            self.refuse("decrypt", "secret", "-o", "out", "--key-file", key_file, code=WRONG_KEY,
                         message="secret: the key or the IV is not the one that this was encrypted with; give the "
                                 "right key file")
         secret = self.read("secret")
-        self.refuse("decrypt", "-", "-o", "out", stdin=secret, code=WRONG_KEY,
+        self.refuse("decrypt", "-", "-o", "out", "--key-file", "wrong-key", stdin=secret, code=WRONG_KEY,
                     message="standard input: the key or the IV is not the one that this was encrypted with; give "
                             "the right key file")
+
+    def test_says_that_no_key_was_given(self):
+        advice = "is encrypted with a key, and none was given; name its key file with --key-file or ZUNA_KEY_FILE"
+        self.refuse("decrypt", "secret", "-o", "out", code=WRONG_KEY, message=f"secret: {advice}")
+        self.refuse("decrypt", "-", "-o", "out", stdin=self.read("secret"), code=WRONG_KEY,
+                    message=f"standard input: {advice}")
 
     def test_refuses_bad_key_files_without_repeating_them(self):
         cases = {

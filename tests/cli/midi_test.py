@@ -32,18 +32,31 @@ class MidiTest(ToolTest):
     def test_refuses_unclear_numbers(self):
         self.write("one.mid", midi_file(NOTES))
         self.refuse("midi", "import", "one.mid", "-o", "out", "--song-number", "1", "--song-number", "2",
-                    code=USAGE, message="--song-number: is given 2 times for 1 files; give it once for each, or "
-                                        "not at all")
+                    code=USAGE, message="--song-number: stands for 2 songs and there is 1 file; give it once for "
+                                        "each, or not at all")
         self.refuse("midi", "import", "one.mid", "one.mid", "-o", "out", "--song-number", "1", "--song-number",
                     "1", code=USAGE, message="--song-number: gives one number twice; give each song its own")
+
+    def test_takes_song_numbers_before_the_files(self):
+        self.write("one.mid", midi_file(NOTES))
+        self.write("two.mid", midi_file(NOTES))
+        self.run_tool("midi", "import", "--song-number", "5", "--song-number", "7a", "one.mid", "two.mid", "-o", "out")
+        information = self.run_tool("info", "out").stdout
+        self.assertRegex(information, rb"(?m)^  5 ")
+        self.assertRegex(information, rb"(?m)^  7a ")
+
+    def test_refuses_a_file_that_lacks_a_track(self):
+        self.write("cut.mid", midi_file(NOTES).replace(b"\x00\x01\x01\xe0", b"\x00\x02\x01\xe0", 1))
+        done = self.run_tool("midi", "import", "cut.mid", "-o", "out", code=BAD_INPUT)
+        self.assertIn(b"truncated: the header promises 2 tracks, and only 1 are whole", done.stderr)
 
     def test_says_what_is_not_kept(self):
         body = b"\x00\xff\x05\x02la" * 2 + b"\x00\xf0\x02\x7e\xf7" + NOTES
         content = midi_file(body) + b"XFIH\x00\x00\x00\x00" + b"tail"
-        self.write("song.mid", content.replace(b"\x00\x01\x01\xe0", b"\x00\x02\x01\xe0", 1)[:-4])
+        self.write("song.mid", content.replace(b"\x00\x01\x01\xe0", b"\x00\x00\x01\xe0", 1)[:-4])
         done = self.run_tool("midi", "import", "song.mid", "-o", "out")
         self.assertEqual(done.stderr.decode().splitlines(), [
-            "zuna-convert: song.mid: the header says 2 tracks, and the file has 1",
+            "zuna-convert: song.mid: the header says 0 tracks, and the file has 1",
             "zuna-convert: song.mid: skipped: 1 unknown chunk",
             "zuna-convert: song.mid: not kept: 1 system-exclusive message, 2 lyrics",
             "zuna-convert: out: 1 song, 1 voice, 3 events, MIDI -> 1.2",

@@ -25,6 +25,17 @@ class UsageTest(WithShows):
             done = self.run_tool(*arguments, code=USAGE)
             self.assertRegex(done.stderr, b"^zuna-convert: command line: .*; .*\n$")
 
+    def test_names_words_that_are_not_known(self):
+        for arguments, word in ((["dwon", "new.showdata"], "dwon"),
+                                (["down", "new.showdata", "--ouptut", "out"], "--ouptut")):
+            done = self.run_tool(*arguments, code=USAGE)
+            self.assertIn(f'"{word}" is not known here'.encode(), done.stderr)
+
+    def test_names_the_versions_that_it_writes(self):
+        for version in ("0.0", "1.3", "3.0"):
+            done = self.run_tool("convert", "new.showdata", "-o", "out", "--to", version, code=USAGE)
+            self.assertIn(b"1.0, 1.1, 1.2 or 2.0 (text)", done.stderr)
+
     def test_refuses_standard_input_twice(self):
         message = "standard input: is given more than once; give a file for the others"
         self.refuse("up", "-", "-o", "out", "--companion", "-", code=USAGE, message=message)
