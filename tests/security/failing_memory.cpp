@@ -29,7 +29,8 @@ extern "C" {
 void* __real_realloc(void* memory, std::size_t size);
 void __real_free(void* memory);
 
-void* __wrap_realloc(void* memory, std::size_t size) {
+// Visible, because the linker also wraps the names that a sanitized shared library asks for.
+[[gnu::visibility("default")]] void* __wrap_realloc(void* memory, std::size_t size) {
   if (Fails()) {
     errno = ENOMEM;  // libgcrypt looks at it
     return nullptr;
@@ -39,7 +40,7 @@ void* __wrap_realloc(void* memory, std::size_t size) {
   return grown;
 }
 
-void __wrap_free(void* memory) {
+[[gnu::visibility("default")]] void __wrap_free(void* memory) {
   if (memory != nullptr) --g_live;
   __real_free(memory);
 }
