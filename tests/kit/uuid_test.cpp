@@ -5,6 +5,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "kit/format.h"
 #include "tests/support/bytes.h"
 
 namespace {
@@ -42,9 +43,8 @@ TEST(Uuid, ShortReadSetsTheFailState) {
 TEST(Uuid, TextThatIsNoIdentifierIsRefused) {
   for (const char* text : {"", "00112233445566778899aabbccddeeff", "{00112233-4455-6677-8899-aabbccddeeff}",
                            "00112233-4455-6677-8899-aabbccddeefg", "00112233-4455-6677-8899-aabbccddeeff0"}) {
-    EXPECT_EQ(
-        zuna_test::MessageOf<std::invalid_argument>([&] { kit::UUID::FromString(text); }),
-        "\"" + std::string(text) + "\" is not an identifier such as 00112233-4455-6677-8899-aabbccddeeff");
+    EXPECT_EQ(zuna_test::MessageOf<std::invalid_argument>([&] { kit::UUID::FromString(text); }),
+              kit::format("\"%s\" is not an identifier such as 00112233-4455-6677-8899-aabbccddeeff", text));
   }
   std::istringstream stream("00112233-4455-6677-8899-aabbccddeexx");
   EXPECT_EQ(kit::UUID(stream, false), kit::UUID::Nil());
