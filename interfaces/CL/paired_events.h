@@ -1,0 +1,85 @@
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <string>
+
+#include "CL/paired_event.h"
+#include "codes/zuna_event_codes.h"
+
+namespace CL {
+
+/// The part of a song that is played again and again until the player goes on.
+class ZUNA_API Vamp final : public PairedEvent {
+ public:
+  static constexpr std::uint8_t evt_code = codes::kVamp;
+
+  Vamp(std::uint32_t start_position, std::uint32_t end_position, const std::string& event_label,
+       std::int32_t number);
+  std::uint8_t EventCode() const override;
+};
+
+/// The part of a song that is played a number of times.
+class ZUNA_API Repeat final : public PairedEvent {
+ public:
+  static constexpr std::uint8_t evt_code = codes::kRepeat;
+
+  Repeat(std::uint32_t start_position, std::uint32_t end_position, const std::string& event_label,
+         std::int32_t number);
+  std::uint8_t EventCode() const override;
+};
+
+/// The part of a song that is left out.
+class ZUNA_API Cut final : public PairedEvent {
+ public:
+  static constexpr std::uint8_t evt_code = codes::kCut;
+
+  Cut(std::uint32_t start_position, std::uint32_t end_position, const std::string& event_label,
+      std::int32_t number);
+  std::uint8_t EventCode() const override;
+};
+
+/// The part of a song with a metronome click.
+class ZUNA_API Click final : public PairedEvent {
+ public:
+  static constexpr std::uint8_t evt_code = codes::kClick;
+
+  Click(std::uint32_t start_position, std::uint32_t end_position, const std::string& event_label,
+        std::int32_t number);
+  std::uint8_t EventCode() const override;
+};
+
+/// A note that is held. The legacy format has none.
+class ZUNA_API Fermata final : public PairedEvent {
+ public:
+  static constexpr std::uint8_t evt_code = codes::kFermata;
+
+  Fermata(std::uint32_t start_position, std::uint32_t end_position, const std::string& event_label,
+          std::int32_t number);
+  std::uint8_t EventCode() const override;
+};
+
+/// The part of a song that sounds higher or lower by a number of semitones.
+class ZUNA_API Transpose final : public PairedEvent {
+ public:
+  static constexpr std::uint8_t evt_code = codes::kTranspose;
+
+  Transpose(std::uint32_t start_position, std::uint32_t end_position, const std::string& event_label,
+            std::int32_t number);
+  std::uint8_t EventCode() const override;
+};
+
+/// The part of a song that is played faster or slower by a factor. The only class whose value is a float.
+class ZUNA_API TempoScale final : public PairedEvent {
+ public:
+  static constexpr std::uint8_t evt_code = codes::kTempoScale;
+
+  TempoScale(std::uint32_t start_position, std::uint32_t end_position, const std::string& event_label,
+             float factor);
+  std::uint8_t EventCode() const override;
+  void WriteString(std::ostream& os) const override;
+  using PairedEvent::WriteString;
+  double value() const override;
+};
+
+}  // namespace CL
