@@ -12,9 +12,9 @@ namespace version0 {
 namespace {
 
 void expect_magic(std::istream& is) {
-  std::array<char, 5> magic{};  // with a terminating NUL
-  is.read(magic.data(), magic.size() - 1);
-  if (std::string(magic.data()) == "ZUNA") return;
+  std::array<char, kChangeLogMagic.size() + 1> magic{};  // with a terminating NUL
+  is.read(magic.data(), kChangeLogMagic.size());
+  if (magic.data() == kChangeLogMagic) return;
   throw IDError(kit::format("Version0 ChangeLog must begin with ZUNA. Begins with %s at %i", magic.data(),
                             position_for_message(is)));
 }

@@ -3,11 +3,15 @@
 #include <cstdint>
 #include <iosfwd>
 #include <string>
+#include <string_view>
 
 #include "kit/api.h"
 #include "kit/uuid.h"
 
 namespace version0 {
+
+/// What a legacy change log begins with.
+inline constexpr std::string_view kChangeLogMagic = "ZUNA";
 
 /// The header of a legacy change log.
 struct ZUNA_API ChangeLogHeader {

@@ -77,13 +77,18 @@ int position_for_message(std::istream& is) {
   return static_cast<int>(is.rdbuf()->pubseekoff(0, std::ios_base::cur, std::ios_base::in));
 }
 
+void patch_u32(std::ostream& os, std::uint32_t position, std::uint32_t value, std::uint32_t end) {
+  os.seekp(position);
+  put_u32(os, value);
+  os.seekp(end);
+}
+
 LengthField::LengthField(std::ostream& os) : position_(ostream_tellp(os)) { put_u32(os, 0); }
 
 void LengthField::patch(std::ostream& os) const {
+  // Told once: a position that cannot be told is one that cannot be sought either, and so is noticed.
   const std::uint32_t end = ostream_tellp(os);
-  os.seekp(position_);
-  put_u32(os, end - position_ - kLengthFieldSize);
-  os.seekp(end);
+  patch_u32(os, position_, end - position_ - kLengthFieldSize, end);
 }
 
 }  // namespace version0

@@ -43,14 +43,17 @@ bool at_end(std::istream& is, std::uint32_t end);
 /// failed stream.
 int position_for_message(std::istream& is);
 
+/// Puts `value` over the four bytes at `position` and goes on at `end`. A failed seek sets the stream's fail
+/// state.
+void patch_u32(std::ostream& os, std::uint32_t position, std::uint32_t value, std::uint32_t end);
+
 /// A 32-bit length in front of a body that is not written yet.
 class LengthField {
  public:
   /// Writes a placeholder.
   explicit LengthField(std::ostream& os);
 
-  /// Puts the number of bytes that were written since into the placeholder, and returns to the end. A failed
-  /// seek sets the stream's fail state.
+  /// Puts the number of bytes that were written since into the placeholder, as patch_u32() does.
   void patch(std::ostream& os) const;
 
  private:

@@ -3,8 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <sys/resource.h>
-
 #include <fstream>
 #include <stdexcept>
 
@@ -15,8 +13,10 @@
 #include "kit/error.h"
 #include "tests/support/bytes.h"
 #include "tests/support/encrypted.h"
+#include "tests/support/nothing_opens.h"
 #include "tests/support/random_legacy_show.h"
 #include "tests/support/temporary_folder.h"
+#include "zuna_midi/show_data.h"
 #include "zuna_sec/errors.h"
 
 namespace {
@@ -64,22 +64,6 @@ zuna_midi::ShowData CurrentShow() {
 std::string ShowOfVersion(int major, int minor) {
   return Bytes({0x00, 'Z', 'S', 'H', 2, 0, 0, 0, major, minor});
 }
-
-/// While this lives, nothing can be opened: neither a file nor a folder.
-class NothingOpens {
- public:
-  NothingOpens() {
-    getrlimit(RLIMIT_NOFILE, &before_);
-    const rlimit none{0, before_.rlim_max};
-    setrlimit(RLIMIT_NOFILE, &none);
-  }
-  NothingOpens(const NothingOpens&) = delete;
-  NothingOpens& operator=(const NothingOpens&) = delete;
-  ~NothingOpens() { setrlimit(RLIMIT_NOFILE, &before_); }
-
- private:
-  rlimit before_{};
-};
 
 class ShowdataTest : public testing::Test {
  protected:
@@ -321,7 +305,7 @@ TEST_F(ShowdataTest, VectorFormsNeverTouchTheFileSystem) {
   const auto legacy = down();  // what libraries open once for all
   const auto text = convert();
   const std::string file = folder_.Put("file", "there");
-  const NothingOpens limit;
+  const zuna_test::NothingOpens limit;
   ASSERT_FALSE(std::ifstream(file).is_open());
   EXPECT_EQ(down(), legacy);
   EXPECT_EQ(convert(), text);

@@ -37,7 +37,8 @@ FOREIGN = {
 }
 
 # Headers of the converter that are not installed, so that nobody else may include them.
-PRIVATE = {"format_converter/guarded_read.h", "format_converter/version0/event_map.h",
+PRIVATE = {"format_converter/current_log.h", "format_converter/encrypted_output.h", "format_converter/guarded_read.h",
+           "format_converter/text_document.h", "format_converter/version0/event_map.h",
            "format_converter/version0/primitives.h", "format_converter/version0/rounding.h",
            "format_converter/version0/sequence.h"}
 
@@ -45,7 +46,7 @@ PRIVATE = {"format_converter/guarded_read.h", "format_converter/version0/event_m
 LAYERS = [
     r"errors|primitives|rounding|sequence|stream_position",
     r"r_\w+|x_\w+|event_object|event_map|track_object|track_ids|paired_event",
-    r"timeline|song_data|show_data|change_log_header|song_log|change_log",
+    r"timeline|song_data|show_data|change_log_header|song_log|song_log_text|change_log",
     r"timeline_conversion|song_conversion|show_conversion|song_log_conversion|change_log_conversion",
 ]
 CURRENT_MODEL = {"CL", "TL", "zuna_midi", "std_midi"}

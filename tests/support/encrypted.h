@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "cmn/file_version.h"
-#include "zuna_midi/show_data.h"
 #include "zuna_sec/cipher_key.h"
 #include "zuna_sec/cipher_stream.h"
 
@@ -29,9 +28,11 @@ std::string Decrypted(const Source& source, const CipherKey& key = kKey) {
   return plaintext.str();
 }
 
-inline std::string WrittenAt(const zuna_midi::ShowData& show, const cmn::FileVersion& version) {
+/// What a current show or log writes at this version.
+template <typename Model>
+std::string WrittenAt(const Model& model, const cmn::FileVersion& version) {
   std::ostringstream os;
-  show.WriteBinary(os, version);
+  model.WriteBinary(os, version);
   return os.str();
 }
 

@@ -1,0 +1,29 @@
+#include "format_converter/current_log.h"
+
+#include <istream>
+
+#include "format_converter/errors.h"
+#include "format_converter/file_version.h"
+#include "format_converter/guarded_read.h"
+#include "format_converter/text_document.h"
+
+namespace {
+
+constexpr cmn::FileVersion kFirstVersion{1, 1};
+
+cmn::FileVersion probe_current_log(std::istream& stream, const char* too_old) {
+  if (begins_text_document(stream)) return {};
+  const cmn::FileVersion version = WrapGetLogdataVersion(stream);
+  if (version < kFirstVersion) throw FormatConverterError(too_old);
+  return version;
+}
+
+}  // namespace
+
+CurrentLog read_current_log(zuna_sec::TwoFishCipherStream& input, const char* too_old, const char* name) {
+  std::istream& stream = input.GetStream();
+  const cmn::FileVersion version = probe_current_log(stream, too_old);
+  guarded_read("Failed reading istream", [&] { stream.seekg(0); });
+  return {version,
+          guarded_read(std::string("Failed reading ") + name, [&] { return CL::ChangeLog(stream); })};
+}

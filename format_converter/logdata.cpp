@@ -1,0 +1,137 @@
+#include "format_converter/logdata.h"
+
+#include <fstream>
+#include <istream>
+#include <stdexcept>
+
+#include "CL/change_log.h"
+#include "format_converter/current_log.h"
+#include "format_converter/encrypted_output.h"
+#include "format_converter/errors.h"
+#include "format_converter/file_version.h"
+#include "format_converter/guarded_read.h"
+#include "format_converter/version0/change_log.h"
+#include "format_converter/version0/primitives.h"
+#include "format_converter/version0/show_data.h"
+
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+/// The size of everything in the stream in bytes; all ones where it cannot be told. The position stays.
+std::uint64_t plaintext_size(std::istream& stream) {
+  std::streambuf& buffer = *stream.rdbuf();
+  const std::streampos position = buffer.pubseekoff(0, std::ios_base::cur, std::ios_base::in);
+  const std::streamoff size = buffer.pubseekoff(0, std::ios_base::end, std::ios_base::in);
+  buffer.pubseekpos(position, std::ios_base::in);
+  return static_cast<std::uint64_t>(size);
+}
+
+version0::ChangeLogV0 read_legacy_log(zuna_sec::TwoFishCipherStream& input, const std::string& incomplete) {
+  if (!check_log_size(input)) throw std::runtime_error(incomplete);
+  std::istream& stream = input.GetStream();
+  if (WrapGetLogdataVersion(stream) != cmn::FileVersion{0, 0}) {
+    throw FormatConverterError("Input file version is not 0.0");
+  }
+  guarded_read("Failed reading istream", [&] { stream.seekg(0); });
+  return guarded_read("Failed reading version0::ChangeLogV0", [&] { return version0::ChangeLogV0(stream); });
+}
+
+/// The current form of a legacy log; its plaintext is gone when this returns.
+CL::ChangeLog raised_log(const std::string& path, const CipherKey& cipher_key) {
+  zuna_sec::TwoFishCipherStream input(path, cipher_key.key, cipher_key.iv);
+  return read_legacy_log(input, "Input does not contain a complete ChangeLog: " + path).get_version_1_0();
+}
+CL::ChangeLog raised_log(const Bytes& data, const Bytes& key, const Bytes& iv) {
+  zuna_sec::TwoFishCipherStream input(data, key, iv);
+  return read_legacy_log(input, "Input does not contain a complete ChangeLog.").get_version_1_0();
+}
+
+version0::ShowData read_plain_show(const std::string& path) {
+  std::ifstream file;
+  file.exceptions(std::ios_base::failbit);
+  guarded_read("Failed reading " + path, [&] { file.open(path, std::ios_base::in | std::ios_base::binary); });
+  version0::ShowData show =
+      guarded_read("Failed reading verison0::ShowData", [&] { return version0::ShowData(file); });
+  file.close();
+  return show;
+}
+
+version0::ShowData read_encrypted_show(const Bytes& data, const Bytes& key, const Bytes& iv) {
+  zuna_sec::TwoFishCipherStream input(data, key, iv);
+  return version0::ShowData(input.GetStream());
+}
+
+/// The song log with this number; null where there is none.
+std::shared_ptr<CL::SongLog> find_song_log(CL::ChangeLog& log, const std::string& number) {
+  try {
+    return log.GetSongLog(number);
+  } catch (const std::out_of_range&) {
+    return nullptr;
+  }
+}
+
+/// A legacy log does not know the divisions of its songs; the show does.
+void copy_divisions(const version0::ShowData& show, CL::ChangeLog& log) {
+  for (const auto& [number, song] : show.songs) {
+    if (const auto song_log = find_song_log(log, number)) song_log->division = song.division;
+  }
+}
+
+/// `source` is a path or the encrypted bytes. The plaintext is gone when this returns.
+template <typename Source>
+CL::ChangeLog read_log(const Source& source, const Bytes& key, const Bytes& iv, const char* name) {
+  zuna_sec::TwoFishCipherStream input(source, key, iv);
+  return read_current_log(input, "Input file version must be at least 1.1", name).log;
+}
+
+}  // namespace
+
+bool check_log_size(zuna_sec::TwoFishCipherStream& stream) {
+  std::istream& plaintext = stream.GetStream();
+  version0::get_u32(plaintext);  // the magic
+  const std::uint64_t stated = version0::get_u32(plaintext);
+  return plaintext_size(plaintext) - 8 == stated;
+}
+
+std::string logdata_up(const std::string& input, const std::string& output, const std::string& show_path,
+                       const cmn::FileVersion& version, const CipherKey& cipher_key) {
+  CL::ChangeLog log = raised_log(input, cipher_key);
+  copy_divisions(read_plain_show(show_path), log);
+  const auto write = [&](std::ostream& os) { log.WriteBinary(os, version); };
+  return EncryptedOutput(cipher_key.key, cipher_key.iv, write).WriteToFile(output);
+}
+
+Bytes logdata_up_vector(const Bytes& data, const Bytes& show_data, const cmn::FileVersion& version,
+                        const Bytes& key, const Bytes& iv) {
+  CL::ChangeLog log = raised_log(data, key, iv);
+  copy_divisions(read_encrypted_show(show_data, key, iv), log);
+  const auto write = [&](std::ostream& os) { log.WriteBinary(os, version); };
+  return EncryptedOutput(key, iv, write).GetEncryptedBytes();
+}
+
+std::string logdata_down(const std::string& input, const std::string& output, const CipherKey& cipher_key) {
+  const version0::ChangeLogV0 log(read_log(input, cipher_key.key, cipher_key.iv, "CL::ShowData"));
+  const auto write = [&](std::ostream& os) { log.write_binary(os); };
+  return EncryptedOutput(cipher_key.key, cipher_key.iv, write).WriteToFile(output);
+}
+
+Bytes logdata_down_vector(const Bytes& data, const Bytes& key, const Bytes& iv) {
+  const version0::ChangeLogV0 log(read_log(data, key, iv, "CL::ShowData"));
+  const auto write = [&](std::ostream& os) { log.write_binary(os); };
+  return EncryptedOutput(key, iv, write).GetEncryptedBytes();
+}
+
+std::string logdata_converter(const std::string& input, const std::string& output,
+                              const cmn::FileVersion& version, const CipherKey& cipher_key) {
+  const CL::ChangeLog log = read_log(input, cipher_key.key, cipher_key.iv, "CL::ChangeLog");
+  const auto write = [&](std::ostream& os) { log.WriteBinary(os, version); };
+  return EncryptedOutput(cipher_key.key, cipher_key.iv, write).WriteToFile(output);
+}
+
+Bytes logdata_converter_vector(const Bytes& data, const cmn::FileVersion& version, const Bytes& key,
+                               const Bytes& iv) {
+  const CL::ChangeLog log = read_log(data, key, iv, "CL::ChangeLog");
+  const auto write = [&](std::ostream& os) { log.WriteBinary(os, version); };
+  return EncryptedOutput(key, iv, write).GetEncryptedBytes();
+}

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <string>
+
+#include "CL/change_log.h"
+#include "format_converter/version0/change_log.h"
+#include "format_converter/version0/show_data.h"
+
+namespace zuna_test {
+
+/// A legacy log of the songs "12a" and "2" of the show "Opera", with something in every list of "12a".
+inline version0::ChangeLogV0 SampleLegacyLog() {
+  version0::SongLogV0 song;
+  song.songNumber_ = "12a";
+  song.songName_ = "Tune";
+  song.songLength_ = 7680;
+  song.vamps = {{0, 480, 2}};
+  song.repeats = {{480, 960, 3}};
+  song.cuts = {{960, 1440, -1}};
+  song.clicks = {{0, 7680, 1}};
+  song.tempo_scales = {{0, 7680, 1.5F}};
+  song.transposes = {{0, 7680, -12}};
+  song.caesuras = {version0::XCaesura(960)};
+  song.score_markers = {{0, "A"}};
+  version0::ChangeLogV0 log;
+  log.identifier = kit::UUID(kit::UUID::Bytes{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15});
+  log.log_label.assign("First night");
+  log.show_name.assign("Opera");
+  log.log_tag_pair = {1, 2};
+  log.songs.emplace("12a", song);
+  log.songs["2"].songNumber_.assign("2");
+  return log;
+}
+
+/// A legacy show of the songs "12a" (division 480) and "7" (division 96): "7" stands in the show only, "2" in
+/// the log only.
+inline version0::ShowData SampleLegacyShow() {
+  version0::SongData song;
+  song.song_number = song.timeline.name = "12a";
+  song.song_name = "Tune";
+  song.division = 480;
+  song.timeline.tempos = {{0, static_cast<float>(0.5 / 480), 8, 8, 120}};
+  song.timeline.meters = {{0, 4, 4}};
+  song.tracks = {{1, "Piano"}};
+  song.events = {{1, {{480, 480, 0x90, 60, 100, 1}}}};
+  version0::ShowData show;
+  show.songs["12a"] = song;
+  song.song_number = song.timeline.name = "7";
+  song.division = 96;
+  song.timeline.tempos = {{0, static_cast<float>(0.5 / 96), 8, 8, 120}};
+  show.songs["7"] = song;
+  return show;
+}
+
+/// SampleLegacyLog() as it comes up with SampleLegacyShow().
+inline CL::ChangeLog SampleCurrentLog() {
+  CL::ChangeLog log = SampleLegacyLog().get_version_1_0();
+  log.GetSongLog("12a")->division = 480;
+  return log;
+}
+
+}  // namespace zuna_test
