@@ -3,6 +3,8 @@
 #include <charconv>
 #include <string>
 
+#include "platform/core/file/versions.h"
+
 namespace zuna_core {
 
 namespace {
@@ -29,6 +31,21 @@ std::optional<cmn::FileVersion> ParseVersion(std::string_view text) {
   const std::optional<std::uint8_t> minor = TakeNumber(text);
   if (!minor || !text.empty()) return std::nullopt;
   return cmn::FileVersion{*major, *minor};
+}
+
+const char* CheckKind(FileKind kind, std::string_view text) {
+  if (text == KindText(kind)) return nullptr;
+  if (kind == FileKind::kShow) {
+    return text == KindText(FileKind::kLog) ? "this is a log, not a show" : "this is not a show";
+  }
+  return text == KindText(FileKind::kShow) ? "this is a show, not a log" : "this is not a log";
+}
+
+const char* CheckVersion(FileKind kind, std::string_view text) {
+  const std::optional<cmn::FileVersion> version = ParseVersion(text);
+  if (!version) return "a version such as \"2.0\" is due here";
+  if (*version != kTextVersion) ThrowUnsupported(kind, *version, "a text document");
+  return nullptr;
 }
 
 }  // namespace zuna_core

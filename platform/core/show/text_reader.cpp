@@ -6,7 +6,6 @@
 #include "platform/core/json/document.h"
 #include "platform/core/json/schema_reader.h"
 #include "platform/core/show/show_builder.h"
-#include "platform/core/show/versions.h"
 
 namespace zuna_core {
 
@@ -136,20 +135,9 @@ constexpr Layout kSongLayout = Object(
       return AddNewSong(b.show, std::move(b.song)) ? nullptr : kDuplicateSong;
     });
 
-const char* CheckKind(Builder&, std::string&& text) {
-  if (text == KindText(FileKind::kShow)) return nullptr;
-  return text == KindText(FileKind::kLog) ? "this is a log, not a show" : "this is not a show";
-}
-
-const char* CheckVersion(Builder&, std::string&& text) {
-  const std::optional<cmn::FileVersion> version = ParseVersion(text);
-  if (!version) return "a version such as \"2.0\" is due here";
-  if (*version != kTextVersion) ThrowUnsupportedShow(*version, "a text document");
-  return nullptr;
-}
-
 constexpr Field kShow[] = {
-    Text("kind", CheckKind), Text("fileVersion", CheckVersion),
+    Text("kind", [](Builder&, std::string&& text) { return CheckKind(FileKind::kShow, text); }),
+    Text("fileVersion", [](Builder&, std::string&& text) { return CheckVersion(FileKind::kShow, text); }),
     Text("showName", [](Builder& b, std::string&& t) { return Move(b.show.show_name, std::move(t)); }),
     ListField("songs", kSongLayout)};
 constexpr Layout kShowLayout = Object(kShow);
