@@ -80,6 +80,7 @@ class ZUNA_API TempoScale final : public PairedEvent {
   void WriteString(std::ostream& os) const override;
   using PairedEvent::WriteString;
   double value() const override;
+  void WriteBinary(std::ostream& os, const cmn::FileVersion& version) const override;
 };
 
 }  // namespace CL
