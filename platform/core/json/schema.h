@@ -5,6 +5,8 @@
 #include <limits>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 
 namespace zuna_core {
 
@@ -17,10 +19,12 @@ struct Schema;
 /// What the value of a key may be.
 enum class JsonKind {
   kInteger,
+  kFloat,   ///< a number, or {"bits": 2143289344}
   kText,    ///< a string, or {"bytes": "hex"}
   kObject,  ///< laid out as `schema`
   kList,    ///< of objects laid out as `schema`
-  kRows,    ///< a list of lists of integers, one for each of `columns`
+  kRow,     ///< a list of integers, one for each of `columns`
+  kRows,    ///< a list of such lists
 };
 
 /// Integers from `min` to `max`.
@@ -44,6 +48,7 @@ struct JsonField {
   JsonKind kind;
   JsonRange range{};
   void (*number)(Builder&, std::int64_t) = nullptr;
+  void (*real)(Builder&, float) = nullptr;
   const char* (*text)(Builder&, std::string&&) = nullptr;
   const Schema<Builder>* schema = nullptr;
   const JsonColumns* columns = nullptr;
@@ -59,11 +64,40 @@ struct Schema {
   const char* (*end)(Builder&) = nullptr;
 };
 
-template <class Builder, class T>
-constexpr JsonField<Builder> IntegerField(std::string_view key, void (*set)(Builder&, std::int64_t)) {
+/// `begin` makes room for the object's values, `end` takes the whole object.
+template <class Builder, std::size_t kSize>
+constexpr Schema<Builder> ObjectSchema(const JsonField<Builder> (&fields)[kSize],
+                                       void (*begin)(std::type_identity_t<Builder>&) = nullptr,
+                                       const char* (*end)(std::type_identity_t<Builder>&) = nullptr) {
+  static_assert(kSize <= 32);
+  return {fields, kSize, begin, end};
+}
+
+/// Stores a value that has been checked against the range of its field.
+template <class T>
+void StoreNumber(T& field, std::int64_t value) {
+  field = static_cast<T>(value);
+}
+
+/// Stores a text, of which any is right.
+inline const char* StoreText(std::string& field, std::string&& text) {
+  field = std::move(text);
+  return nullptr;
+}
+
+template <class Builder>
+constexpr JsonField<Builder> IntegerField(std::string_view key, JsonRange range,
+                                          void (*set)(Builder&, std::int64_t)) {
   JsonField<Builder> field{key, JsonKind::kInteger};
-  field.range = kRangeOf<T>;
+  field.range = range;
   field.number = set;
+  return field;
+}
+
+template <class Builder>
+constexpr JsonField<Builder> FloatField(std::string_view key, void (*set)(Builder&, float)) {
+  JsonField<Builder> field{key, JsonKind::kFloat};
+  field.real = set;
   return field;
 }
 
@@ -85,6 +119,15 @@ template <class Builder>
 constexpr JsonField<Builder> ListField(std::string_view key, const Schema<Builder>& entry) {
   JsonField<Builder> field{key, JsonKind::kList};
   field.schema = &entry;
+  return field;
+}
+
+template <class Builder>
+constexpr JsonField<Builder> RowField(std::string_view key, const JsonColumns& columns,
+                                      void (*set)(Builder&, const std::int64_t*)) {
+  JsonField<Builder> field{key, JsonKind::kRow};
+  field.columns = &columns;
+  field.row = set;
   return field;
 }
 

@@ -1,13 +1,16 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <boost/json/error.hpp>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include "kit/format.h"
+#include "platform/core/json/float_text.h"
 #include "platform/core/json/hex.h"
 #include "platform/core/json/schema.h"
 #include "platform/core/text/quote.h"
@@ -44,15 +47,17 @@ class SchemaHandler {
   bool on_key(Part part, std::size_t, Code& code);
   bool on_string_part(Part part, std::size_t, Code&) { return Append(part); }
   bool on_string(Part part, std::size_t, Code& code);
-  bool on_number_part(Part, Code&) { return true; }
-  bool on_int64(std::int64_t value, Part, Code& code) {
+  bool on_number_part(Part part, Code&) { return Due(JsonKind::kFloat) == nullptr || Append(part); }
+  bool on_int64(std::int64_t value, Part part, Code& code) {
     // The integers of rows are nearly all that a document has.
-    if (column_ >= columns_->size || !Within(columns_->ranges[column_], value)) return Integer(value, code);
+    if (column_ >= columns_->size || !Within(columns_->ranges[column_], value)) {
+      return Integer(value, part, code);
+    }
     row_[column_++] = value;
     return true;
   }
-  bool on_uint64(std::uint64_t, Part, Code& code) { return Unexpected(code); }  // above 2^63
-  bool on_double(double, Part, Code& code) { return Unexpected(code); }
+  bool on_uint64(std::uint64_t, Part part, Code& code) { return Float(part, code); }  // above 2^63
+  bool on_double(double, Part part, Code& code) { return Float(part, code); }
   bool on_bool(bool, Code& code) { return Unexpected(code); }
   bool on_null(Code& code) { return Unexpected(code); }
   bool on_comment_part(Part, Code&) { return true; }
@@ -61,8 +66,9 @@ class SchemaHandler {
  private:
   using Field = JsonField<Builder>;
 
-  /// kRow is a list of rows inside one of them: a row is short and frequent, and has no frame of its own.
-  enum class Level { kObject, kList, kRows, kRow, kBytes };
+  /// kRow is a row, or a list of rows inside one of them: a row in a list is short and frequent, and has no
+  /// frame of its own. kBits and kBytes are the objects that stand for a float, respectively a text.
+  enum class Level { kObject, kList, kRows, kRow, kBits, kBytes };
 
   struct Frame {
     Level level;
@@ -74,6 +80,7 @@ class SchemaHandler {
   };
 
   static constexpr JsonColumns kNoColumns{};
+  static constexpr JsonRange kBitsRange = kRangeOf<std::uint32_t>;
 
   // The schema bounds the depth, so that frames need no memory of their own.
   static constexpr std::size_t kMaxFrames = 16;
@@ -100,13 +107,31 @@ class SchemaHandler {
     return true;
   }
 
+  bool BeginRow(const JsonColumns& columns) {
+    columns_ = &columns;
+    column_ = 0;
+    return true;
+  }
+
+  /// Whether a frame is a list of rows, inside one of them or not.
+  static bool IsInRows(const Frame& frame) {
+    return frame.owner != nullptr && frame.owner->kind == JsonKind::kRows;
+  }
+
+  /// Whether the value that is read is the only one of an object that stands for another value.
+  bool Inside(Level level) const { return depth_ != 0 && top().level == level; }
+
   static bool Within(const JsonRange& range, std::int64_t value) {
     return value >= range.min && value <= range.max;
   }
 
   /// Takes an integer outside of rows, or refuses one that does not fit into its row.
-  bool Integer(std::int64_t value, Code& code);
+  bool Integer(std::int64_t value, Part part, Code& code);
+  bool Float(Part part, Code& code);
   bool Text(Code& code);
+  bool EndBits(Code& code);
+  bool EndBytes(Code& code);
+  bool CheckOnlyKey(const char* known, const std::string& key, Code& code);
   bool Fail(Code& code, std::string what);
   bool Unexpected(Code& code) { return Fail(code, Expected() + " is due here"); }
   std::string Expected() const;
@@ -118,7 +143,8 @@ class SchemaHandler {
   std::array<std::int64_t, kMaxJsonColumns> row_{};
   const JsonColumns* columns_ = &kNoColumns;  ///< of the row
   std::size_t column_ = 0;                    ///< the one whose integer is due
-  std::string text_;
+  std::string text_;                          ///< of a key, a text or a number, as far as it has been read
+  std::uint32_t bits_ = 0;
   std::string problem_;
 };
 
@@ -127,21 +153,18 @@ bool SchemaHandler<Builder>::on_object_begin(Code& code) {
   if (depth_ == 0) return BeginObject(root_, nullptr);
   if (top().level == Level::kList) return BeginObject(*top().schema, nullptr);
   if (const Field* field = Due(JsonKind::kObject)) return BeginObject(*field->schema, field);
-  if (const Field* field = Due(JsonKind::kText)) {
-    Push({Level::kBytes, field});
-    return true;
-  }
-  return Unexpected(code);
+  const Field* const real = Due(JsonKind::kFloat);
+  const Field* const text = Due(JsonKind::kText);
+  if (real == nullptr && text == nullptr) return Unexpected(code);
+  Push(real != nullptr ? Frame{Level::kBits, real} : Frame{Level::kBytes, text});
+  return true;
 }
 
 template <class Builder>
 bool SchemaHandler<Builder>::on_object_end(std::size_t, Code& code) {
   const Frame& frame = top();
-  if (frame.level == Level::kBytes) {
-    if (frame.seen == 0) return Fail(code, "the key \"bytes\" is missing");
-    Pop();
-    return Text(code);
-  }
+  if (frame.level == Level::kBits) return EndBits(code);
+  if (frame.level == Level::kBytes) return EndBytes(code);
   const Schema<Builder>& schema = *frame.schema;
   for (std::size_t i = 0; i < schema.size; ++i) {
     if ((frame.seen >> i & 1) == 0) {
@@ -159,12 +182,29 @@ bool SchemaHandler<Builder>::on_object_end(std::size_t, Code& code) {
 }
 
 template <class Builder>
+bool SchemaHandler<Builder>::EndBits(Code& code) {
+  if (top().seen == 0) return Fail(code, "the key \"bits\" is missing");
+  top().owner->real(builder_, std::bit_cast<float>(bits_));
+  Pop();
+  return true;
+}
+
+template <class Builder>
+bool SchemaHandler<Builder>::EndBytes(Code& code) {
+  if (top().seen == 0) return Fail(code, "the key \"bytes\" is missing");
+  Pop();
+  return Text(code);
+}
+
+template <class Builder>
 bool SchemaHandler<Builder>::on_array_begin(Code& code) {
-  if (depth_ != 0 && top().level == Level::kRows) {
+  if (Inside(Level::kRows)) {
     top().level = Level::kRow;
-    columns_ = top().owner->columns;
-    column_ = 0;
-    return true;
+    return BeginRow(*top().owner->columns);
+  }
+  if (const Field* field = Due(JsonKind::kRow)) {
+    Push({Level::kRow, field});
+    return BeginRow(*field->columns);
   }
   if (const Field* field = Due(JsonKind::kList)) {
     Push({Level::kList, field, field->schema});
@@ -187,6 +227,10 @@ bool SchemaHandler<Builder>::on_array_end(std::size_t, Code& code) {
   if (column_ != columns_->size) return Fail(code, kit::format("%zu integers are due here", columns_->size));
   frame.owner->row(builder_, row_.data());
   columns_ = &kNoColumns;
+  if (frame.owner->kind == JsonKind::kRow) {
+    Pop();
+    return true;
+  }
   frame.level = Level::kRows;
   ++frame.index;
   return true;
@@ -197,11 +241,8 @@ bool SchemaHandler<Builder>::on_key(Part part, std::size_t, Code& code) {
   Append(part);
   Frame& frame = top();
   const std::string key = std::exchange(text_, {});
-  if (frame.level == Level::kBytes) {
-    if (key != "bytes") return Fail(code, "the key " + Quote(key) + " is not known");
-    if (frame.seen++ != 0) return Fail(code, "the key \"bytes\" occurs twice");
-    return true;
-  }
+  if (frame.level == Level::kBits) return CheckOnlyKey("bits", key, code);
+  if (frame.level == Level::kBytes) return CheckOnlyKey("bytes", key, code);
   for (std::size_t i = 0; i < frame.schema->size; ++i) {
     if (frame.schema->fields[i].key != key) continue;
     frame.field = &frame.schema->fields[i];
@@ -213,10 +254,18 @@ bool SchemaHandler<Builder>::on_key(Part part, std::size_t, Code& code) {
   return Fail(code, "the key " + Quote(key) + " is not known");
 }
 
+/// Takes the key of an object that stands for a value.
+template <class Builder>
+bool SchemaHandler<Builder>::CheckOnlyKey(const char* known, const std::string& key, Code& code) {
+  if (key != known) return Fail(code, "the key " + Quote(key) + " is not known");
+  if (top().seen++ != 0) return Fail(code, kit::format("the key \"%s\" occurs twice", known));
+  return true;
+}
+
 template <class Builder>
 bool SchemaHandler<Builder>::on_string(Part part, std::size_t, Code& code) {
   Append(part);
-  if (depth_ != 0 && top().level == Level::kBytes) {
+  if (Inside(Level::kBytes)) {
     std::optional<std::string> bytes = DecodeHex(text_);
     if (!bytes) return Fail(code, "pairs of hexadecimal digits are due here");
     text_ = std::move(*bytes);
@@ -235,11 +284,28 @@ bool SchemaHandler<Builder>::Text(Code& code) {
 }
 
 template <class Builder>
-bool SchemaHandler<Builder>::Integer(std::int64_t value, Code& code) {
-  if (depth_ == 0) return Unexpected(code);
+bool SchemaHandler<Builder>::Integer(std::int64_t value, Part part, Code& code) {
+  if (Inside(Level::kBits) && Within(kBitsRange, value)) {
+    bits_ = static_cast<std::uint32_t>(value);
+    return true;
+  }
   const Field* field = Due(JsonKind::kInteger);
-  if (field == nullptr || !Within(field->range, value)) return Unexpected(code);
+  if (field == nullptr) return Float(part, code);
+  if (!Within(field->range, value)) return Unexpected(code);
   field->number(builder_, value);
+  return true;
+}
+
+/// Takes a number that is no integer of 64 bits, or where a float is due. It is read from its text: the
+/// parser's double would be rounded once more.
+template <class Builder>
+bool SchemaHandler<Builder>::Float(Part part, Code& code) {
+  const Field* field = Due(JsonKind::kFloat);
+  if (field == nullptr) return Unexpected(code);
+  Append(part);
+  const std::optional<float> value = ParseFloat(std::exchange(text_, {}));
+  if (!value) return Unexpected(code);
+  field->real(builder_, *value);
   return true;
 }
 
@@ -263,6 +329,8 @@ std::string SchemaHandler<Builder>::Expected() const {
       return "an object";
     case Level::kRows:
       return "a list of integers";
+    case Level::kBits:
+      return integer(kBitsRange);
     case Level::kBytes:
       return "a text";
     case Level::kRow: {
@@ -275,10 +343,14 @@ std::string SchemaHandler<Builder>::Expected() const {
   switch (frame.field->kind) {
     case JsonKind::kInteger:
       return integer(frame.field->range);
+    case JsonKind::kFloat:
+      return "a number in the range of a single-precision float, or {\"bits\": N},";
     case JsonKind::kText:
       return "a text";
     case JsonKind::kObject:
       return "an object";
+    case JsonKind::kRow:
+      return "a list of integers";
     case JsonKind::kList:
     case JsonKind::kRows:
       break;
@@ -293,7 +365,7 @@ std::string SchemaHandler<Builder>::Path() const {
     const Frame& frame = frames_[i];
     if (frame.level == Level::kObject && frame.field != nullptr) {
       path.append(path.empty() ? "" : ".").append(frame.field->key);
-    } else if (frame.level == Level::kList || frame.level == Level::kRows || frame.level == Level::kRow) {
+    } else if (frame.level == Level::kList || IsInRows(frame)) {
       path += kit::format("[%zu]", frame.index);
     }
     if (frame.level == Level::kRow) path += kit::format("[%zu]", column_);

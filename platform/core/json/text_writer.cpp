@@ -1,8 +1,11 @@
 #include "platform/core/json/text_writer.h"
 
 #include <array>
+#include <bit>
 #include <charconv>
+#include <cmath>
 
+#include "platform/core/json/float_text.h"
 #include "platform/core/text/utf8.h"
 
 namespace zuna_core {
@@ -32,6 +35,21 @@ void JsonTextWriter::Number(std::int64_t value) {
   constexpr std::size_t kLongest = 20;
   char* to = window_.Room(kLongest);
   window_.Commit(std::to_chars(to, to + kLongest, value).ptr);
+}
+
+void JsonTextWriter::Float(float value) {
+  if (std::isfinite(value)) {
+    Raw(FloatText(value));
+  } else {
+    Raw(R"({"bits": )");
+    Number(std::bit_cast<std::uint32_t>(value));
+    Raw("}");
+  }
+}
+
+void JsonTextWriter::NewLine(std::size_t indent) {
+  constexpr std::string_view kNewLine = "\n            ";
+  Raw(kNewLine.substr(0, 1 + indent));
 }
 
 void JsonTextWriter::Text(std::string_view text) {

@@ -28,76 +28,65 @@ using Layout = Schema<Builder>;
 
 template <class T>
 constexpr Field Integer(std::string_view key, void (*set)(Builder&, std::int64_t)) {
-  return IntegerField<Builder, T>(key, set);
+  return IntegerField<Builder>(key, kRangeOf<T>, set);
 }
 
 constexpr Field Text(std::string_view key, const char* (*set)(Builder&, std::string&&)) {
   return TextField<Builder>(key, set);
 }
 
-template <std::size_t kSize>
-constexpr Layout Object(const Field (&fields)[kSize], void (*begin)(Builder&) = nullptr,
-                        const char* (*end)(Builder&) = nullptr) {
-  static_assert(kSize <= 32);
-  return {fields, kSize, begin, end};
-}
-
-/// Stores a value that has been checked against the range of its field.
-template <class T>
-void Set(T& field, std::int64_t value) {
-  field = static_cast<T>(value);
-}
-
-const char* Move(std::string& field, std::string&& text) {
-  field = std::move(text);
-  return nullptr;
-}
-
 using Value = std::int64_t;
 
 constexpr Field kTempo[] = {
-    Integer<std::uint32_t>("time", [](Builder& b, Value v) { Set(b.timeline().tempos.back().time, v); }),
-    Integer<std::uint32_t>("microseconds",
-                           [](Builder& b, Value v) { Set(b.timeline().tempos.back().microseconds, v); })};
-constexpr Layout kTempoLayout = Object(kTempo, [](Builder& b) { b.timeline().tempos.emplace_back(); });
+    Integer<std::uint32_t>("time",
+                           [](Builder& b, Value v) { StoreNumber(b.timeline().tempos.back().time, v); }),
+    Integer<std::uint32_t>("microseconds", [](Builder& b, Value v) {
+      StoreNumber(b.timeline().tempos.back().microseconds, v);
+    })};
+constexpr Layout kTempoLayout = ObjectSchema(kTempo, [](Builder& b) { b.timeline().tempos.emplace_back(); });
 
 constexpr Field kBarsBeats[] = {
-    Integer<std::uint32_t>("time", [](Builder& b, Value v) { Set(b.timeline().bars_beats.back().time, v); }),
+    Integer<std::uint32_t>("time",
+                           [](Builder& b, Value v) { StoreNumber(b.timeline().bars_beats.back().time, v); }),
     Text("barNumber",
          [](Builder& b, std::string&& text) { return SetBarNumber(b.timeline().bars_beats.back(), text); }),
-    Integer<std::uint8_t>("tag", [](Builder& b, Value v) { Set(b.timeline().bars_beats.back().tag, v); })};
+    Integer<std::uint8_t>("tag",
+                          [](Builder& b, Value v) { StoreNumber(b.timeline().bars_beats.back().tag, v); })};
 constexpr Layout kBarsBeatsLayout =
-    Object(kBarsBeats, [](Builder& b) { b.timeline().bars_beats.emplace_back(); });
+    ObjectSchema(kBarsBeats, [](Builder& b) { b.timeline().bars_beats.emplace_back(); });
 
 constexpr Field kKey[] = {
-    Integer<std::uint32_t>("time", [](Builder& b, Value v) { Set(b.timeline().keys.back().time, v); }),
-    Integer<std::int16_t>("key", [](Builder& b, Value v) { Set(b.timeline().keys.back().key, v); }),
-    Integer<std::uint16_t>("mode", [](Builder& b, Value v) { Set(b.timeline().keys.back().mode, v); })};
-constexpr Layout kKeyLayout = Object(kKey, [](Builder& b) { b.timeline().keys.emplace_back(); });
+    Integer<std::uint32_t>("time",
+                           [](Builder& b, Value v) { StoreNumber(b.timeline().keys.back().time, v); }),
+    Integer<std::int16_t>("key", [](Builder& b, Value v) { StoreNumber(b.timeline().keys.back().key, v); }),
+    Integer<std::uint16_t>("mode",
+                           [](Builder& b, Value v) { StoreNumber(b.timeline().keys.back().mode, v); })};
+constexpr Layout kKeyLayout = ObjectSchema(kKey, [](Builder& b) { b.timeline().keys.emplace_back(); });
 
 constexpr Field kPageNumber[] = {
-    Integer<std::uint32_t>("time",
-                           [](Builder& b, Value v) { Set(b.timeline().page_numbers.back().time, v); }),
-    Integer<std::uint32_t>("page",
-                           [](Builder& b, Value v) { Set(b.timeline().page_numbers.back().page, v); })};
+    Integer<std::uint32_t>(
+        "time", [](Builder& b, Value v) { StoreNumber(b.timeline().page_numbers.back().time, v); }),
+    Integer<std::uint32_t>(
+        "page", [](Builder& b, Value v) { StoreNumber(b.timeline().page_numbers.back().page, v); })};
 constexpr Layout kPageNumberLayout =
-    Object(kPageNumber, [](Builder& b) { b.timeline().page_numbers.emplace_back(); });
+    ObjectSchema(kPageNumber, [](Builder& b) { b.timeline().page_numbers.emplace_back(); });
 
 TL::Meter& LastMeter(Builder& b) { return b.timeline().meters.back(); }
 constexpr Field kMeter[] = {
-    Integer<std::uint32_t>("time", [](Builder& b, Value v) { Set(LastMeter(b).time, v); }),
-    Integer<std::uint8_t>("numerator", [](Builder& b, Value v) { Set(LastMeter(b).numerator, v); }),
-    Integer<std::uint8_t>("denominator", [](Builder& b, Value v) { Set(LastMeter(b).denominator, v); }),
+    Integer<std::uint32_t>("time", [](Builder& b, Value v) { StoreNumber(LastMeter(b).time, v); }),
+    Integer<std::uint8_t>("numerator", [](Builder& b, Value v) { StoreNumber(LastMeter(b).numerator, v); }),
+    Integer<std::uint8_t>("denominator",
+                          [](Builder& b, Value v) { StoreNumber(LastMeter(b).denominator, v); }),
     Integer<std::uint8_t>("clocksPerClick",
-                          [](Builder& b, Value v) { Set(LastMeter(b).clocks_per_click, v); }),
+                          [](Builder& b, Value v) { StoreNumber(LastMeter(b).clocks_per_click, v); }),
     Integer<std::uint8_t>("notated32PerQuarter",
-                          [](Builder& b, Value v) { Set(LastMeter(b).notated_32_per_quarter, v); })};
-constexpr Layout kMeterLayout = Object(kMeter, [](Builder& b) { b.timeline().meters.emplace_back(); });
+                          [](Builder& b, Value v) { StoreNumber(LastMeter(b).notated_32_per_quarter, v); })};
+constexpr Layout kMeterLayout = ObjectSchema(kMeter, [](Builder& b) { b.timeline().meters.emplace_back(); });
 
 constexpr Field kTimeline[] = {ListField("tempos", kTempoLayout), ListField("barsBeats", kBarsBeatsLayout),
                                ListField("keys", kKeyLayout), ListField("pageNumbers", kPageNumberLayout),
                                ListField("meters", kMeterLayout)};
-constexpr Layout kTimelineLayout = Object(kTimeline);
+constexpr Layout kTimelineLayout = ObjectSchema(kTimeline);
 
 constexpr JsonColumns kMessage{
     4, {kRangeOf<std::uint32_t>, kRangeOf<std::uint8_t>, kRangeOf<std::uint8_t>, kRangeOf<std::uint8_t>}};
@@ -115,21 +104,22 @@ const char* EndTrack(Builder& b) {
 }
 
 constexpr Field kTrack[] = {
-    Integer<std::uint16_t>("trackNumber", [](Builder& b, Value v) { Set(b.track->track_number, v); }),
-    Text("name", [](Builder& b, std::string&& text) { return Move(b.track->name, std::move(text)); }),
-    Integer<std::uint16_t>("reserved", [](Builder& b, Value v) { Set(b.track->reserved, v); }),
+    Integer<std::uint16_t>("trackNumber", [](Builder& b, Value v) { StoreNumber(b.track->track_number, v); }),
+    Text("name", [](Builder& b, std::string&& text) { return StoreText(b.track->name, std::move(text)); }),
+    Integer<std::uint16_t>("reserved", [](Builder& b, Value v) { StoreNumber(b.track->reserved, v); }),
     RowsField<Builder>("messages", kMessage, AddMessage)};
-constexpr Layout kTrackLayout = Object(
+constexpr Layout kTrackLayout = ObjectSchema(
     kTrack, [](Builder& b) { b.track = std::make_shared<zuna_midi::VoiceTrack>(); }, EndTrack);
 
 constexpr Field kSong[] = {
-    Text("songNumber", [](Builder& b, std::string&& t) { return Move(b.song->song_number, std::move(t)); }),
-    Text("songName", [](Builder& b, std::string&& t) { return Move(b.song->song_name, std::move(t)); }),
-    Integer<std::uint16_t>("division", [](Builder& b, Value v) { Set(b.song->division, v); }),
-    Integer<std::uint32_t>("songLength", [](Builder& b, Value v) { Set(b.song->song_length, v); }),
+    Text("songNumber",
+         [](Builder& b, std::string&& t) { return StoreText(b.song->song_number, std::move(t)); }),
+    Text("songName", [](Builder& b, std::string&& t) { return StoreText(b.song->song_name, std::move(t)); }),
+    Integer<std::uint16_t>("division", [](Builder& b, Value v) { StoreNumber(b.song->division, v); }),
+    Integer<std::uint32_t>("songLength", [](Builder& b, Value v) { StoreNumber(b.song->song_length, v); }),
     ObjectField("timeline", kTimelineLayout),
     ListField("voices", kTrackLayout)};
-constexpr Layout kSongLayout = Object(
+constexpr Layout kSongLayout = ObjectSchema(
     kSong, [](Builder& b) { b.song = std::make_shared<zuna_midi::SongData>("", "", 0, 0); },
     [](Builder& b) -> const char* {
       return AddNewSong(b.show, std::move(b.song)) ? nullptr : kDuplicateSong;
@@ -138,9 +128,9 @@ constexpr Layout kSongLayout = Object(
 constexpr Field kShow[] = {
     Text("kind", [](Builder&, std::string&& text) { return CheckKind(FileKind::kShow, text); }),
     Text("fileVersion", [](Builder&, std::string&& text) { return CheckVersion(FileKind::kShow, text); }),
-    Text("showName", [](Builder& b, std::string&& t) { return Move(b.show.show_name, std::move(t)); }),
+    Text("showName", [](Builder& b, std::string&& t) { return StoreText(b.show.show_name, std::move(t)); }),
     ListField("songs", kSongLayout)};
-constexpr Layout kShowLayout = Object(kShow);
+constexpr Layout kShowLayout = ObjectSchema(kShow);
 
 }  // namespace
 

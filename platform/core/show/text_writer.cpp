@@ -57,17 +57,9 @@ void WriteEntry(JsonTextWriter& json, const TL::Meter& entry) {
   json.Raw("}");
 }
 
-/// A list with each entry on a line of its own.
 template <class Entry>
 void WriteList(JsonTextWriter& json, std::string_view opening, const std::vector<Entry>& list) {
-  json.Raw(opening);
-  const char* separator = "\n          ";
-  for (const Entry& entry : list) {
-    json.Raw(separator);
-    WriteEntry(json, entry);
-    separator = ",\n          ";
-  }
-  json.Raw(list.empty() ? "]" : "\n        ]");
+  json.List(opening, 10, list, [&](const Entry& entry) { WriteEntry(json, entry); });
 }
 
 void WriteTimeline(JsonTextWriter& json, const TL::Timeline& timeline) {
@@ -112,16 +104,6 @@ void WriteTrack(OutputWindow& window, const zuna_midi::VoiceTrack& track) {
   json.Raw(track.messages.empty() ? "]\n        }" : "\n          ]\n        }");
 }
 
-void WriteVoices(OutputWindow& window, const zuna_midi::VoiceData& voices) {
-  const char* separator = "\n        ";
-  for (const auto& [number, track] : voices.tracks()) {
-    window.Write(separator);
-    WriteTrack(window, *track);
-    separator = ",\n        ";
-  }
-  window.Write(voices.tracks().empty() ? "]" : "\n      ]");
-}
-
 void WriteSong(OutputWindow& window, const zuna_midi::SongData& song) {
   JsonTextWriter json(window);
   json.Raw("{\n      \"songNumber\": ");
@@ -134,8 +116,8 @@ void WriteSong(OutputWindow& window, const zuna_midi::SongData& song) {
   json.Number(song.song_length);
   json.Raw(",\n      \"timeline\": ");
   WriteTimeline(json, *song.timeline);
-  json.Raw(",\n      \"voices\": [");
-  WriteVoices(window, *song.voice_data);
+  json.List(",\n      \"voices\": [", 8, song.voice_data->tracks(),
+            [&](const auto& voice) { WriteTrack(window, *voice.second); });
   json.Raw("\n    }");
 }
 
@@ -146,14 +128,8 @@ void WriteTextShow(std::ostream& os, const zuna_midi::ShowData& show) {
   JsonTextWriter json(window);
   json.Raw("{\n  \"kind\": \"showdata\",\n  \"fileVersion\": \"2.0\",\n  \"showName\": ");
   json.Text(show.show_name);
-  json.Raw(",\n  \"songs\": [");
-  const char* separator = "\n    ";
-  for (const auto& [number, song] : show.songs()) {
-    json.Raw(separator);
-    WriteSong(window, *song);
-    separator = ",\n    ";
-  }
-  json.Raw(show.songs().empty() ? "]\n}\n" : "\n  ]\n}\n");
+  json.List(",\n  \"songs\": [", 4, show.songs(), [&](const auto& song) { WriteSong(window, *song.second); });
+  json.Raw("\n}\n");
   window.Flush();
 }
 

@@ -10,6 +10,7 @@ namespace {
 
 using zuna_test::BinaryFile;
 using zuna_test::BodyOf;
+using zuna_test::ChangeEveryByte;
 using zuna_test::ReadError;
 using zuna_test::SampleFile;
 
@@ -18,18 +19,6 @@ constexpr cmn::FileVersion kChecked{1, 1};
 constexpr cmn::FileVersion kCompact{1, 2};
 
 bool IsBlank(char c) { return c == ' ' || c == '\n'; }
-
-/// Calls `check` for every file that differs from a good one in one byte.
-template <class Check>
-void ChangeEveryByte(const std::string& good, const Check& check) {
-  for (std::size_t place = 0; place < good.size(); ++place) {
-    for (int change = 1; change < 256; ++change) {
-      std::string bad = good;
-      bad[place] = static_cast<char>(bad[place] ^ change);
-      check(bad, place, change);
-    }
-  }
-}
 
 TEST(DamagedShow, EveryTruncationIsRefused) {
   for (const cmn::FileVersion& version : zuna_test::kVersions) {

@@ -7,9 +7,6 @@
 #include <utility>
 
 #include "cmn/data_error.h"
-#include "platform/core/binary/coding.h"
-#include "platform/core/binary/crc32.h"
-#include "platform/core/json/hex.h"
 
 namespace zuna_test {
 
@@ -182,14 +179,6 @@ constexpr const char* kTextFile = R"({
 
 }  // namespace
 
-std::string Hex(std::string_view digits) {
-  std::string dense;
-  for (const char c : digits) {
-    if (c != ' ') dense += c;
-  }
-  return zuna_core::DecodeHex(dense).value();
-}
-
 std::string SampleFile(cmn::FileVersion version) {
   if (version == cmn::FileVersion{1, 0}) return Hex(kFixedHeader) + Hex(kFixedBody);
   if (version == cmn::FileVersion{1, 1}) return Hex(kCheckedHeader) + Hex(kFixedBody) + Hex(kCheckedChecksum);
@@ -242,19 +231,7 @@ std::string ReadError(const std::string& bytes) {
 }
 
 std::string BinaryFile(cmn::FileVersion version, const std::string& body) {
-  const std::size_t checksum_size = version.minor == 0 ? 0 : 4;
-  char number[8];
-  std::string file("\0ZSH", 4);
-  file.append(number, zuna_core::PutFixed(number, 2 + body.size() + checksum_size, 4));
-  file += static_cast<char>(version.major);
-  file += static_cast<char>(version.minor);
-  file += body;
-  return file.append(number, zuna_core::PutFixed(number, zuna_core::Crc32(0, file), checksum_size));
-}
-
-std::string BodyOf(const std::string& file) {
-  const std::size_t checksum_size = file[9] == 0 ? 0 : 4;
-  return file.substr(10, file.size() - 10 - checksum_size);
+  return BinaryFile(zuna_core::FileKind::kShow, version, body);
 }
 
 }  // namespace zuna_test

@@ -1,0 +1,33 @@
+#include "tests/core/binary/binary_file.h"
+
+#include "platform/core/binary/coding.h"
+#include "platform/core/binary/crc32.h"
+#include "platform/core/json/hex.h"
+
+namespace zuna_test {
+
+std::string Hex(std::string_view digits) {
+  std::string dense;
+  for (const char c : digits) {
+    if (c != ' ') dense += c;
+  }
+  return zuna_core::DecodeHex(dense).value();
+}
+
+std::string BinaryFile(zuna_core::FileKind kind, cmn::FileVersion version, const std::string& body) {
+  const std::size_t checksum_size = version.minor == 0 ? 0 : 4;
+  char number[8];
+  std::string file(zuna_core::Magic(kind));
+  file.append(number, zuna_core::PutFixed(number, 2 + body.size() + checksum_size, 4));
+  file += static_cast<char>(version.major);
+  file += static_cast<char>(version.minor);
+  file += body;
+  return file.append(number, zuna_core::PutFixed(number, zuna_core::Crc32(0, file), checksum_size));
+}
+
+std::string BodyOf(const std::string& file) {
+  const std::size_t checksum_size = file[9] == 0 ? 0 : 4;
+  return file.substr(10, file.size() - 10 - checksum_size);
+}
+
+}  // namespace zuna_test
