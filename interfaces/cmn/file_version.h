@@ -11,7 +11,7 @@ struct FileVersion {
   std::uint8_t major = 0;
   std::uint8_t minor = 0;
 
-  auto operator<=>(const FileVersion&) const = default;
+  auto operator<=>(const FileVersion&) const = default;  // NOLINT(modernize-use-nullptr): the 0 of a < b
 };
 
 }  // namespace cmn

@@ -5,12 +5,15 @@
 
 #include <functional>
 
+#include "format_converter/logdata.h"
 #include "format_converter/showdata.h"
 #include "format_converter/version0/show_data.h"
 #include "tests/security/failing_memory.h"
 #include "tests/support/bytes.h"
 #include "tests/support/encrypted.h"
+#include "tests/support/sample_log.h"
 #include "tests/support/temporary_folder.h"
+#include "zuna_midi/show_data.h"
 
 namespace {
 
@@ -52,6 +55,10 @@ class FailingMemory : public testing::Test {
     PutEncrypted("legacy", zuna_test::Written(LegacyShow()));
     PutEncrypted("binary", WrittenAt(show, {1, 2}));
     PutEncrypted("text", WrittenAt(show, {2, 0}));
+    folder_.Put("show", zuna_test::Written(zuna_test::SampleLegacyShow()));
+    PutEncrypted("legacy log", zuna_test::Written(zuna_test::SampleLegacyLog()));
+    PutEncrypted("binary log", WrittenAt(zuna_test::SampleCurrentLog(), {1, 2}));
+    PutEncrypted("text log", WrittenAt(zuna_test::SampleCurrentLog(), {2, 0}));
   }
 
   void PutEncrypted(const std::string& name, const std::string& plaintext) const {
@@ -94,7 +101,7 @@ class FailingMemory : public testing::Test {
     EXPECT_EQ(failing_memory::Live(), live) << "leaks";
     EXPECT_EQ(thrown, failed);
     EXPECT_EQ(FileBytes(out_) == old, thrown) << "an output and an error, or neither";
-    EXPECT_EQ(folder_.Names().size(), 5U) << "a temporary file was left";
+    EXPECT_EQ(folder_.Names().size(), 9U) << "a temporary file was left";
     return failed;
   }
 };
@@ -117,6 +124,26 @@ TEST_F(FailingMemory, Converter) {
   for (const std::string& in : {folder_ / "binary", folder_ / "text"}) {
     for (const cmn::FileVersion version : {cmn::FileVersion{1, 2}, {2, 0}}) {
       ExpectCleanFailures([&] { showdata_converter(in, out_, version, kKey); });
+    }
+  }
+}
+
+TEST_F(FailingMemory, LogdataUp) {
+  for (const cmn::FileVersion version : {cmn::FileVersion{1, 2}, {2, 0}}) {
+    ExpectCleanFailures([&] { logdata_up(folder_ / "legacy log", out_, folder_ / "show", version, kKey); });
+  }
+}
+
+TEST_F(FailingMemory, LogdataDown) {
+  for (const std::string& in : {folder_ / "binary log", folder_ / "text log"}) {
+    ExpectCleanFailures([&] { logdata_down(in, out_, kKey); });
+  }
+}
+
+TEST_F(FailingMemory, LogdataConverter) {
+  for (const std::string& in : {folder_ / "binary log", folder_ / "text log"}) {
+    for (const cmn::FileVersion version : {cmn::FileVersion{1, 2}, {2, 0}}) {
+      ExpectCleanFailures([&] { logdata_converter(in, out_, version, kKey); });
     }
   }
 }

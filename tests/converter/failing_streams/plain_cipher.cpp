@@ -1,5 +1,6 @@
 #include "tests/converter/failing_streams/plain_cipher.h"
 
+#include <algorithm>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -22,6 +23,7 @@ void SetFaults(const zuna_test::FailingStreambuf::Options& inputs,
                const zuna_test::FailingStreambuf::Options& outputs) {
   g_inputs = inputs;
   g_outputs = outputs;
+  g_input_calls = g_output_calls = 0;
 }
 
 std::size_t InputCalls() { return g_input_calls; }
@@ -37,7 +39,7 @@ class PlaintextStream : public std::iostream {
   PlaintextStream(const PlaintextStream&) = delete;
   PlaintextStream& operator=(const PlaintextStream&) = delete;
   ~PlaintextStream() override {
-    if (buffer_) *calls_ = buffer_->calls();
+    if (buffer_) *calls_ = std::max(*calls_, buffer_->calls());
   }
 
   void Open(const std::string& bytes, const zuna_test::FailingStreambuf::Options& faults,

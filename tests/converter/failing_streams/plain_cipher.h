@@ -14,7 +14,7 @@ namespace plain_cipher {
 void SetFaults(const zuna_test::FailingStreambuf::Options& inputs,
                const zuna_test::FailingStreambuf::Options& outputs);
 
-/// Calls that the last input and the last output stream got before they were destroyed.
+/// The most calls that one input, respectively output stream has got since then before it was destroyed.
 std::size_t InputCalls();
 std::size_t OutputCalls();
 
