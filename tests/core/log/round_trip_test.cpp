@@ -3,6 +3,7 @@
 #include <random>
 #include <sstream>
 
+#include "platform/core/binary/coding.h"
 #include "tests/core/log/sample_log.h"
 #include "tests/support/log_equality.h"
 #include "tests/support/random_log.h"
@@ -83,6 +84,13 @@ TEST_P(EveryLogVersion, KeepsSongsInByteOrder) {
   std::string numbers;
   for (const auto& [number, song] : read.song_logs()) numbers += number + " ";
   EXPECT_EQ(numbers, " 01 1 10 2 \xFF ");
+}
+
+TEST(BinaryLog, CountsTheBytesBehindTheFirstEightLikeALegacyLog) {
+  for (const cmn::FileVersion& version : {kLogVersions[0], kLogVersions[1]}) {
+    const std::string bytes = WriteLog(zuna_test::SampleLog(), version);
+    EXPECT_EQ(zuna_core::GetFixed(bytes.data() + 4, 4), bytes.size() - 8);
+  }
 }
 
 TEST(LogEquality, NamesTheFirstDifference) {

@@ -7,6 +7,7 @@
 #include <istream>
 #include <sstream>
 
+#include "tests/core/log/sample_log.h"
 #include "tests/core/show/sample_show.h"
 #include "tests/support/bytes.h"
 #include "tests/support/failing_streambuf.h"
@@ -47,9 +48,53 @@ TEST(VersionProbe, FindsTheVersionOfALog) {
   EXPECT_EQ(ProbeShow(text), kLegacy);
 }
 
+TEST(VersionProbe, FindsTheVersionOfEveryLogWhereverTheStreamStands) {
+  for (const cmn::FileVersion& version : zuna_test::kLogVersions) {
+    const std::string bytes = zuna_test::SampleLogFile(version);
+    EXPECT_EQ(ProbeShow(bytes), kLegacy);
+    for (const std::size_t position : {std::size_t{0}, std::size_t{8}, bytes.size()}) {
+      for (const auto state : {std::ios_base::goodbit, std::ios_base::eofbit, std::ios_base::failbit,
+                               std::ios_base::badbit, std::ios_base::eofbit | std::ios_base::failbit}) {
+        std::istringstream is(bytes);
+        is.seekg(static_cast<std::streamoff>(position));
+        is.setstate(state);
+        EXPECT_EQ(cmn::get_logdata_version(is), version);
+        EXPECT_EQ(is.rdstate(), state);
+        is.clear();
+        EXPECT_EQ(is.tellg(), static_cast<std::streamoff>(position));
+      }
+    }
+  }
+}
+
+TEST(VersionProbe, TakesTheKeysOfALogInAnyOrder) {
+  EXPECT_EQ(ProbeLog(R"({"songLogs": [{"kind": "showdata", "tempoScales": [{"value": {"bits": 1}}]}],)"
+                     R"( "tagPair": [1, 2], "fileVersion": "2.0", "logLabel": "showdata",)"
+                     R"( "identifier": "1.0", "kind": "logdata"})"),
+            (cmn::FileVersion{2, 0}));
+  EXPECT_EQ(ProbeLog("{\n \"fileVersion\"\t:\r\"2.0\",\"kind\":\"logdata\""), (cmn::FileVersion{2, 0}));
+}
+
+TEST(VersionProbe, LegacyLogIsOneThoughItsFirstBytesHaveBeenRead) {
+  const std::string log =
+      std::string("ZUNA\x1A\0\0\0", 8) + std::string(16, '\x7B') + std::string("\x01l\x01s\0\0\0\0\0\0", 10);
+  for (const auto mask : {std::ios_base::goodbit, std::ios_base::failbit | std::ios_base::badbit}) {
+    std::istringstream is(log);
+    is.exceptions(mask);
+    char first[8];
+    is.read(first, sizeof first);
+    EXPECT_EQ(cmn::get_logdata_version(is), kLegacy);
+    EXPECT_TRUE(is.good());
+    EXPECT_EQ(is.tellg(), std::streamoff(8));
+    EXPECT_EQ(is.exceptions(), mask);
+    EXPECT_EQ(is.get(), 0x7B);
+  }
+}
+
 TEST(VersionProbe, ReportsVersionsThatNobodyReads) {
   EXPECT_EQ(ProbeShow(Hex("00 5A 53 48  02 00 00 00  00 05")), (cmn::FileVersion{0, 5}));
   EXPECT_EQ(ProbeShow(R"({"kind": "showdata", "fileVersion": "255.255"})"), (cmn::FileVersion{255, 255}));
+  EXPECT_EQ(ProbeLog(Hex("00 5A 4C 47  02 00 00 00  01 00")), (cmn::FileVersion{1, 0}));
 }
 
 TEST(VersionProbe, TakesTheKeysOfATextInAnyOrder) {
@@ -163,6 +208,7 @@ std::size_t ProbeFailing(const std::string& bytes, std::size_t fail_at, std::ios
   is.exceptions(mask);
   try {
     cmn::get_showdata_version(is);
+    cmn::get_logdata_version(is);
   } catch (const std::ios_base::failure&) {
     EXPECT_NE(mask, std::ios_base::goodbit);
   }
@@ -172,8 +218,8 @@ std::size_t ProbeFailing(const std::string& bytes, std::size_t fail_at, std::ios
 }
 
 TEST(VersionProbe, StreamThatFailsThrowsOnlyWhereTheMaskAsksForIt) {
-  for (const cmn::FileVersion& version : zuna_test::kVersions) {
-    const std::string bytes = zuna_test::SampleFile(version);
+  for (const std::string& bytes : {zuna_test::SampleFile({1, 2}), zuna_test::SampleFile({2, 0}),
+                                   zuna_test::SampleLogFile({1, 2}), zuna_test::SampleLogFile({2, 0})}) {
     const std::size_t calls = ProbeFailing(bytes, 0, std::ios_base::goodbit);
     for (std::size_t fail_at = 1; fail_at <= calls; ++fail_at) {
       ProbeFailing(bytes, fail_at, std::ios_base::goodbit);
