@@ -1,17 +1,12 @@
+#include "fuzz/framed.h"
 #include "fuzz/seeds/sample_show.h"
 #include "fuzz/seeds/seeds.h"
 #include "fuzz/show_round_trip.h"
-#include "platform/core/binary/document.h"
 
 namespace {
 
-/// The minor version and the body, without header and checksum.
 std::vector<std::uint8_t> Body(const zuna_midi::ShowData& show, std::uint8_t minor) {
-  constexpr std::size_t kHeader = 4 + 4 + zuna_core::kVersionSize;
-  const std::string file = fuzz::Write(show, {1, minor});
-  const std::size_t checksum = minor == 0 ? 0 : zuna_core::kChecksumSize;
-  const std::string body = file.substr(kHeader, file.size() - kHeader - checksum);
-  const std::string input = static_cast<char>(minor) + body;
+  const std::string input = fuzz::Unframed(minor, fuzz::Write(show, {1, minor}));
   return {input.begin(), input.end()};
 }
 
