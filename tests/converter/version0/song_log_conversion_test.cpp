@@ -72,7 +72,8 @@ TEST(SongLogUp, ExtendsTheSignOfIntegers) {
 TEST(SongLogUp, NothingIsSortedOrMerged) {
   SongLogV0 log;
   log.cuts = {{9, 10, 1}, {1, 2, 1}, {9, 10, 1}};
-  const auto& cuts = log.get_version_1_0()->cuts->events;
+  const auto up = log.get_version_1_0();
+  const auto& cuts = up->cuts->events;
   ASSERT_EQ(cuts.size(), 3U);
   EXPECT_EQ(cuts[1].start, 1U);
 }
