@@ -15,6 +15,7 @@
 #include "tests/support/encrypted.h"
 #include "tests/support/nothing_opens.h"
 #include "tests/support/random_legacy_log.h"
+#include "tests/support/random_log.h"
 #include "tests/support/sample_log.h"
 #include "tests/support/temporary_folder.h"
 #include "zuna_sec/errors.h"
@@ -111,6 +112,19 @@ TEST_F(LogdataTest, RandomLegacyLogsComeBackByteForByteAtEveryVersion) {
     for (const cmn::FileVersion& version : kVersions) {
       const auto up = logdata_up_vector(Encrypted(legacy), show, version, kKey.key, kKey.iv);
       ASSERT_EQ(Decrypted(logdata_down_vector(up, kKey.key, kKey.iv)), legacy) << "log " << i;
+    }
+  }
+}
+
+TEST_F(LogdataTest, RandomCurrentLogsGoThroughEveryPairOfVersionsUnchanged) {
+  std::mt19937 random(22);
+  for (int i = 0; i < 30; ++i) {
+    const CL::ChangeLog log = zuna_test::RandomLog(random);
+    for (const cmn::FileVersion& from : kVersions) {
+      const auto in = Encrypted(WrittenAt(log, from));
+      for (const cmn::FileVersion& to : kVersions) {
+        ASSERT_EQ(Decrypted(logdata_converter_vector(in, to, kKey.key, kKey.iv)), WrittenAt(log, to));
+      }
     }
   }
 }
