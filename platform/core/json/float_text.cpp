@@ -1,13 +1,12 @@
 #include "platform/core/json/float_text.h"
 
 #include <charconv>
-#include <clocale>
 #include <cmath>
 #include <cstdlib>
 #ifdef __APPLE__
 #include <xlocale.h>
 #else
-#include <locale.h>  // NOLINT(modernize-deprecated-headers): POSIX adds newlocale() to this one
+#include <locale.h>  // newlocale(), which <clocale> does not promise
 #endif
 
 namespace zuna_core {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <string>
 
 #include "CL/paired_events.h"
 
@@ -78,7 +79,7 @@ TEST(PairedEvent, HasItsMembersInOrder) {
     return static_cast<const char*>(member) - reinterpret_cast<const char*>(&event);
   };
   EXPECT_EQ(place(&event.label), static_cast<std::ptrdiff_t>(sizeof(void*)));
-  EXPECT_EQ(place(&event.start), static_cast<std::ptrdiff_t>(sizeof(void*) + sizeof event.label));
+  EXPECT_EQ(place(&event.start), static_cast<std::ptrdiff_t>(sizeof(void*) + sizeof(std::string)));
   EXPECT_EQ(place(&event.end), place(&event.start) + 4);
   EXPECT_EQ(place(&event.value_bits), place(&event.end) + 4);
 }
