@@ -133,7 +133,8 @@ TEST(TextLog, FloatMayStandWhereAPieceOfTheTextEnds) {
   const std::size_t place = text.find(number);
   const std::size_t piece = std::size_t{64} * 1024;
   for (std::size_t behind = 0; behind <= number.size() + 1; ++behind) {
-    const std::string moved = "{" + std::string(piece - place - behind, ' ') + text.substr(1);
+    std::string moved = text;
+    moved.insert(1, piece - place - behind, ' ');
     EXPECT_EQ(zuna_test::ReadLog(moved).GetSongLog("2b")->tempo_scales->events.at(0).value_bits, 0xBF800001U)
         << behind;
   }
