@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Installs the build and lets a project of its own find the package, build against it and convert the sample show.
 
-    consumer_test.py SOURCE_DIR BUILD_DIR CXX_COMPILER
+    consumer_test.py SOURCE_DIR BUILD_DIR CXX_COMPILER CXX_FLAGS
 """
 
 import pathlib
@@ -14,7 +14,7 @@ def run(*command):
     return subprocess.run([str(word) for word in command], check=True, capture_output=True, text=True).stdout
 
 
-def main(source, build, compiler):
+def main(source, build, compiler, flags):
     source = pathlib.Path(source)
     examples = source / "examples"
     with tempfile.TemporaryDirectory() as folder:
@@ -27,7 +27,7 @@ def main(source, build, compiler):
         assert "Scarborough Fair" in information, information
 
         run("cmake", "-S", examples / "consumer", "-B", consumer, f"-DCMAKE_PREFIX_PATH={prefix}",
-            f"-DCMAKE_CXX_COMPILER={compiler}")
+            f"-DCMAKE_CXX_COMPILER={compiler}", f"-DCMAKE_CXX_FLAGS={flags}")
         run("cmake", "--build", consumer)
         lines = [line.split(" = ") for line in key_file.read_text().splitlines() if " = " in line]
         secrets = dict(lines)

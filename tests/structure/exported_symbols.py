@@ -4,8 +4,9 @@
     exported_symbols.py LIBRARY LIST [--write]
 
 Inline functions and implicit members of the exported classes come and go with the compiler's decisions; of them
-(weak symbols) it is only checked that they belong to an exported class, apart from those that LISTED_WEAK names. Every name carries the symbol version, and
-the library its SONAME, by which a program finds an interface that it was built for. --write makes the list anew.
+(weak symbols) it is only checked that they belong to an exported class, apart from those that LISTED_WEAK names.
+Vtables and type information are weak or not as the standard library wants it. Every name carries the symbol version,
+and the library its SONAME, by which a program finds an interface that it was built for. --write makes the list anew.
 """
 
 import re
@@ -14,6 +15,7 @@ import sys
 
 SYMBOL_VERSION = "ZUNA_FORMAT_CONVERTER_1"
 SONAME = "libzuna_format_converter.so.1"
+WEAK_OR_STRONG = re.compile(r"(typeinfo|typeinfo name|vtable) for ")
 WEAK_ALLOWED = re.compile(r"(typeinfo for |typeinfo name for |vtable for )?(version0::|FormatConverter\w*Error|kit::)")
 LISTED_WEAK = re.compile(r"typeinfo for (version0::\w*Error|FormatConverter\w*Error)|version0::PairedEvent<.*>::"
                          r"(eventCode|write_binary|PairedEvent\((std::istream&|.*, .*, .*)\))")
@@ -37,7 +39,7 @@ def exports(library):
             name = pattern.sub(text, name)
         if kind == "A":
             continue  # the symbol version itself
-        (weak if kind in "WVu" else strong).add(name)
+        (weak if kind in "WVu" or WEAK_OR_STRONG.match(name) else strong).add(name)
         if version != SYMBOL_VERSION:
             unversioned.add(name)
     return strong, weak, unversioned

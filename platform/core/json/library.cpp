@@ -1,0 +1,2 @@
+// Boost.JSON itself, for a standard library that the system's Boost is not compiled for.
+#include <boost/json/src.hpp>
