@@ -8,6 +8,7 @@
 /// A file whose version is wrong for the requested conversion.
 class ZUNA_API FormatConverterError : public std::logic_error {
  public:
+  /// An error with this message.
   explicit FormatConverterError(const std::string& message);
   ~FormatConverterError() override;
 };
@@ -15,6 +16,7 @@ class ZUNA_API FormatConverterError : public std::logic_error {
 /// An input that cannot be read as the expected kind of file.
 class ZUNA_API FormatConverterIOError : public std::runtime_error {
  public:
+  /// An error with this message.
   explicit FormatConverterIOError(const std::string& message);
   ~FormatConverterIOError() override;
 };

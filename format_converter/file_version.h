@@ -6,9 +6,11 @@
 #include "cmn/file_version.h"
 #include "kit/api.h"
 
-/// The version of the show data, respectively log data, in a decrypted stream, wherever the stream stands.
+/// The version of the show data in a decrypted stream, wherever the stream stands.
 /// Throws kit::IoError ("Failed reading istream…") where the stream throws a failure.
 ZUNA_API cmn::FileVersion WrapGetShowdataVersion(std::istream& is);
+
+/// The same for log data.
 ZUNA_API cmn::FileVersion WrapGetLogdataVersion(std::istream& is);
 
 /// The version of the show file at `path`, encrypted with an empty key and IV.

@@ -40,6 +40,8 @@ ZUNA_API std::vector<std::uint8_t> logdata_up_vector(const std::vector<std::uint
 /// format.
 ZUNA_API std::string logdata_down(const std::string& input, const std::string& output,
                                   const CipherKey& cipher_key);
+
+/// The same in memory.
 ZUNA_API std::vector<std::uint8_t> logdata_down_vector(const std::vector<std::uint8_t>& data,
                                                        const std::vector<std::uint8_t>& key,
                                                        const std::vector<std::uint8_t>& iv);
@@ -48,6 +50,8 @@ ZUNA_API std::vector<std::uint8_t> logdata_down_vector(const std::vector<std::ui
 /// Throws FormatConverterError when the input is of a version before 1.1.
 ZUNA_API std::string logdata_converter(const std::string& input, const std::string& output,
                                        const cmn::FileVersion& version, const CipherKey& cipher_key);
+
+/// The same in memory.
 ZUNA_API std::vector<std::uint8_t> logdata_converter_vector(const std::vector<std::uint8_t>& data,
                                                             const cmn::FileVersion& version,
                                                             const std::vector<std::uint8_t>& key,

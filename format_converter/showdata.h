@@ -31,6 +31,8 @@ ZUNA_API std::string showdata_up(const std::string& input, const std::string& ou
 /// a text or a song without events.
 ZUNA_API std::string showdata_down(const std::string& input, const std::string& output,
                                    const CipherKey& cipher_key);
+
+/// The same in memory.
 ZUNA_API std::vector<std::uint8_t> showdata_down_vector(const std::vector<std::uint8_t>& data,
                                                         const std::vector<std::uint8_t>& key,
                                                         const std::vector<std::uint8_t>& iv);
@@ -39,6 +41,8 @@ ZUNA_API std::vector<std::uint8_t> showdata_down_vector(const std::vector<std::u
 /// Throws FormatConverterError when the input is a legacy show.
 ZUNA_API std::string showdata_converter(const std::string& input, const std::string& output,
                                         const cmn::FileVersion& version, const CipherKey& cipher_key);
+
+/// The same in memory.
 ZUNA_API std::vector<std::uint8_t> showdata_converter_vector(const std::vector<std::uint8_t>& data,
                                                              const cmn::FileVersion& version,
                                                              const std::vector<std::uint8_t>& key,

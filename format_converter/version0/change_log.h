@@ -18,7 +18,7 @@ namespace version0 {
 
 /// The whole content of a legacy log file.
 struct ZUNA_API ChangeLogV0 {
-  kit::UUID identifier = kit::UUID::Nil();
+  kit::UUID identifier = kit::UUID::Nil();               ///< of this log
   std::string log_label;                                 ///< carried unchanged
   std::string show_name;                                 ///< the show that the log belongs to
   std::pair<std::uint16_t, std::uint16_t> log_tag_pair;  ///< carried unchanged
@@ -45,6 +45,7 @@ struct ZUNA_API ChangeLogV0 {
 
 /// Whether header and song logs are equal. Song logs that `b` has beyond those of `a` do not count.
 ZUNA_API bool operator==(const ChangeLogV0& a, const ChangeLogV0& b);
+/// The opposite of operator==.
 ZUNA_API bool operator!=(const ChangeLogV0& a, const ChangeLogV0& b);
 
 }  // namespace version0

@@ -11,6 +11,7 @@ namespace version0 {
 /// names the first difference instead of returning false.
 class ZUNA_API Version0Error : public std::runtime_error {
  public:
+  /// An error with this message.
   explicit Version0Error(const std::string& message);
   ~Version0Error() override;
 };
@@ -18,6 +19,7 @@ class ZUNA_API Version0Error : public std::runtime_error {
 /// A legacy container does not begin with its four-byte magic.
 class ZUNA_API IDError : public Version0Error {
  public:
+  /// An error with this message.
   explicit IDError(const std::string& message);
   ~IDError() override;
 };
@@ -25,6 +27,7 @@ class ZUNA_API IDError : public Version0Error {
 /// A sequence does not begin with its event code, or a container meets an event code that it does not know.
 class ZUNA_API EventCodeError : public Version0Error {
  public:
+  /// An error with this message.
   explicit EventCodeError(const std::string& message);
   ~EventCodeError() override;
 };
@@ -32,6 +35,7 @@ class ZUNA_API EventCodeError : public Version0Error {
 /// A song has more tracks than the legacy format can hold.
 class ZUNA_API TrackCountError : public Version0Error {
  public:
+  /// An error with this message.
   explicit TrackCountError(const std::string& message);
   ~TrackCountError() override;
 };

@@ -15,12 +15,14 @@ struct ZUNA_API EventObject {
   std::uint32_t delta_time = 0;  ///< ticks since the previous event of the same voice; not compared
   std::uint32_t abs_time = 0;    ///< ticks since the song's beginning
   std::uint8_t status_high = 0;  ///< the MIDI status byte without its channel
-  std::uint8_t data1 = 0;
-  std::uint8_t data2 = 0;     ///< 0 where the message has only one data byte
-  std::uint8_t track_id = 0;  ///< the track; its low nibble is the MIDI channel
+  std::uint8_t data1 = 0;        ///< the first data byte
+  std::uint8_t data2 = 0;        ///< 0 where the message has only one data byte
+  std::uint8_t track_id = 0;     ///< the track; its low nibble is the MIDI channel
 
   EventObject() = default;
+  /// Reads the 12 bytes of an event.
   explicit EventObject(std::istream& is);
+  /// An event with these values.
   EventObject(unsigned int delta, unsigned int absolute, unsigned char status, unsigned char first,
               unsigned char second, unsigned char track);
 

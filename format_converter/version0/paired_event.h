@@ -10,27 +10,32 @@ namespace version0 {
 /// An edit of a song log that reaches from one position to another and has a value.
 template <typename Value, std::uint8_t Code>
 struct PairedEvent {
-  static constexpr std::uint8_t eventCode = Code;
-  static constexpr std::uint16_t kPayloadLength = 4 + 4 + sizeof(Value);
+  static constexpr std::uint8_t eventCode = Code;                         ///< the first byte of a record
+  static constexpr std::uint16_t kPayloadLength = 4 + 4 + sizeof(Value);  ///< behind the frame
 
   std::uint8_t event_code = Code;  ///< as it was read, which is always eventCode
   std::uint32_t start;             ///< ticks
   std::uint32_t end;               ///< ticks
-  Value value;
+  Value value;                     ///< an integer, or a factor of the tempo
 
   /// Throws EventCodeError where the record begins with another event code.
   explicit PairedEvent(std::istream& is);
+  /// A record with these values.
   PairedEvent(std::uint32_t start_position, std::uint32_t end_position, Value number);
 
+  /// Writes the record with its frame.
   void write_binary(std::ostream& os) const;
 };
 
+/// The edits with an integer, and the one with a factor.
+///@{
 using VampV0 = PairedEvent<signed char, '@'>;
 using RepeatV0 = PairedEvent<signed char, 'A'>;
 using CutV0 = PairedEvent<signed char, 'B'>;
 using TransposeV0 = PairedEvent<signed char, 'C'>;
 using TempoScaleV0 = PairedEvent<float, 'D'>;
 using ClickV0 = PairedEvent<signed char, 'L'>;
+///@}
 
 extern template struct ZUNA_API PairedEvent<signed char, '@'>;
 extern template struct ZUNA_API PairedEvent<signed char, 'A'>;

@@ -9,18 +9,21 @@ namespace version0 {
 
 /// A time signature. Its metronome click stands in the tempo records.
 struct ZUNA_API RMeter {
-  static const std::uint8_t eventCode = 'J';
-  static constexpr std::uint16_t kPayloadLength = 4 + 1 + 1;
+  static const std::uint8_t eventCode = 'J';                  ///< the first byte of a record
+  static constexpr std::uint16_t kPayloadLength = 4 + 1 + 1;  ///< bytes of a record behind its frame
 
   std::uint8_t event_code = eventCode;    ///< the frame as it was read: neither compared nor written
   std::uint16_t length = kPayloadLength;  ///< likewise
   std::uint32_t time;                     ///< ticks
-  std::uint8_t numerator;
-  std::uint8_t denominator;
+  std::uint8_t numerator;                 ///< beats of a bar
+  std::uint8_t denominator;               ///< the note that is a beat: 4 for a quarter
 
+  /// Reads what write_binary() writes.
   explicit RMeter(std::istream& is);
+  /// A record with these values.
   RMeter(std::uint32_t at, std::uint8_t beats, std::uint8_t note);
 
+  /// Writes the record with its frame.
   void write_binary(std::ostream& os) const;
 
   /// Writes "RMeter(1920, 3, 4)". The stream is left in decimal and without boolalpha.
@@ -29,6 +32,7 @@ struct ZUNA_API RMeter {
 
 /// Equal in time, numerator and denominator.
 ZUNA_API bool operator==(const RMeter& a, const RMeter& b);
+/// The opposite of operator==.
 ZUNA_API bool operator!=(const RMeter& a, const RMeter& b);
 /// By time alone.
 ZUNA_API bool operator<(const RMeter& a, const RMeter& b);

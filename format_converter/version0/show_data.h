@@ -16,6 +16,7 @@ namespace version0 {
 
 /// The whole content of a legacy show file: its songs by song number.
 struct ZUNA_API ShowData {
+  /// The songs by number, in the order of song numbers.
   std::map<std::string, SongData, kit::NumericStringCompare> songs;
 
   ShowData() = default;

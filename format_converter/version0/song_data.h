@@ -19,13 +19,13 @@ namespace version0 {
 
 /// One song of a legacy show.
 struct ZUNA_API SongData {
-  std::string song_number;        ///< text, such as "12" or "12a"
-  std::string song_name;          ///< the title
-  std::uint16_t division = 0;     ///< ticks of a quarter note
-  std::uint32_t song_length = 0;  ///< carried unchanged
-  std::vector<TrackObject> tracks;
-  EventMap events;  ///< a track id here need not stand in `tracks`
-  Timeline timeline;
+  std::string song_number;          ///< text, such as "12" or "12a"
+  std::string song_name;            ///< the title
+  std::uint16_t division = 0;       ///< ticks of a quarter note
+  std::uint32_t song_length = 0;    ///< carried unchanged
+  std::vector<TrackObject> tracks;  ///< the voices, in the order of the file
+  EventMap events;                  ///< a track id here need not stand in `tracks`
+  Timeline timeline;                ///< with the song's name and length of its own
 
   SongData() = default;
 

@@ -22,6 +22,9 @@ struct ZUNA_API SongLogV0 {
   std::string songNumber_;        ///< the key in a ChangeLogV0
   std::string songName_;          ///< the title
   std::uint32_t songLength_ = 0;  ///< ticks
+
+  /// The edits by kind, in the order of the file.
+  ///@{
   std::vector<CutV0> cuts;
   std::vector<VampV0> vamps;
   std::vector<RepeatV0> repeats;
@@ -30,6 +33,7 @@ struct ZUNA_API SongLogV0 {
   std::vector<TransposeV0> transposes;
   std::vector<XCaesura> caesuras;
   std::vector<XScoreMarker> score_markers;
+  ///@}
 
   SongLogV0() = default;
 
@@ -59,6 +63,7 @@ struct ZUNA_API SongLogV0 {
   /// Whether number, name, length and all events of this log are those of `b`. Values of paired events do not
   /// count, nor does what `b` has beyond the end of a list of this one.
   bool operator==(const SongLogV0& b) const;
+  /// The opposite of operator==.
   bool operator!=(const SongLogV0& b) const;
 };
 

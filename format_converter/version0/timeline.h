@@ -22,13 +22,17 @@ namespace version0 {
 /// The legacy timeline of one song. The lists stand as they were read; conversion expects them in ascending
 /// order of time.
 struct ZUNA_API Timeline {
-  std::string name;
+  std::string name;               ///< at most 255 bytes
   std::uint32_t song_length = 0;  ///< ticks
+
+  /// As they stand in the file.
+  ///@{
   std::vector<RTempo> tempos;
   std::vector<RBarsBeats> bars_beats;
   std::vector<RKey> keys;
   std::vector<RPageNum> page_nums;
   std::vector<RMeter> meters;
+  ///@}
 
   Timeline() = default;
 
@@ -55,6 +59,7 @@ struct ZUNA_API Timeline {
 /// Whether name and length are equal, and every record of `a` equals the one at its place in `b`. Records
 /// that `b` has beyond those of `a` do not count.
 ZUNA_API bool operator==(const Timeline& a, const Timeline& b);
+/// The opposite of operator==.
 ZUNA_API bool operator!=(const Timeline& a, const Timeline& b);
 
 }  // namespace version0

@@ -10,10 +10,12 @@ namespace version0 {
 
 /// A track of a legacy song.
 struct ZUNA_API TrackObject {
-  std::uint8_t track_id;  ///< its low nibble is the MIDI channel; 9 for every drum track
-  std::string track_name;
+  std::uint8_t track_id;   ///< its low nibble is the MIDI channel; 9 for every drum track
+  std::string track_name;  ///< at most 255 bytes
 
+  /// Reads what write_binary() writes.
   explicit TrackObject(std::istream& is);
+  /// A track with this id and name.
   TrackObject(std::uint8_t id, const std::string& name);
 
   /// Throws std::length_error after the id for a name of 256 bytes or more.

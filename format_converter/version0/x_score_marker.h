@@ -10,12 +10,14 @@ namespace version0 {
 
 /// A text over the score, in a song log. Its record has no frame of its own.
 struct ZUNA_API XScoreMarker {
-  static const std::uint8_t eventCode = 'E';
+  static const std::uint8_t eventCode = 'E';  ///< of the sequence that holds the records
 
   std::uint32_t time;  ///< ticks
-  std::string text;
+  std::string text;    ///< at most 255 bytes
 
+  /// Reads what write_binary() writes.
   explicit XScoreMarker(std::istream& is);
+  /// A record with these values.
   XScoreMarker(std::uint32_t at, const std::string& marker_text);
 
   /// Throws std::length_error after the time for a text of 256 bytes or more.
@@ -27,6 +29,7 @@ struct ZUNA_API XScoreMarker {
 
 /// Equal in time and text.
 ZUNA_API bool operator==(const XScoreMarker& a, const XScoreMarker& b);
+/// The opposite of operator==.
 ZUNA_API bool operator!=(const XScoreMarker& a, const XScoreMarker& b);
 /// By time alone.
 ZUNA_API bool operator<(const XScoreMarker& a, const XScoreMarker& b);

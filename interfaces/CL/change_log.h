@@ -20,9 +20,9 @@ class ZUNA_API ChangeLog {
   /// In plain byte order of the song numbers: "10" stands before "2".
   using SongLogs = std::map<std::string, std::shared_ptr<SongLog>>;
 
-  std::string show_name;
-  std::string log_label;  ///< carried unchanged
-  kit::UUID identifier = kit::UUID::Nil();
+  std::string show_name;                                 ///< the show that the log belongs to
+  std::string log_label;                                 ///< carried unchanged
+  kit::UUID identifier = kit::UUID::Nil();               ///< of this log
   std::pair<std::uint16_t, std::uint16_t> log_tag_pair;  ///< carried unchanged
 
   /// An empty log of version 0.0: it has not been in a file.
@@ -45,6 +45,7 @@ class ZUNA_API ChangeLog {
 
   /// The song log under this key. Throws std::out_of_range naming the key when there is none.
   std::shared_ptr<SongLog> GetSongLog(const std::string& key);
+  /// The same for a log that is only read.
   std::shared_ptr<const SongLog> GetSongLog(const std::string& key) const;
 
   /// The song logs by number, for walking them.

@@ -13,12 +13,12 @@ namespace CL {
 
 /// Where a display draws an event, as fractions of the room that it has for it.
 struct DisplayRecord {
-  float x = 0;
-  float y = 0;
-  float width = 0;
-  float height = 0;
-  float anchor_x = 0;
-  float anchor_y = 0;
+  float x = 0;         ///< from the left
+  float y = 0;         ///< from the top
+  float width = 0;     ///< of the event
+  float height = 0;    ///< of the event
+  float anchor_x = 0;  ///< the point that the event is held by, across
+  float anchor_y = 0;  ///< and down
 };
 
 /// Six words that a display keeps with an event that it has drawn.
@@ -38,10 +38,10 @@ class ZUNA_API PairedEvent : public cmn::ZunaEvent {
   void WriteString(std::ostream& os) const override;
   using cmn::ZunaEvent::WriteString;
 
-  virtual std::uint32_t StartPosition() const;
-  virtual void SetStartPosition(std::uint32_t position);
-  virtual std::uint32_t EndPosition() const;
-  virtual void SetEndPosition(std::uint32_t position);
+  virtual std::uint32_t StartPosition() const;            ///< in ticks
+  virtual void SetStartPosition(std::uint32_t position);  ///< in ticks; may lie behind the end
+  virtual std::uint32_t EndPosition() const;              ///< in ticks
+  virtual void SetEndPosition(std::uint32_t position);    ///< in ticks; may lie before the start
 
   /// The value as a number, whatever the class keeps it as.
   virtual double value() const;
@@ -50,10 +50,10 @@ class ZUNA_API PairedEvent : public cmn::ZunaEvent {
 
   /// The value as an integer, respectively as a float. They share their 32 bits: a class uses one of the two.
   virtual std::int32_t IntValue() const;
-  virtual void SetIntValue(std::int32_t number);
-  virtual float FloatValue() const;
-  virtual void SetFloatValue(float number);
-  virtual void SetFloatValue(double number);  ///< rounded to a float
+  virtual void SetIntValue(std::int32_t number);  ///< replaces all 32 bits
+  virtual float FloatValue() const;               ///< the bits as a float
+  virtual void SetFloatValue(float number);       ///< replaces all 32 bits
+  virtual void SetFloatValue(double number);      ///< rounded to a float
 
   /// Fills a record with the place of an event that has not been laid out: all 0, the anchor in the middle.
   virtual void FillDisplayRecord(DisplayRecord& record) const;
@@ -74,6 +74,7 @@ class ZUNA_API PairedEvent : public cmn::ZunaEvent {
   virtual void WriteBinary(std::ostream& os, const cmn::FileVersion& version) const;
 
  protected:
+  /// From one position to another, in ticks; `bits` is the value as it is kept in `value_bits`.
   PairedEvent(std::uint32_t start_position, std::uint32_t end_position, const std::string& event_label,
               std::uint32_t bits);
 };

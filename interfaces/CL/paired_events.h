@@ -12,8 +12,9 @@ namespace CL {
 /// The part of a song that is played again and again until the player goes on.
 class ZUNA_API Vamp final : public PairedEvent {
  public:
-  static constexpr std::uint8_t evt_code = codes::kVamp;
+  static constexpr std::uint8_t evt_code = codes::kVamp;  ///< what EventCode() gives
 
+  /// From one position to another, in ticks; `number` is its value.
   Vamp(std::uint32_t start_position, std::uint32_t end_position, const std::string& event_label,
        std::int32_t number);
   std::uint8_t EventCode() const override;
@@ -22,8 +23,9 @@ class ZUNA_API Vamp final : public PairedEvent {
 /// The part of a song that is played a number of times.
 class ZUNA_API Repeat final : public PairedEvent {
  public:
-  static constexpr std::uint8_t evt_code = codes::kRepeat;
+  static constexpr std::uint8_t evt_code = codes::kRepeat;  ///< what EventCode() gives
 
+  /// From one position to another, in ticks; `number` is how often it is played.
   Repeat(std::uint32_t start_position, std::uint32_t end_position, const std::string& event_label,
          std::int32_t number);
   std::uint8_t EventCode() const override;
@@ -32,8 +34,9 @@ class ZUNA_API Repeat final : public PairedEvent {
 /// The part of a song that is left out.
 class ZUNA_API Cut final : public PairedEvent {
  public:
-  static constexpr std::uint8_t evt_code = codes::kCut;
+  static constexpr std::uint8_t evt_code = codes::kCut;  ///< what EventCode() gives
 
+  /// From one position to another, in ticks; `number` is its value.
   Cut(std::uint32_t start_position, std::uint32_t end_position, const std::string& event_label,
       std::int32_t number);
   std::uint8_t EventCode() const override;
@@ -42,8 +45,9 @@ class ZUNA_API Cut final : public PairedEvent {
 /// The part of a song with a metronome click.
 class ZUNA_API Click final : public PairedEvent {
  public:
-  static constexpr std::uint8_t evt_code = codes::kClick;
+  static constexpr std::uint8_t evt_code = codes::kClick;  ///< what EventCode() gives
 
+  /// From one position to another, in ticks; `number` is its value.
   Click(std::uint32_t start_position, std::uint32_t end_position, const std::string& event_label,
         std::int32_t number);
   std::uint8_t EventCode() const override;
@@ -52,8 +56,9 @@ class ZUNA_API Click final : public PairedEvent {
 /// A note that is held. The legacy format has none.
 class ZUNA_API Fermata final : public PairedEvent {
  public:
-  static constexpr std::uint8_t evt_code = codes::kFermata;
+  static constexpr std::uint8_t evt_code = codes::kFermata;  ///< what EventCode() gives
 
+  /// From one position to another, in ticks; `number` is its value.
   Fermata(std::uint32_t start_position, std::uint32_t end_position, const std::string& event_label,
           std::int32_t number);
   std::uint8_t EventCode() const override;
@@ -62,8 +67,9 @@ class ZUNA_API Fermata final : public PairedEvent {
 /// The part of a song that sounds higher or lower by a number of semitones.
 class ZUNA_API Transpose final : public PairedEvent {
  public:
-  static constexpr std::uint8_t evt_code = codes::kTranspose;
+  static constexpr std::uint8_t evt_code = codes::kTranspose;  ///< what EventCode() gives
 
+  /// From one position to another, in ticks; `number` is the semitones, downwards where negative.
   Transpose(std::uint32_t start_position, std::uint32_t end_position, const std::string& event_label,
             std::int32_t number);
   std::uint8_t EventCode() const override;
@@ -72,8 +78,9 @@ class ZUNA_API Transpose final : public PairedEvent {
 /// The part of a song that is played faster or slower by a factor. The only class whose value is a float.
 class ZUNA_API TempoScale final : public PairedEvent {
  public:
-  static constexpr std::uint8_t evt_code = codes::kTempoScale;
+  static constexpr std::uint8_t evt_code = codes::kTempoScale;  ///< what EventCode() gives
 
+  /// From one position to another, in ticks; `factor` is its value.
   TempoScale(std::uint32_t start_position, std::uint32_t end_position, const std::string& event_label,
              float factor);
   std::uint8_t EventCode() const override;

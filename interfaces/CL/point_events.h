@@ -22,16 +22,18 @@ class ZUNA_API PointEvent : public cmn::ZunaEvent {
   virtual void WriteBinary(std::ostream& os, const cmn::FileVersion& version) const = 0;
 
  protected:
+  /// At a position in ticks.
   PointEvent(std::uint32_t event_position, const std::string& event_label);
 };
 
 /// A pause.
 class ZUNA_API Caesura final : public PointEvent {
  public:
-  static constexpr std::uint8_t evt_code = codes::kCaesura;
+  static constexpr std::uint8_t evt_code = codes::kCaesura;  ///< what EventCode() gives
 
   std::uint32_t second_word = 0;  ///< carried unchanged; the legacy format has no caesura with more than 1
 
+  /// At a position in ticks.
   Caesura(std::uint32_t event_position, const std::string& event_label);
   std::uint8_t EventCode() const override;
   void WriteString(std::ostream& os) const override;
@@ -42,10 +44,11 @@ class ZUNA_API Caesura final : public PointEvent {
 /// A text at a place of the score, such as a rehearsal letter.
 class ZUNA_API Marker final : public PointEvent {
  public:
-  static constexpr std::uint8_t evt_code = codes::kMarker;
+  static constexpr std::uint8_t evt_code = codes::kMarker;  ///< what EventCode() gives
 
-  std::string text;
+  std::string text;  ///< what stands there
 
+  /// At a position in ticks.
   Marker(std::uint32_t event_position, const std::string& event_label, const std::string& marker_text);
   std::uint8_t EventCode() const override;
   void WriteString(std::ostream& os) const override;

@@ -15,21 +15,24 @@ namespace CL {
 /// The events of one class in a song, in the order in which they were appended.
 template <class Event>
 struct EventList {
-  std::vector<Event> events;
+  std::vector<Event> events;  ///< never sorted
 };
 
 /// The edits of one song in the current model. A copy shares its lists with the original.
 class ZUNA_API SongLog {
  public:
+  /// There is always a list, and always the same.
   template <class Event>
-  using SharedList = const std::shared_ptr<EventList<Event>>;  // const: there is always a list
+  using SharedList = const std::shared_ptr<EventList<Event>>;
 
-  std::string song_number;  ///< the key in a ChangeLog
-  std::string song_name;
+  std::string song_number;    ///< the key in a ChangeLog
+  std::string song_name;      ///< the title
   std::uint16_t division;     ///< ticks per quarter note; 0 where it is not known
   std::uint32_t song_length;  ///< in ticks
   std::uint8_t attacca = 0;   ///< carried unchanged; 0 in songs that come from a legacy file
 
+  /// The edits by class; a copy of the song log shares them.
+  ///@{
   SharedList<Vamp> vamps = std::make_shared<EventList<Vamp>>();
   SharedList<Repeat> repeats = std::make_shared<EventList<Repeat>>();
   SharedList<Cut> cuts = std::make_shared<EventList<Cut>>();
@@ -39,6 +42,7 @@ class ZUNA_API SongLog {
   SharedList<Click> clicks = std::make_shared<EventList<Click>>();
   SharedList<Fermata> fermatas = std::make_shared<EventList<Fermata>>();
   SharedList<Caesura> caesuras = std::make_shared<EventList<Caesura>>();
+  ///@}
 
   /// A song without edits.
   SongLog(const std::string& number, const std::string& name, unsigned short ticks_per_quarter,

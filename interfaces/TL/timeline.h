@@ -13,7 +13,7 @@ namespace TL {
 
 /// A tempo that holds from `time` on.
 struct ZUNA_API Tempo {
-  std::uint32_t time = 0;
+  std::uint32_t time = 0;          ///< ticks
   std::uint32_t microseconds = 0;  ///< of a quarter note
 
   /// The length of one tick in seconds when a quarter note has `division` ticks: (microseconds / 1e6) /
@@ -30,8 +30,8 @@ struct ZUNA_API Tempo {
 /// The label of a bar or beat.
 class ZUNA_API BarsBeats {
  public:
-  std::uint32_t time = 0;
-  std::uint8_t tag = 0;
+  std::uint32_t time = 0;  ///< ticks
+  std::uint8_t tag = 0;    ///< carried unchanged
 
   /// Stores `label`: its bytes up to the first NUL, at most 7 of them. A longer label is cut, and never
   /// inside a character where the label is valid UTF-8.
@@ -48,26 +48,26 @@ class ZUNA_API BarsBeats {
 
 /// A key signature.
 struct ZUNA_API Key {
-  std::uint32_t time = 0;
-  std::int16_t key = 0;
-  std::uint16_t mode = 0;
+  std::uint32_t time = 0;  ///< ticks
+  std::int16_t key = 0;    ///< sharps, or flats where negative
+  std::uint16_t mode = 0;  ///< 0 is major, 1 minor
 
   bool operator==(const Key&) const = default;
 };
 
 /// A page of the score that begins at `time`.
 struct ZUNA_API PageNumber {
-  std::uint32_t time = 0;
-  std::uint32_t page = 0;
+  std::uint32_t time = 0;  ///< ticks
+  std::uint32_t page = 0;  ///< the number of the page
 
   bool operator==(const PageNumber&) const = default;
 };
 
 /// A time signature and its metronome click.
 struct ZUNA_API Meter {
-  std::uint32_t time = 0;
-  std::uint8_t numerator = 0;
-  std::uint8_t denominator = 0;
+  std::uint32_t time = 0;                   ///< ticks
+  std::uint8_t numerator = 0;               ///< beats of a bar
+  std::uint8_t denominator = 0;             ///< the note that is a beat: 4 for a quarter
   std::uint8_t clocks_per_click = 0;        ///< clocks of 24 to the quarter note
   std::uint8_t notated_32_per_quarter = 0;  ///< notated 32nd notes in 24 clocks
 
@@ -81,11 +81,14 @@ struct ZUNA_API Meter {
 /// The five lists of a song's timeline. Nothing here sorts them: entries are appended in ascending order of
 /// time.
 struct ZUNA_API Timeline {
+  /// In ascending order of time.
+  ///@{
   std::vector<Tempo> tempos;
   std::vector<BarsBeats> bars_beats;
   std::vector<Key> keys;
   std::vector<PageNumber> page_numbers;
   std::vector<Meter> meters;
+  ///@}
 
   bool operator==(const Timeline&) const = default;
 };

@@ -8,9 +8,10 @@ namespace cmn {
 /// The version of a file format: 0.0 is the legacy format, 1.0 and above are current ones. Ordered by major,
 /// then by minor number.
 struct FileVersion {
-  std::uint8_t major = 0;
-  std::uint8_t minor = 0;
+  std::uint8_t major = 0;  ///< compared first
+  std::uint8_t minor = 0;  ///< compared among versions of one major number
 
+  /// By major, then by minor number.
   auto operator<=>(const FileVersion&) const = default;  // NOLINT(modernize-use-nullptr): the 0 of a < b
 };
 

@@ -16,6 +16,7 @@ class ZUNA_API ZunaEvent {
  public:
   std::string label;  ///< carried unchanged; empty in events that come from a legacy file
 
+  /// An event with this label.
   explicit ZunaEvent(std::string event_label) : label(std::move(event_label)) {}
   ZunaEvent(const ZunaEvent&) = default;
   ZunaEvent(ZunaEvent&&) noexcept = default;
@@ -32,14 +33,15 @@ class ZUNA_API ZunaEvent {
   /// The order of events in a song: by position, then by event code. Labels and values do not take part.
   virtual bool operator<(const ZunaEvent& other) const;
 
-  virtual bool PositionLess(std::uint32_t position) const;
-  virtual bool PositionGreater(std::uint32_t position) const;
-  virtual bool PositionEqual(std::uint32_t position) const;
-  virtual bool PositionNotLess(std::uint32_t position) const;
-  virtual bool PositionNotGreater(std::uint32_t position) const;
+  virtual bool PositionLess(std::uint32_t position) const;        ///< whether Position() < position
+  virtual bool PositionGreater(std::uint32_t position) const;     ///< whether Position() > position
+  virtual bool PositionEqual(std::uint32_t position) const;       ///< whether Position() == position
+  virtual bool PositionNotLess(std::uint32_t position) const;     ///< whether Position() >= position
+  virtual bool PositionNotGreater(std::uint32_t position) const;  ///< whether Position() <= position
 
   /// Whether two events have the same place in the order: one position and one event code.
   virtual bool operator==(const ZunaEvent& other) const;
+  /// The opposite of operator==.
   virtual bool operator!=(const ZunaEvent& other) const;
 
   /// Writes the event as text for a person, as in "Vamp(0, 480, 2)"; a label that is not empty follows it

@@ -10,6 +10,7 @@ namespace codes {
 
 /// The event codes of the edits in a log. They are the letters of the legacy format; fermatas, which it does
 /// not have, came later.
+///@{
 inline constexpr std::uint8_t kVamp = '@';
 inline constexpr std::uint8_t kRepeat = 'A';
 inline constexpr std::uint8_t kCut = 'B';
@@ -19,6 +20,7 @@ inline constexpr std::uint8_t kMarker = 'E';
 inline constexpr std::uint8_t kClick = 'L';
 inline constexpr std::uint8_t kFermata = 'M';
 inline constexpr std::uint8_t kCaesura = 'N';
+///@}
 
 /// What people call the edit of an event code: "Vamp", "Repeat", "Cut", "Transpose", "TempoScale", "Marker",
 /// "Click", "Fermata" or "Caesura". Has an entry for every code above and no other.

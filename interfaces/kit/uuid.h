@@ -12,6 +12,7 @@ namespace kit {
 /// A universally unique identifier (RFC 4122), 16 bytes in network order.
 class ZUNA_API UUID {
  public:
+  /// The binary form.
   using Bytes = std::array<std::uint8_t, 16>;
 
   /// A new random identifier (version 4).
@@ -37,8 +38,10 @@ class ZUNA_API UUID {
   /// The identifier that `text` spells. Throws std::invalid_argument where it spells none.
   static UUID FromString(const std::string& text);
 
+  /// The 16 bytes in network order.
   const Bytes& bytes() const { return bytes_; }
 
+  /// Whether all bytes are equal.
   bool operator==(const UUID& other) const { return bytes_ == other.bytes_; }
 
  private:

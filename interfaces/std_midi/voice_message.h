@@ -10,11 +10,12 @@ namespace std_midi {
 /// A MIDI channel-voice message: the status byte with its channel nibble, and two data bytes (the second is 0
 /// where the message has only one). Holds any three bytes; nothing is checked.
 struct ZUNA_API VoiceMessage {
-  std::uint8_t status = 0;
-  std::uint8_t data1 = 0;
-  std::uint8_t data2 = 0;
+  std::uint8_t status = 0;  ///< kind and channel
+  std::uint8_t data1 = 0;   ///< the first data byte
+  std::uint8_t data2 = 0;   ///< the second data byte
 
   VoiceMessage() = default;
+  /// A message of these three bytes.
   VoiceMessage(unsigned char status_byte, unsigned char first, unsigned char second)
       : status(status_byte), data1(first), data2(second) {}
 

@@ -12,12 +12,12 @@ namespace zuna_midi {
 
 /// One song of a show.
 struct ZUNA_API SongData {
-  std::string song_number;        ///< text, such as "12" or "12a"; the song's key in its show
-  std::string song_name;          ///< the title
-  std::uint16_t division = 0;     ///< ticks of a quarter note
-  std::uint32_t song_length = 0;  ///< ticks
-  std::shared_ptr<TL::Timeline> timeline;
-  std::shared_ptr<VoiceData> voice_data;
+  std::string song_number;                 ///< text, such as "12" or "12a"; the song's key in its show
+  std::string song_name;                   ///< the title
+  std::uint16_t division = 0;              ///< ticks of a quarter note
+  std::uint32_t song_length = 0;           ///< ticks
+  std::shared_ptr<TL::Timeline> timeline;  ///< tempos, bars, keys, pages and meters
+  std::shared_ptr<VoiceData> voice_data;   ///< the MIDI messages
 
   /// A song with an empty timeline and no voices.
   SongData(const std::string& number, const std::string& name, unsigned short ticks_per_quarter,

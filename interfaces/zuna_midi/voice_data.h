@@ -27,6 +27,7 @@ struct ZUNA_API VoiceTrack {
 /// The voice tracks of one song, in ascending order of track number.
 class ZUNA_API VoiceData {
  public:
+  /// In ascending order of track number.
   using Tracks = std::map<std::uint16_t, std::shared_ptr<VoiceTrack>>;
 
   /// Adds a track under its track number. A track that is already there under that number gives way to the

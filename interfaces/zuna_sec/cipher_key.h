@@ -6,6 +6,6 @@
 /// The key material for encrypted files, handed unchanged to every cipher stream. Both may be empty, of any
 /// length.
 struct CipherKey {
-  std::vector<std::uint8_t> key;
-  std::vector<std::uint8_t> iv;
+  std::vector<std::uint8_t> key;  ///< secret
+  std::vector<std::uint8_t> iv;   ///< the initialisation vector
 };

@@ -26,6 +26,7 @@ class ZUNA_API CipherStream {
  protected:
   CipherStream();
 
+  /// What GetStream() gives, for derived classes.
   PlaintextStream& plaintext() { return *plaintext_; }
 
  private:
