@@ -1,7 +1,7 @@
 #include <CLI/CLI.hpp>
-#include <iostream>
-#include <new>
+#include <sstream>
 
+#include "cli/base/file_io.h"
 #include "cli/base/interrupt.h"
 #include "cli/base/messages.h"
 #include "cli/commands/context.h"
@@ -15,11 +15,10 @@ constexpr const char* kFooter =
     "lines \"key = HEX\" and \"iv = HEX\"; without one both are empty.\n"
     "Exit codes: 0 done, 1 negative answer, 2 usage, 3 refused by policy, 4 bad or unsupported input,\n"
     "5 wrong key, 6 input or output failed, 7 part of a batch failed, 8 nothing matched, 70 internal error,\n"
-    "130 interrupted.";
+    "130 interrupted, 141 nobody read the output to its end.";
 
 void AddCommands(CLI::App& app, Context& context) {
-  app.add_option("--key-file", context.key_file, "The file with the key and IV")->type_name("FILE");
-  app.add_flag("--quiet", context.quiet, "Tell nothing but errors");
+  AddSharedOptions(app, context);
   app.fallthrough();
   app.require_subcommand(1);
   app.set_version_flag("--version", "zuna-convert " ZUNA_VERSION, "Print the version and exit");
@@ -47,8 +46,10 @@ std::string Complaint(const CLI::App& app, const CLI::ParseError& error) {
 /// Shows help, or tells what is wrong with the command line.
 ExitCode ReportParse(const CLI::App& app, const CLI::ParseError& error) {
   if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-    app.exit(error);
-    return std::cout.flush() ? ExitCode::kDone : ExitCode::kIo;
+    std::ostringstream text;
+    app.exit(error, text, text);
+    WriteStandardOutput(text.str());
+    return ExitCode::kDone;
   }
   PrintError(Failure(ExitCode::kUsage, "command line",
                      Complaint(app, error) + "; see zuna-convert --help or zuna-convert COMMAND --help"));
@@ -60,10 +61,13 @@ ExitCode Run(int argc, char** argv) {
   CLI::App app("Converts show files between format 0.0, the current versions and MIDI.", "zuna-convert");
   try {
     AddCommands(app, context);
-    app.parse(argc, argv);
+    try {
+      app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+      return ReportParse(app, error);
+    }
+    context.PrintNotes();
     return context.code;
-  } catch (const CLI::ParseError& error) {
-    return ReportParse(app, error);
   } catch (...) {
     const Failure failure = FailureOfCommand();
     PrintError(failure);

@@ -19,9 +19,11 @@ enum class ExitCode : int {
   kNothingMatched = 8,
   kInternal = 70,
   kInterrupted = 130,
+  kClosedPipe = 141,  ///< nobody reads the output any more; what a shell reports then
 };
 
-/// What ends a command. The message is ready for the user: "PATH: what happened (where); what to do".
+/// What ends a command. The message is ready for the user: "PATH: what happened (where); what to do". An
+/// empty one means that there is nothing to tell.
 class Failure : public std::runtime_error {
  public:
   Failure(ExitCode code, const std::string& message) : std::runtime_error(message), code_(code) {}

@@ -100,6 +100,7 @@ std::vector<std::uint8_t> ReadBytes(const std::string& path, std::size_t limit) 
 
 void WriteStandardOutput(std::string_view bytes) {
   if (!WriteAll(STDOUT_FILENO, bytes)) {
+    if (errno == EPIPE) throw Failure(ExitCode::kClosedPipe, "");  // Its reader has seen enough.
     FailIo("standard output", "cannot be written", "check where it goes and whether there is space");
   }
 }

@@ -22,6 +22,7 @@ bool Colourful() {
 }  // namespace
 
 void PrintError(const Failure& failure) {
+  if (*failure.what() == '\0') return;
   const bool colour = Colourful();
   std::cerr << (colour ? kRed : "") << "zuna-convert:" << (colour ? kPlain : "") << ' '
             << Printable(failure.what()) << '\n';

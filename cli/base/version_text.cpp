@@ -25,6 +25,15 @@ std::optional<cmn::FileVersion> ParseVersion(std::string_view text) {
   return cmn::FileVersion{*major, *minor};
 }
 
+std::string WritableVersionsText() {
+  std::string text;
+  for (const cmn::FileVersion& version : kWritableVersions) {
+    if (!text.empty()) text += version == kWritableVersions.back() ? " or " : ", ";
+    text += VersionText(version);
+  }
+  return text + " (text)";  // The last one is the text form.
+}
+
 std::string VersionText(const cmn::FileVersion& version) {
   return std::to_string(version.major) + '.' + std::to_string(version.minor);
 }

@@ -1,7 +1,6 @@
 #include "cli/commands/context.h"
 
 #include <algorithm>
-#include <iterator>
 
 #include "cli/base/file_io.h"
 #include "cli/base/key_file.h"
@@ -12,15 +11,22 @@ namespace zuna_cli {
 
 namespace {
 
-/// The current versions of shows.
-constexpr cmn::FileVersion kVersions[] = {{1, 0}, {1, 1}, {1, 2}, {2, 0}};
+/// What is wrong with `text` as the version of an output; empty for nothing.
+std::string CheckTarget(const std::string& text) {
+  const auto version = ParseVersion(text);
+  if (!version) return std::string("a version is MAJOR.MINOR, such as ") + kDefaultVersion;
+  const auto& writable = kWritableVersions;
+  if (std::find(writable.begin(), writable.end(), *version) != writable.end()) return "";
+  return text + " is not a version to write: " + WritableVersionsText() + "; use down for 0.0";
+}
 
 }  // namespace
 
 CipherKey Context::Key() const { return LoadKey(KeyFilePath(key_file)); }
 
-void Context::Note(const std::string& name, const std::string& text) const {
-  if (!quiet) PrintNote(name, text);
+void Context::PrintNotes() const {
+  if (quiet) return;
+  for (const auto& [name, text] : notes) PrintNote(name, text);
 }
 
 void Context::CheckPaths(const Output& output, std::vector<std::string> inputs) const {
@@ -39,6 +45,11 @@ void RequireUsableInputs(const std::vector<std::string>& inputs) {
   }
 }
 
+void AddSharedOptions(CLI::App& app, Context& context) {
+  app.add_option("--key-file", context.key_file, "The file with the key and IV")->type_name("FILE");
+  app.add_flag("--quiet", context.quiet, "Tell nothing but errors");
+}
+
 void AddInput(CLI::App& command, std::string& input) {
   command.add_option("IN", input, "The input file; - for standard input")->required();
 }
@@ -50,22 +61,23 @@ void AddOutput(CLI::App& command, Output& output) {
   command.add_flag("--force", output.force, "Replace the output when it exists");
 }
 
+CLI::App* AddFileCommand(CLI::App& app, Context& context, const std::string& name,
+                         const std::string& description, Paths& paths) {
+  CLI::App* command = app.add_subcommand(name, description);
+  AddSharedOptions(*command, context);
+  AddInput(*command, paths.input);
+  AddOutput(*command, paths.output);
+  return command;
+}
+
 void AddTarget(CLI::App& command, cmn::FileVersion& version) {
-  const auto check = [](const std::string& text) -> std::string {
-    const auto wanted = ParseVersion(text);
-    if (!wanted) return "a version is MAJOR.MINOR, such as " + std::string(kDefaultVersion);
-    const bool writable =
-        std::find(std::begin(kVersions), std::end(kVersions), *wanted) != std::end(kVersions);
-    return writable ? "" : text + " is not a version to write: 1.0, 1.1, 1.2 or 2.0 (text); use down for 0.0";
-  };
   version = *ParseVersion(kDefaultVersion);
   command
       .add_option_function<std::string>(
           "--to", [&version](const std::string& text) { version = *ParseVersion(text); },
-          "The version of the output: 1.0, 1.1, 1.2 or 2.0 (text); " + std::string(kDefaultVersion) +
-              " unless given")
+          "The version of the output: " + WritableVersionsText() + "; " + kDefaultVersion + " unless given")
       ->type_name("VERSION")
-      ->check(CLI::Validator(check, ""));
+      ->check(CLI::Validator(CheckTarget, ""));
 }
 
 }  // namespace zuna_cli

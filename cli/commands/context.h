@@ -15,23 +15,41 @@ namespace zuna_cli {
 struct Context {
   std::string key_file;  ///< as the command line gives it; may be empty
   bool quiet = false;
-  ExitCode code = ExitCode::kDone;  ///< of a command that went through
+  ExitCode code = ExitCode::kDone;                         ///< of a command that went through
+  std::vector<std::pair<std::string, std::string>> notes;  ///< names of files, and what to tell about them
 
   /// The key material. Throws Failure.
   CipherKey Key() const;
 
-  /// Tells the user about the file called `name`, unless told to be quiet.
-  void Note(const std::string& name, const std::string& text) const;
+  /// Tells the user about the file called `name` once the command has gone through: nothing is said about
+  /// what a failed command would have dropped.
+  void Note(const std::string& name, const std::string& text) { notes.emplace_back(name, text); }
+
+  /// Prints all notes, unless told to be quiet.
+  void PrintNotes() const;
 
   /// Checks what can be checked before work begins: `output` as Output::Check does, and that only one of
   /// `inputs` is standard input. Throws Failure.
   void CheckPaths(const Output& output, std::vector<std::string> inputs) const;
 };
 
-/// Adds an input, "-o OUT" and "--force"; "--to VERSION".
+/// Adds "--key-file" and "--quiet", which may stand before a command and after it.
+void AddSharedOptions(CLI::App& app, Context& context);
+
+/// Adds an input; "-o OUT" and "--force"; "--to VERSION".
 void AddInput(CLI::App& command, std::string& input);
 void AddOutput(CLI::App& command, Output& output);
 void AddTarget(CLI::App& command, cmn::FileVersion& version);
+
+/// The paths of a command that makes one file of another.
+struct Paths {
+  std::string input;
+  Output output;
+};
+
+/// Adds a command that makes one file of another, with the options for that.
+CLI::App* AddFileCommand(CLI::App& app, Context& context, const std::string& name,
+                         const std::string& description, Paths& paths);
 
 /// Throws Failure (kUsage) where one of `inputs` is empty, or more than one of them is "-".
 void RequireUsableInputs(const std::vector<std::string>& inputs);

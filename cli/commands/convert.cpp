@@ -10,13 +10,11 @@ namespace zuna_cli {
 
 namespace {
 
-struct Options {
-  std::string input;
-  Output output;
+struct Options : Paths {
   cmn::FileVersion version;
 };
 
-void Run(const Options& options, const Context& context) {
+void Run(const Options& options, Context& context) {
   context.CheckPaths(options.output, {options.input});
   const CipherKey key = context.Key();
   InputFile file(options.input, key);
@@ -30,10 +28,9 @@ void Run(const Options& options, const Context& context) {
 }  // namespace
 
 void AddConvertCommand(CLI::App& app, Context& context) {
-  CLI::App* command = app.add_subcommand("convert", "Write a show of a current version at another one");
   const auto options = std::make_shared<Options>();
-  AddInput(*command, options->input);
-  AddOutput(*command, options->output);
+  CLI::App* command =
+      AddFileCommand(app, context, "convert", "Write a show of a current version at another one", *options);
   AddTarget(*command, options->version);
   command->callback([options, &context] { Run(*options, context); });
 }

@@ -1,6 +1,7 @@
 #include <iterator>
 #include <memory>
 
+#include "cli/base/tally.h"
 #include "cli/commands/context.h"
 #include "cli/shows/show_file.h"
 
@@ -8,26 +9,21 @@ namespace zuna_cli {
 
 namespace {
 
-struct Options {
-  std::string input;
-  Output output;
-};
-
-void Run(const Options& options, const Context& context) {
-  context.CheckPaths(options.output, {options.input});
-  InputFile file(options.input, context.Key());
+void Run(const Paths& paths, Context& context) {
+  context.CheckPaths(paths.output, {paths.input});
+  InputFile file(paths.input, context.Key());
   const std::string plaintext{std::istreambuf_iterator<char>(file.stream()), {}};
-  options.output.WritePlaintext(plaintext);
+  paths.output.WritePlaintext(plaintext);
+  context.Note(file.name(), Counted(plaintext.size(), "byte", "bytes") + " decrypted");
 }
 
 }  // namespace
 
 void AddDecryptCommand(CLI::App& app, Context& context) {
-  CLI::App* command = app.add_subcommand("decrypt", "Write the plaintext of an encrypted file as it is");
-  const auto options = std::make_shared<Options>();
-  AddInput(*command, options->input);
-  AddOutput(*command, options->output);
-  command->callback([options, &context] { Run(*options, context); });
+  const auto paths = std::make_shared<Paths>();
+  CLI::App* command =
+      AddFileCommand(app, context, "decrypt", "Write the plaintext of an encrypted file as it is", *paths);
+  command->callback([paths, &context] { Run(*paths, context); });
 }
 
 }  // namespace zuna_cli

@@ -55,6 +55,7 @@ void Run(const Options& options, Context& context) {
 void AddInfoCommand(CLI::App& app, Context& context) {
   CLI::App* command = app.add_subcommand(
       "info", "Tell the version, name, songs and counts of shows; several inputs go on past bad ones");
+  AddSharedOptions(*command, context);
   const auto options = std::make_shared<Options>();
   command->add_option("IN", options->inputs, "The input files; - for standard input")->required();
   command->add_flag("--json", options->json,

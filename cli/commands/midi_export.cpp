@@ -6,6 +6,7 @@
 #include "cli/midi/export.h"
 #include "cli/midi/file_names.h"
 #include "cli/midi/smf_writer.h"
+#include "cli/shows/show_conversion.h"
 #include "cli/shows/show_file.h"
 #include "kit/path.h"
 
@@ -28,12 +29,11 @@ struct MidiFile {
 
 zuna_midi::ShowData ReadAnyShow(InputFile& file) {
   if (ShowVersion(file) != cmn::FileVersion{}) return ReadCurrentShow(file);
-  const LegacyShow legacy = ReadLegacyShow(file);
-  return OnFile(file.name(), [&] { return legacy.show.get_version_1_0(); });
+  return ToCurrent(ReadLegacyShow(file).show, file.name());
 }
 
 MidiFile ExportOne(const zuna_midi::SongData& song, const std::string& path, const std::string& input,
-                   const Context& context) {
+                   Context& context) {
   midi::Report report;
   const std::string name = input + ": song " + song.song_number;
   std::string bytes = OnFile(name, [&] { return smf::Write(midi::ExportSong(song, report)); });
@@ -54,7 +54,7 @@ std::vector<std::string> PathsFor(const zuna_midi::ShowData& show, const Options
 }
 
 /// Makes all files in memory, so that a song that cannot be exported leaves nothing behind.
-std::vector<MidiFile> ExportAll(const Options& options, const Context& context) {
+std::vector<MidiFile> ExportAll(const Options& options, Context& context) {
   InputFile file(options.input, context.Key());
   const zuna_midi::ShowData show = ReadAnyShow(file);
   const std::vector<std::string> paths = PathsFor(show, options);
@@ -66,14 +66,30 @@ std::vector<MidiFile> ExportAll(const Options& options, const Context& context) 
   return files;
 }
 
-void Run(const Options& options, const Context& context) {
+/// Writes all files; where one cannot be written, the new ones before it are removed again.
+void WriteAll(const std::vector<MidiFile>& files) {
+  std::error_code ignored;
+  std::vector<std::string> created;
+  try {
+    for (const MidiFile& file : files) {
+      const bool is_new = !std::filesystem::exists(file.path, ignored);
+      WriteFileAtomically(file.path, file.bytes, kNewFileMode);
+      if (is_new) created.push_back(file.path);
+    }
+  } catch (const Failure&) {
+    for (const std::string& path : created) std::filesystem::remove(path, ignored);
+    throw;
+  }
+}
+
+void Run(const Options& options, Context& context) {
   RequireUsableInputs({options.input});
   std::error_code ignored;
   if (!std::filesystem::is_directory(options.folder, ignored)) {
     throw Failure(ExitCode::kIo, options.folder, "is not a folder; create it first");
   }
   const std::vector<MidiFile> files = ExportAll(options, context);
-  for (const MidiFile& file : files) WriteFileAtomically(file.path, file.bytes, kNewFileMode);
+  WriteAll(files);
   context.Note(options.folder, Counted(files.size(), "MIDI file", "MIDI files") + " written");
 }
 
@@ -82,6 +98,7 @@ void Run(const Options& options, const Context& context) {
 void AddMidiExportCommand(CLI::App& midi, Context& context) {
   CLI::App* command =
       midi.add_subcommand("export", "Write every song of a show of any version as a MIDI file");
+  AddSharedOptions(*command, context);
   const auto options = std::make_shared<Options>();
   AddInput(*command, options->input);
   command->add_option("--out-dir", options->folder, "The folder for the files \"NUMBER NAME.mid\"")

@@ -48,7 +48,7 @@ std::vector<std::string> SongNumbers(const Options& options) {
 }
 
 void NoteWhatTheReaderFound(const smf::ReadNotes& notes, std::size_t tracks, const std::string& name,
-                            const Context& context) {
+                            Context& context) {
   if (notes.declared_tracks != tracks) {
     context.Note(name, "the header says " + Counted(notes.declared_tracks, "track", "tracks") +
                            ", and the file has " + std::to_string(tracks));
@@ -64,7 +64,7 @@ void NoteWhatTheReaderFound(const smf::ReadNotes& notes, std::size_t tracks, con
 }
 
 std::shared_ptr<zuna_midi::SongData> ImportFile(const std::string& path, const std::string& number,
-                                                const Context& context) {
+                                                Context& context) {
   const std::string name = InputName(path);
   const auto bytes = ReadBytes(path, kMaxFileSize);
   smf::ReadNotes notes;
@@ -79,7 +79,7 @@ std::shared_ptr<zuna_midi::SongData> ImportFile(const std::string& path, const s
   return song;
 }
 
-void Run(const Options& options, const Context& context) {
+void Run(const Options& options, Context& context) {
   context.CheckPaths(options.output, options.inputs);
   const std::vector<std::string> numbers = SongNumbers(options);
   const CipherKey key = context.Key();
@@ -97,6 +97,7 @@ void Run(const Options& options, const Context& context) {
 
 void AddMidiImportCommand(CLI::App& midi, Context& context) {
   CLI::App* command = midi.add_subcommand("import", "Make a show of MIDI files, one song each");
+  AddSharedOptions(*command, context);
   const auto options = std::make_shared<Options>();
   command->add_option("MID", options->inputs, "The MIDI files of format 0 or 1; - for standard input")
       ->required();

@@ -2,6 +2,7 @@
 
 #include "cli/base/version_text.h"
 #include "cli/commands/context.h"
+#include "cli/shows/show_conversion.h"
 #include "cli/shows/show_file.h"
 #include "cli/shows/show_info.h"
 #include "cli/shows/show_output.h"
@@ -11,23 +12,19 @@ namespace zuna_cli {
 
 namespace {
 
-struct Options {
-  std::string input;
+struct Options : Paths {
   std::string companion;
-  Output output;
   cmn::FileVersion version;
 };
 
-zuna_midi::ShowData ConvertUp(InputFile& file, const Context& context) {
+zuna_midi::ShowData ConvertUp(InputFile& file, Context& context) {
   const LegacyShow legacy = ReadLegacyShow(file);
-  return OnFile(file.name(), [&] {
-    zuna_midi::ShowData show = legacy.show.get_version_1_0();
-    for (const std::string& loss : UpLosses(legacy, show)) context.Note(file.name(), loss);
-    return show;
-  });
+  zuna_midi::ShowData show = ToCurrent(legacy.show, file.name());
+  for (const std::string& loss : UpLosses(legacy, show)) context.Note(file.name(), loss);
+  return show;
 }
 
-void Run(const Options& options, const Context& context) {
+void Run(const Options& options, Context& context) {
   context.CheckPaths(options.output, {options.input, options.companion});
   const CipherKey key = context.Key();
   InputFile file(options.input, key);
@@ -35,16 +32,16 @@ void Run(const Options& options, const Context& context) {
   zuna_midi::ShowData show = ConvertUp(file, context);
   show.show_name = ReadCompanionShowName(options.companion, key);
   WriteShow(show, options.version, key, options.output);
-  context.Note(file.name(), CountsText(SongInfosOf(show)) + ", 0.0 -> " + VersionText(options.version));
+  context.Note(file.name(), CountsText(SongInfosOf(show)) + ", 0.0 -> " + VersionText(options.version) +
+                                ", named \"" + show.show_name + "\" by its log");
 }
 
 }  // namespace
 
 void AddUpCommand(CLI::App& app, Context& context) {
-  CLI::App* command = app.add_subcommand("up", "Bring a show of version 0.0 to a current version");
   const auto options = std::make_shared<Options>();
-  AddInput(*command, options->input);
-  AddOutput(*command, options->output);
+  CLI::App* command =
+      AddFileCommand(app, context, "up", "Bring a show of version 0.0 to a current version", *options);
   AddTarget(*command, options->version);
   command
       ->add_option("--companion", options->companion,

@@ -12,11 +12,12 @@ namespace {
 constexpr const char* kExtension = ".mid";
 constexpr std::size_t kMaxStem = 200;  // leaves room for a suffix and the extension within 255 bytes
 
-/// Whether no file name may have it: controls, separators of paths (on every system), what is no UTF-8.
+/// Whether it may not stand in a file name on every system: controls, separators of paths, what shells and
+/// Windows keep for themselves.
 bool IsForbidden(std::string_view character) {
-  constexpr std::string_view kSeparators = "/\\:";
+  constexpr std::string_view kReserved = "/\\:?*\"<>|";
   const auto first = static_cast<unsigned char>(character[0]);
-  return first < 0x20 || first == 0x7F || kSeparators.find(character[0]) != std::string_view::npos;
+  return first < 0x20 || first == 0x7F || kReserved.find(character[0]) != std::string_view::npos;
 }
 
 /// `text` with "_" for everything that may not stand in a file name, cut after a whole character.

@@ -5,8 +5,9 @@
 
 namespace zuna_cli::midi {
 
-/// Names the MIDI files of one folder: "NUMBER NAME.mid", without slashes, backslashes, colons and control
-/// characters, at most 255 bytes long and never two alike, upper and lower case not told apart.
+/// Names the MIDI files of one folder: "NUMBER NAME.mid", without control characters and the characters
+/// / \ : ? * " < > | (not every system takes them), at most 255 bytes long and never two alike, upper and
+/// lower case not told apart.
 class FileNames {
  public:
   std::string Make(const std::string& song_number, const std::string& song_name);

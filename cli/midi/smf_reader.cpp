@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "cli/base/tally.h"
 #include "cli/midi/byte_cursor.h"
 
 namespace zuna_cli::smf {
@@ -123,10 +124,10 @@ class TrackReader {
 };
 
 void CheckTrackCount(const File& file, const ReadNotes& notes, const ByteCursor& cursor) {
-  if (file.tracks.size() < notes.declared_tracks) {
-    cursor.Fail("truncated: the header promises " + std::to_string(notes.declared_tracks) +
-                " tracks, and only " + std::to_string(file.tracks.size()) + " are whole");
-  }
+  if (file.tracks.size() >= notes.declared_tracks) return;
+  throw ReadError("truncated: the header promises " + Counted(notes.declared_tracks, "track", "tracks") +
+                  ", and the file has " + std::to_string(file.tracks.size()) + " (offset " +
+                  std::to_string(cursor.offset()) + "); get a complete copy of the file");
 }
 
 }  // namespace

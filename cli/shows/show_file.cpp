@@ -1,7 +1,7 @@
 #include "cli/shows/show_file.h"
 
-#include <array>
 #include <istream>
+#include <new>
 #include <sstream>
 #include <string_view>
 #include <vector>
@@ -9,6 +9,7 @@
 #include "cli/base/errors.h"
 #include "cli/base/file_io.h"
 #include "cli/base/version_text.h"
+#include "cli/shows/text_form.h"
 #include "cmn/version_probe.h"
 #include "format_converter/version0/change_log_header.h"
 #include "zuna_sec/errors.h"
@@ -22,30 +23,59 @@ constexpr cmn::FileVersion kLegacy{0, 0};
 
 using Cipher = zuna_sec::TwoFishCipherStream;
 
-std::unique_ptr<Cipher> Decrypt(const std::string& path, const CipherKey& key) try {
-  if (path != kStandardStream) return std::make_unique<Cipher>(path, key.key, key.iv);
-  return std::make_unique<Cipher>(ReadBytes(path, kMaxFileSize), key.key, key.iv);
-} catch (const zuna_sec::WrongKeyError&) {
-  if (!key.key.empty() || !key.iv.empty()) throw;
-  throw Failure(
-      ExitCode::kWrongKey, InputName(path),
-      "is encrypted with a key, and none was given; name its key file with --key-file or ZUNA_KEY_FILE");
+/// What a file is that is not encrypted, and what to do with it; empty where that is unknown.
+std::string PlainKindOf(std::string_view text) {
+  if (text.starts_with("MThd")) return "is a MIDI file; use midi import";
+  if (BeginsLikeTextForm(text)) return "is plain text; use encrypt first";
+  return "";
+}
+
+/// Decrypts the file called `name`, whose content is `bytes`.
+std::unique_ptr<Cipher> Decrypt(const std::vector<std::uint8_t>& bytes, const CipherKey& key,
+                                const std::string& name) {
+  return OnFile(name, [&] {
+    try {
+      return std::make_unique<Cipher>(bytes, key.key, key.iv);
+    } catch (const zuna_sec::NotEncryptedError&) {
+      const std::string kind = PlainKindOf(AsText(bytes));
+      if (kind.empty()) throw;
+      throw Failure(ExitCode::kBadInput, name, kind);
+    } catch (const zuna_sec::WrongKeyError&) {
+      if (!key.key.empty() || !key.iv.empty()) throw;
+      throw Failure(ExitCode::kWrongKey, name,
+                    "is encrypted with a key, and none was given; name its key file with --key-file or "
+                    "ZUNA_KEY_FILE");
+    }
+  });
 }
 
 /// Puts the stream back to its beginning, whatever a reader left behind.
-void Rewind(std::iostream& stream) {
+void Rewind(std::istream& stream) {
   stream.exceptions(std::ios_base::goodbit);
   stream.clear();
   stream.seekg(0);
 }
 
-bool BeginsLikeALegacyLog(std::iostream& stream) {
+/// The first `size` bytes of the stream, or all where it has less.
+std::string StartOf(std::istream& stream, std::size_t size) {
   Rewind(stream);
-  std::array<char, kLegacyLogMagic.size()> start{};
-  stream.read(start.data(), start.size());
-  const auto count = static_cast<std::size_t>(stream.gcount());
+  std::string start(size, '\0');
+  stream.read(start.data(), static_cast<std::streamsize>(size));
+  start.resize(static_cast<std::size_t>(stream.gcount()));
   Rewind(stream);
-  return std::string_view(start.data(), count) == kLegacyLogMagic;
+  return start;
+}
+
+bool BeginsLikeALegacyLog(std::istream& stream) {
+  return StartOf(stream, kLegacyLogMagic.size()) == kLegacyLogMagic;
+}
+
+/// Throws what is wrong with a text form that does not even tell its kind and version.
+void RequireReadableText(InputFile& file) {
+  const std::string start = StartOf(file.stream(), kTextFormProbe);
+  if (!BeginsLikeTextForm(start) || IsLegacyShow(file.stream())) return;
+  if (start.front() != '{') throw Failure(ExitCode::kBadInput, file.name(), kNotAtStart);
+  ReadCurrentShow(file);
 }
 
 /// The number of bytes that the stream has not given yet.
@@ -65,7 +95,7 @@ std::string ShowNameOf(std::istream& stream, const std::string& name) {
 }  // namespace
 
 InputFile::InputFile(const std::string& path, const CipherKey& key)
-    : name_(InputName(path)), cipher_(OnFile(name_, [&] { return Decrypt(path, key); })) {}
+    : name_(InputName(path)), cipher_(Decrypt(ReadBytes(path, kMaxFileSize), key, name_)) {}
 
 cmn::FileVersion ShowVersion(InputFile& file) {
   return OnFile(file.name(), [&] {
@@ -75,6 +105,7 @@ cmn::FileVersion ShowVersion(InputFile& file) {
     if (current_log || BeginsLikeALegacyLog(file.stream())) {
       throw Failure(ExitCode::kBadInput, file.name(), "is a log, and this command takes shows; give a show");
     }
+    RequireReadableText(file);
     return version;
   });
 }
@@ -88,10 +119,27 @@ void RequireLegacyShow(InputFile& file) {
 
 cmn::FileVersion RequireCurrentShow(InputFile& file) {
   const cmn::FileVersion version = ShowVersion(file);
-  if (version.major >= 1) return version;
+  if (version != kLegacy) return version;
+  if (!IsLegacyShow(file.stream())) {
+    throw Failure(ExitCode::kBadInput, file.name(), "is no show of any version; give an undamaged show");
+  }
   throw Failure(ExitCode::kBadInput, file.name(),
                 "is no show of version 1.0 or higher (its version reads as " + VersionText(version) +
                     "); use up for a show of version 0.0");
+}
+
+bool IsLegacyShow(std::istream& stream) {
+  Rewind(stream);
+  try {
+    const version0::ShowData show(stream);
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const std::exception&) {
+    Rewind(stream);
+    return false;
+  }
+  Rewind(stream);
+  return true;
 }
 
 LegacyShow ReadLegacyShow(InputFile& file) {
@@ -114,12 +162,12 @@ zuna_midi::ShowData ReadCurrentShow(InputFile& file) {
 std::string ReadCompanionShowName(const std::string& path, const CipherKey& key) {
   const std::string name = InputName(path);
   const std::vector<std::uint8_t> bytes = ReadBytes(path, kMaxFileSize);
-  const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  const std::string_view text = AsText(bytes);
   if (text.starts_with(kLegacyLogMagic)) {
     std::istringstream plain{std::string(text)};
     return ShowNameOf(plain, name);
   }
-  const auto cipher = OnFile(name, [&] { return std::make_unique<Cipher>(bytes, key.key, key.iv); });
+  const auto cipher = Decrypt(bytes, key, name);
   if (!BeginsLikeALegacyLog(cipher->GetStream())) {
     throw Failure(ExitCode::kBadInput, name,
                   "is no log of version 0.0 (it does not begin with \"ZUNA\"); give the log of the show");

@@ -27,12 +27,16 @@ class InputFile {
   std::unique_ptr<zuna_sec::TwoFishCipherStream> cipher_;
 };
 
-/// The version of the show in `file`. Throws Failure (kBadInput) where it is a log.
+/// The version of the show in `file`. Throws Failure (kBadInput) where it is a log, or a text form whose
+/// version cannot be told.
 cmn::FileVersion ShowVersion(InputFile& file);
 
 /// Throws Failure (kBadInput) unless `file` is a legacy, respectively current, show.
 void RequireLegacyShow(InputFile& file);
 cmn::FileVersion RequireCurrentShow(InputFile& file);
+
+/// Whether a legacy show can be read from the beginning of `stream`, which is put back there.
+bool IsLegacyShow(std::istream& stream);
 
 /// A legacy show, and what its file has that the show has not.
 struct LegacyShow {

@@ -22,8 +22,8 @@ class KeyTest(WithShows):
     def test_tells_a_wrong_key_and_a_wrong_iv(self):
         self.write("wrong-key", "key = 00112234\niv = AABBCCDD\n")
         self.write("wrong-iv", "key = 00112233\niv = AABBCCDE\n")
-        for key_file in ("wrong-key", "wrong-iv"):
-            self.refuse("decrypt", "secret", "-o", "out", "--key-file", key_file, code=WRONG_KEY,
+        for options in (["--key-file", "wrong-key"], ["--key-file", "wrong-iv"]):
+            self.refuse("decrypt", "secret", "-o", "out", *options, code=WRONG_KEY,
                         message="secret: the key or the IV is not the one that this was encrypted with; give the "
                                 "right key file")
         secret = self.read("secret")
@@ -32,10 +32,11 @@ class KeyTest(WithShows):
                             "the right key file")
 
     def test_says_that_no_key_was_given(self):
-        advice = "is encrypted with a key, and none was given; name its key file with --key-file or ZUNA_KEY_FILE"
-        self.refuse("decrypt", "secret", "-o", "out", code=WRONG_KEY, message=f"secret: {advice}")
-        self.refuse("decrypt", "-", "-o", "out", stdin=self.read("secret"), code=WRONG_KEY,
-                    message=f"standard input: {advice}")
+        needed = "is encrypted with a key, and none was given; name its key file with --key-file or ZUNA_KEY_FILE"
+        self.refuse("decrypt", "secret", "-o", "out", code=WRONG_KEY, message="secret: " + needed)
+        self.refuse("info", "-", stdin=self.read("secret"), code=WRONG_KEY, message="standard input: " + needed)
+        self.refuse("up", "old.showdata", "-o", "out", "--companion", "secret", code=WRONG_KEY,
+                    message="secret: " + needed)
 
     def test_refuses_bad_key_files_without_repeating_them(self):
         cases = {
@@ -74,6 +75,15 @@ class EnvelopeTest(WithShows):
             self.assertRegex(done.stderr.decode(), "^zuna-convert: standard input: .*; .*\n$")
         self.assertNotIn("out", self.files())
 
+    def test_tells_other_kinds_of_files(self):
+        for content, message in ((b"MThd\0\0\0\6", "is a MIDI file; use midi import"),
+                                 (b"{}", "is plain text; use encrypt first"),
+                                 (b"\xef\xbb\xbf\r\n\t {", "is plain text; use encrypt first")):
+            self.write("other", content)
+            for command in (["info", "other"], ["convert", "other", "-o", "out"], ["decrypt", "other", "-o", "out"],
+                            ["up", "old.showdata", "-o", "out", "--companion", "other"]):
+                self.refuse(*command, code=BAD_INPUT, message="other: " + message)
+
     def test_gives_back_any_bytes(self):
         for content in (b"", b"\x00", bytes(range(256)) * 300):
             self.write("plain", content)
@@ -84,6 +94,37 @@ class EnvelopeTest(WithShows):
                 self.assertEqual(os.stat(self.path(name)).st_mode & 0o777, 0o600)
                 os.remove(self.path(name))
 
+    def test_says_what_it_did(self):
+        self.write("plain", b"abc")
+        for command, message in ((["encrypt", "plain", "-o", "sealed"], b"plain: 3 bytes encrypted"),
+                                 (["decrypt", "sealed", "-o", "out"], b"sealed: 3 bytes decrypted")):
+            self.assertEqual(self.run_tool(*command).stderr, b"zuna-convert: " + message + b"\n")
+            self.assertEqual(self.run_tool(*command, "--force", "--quiet").stderr, b"")
+
+    def test_does_not_encrypt_twice(self):
+        for content in (self.read("new.showdata"), self.read("new.showdata")[:20]):
+            self.write("sealed", content)
+            self.refuse("encrypt", "sealed", "-o", "out", code=REFUSED,
+                        message="sealed: is encrypted already; give --force to encrypt it again")
+        self.run_tool("encrypt", "new.showdata", "-o", "out", "--force")
+        self.assertEqual(self.plaintext("out"), self.read("new.showdata"))
+
+    def test_reads_a_text_form_before_it_encrypts_it(self):
+        self.run_tool("convert", "new.showdata", "-o", "text", "--to", "2.0")
+        good = self.plaintext("text")
+        self.run_tool("encrypt", "-", "-o", "good", stdin=good)
+        self.assertEqual(self.read("good"), self.read("text"))
+        self.write("edited", good.replace(b'"division"', b'"divison"', 1))
+        done = self.run_tool("encrypt", "edited", "-o", "out", code=BAD_INPUT)
+        self.assertRegex(done.stderr, rb"^zuna-convert: edited: .*divison.*at byte \d+\); correct the text\n$")
+        self.assertNotIn("out", self.files())
+        self.run_tool("encrypt", "edited", "-o", "out", "--force")
+        self.refuse("encrypt", "-", "-o", "new", stdin=b"\xef\xbb\xbf" + good, code=BAD_INPUT,
+                    message="standard input: a byte order mark or blanks stand before the text (at byte 0); remove "
+                            'them, so that "{" comes first')
+        log = b'{"kind": "logdata", "fileVersion": "2.0", "showName": ""}'
+        self.run_tool("encrypt", "-", "-o", "log", stdin=log)
+
     def test_is_a_filter(self):
         show = self.read("new.showdata")
         plain = self.run_tool("decrypt", "-", "-o", "-", stdin=show).stdout
@@ -93,7 +134,8 @@ class EnvelopeTest(WithShows):
         done = self.run_tool("up", "-", "-o", "-", "--companion", "old.logdata", stdin=old)
         self.assertEqual(done.stdout, show)
         self.assertEqual(done.stderr,
-                         b"zuna-convert: standard input: 2 songs, 2 voices, 2 events, 0.0 -> 1.2\n")
+                         b"zuna-convert: standard input: 2 songs, 2 voices, 2 events, 0.0 -> 1.2, "
+                         b'named "My Show" by its log\n')
 
 
 if __name__ == "__main__":

@@ -2,6 +2,7 @@
 
 import json
 import os
+import resource
 import unittest
 
 from tool import BAD_INPUT, IO, NOTES, REFUSED, USAGE, ToolTest, legacy_show, legacy_song, midi_file
@@ -48,7 +49,7 @@ class MidiTest(ToolTest):
     def test_refuses_a_file_that_lacks_a_track(self):
         self.write("cut.mid", midi_file(NOTES).replace(b"\x00\x01\x01\xe0", b"\x00\x02\x01\xe0", 1))
         done = self.run_tool("midi", "import", "cut.mid", "-o", "out", code=BAD_INPUT)
-        self.assertIn(b"truncated: the header promises 2 tracks, and only 1 are whole", done.stderr)
+        self.assertIn(b"truncated: the header promises 2 tracks, and the file has 1", done.stderr)
 
     def test_says_what_is_not_kept(self):
         body = b"\x00\xff\x05\x02la" * 2 + b"\x00\xf0\x02\x7e\xf7" + NOTES
@@ -113,6 +114,21 @@ class MidiTest(ToolTest):
                     message="out/2 Two.mid: exists; give --force to replace it, or another output")
         self.run_tool("midi", "export", "show", "--out-dir", "out", "--force")
         self.assertTrue(self.read("out/2 Two.mid").startswith(b"MThd"))
+
+    def test_removes_what_it_created_when_it_cannot_go_on(self):
+        tracks = tuple((i, "x" * 200) for i in range(1, 60))
+        self.encrypt("show", legacy_show(legacy_song("1", "One"), legacy_song("2", "Two"),
+                                         legacy_song("3", "Big", tracks=tracks)))
+        os.mkdir(self.path("out"))
+        self.write("out/2 Two.mid", "mine")
+
+        def limit_file_size():
+            resource.setrlimit(resource.RLIMIT_FSIZE, (4096, 4096))
+
+        done = self.run_tool("midi", "export", "show", "--out-dir", "out", "--force", code=IO,
+                             preexec_fn=limit_file_size)
+        self.assertRegex(done.stderr, b"^zuna-convert: out/3 Big.mid: cannot be written \\(.*\n$")
+        self.assertEqual(sorted(self.files()), ["out/2 Two.mid", "show"])
 
     def test_refuses_songs_that_midi_cannot_hold(self):
         song = legacy_song("1", "One").replace(b"\xe0\x01", b"\x00\x80", 1)

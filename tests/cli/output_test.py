@@ -9,7 +9,7 @@ import signal
 import subprocess
 import unittest
 
-from tool import IO, INTERRUPTED, REFUSED, TOOL, WithShows
+from tool import CLOSED_PIPE, IO, INTERRUPTED, REFUSED, TOOL, WithShows, legacy_show, legacy_song
 
 
 class OutputTest(WithShows):
@@ -48,12 +48,19 @@ class OutputTest(WithShows):
                 self.assertRegex(done.stderr, b"^zuna-convert: standard output: cannot be written \\(")
             self.run_tool("--help", code=IO, stdout=full)
 
-    def test_reports_a_closed_pipe(self):
+    def test_says_nothing_about_losses_when_nothing_is_written(self):
+        self.encrypt("odd", legacy_show(legacy_song(labels=((0, "Prologue"),))))
+        self.assertIn(b"is cut", self.run_tool("up", "odd", "-o", "out", "--companion", "old.logdata").stderr)
+        for command in (["up", "odd", "--companion", "old.logdata"], ["down", "new.showdata"]):
+            done = self.run_tool(*command, "-o", "no/out", code=IO)
+            self.assertRegex(done.stderr, b"^zuna-convert: no/out: .*\n$")
+
+    def test_ends_silently_at_a_closed_pipe(self):
         reading, writing = os.pipe()
         os.close(reading)
         with os.fdopen(writing, "wb") as closed:
-            done = self.run_tool("convert", "new.showdata", "-o", "-", code=IO, stdout=closed)
-        self.assertRegex(done.stderr, b"^zuna-convert: standard output: cannot be written \\(")
+            for command in (["convert", "new.showdata", "-o", "-"], ["info", "new.showdata"], ["--help"]):
+                self.assertEqual(self.run_tool(*command, code=CLOSED_PIPE, stdout=closed).stderr, b"")
 
     def test_leaves_nothing_behind_at_a_size_limit(self):
         self.write("big", bytes(100000))

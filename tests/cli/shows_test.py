@@ -13,7 +13,8 @@ UNDAMAGED = "get an undamaged copy of the file"
 class UpTest(WithShows):
     def test_brings_a_show_up(self):
         done = self.run_tool("up", "old.showdata", "-o", "out", "--companion", "old.logdata")
-        self.assertEqual(done.stderr, b"zuna-convert: old.showdata: 2 songs, 2 voices, 2 events, 0.0 -> 1.2\n")
+        self.assertEqual(done.stderr, b"zuna-convert: old.showdata: 2 songs, 2 voices, 2 events, 0.0 -> 1.2, "
+                                      b'named "My Show" by its log\n')
         self.assertEqual(done.stdout, b"")
         info = json.loads(self.run_tool("info", "--json", "out").stdout)
         self.assertEqual((info["fileVersion"], info["showName"]), ("1.2", "My Show"))
@@ -64,8 +65,18 @@ class UpTest(WithShows):
             '"Drum Kit"',
             "zuna-convert: odd: 1 song gave way to a later song of the same number",
             "zuna-convert: odd: 4 bytes after the last song are not kept",
-            "zuna-convert: odd: 2 songs, 3 voices, 4 events, 0.0 -> 1.2",
+            'zuna-convert: odd: 2 songs, 3 voices, 4 events, 0.0 -> 1.2, named "My Show" by its log',
         ])
+
+    def test_names_the_song_that_cannot_be_converted(self):
+        stray = legacy_song("8").replace(b"\x00\x00\x00\x00\x90\x3c\x64\x01", b"\x00\x00\x00\x00\x90\x3c\x64\xff")
+        for song, message in ((stray, "There is no voice track with number 255 (a message belongs to it)"),
+                              (legacy_song("8", tempos=()), "Expected RTempo event on first iteration! (the first "
+                                                            "meter has no tempo)")):
+            self.encrypt("bad", legacy_show(legacy_song("7"), song))
+            for command in (["up", "bad", "-o", "out", "--companion", "old.logdata"],
+                            ["midi", "export", "bad", "--out-dir", "."]):
+                self.refuse(*command, code=BAD_INPUT, message=f"bad: song 8: {message}; {UNDAMAGED}")
 
     def test_refuses_damaged_legacy_shows(self):
         good = legacy_show(legacy_song())
@@ -139,7 +150,14 @@ class DownTest(WithShows):
             document["songs"][0]["voices"][0]["messages"] = []
 
         def no_meters(document):
-            document["songs"][0]["timeline"]["meters"] = []
+            document["songs"][1]["timeline"]["meters"] = []
+
+        def no_tempos(document):
+            document["songs"][1]["timeline"]["tempos"] = []
+
+        def many_voices(document):
+            voice = document["songs"][0]["voices"][0]
+            document["songs"][0]["voices"] = [{**voice, "trackNumber": i} for i in range(1, 241)]
 
         def long_name(document):
             document["songs"][0]["songName"] = "x" * 256
@@ -161,17 +179,25 @@ class DownTest(WithShows):
         self.refuse_document(long_number,
                              "the number of a song has 256 bytes, and format 0.0 holds 255; shorten it")
         self.refuse_document(many_songs, "has 256 songs, and format 0.0 holds 255; split the show")
-        document = json.loads(self.convert_to_text())
-        no_meters(document)
-        self.encrypt("meterless", json.dumps(document).encode())
-        done = self.run_tool("down", "meterless", "-o", "out", code=BAD_INPUT)
-        self.assertRegex(done.stderr, b"^zuna-convert: meterless: .*meter")
+        self.refuse_document(no_meters, "song 10: A timeline without meters cannot be converted: add a meter at "
+                                        "its start; edit its text form")
+        self.refuse_document(no_tempos, "song 10: Expected RTempo event on first iteration! (the first meter has "
+                                        "no tempo); add a tempo at the song's start (edit its text form)")
+        self.refuse_document(many_voices, "song 2: track_count() greater than 241 cannot be converted.; remove "
+                                          "voices, format 0.0 holds 239 besides drums")
 
     def test_refuses_legacy_shows(self):
         message = ("old.showdata: is no show of version 1.0 or higher (its version reads as 0.0); use up for a "
                    "show of version 0.0")
         self.refuse("down", "old.showdata", "-o", "out", code=BAD_INPUT, message=message)
         self.refuse("convert", "old.showdata", "-o", "out", code=BAD_INPUT, message=message)
+
+    def test_does_not_suggest_up_for_what_is_no_show(self):
+        for content in (b"", b"hello", legacy_show(legacy_song())[:-1]):
+            self.encrypt("bad", content)
+            for command in ("down", "convert"):
+                self.refuse(command, "bad", "-o", "out", code=BAD_INPUT,
+                            message="bad: is no show of any version; give an undamaged show")
 
 
 class ConvertTest(WithShows):
@@ -203,6 +229,24 @@ class ConvertTest(WithShows):
                             ["up", name, "-o", "out", "--companion", "old.logdata"]):
                 self.refuse(*command, code=BAD_INPUT,
                             message=f"{name}: is a log, and this command takes shows; give a show")
+
+    def test_tells_what_is_wrong_with_a_text_that_hides_its_version(self):
+        for content in (b'{"fileVersion": "2.0", "showName": "", "songs": []}', b'\xef\xbb\xbf{"kind": "showdata"}',
+                        b' \n{"kind": "showdata"}', b'{/* a show */ "kind": "showdata"}', b"{"):
+            self.encrypt("text", content)
+            for command in (["convert", "text", "-o", "out"], ["down", "text", "-o", "out"], ["info", "text"],
+                            ["up", "text", "-o", "out", "--companion", "old.logdata"]):
+                done = self.run_tool(*command, code=BAD_INPUT)
+                self.assertRegex(done.stderr, rb"^zuna-convert: text: .* \(at byte \d+\)")
+                self.assertNotIn(b"use up", done.stderr)
+
+    def test_takes_a_legacy_show_of_123_songs(self):
+        content = legacy_show(*(legacy_song(str(i)) for i in range(ord("{"))))
+        self.assertEqual(content[:1], b"{")
+        self.run_tool("encrypt", "-", "-o", "many", stdin=content)
+        self.run_tool("up", "many", "-o", "out", "--companion", "old.logdata")
+        self.assertIn(b"is no show of version 1.0 or higher (its version reads as 0.0); use up",
+                      self.run_tool("down", "many", "-o", "old", code=BAD_INPUT).stderr)
 
     def test_refuses_an_edited_text_with_its_place(self):
         self.run_tool("convert", "new.showdata", "-o", "text", "--to", "2.0")

@@ -10,7 +10,8 @@ import unittest
 TOOL = os.environ["ZUNA_CONVERT"]
 
 # The exit codes.
-DONE, USAGE, REFUSED, BAD_INPUT, WRONG_KEY, IO, PART_FAILED, INTERRUPTED = 0, 2, 3, 4, 5, 6, 7, 130
+DONE, USAGE, REFUSED, BAD_INPUT, WRONG_KEY, IO, PART_FAILED = 0, 2, 3, 4, 5, 6, 7
+INTERRUPTED, CLOSED_PIPE = 130, 141
 
 
 class ToolTest(unittest.TestCase):
@@ -64,7 +65,7 @@ class ToolTest(unittest.TestCase):
         return self.run_tool("decrypt", name, "-o", "-").stdout
 
     def encrypt(self, name, content):
-        self.run_tool("encrypt", "-", "-o", name, stdin=content)
+        self.run_tool("encrypt", "-", "-o", name, "--force", stdin=content)
         return name
 
 

@@ -25,6 +25,19 @@ class UsageTest(WithShows):
             done = self.run_tool(*arguments, code=USAGE)
             self.assertRegex(done.stderr, b"^zuna-convert: command line: .*; .*\n$")
 
+    def test_the_help_of_every_command_tells_the_shared_options(self):
+        for command in (["up"], ["down"], ["convert"], ["info"], ["encrypt"], ["decrypt"], ["midi", "import"],
+                        ["midi", "export"]):
+            shown = self.run_tool(*command, "--help").stdout
+            for option in (b"--key-file FILE", b"--quiet"):
+                self.assertIn(option, shown)
+
+    def test_shared_options_stand_anywhere(self):
+        for arguments in (["--quiet", "down", "new.showdata"], ["down", "--quiet", "new.showdata"]):
+            self.assertEqual(self.run_tool(*arguments, "-o", "-").stderr, b"")
+        self.write("song.mid", b"")
+        self.run_tool("midi", "--key-file", "none", "import", "song.mid", "-o", "out", code=IO)
+
     def test_names_words_that_are_not_known(self):
         for arguments, word in ((["dwon", "new.showdata"], "dwon"),
                                 (["down", "new.showdata", "--ouptut", "out"], "--ouptut")):

@@ -36,6 +36,7 @@ TEST(FileNames, AreCleanAndShort) {
   EXPECT_EQ(names.Make("..", "/etc"), "_. _etc.mid");
   EXPECT_EQ(names.Make("", ""), "song.mid");
   EXPECT_EQ(names.Make("2", std::string("a\0\n\x7F\\:b\xFF", 8)), "2 a_____b_.mid");
+  EXPECT_EQ(names.Make("4", "Who? *\"Me\"* <1|2>"), "4 Who_ __Me__ _1_2_.mid");
   EXPECT_LE(names.Make("3", std::string(5000, 'x')).size(), 255U);
   EXPECT_LE(names.Make("3", std::string(5000, 'x')).size(), 255U);
 }

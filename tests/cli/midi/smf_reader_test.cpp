@@ -142,9 +142,11 @@ TEST(SmfReader, RefusesTruncatedFiles) {
   EXPECT_EQ(ErrorOf(Header(0, 1) + B("MTrk\xFF\xFF\xFF\xFF\x00")),
             "truncated: 4294967295 bytes needed, 1 left (offset 22)" + Damaged());
   EXPECT_EQ(ErrorOf(Header(1, 2) + TrackChunk(End()) + "MTr"),
-            "truncated: the header promises 2 tracks, and only 1 are whole (offset 26)" + Damaged());
-  EXPECT_EQ(ErrorOf(Header(1, 2) + TrackChunk(End())),
-            "truncated: the header promises 2 tracks, and only 1 are whole (offset 26)" + Damaged());
+            "truncated: the header promises 2 tracks, and the file has 1 (offset 26); get a complete copy of "
+            "the file");
+  EXPECT_EQ(ErrorOf(Header(1, 3) + TrackChunk(End())),
+            "truncated: the header promises 3 tracks, and the file has 1 (offset 26); get a complete copy of "
+            "the file");
 }
 
 TEST(SmfReader, RefusesDamagedTracks) {
