@@ -26,7 +26,10 @@ void AddCommands(CLI::App& app, Context& context) {
   AddUpCommand(app, context);
   AddDownCommand(app, context);
   AddConvertCommand(app, context);
+  AddCopyFermatasCommand(app, context);
   AddInfoCommand(app, context);
+  AddPrintCommand(app, context);
+  AddListCommand(app, context);
   AddEncryptCommand(app, context);
   AddDecryptCommand(app, context);
   CLI::App* midi = app.add_subcommand("midi", "Standard MIDI Files");
@@ -58,7 +61,8 @@ ExitCode ReportParse(const CLI::App& app, const CLI::ParseError& error) {
 
 ExitCode Run(int argc, char** argv) {
   Context context;
-  CLI::App app("Converts show files between format 0.0, the current versions and MIDI.", "zuna-convert");
+  CLI::App app("Converts show and log files between format 0.0, the current versions and MIDI.",
+               "zuna-convert");
   try {
     AddCommands(app, context);
     try {

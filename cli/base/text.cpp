@@ -1,5 +1,6 @@
 #include "cli/base/text.h"
 
+#include <algorithm>
 #include <cstdint>
 
 #include "kit/format.h"
@@ -73,6 +74,17 @@ std::string Printable(std::string_view text) {
       out += character;
     }
     text.remove_prefix(character.size());
+  }
+  return out;
+}
+
+std::string PrintableLines(std::string_view text) {
+  std::string out;
+  while (!text.empty()) {
+    const std::size_t length = std::min(text.find_first_of("\n\t"), text.size());
+    out += Printable(text.substr(0, length));
+    if (length < text.size()) out += text[length];
+    text.remove_prefix(std::min(length + 1, text.size()));
   }
   return out;
 }

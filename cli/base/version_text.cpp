@@ -25,9 +25,10 @@ std::optional<cmn::FileVersion> ParseVersion(std::string_view text) {
   return cmn::FileVersion{*major, *minor};
 }
 
-std::string WritableVersionsText() {
+std::string WritableVersionsText(const cmn::FileVersion& first) {
   std::string text;
   for (const cmn::FileVersion& version : kWritableVersions) {
+    if (version < first) continue;
     if (!text.empty()) text += version == kWritableVersions.back() ? " or " : ", ";
     text += VersionText(version);
   }

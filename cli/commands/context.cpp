@@ -1,6 +1,7 @@
 #include "cli/commands/context.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include "cli/base/file_io.h"
 #include "cli/base/key_file.h"
@@ -45,6 +46,12 @@ void RequireUsableInputs(const std::vector<std::string>& inputs) {
   }
 }
 
+void RequireFolder(const std::string& path, const std::string& remedy) {
+  std::error_code ignored;
+  if (std::filesystem::is_directory(path, ignored)) return;
+  throw Failure(ExitCode::kIo, path, "is not a folder; " + remedy);
+}
+
 void AddSharedOptions(CLI::App& app, Context& context) {
   app.add_option("--key-file", context.key_file, "The file with the key and IV")->type_name("FILE");
   app.add_flag("--quiet", context.quiet, "Tell nothing but errors");
@@ -78,6 +85,14 @@ void AddTarget(CLI::App& command, cmn::FileVersion& version) {
           "The version of the output: " + WritableVersionsText() + "; " + kDefaultVersion + " unless given")
       ->type_name("VERSION")
       ->check(CLI::Validator(CheckTarget, ""));
+}
+
+void RequireLogVersion(const cmn::FileVersion& version) {
+  constexpr cmn::FileVersion kFirst = kWritableVersions[1];
+  if (version >= kFirst) return;
+  throw Failure(
+      ExitCode::kUsage, "command line",
+      "--to: logs have no version " + VersionText(version) + "; give " + WritableVersionsText(kFirst));
 }
 
 }  // namespace zuna_cli

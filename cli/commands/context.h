@@ -41,6 +41,9 @@ void AddInput(CLI::App& command, std::string& input);
 void AddOutput(CLI::App& command, Output& output);
 void AddTarget(CLI::App& command, cmn::FileVersion& version);
 
+/// Throws Failure (kUsage) for a version that logs are not written at.
+void RequireLogVersion(const cmn::FileVersion& version);
+
 /// The paths of a command that makes one file of another.
 struct Paths {
   std::string input;
@@ -54,10 +57,16 @@ CLI::App* AddFileCommand(CLI::App& app, Context& context, const std::string& nam
 /// Throws Failure (kUsage) where one of `inputs` is empty, or more than one of them is "-".
 void RequireUsableInputs(const std::vector<std::string>& inputs);
 
+/// Throws Failure (kIo) unless a folder is at `path`.
+void RequireFolder(const std::string& path, const std::string& remedy);
+
 /// Each adds its command to the tool.
 void AddUpCommand(CLI::App& app, Context& context);
 void AddDownCommand(CLI::App& app, Context& context);
 void AddConvertCommand(CLI::App& app, Context& context);
+void AddCopyFermatasCommand(CLI::App& app, Context& context);
+void AddListCommand(CLI::App& app, Context& context);
+void AddPrintCommand(CLI::App& app, Context& context);
 void AddEncryptCommand(CLI::App& app, Context& context);
 void AddDecryptCommand(CLI::App& app, Context& context);
 void AddInfoCommand(CLI::App& app, Context& context);

@@ -3,7 +3,7 @@
 
 #include "cli/base/tally.h"
 #include "cli/commands/context.h"
-#include "cli/shows/show_file.h"
+#include "cli/files/input_file.h"
 
 namespace zuna_cli {
 

@@ -6,10 +6,9 @@
 #include "cli/base/file_io.h"
 #include "cli/base/tally.h"
 #include "cli/commands/context.h"
-#include "cli/shows/show_file.h"
-#include "cli/shows/text_form.h"
+#include "cli/files/file_type.h"
+#include "cli/files/text_form.h"
 #include "cmn/data_error.h"
-#include "cmn/version_probe.h"
 #include "zuna_sec/cipher_stream.h"
 #include "zuna_sec/errors.h"
 
@@ -35,16 +34,13 @@ bool IsEncrypted(const std::vector<std::uint8_t>& bytes) {
   return true;
 }
 
-/// Reads a show's text form once, so that an error in it is found where it can be corrected.
-void RequireReadableText(std::string_view text, const std::string& name) {
+/// Reads a text form once, so that an error in it is found where it can be corrected.
+void RequireCorrectText(std::string_view text, const std::string& name) {
   if (!BeginsLikeTextForm(text)) return;
   std::istringstream stream{std::string(text)};
-  if (cmn::get_logdata_version(stream) != cmn::FileVersion{}) return;
   try {
-    const zuna_midi::ShowData show(stream);
+    RequireReadableText(stream, name);
   } catch (const cmn::DataError& error) {
-    if (IsLegacyShow(stream)) return;
-    if (text.front() != '{') throw Failure(ExitCode::kBadInput, name, kNotAtStart);
     throw Failure(ExitCode::kBadInput, name, error.what() + std::string("; correct the text"));
   }
 }
@@ -53,7 +49,7 @@ void CheckPlaintext(const std::vector<std::uint8_t>& bytes, const std::string& n
   if (IsEncrypted(bytes)) {
     throw Failure(ExitCode::kRefused, name, "is encrypted already; give --force to encrypt it again");
   }
-  OnFile(name, [&] { RequireReadableText(AsText(bytes), name); });
+  OnFile(name, [&] { RequireCorrectText(AsText(bytes), name); });
 }
 
 void Run(const Paths& paths, Context& context) {

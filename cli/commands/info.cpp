@@ -4,6 +4,9 @@
 #include "cli/base/messages.h"
 #include "cli/base/text.h"
 #include "cli/commands/context.h"
+#include "cli/files/file_type.h"
+#include "cli/logs/log_file.h"
+#include "cli/logs/log_info.h"
 #include "cli/shows/show_file.h"
 #include "cli/shows/show_info.h"
 
@@ -16,9 +19,7 @@ struct Options {
   bool json = false;
 };
 
-ShowInfo InfoOf(const std::string& path, const CipherKey& key) {
-  InputFile file(path, key);
-  const cmn::FileVersion version = ShowVersion(file);
+ShowInfo ShowInfoOf(InputFile& file, const cmn::FileVersion& version) {
   if (version == cmn::FileVersion{}) {
     return {file.name(), version, std::nullopt, SongInfosOf(ReadLegacyShow(file).show)};
   }
@@ -26,14 +27,22 @@ ShowInfo InfoOf(const std::string& path, const CipherKey& key) {
   return {file.name(), version, show.show_name, SongInfosOf(show)};
 }
 
+std::string InfoOf(const std::string& path, const CipherKey& key, bool json) {
+  InputFile file(path, key);
+  const FileType type = TypeOf(file);
+  const auto text = [&](const auto& info) { return json ? InfoJson(info) : InfoText(info); };
+  if (type.is_log()) return text(LogInfo{file.name(), type.version, ReadAnyLog(file)});
+  return text(ShowInfoOf(file, type.version));
+}
+
 /// Tells about all inputs; goes on past those that fail, and sets the exit code then.
 std::string InfoOfAll(const Options& options, const CipherKey& key, Context& context) {
   std::string text;
   for (const std::string& path : options.inputs) {
     try {
-      const ShowInfo info = InfoOf(path, key);
+      const std::string info = InfoOf(path, key, options.json);
       if (options.json && !text.empty()) text += ",\n ";
-      text += options.json ? InfoJson(info) : InfoText(info);
+      text += info;
     } catch (const Failure& failure) {
       if (options.inputs.size() == 1) throw;
       PrintError(failure);
@@ -54,7 +63,8 @@ void Run(const Options& options, Context& context) {
 
 void AddInfoCommand(CLI::App& app, Context& context) {
   CLI::App* command = app.add_subcommand(
-      "info", "Tell the version, name, songs and counts of shows; several inputs go on past bad ones");
+      "info",
+      "Tell the version, name, songs and counts of shows and logs; several inputs go on past bad ones");
   AddSharedOptions(*command, context);
   const auto options = std::make_shared<Options>();
   command->add_option("IN", options->inputs, "The input files; - for standard input")->required();

@@ -7,7 +7,6 @@
 #include "cli/midi/file_names.h"
 #include "cli/midi/smf_writer.h"
 #include "cli/shows/show_conversion.h"
-#include "cli/shows/show_file.h"
 #include "kit/path.h"
 
 namespace zuna_cli {
@@ -26,11 +25,6 @@ struct MidiFile {
   std::string path;
   std::string bytes;
 };
-
-zuna_midi::ShowData ReadAnyShow(InputFile& file) {
-  if (ShowVersion(file) != cmn::FileVersion{}) return ReadCurrentShow(file);
-  return ToCurrent(ReadLegacyShow(file).show, file.name());
-}
 
 MidiFile ExportOne(const zuna_midi::SongData& song, const std::string& path, const std::string& input,
                    Context& context) {
@@ -84,10 +78,7 @@ void WriteAll(const std::vector<MidiFile>& files) {
 
 void Run(const Options& options, Context& context) {
   RequireUsableInputs({options.input});
-  std::error_code ignored;
-  if (!std::filesystem::is_directory(options.folder, ignored)) {
-    throw Failure(ExitCode::kIo, options.folder, "is not a folder; create it first");
-  }
+  RequireFolder(options.folder, "create it first");
   const std::vector<MidiFile> files = ExportAll(options, context);
   WriteAll(files);
   context.Note(options.folder, Counted(files.size(), "MIDI file", "MIDI files") + " written");

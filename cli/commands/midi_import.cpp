@@ -6,10 +6,10 @@
 #include "cli/base/file_io.h"
 #include "cli/base/version_text.h"
 #include "cli/commands/context.h"
+#include "cli/files/encrypted_output.h"
 #include "cli/midi/import.h"
 #include "cli/midi/smf_reader.h"
 #include "cli/shows/show_info.h"
-#include "cli/shows/show_output.h"
 
 namespace zuna_cli {
 
@@ -88,7 +88,7 @@ void Run(const Options& options, Context& context) {
   for (std::size_t i = 0; i < numbers.size(); ++i) {
     show.AddSongData(ImportFile(options.inputs[i], numbers[i], context));
   }
-  WriteShow(show, options.version, key, options.output);
+  WriteEncrypted(options.output, key, [&](std::ostream& os) { show.WriteBinary(os, options.version); });
   context.Note(OutputName(options.output.path),
                CountsText(SongInfosOf(show)) + ", MIDI -> " + VersionText(options.version));
 }

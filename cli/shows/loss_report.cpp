@@ -2,8 +2,7 @@
 
 #include <map>
 
-#include "cli/base/tally.h"
-#include "cli/shows/loss_list.h"
+#include "cli/base/loss_list.h"
 #include "cli/shows/timeline_losses.h"
 
 namespace zuna_cli {
@@ -90,10 +89,6 @@ std::vector<Loss> DownLosses(const zuna_midi::ShowData& show, const version0::Sh
     AddSongLosses(*song, old_form, *old_form.get_version_1_0(), losses);
   }
   return losses.Take();
-}
-
-std::string LossText(const Loss& loss) {
-  return Counted(loss.count, loss.one, loss.many) + " (" + loss.first + ")";
 }
 
 }  // namespace zuna_cli

@@ -5,6 +5,8 @@
 #include <string_view>
 
 #include "cli/base/errors.h"
+#include "cli/files/file_type.h"
+#include "cli/shows/show_file.h"
 
 namespace zuna_cli {
 
@@ -75,6 +77,11 @@ version0::ShowData ToLegacy(const zuna_midi::ShowData& show, const std::string& 
       throw;
     }
   });
+}
+
+zuna_midi::ShowData ReadAnyShow(InputFile& file) {
+  if (RequireShow(file) != cmn::FileVersion{}) return ReadCurrentShow(file);
+  return ToCurrent(ReadLegacyShow(file).show, file.name());
 }
 
 }  // namespace zuna_cli

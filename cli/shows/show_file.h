@@ -1,41 +1,15 @@
 #pragma once
 
-#include <memory>
-#include <optional>
-#include <string>
+#include <cstddef>
+#include <iosfwd>
 
-#include "cmn/file_version.h"
+#include "cli/files/input_file.h"
 #include "format_converter/version0/show_data.h"
 #include "zuna_midi/show_data.h"
-#include "zuna_sec/cipher_key.h"
-#include "zuna_sec/cipher_stream.h"
 
 namespace zuna_cli {
 
-/// A decrypted input file.
-class InputFile {
- public:
-  /// Decrypts the file at `path`, or standard input for "-". Throws Failure.
-  InputFile(const std::string& path, const CipherKey& key);
-
-  /// What messages call it.
-  const std::string& name() const { return name_; }
-  std::iostream& stream() { return cipher_->GetStream(); }
-
- private:
-  std::string name_;
-  std::unique_ptr<zuna_sec::TwoFishCipherStream> cipher_;
-};
-
-/// The version of the show in `file`. Throws Failure (kBadInput) where it is a log, or a text form whose
-/// version cannot be told.
-cmn::FileVersion ShowVersion(InputFile& file);
-
-/// Throws Failure (kBadInput) unless `file` is a legacy, respectively current, show.
-void RequireLegacyShow(InputFile& file);
-cmn::FileVersion RequireCurrentShow(InputFile& file);
-
-/// Whether a legacy show can be read from the beginning of `stream`, which is put back there.
+/// Whether the stream holds a legacy show that can be read; the stream is at its beginning then.
 bool IsLegacyShow(std::istream& stream);
 
 /// A legacy show, and what its file has that the show has not.
@@ -48,8 +22,5 @@ struct LegacyShow {
 /// Reads the show in `file`. Throws Failure.
 LegacyShow ReadLegacyShow(InputFile& file);
 zuna_midi::ShowData ReadCurrentShow(InputFile& file);
-
-/// The show name that the legacy log at `path`, encrypted or plain, tells. Throws Failure.
-std::string ReadCompanionShowName(const std::string& path, const CipherKey& key);
 
 }  // namespace zuna_cli

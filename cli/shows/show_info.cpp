@@ -1,8 +1,6 @@
 #include "cli/shows/show_info.h"
 
-#include <algorithm>
-#include <array>
-
+#include "cli/base/table.h"
 #include "cli/base/tally.h"
 #include "cli/base/text.h"
 #include "cli/base/version_text.h"
@@ -11,35 +9,10 @@ namespace zuna_cli {
 
 namespace {
 
-using Row = std::array<std::string, 9>;
-
-Row RowOf(const SongInfo& song) {
+std::vector<std::string> RowOf(const SongInfo& song) {
   return {Printable(song.number),      Printable(song.name),        std::to_string(song.division),
           std::to_string(song.length), std::to_string(song.voices), std::to_string(song.events),
           std::to_string(song.bars),   std::to_string(song.tempos), std::to_string(song.meters)};
-}
-
-/// The number of characters, for alignment.
-std::size_t Width(std::string_view text) {
-  const auto begins = [](char byte) { return (static_cast<std::uint8_t>(byte) & 0xC0) != 0x80; };
-  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), begins));
-}
-
-/// The first two columns to the left, the numbers to the right.
-std::string Table(const std::vector<Row>& rows) {
-  std::array<std::size_t, std::tuple_size_v<Row>> widths{};
-  for (const Row& row : rows) {
-    for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], Width(row[i]));
-  }
-  std::string text;
-  for (const Row& row : rows) {
-    for (std::size_t i = 0; i < row.size(); ++i) {
-      const std::string padding(widths[i] - Width(row[i]), ' ');
-      text += "  " + (i < 2 ? row[i] + padding : padding + row[i]);
-    }
-    text += '\n';
-  }
-  return text;
 }
 
 }  // namespace
@@ -85,10 +58,10 @@ std::string InfoText(const ShowInfo& info) {
   if (info.show_name) text += ", \"" + Printable(*info.show_name) + '"';
   text += ", " + CountsText(info.songs) + '\n';
   if (info.songs.empty()) return text;
-  std::vector<Row> rows = {
-      {"number", "name", "division", "length", "voices", "events", "bars", "tempos", "meters"}};
-  for (const SongInfo& song : info.songs) rows.push_back(RowOf(song));
-  return text + Table(rows);
+  Table table("<<>>>>>>>",
+              {"number", "name", "division", "length", "voices", "events", "bars", "tempos", "meters"});
+  for (const SongInfo& song : info.songs) table.Add(RowOf(song));
+  return text + table.ToString();
 }
 
 std::string InfoJson(const ShowInfo& info) {

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "TL/timeline.h"
-#include "cli/shows/loss_list.h"
+#include "cli/base/loss_list.h"
 
 namespace zuna_cli {
 

@@ -78,10 +78,11 @@ class EnvelopeTest(WithShows):
     def test_tells_other_kinds_of_files(self):
         for content, message in ((b"MThd\0\0\0\6", "is a MIDI file; use midi import"),
                                  (b"{}", "is plain text; use encrypt first"),
+                                 (legacy_log(), "is a plain log; use encrypt first"),
                                  (b"\xef\xbb\xbf\r\n\t {", "is plain text; use encrypt first")):
             self.write("other", content)
             for command in (["info", "other"], ["convert", "other", "-o", "out"], ["decrypt", "other", "-o", "out"],
-                            ["up", "old.showdata", "-o", "out", "--companion", "other"]):
+                            ["up", "other", "-o", "out", "--companion", "old.logdata"]):
                 self.refuse(*command, code=BAD_INPUT, message="other: " + message)
 
     def test_gives_back_any_bytes(self):
@@ -122,8 +123,9 @@ class EnvelopeTest(WithShows):
         self.refuse("encrypt", "-", "-o", "new", stdin=b"\xef\xbb\xbf" + good, code=BAD_INPUT,
                     message="standard input: a byte order mark or blanks stand before the text (at byte 0); remove "
                             'them, so that "{" comes first')
-        log = b'{"kind": "logdata", "fileVersion": "2.0", "showName": ""}'
-        self.run_tool("encrypt", "-", "-o", "log", stdin=log)
+        for log in (b'{"kind": "logdata", "fileVersion": "2.0", "showName": ""}', b'{"kind": "logdata"}'):
+            done = self.run_tool("encrypt", "-", "-o", "log", stdin=log, code=BAD_INPUT)
+            self.assertRegex(done.stderr, rb"^zuna-convert: standard input: .* is missing \(at byte \d+\); correct")
 
     def test_is_a_filter(self):
         show = self.read("new.showdata")

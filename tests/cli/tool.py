@@ -1,5 +1,6 @@
 """Runs zuna-convert as a process, in a folder of its own, and knows how to make small inputs for it."""
 
+import json
 import os
 import shutil
 import struct
@@ -10,7 +11,7 @@ import unittest
 TOOL = os.environ["ZUNA_CONVERT"]
 
 # The exit codes.
-DONE, USAGE, REFUSED, BAD_INPUT, WRONG_KEY, IO, PART_FAILED = 0, 2, 3, 4, 5, 6, 7
+DONE, NEGATIVE, USAGE, REFUSED, BAD_INPUT, WRONG_KEY, IO, PART_FAILED, NOTHING_MATCHED = range(9)
 INTERRUPTED, CLOSED_PIPE = 130, 141
 
 
@@ -101,9 +102,25 @@ def legacy_show(*songs):
     return bytes([len(songs)]) + b"".join(songs)
 
 
-def legacy_log(show_name="My Show"):
-    """A legacy log without song logs."""
-    body = bytes(16) + text("label") + text(show_name) + bytes(4)  # identifier, label, show name, tag pair
+def paired(code, start, end, value):
+    """A legacy paired event: event code (1), length (2), start, end, value (a byte, or a float)."""
+    number = struct.pack("<f", value) if isinstance(value, float) else struct.pack("<b", value)
+    return code + struct.pack("<HII", 8 + len(number), start, end) + number
+
+
+def legacy_song_log(number="1", name="Song", vamps=(), cuts=(), tempo_scales=(), caesuras=(), markers=()):
+    """A song log of 1920 ticks, with (start, end, value) of paired events, times, and (time, text) of markers."""
+    lists = sequence(b"B", [paired(b"B", *cut) for cut in cuts]) + sequence(b"@", [paired(b"@", *v) for v in vamps])
+    lists += sequence(b"A", []) + sequence(b"L", [])
+    lists += sequence(b"D", [paired(b"D", *scale) for scale in tempo_scales]) + sequence(b"C", [])
+    lists += sequence(b"N", [b"N" + struct.pack("<HI", 4, time) for time in caesuras])
+    lists += sequence(b"E", [struct.pack("<I", time) + text(title) for time, title in markers])
+    return struct.pack("<I", len(lists) - 4) + text(number) + text(name) + struct.pack("<I", 1920) + lists
+
+
+def legacy_log(*songs, show_name="My Show"):
+    """A legacy log: magic (4), length (4), identifier (16), label, show name, tag pair (2 + 2), song logs."""
+    body = bytes(range(16)) + text("label") + text(show_name) + struct.pack("<HH", 3, 4) + b"".join(songs)
     return b"ZUNA" + struct.pack("<I", len(body)) + body
 
 
@@ -135,3 +152,28 @@ class WithShows(ToolTest):
         self.encrypt("old.showdata", legacy_show(legacy_song("2", "Two"), legacy_song("10", "Ten")))
         self.write("old.logdata", legacy_log())
         self.run_tool("up", "old.showdata", "-o", "new.showdata", "--companion", "old.logdata")
+
+
+class WithLogs(WithShows):
+    """Tests that have a legacy log with edits and its current form as well."""
+
+    def setUp(self):
+        super().setUp()
+        self.encrypt("old.log", legacy_log(
+            legacy_song_log("10", "Ten", caesuras=[240], markers=[(0, "A"), (480, "B")]),
+            legacy_song_log("2", "Two", vamps=[(0, 480, 2), (480, 960, -3)], tempo_scales=[(0, 960, 1.5)])))
+        self.run_tool("up", "old.log", "-o", "new.log", "--companion", "old.showdata")
+
+    def log_document(self, name="new.log"):
+        """The log as its text form holds it."""
+        self.run_tool("convert", name, "-o", "document", "--to", "2.0")
+        document = json.loads(self.plaintext("document"))
+        os.remove(self.path("document"))
+        return document
+
+    def write_log(self, name, document, version="1.2"):
+        """Writes the log of a document."""
+        self.run_tool("encrypt", "-", "-o", "document", stdin=json.dumps(document).encode())
+        self.run_tool("convert", "document", "-o", name, "--to", version, "--force")
+        os.remove(self.path("document"))
+        return name

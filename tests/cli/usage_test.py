@@ -26,7 +26,8 @@ class UsageTest(WithShows):
             self.assertRegex(done.stderr, b"^zuna-convert: command line: .*; .*\n$")
 
     def test_the_help_of_every_command_tells_the_shared_options(self):
-        for command in (["up"], ["down"], ["convert"], ["info"], ["encrypt"], ["decrypt"], ["midi", "import"],
+        for command in (["up"], ["down"], ["convert"], ["info"], ["encrypt"], ["decrypt"], ["copy-fermatas"], ["list"],
+                        ["print"], ["midi", "import"],
                         ["midi", "export"]):
             shown = self.run_tool(*command, "--help").stdout
             for option in (b"--key-file FILE", b"--quiet"):
@@ -57,7 +58,8 @@ class UsageTest(WithShows):
 
     def test_reports_missing_inputs(self):
         for command in (["convert", "none", "-o", "out"], ["decrypt", "none", "-o", "out"],
-                        ["encrypt", "none", "-o", "out"], ["info", "none"],
+                        ["encrypt", "none", "-o", "out"], ["info", "none"], ["print", "none"], ["list", "none"],
+                        ["copy-fermatas", "none", "new.showdata"],
                         ["midi", "import", "none", "-o", "out"]):
             done = self.run_tool(*command, code=IO)
             self.assertRegex(done.stderr, b"^zuna-convert: none: .*; .*\n$")

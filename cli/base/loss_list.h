@@ -1,12 +1,29 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "cli/shows/loss_report.h"
+#include "cli/base/tally.h"
 
 namespace zuna_cli {
+
+/// One kind of thing that a conversion changes or drops.
+struct Loss {
+  std::string one;        ///< what it is called: "voice number"
+  std::string many;       ///< and when there are more of it: "voice numbers"
+  std::size_t count = 0;  ///< how many
+  std::string first;      ///< the first of them: "song 1: voice 12 becomes voice 2"
+
+  bool operator==(const Loss&) const = default;
+};
+
+/// "3 voice numbers (song 1: voice 12 becomes voice 2)"
+inline std::string LossText(const Loss& loss) {
+  return Counted(loss.count, loss.one, loss.many) + " (" + loss.first + ")";
+}
 
 /// Collects losses by kind. The text of the first one is made only when it is needed.
 class LossList {

@@ -1,4 +1,4 @@
-#include "cli/shows/legacy_limits.h"
+#include "cli/files/legacy_limits.h"
 
 #include <algorithm>
 
@@ -42,6 +42,19 @@ void RequireLegacyLimits(const zuna_midi::ShowData& show, const std::string& nam
                       std::to_string(kMaxSongs) + "; split the show");
   }
   for (const auto& [number, song] : show.songs()) RequireSongLimits(*song, name);
+}
+
+void RequireLegacyLimits(const CL::ChangeLog& log, const std::string& name) {
+  RequireShort(log.show_name, "the name of the show", name);
+  RequireShort(log.log_label, "the label of the log", name);
+  for (const auto& [number, song] : log.song_logs()) {
+    RequireShort(number, "the number of a song", name);
+    RequireShort(song->song_name, "the name of song " + number, name);
+    for (const CL::Marker& marker : song->markers->events) {
+      RequireShort(marker.text, "a marker at " + std::to_string(marker.position) + " of song " + number,
+                   name);
+    }
+  }
 }
 
 }  // namespace zuna_cli

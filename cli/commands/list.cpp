@@ -1,0 +1,85 @@
+#include <memory>
+#include <optional>
+
+#include "cli/base/file_io.h"
+#include "cli/base/messages.h"
+#include "cli/base/text.h"
+#include "cli/base/version_text.h"
+#include "cli/commands/context.h"
+#include "cli/files/file_type.h"
+#include "kit/listdir.h"
+#include "kit/path.h"
+
+namespace zuna_cli {
+
+namespace {
+
+constexpr const char* kExtension = ".showdata";
+
+struct Options {
+  std::string folder;
+  cmn::FileVersion from;
+  std::optional<cmn::FileVersion> below;
+
+  bool Matches(const cmn::FileVersion& version) const {
+    return from <= version && (!below || version < *below);
+  }
+};
+
+/// The line about every show that matches; goes on past files that cannot be read, and sets the exit code
+/// then.
+std::string ListShows(const Options& options, const CipherKey& key, Context& context) {
+  std::string text;
+  for (const std::string& name : kit::listdir(options.folder)) {
+    if (kit::path::extension(name) != kExtension) continue;
+    try {
+      InputFile file(kit::path::Join(options.folder, name), key);
+      const cmn::FileVersion version = RequireShow(file);
+      if (options.Matches(version)) text += Printable(name) + ": " + VersionText(version) + '\n';
+    } catch (const Failure& failure) {
+      PrintError(failure);
+      context.code = ExitCode::kPartFailed;
+    }
+  }
+  return text;
+}
+
+void Run(const Options& options, Context& context) {
+  RequireFolder(options.folder, "give the folder of the shows");
+  const std::string text = ListShows(options, context.Key(), context);
+  WriteStandardOutput(text);
+  if (!text.empty() || context.code != ExitCode::kDone) return;
+  throw Failure(ExitCode::kNothingMatched, options.folder,
+                std::string("has no show of these versions in a file whose name ends in \"") + kExtension +
+                    "\"; give another folder or range");
+}
+
+/// Adds an option for a version, which `take` gets.
+template <class Take>
+void AddVersion(CLI::App& command, const std::string& name, const std::string& description, Take&& take) {
+  const auto check = [](const std::string& text) {
+    return ParseVersion(text) ? "" : std::string("a version is MAJOR.MINOR, such as ") + kDefaultVersion;
+  };
+  command
+      .add_option_function<std::string>(
+          name, [take](const std::string& text) { take(*ParseVersion(text)); }, description)
+      ->type_name("VERSION")
+      ->check(CLI::Validator(check, ""));
+}
+
+}  // namespace
+
+void AddListCommand(CLI::App& app, Context& context) {
+  CLI::App* command = app.add_subcommand("list", "List the show files of a folder with their versions");
+  AddSharedOptions(*command, context);
+  const auto options = std::make_shared<Options>();
+  command->add_option("DIR", options->folder, "The folder; only names ending in .showdata are looked at")
+      ->required();
+  AddVersion(*command, "--from", "Only shows of this version and higher ones",
+             [options](const cmn::FileVersion& version) { options->from = version; });
+  AddVersion(*command, "--below", "Only shows of lower versions than this",
+             [options](const cmn::FileVersion& version) { options->below = version; });
+  command->callback([options, &context] { Run(*options, context); });
+}
+
+}  // namespace zuna_cli

@@ -1,0 +1,83 @@
+#include <memory>
+#include <optional>
+#include <sstream>
+
+#include "cli/base/file_io.h"
+#include "cli/base/text.h"
+#include "cli/commands/context.h"
+#include "cli/files/file_type.h"
+#include "cli/logs/log_file.h"
+#include "cli/shows/show_conversion.h"
+
+namespace zuna_cli {
+
+namespace {
+
+struct Options {
+  std::string input;
+  std::optional<std::string> song;
+};
+
+void PrintSong(const version0::SongLogV0& song, std::ostream& os) { song.write_string_detailed(os, 0); }
+
+void PrintSong(const std::shared_ptr<CL::SongLog>& song, std::ostream& os) {
+  song->WriteStringDetailed(os, 0);
+}
+
+/// The program changes, in the form of the library's own report.
+void PrintSong(const std::shared_ptr<zuna_midi::SongData>& song, std::ostream& os) {
+  os << "Song " << song->song_number << ": " << song->song_name << ":\n";
+  for (const auto& [number, voice] : song->voice_data->tracks()) {
+    os << "  " << voice->name << ":\n";
+    for (const auto& [time, message] : voice->messages) {
+      if ((message.status & 0xF0) != 0xC0) continue;
+      os << "    " << time << ": ";
+      message.WriteString(os);
+      os << '\n';
+    }
+  }
+}
+
+/// The song asked for, or all. Throws Failure (kNegative) where there is no such song.
+template <class Songs>
+std::string SongsText(const Songs& songs, const Options& options) {
+  std::ostringstream text;
+  std::string numbers;
+  bool found = !options.song;
+  for (const auto& [number, song] : songs) {
+    numbers += (numbers.empty() ? "" : ", ") + number;
+    if (options.song && number != *options.song) continue;
+    PrintSong(song, text);
+    found = true;
+  }
+  if (found) return text.str();
+  throw Failure(ExitCode::kNegative, InputName(options.input),
+                "has no song " + *options.song + "; its songs are " + (numbers.empty() ? "none" : numbers));
+}
+
+std::string TextOf(InputFile& file, const Options& options) {
+  const FileType type = TypeOf(file);
+  if (!type.is_log()) return SongsText(ReadAnyShow(file).songs(), options);
+  if (type.is_legacy()) return SongsText(ReadLegacyLog(file).log.songs, options);
+  return SongsText(ReadCurrentLog(file).song_logs(), options);
+}
+
+void Run(const Options& options, const Context& context) {
+  RequireUsableInputs({options.input});
+  InputFile file(options.input, context.Key());
+  WriteStandardOutput(PrintableLines(TextOf(file, options)));
+}
+
+}  // namespace
+
+void AddPrintCommand(CLI::App& app, Context& context) {
+  CLI::App* command =
+      app.add_subcommand("print", "Print the edits of a log, or the program changes of a show, as text");
+  AddSharedOptions(*command, context);
+  const auto options = std::make_shared<Options>();
+  AddInput(*command, options->input);
+  command->add_option("--song", options->song, "Only the song of this number")->type_name("NUMBER");
+  command->callback([options, &context] { Run(*options, context); });
+}
+
+}  // namespace zuna_cli

@@ -1,0 +1,124 @@
+"""list and print of zuna-convert."""
+
+import os
+import unittest
+
+from tool import (BAD_INPUT, IO, NEGATIVE, NOTHING_MATCHED, PART_FAILED, USAGE, WithLogs, legacy_log, legacy_show,
+                  legacy_song, legacy_song_log)
+
+
+class ListTest(WithLogs):
+    def setUp(self):
+        super().setUp()
+        os.mkdir(self.path("shows"))
+        for version in ("1.0", "1.1", "1.2", "2.0"):
+            self.run_tool("convert", "new.showdata", "-o", f"shows/{version}.showdata", "--to", version)
+        self.encrypt("shows/0.showdata", legacy_show(legacy_song()))
+        for name in ("upper.SHOWDATA", "more.showdata.bak", "log.logdata"):
+            self.write("shows/" + name, "is not looked at")
+
+    def listed(self, *options, **more):
+        return self.run_tool("list", "shows", *options, **more).stdout.decode().splitlines()
+
+    def test_lists_shows_by_version(self):
+        everything = ["0.showdata: 0.0", "1.0.showdata: 1.0", "1.1.showdata: 1.1", "1.2.showdata: 1.2",
+                      "2.0.showdata: 2.0"]
+        self.assertEqual(self.listed(), everything)
+        self.assertEqual(self.listed("--from", "1.0", "--below", "1.2"), everything[1:3])
+        self.assertEqual(self.listed("--from", "1.1"), everything[2:])
+        self.assertEqual(self.listed("--below", "1.0"), everything[:1])
+
+    def test_says_when_nothing_matches(self):
+        message = ('shows: has no show of these versions in a file whose name ends in ".showdata"; give another folder '
+                   "or range")
+        self.refuse("list", "shows", "--from", "3.0", code=NOTHING_MATCHED, message=message)
+        self.refuse("list", "shows", "--from", "1.2", "--below", "1.2", code=NOTHING_MATCHED, message=message)
+
+    def test_goes_on_past_files_that_it_cannot_read(self):
+        self.write("shows/bad.showdata", "bad")
+        self.encrypt("shows/noise.showdata", b"noise")
+        self.encrypt("shows/log.showdata", legacy_log())
+        self.write("key", "key = 01\niv = 02\n")
+        self.run_tool("--key-file", "key", "encrypt", "new.showdata", "--force", "-o", "shows/secret.showdata")
+        done = self.run_tool("list", "shows", "--from", "2.0", code=PART_FAILED)
+        self.assertEqual(done.stdout, b"2.0.showdata: 2.0\n")
+        self.assertRegex(done.stderr.decode(), "^zuna-convert: shows/bad.showdata: .*; .*\n"
+                                               "zuna-convert: shows/log.showdata: is a log, .*; .*\n"
+                                               "zuna-convert: shows/noise.showdata: is no show and no log .*; .*\n"
+                                               "zuna-convert: shows/secret.showdata: .*; .*\n$")
+        self.assertEqual(self.listed("--from", "3.0", code=PART_FAILED), [])
+
+    def test_takes_a_key(self):
+        self.write("key", "key = 01\niv = 02\n")
+        show = legacy_show(legacy_song())
+        self.run_tool("--key-file", "key", "encrypt", "-", "-o", "shows/secret.showdata", stdin=show)
+        done = self.run_tool("list", "shows", "--key-file", "key", code=PART_FAILED)
+        self.assertEqual(done.stdout, b"secret.showdata: 0.0\n")
+
+    def test_refuses_what_is_no_folder_or_version(self):
+        for name in ("none", "new.showdata"):
+            self.refuse("list", name, code=IO, message=f"{name}: is not a folder; give the folder of the shows")
+        for option in ("--from", "--below"):
+            done = self.run_tool("list", "shows", option, "1", code=USAGE)
+            self.assertIn(b"a version is MAJOR.MINOR, such as 1.2", done.stderr)
+
+
+class PrintTest(WithLogs):
+    def test_prints_legacy_logs(self):
+        self.encrypt("log", legacy_log(legacy_song_log("7", "Tune", vamps=[(0, 480, -2)], tempo_scales=[(0, 9, 1.5)],
+                                                       caesuras=[240], markers=[(5, "A")])))
+        expected = """SongLogV0(songNumber_=7, songName_=Tune, songLength_=1920)
+\tVampSequence(evt_count=1):
+\t\tVamp(0, 480, -2)
+\tRepeatSequence(evt_count=0):
+\tCutSequence(evt_count=0):
+\tTransposeSequence(evt_count=0):
+\tTempoScaleSequence(evt_count=1):
+\t\tTempoScale(0, 9, 1)
+\tMarkerSequence(evt_count=1):
+\t\tXScoreMarker(5, A)
+\tClickSequence(evt_count=0):
+\tCaesuraSequence(evt_count=1):
+\t\tXCaesura(240)
+"""
+        self.assertEqual(self.run_tool("print", "log").stdout.decode(), expected)
+        self.assertEqual(self.run_tool("print", "log", "--song", "7").stdout.decode(), expected)
+
+    def test_prints_every_song_of_a_current_log(self):
+        printed = self.run_tool("print", "new.log").stdout
+        ten = self.run_tool("print", "new.log", "--song", "10").stdout
+        two = self.run_tool("print", "new.log", "--song", "2").stdout
+        self.assertEqual(printed, ten + two)
+        self.assertIn(b"SongLog(songNumber=2, songName=Two, division=480, songLength=1920, attacca=0)\n"
+                      b"\tVampSequence(evt_count=2):\n\t\tVamp(0, 480, 2)\n\t\tVamp(480, 960, -3)\n", two)
+
+    def test_prints_the_program_changes_of_a_show(self):
+        song = legacy_song("1", "One", tracks=((1, "Piano"), (2, "Bass")))
+        song = song.replace(b"\x90\x3c\x64\x02", b"\xc0\x05\x00\x02")
+        self.encrypt("old", legacy_show(song, legacy_song("2")))
+        self.run_tool("up", "old", "-o", "new", "--companion", "old.logdata")
+        for name in ("old", "new"):
+            self.assertEqual(self.run_tool("print", name).stdout.decode(),
+                             "Song 1: One:\n  Piano:\n  Bass:\n    0: Program Change(channel 3, 5)\n"
+                             "Song 2: Song:\n  Piano:\n")
+        self.assertEqual(self.run_tool("print", "-", "--song", "2", stdin=self.read("new")).stdout,
+                         b"Song 2: Song:\n  Piano:\n")
+
+    def test_answers_when_there_is_no_such_song(self):
+        for name, numbers in (("old.log", "10, 2"), ("new.log", "10, 2"), ("new.showdata", "2, 10")):
+            self.refuse("print", name, "--song", "02", code=NEGATIVE,
+                        message=f"{name}: has no song 02; its songs are {numbers}")
+
+    def test_prints_any_name_safely(self):
+        self.encrypt("log", legacy_log(legacy_song_log("1", b"\x1b[31m\xff")))
+        self.assertIn(b"songName_=\\x1b[31m\\xff, songLength_=1920)\n\tVamp", self.run_tool("print", "log").stdout)
+
+    def test_reports_what_it_cannot_read(self):
+        self.write("bad", "bad")
+        self.run_tool("print", "bad", code=BAD_INPUT)
+        with open("/dev/full", "wb") as full:
+            self.run_tool("print", "new.log", code=IO, stdout=full)
+
+
+if __name__ == "__main__":
+    unittest.main()
