@@ -13,7 +13,7 @@ namespace {
 constexpr const char* kFooter =
     "The key and IV of encrypted files come from --key-file, or the file that ZUNA_KEY_FILE names, with the\n"
     "lines \"key = HEX\" and \"iv = HEX\"; without one both are empty.\n"
-    "Exit codes: 0 done, 1 negative answer, 2 usage, 3 refused by policy, 4 bad or unsupported input,\n"
+    "Exit codes: 0 done, 1 no such song, 2 usage, 3 refused by policy, 4 bad or unsupported input,\n"
     "5 wrong key, 6 input or output failed, 7 part of a batch failed, 8 nothing matched, 70 internal error,\n"
     "130 interrupted, 141 nobody read the output to its end.";
 

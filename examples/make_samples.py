@@ -1,15 +1,14 @@
 #!/usr/bin/env python3
-"""Makes the sample show of three traditional tunes, from the melodies below.
+"""Makes the sample show of three traditional tunes and its log, from the melodies and edits below.
 
     make_samples.py ZUNA_CONVERT FOLDER
 
-Writes the show at 1.2 and at 0.0, its legacy log, all encrypted with the key file, and one MIDI file for each tune. The
-encryption is deterministic, so the same melodies always give the same bytes.
+Writes the show and the log at 1.2 and at 0.0, all encrypted with the key file, and one MIDI file for each tune. The
+encryption is deterministic, so the same melodies and edits always give the same bytes.
 """
 
 import json
 import pathlib
-import struct
 import subprocess
 import sys
 
@@ -47,6 +46,15 @@ TUNES = [
         "drums": [(0, 36), (1, 42), (2, 42)],
     },
 ]
+
+# What the musicians do to each tune: (start, end, value) of edits that reach over a part, in ticks; markers and
+# caesuras stand at one place.
+EDITS = {
+    "1": {"repeats": [(480, 8160, 2)], "transposes": [(8160, 15840, 2)], "clicks": [(0, 480, 1)],
+          "markers": [(480, "A"), (8160, "B")], "caesuras": [15360]},
+    "2": {"vamps": [(240, 1680, 4)], "tempoScales": [(6000, 11760, 0.875)], "markers": [(240, "Lute alone")]},
+    "2a": {"cuts": [(10080, 12960, 1)], "caesuras": [5760, 21600]},
+}
 
 PITCHES = {"C": 0, "D": 2, "E": 4, "F": 5, "G": 7, "A": 9, "B": 11}
 ACCIDENTALS = {"": 0, "#": 1, "b": -1}
@@ -121,13 +129,22 @@ def song(tune):
     }
 
 
-def legacy_log(show_name):
-    """A legacy log that knows the show's name and holds no edits yet."""
-    def text(value):
-        return bytes([len(value)]) + value.encode()
+PAIRED = ("vamps", "repeats", "cuts", "transposes", "tempoScales", "clicks", "fermatas")
 
-    body = bytes(range(16)) + text("rehearsal") + text(show_name) + struct.pack("<HH", 0, 0)
-    return b"ZUNA" + struct.pack("<I", len(body)) + body
+
+def song_log(tune):
+    edits = EDITS[tune["songNumber"]]
+
+    def paired(kind):
+        return [{"start": start, "end": end, "label": "", "value": value} for start, end, value in edits.get(kind, [])]
+
+    whole = song(tune)
+    return {
+        **{key: whole[key] for key in ("songNumber", "songName", "division", "songLength")}, "attacca": 0,
+        **{kind: paired(kind) for kind in PAIRED},
+        "markers": [{"position": time, "label": "", "text": text} for time, text in edits.get("markers", [])],
+        "caesuras": [{"position": time, "label": "", "secondWord": 0} for time in edits.get("caesuras", [])],
+    }
 
 
 def main(tool, folder):
@@ -140,12 +157,16 @@ def main(tool, folder):
         command = [tool, *map(str, arguments), "--quiet", "--key-file", str(key_file)]
         return subprocess.run(command, check=True, input=data, stdout=subprocess.PIPE).stdout
 
-    show = {"kind": "showdata", "fileVersion": "2.0", "showName": "Three Tunes", "songs": [song(tune) for tune in TUNES]}
-    text = convert("encrypt", "-", "-o", "-", data=json.dumps(show).encode())
-    (folder / "three-tunes-1.2.showdata").write_bytes(convert("convert", "-", "-o", "-", "--to", "1.2", data=text))
-    (folder / "three-tunes-0.0.showdata").write_bytes(convert("down", "-", "-o", "-", data=text))
-    (folder / "three-tunes-0.0.logdata").write_bytes(
-        convert("encrypt", "-", "-o", "-", data=legacy_log(show["showName"])))
+    def write(document):
+        kind = document["kind"]
+        text = convert("encrypt", "-", "-o", "-", data=json.dumps(document).encode())
+        (folder / f"three-tunes-1.2.{kind}").write_bytes(convert("convert", "-", "-o", "-", "--to", "1.2", data=text))
+        (folder / f"three-tunes-0.0.{kind}").write_bytes(convert("down", "-", "-o", "-", data=text))
+
+    name = {"fileVersion": "2.0", "showName": "Three Tunes"}
+    write({"kind": "showdata", **name, "songs": [song(tune) for tune in TUNES]})
+    write({"kind": "logdata", **name, "logLabel": "rehearsal", "identifier": "00010203-0405-0607-0809-0a0b0c0d0e0f",
+           "tagPair": [0, 0], "songLogs": [song_log(tune) for tune in TUNES]})
     (folder / "midi").mkdir(exist_ok=True)
     convert("midi", "export", folder / "three-tunes-1.2.showdata", "--out-dir", folder / "midi", "--force")
 

@@ -43,9 +43,10 @@ class UpTest(WithShows):
         self.refuse(*arguments, "text", code=BAD_INPUT,
                     message='text: is no log of version 0.0 (it does not begin with "ZUNA"); give the log of '
                             "the show")
-        self.write("short", b"ZUNA\x01\x00\x00\x00short")
-        self.refuse(*arguments, "short", code=BAD_INPUT,
-                    message=f"short: ends too early or is damaged; {UNDAMAGED}")
+        for size in range(4, len(legacy_log())):
+            self.write("short", legacy_log()[:size])
+            self.refuse(*arguments, "short", code=BAD_INPUT,
+                        message=f"short: ends too early or is damaged; {UNDAMAGED}")
         done = self.run_tool(*arguments, "missing", code=IO)
         self.assertRegex(done.stderr, b"^zuna-convert: missing: cannot be opened \\(.*\\); check the path")
         self.assertNotIn("out", self.files())

@@ -18,7 +18,7 @@ def main(source, tool):
     examples = pathlib.Path(source) / "examples"
     with tempfile.TemporaryDirectory() as made:
         subprocess.run([sys.executable, str(examples / "make_samples.py"), tool, made], check=True)
-        for pattern, least in (("three-tunes*", 4), ("midi/*.mid", 3)):
+        for pattern, least in (("three-tunes*", 5), ("midi/*.mid", 3)):
             expected = contents(pathlib.Path(made), pattern)
             assert len(expected) >= least, f"{pattern}: only {len(expected)} files were made"
             assert contents(examples, pattern) == expected, f"{pattern}: the files in examples/ are others"
