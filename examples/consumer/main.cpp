@@ -1,12 +1,16 @@
-// Converts a show the way an application does: brings a legacy show to version 1.2, then takes it back down
-// in memory.
+// Converts a show and its log the way an application does: brings the legacy show to version 1.2, takes it
+// back down in memory, and brings its log up in memory too.
 //
-//   consumer LEGACY_SHOW LEGACY_LOG KEY_HEX IV_HEX OUT
+//   consumer LEGACY_SHOW LEGACY_LOG PLAIN_LEGACY_LOG KEY_HEX IV_HEX OUT
 
+#include <CL/change_log.h>
 #include <format_converter/errors.h>
+#include <format_converter/log_inspection.h>
+#include <format_converter/logdata.h>
 #include <format_converter/showdata.h>
 #include <format_converter/version0/errors.h>
 #include <kit/error.h>
+#include <zuna_sec/cipher_stream.h>
 #include <zuna_sec/errors.h>
 
 #include <fstream>
@@ -30,20 +34,33 @@ std::vector<std::uint8_t> ReadFile(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-int Convert(char** arguments) {
-  const CipherKey key{FromHex(arguments[3]), FromHex(arguments[4])};
-  const std::string current = showdata_up(arguments[1], arguments[5], arguments[2], {1, 2}, key);
+void ConvertShow(const std::string& show, const std::string& plain_log, const std::string& out,
+                 const CipherKey& key) {
+  const std::string current = showdata_up(show, out, plain_log, {1, 2}, key);
   const std::vector<std::uint8_t> legacy = showdata_down_vector(ReadFile(current), key.key, key.iv);
   std::cout << current << ": up to 1.2, and back down to " << legacy.size() << " bytes, "
-            << (legacy == ReadFile(arguments[1]) ? "the same as before" : "other than before") << '\n';
+            << (legacy == ReadFile(show) ? "the same as before" : "other than before") << '\n';
+}
+
+void ConvertLog(const std::string& log, const std::string& show, const CipherKey& key) {
+  const std::vector<std::uint8_t> current =
+      logdata_up_vector(ReadFile(log), ReadFile(show), {1, 2}, key.key, key.iv);
+  zuna_sec::TwoFishCipherStream stream(current, key.key, key.iv);
+  print_songs(CL::ChangeLog(stream.GetStream()));
+}
+
+int Convert(char** arguments) {
+  const CipherKey key{FromHex(arguments[4]), FromHex(arguments[5])};
+  ConvertShow(arguments[1], arguments[3], arguments[6], key);
+  ConvertLog(arguments[2], arguments[1], key);
   return 0;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 6) {
-    std::cerr << "usage: consumer LEGACY_SHOW LEGACY_LOG KEY_HEX IV_HEX OUT\n";
+  if (argc != 7) {
+    std::cerr << "usage: consumer LEGACY_SHOW LEGACY_LOG PLAIN_LEGACY_LOG KEY_HEX IV_HEX OUT\n";
     return 2;
   }
   try {

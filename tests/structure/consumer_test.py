@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Installs the build and lets a project of its own find the package, build against it and convert the sample show.
+"""Installs the build and lets a project of its own find the package, build against it and convert the sample show and its log.
 
     consumer_test.py SOURCE_DIR BUILD_DIR CXX_COMPILER CXX_FLAGS
 """
@@ -31,9 +31,11 @@ def main(source, build, compiler, flags):
         run("cmake", "--build", consumer)
         lines = [line.split(" = ") for line in key_file.read_text().splitlines() if " = " in line]
         secrets = dict(lines)
-        output = run(consumer / "consumer", examples / "three-tunes-0.0.showdata", plain_log(prefix, folder),
+        output = run(consumer / "consumer", examples / "three-tunes-0.0.showdata",
+                     examples / "three-tunes-0.0.logdata", plain_log(prefix, folder),
                      secrets["key"], secrets["iv"], pathlib.Path(folder) / "out.showdata")
-        assert output.rstrip().endswith("the same as before"), output
+        assert "the same as before\n" in output, output
+        assert output.endswith("Song numbers for Three Tunes: \n1\n2\n2a\n"), output
 
 
 def plain_log(prefix, folder):
