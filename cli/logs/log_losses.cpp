@@ -102,15 +102,17 @@ std::vector<std::string> TakeDivisions(const version0::ShowData& show, const std
                                        CL::ChangeLog& log) {
   std::vector<std::string> unknown;
   LossList renamed;
-  for (const auto& [number, song] : log.song_logs()) {
+  for (const auto& entry : log.song_logs()) {
+    const std::string& number = entry.first;  // clang 14 hands no structured binding to a lambda
+    CL::SongLog& song = *entry.second;
     const auto found = show.songs.find(number);
     if (found == show.songs.end()) {
       unknown.push_back(number);
       continue;
     }
-    song->division = found->second.division;
-    renamed.Add("song has", "songs have", song->song_name == found->second.song_name ? 0 : 1, [&] {
-      return "song " + number + ": \"" + song->song_name + "\", there \"" + found->second.song_name + '"';
+    song.division = found->second.division;
+    renamed.Add("song has", "songs have", song.song_name == found->second.song_name ? 0 : 1, [&] {
+      return "song " + number + ": \"" + song.song_name + "\", there \"" + found->second.song_name + '"';
     });
   }
   if (!unknown.empty() && unknown.size() == log.song_logs().size()) {
