@@ -25,7 +25,7 @@ bool Fails() {
 }  // namespace
 
 extern "C" {
-// NOLINTBEGIN(bugprone-reserved-identifier): the linker's --wrap prescribes these names
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier): the linker's --wrap prescribes these names
 void* __real_realloc(void* memory, std::size_t size);
 void __real_free(void* memory);
 
@@ -44,7 +44,7 @@ void __real_free(void* memory);
   if (memory != nullptr) --g_live;
   __real_free(memory);
 }
-// NOLINTEND(bugprone-reserved-identifier)
+// NOLINTEND(clang-diagnostic-reserved-identifier)
 
 static void* AllocateForGcrypt(std::size_t size) { return __wrap_realloc(nullptr, size); }
 static int IsSecure(const void* /*memory*/) { return 0; }
