@@ -24,6 +24,12 @@ std::string WithName(const std::string& name, std::string_view message) {
   return name + ": " + std::string(message);
 }
 
+/// A message of the core library with what to do, which those about a single field do not tell.
+std::string WithRemedy(const std::string& message) {
+  if (message.find("; ") != std::string::npos) return message;
+  return message + "; get an undamaged copy of the file, or correct its text";
+}
+
 }  // namespace
 
 Failure FailureOf(const std::string& name) {
@@ -42,9 +48,8 @@ Failure FailureOf(const std::string& name) {
     return failure(ExitCode::kBadInput, "ends too early or is damaged; get an undamaged copy of the file");
   } catch (const version0::Version0Error& error) {
     return failure(ExitCode::kBadInput, std::string(error.what()) + "; get an undamaged copy of the file");
-  } catch (const std::bad_alloc&) {
-    return failure(ExitCode::kInternal,
-                   "is too large for the memory; close other programs or split the show");
+  } catch (const cmn::DataError& error) {
+    return failure(ExitCode::kBadInput, WithRemedy(error.what()));
   } catch (const std::exception& error) {
     return failure(ExitCode::kBadInput, error.what());
   }

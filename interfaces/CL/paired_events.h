@@ -1,7 +1,7 @@
 #pragma once
 
-#include <bit>
 #include <cstdint>
+#include <iosfwd>
 #include <string>
 
 #include "CL/paired_event.h"

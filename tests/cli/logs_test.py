@@ -211,7 +211,7 @@ class ConvertTest(WithLogs):
             self.encrypt("bad", bad)
             for command in (["convert", "bad", "-o", "out"], ["info", "bad"], ["print", "bad"]):
                 done = self.run_tool(*command, code=BAD_INPUT)
-                self.assertRegex(done.stderr, rb"^zuna-convert: bad: .*at byte \d+\)")
+                self.assertRegex(done.stderr, rb"^zuna-convert: bad: .*at byte \d+\); .*correct its text\n$")
         self.run_tool("encrypt", "-", "-o", "out", stdin=good)
         self.assertEqual(self.read("out"), self.read("text"))
 

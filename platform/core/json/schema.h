@@ -20,6 +20,7 @@ struct Schema;
 enum class JsonKind {
   kInteger,
   kFloat,   ///< a number, or {"bits": 2143289344}
+  kString,  ///< a string
   kText,    ///< a string, or {"bytes": "hex"}
   kObject,  ///< laid out as `schema`
   kList,    ///< of objects laid out as `schema`
@@ -104,6 +105,14 @@ constexpr JsonField<Builder> FloatField(std::string_view key, void (*set)(Builde
 template <class Builder>
 constexpr JsonField<Builder> TextField(std::string_view key, const char* (*set)(Builder&, std::string&&)) {
   JsonField<Builder> field{key, JsonKind::kText};
+  field.text = set;
+  return field;
+}
+
+/// A text that is a plain string in every document: what it is made of is settled by the format.
+template <class Builder>
+constexpr JsonField<Builder> StringField(std::string_view key, const char* (*set)(Builder&, std::string&&)) {
+  JsonField<Builder> field{key, JsonKind::kString};
   field.text = set;
   return field;
 }

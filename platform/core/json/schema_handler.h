@@ -144,6 +144,7 @@ class SchemaHandler {
   const JsonColumns* columns_ = &kNoColumns;  ///< of the row
   std::size_t column_ = 0;                    ///< the one whose integer is due
   std::string text_;                          ///< of a key, a text or a number, as far as it has been read
+  std::string bytes_;                         ///< that {"bytes": ...} has stated
   std::uint32_t bits_ = 0;
   std::string problem_;
 };
@@ -193,6 +194,7 @@ template <class Builder>
 bool SchemaHandler<Builder>::EndBytes(Code& code) {
   if (top().seen == 0) return Fail(code, "the key \"bytes\" is missing");
   Pop();
+  text_ = std::exchange(bytes_, {});
   return Text(code);
 }
 
@@ -266,9 +268,9 @@ template <class Builder>
 bool SchemaHandler<Builder>::on_string(Part part, std::size_t, Code& code) {
   Append(part);
   if (Inside(Level::kBytes)) {
-    std::optional<std::string> bytes = DecodeHex(text_);
+    std::optional<std::string> bytes = DecodeHex(std::exchange(text_, {}));
     if (!bytes) return Fail(code, "pairs of hexadecimal digits are due here");
-    text_ = std::move(*bytes);
+    bytes_ = std::move(*bytes);
     return true;
   }
   return Text(code);
@@ -278,6 +280,7 @@ bool SchemaHandler<Builder>::on_string(Part part, std::size_t, Code& code) {
 template <class Builder>
 bool SchemaHandler<Builder>::Text(Code& code) {
   const Field* field = Due(JsonKind::kText);
+  if (field == nullptr) field = Due(JsonKind::kString);
   if (field == nullptr) return Unexpected(code);
   if (const char* problem = field->text(builder_, std::exchange(text_, {}))) return Fail(code, problem);
   return true;
@@ -345,6 +348,7 @@ std::string SchemaHandler<Builder>::Expected() const {
       return integer(frame.field->range);
     case JsonKind::kFloat:
       return "a number in the range of a single-precision float, or {\"bits\": N},";
+    case JsonKind::kString:
     case JsonKind::kText:
       return "a text";
     case JsonKind::kObject:

@@ -66,7 +66,8 @@ class FieldReader {
       EventFields(size, blank);
     });
     const std::size_t count = in_.Entries(Count(name), smallest, name);
-    events.reserve(count);
+    // No more than the bytes that are left: an event in memory is larger than the smallest one in a file.
+    events.reserve(std::min(count, in_.remaining() / sizeof(Event)));
     in_.place.list = name;
     before_ = 0;
     for (in_.place.index = 0; in_.place.index < count; ++in_.place.index) {

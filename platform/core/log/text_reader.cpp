@@ -115,11 +115,13 @@ void SetTagPair(Builder& b, const Value* row) {
 }
 
 constexpr Field kLog[] = {
-    Text("kind", [](Builder&, std::string&& text) { return CheckKind(FileKind::kLog, text); }),
-    Text("fileVersion", [](Builder&, std::string&& text) { return CheckVersion(FileKind::kLog, text); }),
+    StringField<Builder>("kind",
+                         [](Builder&, std::string&& text) { return CheckKind(FileKind::kLog, text); }),
+    StringField<Builder>("fileVersion",
+                         [](Builder&, std::string&& text) { return CheckVersion(FileKind::kLog, text); }),
     Text("showName", [](Builder& b, std::string&& t) { return StoreText(b.log.show_name, std::move(t)); }),
     Text("logLabel", [](Builder& b, std::string&& t) { return StoreText(b.log.log_label, std::move(t)); }),
-    Text("identifier", SetIdentifier),
+    StringField<Builder>("identifier", SetIdentifier),
     RowField<Builder>("tagPair", kTagPair, SetTagPair),
     ListField("songLogs", kSongLayout)};
 constexpr Layout kLogLayout = ObjectSchema(kLog);

@@ -1,5 +1,6 @@
 #include "CL/paired_events.h"
 
+#include <bit>
 #include <charconv>
 
 #include "kit/format.h"

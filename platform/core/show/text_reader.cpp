@@ -126,8 +126,10 @@ constexpr Layout kSongLayout = ObjectSchema(
     });
 
 constexpr Field kShow[] = {
-    Text("kind", [](Builder&, std::string&& text) { return CheckKind(FileKind::kShow, text); }),
-    Text("fileVersion", [](Builder&, std::string&& text) { return CheckVersion(FileKind::kShow, text); }),
+    StringField<Builder>("kind",
+                         [](Builder&, std::string&& text) { return CheckKind(FileKind::kShow, text); }),
+    StringField<Builder>("fileVersion",
+                         [](Builder&, std::string&& text) { return CheckVersion(FileKind::kShow, text); }),
     Text("showName", [](Builder& b, std::string&& t) { return StoreText(b.show.show_name, std::move(t)); }),
     ListField("songs", kSongLayout)};
 constexpr Layout kShowLayout = ObjectSchema(kShow);

@@ -46,6 +46,13 @@ TEST(TextLog, VersionHasToBeOne) {
   EXPECT_EQ(PatchedError("2.0", "2"), "fileVersion: a version such as \"2.0\" is due here");
 }
 
+TEST(TextLog, WhatIdentifiesTheDocumentIsAPlainString) {
+  EXPECT_EQ(PatchedError("\"logdata\"", R"({"bytes": "6c6f6764617461"})"), "kind: a text is due here");
+  EXPECT_EQ(PatchedError("\"2.0\"", R"({"bytes": "322e30"})"), "fileVersion: a text is due here");
+  EXPECT_EQ(PatchedError("\"identifier\": \"", R"("identifier": {"bytes": "00"}, "was": ")"),
+            "identifier: a text is due here");
+}
+
 TEST(TextLog, KeysAreKnownAndThereOnce) {
   EXPECT_EQ(PatchedError("\"attacca\": 2,", ""), "songLogs[0]: the key \"attacca\" is missing");
   EXPECT_EQ(PatchedError("\"tagPair\": [1, 65535],", ""), "the key \"tagPair\" is missing");

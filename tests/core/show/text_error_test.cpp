@@ -106,8 +106,10 @@ TEST(TextShow, BytesArePairsOfDigits) {
               "showName: pairs of hexadecimal digits are due here");
   }
   EXPECT_EQ(PatchedError("\"Hä\"", "{}"), "showName: the key \"bytes\" is missing");
-  EXPECT_EQ(PatchedError("\"Hä\"", R"({"bytes": "", "bytes": ""})"),
+  EXPECT_EQ(PatchedError("\"Hä\"", R"({"bytes": "41", "bytes": "42"})"),
             "showName: the key \"bytes\" occurs twice");
+  EXPECT_EQ(PatchedError("\"showdata\"", R"({"bytes": "73686f7764617461"})"), "kind: a text is due here");
+  EXPECT_EQ(PatchedError("\"2.0\"", R"({"bytes": "322e30"})"), "fileVersion: a text is due here");
   EXPECT_EQ(PatchedError("\"Hä\"", R"({"hex": ""})"), "showName: the key \"hex\" is not known");
   EXPECT_EQ(PatchedError("\"Hä\"", R"({"bytes": 7})"), "showName: a text is due here");
   EXPECT_EQ(PatchedError("\"Hä\"", R"({"bytes": {}})"), "showName: a text is due here");
