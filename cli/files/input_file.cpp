@@ -20,6 +20,8 @@ using Cipher = zuna_sec::TwoFishCipherStream;
 std::string PlainKindOf(std::string_view text) {
   if (text.starts_with("MThd")) return "is a MIDI file; use midi import";
   if (text.starts_with("ZUNA")) return "is a plain log; use encrypt first";
+  if (text.starts_with(std::string_view("\0ZLG", 4))) return "is a plain log; use encrypt first";
+  if (text.starts_with(std::string_view("\0ZSH", 4))) return "is a plain show; use encrypt first";
   if (BeginsLikeTextForm(text)) return "is plain text; use encrypt first";
   return "";
 }

@@ -79,6 +79,8 @@ class EnvelopeTest(WithShows):
         for content, message in ((b"MThd\0\0\0\6", "is a MIDI file; use midi import"),
                                  (b"{}", "is plain text; use encrypt first"),
                                  (legacy_log(), "is a plain log; use encrypt first"),
+                                 (b"\0ZLG\2\0\0\0\1\2", "is a plain log; use encrypt first"),
+                                 (b"\0ZSH\2\0\0\0\1\2", "is a plain show; use encrypt first"),
                                  (b"\xef\xbb\xbf\r\n\t {", "is plain text; use encrypt first")):
             self.write("other", content)
             for command in (["info", "other"], ["convert", "other", "-o", "out"], ["decrypt", "other", "-o", "out"],
