@@ -1,15 +1,38 @@
 #pragma once
 
+#include <memory>
+#include <string>
+
 #include "kit/error.h"
 
 namespace zuna_sec {
 
 /// Base of everything that an encrypted file can be refused for. A file that cannot be opened, read or
-/// written is a kit::IoError instead. Every message names the path, or "encrypted data", and what the user
-/// can do.
+/// written is a kit::IoError instead.
 class ZUNA_API CipherError : public kit::RuntimeError {
  public:
-  using kit::RuntimeError::RuntimeError;
+  /// An error with the message "NAME: PROBLEM; REMEDY".
+  CipherError(const std::string& name, const std::string& problem, const std::string& remedy)
+      : RuntimeError(name + ": " + problem + "; " + remedy),
+        parts_(std::make_shared<const Parts>(Parts{name, problem, remedy})) {}
+
+  /// What was refused: the path of a file, or "encrypted data".
+  const std::string& name() const { return parts_->name; }
+
+  /// What is wrong with it, and where.
+  const std::string& problem() const { return parts_->problem; }
+
+  /// What the user can do.
+  const std::string& remedy() const { return parts_->remedy; }
+
+ private:
+  struct Parts {
+    std::string name;
+    std::string problem;
+    std::string remedy;
+  };
+
+  std::shared_ptr<const Parts> parts_;  // shared, so that a copy cannot fail
 };
 
 /// The data does not begin like an encrypted file of this kind.

@@ -3,11 +3,12 @@
 #include <utility>
 
 #include "kit/error.h"
-#include "platform/security/atomic_file.h"
+#include "kit/file.h"
+#include "kit/format.h"
+#include "kit/memory_block.h"
 #include "platform/security/envelope.h"
-#include "platform/security/memory_block.h"
 #include "platform/security/plaintext_stream.h"
-#include "platform/security/read_file.h"
+#include "zuna_sec/errors.h"
 
 namespace zuna_sec {
 
@@ -29,6 +30,14 @@ zuna_security::Bytes ContentsToSeal(PlaintextStream& plaintext, const char* ciph
   return contents;
 }
 
+kit::FileBytes ReadEnvelope(const std::string& path) try {
+  return kit::ReadWholeFile(path, zuna_security::kMaxEnvelopeSize);
+} catch (const kit::FileTooLargeError& error) {
+  throw TooLargeError(
+      path, kit::format("holds more than %zu bytes, the most that an encrypted file can", error.limit()),
+      "give another file");
+}
+
 }  // namespace
 
 CipherStream::CipherStream() : plaintext_(std::make_unique<PlaintextStream>()) {}
@@ -42,7 +51,7 @@ std::iostream& CipherStream::GetStream() { return *plaintext_; }
 TwoFishCipherStream::TwoFishCipherStream(const std::string& path, const std::vector<std::uint8_t>& key,
                                          const std::vector<std::uint8_t>& iv) {
   if (!path.empty()) {
-    zuna_security::FileBytes file = zuna_security::ReadWholeFile(path, zuna_security::kMaxEnvelopeSize);
+    kit::FileBytes file = ReadEnvelope(path);
     const zuna_security::Envelope envelope =
         zuna_security::ParseEnvelope({file.block.data(), file.size}, path);
     const std::size_t size = envelope.ciphertext.size();
@@ -58,7 +67,7 @@ TwoFishCipherStream::TwoFishCipherStream(const std::vector<std::uint8_t>& data,
                                          const std::vector<std::uint8_t>& iv) {
   const zuna_security::Envelope envelope = zuna_security::ParseEnvelope(data, kUnnamed);
   const std::size_t size = envelope.ciphertext.size();
-  zuna_security::MemoryBlock block(size);
+  kit::MemoryBlock block(size);
   zuna_security::Open(envelope, {key, iv}, {block.data(), size}, kUnnamed);
   plaintext().buffer().Assign(std::move(block), 0, size);
   key_ = key;
@@ -72,10 +81,10 @@ TwoFishCipherStream::~TwoFishCipherStream() {
 
 void TwoFishCipherStream::WriteToFile(const std::string& path) {
   const zuna_security::Bytes contents = ContentsToSeal(plaintext(), CipherName(), path);
-  const zuna_security::MemoryBlock block(kEnvelopeHeaderSize + contents.size());
+  const kit::MemoryBlock block(kEnvelopeHeaderSize + contents.size());
   const zuna_security::MutableBytes envelope(block.data(), kEnvelopeHeaderSize + contents.size());
   zuna_security::Seal(contents, {key_, iv_}, envelope, path);
-  zuna_security::WriteFileAtomically(path, envelope);
+  kit::WriteFileAtomically(path, envelope);
 }
 
 std::vector<std::uint8_t> TwoFishCipherStream::GetEncryptedBytes() {

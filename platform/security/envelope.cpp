@@ -39,12 +39,12 @@ std::uint64_t GetLength(Bytes field) {
 
 void CheckMagic(Bytes bytes, const std::string& name) {
   if (bytes.empty()) {
-    throw zuna_sec::NotEncryptedError(name + ": is empty, not an encrypted file; give another file");
+    throw zuna_sec::NotEncryptedError(name, "is empty, not an encrypted file", "give another file");
   }
   const std::size_t present = std::min(bytes.size(), kMagic.size());
   if (!std::equal(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(present), kMagic.begin())) {
-    throw zuna_sec::NotEncryptedError(
-        name + ": is not an encrypted file of this kind (offset 0); give an encrypted show or log file");
+    throw zuna_sec::NotEncryptedError(name, "is not an encrypted file of this kind (offset 0)",
+                                      "give an encrypted show or log file");
   }
 }
 
@@ -52,46 +52,49 @@ void CheckMagic(Bytes bytes, const std::string& name) {
 void CheckKind(Bytes bytes, const std::string& name) {
   if (bytes.size() > kVersionOffset && bytes[kVersionOffset] != kVersion) {
     throw zuna_sec::UnsupportedEnvelopeError(
-        kit::format("%s: envelope version %d is not supported, only 1 is (offset 8); use a newer release",
-                    name.c_str(), int{bytes[kVersionOffset]}));
+        name,
+        kit::format("envelope version %d is not supported, only 1 is (offset 8)", int{bytes[kVersionOffset]}),
+        "use a newer release");
   }
   if (bytes.size() > kSuiteOffset && bytes[kSuiteOffset] != kSuite) {
     throw zuna_sec::UnsupportedEnvelopeError(
-        kit::format("%s: cipher suite %d is not supported, only 1 is (offset 9); use a newer release",
-                    name.c_str(), int{bytes[kSuiteOffset]}));
+        name, kit::format("cipher suite %d is not supported, only 1 is (offset 9)", int{bytes[kSuiteOffset]}),
+        "use a newer release");
   }
   for (std::size_t i = kZeroOffset; i < std::min(bytes.size(), kLengthOffset); ++i) {
     if (bytes[i] == 0) continue;
-    throw zuna_sec::UnsupportedEnvelopeError(kit::format(
-        "%s: a reserved byte is %d instead of 0 (offset %zu); use a newer release or another copy of "
-        "the file",
-        name.c_str(), int{bytes[i]}, i));
+    throw zuna_sec::UnsupportedEnvelopeError(
+        name, kit::format("a reserved byte is %d instead of 0 (offset %zu)", int{bytes[i]}, i),
+        "use a newer release or another copy of the file");
   }
 }
 
 void CheckLength(Bytes bytes, const std::string& name) {
   if (bytes.size() < kEnvelopeHeaderSize) {
     throw zuna_sec::TruncatedError(
-        kit::format("%s: ends inside the header (offset %zu of %zu); get a complete copy of the file",
-                    name.c_str(), bytes.size(), kEnvelopeHeaderSize));
+        name, kit::format("ends inside the header (offset %zu of %zu)", bytes.size(), kEnvelopeHeaderSize),
+        "get a complete copy of the file");
   }
   const unsigned long long stated = GetLength(bytes.subspan(kLengthOffset, 8));
   const std::size_t present = bytes.size() - kEnvelopeHeaderSize;
   if (present < stated) {
-    throw zuna_sec::TruncatedError(kit::format(
-        "%s: ends after %zu of %llu encrypted bytes (offset %zu); get a complete copy of the file",
-        name.c_str(), present, stated, bytes.size()));
+    throw zuna_sec::TruncatedError(
+        name,
+        kit::format("ends after %zu of %llu encrypted bytes (offset %zu)", present, stated, bytes.size()),
+        "get a complete copy of the file");
   }
   if (present > stated) {
-    throw zuna_sec::TrailingBytesError(
-        kit::format("%s: goes on after its %llu encrypted bytes (offset %llu); get another copy of the file",
-                    name.c_str(), stated, stated + kEnvelopeHeaderSize));
+    throw zuna_sec::TrailingBytesError(name,
+                                       kit::format("goes on after its %llu encrypted bytes (offset %llu)",
+                                                   stated, stated + kEnvelopeHeaderSize),
+                                       "get another copy of the file");
   }
 }
 
 [[noreturn]] void ThrowUnavailable(const GcryptFailure& failure, const std::string& name) {
-  throw zuna_sec::CipherUnavailableError(name + ": the cipher is not available (" + failure.what() +
-                                         "); check the installed libgcrypt, and that it is not in FIPS mode");
+  throw zuna_sec::CipherUnavailableError(name,
+                                         std::string("the cipher is not available (") + failure.what() + ")",
+                                         "check the installed libgcrypt, and that it is not in FIPS mode");
 }
 
 }  // namespace
@@ -110,14 +113,13 @@ void Open(const Envelope& envelope, const KeyAndIv& secrets, MutableBytes plaint
   EnvelopeKeys keys;
   DeriveKeys(secrets.key, secrets.iv, kSuite, keys);
   if (!EqualInConstantTime(keys.key_check.bytes(), envelope.key_check)) {
-    throw zuna_sec::WrongKeyError(
-        name + ": the key or the IV is not the one that this was encrypted with; give the right key file");
+    throw zuna_sec::WrongKeyError(name, "the key or the IV is not the one that this was encrypted with",
+                                  "give the right key file");
   }
   if (!SivDecrypt(keys.siv.bytes(), envelope.associated, envelope.tag.first<kSivTagSize>(),
                   envelope.ciphertext, plaintext)) {
-    throw zuna_sec::DamagedError(
-        name +
-        ": was changed after it was encrypted, though the key is right; get an undamaged copy of the file");
+    throw zuna_sec::DamagedError(name, "was changed after it was encrypted, though the key is right",
+                                 "get an undamaged copy of the file");
   }
 } catch (const GcryptFailure& failure) {
   ThrowUnavailable(failure, name);
@@ -125,8 +127,8 @@ void Open(const Envelope& envelope, const KeyAndIv& secrets, MutableBytes plaint
 
 void CheckPlaintextSize(std::size_t size, const std::string& name) {
   if (size <= kMaxPlaintextSize) return;
-  throw zuna_sec::TooLargeError(
-      name + ": holds more than 1 GiB, the most that an encrypted file can; split the show");
+  throw zuna_sec::TooLargeError(name, "holds more than 1 GiB, the most that an encrypted file can",
+                                "split the show");
 }
 
 void Seal(Bytes plaintext, const KeyAndIv& secrets, MutableBytes envelope, const std::string& name) try {

@@ -16,7 +16,7 @@ constexpr std::size_t kSmallestBlock = 4096;
 
 PlaintextBuffer::~PlaintextBuffer() { Wipe({block_.data() + begin_, Size()}); }
 
-void PlaintextBuffer::Assign(MemoryBlock block, std::size_t begin, std::size_t size) {
+void PlaintextBuffer::Assign(kit::MemoryBlock block, std::size_t begin, std::size_t size) {
   Wipe({block_.data() + begin_, Size()});
   block_ = std::move(block);
   begin_ = begin;

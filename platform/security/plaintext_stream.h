@@ -4,7 +4,7 @@
 #include <iostream>
 #include <streambuf>
 
-#include "platform/security/memory_block.h"
+#include "kit/memory_block.h"
 #include "platform/security/secret.h"
 #include "zuna_sec/cipher_stream.h"
 
@@ -21,7 +21,7 @@ class PlaintextBuffer final : public std::streambuf {
   ~PlaintextBuffer() override;
 
   /// Takes over the `size` bytes that begin at `begin` in `block`; both positions go to the beginning.
-  void Assign(MemoryBlock block, std::size_t begin, std::size_t size);
+  void Assign(kit::MemoryBlock block, std::size_t begin, std::size_t size);
 
   /// Everything written so far. Valid until the next write.
   Bytes Contents() const;
@@ -48,7 +48,7 @@ class PlaintextBuffer final : public std::streambuf {
   /// Makes room for `count` more bytes at the write position. Throws std::bad_alloc.
   void Reserve(std::size_t count);
 
-  MemoryBlock block_;
+  kit::MemoryBlock block_;
   std::size_t begin_ = 0;  // where the plaintext begins in block_
   std::size_t size_ = 0;   // its size, unless the write position is further on
 };

@@ -1,5 +1,3 @@
-#include "platform/security/atomic_file.h"
-
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -12,6 +10,7 @@
 #include <thread>
 
 #include "kit/error.h"
+#include "kit/file.h"
 #include "tests/security/support.h"
 
 namespace {
@@ -22,7 +21,7 @@ using support::WritePlainFile;
 using Names = std::vector<std::string>;
 
 void Write(const std::string& path, const std::string& content) {
-  zuna_security::WriteFileAtomically(path, support::FromText(content));
+  kit::WriteFileAtomically(path, support::FromText(content));
 }
 
 std::string Refusal(const std::string& path, const std::string& content) {
@@ -49,6 +48,15 @@ TEST(AtomicFile, NewFileIsTheOwnersOnly) {
   EXPECT_EQ(ReadPlainFile(folder / "new"), "content");
   EXPECT_EQ(Mode(folder / "new"), 0600U);
   EXPECT_EQ(folder.Names(), Names{"new"});
+}
+
+TEST(AtomicFile, TheUmaskLimitsTheModeOfANewFile) {
+  const TemporaryFolder folder;
+  const mode_t old_mask = ::umask(0027);
+  kit::WriteFileAtomically(folder / "new", support::FromText("content"), 0666);
+  ::umask(old_mask);
+  EXPECT_EQ(ReadPlainFile(folder / "new"), "content");
+  EXPECT_EQ(Mode(folder / "new"), 0640U);
 }
 
 TEST(AtomicFile, ReplacedFileKeepsItsMode) {

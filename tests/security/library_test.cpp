@@ -3,6 +3,7 @@
 #include <iostream>
 #include <iterator>
 #include <thread>
+#include <type_traits>
 
 #include "kit/error.h"
 #include "tests/security/support.h"
@@ -55,6 +56,19 @@ TEST(CipherStream, MessagesNameThePath) {
                   ": is not an encrypted file of this kind (offset 0); give an encrypted show or "
                   "log file");
   }
+}
+
+TEST(CipherStream, ErrorsCarryTheirParts) {
+  try {
+    const TwoFishCipherStream stream(FromText("no envelope"), {}, {});
+    FAIL();
+  } catch (const zuna_sec::CipherError& error) {
+    const zuna_sec::CipherError copy = error;
+    EXPECT_EQ(copy.name(), "encrypted data");
+    EXPECT_EQ(copy.problem(), "is not an encrypted file of this kind (offset 0)");
+    EXPECT_EQ(copy.remedy(), "give an encrypted show or log file");
+  }
+  static_assert(std::is_nothrow_copy_constructible_v<zuna_sec::CipherError>);
 }
 
 TEST(CipherStream, MissingFile) {

@@ -145,7 +145,7 @@ TEST(PlaintextStream, PutsBack) {
 }
 
 TEST(PlaintextStream, TakesOverABlock) {
-  zuna_security::MemoryBlock block(10);
+  kit::MemoryBlock block(10);
   std::memcpy(block.data(), "header:abc", 10);
   const std::uint8_t* const where = block.data();
   PlaintextStream stream;

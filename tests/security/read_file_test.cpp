@@ -1,5 +1,3 @@
-#include "platform/security/read_file.h"
-
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -9,22 +7,24 @@
 #include <thread>
 
 #include "kit/error.h"
+#include "kit/file.h"
 #include "platform/security/envelope.h"
 #include "tests/security/support.h"
+#include "zuna_sec/cipher_stream.h"
 #include "zuna_sec/errors.h"
 
 namespace {
 
 using support::TemporaryFolder;
 
-std::string Content(const zuna_security::FileBytes& file) {
+std::string Content(const kit::FileBytes& file) {
   return {reinterpret_cast<const char*>(file.block.data()), file.size};
 }
 
 template <typename Error>
 std::string Refusal(const std::string& path, std::size_t max_size) {
   try {
-    zuna_security::ReadWholeFile(path, max_size);
+    kit::ReadWholeFile(path, max_size);
   } catch (const Error& error) {
     return error.what();
   }
@@ -37,7 +37,7 @@ TEST(ReadWholeFile, ReadsFilesOfAnySize) {
   for (const std::size_t size : {0U, 1U, 4096U, 65535U, 65536U, 300000U}) {
     const std::string content(size, 'x');
     support::WritePlainFile(folder / "file", content);
-    EXPECT_EQ(Content(zuna_security::ReadWholeFile(folder / "file", 300000)), content);
+    EXPECT_EQ(Content(kit::ReadWholeFile(folder / "file", 300000)), content);
   }
 }
 
@@ -46,23 +46,59 @@ TEST(ReadWholeFile, ReadsPipes) {
   ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
   const std::string content(300000, 'p');
   std::thread writer([&] { support::WritePlainFile(folder / "pipe", content); });
-  EXPECT_EQ(Content(zuna_security::ReadWholeFile(folder / "pipe", 300000)), content);
+  EXPECT_EQ(Content(kit::ReadWholeFile(folder / "pipe", 300000)), content);
   writer.join();
 }
 
 TEST(ReadWholeFile, RefusesPipesThatHoldTooMuch) {
-  EXPECT_EQ(
-      Refusal<zuna_sec::TooLargeError>("/dev/zero", 100000),
-      "/dev/zero: holds more than 100000 bytes, the most that an encrypted file can; give another file");
+  EXPECT_EQ(Refusal<kit::FileTooLargeError>("/dev/zero", 100000),
+            "/dev/zero: holds more than 100000 bytes; give another file");
 }
 
 TEST(ReadWholeFile, RefusesFilesOfMoreThanOneGibibyteUnread) {
   const TemporaryFolder folder;
   support::WritePlainFile(folder / "sparse", "");
   ASSERT_EQ(::truncate((folder / "sparse").c_str(), 1073741824 + 72 + 1), 0);
-  EXPECT_EQ(Refusal<zuna_sec::TooLargeError>(folder / "sparse", zuna_security::kMaxEnvelopeSize),
-            folder / "sparse" +
-                ": holds more than 1073741896 bytes, the most that an encrypted file can; give another file");
+  EXPECT_EQ(Refusal<kit::FileTooLargeError>(folder / "sparse", zuna_security::kMaxEnvelopeSize),
+            folder / "sparse" + ": holds more than 1073741896 bytes; give another file");
+  try {
+    const zuna_sec::TwoFishCipherStream stream(folder / "sparse", {}, {});
+    FAIL();
+  } catch (const zuna_sec::TooLargeError& error) {
+    EXPECT_EQ(
+        error.what(),
+        folder / "sparse" +
+            ": holds more than 1073741896 bytes, the most that an encrypted file can; give another file");
+  }
+}
+
+TEST(ReadWholeFile, TheErrorCarriesTheLimit) {
+  try {
+    kit::ReadWholeFile("/dev/zero", 100000);
+    FAIL();
+  } catch (const kit::FileTooLargeError& error) {
+    EXPECT_EQ(error.limit(), 100000U);
+  }
+}
+
+TEST(ReadWholeFile, ReadsFromADescriptorAndLeavesItOpen) {
+  const TemporaryFolder folder;
+  support::WritePlainFile(folder / "file", "content");
+  const int file = ::open((folder / "file").c_str(), O_RDONLY);
+  EXPECT_EQ(::lseek(file, 3, SEEK_SET), 3);
+  EXPECT_EQ(Content(kit::ReadWholeFile(file, "standard input", 100)), "tent");
+  EXPECT_EQ(::close(file), 0);
+}
+
+TEST(ReadWholeFile, MessagesNameWhatTheCallerCallsADescriptor) {
+  try {
+    kit::ReadWholeFile(-1, "standard input", 100);
+    FAIL();
+  } catch (const kit::IoError& error) {
+    EXPECT_STREQ(
+        error.what(),
+        "standard input: cannot be read: Bad file descriptor; check the disk, or choose another folder");
+  }
 }
 
 TEST(ReadWholeFile, MissingFile) {

@@ -10,8 +10,8 @@
 #include <utility>
 
 #include "kit/format.h"
+#include "kit/hex.h"
 #include "platform/core/json/float_text.h"
-#include "platform/core/json/hex.h"
 #include "platform/core/json/schema.h"
 #include "platform/core/text/quote.h"
 
@@ -268,7 +268,7 @@ template <class Builder>
 bool SchemaHandler<Builder>::on_string(Part part, std::size_t, Code& code) {
   Append(part);
   if (Inside(Level::kBytes)) {
-    std::optional<std::string> bytes = DecodeHex(std::exchange(text_, {}));
+    std::optional<std::string> bytes = kit::DecodeHex(std::exchange(text_, {}));
     if (!bytes) return Fail(code, "pairs of hexadecimal digits are due here");
     bytes_ = std::move(*bytes);
     return true;

@@ -5,8 +5,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "kit/utf8.h"
 #include "platform/core/json/float_text.h"
-#include "platform/core/text/utf8.h"
 
 namespace zuna_core {
 
@@ -53,7 +53,7 @@ void JsonTextWriter::NewLine(std::size_t indent) {
 }
 
 void JsonTextWriter::Text(std::string_view text) {
-  if (IsUtf8(text)) {
+  if (kit::IsUtf8(text)) {
     Raw("\"");
     Escaped(text);
     Raw("\"");

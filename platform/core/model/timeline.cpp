@@ -4,7 +4,7 @@
 #include <cmath>
 #include <string_view>
 
-#include "platform/core/text/utf8.h"
+#include "kit/utf8.h"
 
 namespace TL {
 
@@ -33,7 +33,7 @@ double Tempo::bpm(unsigned char clocks_per_click) const {
 
 void BarsBeats::bar_number(const std::string& label) {
   const std::string_view whole = std::string_view(label).substr(0, label.find('\0'));
-  const std::string_view kept = zuna_core::CutText(whole, text_.size() - 1);
+  const std::string_view kept = kit::CutUtf8(whole, text_.size() - 1);
   text_.fill('\0');
   std::copy(kept.begin(), kept.end(), text_.begin());
 }

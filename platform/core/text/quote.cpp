@@ -1,14 +1,14 @@
 #include "platform/core/text/quote.h"
 
 #include "kit/format.h"
-#include "platform/core/text/utf8.h"
+#include "kit/utf8.h"
 
 namespace zuna_core {
 
 std::string Quote(std::string_view text) {
   constexpr std::size_t kLongest = 40;
-  const std::string_view shown = CutText(text, kLongest);
-  const bool utf8 = IsUtf8(shown);
+  const std::string_view shown = kit::CutUtf8(text, kLongest);
+  const bool utf8 = kit::IsUtf8(shown);
   std::string quoted = "\"";
   for (const char c : shown) {
     const auto byte = static_cast<unsigned char>(c);

@@ -1,8 +1,8 @@
 #include "tests/core/binary/binary_file.h"
 
+#include "kit/hex.h"
 #include "platform/core/binary/coding.h"
 #include "platform/core/binary/crc32.h"
-#include "platform/core/json/hex.h"
 
 namespace zuna_test {
 
@@ -11,7 +11,7 @@ std::string Hex(std::string_view digits) {
   for (const char c : digits) {
     if (c != ' ') dense += c;
   }
-  return zuna_core::DecodeHex(dense).value();
+  return kit::DecodeHex(dense).value();
 }
 
 std::string BinaryFile(zuna_core::FileKind kind, cmn::FileVersion version, const std::string& body) {

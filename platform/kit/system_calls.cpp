@@ -1,10 +1,11 @@
-#include "platform/security/io_failure.h"
+// The message of a failed system call: what failed, the reason, and what to do about it.
+#include "platform/kit/internal/system_calls.h"
 
 #include <system_error>
 
 #include "kit/error.h"
 
-namespace zuna_security {
+namespace kit {
 
 namespace {
 
@@ -37,4 +38,4 @@ void ThrowIoError(const std::string& path, std::string_view what, int error) {
                      Remedy(error));
 }
 
-}  // namespace zuna_security
+}  // namespace kit

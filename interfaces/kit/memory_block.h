@@ -1,23 +1,30 @@
+// Memory for large files. Needed by the toolkit and the tools only, not by the converter.
+
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <new>
 #include <utility>
 
-namespace zuna_security {
+namespace kit {
 
 /// One uninitialised block from malloc(3), which can grow without being copied where realloc(3) manages to
 /// move its pages. Does not wipe what it holds.
 class MemoryBlock {
  public:
+  /// An empty block.
   MemoryBlock() = default;
 
-  /// Throws std::bad_alloc.
+  /// A block of `capacity` bytes. Throws std::bad_alloc.
   explicit MemoryBlock(std::size_t capacity) { Grow(capacity); }
 
+  /// Takes the memory of `other`, which is empty afterwards.
   MemoryBlock(MemoryBlock&& other) noexcept { Swap(other); }
+
+  /// Frees its own memory and takes that of `other`, which is empty afterwards.
   MemoryBlock& operator=(MemoryBlock&& other) noexcept {
     MemoryBlock moved(std::move(other));
     Swap(moved);
@@ -32,7 +39,14 @@ class MemoryBlock {
 
   /// Makes room for `capacity` bytes and keeps what was there; the block may move. Never shrinks. Throws
   /// std::bad_alloc and leaves the block as it was.
-  void Grow(std::size_t capacity);
+  void Grow(std::size_t capacity) {
+    if (capacity <= capacity_) return;
+    void* const grown = std::realloc(data_.get(), capacity);
+    if (grown == nullptr) throw std::bad_alloc();
+    (void)data_.release();  // realloc has freed or reused it
+    data_.reset(static_cast<std::uint8_t*>(grown));
+    capacity_ = capacity;
+  }
 
  private:
   struct Free {
@@ -48,4 +62,4 @@ class MemoryBlock {
   std::size_t capacity_ = 0;
 };
 
-}  // namespace zuna_security
+}  // namespace kit

@@ -1,5 +1,4 @@
-#include "platform/security/atomic_file.h"
-
+// Replaces a file in one step: a temporary file beside it, filled and flushed, takes its name.
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -7,16 +6,18 @@
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 #include <random>
 
-#include "kit/error.h"
+#include "kit/file.h"
 #include "kit/format.h"
-#include "platform/security/file_descriptor.h"
-#include "platform/security/io_failure.h"
+#include "platform/kit/internal/system_calls.h"
 
-namespace zuna_security {
+namespace kit {
 
 namespace {
+
+using Bytes = std::span<const std::uint8_t>;
 
 constexpr std::size_t kLargestWrite = std::size_t{1} << 30;  // some systems refuse 2 GiB
 constexpr int kMostLinks = 40;
@@ -49,11 +50,17 @@ void WriteAll(int file, Bytes bytes, const std::string& path) {
   }
 }
 
+/// The permissions of the file that takes the target's place.
+struct Permissions {
+  mode_t at_first;                // as far as the umask allows
+  std::optional<mode_t> at_last;  // set when the file is complete
+};
+
 /// A new file beside the target, which takes its place or vanishes.
 class TemporaryFile {
  public:
-  TemporaryFile(const std::filesystem::path& folder, const std::string& path)
-      : path_(path), file_(Create(folder)) {
+  TemporaryFile(const std::filesystem::path& folder, const std::string& path, mode_t mode)
+      : path_(path), file_(Create(folder, mode)) {
     if (!file_.is_open()) ThrowIoError(path, "cannot be written (creating a file in its folder)", errno);
   }
   TemporaryFile(const TemporaryFile&) = delete;
@@ -62,11 +69,12 @@ class TemporaryFile {
     if (!moved_) ::unlink(name_.c_str());
   }
 
-  void Fill(Bytes bytes, mode_t mode) {
+  void Fill(Bytes bytes, std::optional<mode_t> mode) {
     WriteAll(file_.number(), bytes, path_);
     const auto synced = [&] { return ::fsync(file_.number()); };
-    if (::fchmod(file_.number(), mode) != 0)
+    if (mode && ::fchmod(file_.number(), *mode) != 0) {
       ThrowIoError(path_, "cannot be written (setting its mode)", errno);
+    }
     if (RetryInterrupted(synced) != 0 || !file_.Close()) {
       ThrowIoError(path_, "cannot be written (flushing it to the disk)", errno);
     }
@@ -80,12 +88,12 @@ class TemporaryFile {
   }
 
  private:
-  int Create(const std::filesystem::path& folder) {
+  int Create(const std::filesystem::path& folder, mode_t mode) {
     std::random_device random;
     for (int names = 0; names < kMostNames; ++names) {
       name_ = (folder / kit::format(".zuna-%08x%08x.tmp", random(), random())).string();
       const int file = RetryInterrupted(
-          [&] { return ::open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR); });
+          [&] { return ::open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode); });
       if (file >= 0 || errno != EEXIST) return file;
     }
     return -1;
@@ -103,10 +111,11 @@ void SyncFolder(const FileDescriptor& folder) {
   if (folder.is_open()) RetryInterrupted([&] { return ::fsync(folder.number()); });
 }
 
-void Replace(const std::filesystem::path& target, mode_t mode, Bytes bytes, const std::string& path) {
+void Replace(const std::filesystem::path& target, Permissions permissions, Bytes bytes,
+             const std::string& path) {
   const std::filesystem::path folder = target.has_parent_path() ? target.parent_path() : ".";
-  TemporaryFile temporary(folder, path);
-  temporary.Fill(bytes, mode);
+  TemporaryFile temporary(folder, path, permissions.at_first);
+  temporary.Fill(bytes, permissions.at_last);
   const FileDescriptor opened_folder(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   temporary.MoveTo(target);
   SyncFolder(opened_folder);
@@ -114,7 +123,7 @@ void Replace(const std::filesystem::path& target, mode_t mode, Bytes bytes, cons
 
 }  // namespace
 
-void WriteFileAtomically(const std::string& path, Bytes bytes) {
+void WriteFileAtomically(const std::string& path, Bytes bytes, unsigned new_mode) {
   if (path.empty()) throw kit::IoError("the path to write to is empty; give the path of a file");
 
   // Opened for writing, so that a file that its owner has protected is refused as every program would refuse
@@ -122,13 +131,16 @@ void WriteFileAtomically(const std::string& path, Bytes bytes) {
   FileDescriptor old(RetryInterrupted([&] { return ::open(path.c_str(), O_WRONLY | O_CLOEXEC); }));
   if (!old.is_open()) {
     if (errno != ENOENT) ThrowIoError(path, "cannot be written", errno);
-    return Replace(FollowLinks(path), S_IRUSR | S_IWUSR, bytes, path);
+    return Replace(FollowLinks(path), {static_cast<mode_t>(new_mode), std::nullopt}, bytes, path);
   }
   struct stat status {};
   if (::fstat(old.number(), &status) != 0) ThrowIoError(path, "cannot be written", errno);
-  if (S_ISREG(status.st_mode)) return Replace(FollowLinks(path), status.st_mode & 07777, bytes, path);
+  if (S_ISREG(status.st_mode)) {
+    const mode_t kept = status.st_mode & 07777;
+    return Replace(FollowLinks(path), {kOwnerOnly, kept}, bytes, path);
+  }
   WriteAll(old.number(), bytes, path);
   if (!old.Close()) ThrowIoError(path, "cannot be written", errno);
 }
 
-}  // namespace zuna_security
+}  // namespace kit

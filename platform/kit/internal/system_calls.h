@@ -1,10 +1,25 @@
+// What the files that read and write share.
+
 #pragma once
 
 #include <unistd.h>
 
 #include <cerrno>
+#include <string>
+#include <string_view>
 
-namespace zuna_security {
+namespace kit {
+
+/// Throws kit::IoError "PATH: WHAT: REASON; REMEDY" for a value of errno; `what` says what failed and where.
+[[noreturn]] void ThrowIoError(const std::string& path, std::string_view what, int error);
+
+/// Makes a system call, again for as long as a signal interrupts it.
+template <typename Call>
+auto RetryInterrupted(Call call) {
+  auto result = call();
+  while (result < 0 && errno == EINTR) result = call();
+  return result;
+}
 
 /// An open file that is closed when it goes out of scope; -1 for none.
 class FileDescriptor {
@@ -32,4 +47,4 @@ class FileDescriptor {
   int number_;
 };
 
-}  // namespace zuna_security
+}  // namespace kit

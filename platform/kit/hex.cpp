@@ -1,6 +1,7 @@
-#include "platform/core/json/hex.h"
+// Hexadecimal digits to bytes.
+#include "kit/hex.h"
 
-namespace zuna_core {
+namespace kit {
 
 namespace {
 
@@ -27,4 +28,4 @@ std::optional<std::string> DecodeHex(std::string_view digits) {
   return bytes;
 }
 
-}  // namespace zuna_core
+}  // namespace kit

@@ -1,0 +1,16 @@
+// Bytes as text. Needed by the toolkit and the tools only, not by the converter.
+
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "kit/api.h"
+
+namespace kit {
+
+/// The bytes that pairs of hexadecimal digits of either case spell; none where `digits` is anything else.
+ZUNA_API std::optional<std::string> DecodeHex(std::string_view digits);
+
+}  // namespace kit
