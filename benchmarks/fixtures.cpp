@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "format_converter/version0/track_ids.h"
+#include "format_converter/version0/conversions/track_ids.h"
 #include "zuna_sec/cipher_stream.h"
 
 namespace zuna_bench {

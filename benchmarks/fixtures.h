@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "format_converter/version0/show_data.h"
+#include "format_converter/version0/containers/show_data.h"
 #include "zuna_sec/cipher_key.h"
 
 namespace zuna_bench {

@@ -15,14 +15,7 @@ install(DIRECTORY "${PROJECT_SOURCE_DIR}/interfaces/" DESTINATION "${CMAKE_INSTA
   FILES_MATCHING PATTERN "*.h")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/format_converter" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/zuna"
   FILES_MATCHING PATTERN "*.h"
-  PATTERN "current_log.h" EXCLUDE
-  PATTERN "encrypted_output.h" EXCLUDE
-  PATTERN "guarded_read.h" EXCLUDE
-  PATTERN "text_document.h" EXCLUDE
-  PATTERN "event_map.h" EXCLUDE
-  PATTERN "primitives.h" EXCLUDE
-  PATTERN "rounding.h" EXCLUDE
-  PATTERN "sequence.h" EXCLUDE)
+  PATTERN "internal" EXCLUDE)
 
 configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/zuna_format_converterConfig.cmake.in"
   "${PROJECT_BINARY_DIR}/zuna_format_converterConfig.cmake" INSTALL_DESTINATION "${package_dir}")

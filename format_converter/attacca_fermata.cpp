@@ -1,7 +1,7 @@
 #include "format_converter/attacca_fermata.h"
 
-#include "format_converter/current_log.h"
-#include "format_converter/encrypted_output.h"
+#include "format_converter/internal/current_log.h"
+#include "format_converter/internal/streams.h"
 
 namespace {
 

@@ -1,11 +1,10 @@
-#include "format_converter/current_log.h"
+#include "format_converter/internal/current_log.h"
 
 #include <istream>
 
 #include "format_converter/errors.h"
 #include "format_converter/file_version.h"
-#include "format_converter/guarded_read.h"
-#include "format_converter/text_document.h"
+#include "format_converter/internal/streams.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <iostream>
 
 #include "cmn/version_probe.h"
-#include "format_converter/guarded_read.h"
+#include "format_converter/internal/streams.h"
 #include "kit/format.h"
 #include "zuna_sec/cipher_key.h"
 #include "zuna_sec/cipher_stream.h"

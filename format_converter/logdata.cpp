@@ -5,14 +5,13 @@
 #include <stdexcept>
 
 #include "CL/change_log.h"
-#include "format_converter/current_log.h"
-#include "format_converter/encrypted_output.h"
 #include "format_converter/errors.h"
 #include "format_converter/file_version.h"
-#include "format_converter/guarded_read.h"
-#include "format_converter/version0/change_log.h"
-#include "format_converter/version0/primitives.h"
-#include "format_converter/version0/show_data.h"
+#include "format_converter/internal/current_log.h"
+#include "format_converter/internal/streams.h"
+#include "format_converter/version0/containers/change_log.h"
+#include "format_converter/version0/containers/show_data.h"
+#include "format_converter/version0/primitives/internal/primitives.h"
 
 namespace {
 

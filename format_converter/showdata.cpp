@@ -3,13 +3,11 @@
 #include <fstream>
 #include <istream>
 
-#include "format_converter/encrypted_output.h"
 #include "format_converter/errors.h"
 #include "format_converter/file_version.h"
-#include "format_converter/guarded_read.h"
-#include "format_converter/text_document.h"
-#include "format_converter/version0/change_log_header.h"
-#include "format_converter/version0/show_data.h"
+#include "format_converter/internal/streams.h"
+#include "format_converter/version0/containers/change_log_header.h"
+#include "format_converter/version0/containers/show_data.h"
 #include "zuna_midi/show_data.h"
 #include "zuna_sec/cipher_stream.h"
 

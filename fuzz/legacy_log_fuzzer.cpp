@@ -5,7 +5,7 @@
 #include <string>
 
 #include "CL/change_log.h"
-#include "format_converter/version0/change_log.h"
+#include "format_converter/version0/containers/change_log.h"
 #include "fuzz/target.h"
 
 namespace {

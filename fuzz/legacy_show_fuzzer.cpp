@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "format_converter/version0/show_data.h"
+#include "format_converter/version0/containers/show_data.h"
 #include "fuzz/target.h"
 #include "zuna_midi/show_data.h"
 

@@ -6,7 +6,7 @@
 
 #include "cmn/data_error.h"
 #include "format_converter/errors.h"
-#include "format_converter/version0/errors.h"
+#include "format_converter/version0/primitives/errors.h"
 #include "kit/error.h"
 #include "zuna_sec/errors.h"
 

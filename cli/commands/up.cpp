@@ -11,7 +11,7 @@
 #include "cli/shows/show_file.h"
 #include "cli/shows/show_info.h"
 #include "cli/shows/up_report.h"
-#include "format_converter/version0/change_log_header.h"
+#include "format_converter/version0/containers/change_log_header.h"
 
 namespace zuna_cli {
 

@@ -9,7 +9,7 @@
 #include "cli/files/text_form.h"
 #include "cli/shows/show_file.h"
 #include "cmn/version_probe.h"
-#include "format_converter/version0/change_log_header.h"
+#include "format_converter/version0/containers/change_log_header.h"
 
 namespace zuna_cli {
 

@@ -5,7 +5,7 @@
 #include "cli/base/errors.h"
 #include "cli/files/file_type.h"
 #include "format_converter/logdata.h"
-#include "format_converter/version0/change_log_header.h"
+#include "format_converter/version0/containers/change_log_header.h"
 
 namespace zuna_cli {
 

@@ -4,7 +4,7 @@
 
 #include "CL/change_log.h"
 #include "cli/files/input_file.h"
-#include "format_converter/version0/change_log.h"
+#include "format_converter/version0/containers/change_log.h"
 
 namespace zuna_cli {
 

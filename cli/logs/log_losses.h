@@ -6,7 +6,7 @@
 #include "CL/change_log.h"
 #include "cli/base/loss_list.h"
 #include "cli/logs/log_file.h"
-#include "format_converter/version0/show_data.h"
+#include "format_converter/version0/containers/show_data.h"
 
 namespace zuna_cli {
 

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "cli/base/loss_list.h"
-#include "format_converter/version0/show_data.h"
+#include "format_converter/version0/containers/show_data.h"
 #include "zuna_midi/show_data.h"
 
 namespace zuna_cli {

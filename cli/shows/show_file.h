@@ -4,7 +4,7 @@
 #include <iosfwd>
 
 #include "cli/files/input_file.h"
-#include "format_converter/version0/show_data.h"
+#include "format_converter/version0/containers/show_data.h"
 #include "zuna_midi/show_data.h"
 
 namespace zuna_cli {

@@ -5,10 +5,10 @@
 
 #include <CL/change_log.h>
 #include <format_converter/errors.h>
-#include <format_converter/log_inspection.h>
+#include <format_converter/inspection.h>
 #include <format_converter/logdata.h>
 #include <format_converter/showdata.h>
-#include <format_converter/version0/errors.h>
+#include <format_converter/version0/primitives/errors.h>
 #include <kit/error.h>
 #include <zuna_sec/cipher_stream.h>
 #include <zuna_sec/errors.h>

@@ -1,7 +1,7 @@
 #include <limits>
 #include <sstream>
 
-#include "format_converter/version0/change_log.h"
+#include "format_converter/version0/containers/change_log.h"
 #include "fuzz/seeds/seeds.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include <sstream>
 
-#include "format_converter/version0/show_data.h"
+#include "format_converter/version0/containers/show_data.h"
 #include "fuzz/seeds/seeds.h"
 
 namespace {

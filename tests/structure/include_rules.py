@@ -36,30 +36,21 @@ FOREIGN = {
     "CLI/": "cli",
 }
 
-# Headers of the converter that are not installed, so that nobody else may include them.
-PRIVATE = {"format_converter/current_log.h", "format_converter/encrypted_output.h", "format_converter/guarded_read.h",
-           "format_converter/text_document.h", "format_converter/version0/event_map.h",
-           "format_converter/version0/primitives.h", "format_converter/version0/rounding.h",
-           "format_converter/version0/sequence.h"}
+# A header in a folder of this name is not installed.
+PRIVATE = "internal"
 
-# The layers of version0/: a file may include its own layer and those before it.
-LAYERS = [
-    r"errors|primitives|rounding|sequence|stream_position",
-    r"r_\w+|x_\w+|event_object|event_map|track_object|track_ids|paired_event",
-    r"timeline|song_data|show_data|change_log_header|song_log|song_log_text|change_log",
-    r"timeline_conversion|song_conversion|show_conversion|song_log_conversion|change_log_conversion",
-]
+# The layers of version0/, each a folder: a file may include its own layer and those before it.
+LAYERS = ["primitives", "records", "containers", "conversions"]
 CURRENT_MODEL = {"CL", "TL", "zuna_midi", "std_midi"}
 
 STANDARD = re.compile(r"[a-z_0-9]+")  # <vector>; a header with a point or a slash is POSIX's or somebody else's
 INCLUDE = re.compile(r'^\s*#\s*include\s+(["<])([^">]+)[">]', re.MULTILINE)
 
 
-def layer(name):
-    for number, names in enumerate(LAYERS):
-        if re.fullmatch(names, name):
-            return number
-    return None
+def layer(path):
+    """The number of the layer that a path below format_converter/version0/ lies in."""
+    folder = pathlib.PurePath(path).parts[2]
+    return LAYERS.index(folder) if folder in LAYERS else None
 
 
 def folder_of(path):
@@ -74,26 +65,27 @@ def complaints(path, quote, header):
     if quote == '"' or first in OURS:
         if first not in INTERFACES and not header.startswith(OWN[folder]):
             yield f"{folder} may not include {header}"
-        if header in PRIVATE and folder not in ("format_converter", "tests"):
+        if (header.startswith("format_converter/") and PRIVATE in header.split("/")
+                and folder not in ("format_converter", "tests")):
             yield f"{header} is private to the converter"
     elif folder in ("interfaces", "format_converter") and not STANDARD.fullmatch(header):
         yield f"{folder} may include the standard library only"
     for foreign, home in FOREIGN.items():
         if header.startswith(foreign) and folder not in (home, "tests", "benchmarks"):
             yield f"only {home} may include {header}"
-    if path.match("format_converter/version0/*"):
+    if path.is_relative_to("format_converter/version0"):
         yield from version0_complaints(path, header, first)
 
 
 def version0_complaints(path, header, first):
-    own = layer(path.stem)
+    own = layer(path)
     if own is None:
         yield "belongs to no layer of version0"
         return
     if first in CURRENT_MODEL and own != len(LAYERS) - 1:
         yield f"only conversions may include the current model, not {header}"
     if header.startswith("format_converter/version0/"):
-        other = layer(pathlib.PurePath(header).stem)
+        other = layer(header)
         if other is None or other > own:
             yield f"includes {header} of a later layer"
 

@@ -2,7 +2,7 @@
 
 #include <random>
 
-#include "format_converter/version0/change_log.h"
+#include "format_converter/version0/containers/change_log.h"
 
 namespace zuna_test {
 

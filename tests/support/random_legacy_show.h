@@ -2,7 +2,7 @@
 
 #include <random>
 
-#include "format_converter/version0/show_data.h"
+#include "format_converter/version0/containers/show_data.h"
 
 namespace zuna_test {
 

@@ -3,8 +3,8 @@
 #include <string>
 
 #include "CL/change_log.h"
-#include "format_converter/version0/change_log.h"
-#include "format_converter/version0/show_data.h"
+#include "format_converter/version0/containers/change_log.h"
+#include "format_converter/version0/containers/show_data.h"
 
 namespace zuna_test {
 

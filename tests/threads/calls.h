@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "CL/change_log.h"
-#include "format_converter/version0/change_log.h"
+#include "format_converter/version0/containers/change_log.h"
 
 namespace zuna_test {
 

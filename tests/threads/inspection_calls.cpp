@@ -1,7 +1,6 @@
 #include <sstream>
 
-#include "format_converter/log_inspection.h"
-#include "format_converter/show_inspection.h"
+#include "format_converter/inspection.h"
 #include "tests/threads/calls.h"
 #include "tests/threads/printed_by_thread.h"
 

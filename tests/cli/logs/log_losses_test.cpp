@@ -7,7 +7,7 @@
 
 #include "cli/base/errors.h"
 #include "cli/logs/fermatas.h"
-#include "format_converter/version0/change_log.h"
+#include "format_converter/version0/containers/change_log.h"
 
 namespace zuna_cli {
 namespace {

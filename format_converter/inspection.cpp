@@ -1,0 +1,74 @@
+#include "format_converter/inspection.h"
+
+#include <fstream>
+#include <iostream>
+
+#include "CL/change_log.h"
+#include "format_converter/errors.h"
+#include "format_converter/file_version.h"
+#include "format_converter/version0/containers/change_log.h"
+#include "format_converter/version0/primitives/stream_position.h"
+#include "kit/format.h"
+#include "kit/listdir.h"
+#include "kit/path.h"
+#include "zuna_midi/show_data.h"
+
+namespace {
+
+std::string version_text(const cmn::FileVersion& version) {
+  return kit::format("%u.%u", version.major, version.minor);
+}
+
+bool is_program_change(const std_midi::VoiceMessage& message) { return (message.status & 0xF0) == 0xC0; }
+
+void print_program_changes(const zuna_midi::VoiceTrack& voice) {
+  std::cout << "  " << voice.name << ":" << std::endl;
+  for (const auto& [time, message] : voice.messages) {
+    if (!is_program_change(message)) continue;
+    std::cout << "    " << std::to_string(time) << ": ";
+    message.WriteString(std::cout);
+    std::cout << std::endl;
+  }
+}
+
+}  // namespace
+
+void filter_showdata_by_version(const std::string& dir, const cmn::FileVersion& lo,
+                                const cmn::FileVersion& hi) {
+  std::cout << "Showing files matching " << version_text(lo) << " <= FileVersion < " << version_text(hi)
+            << std::endl;
+  for (const std::string& name : kit::listdir(dir)) {
+    if (kit::path::extension(name) != ".showdata") continue;
+    const cmn::FileVersion version = GetShowdataFileVersion(kit::path::Join(dir, name));
+    if (lo <= version && version < hi) std::cout << name << ": " << version_text(version) << std::endl;
+  }
+}
+
+void PrintProgramChanges(const std::string& path) {
+  std::ifstream file(path, std::ios_base::in | std::ios_base::binary);
+  if (!file.good()) throw FormatConverterIOError(path + " does not appear to be a valid input file.");
+  const zuna_midi::ShowData show(file);
+  for (const auto& [number, song] : show.songs()) {
+    std::cout << "Song " << number << ": " << song->song_name << ":" << std::endl;
+    for (const auto& [track_number, voice] : song->voice_data->tracks()) print_program_changes(*voice);
+  }
+}
+
+void print_string(const std::string& s) { std::cout << s << std::endl; }
+
+void print_pos(std::istream& is) { version0::print_istream_pos(is); }
+
+void print_songs(const CL::ChangeLog& log) {
+  std::cout << "Song numbers for " << log.show_name << ": " << std::endl;
+  for (const auto& [number, song_log] : log.song_logs()) std::cout << number << std::endl;
+}
+
+void print_events_v0(const version0::ChangeLogV0& log) {
+  if (log.songs.empty()) return;
+  log.songs.rbegin()->second.write_string_detailed(std::cout, 0);
+}
+
+void print_events_v1(const CL::ChangeLog& log, const char* song) {
+  log.GetSongLog(std::string(song))->WriteStringDetailed(std::cout, 0);
+  std::cout << std::flush;
+}

@@ -1,0 +1,106 @@
+#include "format_converter/version0/containers/song_log.h"
+
+#include <algorithm>
+#include <istream>
+#include <ostream>
+
+#include "format_converter/version0/primitives/internal/sequence.h"
+
+namespace version0 {
+
+namespace {
+
+/// Reads the sequence that stands next into its list.
+void read_list(std::istream& is, SongLogV0& log) {
+  const int code = is.peek();
+  switch (code) {
+    case VampV0::eventCode:
+      log.vamps = read_sequence<VampV0>(is);
+      return;
+    case RepeatV0::eventCode:
+      log.repeats = read_sequence<RepeatV0>(is);
+      return;
+    case CutV0::eventCode:
+      log.cuts = read_sequence<CutV0>(is);
+      return;
+    case TransposeV0::eventCode:
+      log.transposes = read_sequence<TransposeV0>(is);
+      return;
+    case TempoScaleV0::eventCode:
+      log.tempo_scales = read_sequence<TempoScaleV0>(is);
+      return;
+    case ClickV0::eventCode:
+      log.clicks = read_sequence<ClickV0>(is);
+      return;
+    case XCaesura::eventCode:
+      log.caesuras = read_sequence<XCaesura>(is);
+      return;
+    case XScoreMarker::eventCode:
+      log.score_markers = read_sequence<XScoreMarker>(is);
+      return;
+    default:
+      throw EventCodeError(kit::format("Unknown SongLogV0 eventCode %#x at %u", static_cast<unsigned>(code),
+                                       static_cast<unsigned>(position_for_message(is))));
+  }
+}
+
+template <typename Value, std::uint8_t Code>
+bool same_event(const PairedEvent<Value, Code>& a, const PairedEvent<Value, Code>& b) {
+  return a.start == b.start && a.end == b.end;
+}
+bool same_event(const XCaesura& a, const XCaesura& b) { return a == b; }
+bool same_event(const XScoreMarker& a, const XScoreMarker& b) { return a == b; }
+
+/// Whether the events of `a` stand at the beginning of `b`.
+template <typename Event>
+bool begins_with(const std::vector<Event>& b, const std::vector<Event>& a) {
+  return a.size() <= b.size() && std::equal(a.begin(), a.end(), b.begin(),
+                                            [](const Event& x, const Event& y) { return same_event(x, y); });
+}
+
+}  // namespace
+
+SongLogV0::SongLogV0(std::istream& is) {
+  is.exceptions(std::ios_base::failbit | std::ios_base::badbit);
+  const std::uint32_t record_length = get_u32(is);
+  songNumber_ = get_string(is);
+  songName_ = get_string(is);
+  songLength_ = get_u32(is);
+  // The record length counts the sequences alone and is 4 short. That does no harm: the shortest sequence has
+  // 5 bytes, so the position passes the length with the last one and not before.
+  const std::uint32_t begin = istream_tellg(is);
+  do {
+    read_list(is, *this);
+  } while (istream_tellg(is) - begin < record_length);
+}
+
+void SongLogV0::write_binary(std::ostream& os) const {
+  const std::uint32_t record = ostream_tellp(os);
+  put_u32(os, 0);  // the record length, once it is known
+  put_string(os, songNumber_);
+  put_string(os, songName_);
+  put_u32(os, songLength_);
+  const std::size_t front = 4 + (1 + songNumber_.size()) + (1 + songName_.size()) + 4;
+  write_sequence(os, cuts);
+  write_sequence(os, vamps);
+  write_sequence(os, repeats);
+  write_sequence(os, clicks);
+  write_sequence(os, tempo_scales);
+  write_sequence(os, transposes);
+  write_sequence(os, caesuras);
+  write_sequence(os, score_markers);
+  const std::uint32_t end = ostream_tellp(os);
+  patch_u32(os, record, end - record - static_cast<std::uint32_t>(front) - 4, end);
+}
+
+bool SongLogV0::operator==(const SongLogV0& b) const {
+  return songNumber_ == b.songNumber_ && songName_ == b.songName_ && songLength_ == b.songLength_ &&
+         begins_with(b.cuts, cuts) && begins_with(b.vamps, vamps) && begins_with(b.repeats, repeats) &&
+         begins_with(b.clicks, clicks) && begins_with(b.tempo_scales, tempo_scales) &&
+         begins_with(b.transposes, transposes) && begins_with(b.caesuras, caesuras) &&
+         begins_with(b.score_markers, score_markers);
+}
+
+bool SongLogV0::operator!=(const SongLogV0& b) const { return !(*this == b); }
+
+}  // namespace version0

@@ -1,0 +1,89 @@
+#include "format_converter/version0/containers/timeline.h"
+
+#include <algorithm>
+#include <array>
+#include <istream>
+#include <ostream>
+#include <string_view>
+
+#include "format_converter/version0/primitives/internal/sequence.h"
+
+namespace version0 {
+
+namespace {
+
+constexpr std::string_view kMagic = "TLMN";
+
+void expect_magic(std::istream& is) {
+  std::array<char, kMagic.size()> magic{};
+  is.read(magic.data(), magic.size());
+  const std::string found(magic.data(), magic.size());
+  if (found != kMagic) throw IDError("Version0 Timeline must begin with \"TLMN\". Begins with: " + found);
+}
+
+/// Reads the sequence that stands next into its list.
+void read_list(std::istream& is, Timeline& timeline) {
+  const int code = is.peek();
+  switch (code) {
+    case RTempo::eventCode:
+      timeline.tempos = read_sequence<RTempo>(is);
+      return;
+    case RBarsBeats::eventCode:
+      timeline.bars_beats = read_sequence<RBarsBeats>(is);
+      return;
+    case RKey::eventCode:
+      timeline.keys = read_sequence<RKey>(is);
+      return;
+    case RPageNum::eventCode:
+      timeline.page_nums = read_sequence<RPageNum>(is);
+      return;
+    case RMeter::eventCode:
+      timeline.meters = read_sequence<RMeter>(is);
+      return;
+    default:
+      throw EventCodeError(kit::format("Unknown Timeline eventCode %#x at %d", static_cast<unsigned>(code),
+                                       position_for_message(is)));
+  }
+}
+
+/// Whether the records of `a` stand at the beginning of `b`.
+template <typename Record>
+bool begins_with(const std::vector<Record>& b, const std::vector<Record>& a) {
+  return a.size() <= b.size() && std::equal(a.begin(), a.end(), b.begin());
+}
+
+}  // namespace
+
+Timeline::Timeline(std::istream& is) {
+  expect_magic(is);
+  name = get_string(is);
+  song_length = get_u32(is);
+  const std::uint32_t body_length = get_u32(is);
+  const std::uint32_t end = istream_tellg(is) + body_length;
+  do {
+    read_list(is, *this);
+  } while (!at_end(is, end));
+}
+
+void Timeline::write_binary(std::ostream& os) const {
+  os.write(kMagic.data(), kMagic.size());
+  put_string(os, name);
+  put_u32(os, song_length);
+  const LengthField body_length(os);
+  write_sequence(os, tempos);
+  write_sequence(os, bars_beats);
+  write_sequence(os, keys);
+  write_sequence(os, page_nums);
+  write_sequence(os, meters);
+  body_length.patch(os);
+}
+
+bool operator==(const Timeline& a, const Timeline& b) {
+  return a.name == b.name && a.song_length == b.song_length && begins_with(b.tempos, a.tempos) &&
+         begins_with(b.bars_beats, a.bars_beats) && begins_with(b.keys, a.keys) &&
+         begins_with(b.page_nums, a.page_nums) && begins_with(b.meters, a.meters);
+}
+
+bool operator!=(const Timeline& a, const Timeline& b) { return !(a == b); }
+
+}  // namespace version0

@@ -1,0 +1,96 @@
+// A legacy change log to the current model and back: the log, its song logs and their edits.
+// docs/conversion.md lists the rules.
+#include <string>
+#include <utility>
+
+#include "CL/change_log.h"
+#include "format_converter/version0/containers/change_log.h"
+
+namespace version0 {
+
+namespace {
+
+template <typename Legacy, typename Current>
+void events_up(const std::vector<Legacy>& from, CL::EventList<Current>& to) {
+  for (const Legacy& event : from) to.events.emplace_back(event.start, event.end, std::string(), event.value);
+}
+
+signed char low_byte(std::uint32_t value) { return static_cast<signed char>(value & 0xFF); }
+
+template <typename Current, typename Legacy>
+void events_down(const CL::EventList<Current>& from, std::vector<Legacy>& to) {
+  to.reserve(from.events.size());
+  for (const Current& event : from.events)
+    to.emplace_back(event.start, event.end, low_byte(event.value_bits));
+}
+
+void events_down(const CL::EventList<CL::TempoScale>& from, std::vector<TempoScaleV0>& to) {
+  to.reserve(from.events.size());
+  for (const CL::TempoScale& event : from.events)
+    to.emplace_back(event.StartPosition(), event.EndPosition(), event.FloatValue());
+}
+
+void events_down(const CL::EventList<CL::Caesura>& from, std::vector<XCaesura>& to) {
+  to.reserve(from.events.size());
+  for (const CL::Caesura& event : from.events) {
+    // The legacy program plays every caesura alike; those that it does not know are left out.
+    if (event.second_word <= 1) to.emplace_back(event.Position());
+  }
+}
+
+void events_down(const CL::EventList<CL::Marker>& from, std::vector<XScoreMarker>& to) {
+  to.reserve(from.events.size());
+  for (const CL::Marker& event : from.events) to.emplace_back(event.position, event.text);
+}
+
+}  // namespace
+
+std::shared_ptr<CL::SongLog> SongLogV0::get_version_1_0() const {
+  auto log = std::make_shared<CL::SongLog>(songNumber_, songName_, std::uint16_t{0}, songLength_);
+  events_up(vamps, *log->vamps);
+  events_up(repeats, *log->repeats);
+  events_up(cuts, *log->cuts);
+  events_up(clicks, *log->clicks);
+  events_up(tempo_scales, *log->tempo_scales);
+  events_up(transposes, *log->transposes);
+  for (const XCaesura& event : caesuras) log->caesuras->events.emplace_back(event.time, std::string());
+  for (const XScoreMarker& event : score_markers)
+    log->markers->events.emplace_back(event.time, std::string(), event.text);
+  return log;
+}
+
+SongLogV0::SongLogV0(const CL::SongLog& log)
+    : songNumber_(log.song_number), songName_(log.song_name), songLength_(log.song_length) {
+  events_down(*log.vamps, vamps);
+  events_down(*log.repeats, repeats);
+  events_down(*log.cuts, cuts);
+  events_down(*log.clicks, clicks);
+  events_down(*log.tempo_scales, tempo_scales);
+  events_down(*log.transposes, transposes);
+  events_down(*log.caesuras, caesuras);
+  events_down(*log.markers, score_markers);
+}
+
+CL::ChangeLog ChangeLogV0::get_version_1_0() const {
+  CL::ChangeLog log;
+  log.show_name = show_name;
+  log.log_label = log_label;
+  log.identifier = identifier;
+  log.log_tag_pair = log_tag_pair;
+  for (const auto& [number, song] : songs) log.AddSongLog(song.get_version_1_0());
+  return log;
+}
+
+ChangeLogV0::ChangeLogV0(const CL::ChangeLog& log)
+    : identifier(log.identifier),
+      log_label(log.log_label),
+      show_name(log.show_name),
+      log_tag_pair(log.log_tag_pair) {
+  for (const auto& [key, source] : log.song_logs()) {
+    SongLogV0 song(*source);
+    const std::string number = song.songNumber_;
+    songs.insert_or_assign(number, std::move(song));
+  }
+}
+
+}  // namespace version0

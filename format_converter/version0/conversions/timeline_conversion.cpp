@@ -1,0 +1,149 @@
+#include "format_converter/version0/conversions/timeline_conversion.h"
+
+#include <algorithm>
+#include <span>
+#include <stdexcept>
+
+#include "TL/timeline.h"
+#include "format_converter/version0/containers/timeline.h"
+#include "format_converter/version0/primitives/internal/primitives.h"
+
+namespace version0 {
+
+namespace {
+
+/// The tempos that stand under meter `i`: from its time up to the next meter's. Tempos before the first meter
+/// stand under none. Times wrap, so a next meter at 0 leaves the range open.
+template <typename Tempo, typename Meter>
+std::span<const Tempo> tempos_under(const std::vector<Tempo>& tempos, const std::vector<Meter>& meters,
+                                    std::size_t i) {
+  const std::uint32_t first = meters[i].time;
+  const std::uint32_t last = i + 1 < meters.size() ? meters[i + 1].time - 1 : 0xFFFFFFFF;
+  const auto begin =
+      std::lower_bound(tempos.begin(), tempos.end(), first,
+                       [](const Tempo& tempo, std::uint32_t time) { return tempo.time < time; });
+  const auto end = std::upper_bound(begin, tempos.end(), last,
+                                    [](std::uint32_t time, const Tempo& tempo) { return time < tempo.time; });
+  return {begin, end};
+}
+
+/// The first meter must have a tempo: later meters without one repeat what stands before them.
+template <typename Tempo, typename Meter>
+void require_first_tempo(const std::vector<Tempo>& tempos, const std::vector<Meter>& meters) {
+  if (meters.empty())
+    throw std::logic_error("A timeline without meters cannot be converted: add a meter at its start");
+  if (tempos_under(tempos, meters, 0).empty())
+    throw std::logic_error("Expected RTempo event on first iteration!");
+}
+
+/// A meter whose next one stands at time 0 has all tempos from its time on, so meters in disorder repeat
+/// tempos. A few such are converted as they stand; a file made of them must not exhaust the memory.
+template <typename Tempo, typename Meter>
+void require_few_repeats(const std::vector<Tempo>& tempos, const std::vector<Meter>& meters) {
+  constexpr std::size_t kMostRepeats = 16;
+  std::size_t converted = 0;
+  for (std::size_t i = 0; i < meters.size(); ++i) converted += tempos_under(tempos, meters, i).size();
+  if (converted <= kMostRepeats * (tempos.size() + meters.size())) return;
+  throw std::length_error("The meters of a timeline are in disorder and would repeat its tempos too often");
+}
+
+/// What has to hold before a timeline is converted, in either direction.
+template <typename Tempo, typename Meter>
+void require_convertible(const std::vector<Tempo>& tempos, const std::vector<Meter>& meters) {
+  require_first_tempo(tempos, meters);
+  require_few_repeats(tempos, meters);
+}
+
+TL::Meter make_meter(std::uint32_t time, const RMeter& signature, const RTempo& click) {
+  return {time, signature.numerator, signature.denominator, click.clocks_per_click(),
+          click.notated_32_per_quarter};
+}
+
+void convert_meters(const Timeline& from, TL::Timeline& to, unsigned short division) {
+  require_convertible(from.tempos, from.meters);
+  const RTempo* last_tempo = nullptr;
+  for (std::size_t i = 0; i < from.meters.size(); ++i) {
+    const RMeter& signature = from.meters[i];
+    const auto tempos = tempos_under(from.tempos, from.meters, i);
+    if (tempos.empty()) {
+      to.meters.push_back(make_meter(signature.time, signature, *last_tempo));
+      continue;
+    }
+    to.meters.push_back(make_meter(tempos.front().time, signature, tempos.front()));
+    for (const RTempo& tempo : tempos) {
+      to.tempos.push_back({tempo.time, static_cast<std::uint32_t>(tempo.microseconds(division))});
+      if (need_new_meter(to.meters.back(), tempo))
+        to.meters.push_back(make_meter(tempo.time, signature, tempo));
+    }
+    last_tempo = &tempos.back();
+  }
+}
+
+RTempo make_tempo(const TL::Tempo& tempo, const TL::Meter& click, unsigned short division) {
+  return {tempo.time, static_cast<float>(tempo.tick_time(division)), click.notated_32_per_click(),
+          click.notated_32_per_quarter,
+          static_cast<std::uint16_t>(truncate(tempo.bpm(click.clocks_per_click)))};
+}
+
+/// The same tempo again at a meter whose click differs.
+RTempo repeat_tempo(const RTempo& tempo, const TL::Meter& click) {
+  return {click.time, tempo.seconds_per_tick, click.notated_32_per_click(), click.notated_32_per_quarter,
+          tempo.bpm};
+}
+
+void convert_meters(const TL::Timeline& from, Timeline& to, unsigned short division) {
+  require_convertible(from.tempos, from.meters);
+  for (std::size_t i = 0; i < from.meters.size(); ++i) {
+    const TL::Meter& meter = from.meters[i];
+    to.meters.emplace_back(meter.time, meter.numerator, meter.denominator);
+    const auto tempos = tempos_under(from.tempos, from.meters, i);
+    for (const TL::Tempo& tempo : tempos) to.tempos.push_back(make_tempo(tempo, meter, division));
+    if (tempos.empty() && need_new_tempo(to.tempos.back(), meter)) {
+      to.tempos.push_back(repeat_tempo(to.tempos.back(), meter));
+    }
+  }
+}
+
+}  // namespace
+
+bool need_new_meter(const TL::Meter& meter, const RTempo& tempo) {
+  return meter.clocks_per_click != tempo.clocks_per_click() ||
+         meter.notated_32_per_quarter != tempo.notated_32_per_quarter;
+}
+
+bool need_new_tempo(const RTempo& tempo, const TL::Meter& meter) {
+  return tempo.notated_32_per_click != meter.notated_32_per_click() ||
+         tempo.notated_32_per_quarter != meter.notated_32_per_quarter;
+}
+
+std::shared_ptr<TL::Timeline> Timeline::get_version_1_0(unsigned short division) const {
+  auto converted = std::make_shared<TL::Timeline>();
+  convert_meters(*this, *converted, division);
+  for (const RBarsBeats& record : bars_beats) {
+    TL::BarsBeats entry;
+    entry.time = record.time;
+    entry.tag = record.tag;
+    entry.bar_number(record.label);
+    converted->bars_beats.push_back(entry);
+  }
+  for (const RKey& record : keys) converted->keys.push_back({record.time, record.key, record.mode});
+  for (const RPageNum& record : page_nums) converted->page_numbers.push_back({record.time, record.page});
+  return converted;
+}
+
+Timeline::Timeline(const TL::Timeline& timeline, const std::string& song_name, unsigned length,
+                   unsigned short division)
+    : name(song_name), song_length(length) {
+  convert_meters(timeline, *this, division);
+  for (const TL::BarsBeats& entry : timeline.bars_beats) {
+    bars_beats.emplace_back(entry.time, entry.bar_number(), entry.tag);
+  }
+  for (const TL::Key& entry : timeline.keys) {
+    keys.emplace_back(entry.time, static_cast<std::int8_t>(entry.key), static_cast<std::uint8_t>(entry.mode));
+  }
+  for (const TL::PageNumber& entry : timeline.page_numbers) {
+    page_nums.emplace_back(entry.time, static_cast<std::uint16_t>(entry.page));
+  }
+}
+
+}  // namespace version0

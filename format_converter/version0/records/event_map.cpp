@@ -1,0 +1,105 @@
+#include "format_converter/version0/records/internal/event_map.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <istream>
+#include <ostream>
+#include <stdexcept>
+#include <vector>
+
+#include "format_converter/version0/primitives/internal/primitives.h"
+
+namespace version0 {
+
+// Events go to and from the file as they stand in memory.
+static_assert(std::endian::native == std::endian::little,
+              "a big-endian host has to swap the times of every event");
+
+namespace {
+
+constexpr std::uint32_t kWindow = 512;    ///< events that are read at once
+constexpr std::uint32_t kMany = 1 << 16;  ///< events that no longer fit into a processor's nearer caches
+constexpr std::size_t kTrackIds = 256;
+
+/// The end of the events at `first` that belong to one track.
+const EventObject* end_of_run(const EventObject* first, const EventObject* last) {
+  const std::uint8_t id = first->track_id;
+  return std::find_if(first, last, [id](const EventObject& event) { return event.track_id != id; });
+}
+
+using Window = std::array<EventObject, kWindow>;
+
+/// Reads `count` events through `window` and calls `take_run(first, last)` for each run of events of one
+/// track. Stops where the stream fails.
+template <typename TakeRun>
+void read_runs(std::istream& is, std::uint32_t count, Window& window, TakeRun take_run) {
+  while (count > 0) {
+    const std::uint32_t size = std::min(count, kWindow);
+    if (!is.read(reinterpret_cast<char*>(window.data()),
+                 static_cast<std::streamsize>(size * sizeof(EventObject)))) {
+      return;
+    }
+    const EventObject* const last = window.data() + size;
+    for (const EventObject* first = window.data(); first != last;) {
+      const EventObject* const end = end_of_run(first, last);
+      take_run(first, end);
+      first = end;
+    }
+    count -= size;
+  }
+}
+
+/// How many bytes follow the read position, or 0 where the stream cannot tell.
+std::streamoff bytes_ahead(std::istream& is) {
+  std::streambuf& buffer = *is.rdbuf();
+  const std::streamoff here = buffer.pubseekoff(0, std::ios_base::cur, std::ios_base::in);
+  if (here < 0) return 0;
+  const std::streamoff end = buffer.pubseekoff(0, std::ios_base::end, std::ios_base::in);
+  buffer.pubseekpos(here, std::ios_base::in);
+  return std::max<std::streamoff>(end - here, 0);
+}
+
+/// Counts the events of each track and makes room for exactly so many, so that no list ever moves as it
+/// grows: with many events, fresh memory costs more than reading them twice. Leaves the read position where
+/// it was.
+void reserve(std::istream& is, std::uint32_t count, Window& window, EventMap& events) {
+  const std::streamoff here = is.tellg();
+  std::array<std::uint32_t, kTrackIds> sizes{};
+  read_runs(is, count, window, [&](const EventObject* first, const EventObject* last) {
+    sizes[first->track_id] += static_cast<std::uint32_t>(last - first);
+  });
+  is.seekg(here);
+  for (std::size_t id = 0; id < kTrackIds; ++id) {
+    if (sizes[id] > 0) events[static_cast<std::uint8_t>(id)].reserve(sizes[id]);
+  }
+}
+
+}  // namespace
+
+EventMap read_events(std::istream& is) {
+  const std::uint32_t count = get_u32(is);
+  EventMap events;
+  Window window;
+  const std::streamoff events_ahead = bytes_ahead(is) / static_cast<std::streamoff>(sizeof(EventObject));
+  if (count >= kMany && count <= events_ahead) reserve(is, count, window, events);
+  read_runs(is, count, window, [&](const EventObject* first, const EventObject* last) {
+    std::vector<EventObject>& track = events[first->track_id];
+    track.insert(track.end(), first, last);
+  });
+  return events;
+}
+
+void write_events(std::ostream& os, const EventMap& events) {
+  std::uint32_t count = 0;
+  for (const auto& [id, track] : events) count += static_cast<std::uint32_t>(track.size());
+  put_u32(os, count);
+  // The product has always refused a song without events here, in these words.
+  if (count == 0) throw std::out_of_range("vector");
+  for (const auto& [id, track] : events) {
+    os.write(reinterpret_cast<const char*>(track.data()),
+             static_cast<std::streamsize>(track.size() * sizeof(EventObject)));
+  }
+}
+
+}  // namespace version0

@@ -1,0 +1,47 @@
+#include "format_converter/version0/records/event_object.h"
+
+#include <istream>
+#include <ostream>
+
+#include "format_converter/version0/primitives/errors.h"
+
+namespace version0 {
+
+EventObject::EventObject(std::istream& is) { is.read(reinterpret_cast<char*>(this), sizeof(*this)); }
+
+EventObject::EventObject(unsigned int delta, unsigned int absolute, unsigned char status, unsigned char first,
+                         unsigned char second, unsigned char track)
+    : delta_time(delta),
+      abs_time(absolute),
+      status_high(status),
+      data1(first),
+      data2(second),
+      track_id(track) {}
+
+bool EventObject::operator==(const EventObject& b) const {
+  if (abs_time != b.abs_time) throw Version0Error("EventObject abs_time not equal");
+  if (status_high != b.status_high) throw Version0Error("EventObject status_high not equal");
+  if (data1 != b.data1) throw Version0Error("EventObject data1 not equal");
+  if (data2 != b.data2) throw Version0Error("EventObject data2 not equal");
+  if (track_id != b.track_id) throw Version0Error("EventObject track_id not equal");
+  return true;
+}
+
+bool EventObject::operator!=(const EventObject& b) const { return !(*this == b); }
+
+bool EventObject::operator<(const EventObject& b) const {
+  if (abs_time == b.abs_time && delta_time > b.delta_time) return true;
+  if (abs_time > b.abs_time) return false;
+  if (status_high > b.status_high) return false;
+  if (data1 > b.data1) return false;
+  return data2 < b.data2;
+}
+
+std::ostream& operator<<(std::ostream& os, const EventObject& event) {
+  os << std::dec << "EventObject(" << event.delta_time << ", " << event.abs_time << ", ";
+  os << std::hex << std::showbase << unsigned{event.status_high} << std::dec << std::noshowbase;
+  return os << ", " << unsigned{event.data1} << ", " << unsigned{event.data2} << ", "
+            << unsigned{event.track_id} << ")";
+}
+
+}  // namespace version0

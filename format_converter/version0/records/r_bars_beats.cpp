@@ -1,0 +1,34 @@
+#include "format_converter/version0/records/r_bars_beats.h"
+
+#include "format_converter/version0/primitives/internal/primitives.h"
+
+namespace version0 {
+
+const std::uint8_t RBarsBeats::eventCode;
+
+RBarsBeats::RBarsBeats(std::istream& is)
+    : event_code(get_u8(is)),
+      length(get_u16(is)),
+      time(get_u32(is)),
+      label(get_string(is)),
+      tag(get_u8(is)) {}
+
+void RBarsBeats::write_binary(std::ostream& os) const {
+  put_u8(os, eventCode);
+  put_u16(os, static_cast<std::uint16_t>(kFixedLength + label.size()));
+  put_u32(os, time);
+  put_string(os, label);
+  put_u8(os, tag);
+}
+
+RBarsBeats::RBarsBeats(std::uint32_t at, const std::string& text, std::uint8_t mark)
+    : length(static_cast<std::uint16_t>(kFixedLength + text.size())), time(at), label(text), tag(mark) {}
+
+bool operator==(const RBarsBeats& a, const RBarsBeats& b) {
+  return a.time == b.time && a.label == b.label && a.tag == b.tag;
+}
+
+bool operator!=(const RBarsBeats& a, const RBarsBeats& b) { return !(a == b); }
+bool operator<(const RBarsBeats& a, const RBarsBeats& b) { return a.time < b.time; }
+
+}  // namespace version0
