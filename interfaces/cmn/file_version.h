@@ -1,5 +1,7 @@
 #pragma once
 
+// The version of a show or log file.
+
 #include <compare>
 #include <cstdint>
 
@@ -14,5 +16,8 @@ struct FileVersion {
   /// By major, then by minor number.
   auto operator<=>(const FileVersion&) const = default;  // NOLINT(modernize-use-nullptr): the 0 of a < b
 };
+
+/// The first byte of the text form of a show or log. A legacy show of 123 songs begins with it too.
+inline constexpr char kTextFormStart = '{';
 
 }  // namespace cmn

@@ -2,15 +2,13 @@
 
 #include "cmn/data_error.h"
 #include "kit/format.h"
-#include "platform/core/text/quote.h"
 
 namespace zuna_core {
 
 namespace {
 
-std::string Describe(const Place& place, const char* field) {
+std::string PathOf(const Place& place, const char* field) {
   std::string text;
-  if (place.song) text += "song " + Quote(*place.song) + ", ";
   if (place.voice) text += kit::format("voice %u, ", static_cast<unsigned>(*place.voice));
   if (place.list != nullptr) text += kit::format("%s[%zu].", place.list, place.index);
   return text + field;
@@ -50,8 +48,10 @@ void ByteReader::ExpectEnd() {
 }
 
 void ByteReader::Fail(const char* field, const std::string& what) const {
-  throw cmn::DataError(Describe(place, field) + ": " + what +
-                       kit::format(" (at byte %zu)", static_cast<std::size_t>(next_ - begin_)));
+  throw cmn::DataError(cmn::DataError::Parts{.song = place.song,
+                                             .field = PathOf(place, field),
+                                             .offset = static_cast<std::uint64_t>(next_ - begin_),
+                                             .problem = what});
 }
 
 }  // namespace zuna_core

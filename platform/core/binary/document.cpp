@@ -15,18 +15,17 @@ namespace {
 
 using Count = unsigned long long;
 
-std::string CutOff(FileKind kind, std::uint64_t expected, std::uint64_t present) {
-  return kit::format(
-      "The %s file is cut off: its header announces %llu bytes and %llu are there; "
-      "take the file from its source again",
-      KindName(kind), Count{expected}, Count{present});
+cmn::DataError CutOff(FileKind kind, std::uint64_t expected, std::uint64_t present) {
+  return cmn::DataError(
+      kit::format("The %s file is cut off: its header announces %llu bytes and %llu are there",
+                  cmn::KindName(kind).data(), Count{expected}, Count{present}),
+      kTakeAgain);
 }
 
-std::string GoesOn(FileKind kind, std::uint64_t expected) {
-  return kit::format(
-      "The %s file goes on after the %llu bytes that its header announces; "
-      "take the file from its source again",
-      KindName(kind), Count{expected});
+cmn::DataError GoesOn(FileKind kind, std::uint64_t expected) {
+  return cmn::DataError(kit::format("The %s file goes on after the %llu bytes that its header announces",
+                                    cmn::KindName(kind).data(), Count{expected}),
+                        kTakeAgain);
 }
 
 /// Appends to `bytes` until it has `size` of them. Works in pieces, so that a header that announces more than
@@ -48,9 +47,7 @@ void CheckChecksum(FileKind kind, std::string& bytes) {
   bytes.resize(size);
   if (Crc32(0, bytes) != stored) {
     throw cmn::DataError(
-        kit::format("The %s file is damaged: its checksum is wrong; "
-                    "take the file from its source again",
-                    KindName(kind)));
+        kit::format("The %s file is damaged: its checksum is wrong", cmn::KindName(kind).data()), kTakeAgain);
   }
 }
 
@@ -62,19 +59,19 @@ std::string ReadDocument(std::istream& is, FileKind kind, std::string_view heade
   const std::size_t least = kHeaderSize + (checksum == Checksum::kCrc32 ? kChecksumSize : 0);
   if (size < least) {
     throw cmn::DataError(kit::format("The header of the %s file announces %llu bytes, less than any has",
-                                     KindName(kind), Count{size}));
+                                     cmn::KindName(kind).data(), Count{size}));
   }
   std::string bytes;
   if (const std::optional<std::uint64_t> remaining = RemainingBytes(is)) {
     const std::uint64_t present = kHeaderSize + *remaining;
     if (present < size) ThrowTruncated(is, CutOff(kind, size, present));
-    if (present > size) throw cmn::DataError(GoesOn(kind, size));
+    if (present > size) throw GoesOn(kind, size);
     bytes.reserve(static_cast<std::size_t>(size));
   }
   bytes = header_bytes;
   Append(is, kind, size, bytes);
   char extra = 0;
-  if (ReadSome(is, &extra, 1) != 0) throw cmn::DataError(GoesOn(kind, size));
+  if (ReadSome(is, &extra, 1) != 0) throw GoesOn(kind, size);
   if (checksum == Checksum::kCrc32) CheckChecksum(kind, bytes);
   return bytes;
 }
@@ -86,7 +83,7 @@ std::string DocumentHeader(FileKind kind, cmn::FileVersion version, std::uint64_
     throw std::length_error(
         kit::format("The %s needs %llu bytes; a binary file holds less than 4 GiB, "
                     "so write it as text (version 2.0)",
-                    KindName(kind), Count{size}));
+                    cmn::KindName(kind).data(), Count{size}));
   }
   return EncodeHeader(kind, {static_cast<std::uint32_t>(size), version});
 }

@@ -4,12 +4,9 @@
 
 namespace zuna_core {
 
-const char* KindName(FileKind kind) { return kind == FileKind::kShow ? "show" : "log"; }
-
-std::string_view Magic(FileKind kind) { return {kind == FileKind::kShow ? "\0ZSH" : "\0ZLG", kMagicSize}; }
-
 std::optional<Header> DecodeHeader(FileKind kind, std::string_view bytes) {
-  if (bytes.size() < kHeaderSize || bytes.substr(0, kMagicSize) != Magic(kind)) return std::nullopt;
+  if (bytes.size() < kHeaderSize || bytes.substr(0, kMagicSize) != cmn::BinaryMagic(kind))
+    return std::nullopt;
   const char* at = bytes.data() + kMagicSize;
   Header header;
   header.size = static_cast<std::uint32_t>(GetFixed(at, 4));
@@ -23,7 +20,7 @@ std::string EncodeHeader(FileKind kind, const Header& header) {
   char* at = PutFixed(numbers, header.size, 4);
   at = PutFixed(at, header.version.major, 1);
   at = PutFixed(at, header.version.minor, 1);
-  return std::string(Magic(kind)).append(numbers, at);
+  return std::string(cmn::BinaryMagic(kind)).append(numbers, at);
 }
 
 }  // namespace zuna_core

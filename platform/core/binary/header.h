@@ -6,14 +6,11 @@
 #include <string>
 #include <string_view>
 
-#include "cmn/file_version.h"
+#include "cmn/file_format.h"
 
 namespace zuna_core {
 
-enum class FileKind { kShow, kLog };
-
-/// "show" or "log", for messages.
-const char* KindName(FileKind kind);
+using cmn::FileKind;
 
 /// What a current binary file begins with; drawn in docs/format-1.md.
 struct Header {
@@ -24,9 +21,6 @@ struct Header {
 inline constexpr std::size_t kMagicSize = 4;
 inline constexpr std::size_t kVersionSize = 1 + 1;
 inline constexpr std::size_t kHeaderSize = kMagicSize + 4 + kVersionSize;
-
-/// The four bytes that a binary file of this kind begins with.
-std::string_view Magic(FileKind kind);
 
 /// The header at the front of `bytes`; none where they are too few or begin with another magic.
 std::optional<Header> DecodeHeader(FileKind kind, std::string_view bytes);

@@ -22,10 +22,10 @@ Checksum ChecksumOf(cmn::FileVersion version) {
 void ThrowUnsupported(FileKind kind, cmn::FileVersion version, const char* form) {
   const bool show = kind == FileKind::kShow;
   throw cmn::UnsupportedVersionError(
-      kit::format("%s file version %u.%u is not supported as %s; the supported versions are "
-                  "%s (binary) and 2.0 (text)",
-                  show ? "Show" : "Log", static_cast<unsigned>(version.major),
-                  static_cast<unsigned>(version.minor), form, show ? "1.0, 1.1 and 1.2" : "1.1 and 1.2"));
+      kit::format("%s file version %s is not supported as %s", show ? "Show" : "Log",
+                  cmn::VersionText(version).c_str(), form),
+      kit::format("the supported versions are %s (binary) and 2.0 (text)",
+                  show ? "1.0, 1.1 and 1.2" : "1.1 and 1.2"));
 }
 
 }  // namespace zuna_core

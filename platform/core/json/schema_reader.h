@@ -21,8 +21,7 @@ void ReadJson(std::istream& is, std::string_view prefix, const Schema<Builder>& 
   const SchemaHandler<Builder>& handler = parser.handler();
   const std::string path = handler.Path();
   const std::string what = handler.problem().empty() ? DescribeJsonError(end.error) : handler.problem();
-  throw cmn::DataError((path.empty() ? "" : path + ": ") + what +
-                       kit::format(" (at byte %llu)", static_cast<unsigned long long>(end.offset)));
+  throw cmn::DataError(cmn::DataError::Parts{.field = path, .offset = end.offset, .problem = what});
 }
 
 }  // namespace zuna_core

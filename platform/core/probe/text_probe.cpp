@@ -90,7 +90,7 @@ cmn::FileVersion ProbeText(std::istream& is, FileKind kind) {
   FeedJson(is, {}, parser);
   const ProbeHandler& found = parser.handler();
   if (found.kind() != KindText(kind) || !found.version()) return {};
-  return ParseVersion(*found.version()).value_or(cmn::FileVersion{});
+  return cmn::ParseVersion(*found.version()).value_or(cmn::FileVersion{});
 }
 
 }  // namespace zuna_core

@@ -20,7 +20,7 @@ cmn::FileVersion ProbeHere(std::istream& is, FileKind kind) {
   std::array<char, kHeaderSize> buffer{};
   is.read(buffer.data(), buffer.size());
   if (!is) return {};
-  if (buffer.front() == '{') {
+  if (buffer.front() == cmn::kTextFormStart) {
     is.seekg(0);
     return is ? ProbeText(is, kind) : cmn::FileVersion{};
   }

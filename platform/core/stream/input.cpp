@@ -2,8 +2,6 @@
 
 #include <istream>
 
-#include "cmn/data_error.h"
-
 namespace zuna_core {
 
 namespace {
@@ -11,7 +9,7 @@ namespace {
 /// Throws for a stream in state `state`, first the way its mask asks for.
 [[noreturn]] void ThrowUnreadable(std::istream& is, std::ios_base::iostate state) {
   is.setstate(state | std::ios_base::failbit);
-  throw cmn::DataError("The stream cannot be read; check where the data comes from");
+  throw cmn::DataError("The stream cannot be read", "check where the data comes from");
 }
 
 }  // namespace
@@ -65,9 +63,9 @@ std::optional<std::uint64_t> RemainingBytes(std::istream& is) {
   return end > here ? static_cast<std::uint64_t>(end - here) : 0;
 }
 
-void ThrowTruncated(std::istream& is, const std::string& message) {
+void ThrowTruncated(std::istream& is, const cmn::DataError& error) {
   is.setstate(std::ios_base::eofbit | std::ios_base::failbit);
-  throw cmn::DataError(message);
+  throw error;
 }
 
 }  // namespace zuna_core

@@ -5,7 +5,8 @@
 #include <ios>
 #include <iosfwd>
 #include <optional>
-#include <string>
+
+#include "cmn/data_error.h"
 
 namespace zuna_core {
 
@@ -32,7 +33,10 @@ std::size_t ReadSome(std::istream& is, char* to, std::size_t size);
 std::optional<std::uint64_t> RemainingBytes(std::istream& is);
 
 /// Marks the stream as one that ended too early, which throws std::ios_base::failure where its mask asks for
-/// it, and throws cmn::DataError(message) otherwise.
-[[noreturn]] void ThrowTruncated(std::istream& is, const std::string& message);
+/// it, and throws `error` otherwise.
+[[noreturn]] void ThrowTruncated(std::istream& is, const cmn::DataError& error);
+
+/// What to do about a file that was damaged on its way.
+inline constexpr const char* kTakeAgain = "take the file from its source again";
 
 }  // namespace zuna_core

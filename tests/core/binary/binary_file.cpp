@@ -17,7 +17,7 @@ std::string Hex(std::string_view digits) {
 std::string BinaryFile(zuna_core::FileKind kind, cmn::FileVersion version, const std::string& body) {
   const std::size_t checksum_size = version.minor == 0 ? 0 : 4;
   char number[8];
-  std::string file(zuna_core::Magic(kind));
+  std::string file(cmn::BinaryMagic(kind));
   file.append(number, zuna_core::PutFixed(number, 2 + body.size() + checksum_size, 4));
   file += static_cast<char>(version.major);
   file += static_cast<char>(version.minor);

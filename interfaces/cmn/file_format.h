@@ -1,0 +1,40 @@
+#pragma once
+
+// Kinds, versions and magic bytes of current files. Needed by the toolkit and the tools only, not by the
+// converter: a product that replaces platform/ for the converter need not supply it.
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "cmn/file_version.h"
+#include "kit/api.h"
+
+namespace cmn {
+
+/// What a file holds.
+enum class FileKind : std::uint8_t { kShow, kLog };
+
+/// The version that files are written in unless another one is asked for.
+inline constexpr FileVersion kDefaultVersion{1, 2};
+
+/// "show" or "log", for messages.
+ZUNA_API std::string_view KindName(FileKind kind);
+
+/// The four bytes that a current binary file of this kind begins with.
+ZUNA_API std::string_view BinaryMagic(FileKind kind);
+
+/// The current versions that files of this kind are read and written in, in ascending order. 0.0, the legacy
+/// format, is not among them.
+ZUNA_API std::span<const FileVersion> SupportedVersions(FileKind kind);
+
+/// The version that `text` states as MAJOR.MINOR: two decimal numbers from 0 to 255 without leading zeros.
+/// None for any other text.
+ZUNA_API std::optional<FileVersion> ParseVersion(std::string_view text);
+
+/// A version as text: "1.2".
+ZUNA_API std::string VersionText(FileVersion version);
+
+}  // namespace cmn
