@@ -1,27 +1,26 @@
+// A folder for the files of one test, and the content of files.
+
 #pragma once
 
-#include <gtest/gtest.h>
-#include <unistd.h>
-
+#include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace zuna_test {
 
-/// A folder of the running test's own, also when several builds are tested at once; empty at first and
-/// removed at the end.
+/// A new, empty folder, removed at the end with all that is in it.
 class TemporaryFolder {
  public:
   TemporaryFolder() {
-    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-    path_ = std::filesystem::path(testing::TempDir()) /
-            ("zuna_" + std::to_string(getpid()) + "_" + test->test_suite_name() + "_" + test->name());
-    std::filesystem::remove_all(path_);
-    std::filesystem::create_directories(path_);
+    std::string name = (std::filesystem::temp_directory_path() / "zuna-test-XXXXXX").string();
+    if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("cannot make a temporary folder");
+    path_ = name;
   }
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
@@ -31,19 +30,21 @@ class TemporaryFolder {
   }
 
   std::string operator/(const std::string& name) const { return (path_ / name).string(); }
+  const std::filesystem::path& path() const { return path_; }
 
-  /// Puts `bytes` into a file of the folder and returns its path.
+  /// Puts `bytes` into a file or pipe of the folder and returns its path.
   std::string Put(const std::string& name, const std::string& bytes) const {
     std::ofstream(path_ / name, std::ios::binary)
         .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     return *this / name;
   }
 
-  /// The names of what is in the folder.
+  /// The names of what is in the folder, sorted.
   std::vector<std::string> Names() const {
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(path_))
       names.push_back(entry.path().filename());
+    std::sort(names.begin(), names.end());
     return names;
   }
 
@@ -52,6 +53,12 @@ class TemporaryFolder {
 };
 
 inline std::vector<std::uint8_t> FileBytes(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+/// The same as a text.
+inline std::string FileText(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }

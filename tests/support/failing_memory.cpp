@@ -1,4 +1,4 @@
-#include "tests/security/failing_memory.h"
+#include "tests/support/failing_memory.h"
 
 #include <gcrypt.h>
 

@@ -11,17 +11,16 @@
 
 #include "kit/error.h"
 #include "kit/file.h"
-#include "tests/security/support.h"
+#include "tests/support/bytes.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
-using support::ReadPlainFile;
-using support::TemporaryFolder;
-using support::WritePlainFile;
+using zuna_test::TemporaryFolder;
 using Names = std::vector<std::string>;
 
 void Write(const std::string& path, const std::string& content) {
-  kit::WriteFileAtomically(path, support::FromText(content));
+  kit::WriteFileAtomically(path, zuna_test::FromText(content));
 }
 
 std::string Refusal(const std::string& path, const std::string& content) {
@@ -45,7 +44,7 @@ TEST(AtomicFile, NewFileIsTheOwnersOnly) {
   const mode_t old_mask = ::umask(0);
   Write(folder / "new", "content");
   ::umask(old_mask);
-  EXPECT_EQ(ReadPlainFile(folder / "new"), "content");
+  EXPECT_EQ(zuna_test::FileText(folder / "new"), "content");
   EXPECT_EQ(Mode(folder / "new"), 0600U);
   EXPECT_EQ(folder.Names(), Names{"new"});
 }
@@ -53,19 +52,19 @@ TEST(AtomicFile, NewFileIsTheOwnersOnly) {
 TEST(AtomicFile, TheUmaskLimitsTheModeOfANewFile) {
   const TemporaryFolder folder;
   const mode_t old_mask = ::umask(0027);
-  kit::WriteFileAtomically(folder / "new", support::FromText("content"), 0666);
+  kit::WriteFileAtomically(folder / "new", zuna_test::FromText("content"), 0666);
   ::umask(old_mask);
-  EXPECT_EQ(ReadPlainFile(folder / "new"), "content");
+  EXPECT_EQ(zuna_test::FileText(folder / "new"), "content");
   EXPECT_EQ(Mode(folder / "new"), 0640U);
 }
 
 TEST(AtomicFile, ReplacedFileKeepsItsMode) {
   const TemporaryFolder folder;
   for (const unsigned mode : {0640U, 0666U, 0755U}) {
-    WritePlainFile(folder / "old", "a longer old content");
+    folder.Put("old", "a longer old content");
     ASSERT_EQ(::chmod((folder / "old").c_str(), mode), 0);
     Write(folder / "old", "new");
-    EXPECT_EQ(ReadPlainFile(folder / "old"), "new");
+    EXPECT_EQ(zuna_test::FileText(folder / "old"), "new");
     EXPECT_EQ(Mode(folder / "old"), mode);
   }
   EXPECT_EQ(folder.Names(), Names{"old"});
@@ -73,7 +72,7 @@ TEST(AtomicFile, ReplacedFileKeepsItsMode) {
 
 TEST(AtomicFile, AnOpenOldFileIsNotChanged) {
   const TemporaryFolder folder;
-  WritePlainFile(folder / "file", "old");
+  folder.Put("file", "old");
   const int old = ::open((folder / "file").c_str(), O_RDONLY);
   Write(folder / "file", "new");
   char text[4] = {};
@@ -88,7 +87,7 @@ TEST(AtomicFile, WritesWithoutAFolderInThePath) {
   std::filesystem::current_path(folder.path());
   Write("bare", "content");
   std::filesystem::current_path(before);
-  EXPECT_EQ(ReadPlainFile(folder / "bare"), "content");
+  EXPECT_EQ(zuna_test::FileText(folder / "bare"), "content");
 }
 
 TEST(AtomicFile, WritesTheLongestNames) {
@@ -101,14 +100,14 @@ TEST(AtomicFile, WritesTheLongestNames) {
 TEST(AtomicFile, ReplacesWhatALinkPointsTo) {
   const TemporaryFolder folder;
   std::filesystem::create_directory(folder.path() / "sub");
-  WritePlainFile(folder / "sub/file", "old");
+  folder.Put("sub/file", "old");
   std::filesystem::create_symlink("sub/second", folder.path() / "first");
   std::filesystem::create_symlink("file", folder.path() / "sub/second");
   Write(folder / "first", "new");
   EXPECT_TRUE(std::filesystem::is_symlink(folder / "first"));
   EXPECT_TRUE(std::filesystem::is_symlink(folder / "sub/second"));
   EXPECT_FALSE(std::filesystem::is_symlink(folder / "sub/file"));
-  EXPECT_EQ(ReadPlainFile(folder / "sub/file"), "new");
+  EXPECT_EQ(zuna_test::FileText(folder / "sub/file"), "new");
 }
 
 TEST(AtomicFile, CreatesWhatALinkPointsTo) {
@@ -116,7 +115,7 @@ TEST(AtomicFile, CreatesWhatALinkPointsTo) {
   std::filesystem::create_symlink("absent", folder.path() / "link");
   Write(folder / "link", "new");
   EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
-  EXPECT_EQ(ReadPlainFile(folder / "absent"), "new");
+  EXPECT_EQ(zuna_test::FileText(folder / "absent"), "new");
 }
 
 TEST(AtomicFile, LinksInACircle) {
@@ -160,7 +159,7 @@ TEST(AtomicFile, PipesAreWrittenTo) {
   const TemporaryFolder folder;
   ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
   std::string received;
-  std::thread reader([&] { received = ReadPlainFile(folder / "pipe"); });
+  std::thread reader([&] { received = zuna_test::FileText(folder / "pipe"); });
   Write(folder / "pipe", std::string(200000, 'p'));
   reader.join();
   EXPECT_EQ(received, std::string(200000, 'p'));
@@ -189,7 +188,7 @@ class FileSizeLimit {
 
 TEST(AtomicFile, AWriteThatFailsMidwayLeavesTheOldFileAndNothingElse) {
   const TemporaryFolder folder;
-  WritePlainFile(folder / "file", "old");
+  folder.Put("file", "old");
   std::string message;
   {
     const FileSizeLimit limit(10000);
@@ -199,7 +198,7 @@ TEST(AtomicFile, AWriteThatFailsMidwayLeavesTheOldFileAndNothingElse) {
             folder / "file" +
                 ": cannot be written (after 10000 of 100000 bytes): File too large; free some space, or "
                 "choose another folder");
-  EXPECT_EQ(ReadPlainFile(folder / "file"), "old");
+  EXPECT_EQ(zuna_test::FileText(folder / "file"), "old");
   EXPECT_EQ(folder.Names(), Names{"file"});
 }
 
@@ -228,7 +227,7 @@ class NotRoot {
 
 TEST(AtomicFile, AProtectedFileIsNotReplaced) {
   const TemporaryFolder folder;
-  WritePlainFile(folder / "file", "old");
+  folder.Put("file", "old");
   ASSERT_EQ(::chmod((folder / "file").c_str(), 0444), 0);
   ASSERT_EQ(::chmod(folder.path().c_str(), 0777), 0);  // its folder would let it be replaced
   std::string message;
@@ -239,7 +238,7 @@ TEST(AtomicFile, AProtectedFileIsNotReplaced) {
   EXPECT_EQ(message,
             folder / "file" +
                 ": cannot be written: Permission denied; check the permissions, or choose another folder");
-  EXPECT_EQ(ReadPlainFile(folder / "file"), "old");
+  EXPECT_EQ(zuna_test::FileText(folder / "file"), "old");
   EXPECT_EQ(folder.Names(), Names{"file"});
 }
 

@@ -4,14 +4,14 @@
 
 #include <numeric>
 
-#include "tests/security/support.h"
+#include "tests/support/bytes.h"
 
 namespace {
 
-using support::ByteVector;
-using support::FromHex;
-using support::FromText;
 using zuna_security::Bytes;
+using zuna_test::ByteVector;
+using zuna_test::FromHex;
+using zuna_test::FromText;
 
 ByteVector Hmac(const ByteVector& key, std::initializer_list<Bytes> parts) {
   ByteVector mac(32);

@@ -1,21 +1,24 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <iostream>
 #include <iterator>
 #include <thread>
 #include <type_traits>
 
 #include "kit/error.h"
-#include "tests/security/support.h"
+#include "tests/support/bytes.h"
+#include "tests/support/encrypted.h"
+#include "tests/support/temporary_folder.h"
 #include "zuna_sec/cipher_key.h"
 #include "zuna_sec/cipher_stream.h"
 #include "zuna_sec/errors.h"
 
 namespace {
 
-using support::FromText;
-using support::TemporaryFolder;
 using zuna_sec::TwoFishCipherStream;
+using zuna_test::FromText;
+using zuna_test::TemporaryFolder;
 
 TEST(CipherStream, FileRoundTrip) {
   const TemporaryFolder folder;
@@ -28,7 +31,7 @@ TEST(CipherStream, FileRoundTrip) {
   EXPECT_EQ(&in.GetStream(), &in.GetStream());
   EXPECT_EQ(in.GetStream().exceptions(), std::ios_base::goodbit);
   EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in.GetStream()), {}), "plaintext");
-  EXPECT_EQ(support::FromText(support::ReadPlainFile(folder / "file")), out.GetEncryptedBytes());
+  EXPECT_EQ(zuna_test::FromText(zuna_test::FileText(folder / "file")), out.GetEncryptedBytes());
 }
 
 TEST(CipherStream, AnOpenedPlaintextCanBeChangedAndExtended) {
@@ -41,12 +44,13 @@ TEST(CipherStream, AnOpenedPlaintextCanBeChangedAndExtended) {
   stream.GetStream() << "PLAIN";
   stream.GetStream().seekp(0, std::ios_base::end);
   stream.GetStream() << std::string(10000, '!');
-  EXPECT_EQ(support::Opened(stream.GetEncryptedBytes(), {}, {}), "PLAINtext" + std::string(10000, '!'));
+  EXPECT_EQ(zuna_test::Decrypted(stream.GetEncryptedBytes(), {{}, {}}),
+            "PLAINtext" + std::string(10000, '!'));
 }
 
 TEST(CipherStream, MessagesNameThePath) {
   const TemporaryFolder folder;
-  support::WritePlainFile(folder / "text", "no envelope");
+  folder.Put("text", "no envelope");
   try {
     const TwoFishCipherStream stream(folder / "text", {}, {});
     FAIL();
@@ -69,6 +73,20 @@ TEST(CipherStream, ErrorsCarryTheirParts) {
     EXPECT_EQ(copy.remedy(), "give an encrypted show or log file");
   }
   static_assert(std::is_nothrow_copy_constructible_v<zuna_sec::CipherError>);
+}
+
+TEST(CipherStream, AFileOfMoreThanOneGibibyte) {
+  const TemporaryFolder folder;
+  std::filesystem::resize_file(folder.Put("sparse", ""), 1073741824 + 72 + 1);
+  try {
+    const TwoFishCipherStream stream(folder / "sparse", {}, {});
+    FAIL();
+  } catch (const zuna_sec::TooLargeError& error) {
+    EXPECT_EQ(
+        error.what(),
+        folder / "sparse" +
+            ": holds more than 1073741896 bytes, the most that an encrypted file can; give another file");
+  }
 }
 
 TEST(CipherStream, MissingFile) {
@@ -104,7 +122,7 @@ TEST(CipherStream, EndOfReadingDoesNotStopSealing) {
   std::string word;
   while (stream.GetStream() >> word) continue;
   EXPECT_TRUE(stream.GetStream().fail());
-  EXPECT_EQ(support::Opened(stream.GetEncryptedBytes(), {}, {}), "all of it");
+  EXPECT_EQ(zuna_test::Decrypted(stream.GetEncryptedBytes(), {{}, {}}), "all of it");
 }
 
 TEST(CipherStream, EightThreadsAtOnce) {
@@ -112,9 +130,9 @@ TEST(CipherStream, EightThreadsAtOnce) {
   for (unsigned id = 0; id < 8; ++id) {
     threads.emplace_back([id] {
       for (unsigned round = 0; round < 50; ++round) {
-        const support::ByteVector key(id, 1);
+        const zuna_test::ByteVector key(id, 1);
         const std::string text(id * 100 + round, 't');
-        EXPECT_EQ(support::Opened(support::Sealed(text, key, {}), key, {}), text);
+        EXPECT_EQ(zuna_test::Decrypted(zuna_test::Encrypted(text, {key, {}}), {key, {}}), text);
       }
     });
   }

@@ -6,13 +6,13 @@
 #include <numeric>
 #include <random>
 
-#include "tests/security/support.h"
+#include "tests/support/bytes.h"
 
 namespace {
 
-using support::ByteVector;
-using support::FromHex;
 using zuna_security::Bytes;
+using zuna_test::ByteVector;
+using zuna_test::FromHex;
 
 ByteVector TwofishOfZeros(int algorithm, std::size_t key_size) {
   gcry_cipher_hd_t handle = nullptr;

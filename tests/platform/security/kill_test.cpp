@@ -9,7 +9,7 @@
 #include <random>
 #include <thread>
 
-#include "tests/security/support.h"
+#include "tests/support/temporary_folder.h"
 #include "zuna_sec/cipher_stream.h"
 
 namespace {
@@ -29,7 +29,7 @@ const std::string& Content(bool second) {
 }
 
 TEST(KillTest, AtAnyMomentTheFileIsOneOrTheOther) {
-  const support::TemporaryFolder folder;
+  const zuna_test::TemporaryFolder folder;
   const std::string path = folder / "file";
   zuna_sec::TwoFishCipherStream first(std::string(), {}, {});
   first.GetStream() << Content(false);

@@ -5,12 +5,12 @@
 #include <memory>
 #include <new>
 
-#include "tests/security/support.h"
+#include "tests/support/bytes.h"
 
 namespace {
 
-using support::ByteVector;
 using zuna_security::EqualInConstantTime;
+using zuna_test::ByteVector;
 
 TEST(Secret, WipesWhenItGoes) {
   alignas(zuna_security::Secret<32>) std::uint8_t memory[sizeof(zuna_security::Secret<32>)];

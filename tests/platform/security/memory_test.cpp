@@ -6,14 +6,16 @@
 #include <iostream>
 #include <iterator>
 
-#include "tests/security/failing_memory.h"
-#include "tests/security/support.h"
+#include "tests/support/bytes.h"
+#include "tests/support/encrypted.h"
+#include "tests/support/failing_memory.h"
+#include "tests/support/temporary_folder.h"
 #include "zuna_sec/cipher_stream.h"
 
 namespace {
 
-using support::ByteVector;
 using zuna_sec::TwoFishCipherStream;
+using zuna_test::ByteVector;
 
 ByteVector Key() { return ByteVector(16, 1); }
 ByteVector Iv() { return ByteVector(100, 2); }
@@ -46,22 +48,21 @@ class FailingMemory : public testing::Test {
  protected:
   static void SetUpTestSuite() {
     failing_memory::Install();
-    support::Sealed("", Key(), Iv());
+    zuna_test::Encrypted("", {Key(), Iv()});
   }
 };
 
 TEST_F(FailingMemory, OpeningBytes) {
-  const ByteVector sealed = support::Sealed(Text(), Key(), Iv());
+  const ByteVector sealed = zuna_test::Encrypted(Text(), {Key(), Iv()});
   const ByteVector key = Key();
   const ByteVector iv = Iv();
   ExpectCleanFailures([&] { const TwoFishCipherStream stream(sealed, key, iv); });
 }
 
 TEST_F(FailingMemory, OpeningAFile) {
-  const support::TemporaryFolder folder;
-  const ByteVector sealed = support::Sealed(Text(), Key(), Iv());
-  const std::string path = folder / "file";
-  support::WritePlainFile(path, std::string(sealed.begin(), sealed.end()));
+  const zuna_test::TemporaryFolder folder;
+  const ByteVector sealed = zuna_test::Encrypted(Text(), {Key(), Iv()});
+  const std::string path = folder.Put("file", std::string(sealed.begin(), sealed.end()));
   const ByteVector key = Key();
   const ByteVector iv = Iv();
   ExpectCleanFailures([&] { const TwoFishCipherStream stream(path, key, iv); });
@@ -74,12 +75,12 @@ TEST_F(FailingMemory, SealingBytes) {
 }
 
 TEST_F(FailingMemory, SealingAFileLeavesTheOldOne) {
-  const support::TemporaryFolder folder;
+  const zuna_test::TemporaryFolder folder;
   const std::string path = folder / "file";
   TwoFishCipherStream stream(std::string(), Key(), Iv());
   stream.GetStream() << Text();
   for (long call = 1;; ++call) {
-    support::WritePlainFile(path, "old");
+    folder.Put("file", "old");
     const long live = failing_memory::Live();
     failing_memory::FailAt(call, true);
     bool thrown = false;
@@ -92,10 +93,9 @@ TEST_F(FailingMemory, SealingAFileLeavesTheOldOne) {
     EXPECT_EQ(failing_memory::Live(), live) << "allocation " << call << " leaks";
     EXPECT_EQ(folder.Names(), std::vector<std::string>{"file"});
     if (!thrown) break;
-    EXPECT_EQ(support::ReadPlainFile(path), "old") << "allocation " << call;
+    EXPECT_EQ(zuna_test::FileText(path), "old") << "allocation " << call;
   }
-  const std::string written = support::ReadPlainFile(path);
-  EXPECT_EQ(support::Opened({written.begin(), written.end()}, Key(), Iv()), Text());
+  EXPECT_EQ(zuna_test::Decrypted(zuna_test::FileBytes(path), {Key(), Iv()}), Text());
 }
 
 TEST_F(FailingMemory, WritingIntoAStreamMakesItBadAndKeepsWhatWasThere) {
@@ -110,7 +110,7 @@ TEST_F(FailingMemory, WritingIntoAStreamMakesItBadAndKeepsWhatWasThere) {
 
   plaintext.clear();
   plaintext << " and more";
-  EXPECT_EQ(support::Opened(stream.GetEncryptedBytes(), Key(), Iv()), "kept and more");
+  EXPECT_EQ(zuna_test::Decrypted(stream.GetEncryptedBytes(), {Key(), Iv()}), "kept and more");
 
   plaintext.exceptions(std::ios_base::badbit);
   failing_memory::FailAt(1, false);

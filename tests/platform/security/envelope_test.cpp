@@ -2,25 +2,26 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/security/support.h"
+#include "tests/support/bytes.h"
+#include "tests/support/encrypted.h"
 #include "zuna_sec/errors.h"
 
 namespace {
 
-using support::ByteVector;
-using support::FromText;
+using zuna_test::ByteVector;
+using zuna_test::FromText;
 
 const char* const kPlaintext = "A show, in short.";  // 17 bytes: one block and one byte
 
 ByteVector Key() { return FromText("0123456789abcdef"); }
 ByteVector Iv() { return FromText("fedcba98"); }
-ByteVector Good() { return support::Sealed(kPlaintext, Key(), Iv()); }
+ByteVector Good() { return zuna_test::Encrypted(kPlaintext, {Key(), Iv()}); }
 
 /// Opens with the right key and gives the message that the bytes are refused with.
 template <typename Error>
 std::string Refusal(const ByteVector& bytes, const ByteVector& key = Key(), const ByteVector& iv = Iv()) {
   try {
-    support::Opened(bytes, key, iv);
+    zuna_test::Decrypted(bytes, {key, iv});
   } catch (const Error& error) {
     EXPECT_EQ(typeid(error), typeid(Error)) << error.what();
     return error.what();
@@ -45,8 +46,8 @@ TEST(Envelope, HasItsFieldsWhereTheyBelong) {
 TEST(Envelope, IsTheSameEveryTime) { EXPECT_EQ(Good(), Good()); }
 
 TEST(Envelope, KeepsKeyAndIvApart) {
-  const ByteVector bytes = support::Sealed("x", FromText("ab"), FromText("c"));
-  EXPECT_EQ(support::Opened(bytes, FromText("ab"), FromText("c")), "x");
+  const ByteVector bytes = zuna_test::Encrypted("x", {FromText("ab"), FromText("c")});
+  EXPECT_EQ(zuna_test::Decrypted(bytes, {FromText("ab"), FromText("c")}), "x");
   Refusal<zuna_sec::WrongKeyError>(bytes, FromText("a"), FromText("bc"));
   Refusal<zuna_sec::WrongKeyError>(bytes, FromText("abc"), {});
   Refusal<zuna_sec::WrongKeyError>(bytes, FromText("c"), FromText("ab"));
@@ -57,7 +58,7 @@ TEST(Envelope, TakesKeysAndIvsOfAnyLength) {
     for (const std::size_t iv_size : {0U, 1U, 16U, 300U}) {
       const ByteVector key(key_size, 1);
       const ByteVector iv(iv_size, 2);
-      EXPECT_EQ(support::Opened(support::Sealed("text", key, iv), key, iv), "text");
+      EXPECT_EQ(zuna_test::Decrypted(zuna_test::Encrypted("text", {key, iv}), {key, iv}), "text");
     }
   }
 }
@@ -181,9 +182,9 @@ TEST(Envelope, EveryOtherLengthIsRefused) {
 }
 
 TEST(Envelope, EveryChangeOfAnEmptyPlaintextIsRefused) {
-  const ByteVector good = support::Sealed("", Key(), Iv());
+  const ByteVector good = zuna_test::Encrypted("", {Key(), Iv()});
   ASSERT_EQ(good.size(), 72U);
-  EXPECT_EQ(support::Opened(good, Key(), Iv()), "");
+  EXPECT_EQ(zuna_test::Decrypted(good, {Key(), Iv()}), "");
   ExpectRefused<zuna_sec::TruncatedError>(good, 16, 24);
   ExpectRefused<zuna_sec::WrongKeyError>(good, 24, 56);
   ExpectRefused<zuna_sec::DamagedError>(good, 56, 72);
