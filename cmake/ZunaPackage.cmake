@@ -2,7 +2,7 @@
 include(CMakePackageConfigHelpers)
 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/zuna_format_converter")
-set(libraries zuna_interfaces zuna_format_converter)
+set(libraries zuna_interfaces zuna_format_converter zuna_toolkit)
 if(TARGET zuna_core)
   list(APPEND libraries zuna_core zuna_security kit)
 endif()
@@ -14,6 +14,10 @@ install(EXPORT zuna_format_converter NAMESPACE zuna:: DESTINATION "${package_dir
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/interfaces/" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/zuna"
   FILES_MATCHING PATTERN "*.h")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/format_converter" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/zuna"
+  FILES_MATCHING PATTERN "*.h"
+  PATTERN "internal" EXCLUDE)
+
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/toolkit" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/zuna"
   FILES_MATCHING PATTERN "*.h"
   PATTERN "internal" EXCLUDE)
 

@@ -5,27 +5,25 @@
 #include <cstdint>
 #include <stdexcept>
 
-#include "cli/midi/export.h"
-#include "cli/midi/import.h"
-#include "cli/midi/smf_reader.h"
-#include "cli/midi/smf_writer.h"
 #include "fuzz/target.h"
+#include "toolkit/midi/songs.h"
+#include "toolkit/smf/file.h"
 
 namespace {
 
-using zuna_cli::midi::Report;
-using zuna_cli::smf::File;
+using zuna_toolkit::midi::Report;
+using zuna_toolkit::smf::File;
 
 File ReadText(const std::string& bytes) {
-  zuna_cli::smf::ReadNotes notes;
-  return zuna_cli::smf::Read({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}, notes);
+  zuna_toolkit::smf::ReadNotes notes;
+  return zuna_toolkit::smf::Read({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}, notes);
 }
 
 void CheckWriter(File file) {
   for (auto& track : file.tracks) track.sysex_count = 0;
   std::string bytes;
   try {
-    bytes = zuna_cli::smf::Write(file);
+    bytes = zuna_toolkit::smf::Write(file);
   } catch (const std::length_error&) {
     return;  // Without system-exclusive messages two events can stand too far apart.
   }
@@ -43,9 +41,9 @@ std::size_t MessageCount(const zuna_midi::SongData& song) {
 
 void CheckSong(const File& file) {
   Report report;
-  const auto song = zuna_cli::midi::ImportSong(file, "1", "fuzz", report);
-  const File exported = ReadText(zuna_cli::smf::Write(zuna_cli::midi::ExportSong(*song, report)));
-  const auto again = zuna_cli::midi::ImportSong(exported, "1", "fuzz", report);
+  const auto song = zuna_toolkit::midi::ImportSong(file, "1", "fuzz", report);
+  const File exported = ReadText(zuna_toolkit::smf::Write(zuna_toolkit::midi::ExportSong(*song, report)));
+  const auto again = zuna_toolkit::midi::ImportSong(exported, "1", "fuzz", report);
   if (MessageCount(*again) != MessageCount(*song)) return;  // Some stood too far apart in their voice.
   for (const auto& [number, voice] : song->voice_data->tracks()) {
     fuzz::Require(again->voice_data->GetTrack(number)->messages == voice->messages,
@@ -57,15 +55,11 @@ void CheckSong(const File& file) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   try {
-    zuna_cli::smf::ReadNotes notes;
-    const File file = zuna_cli::smf::Read({data, size}, notes);
+    zuna_toolkit::smf::ReadNotes notes;
+    const File file = zuna_toolkit::smf::Read({data, size}, notes);
     CheckWriter(file);
     CheckSong(file);
-  } catch (const zuna_cli::smf::ReadError&) {
-    return 0;
-  } catch (const zuna_cli::midi::ImportError&) {
-    return 0;
-  } catch (const zuna_cli::midi::ExportError&) {
+  } catch (const zuna_toolkit::Error&) {
     return 0;
   }
   return 0;

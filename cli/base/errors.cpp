@@ -40,6 +40,8 @@ Failure FailureOf(const std::string& name) {
     throw;
   } catch (const Failure& error) {
     return error;
+  } catch (const zuna_toolkit::Error& error) {
+    return failure(ExitCode::kBadInput, error.what());
   } catch (const zuna_sec::WrongKeyError& error) {
     return failure(ExitCode::kWrongKey, error.what());
   } catch (const kit::IoError& error) {

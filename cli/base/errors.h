@@ -4,7 +4,13 @@
 #include <string>
 #include <utility>
 
+#include "toolkit/error.h"
+#include "toolkit/words.h"
+
 namespace zuna_cli {
+
+using zuna_toolkit::Counted;
+using zuna_toolkit::Tally;
 
 /// What the tool's exit code tells.
 enum class ExitCode : int {

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "cli/base/tally.h"
+#include "cli/base/errors.h"
 
 namespace zuna_cli {
 

@@ -1,7 +1,7 @@
 #include <memory>
 
+#include "cli/base/errors.h"
 #include "cli/base/file_io.h"
-#include "cli/base/tally.h"
 #include "cli/commands/context.h"
 #include "cli/files/file_type.h"
 #include "cli/logs/fermatas.h"

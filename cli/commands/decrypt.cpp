@@ -1,7 +1,7 @@
 #include <iterator>
 #include <memory>
 
-#include "cli/base/tally.h"
+#include "cli/base/errors.h"
 #include "cli/commands/context.h"
 #include "cli/files/input_file.h"
 

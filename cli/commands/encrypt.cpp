@@ -3,8 +3,8 @@
 #include <memory>
 #include <sstream>
 
+#include "cli/base/errors.h"
 #include "cli/base/file_io.h"
-#include "cli/base/tally.h"
 #include "cli/commands/context.h"
 #include "cli/files/file_type.h"
 #include "cli/files/text_form.h"

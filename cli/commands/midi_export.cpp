@@ -3,13 +3,15 @@
 
 #include "cli/base/file_io.h"
 #include "cli/commands/context.h"
-#include "cli/midi/export.h"
-#include "cli/midi/file_names.h"
-#include "cli/midi/smf_writer.h"
 #include "cli/shows/show_conversion.h"
 #include "kit/path.h"
+#include "toolkit/midi/file_names.h"
+#include "toolkit/midi/songs.h"
+#include "toolkit/smf/file.h"
 
 namespace zuna_cli {
+
+namespace smf = zuna_toolkit::smf;
 
 namespace {
 
@@ -28,9 +30,9 @@ struct MidiFile {
 
 MidiFile ExportOne(const zuna_midi::SongData& song, const std::string& path, const std::string& input,
                    Context& context) {
-  midi::Report report;
+  zuna_toolkit::midi::Report report;
   const std::string name = input + ": song " + song.song_number;
-  std::string bytes = OnFile(name, [&] { return smf::Write(midi::ExportSong(song, report)); });
+  std::string bytes = OnFile(name, [&] { return smf::Write(zuna_toolkit::midi::ExportSong(song, report)); });
   if (!report.not_kept.empty()) context.Note(name, "not kept: " + report.not_kept.ToString());
   for (const std::string& remark : report.remarks) context.Note(name, remark);
   return {path, std::move(bytes)};
@@ -39,7 +41,7 @@ MidiFile ExportOne(const zuna_midi::SongData& song, const std::string& path, con
 /// The paths of the files for all songs. Throws Failure where one may not be written.
 std::vector<std::string> PathsFor(const zuna_midi::ShowData& show, const Options& options) {
   std::vector<std::string> paths;
-  midi::FileNames names;
+  zuna_toolkit::midi::FileNames names;
   for (const auto& [number, song] : show.songs()) {
     paths.push_back(kit::path::Join(options.folder, names.Make(number, song->song_name)));
     Output{paths.back(), options.force}.Check({options.input});

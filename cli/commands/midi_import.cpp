@@ -7,11 +7,13 @@
 #include "cli/base/version_text.h"
 #include "cli/commands/context.h"
 #include "cli/files/encrypted_output.h"
-#include "cli/midi/import.h"
-#include "cli/midi/smf_reader.h"
 #include "cli/shows/show_info.h"
+#include "toolkit/midi/songs.h"
+#include "toolkit/smf/file.h"
 
 namespace zuna_cli {
+
+namespace smf = zuna_toolkit::smf;
 
 namespace {
 
@@ -68,11 +70,11 @@ std::shared_ptr<zuna_midi::SongData> ImportFile(const std::string& path, const s
   const std::string name = InputName(path);
   const auto bytes = ReadBytes(path, kMaxFileSize);
   smf::ReadNotes notes;
-  midi::Report report;
+  zuna_toolkit::midi::Report report;
   auto song = OnFile(name, [&] {
     const smf::File file = smf::Read(bytes, notes);
     NoteWhatTheReaderFound(notes, file.tracks.size(), name, context);
-    return midi::ImportSong(file, number, Stem(path), report);
+    return zuna_toolkit::midi::ImportSong(file, number, Stem(path), report);
   });
   if (!report.not_kept.empty()) context.Note(name, "not kept: " + report.not_kept.ToString());
   for (const std::string& remark : report.remarks) context.Note(name, remark);

@@ -2,8 +2,8 @@
 
 #include <numeric>
 
+#include "cli/base/errors.h"
 #include "cli/base/table.h"
-#include "cli/base/tally.h"
 #include "cli/base/text.h"
 #include "cli/base/version_text.h"
 

@@ -1,7 +1,7 @@
 #include "cli/shows/show_info.h"
 
+#include "cli/base/errors.h"
 #include "cli/base/table.h"
-#include "cli/base/tally.h"
 #include "cli/base/text.h"
 #include "cli/base/version_text.h"
 

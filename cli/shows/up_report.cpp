@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <map>
 
-#include "cli/base/tally.h"
+#include "cli/base/errors.h"
 
 namespace zuna_cli {
 

@@ -17,11 +17,12 @@ OWN = {
     "platform/core": ("platform/core/",),
     "platform/kit": ("platform/kit/",),
     "platform/security": ("platform/security/",),
-    "cli": ("cli/", "format_converter/"),
-    "fuzz": ("fuzz/", "cli/", "format_converter/", "platform/"),
+    "toolkit": ("toolkit/", "format_converter/"),
+    "cli": ("cli/", "toolkit/", "format_converter/"),
+    "fuzz": ("fuzz/", "toolkit/", "format_converter/", "platform/"),
     "benchmarks": ("benchmarks/", "format_converter/"),
     "examples": (),
-    "tests": ("tests/", "cli/", "format_converter/", "platform/"),
+    "tests": ("tests/", "toolkit/", "cli/", "format_converter/", "platform/"),
 }
 
 # A header of ours is held to the rules however it is included.

@@ -1,0 +1,28 @@
+#include "toolkit/midi/file_names.h"
+
+#include <gtest/gtest.h>
+
+namespace zuna_toolkit::midi {
+namespace {
+
+TEST(FileNames, AreCleanAndShort) {
+  FileNames names;
+  EXPECT_EQ(names.Make("1", "Moon River"), "1 Moon River.mid");
+  EXPECT_EQ(names.Make("..", "/etc"), "_. _etc.mid");
+  EXPECT_EQ(names.Make("", ""), "song.mid");
+  EXPECT_EQ(names.Make("2", std::string("a\0\n\x7F\\:b\xFF", 8)), "2 a_____b_.mid");
+  EXPECT_EQ(names.Make("4", "Who? *\"Me\"* <1|2>"), "4 Who_ __Me__ _1_2_.mid");
+  EXPECT_LE(names.Make("3", std::string(5000, 'x')).size(), 255U);
+  EXPECT_LE(names.Make("3", std::string(5000, 'x')).size(), 255U);
+}
+
+TEST(FileNames, AreNeverTwoAlike) {
+  FileNames names;
+  EXPECT_EQ(names.Make("1", "a/b"), "1 a_b.mid");
+  EXPECT_EQ(names.Make("1", "A:B"), "1 A_B (2).mid");
+  EXPECT_EQ(names.Make("1", "a_b"), "1 a_b (3).mid");
+  EXPECT_EQ(names.Make("1", "a_b (2)"), "1 a_b (2) (2).mid");
+}
+
+}  // namespace
+}  // namespace zuna_toolkit::midi

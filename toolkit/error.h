@@ -1,0 +1,51 @@
+// The one exception class of the toolkit.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "kit/api.h"
+#include "kit/error.h"
+
+namespace zuna_toolkit {
+
+/// What kind of trouble an error reports. A program maps it to an exit code.
+enum class ErrorKind {
+  kBadInput,      ///< the content of a file is damaged, unsupported or unsuitable
+  kWrongKey,      ///< an encrypted file needs another key or IV
+  kIo,            ///< a file or stream cannot be opened, read or written
+  kNotSupported,  ///< the caller asked for something that does not exist, such as a log of version 1.0
+};
+
+/// What an error knows. Texts are empty where they do not apply.
+struct ErrorParts {
+  std::string file;                     ///< what messages call the file
+  std::string problem;                  ///< what happened and where, without the file and the remedy
+  std::string remedy;                   ///< what the user can do
+  std::string song;                     ///< the song number
+  std::string field;                    ///< path of the field, such as "timeline.tempos[3].time"
+  std::optional<std::uint64_t> offset;  ///< in the decrypted file, in bytes
+};
+
+/// Everything that the toolkit refuses. The message is "FILE: PROBLEM; REMEDY".
+class ZUNA_API Error : public kit::RuntimeError {
+ public:
+  Error(ErrorKind kind, ErrorParts parts);
+
+  /// A problem of `file` with a remedy; no song, field or offset.
+  Error(ErrorKind kind, const std::string& file, const std::string& problem, const std::string& remedy);
+
+  ErrorKind kind() const { return kind_; }
+  const ErrorParts& parts() const { return *parts_; }
+
+  /// The same error about `file`.
+  Error WithFile(const std::string& file) const;
+
+ private:
+  ErrorKind kind_;
+  std::shared_ptr<const ErrorParts> parts_;  ///< shared, so that copying cannot fail
+};
+
+}  // namespace zuna_toolkit

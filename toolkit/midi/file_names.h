@@ -1,0 +1,23 @@
+// Names for the MIDI files of a show.
+#pragma once
+
+#include <set>
+#include <string>
+
+#include "kit/api.h"
+
+namespace zuna_toolkit::midi {
+
+/// Names the MIDI files of one folder: "NUMBER NAME.mid", without control characters and the characters
+/// / \ : ? * " < > | (not every system takes them), at most 255 bytes long and never two alike, upper and
+/// lower case not told apart.
+class ZUNA_API FileNames {
+ public:
+  /// The name for a song; another one on every call.
+  std::string Make(const std::string& song_number, const std::string& song_name);
+
+ private:
+  std::set<std::string> taken_;  ///< in lower case
+};
+
+}  // namespace zuna_toolkit::midi

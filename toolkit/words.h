@@ -1,0 +1,40 @@
+// Counts with their nouns, for the texts of reports and errors.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "kit/api.h"
+
+namespace zuna_toolkit {
+
+/// "1 voice", "2 voices".
+ZUNA_API std::string Counted(std::size_t count, const std::string& one, const std::string& many);
+
+/// Adds `text` to the end of `list`, as in "2, 3".
+ZUNA_API void AppendListed(std::string& list, const std::string& text);
+
+/// Counts things by kind, as "2 system-exclusive messages, 14 lyrics".
+class ZUNA_API Tally {
+ public:
+  /// Some things of one kind.
+  struct Kind {
+    std::string one;    ///< what one of them is called
+    std::string many;   ///< what several of them are called
+    std::size_t count;  ///< how many there are
+  };
+
+  /// Adds `count` things of a kind.
+  void Add(const std::string& one, const std::string& many, std::size_t count = 1);
+
+  bool empty() const { return kinds_.empty(); }
+  /// In the order of their first appearance.
+  const std::vector<Kind>& kinds() const { return kinds_; }
+  std::string ToString() const;
+
+ private:
+  std::vector<Kind> kinds_;
+};
+
+}  // namespace zuna_toolkit
