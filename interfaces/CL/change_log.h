@@ -1,5 +1,7 @@
 #pragma once
 
+// A whole change log in the current model.
+
 #include <cstdint>
 #include <iosfwd>
 #include <map>
@@ -39,23 +41,28 @@ class ZUNA_API ChangeLog {
   ChangeLog& operator=(ChangeLog&&) noexcept;
   virtual ~ChangeLog();
 
-  /// Adds a song log under its song number. One that is already there under that number gives way to the new
-  /// one. Throws std::invalid_argument for a null pointer.
+  /// Adds a song log under its song number and replaces one that is already there under that number. Throws
+  /// std::invalid_argument for a null pointer.
   void AddSongLog(std::shared_ptr<SongLog> song);
 
-  /// The song log under this key. Throws std::out_of_range naming the key when there is none.
+  /// The song log under this key; the caller may change it. Throws std::out_of_range naming the key when
+  /// there is none.
+  ///@{
   std::shared_ptr<SongLog> GetSongLog(const std::string& key);
-  /// The same for a log that is only read.
-  std::shared_ptr<const SongLog> GetSongLog(const std::string& key) const;
+  std::shared_ptr<SongLog> GetSongLog(const std::string& key) const;
+  ///@}
 
-  /// The song logs by number, for walking them.
+  /// The song logs by number. The map may be changed: AddSongLog() is only the safe way to add to it.
+  ///@{
+  SongLogs& song_logs() { return song_logs_; }
   const SongLogs& song_logs() const { return song_logs_; }
+  ///@}
 
   /// Writes the log as a file of this version. Throws cmn::UnsupportedVersionError for a version that this
   /// library does not write, std::length_error for a log that the format cannot hold, and std::logic_error
-  /// naming the song for one whose number was changed after it was added; nothing has been written then. A
-  /// stream that does not take the bytes gives kit::IoError, or std::ios_base::failure where its exception
-  /// mask asks for it.
+  /// naming the song where its song log or one of its lists is null or where its number is not its key;
+  /// nothing has been written then. A stream that does not take the bytes gives kit::IoError, or
+  /// std::ios_base::failure where its exception mask asks for it.
   void WriteBinary(std::ostream& os, const cmn::FileVersion& version) const;
 
  private:

@@ -1,5 +1,7 @@
 #pragma once
 
+// The edits of one song in the current model.
+
 #include <cstdint>
 #include <iosfwd>
 #include <memory>
@@ -13,17 +15,19 @@
 namespace CL {
 
 /// The events of one class in a song, in the order in which they were appended.
-template <class Event>
+template <typename Event>
 struct EventList {
   std::vector<Event> events;  ///< never sorted
 };
 
-/// The edits of one song in the current model. A copy shares its lists with the original.
+/// The edits of one song in the current model. A copy shares its lists with the original; one that was moved
+/// from has no lists any more.
 class ZUNA_API SongLog {
  public:
-  /// There is always a list, and always the same.
-  template <class Event>
-  using SharedList = const std::shared_ptr<EventList<Event>>;
+  /// A list that may be replaced by another one. A null pointer stands for no list: it prints as an empty one
+  /// and cannot be written to a file.
+  template <typename Event>
+  using SharedList = std::shared_ptr<EventList<Event>>;
 
   std::string song_number;    ///< the key in a ChangeLog
   std::string song_name;      ///< the title
@@ -49,6 +53,9 @@ class ZUNA_API SongLog {
           unsigned int length);
 
   SongLog(const SongLog&);
+  SongLog(SongLog&&) noexcept;
+  SongLog& operator=(const SongLog&);
+  SongLog& operator=(SongLog&&) noexcept;
   virtual ~SongLog();
 
   /// Writes the song and its edits as text for a person: `indent` tab characters and a line about the song,

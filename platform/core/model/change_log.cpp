@@ -36,8 +36,6 @@ void ChangeLog::AddSongLog(std::shared_ptr<SongLog> song) {
 
 std::shared_ptr<SongLog> ChangeLog::GetSongLog(const std::string& key) { return Find(song_logs_, key); }
 
-std::shared_ptr<const SongLog> ChangeLog::GetSongLog(const std::string& key) const {
-  return Find(song_logs_, key);
-}
+std::shared_ptr<SongLog> ChangeLog::GetSongLog(const std::string& key) const { return Find(song_logs_, key); }
 
 }  // namespace CL

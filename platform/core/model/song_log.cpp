@@ -9,10 +9,12 @@ namespace CL {
 
 namespace {
 
-template <class Event>
-void WriteList(std::ostream& os, const std::string& tabs, const char* name, const EventList<Event>& list) {
-  os << tabs << kit::format("%sSequence(evt_count=%zu):\n", name, list.events.size());
-  for (const Event& event : list.events) {
+template <typename Event>
+void WriteList(std::ostream& os, const std::string& tabs, const char* name,
+               const SongLog::SharedList<Event>& list) {
+  os << tabs << kit::format("%sSequence(evt_count=%zu):\n", name, list ? list->events.size() : 0);
+  if (!list) return;
+  for (const Event& event : list->events) {
     os << tabs << '\t';
     event.WriteString(os);
     os << '\n';
@@ -26,6 +28,9 @@ SongLog::SongLog(const std::string& number, const std::string& name, unsigned sh
     : song_number(number), song_name(name), division(ticks_per_quarter), song_length(length) {}
 
 SongLog::SongLog(const SongLog&) = default;
+SongLog::SongLog(SongLog&&) noexcept = default;
+SongLog& SongLog::operator=(const SongLog&) = default;
+SongLog& SongLog::operator=(SongLog&&) noexcept = default;
 SongLog::~SongLog() = default;
 
 void SongLog::WriteStringDetailed(std::ostream& os, int indent) const {
@@ -34,15 +39,15 @@ void SongLog::WriteStringDetailed(std::ostream& os, int indent) const {
      << kit::format(", division=%u, songLength=%lu, attacca=%u)\n", static_cast<unsigned>(division),
                     static_cast<unsigned long>(song_length), static_cast<unsigned>(attacca));
   const std::string list_tabs = tabs + '\t';
-  WriteList(os, list_tabs, "Vamp", *vamps);
-  WriteList(os, list_tabs, "Repeat", *repeats);
-  WriteList(os, list_tabs, "Cut", *cuts);
-  WriteList(os, list_tabs, "Transpose", *transposes);
-  WriteList(os, list_tabs, "TempoScale", *tempo_scales);
-  WriteList(os, list_tabs, "Marker", *markers);
-  WriteList(os, list_tabs, "Click", *clicks);
-  WriteList(os, list_tabs, "Fermata", *fermatas);
-  WriteList(os, list_tabs, "Caesura", *caesuras);
+  WriteList(os, list_tabs, "Vamp", vamps);
+  WriteList(os, list_tabs, "Repeat", repeats);
+  WriteList(os, list_tabs, "Cut", cuts);
+  WriteList(os, list_tabs, "Transpose", transposes);
+  WriteList(os, list_tabs, "TempoScale", tempo_scales);
+  WriteList(os, list_tabs, "Marker", markers);
+  WriteList(os, list_tabs, "Click", clicks);
+  WriteList(os, list_tabs, "Fermata", fermatas);
+  WriteList(os, list_tabs, "Caesura", caesuras);
 }
 
 }  // namespace CL

@@ -189,4 +189,43 @@ TEST(WriteLog, ChangedKeyIsRefused) {
   }
 }
 
+/// The error of writing the sample with `change` made to it, which is the same in every version.
+template <typename Change>
+std::string ChangedError(const Change& change) {
+  std::string message;
+  for (const cmn::FileVersion& version : kLogVersions) {
+    CL::ChangeLog log = zuna_test::SampleLog();
+    change(log);
+    message = WriteError<std::logic_error>([&](std::ostream& os) { log.WriteBinary(os, version); });
+    EXPECT_EQ(message.find("Song \"2b\" cannot be written: "), 0U);
+  }
+  return message.substr(message.find(": ") + 2);
+}
+
+TEST(WriteLog, MissingSongLogIsRefused) {
+  EXPECT_EQ(ChangedError([](CL::ChangeLog& log) { log.song_logs()["2b"].reset(); }), "its song log is null");
+}
+
+/// The error of writing the sample with this list of its song reset.
+template <typename List>
+std::string ResetError(List list) {
+  return ChangedError([list](CL::ChangeLog& log) {
+    const auto copy = std::make_shared<CL::SongLog>(*log.GetSongLog("2b"));
+    ((*copy).*list).reset();
+    log.AddSongLog(copy);
+  });
+}
+
+TEST(WriteLog, MissingListIsRefused) {
+  EXPECT_EQ(ResetError(&CL::SongLog::vamps), "its list vamps is null");
+  EXPECT_EQ(ResetError(&CL::SongLog::repeats), "its list repeats is null");
+  EXPECT_EQ(ResetError(&CL::SongLog::cuts), "its list cuts is null");
+  EXPECT_EQ(ResetError(&CL::SongLog::transposes), "its list transposes is null");
+  EXPECT_EQ(ResetError(&CL::SongLog::tempo_scales), "its list tempoScales is null");
+  EXPECT_EQ(ResetError(&CL::SongLog::clicks), "its list clicks is null");
+  EXPECT_EQ(ResetError(&CL::SongLog::fermatas), "its list fermatas is null");
+  EXPECT_EQ(ResetError(&CL::SongLog::markers), "its list markers is null");
+  EXPECT_EQ(ResetError(&CL::SongLog::caesuras), "its list caesuras is null");
+}
+
 }  // namespace

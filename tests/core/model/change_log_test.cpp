@@ -53,6 +53,26 @@ TEST(ChangeLog, GivesASongToBeChanged) {
   EXPECT_EQ(constant.GetSongLog("12a")->attacca, 3);
 }
 
+TEST(ChangeLog, ConstFormGivesASongToBeChangedToo) {
+  CL::ChangeLog log;
+  log.AddSongLog(Song("12a"));
+  const CL::ChangeLog& constant = log;
+  constant.GetSongLog("12a")->attacca = 4;
+  EXPECT_EQ(log.GetSongLog("12a")->attacca, 4);
+}
+
+TEST(ChangeLog, MapOfSongLogsMayBeChangedAndReplaced) {
+  CL::ChangeLog log;
+  log.song_logs()["1"] = Song("1", "first");
+  EXPECT_EQ(log.GetSongLog("1")->song_name, "first");
+  for (auto& [number, song] : log.song_logs()) song = Song(number, "replaced");
+  EXPECT_EQ(log.GetSongLog("1")->song_name, "replaced");
+  log.song_logs() = {{"2", Song("2")}};
+  EXPECT_EQ(log.song_logs().size(), 1U);
+  log.song_logs().clear();
+  EXPECT_TRUE(log.song_logs().empty());
+}
+
 TEST(ChangeLog, NamesTheKeyThatIsAbsent) {
   CL::ChangeLog log;
   log.AddSongLog(Song("1"));
@@ -91,6 +111,54 @@ TEST(SongLog, CopySharesItsLists) {
   const CL::SongLog copy = song;
   copy.vamps->events.emplace_back(0U, 480U, "", 2);
   EXPECT_EQ(song.vamps->events.size(), 1U);
+}
+
+TEST(SongLog, IsAssignedWithAllItsMembers) {
+  CL::SongLog song("1", "One", 480, 7680);
+  song.attacca = 2;
+  song.caesuras->events.emplace_back(1U, "");
+  CL::SongLog other("2", "", 0, 0);
+  other = song;
+  EXPECT_EQ(other.song_number, "1");
+  EXPECT_EQ(other.song_name, "One");
+  EXPECT_EQ(other.division, 480);
+  EXPECT_EQ(other.song_length, 7680U);
+  EXPECT_EQ(other.attacca, 2);
+  EXPECT_EQ(other.caesuras, song.caesuras);
+  CL::SongLog moved("3", "", 0, 0);
+  moved = std::move(other);
+  EXPECT_EQ(moved.song_name, "One");
+  const CL::SongLog constructed = std::move(moved);
+  EXPECT_EQ(constructed.caesuras, song.caesuras);
+}
+
+TEST(SongLog, ListsMayBeReplaced) {
+  CL::SongLog song("1", "", 480, 7680);
+  const auto list = std::make_shared<CL::EventList<CL::Vamp>>();
+  list->events.emplace_back(0U, 480U, "", 2);
+  song.vamps = list;
+  song.markers.reset();
+  EXPECT_EQ(song.vamps->events.size(), 1U);
+  EXPECT_EQ(song.markers, nullptr);
+}
+
+TEST(SongLog, PrintsAMissingListAsAnEmptyOne) {
+  const CL::SongLog whole("1", "", 480, 7680);
+  CL::SongLog song = whole;
+  song.vamps.reset();
+  song.repeats.reset();
+  song.cuts.reset();
+  song.transposes.reset();
+  song.tempo_scales.reset();
+  song.markers.reset();
+  song.clicks.reset();
+  song.fermatas.reset();
+  song.caesuras.reset();
+  std::ostringstream expected;
+  std::ostringstream os;
+  whole.WriteStringDetailed(expected, 0);
+  song.WriteStringDetailed(os, 0);
+  EXPECT_EQ(os.str(), expected.str());
 }
 
 TEST(SongLog, PrintsEveryListWithItsEvents) {
