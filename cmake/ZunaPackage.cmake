@@ -1,25 +1,34 @@
-# Install rules and the CMake package zuna_format_converter.
+# Install rules, the CMake package zuna_format_converter and its pkg-config file.
 include(CMakePackageConfigHelpers)
 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/zuna_format_converter")
-set(libraries zuna_interfaces zuna_format_converter zuna_toolkit)
+set(header_dir "${CMAKE_INSTALL_INCLUDEDIR}/zuna")
+
+set(libraries zuna_format_converter)
+set(header_folders format_converter)
+if(TARGET zuna_toolkit)
+  list(APPEND libraries zuna_toolkit)
+  list(APPEND header_folders toolkit)
+endif()
 if(TARGET zuna_core)
   list(APPEND libraries zuna_core zuna_security kit)
 endif()
 
-install(TARGETS ${libraries} EXPORT zuna_format_converter)
+# zuna::all is everything that is installed here.
+add_library(zuna_all INTERFACE)
+add_library(zuna::all ALIAS zuna_all)
+set_target_properties(zuna_all PROPERTIES EXPORT_NAME all)
+target_link_libraries(zuna_all INTERFACE ${libraries})
+
+install(TARGETS zuna_all zuna_interfaces ${libraries} EXPORT zuna_format_converter)
 install(EXPORT zuna_format_converter NAMESPACE zuna:: DESTINATION "${package_dir}")
 
 # The headers lie under one folder, so that <TL/timeline.h> and <format_converter/showdata.h> read as they do here.
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/interfaces/" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/zuna"
-  FILES_MATCHING PATTERN "*.h")
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/format_converter" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/zuna"
-  FILES_MATCHING PATTERN "*.h"
-  PATTERN "internal" EXCLUDE)
-
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/toolkit" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/zuna"
-  FILES_MATCHING PATTERN "*.h"
-  PATTERN "internal" EXCLUDE)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/interfaces/" DESTINATION "${header_dir}" FILES_MATCHING PATTERN "*.h")
+foreach(folder IN LISTS header_folders)
+  install(DIRECTORY "${PROJECT_SOURCE_DIR}/${folder}" DESTINATION "${header_dir}"
+    FILES_MATCHING PATTERN "*.h" PATTERN "internal" EXCLUDE)
+endforeach()
 
 configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/zuna_format_converterConfig.cmake.in"
   "${PROJECT_BINARY_DIR}/zuna_format_converterConfig.cmake" INSTALL_DESTINATION "${package_dir}")
@@ -29,3 +38,12 @@ install(FILES
   "${PROJECT_BINARY_DIR}/zuna_format_converterConfig.cmake"
   "${PROJECT_BINARY_DIR}/zuna_format_converterConfigVersion.cmake"
   DESTINATION "${package_dir}")
+
+# The pkg-config file finds the prefix from its own place, so that the prefix can be moved.
+file(RELATIVE_PATH pc_to_prefix "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+string(REGEX REPLACE "/$" "" pc_to_prefix "${pc_to_prefix}")
+list(TRANSFORM libraries PREPEND "-l" OUTPUT_VARIABLE pc_libraries)
+list(JOIN pc_libraries " " pc_libraries)
+configure_file("${PROJECT_SOURCE_DIR}/cmake/zuna_format_converter.pc.in"
+  "${PROJECT_BINARY_DIR}/zuna_format_converter.pc" @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/zuna_format_converter.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
