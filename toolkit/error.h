@@ -13,10 +13,11 @@ namespace zuna_toolkit {
 
 /// What kind of trouble an error reports. A program maps it to an exit code.
 enum class ErrorKind {
-  kBadInput,      ///< the content of a file is damaged, unsupported or unsuitable
-  kWrongKey,      ///< an encrypted file needs another key or IV
-  kIo,            ///< a file or stream cannot be opened, read or written
-  kNotSupported,  ///< the caller asked for something that does not exist, such as a log of version 1.0
+  kBadInput,       ///< the content of a file is damaged, unsupported or unsuitable
+  kWrongKey,       ///< an encrypted file needs another key or IV
+  kKeyMissing,     ///< an encrypted file needs a key, and none was given
+  kIo,             ///< a file or stream cannot be opened, read or written
+  kNoSuchVersion,  ///< the caller asked for a version that is not written, such as a log of version 1.0
 };
 
 /// What an error knows. Texts are empty where they do not apply.
@@ -32,12 +33,18 @@ struct ErrorParts {
 /// Everything that the toolkit refuses. The message is "FILE: PROBLEM; REMEDY".
 class ZUNA_API Error : public kit::RuntimeError {
  public:
+  /// An error whose message is composed of its parts.
   Error(ErrorKind kind, ErrorParts parts);
+
+  /// An error whose message was composed elsewhere.
+  Error(ErrorKind kind, ErrorParts parts, const std::string& message);
 
   /// A problem of `file` with a remedy; no song, field or offset.
   Error(ErrorKind kind, const std::string& file, const std::string& problem, const std::string& remedy);
 
+  /// What kind of trouble this is.
   ErrorKind kind() const { return kind_; }
+  /// What the error knows.
   const ErrorParts& parts() const { return *parts_; }
 
   /// The same error about `file`.

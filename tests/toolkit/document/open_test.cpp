@@ -1,0 +1,237 @@
+#include "toolkit/document/open.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "cmn/file_format.h"
+#include "tests/support/bytes.h"
+#include "tests/support/encrypted.h"
+#include "tests/support/log_equality.h"
+#include "tests/support/random_legacy_log.h"
+#include "tests/support/random_legacy_show.h"
+#include "tests/support/random_log.h"
+#include "tests/support/random_show.h"
+#include "tests/support/show_equality.h"
+#include "tests/support/temporary_folder.h"
+#include "toolkit/error.h"
+
+namespace zuna_toolkit {
+namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+using zuna_test::Encrypted;
+using zuna_test::kKey;
+using zuna_test::Written;
+using zuna_test::WrittenAt;
+
+/// Opens `plaintext` both ways: encrypted, and plain where that is accepted.
+class OpenTest : public testing::Test {
+ protected:
+  std::vector<Document> OpenBothWays(const std::string& plaintext) const {
+    const std::vector<std::uint8_t> sealed = Encrypted(plaintext);
+    const std::string encrypted = folder_.Put("encrypted", {sealed.begin(), sealed.end()});
+    const std::string plain = folder_.Put("plain", plaintext);
+    return {OpenDocument(encrypted, kKey), OpenDocument(plain, kKey, Accept::kEncryptedOrPlain)};
+  }
+
+  /// The error that opening these bytes gives.
+  Error ErrorOf(const std::string& bytes, const CipherKey& key = kKey) const {
+    try {
+      OpenDocument(folder_.Put("file", bytes), key);
+    } catch (const Error& error) {
+      return error;
+    }
+    throw std::logic_error("nothing was thrown");
+  }
+
+  Error ErrorOfPlaintext(const std::string& plaintext) const {
+    const std::vector<std::uint8_t> sealed = Encrypted(plaintext);
+    return ErrorOf({sealed.begin(), sealed.end()});
+  }
+
+  const zuna_test::TemporaryFolder folder_;
+};
+
+TEST_F(OpenTest, ReadsShowsOfEveryVersion) {
+  std::mt19937 random(1);
+  const zuna_midi::ShowData show = zuna_test::RandomShow(random);
+  for (const cmn::FileVersion version : cmn::SupportedVersions(cmn::FileKind::kShow)) {
+    for (const Document& document : OpenBothWays(WrittenAt(show, version))) {
+      EXPECT_EQ(document.type(), (FileType{cmn::FileKind::kShow, version}));
+      ASSERT_NE(document.As<zuna_midi::ShowData>(), nullptr);
+      EXPECT_EQ(zuna_test::FirstDifference(*document.As<zuna_midi::ShowData>(), show), "");
+      EXPECT_EQ(document.As<CL::ChangeLog>(), nullptr);
+      EXPECT_THAT(document.name(), StartsWith(folder_.path().string()));
+    }
+  }
+}
+
+TEST_F(OpenTest, ReadsLogsOfEveryVersion) {
+  std::mt19937 random(2);
+  const CL::ChangeLog log = zuna_test::RandomLog(random);
+  for (const cmn::FileVersion version : cmn::SupportedVersions(cmn::FileKind::kLog)) {
+    for (const Document& document : OpenBothWays(WrittenAt(log, version))) {
+      EXPECT_EQ(document.type(), (FileType{cmn::FileKind::kLog, version}));
+      ASSERT_NE(document.As<CL::ChangeLog>(), nullptr);
+      EXPECT_EQ(zuna_test::FirstDifference(*document.As<CL::ChangeLog>(), log), "");
+    }
+  }
+}
+
+TEST_F(OpenTest, ReadsLegacyShowsAndWhatTheirFilesHaveBesides) {
+  std::mt19937 random(3);
+  version0::ShowData show;
+  while (show.songs.size() < 2) show = zuna_test::RandomLegacyShow(random);
+  std::string bytes = Written(show);
+  bytes[0] = static_cast<char>(bytes[0] + 1);
+  bytes += Written(show.songs.begin()->second) + "tail";  // the first song once more, then 4 bytes
+  for (const Document& document : OpenBothWays(bytes)) {
+    EXPECT_EQ(document.type(), FileType());
+    ASSERT_NE(document.As<LegacyShow>(), nullptr);
+    EXPECT_EQ(Written(document.As<LegacyShow>()->show), Written(show));
+    EXPECT_EQ(document.As<LegacyShow>()->replaced_songs, 1U);
+    EXPECT_EQ(document.As<LegacyShow>()->trailing_bytes, 4U);
+  }
+}
+
+TEST_F(OpenTest, ReadsLegacyLogsAndCountsReplacedSongs) {
+  std::mt19937 random(4);
+  const version0::ChangeLogV0 log = zuna_test::RandomLegacyLog(random);
+  std::string bytes = Written(log);
+  const std::string twice = Written(log.songs.rbegin()->second);
+  bytes += twice;
+  const std::size_t length = bytes.size() - 8;  // the magic (4) and this field (4) do not count
+  for (std::size_t i = 0; i < 4; ++i) bytes[4 + i] = static_cast<char>(length >> (8 * i));
+  for (const Document& document : OpenBothWays(bytes)) {
+    EXPECT_EQ(document.type(), (FileType{cmn::FileKind::kLog, {}}));
+    ASSERT_NE(document.As<LegacyLog>(), nullptr);
+    EXPECT_EQ(Written(document.As<LegacyLog>()->log), Written(log));
+    EXPECT_EQ(document.As<LegacyLog>()->replaced_songs, 1U);
+  }
+}
+
+TEST_F(OpenTest, ReadsALegacyLogWithoutSongs) {
+  version0::ChangeLogV0 log;
+  log.show_name = "Show";
+  log.log_label = "label";
+  log.log_tag_pair = {3, 65535};
+  for (const Document& document : OpenBothWays(Written(log))) {
+    ASSERT_NE(document.As<LegacyLog>(), nullptr);
+    EXPECT_EQ(Written(document.As<LegacyLog>()->log), Written(log));
+  }
+}
+
+TEST_F(OpenTest, NamesTheFileAndTheRemedy) {
+  EXPECT_EQ(ErrorOf("MThd").parts().problem, "is a MIDI file");
+  EXPECT_EQ(ErrorOf("MThd").parts().remedy, "use midi import");
+  EXPECT_EQ(ErrorOf("{}").parts().problem, "is plain text");
+  EXPECT_EQ(ErrorOf(std::string("\0ZSH\2", 5)).parts().problem, "is a plain show");
+  EXPECT_EQ(ErrorOf(std::string("\0ZLG\2", 5)).parts().problem, "is a plain log");
+  EXPECT_EQ(ErrorOf("ZUNA").parts().problem, "is a plain log");
+  const Error other = ErrorOf("something else");
+  EXPECT_EQ(other.kind(), ErrorKind::kBadInput);
+  EXPECT_EQ(other.parts().file, folder_ / "file");
+  EXPECT_EQ(std::string(other.what()),
+            other.parts().file + ": " + other.parts().problem + "; " + other.parts().remedy);
+}
+
+TEST_F(OpenTest, TellsAWrongKeyFromAMissingOne) {
+  const std::vector<std::uint8_t> sealed = Encrypted("x");
+  const std::string bytes(sealed.begin(), sealed.end());
+  EXPECT_EQ(ErrorOf(bytes, {{1}, {2}}).kind(), ErrorKind::kWrongKey);
+  EXPECT_EQ(ErrorOf(bytes, {}).kind(), ErrorKind::kKeyMissing);
+  EXPECT_EQ(ErrorOf(bytes, {}).parts().problem, "is encrypted with a key, and none was given");
+}
+
+TEST_F(OpenTest, SaysThatAFileCannotBeRead) {
+  try {
+    OpenDocument(folder_ / "none", kKey);
+    FAIL() << "nothing was thrown";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.kind(), ErrorKind::kIo);
+    EXPECT_EQ(error.parts().file, folder_ / "none");
+    EXPECT_THAT(error.what(), StartsWith((folder_ / "none") + ": cannot be opened"));
+  }
+}
+
+TEST_F(OpenTest, CarriesThePlaceOfAnErrorInAText) {
+  const Error error = ErrorOfPlaintext(
+      R"({"kind": "showdata", "fileVersion": "2.0", "showName": "", "songs": [{"songNumber": "7", "x": 1}]})");
+  EXPECT_EQ(error.kind(), ErrorKind::kBadInput);
+  EXPECT_TRUE(error.parts().offset.has_value());
+  EXPECT_THAT(error.what(), HasSubstr("(at byte "));
+  EXPECT_THAT(error.what(), EndsWith("; " + error.parts().remedy));
+}
+
+TEST_F(OpenTest, ReadsATextThatDoesNotStateWhatItHolds) {
+  EXPECT_THAT(ErrorOfPlaintext("\xEF\xBB\xBF{}").what(),
+              EndsWith("a byte order mark or blanks stand before the text (at byte 0); remove them, so that "
+                       "\"{\" comes first"));
+  EXPECT_THAT(ErrorOfPlaintext("{\"kind\": \"logdata\"}").what(), HasSubstr("(at byte "));
+}
+
+TEST_F(OpenTest, RefusesEveryTruncationOfALegacyFile) {
+  std::mt19937 random(5);
+  const std::string log = Written(zuna_test::RandomLegacyLog(random));
+  for (std::size_t size = 0; size < log.size(); ++size) {
+    EXPECT_EQ(ErrorOfPlaintext(log.substr(0, size)).kind(), ErrorKind::kBadInput) << size;
+  }
+  EXPECT_THAT(ErrorOfPlaintext(log.substr(0, log.size() - 1)).what(),
+              EndsWith(": is no complete log: its length is not what its header says; get a complete copy of "
+                       "the file"));
+  EXPECT_THAT(ErrorOfPlaintext("x").what(),
+              EndsWith(": ends too early or is damaged; get an undamaged copy of the file"));
+}
+
+TEST(IsEncrypted, LooksAtTheBeginningOnly) {
+  const std::vector<std::uint8_t> sealed = Encrypted("content");
+  EXPECT_TRUE(IsEncrypted(sealed));
+  EXPECT_TRUE(IsEncrypted(std::span(sealed).first(20)));
+  EXPECT_FALSE(IsEncrypted(std::span(sealed).first(7)));
+  EXPECT_FALSE(IsEncrypted(zuna_test::FromText("plain text, and long enough to be looked at")));
+}
+
+TEST(HoldsLegacyShow, TellsShowsFromNoise) {
+  std::mt19937 random(6);
+  const auto holds = [](const std::string& plaintext) {
+    OpenedFile file = OpenedFile::FromBytes(Encrypted(plaintext), "name", kKey);
+    return HoldsLegacyShow(file);
+  };
+  EXPECT_TRUE(holds(Written(zuna_test::RandomLegacyShow(random))));
+  EXPECT_FALSE(holds("noise"));
+}
+
+TEST(ReadLegacyShowName, NeedsTheHeaderOnly) {
+  std::mt19937 random(7);
+  version0::ChangeLogV0 log = zuna_test::RandomLegacyLog(random);
+  log.show_name = "The Show";
+  const auto name_in = [](const std::string& plaintext) {
+    OpenedFile file =
+        OpenedFile::FromBytes(zuna_test::FromText(plaintext), "log", kKey, Accept::kEncryptedOrPlain);
+    return ReadLegacyShowName(file);
+  };
+  EXPECT_EQ(name_in(Written(log) + "and more"), "The Show");
+  EXPECT_EQ(zuna_test::MessageOf<Error>([&] { name_in("hello"); }),
+            "log: is no log of version 0.0 (it does not begin with \"ZUNA\"); give the log of the show");
+  EXPECT_EQ(zuna_test::MessageOf<Error>([&] { name_in("ZUNA\1"); }),
+            "log: ends too early or is damaged; get an undamaged copy of the file");
+}
+
+TEST(RequireCorrectText, ReadsTextFormsOnly) {
+  const auto message = [](const std::string& text) {
+    return zuna_test::MessageOf<Error>([&] { RequireCorrectText(zuna_test::FromText(text), "name"); });
+  };
+  const std::string passed = "(nothing was thrown)";
+  EXPECT_EQ(message("anything"), passed);
+  EXPECT_EQ(message(""), passed);
+  EXPECT_EQ(message(R"({"kind": "showdata", "fileVersion": "2.0", "showName": "", "songs": []})"), passed);
+  EXPECT_THAT(message("{"), testing::MatchesRegex("name: .*\\(at byte [0-9]+\\); correct the text"));
+  EXPECT_THAT(message("{\"kind\": \"logdata\"}"), EndsWith("; correct the text"));
+}
+
+}  // namespace
+}  // namespace zuna_toolkit

@@ -1,0 +1,78 @@
+#include "toolkit/document/summary.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace zuna_toolkit {
+namespace {
+
+using Counts = std::map<std::string, std::size_t>;
+
+/// The counts of the first song that are not 0.
+Counts CountsOf(const Summary& summary) {
+  Counts counts;
+  for (const Count& count : summary.songs.at(0).counts) {
+    if (count.value != 0) counts[std::string(count.key)] = count.value;
+  }
+  return counts;
+}
+
+TEST(Summary, CountsWhatASongOfAShowHas) {
+  auto song = std::make_shared<zuna_midi::SongData>("1a", "Song", std::uint16_t{480}, 1920U);
+  auto voice = std::make_shared<zuna_midi::VoiceTrack>();
+  voice->messages = {{0, {0x90, 60, 100}}, {10, {0x80, 60, 0}}};
+  song->voice_data->AddTrack(voice);
+  song->timeline->tempos = {{0, 500000}};
+  song->timeline->meters = {{0, 4, 4, 24, 8}, {10, 3, 4, 24, 8}, {20, 3, 4, 24, 8}};
+  song->timeline->bars_beats.resize(4);
+  zuna_midi::ShowData show;
+  show.show_name = "Gala";
+  show.AddSongData(song);
+  const Document current(show, {1, 2}, "name");
+  const Summary summary = Summarise(current);
+  EXPECT_EQ(summary.show_name, "Gala");
+  EXPECT_FALSE(summary.log);
+  EXPECT_EQ(summary.songs.at(0).number, "1a");
+  EXPECT_EQ(summary.songs.at(0).name, "Song");
+  EXPECT_EQ(summary.songs.at(0).division, 480);
+  EXPECT_EQ(summary.songs.at(0).length, 1920U);
+  EXPECT_FALSE(summary.songs.at(0).attacca);
+  const Counts expected{{"voices", 1}, {"events", 2}, {"bars", 4}, {"tempos", 1}, {"meters", 3}};
+  EXPECT_EQ(CountsOf(summary), expected);
+  const Summary legacy = Summarise({LegacyShow{version0::ShowData(show)}, {}, "name"});
+  EXPECT_FALSE(legacy.show_name);
+  EXPECT_EQ(CountsOf(legacy), expected);
+}
+
+TEST(Summary, CountsTheEditsOfALog) {
+  auto song = std::make_shared<CL::SongLog>("1", "Song", std::uint16_t{96}, 1920U);
+  song->attacca = 3;
+  song->vamps->events.emplace_back(0U, 1U, "", 2);
+  song->tempo_scales->events.assign(2, CL::TempoScale(0, 1, "", 1.5F));
+  song->markers->events.emplace_back(0U, "", "A");
+  CL::ChangeLog log;
+  log.show_name = "Gala";
+  log.log_label = "label";
+  log.log_tag_pair = {3, 4};
+  log.AddSongLog(song);
+  const Summary summary = Summarise({log, {1, 2}, "name"});
+  EXPECT_EQ(summary.show_name, "Gala");
+  ASSERT_TRUE(summary.log);
+  EXPECT_EQ(summary.log->label, "label");
+  EXPECT_EQ(summary.log->identifier, "00000000-0000-0000-0000-000000000000");
+  EXPECT_EQ(summary.log->tag_pair.second, 4);
+  EXPECT_EQ(summary.songs.at(0).division, 96);
+  EXPECT_EQ(summary.songs.at(0).attacca, 3);
+  const Counts expected{{"vamps", 1}, {"tempoScales", 2}, {"markers", 1}};
+  EXPECT_EQ(CountsOf(summary), expected);
+  const Summary legacy = Summarise({LegacyLog{version0::ChangeLogV0(log)}, {}, "name"});
+  EXPECT_EQ(legacy.show_name, "Gala");
+  EXPECT_FALSE(legacy.songs.at(0).division);
+  EXPECT_FALSE(legacy.songs.at(0).attacca);
+  EXPECT_EQ(CountsOf(legacy), expected);
+}
+
+}  // namespace
+}  // namespace zuna_toolkit

@@ -1,0 +1,116 @@
+// Tells shows and logs of all versions apart by their content.
+#include <istream>
+#include <new>
+#include <sstream>
+
+#include "CL/change_log.h"
+#include "cmn/data_error.h"
+#include "cmn/version_probe.h"
+#include "format_converter/version0/containers/change_log_header.h"
+#include "toolkit/document/internal/content.h"
+#include "toolkit/document/open.h"
+#include "toolkit/error.h"
+#include "toolkit/internal/translate.h"
+#include "zuna_midi/show_data.h"
+
+namespace zuna_toolkit {
+
+namespace {
+
+constexpr cmn::FileVersion kLegacy{0, 0};
+
+/// How many bytes decide whether a plaintext is meant to be a text form: more leading white space than this
+/// is not looked through.
+constexpr std::size_t kTextFormProbe = 4096;
+
+bool IsReadableLegacyShow(std::istream& stream) {
+  Rewind(stream);
+  bool readable = true;
+  try {
+    const version0::ShowData show(stream);
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const std::exception&) {
+    readable = false;
+  }
+  Rewind(stream);
+  return readable;
+}
+
+FileType TypeOf(std::istream& stream) {
+  const cmn::FileVersion show_version = cmn::get_showdata_version(stream);
+  if (show_version != kLegacy) return {cmn::FileKind::kShow, show_version};
+  const cmn::FileVersion log_version = cmn::get_logdata_version(stream);
+  if (log_version != kLegacy) return {cmn::FileKind::kLog, log_version};
+  if (StartOf(stream, version0::kChangeLogMagic.size()) == version0::kChangeLogMagic) {
+    return {cmn::FileKind::kLog, kLegacy};
+  }
+  ReadTextForm(stream);
+  return {cmn::FileKind::kShow, kLegacy};
+}
+
+}  // namespace
+
+void Rewind(std::istream& stream) {
+  stream.exceptions(std::ios_base::goodbit);
+  stream.clear();
+  stream.seekg(0);
+}
+
+std::string StartOf(std::istream& stream, std::size_t size) {
+  Rewind(stream);
+  std::string start(size, '\0');
+  stream.read(start.data(), static_cast<std::streamsize>(size));
+  start.resize(static_cast<std::size_t>(stream.gcount()));
+  Rewind(stream);
+  return start;
+}
+
+bool BeginsLikeTextForm(std::string_view text) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  const std::size_t first = text.find_first_not_of(" \t\r\n");
+  return first != std::string_view::npos && text[first] == cmn::kTextFormStart;
+}
+
+void ReadTextForm(std::istream& stream) {
+  const std::string start = StartOf(stream, kTextFormProbe);
+  if (!BeginsLikeTextForm(start) || IsReadableLegacyShow(stream)) return;
+  if (start.front() != cmn::kTextFormStart) {
+    throw Error(ErrorKind::kBadInput, "", "a byte order mark or blanks stand before the text (at byte 0)",
+                "remove them, so that \"{\" comes first");
+  }
+  const bool states_log = cmn::get_logdata_version(stream) != kLegacy;
+  if (states_log || start.find("\"logdata\"") != std::string::npos) {
+    const CL::ChangeLog log(stream);
+  } else {
+    const zuna_midi::ShowData show(stream);
+  }
+}
+
+FileType Detect(OpenedFile& file) {
+  return OnFile(file.name(), [&] { return TypeOf(file.stream()); });
+}
+
+bool HoldsLegacyShow(OpenedFile& file) { return IsReadableLegacyShow(file.stream()); }
+
+void RequireCorrectText(std::span<const std::uint8_t> plaintext, const std::string& name) {
+  if (!BeginsLikeTextForm(AsText(plaintext.first(std::min(plaintext.size(), kTextFormProbe))))) return;
+  std::istringstream stream{std::string(AsText(plaintext))};
+  OnFile(name, [&] {
+    try {
+      ReadTextForm(stream);
+    } catch (const cmn::DataError& error) {
+      ErrorParts parts;
+      parts.problem = error.problem();
+      parts.remedy = "correct the text";
+      parts.file = name;
+      parts.song = error.song().value_or("");
+      parts.field = error.field();
+      parts.offset = error.offset();
+      throw Error(ErrorKind::kBadInput, parts, name + ": " + error.what() + "; " + parts.remedy);
+    }
+  });
+}
+
+}  // namespace zuna_toolkit

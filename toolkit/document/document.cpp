@@ -1,0 +1,55 @@
+// A show or a log of any version in memory.
+#include "toolkit/document/document.h"
+
+#include <algorithm>
+
+#include "toolkit/error.h"
+#include "toolkit/words.h"
+
+namespace zuna_toolkit {
+
+namespace {
+
+constexpr cmn::FileVersion kLegacy{0, 0};
+
+cmn::FileKind KindOf(const Document::Model& model) {
+  const bool log = std::holds_alternative<LegacyLog>(model) || std::holds_alternative<CL::ChangeLog>(model);
+  return log ? cmn::FileKind::kLog : cmn::FileKind::kShow;
+}
+
+bool IsLegacy(const Document::Model& model) {
+  return std::holds_alternative<LegacyShow>(model) || std::holds_alternative<LegacyLog>(model);
+}
+
+std::string SupportedText(cmn::FileKind kind) {
+  std::string text;
+  for (const cmn::FileVersion& version : cmn::SupportedVersions(kind)) {
+    AppendListed(text, cmn::VersionText(version));
+  }
+  return text;
+}
+
+void RequireVersion(const Document::Model& model, cmn::FileVersion version, const std::string& name) {
+  const cmn::FileKind kind = KindOf(model);
+  const auto supported = cmn::SupportedVersions(kind);
+  const bool fits = IsLegacy(model)
+                        ? version == kLegacy
+                        : std::find(supported.begin(), supported.end(), version) != supported.end();
+  if (fits) return;
+  throw Error(ErrorKind::kNoSuchVersion, name,
+              std::string(cmn::KindName(kind)) + "s have no version " + cmn::VersionText(version),
+              "use one of " + SupportedText(kind));
+}
+
+}  // namespace
+
+std::string TypeText(const FileType& type) {
+  return "a " + std::string(cmn::KindName(type.kind)) + " of version " + cmn::VersionText(type.version);
+}
+
+Document::Document(Model model, cmn::FileVersion version, std::string name)
+    : type_{KindOf(model), version}, name_(std::move(name)), model_(std::move(model)) {
+  RequireVersion(model_, version, name_);
+}
+
+}  // namespace zuna_toolkit

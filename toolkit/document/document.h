@@ -1,0 +1,72 @@
+// A show or a log of any version in memory.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <variant>
+
+#include "CL/change_log.h"
+#include "cmn/file_format.h"
+#include "cmn/file_version.h"
+#include "format_converter/version0/containers/change_log.h"
+#include "format_converter/version0/containers/show_data.h"
+#include "kit/api.h"
+#include "zuna_midi/show_data.h"
+
+namespace zuna_toolkit {
+
+/// What a file holds.
+struct FileType {
+  cmn::FileKind kind = cmn::FileKind::kShow;
+  cmn::FileVersion version;  ///< 0.0 is the legacy format
+
+  bool is_log() const { return kind == cmn::FileKind::kLog; }
+  bool is_legacy() const { return version == cmn::FileVersion{}; }
+  bool operator==(const FileType&) const = default;
+};
+
+/// "a show of version 1.2"
+ZUNA_API std::string TypeText(const FileType& type);
+
+/// A legacy show, and what its file has that the show has not.
+struct LegacyShow {
+  version0::ShowData show;
+  std::size_t replaced_songs = 0;  ///< songs that were replaced by a later one of the same number
+  std::size_t trailing_bytes = 0;  ///< bytes after the last song
+};
+
+/// A legacy log, and what its file has that the log has not.
+struct LegacyLog {
+  version0::ChangeLogV0 log;
+  std::size_t replaced_songs = 0;  ///< song logs that were replaced by a later one of the same number
+};
+
+/// A show or a log, read from a file or made by a conversion. Copies of a current model share their songs.
+class ZUNA_API Document {
+ public:
+  /// One of the four models: both legacy ones and both current ones.
+  using Model = std::variant<LegacyShow, LegacyLog, zuna_midi::ShowData, CL::ChangeLog>;
+
+  /// A document of this version: 0.0 for a legacy model, a current version for a current one. `name` is what
+  /// messages call it, such as the path of its file. Throws Error (kNoSuchVersion) for a version that the
+  /// model has not.
+  Document(Model model, cmn::FileVersion version, std::string name);
+
+  const FileType& type() const { return type_; }
+  const std::string& name() const { return name_; }
+  const Model& model() const { return model_; }
+
+  /// The model, where it is of this type; null otherwise.
+  template <typename Type>
+  const Type* As() const {
+    return std::get_if<Type>(&model_);
+  }
+
+ private:
+  FileType type_;
+  std::string name_;
+  Model model_;
+};
+
+}  // namespace zuna_toolkit

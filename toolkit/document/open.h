@@ -1,0 +1,80 @@
+// Opening files: read once, decrypted once, told apart by their content.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <iosfwd>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "kit/api.h"
+#include "toolkit/document/document.h"
+#include "zuna_sec/cipher_key.h"
+#include "zuna_sec/cipher_stream.h"
+
+namespace zuna_toolkit {
+
+/// The most that an encrypted file holds, in bytes: 1 GiB of content and what the encryption adds.
+inline constexpr std::size_t kMaxFileSize = (std::size_t{1} << 30) + 4096;
+
+/// What a file may be.
+enum class Accept {
+  kEncrypted,         ///< encrypted files only
+  kEncryptedOrPlain,  ///< files that are not encrypted too
+};
+
+/// The decrypted content of a file, which has not been looked at yet.
+class ZUNA_API OpenedFile {
+ public:
+  /// Reads the file at `path`, which may be a pipe, and decrypts it. Throws Error: kIo where it cannot be
+  /// read, kWrongKey and kKeyMissing, kBadInput where it is damaged, too large or not encrypted.
+  OpenedFile(const std::string& path, const CipherKey& key, Accept accept = Accept::kEncrypted);
+
+  /// The same for bytes that were read elsewhere. `name` is what messages call them.
+  static OpenedFile FromBytes(const std::vector<std::uint8_t>& bytes, const std::string& name,
+                              const CipherKey& key, Accept accept = Accept::kEncrypted);
+
+  const std::string& name() const { return name_; }
+
+  /// The plaintext; no call here depends on its position or state.
+  std::iostream& stream() { return cipher_->GetStream(); }
+  /// The plaintext as the converter's functions take it.
+  zuna_sec::TwoFishCipherStream& cipher() { return *cipher_; }
+
+ private:
+  using Cipher = std::unique_ptr<zuna_sec::TwoFishCipherStream>;
+  OpenedFile(std::string name, Cipher cipher);
+
+  std::string name_;
+  Cipher cipher_;
+};
+
+/// Whether `bytes` begin like an encrypted file. Fewer than 8 bytes do not.
+ZUNA_API bool IsEncrypted(std::span<const std::uint8_t> bytes);
+
+/// What `file` holds, as its content tells; a legacy show where nothing tells otherwise, because a legacy
+/// show begins with no mark. Throws Error (kBadInput) for a text that does not state what it holds.
+ZUNA_API FileType Detect(OpenedFile& file);
+
+/// Whether `file` holds a legacy show that can be read.
+ZUNA_API bool HoldsLegacyShow(OpenedFile& file);
+
+/// Reads a file whose type is known from Detect(). Throws Error (kBadInput) with song, field and offset where
+/// they are known.
+ZUNA_API Document ReadDocument(OpenedFile& file, const FileType& type);
+
+/// Opens, detects and reads the file at `path`. Throws what these throw.
+ZUNA_API Document OpenDocument(const std::string& path, const CipherKey& key,
+                               Accept accept = Accept::kEncrypted);
+
+/// The name of the show in the header of a legacy log; what follows the header is not read. Throws Error
+/// (kBadInput) where there is no legacy log.
+ZUNA_API std::string ReadLegacyShowName(OpenedFile& file);
+
+/// Checks plaintext that is meant to be a text form (its first character is "{"); other plaintext passes.
+/// Throws Error (kBadInput) with the place of the first error.
+ZUNA_API void RequireCorrectText(std::span<const std::uint8_t> plaintext, const std::string& name);
+
+}  // namespace zuna_toolkit

@@ -1,0 +1,93 @@
+// Reads the model out of an opened file.
+#include <istream>
+
+#include "format_converter/logdata.h"
+#include "format_converter/version0/containers/change_log_header.h"
+#include "kit/stream_size.h"
+#include "toolkit/document/internal/content.h"
+#include "toolkit/document/open.h"
+#include "toolkit/error.h"
+#include "toolkit/internal/translate.h"
+
+namespace zuna_toolkit {
+
+namespace {
+
+constexpr unsigned kHalf = 16;  // bits
+
+LegacyShow ReadLegacyShow(std::istream& stream) {
+  Rewind(stream);
+  const int song_count = stream.peek();
+  LegacyShow legacy{version0::ShowData(stream)};
+  legacy.replaced_songs = static_cast<std::size_t>(song_count) - legacy.show.songs.size();
+  legacy.trailing_bytes = static_cast<std::size_t>(kit::BytesAhead(*stream.rdbuf()));
+  return legacy;
+}
+
+/// How many song logs stand in the stream.
+std::size_t CountSongLogs(std::istream& stream) {
+  Rewind(stream);
+  stream.exceptions(std::ios_base::failbit | std::ios_base::badbit);
+  const version0::ChangeLogHeader header(stream);
+  std::size_t count = 0;
+  while (stream.tellg() < std::streamoff{header.end_position}) {
+    const version0::SongLogV0 song(stream);
+    ++count;
+  }
+  return count;
+}
+
+/// A log without song logs, which the reader of whole logs does not accept.
+version0::ChangeLogV0 EmptyLog(std::istream& stream) {
+  const version0::ChangeLogHeader header(stream);
+  version0::ChangeLogV0 log;
+  log.identifier = header.identifier;
+  log.log_label = header.log_label;
+  log.show_name = header.show_name;
+  log.log_tag_pair = {static_cast<std::uint16_t>(header.log_tag_pair),
+                      static_cast<std::uint16_t>(header.log_tag_pair >> kHalf)};
+  return log;
+}
+
+LegacyLog ReadLegacyLog(OpenedFile& file) {
+  Rewind(file.stream());
+  if (!check_log_size(file.cipher())) {
+    throw Error(ErrorKind::kBadInput, file.name(),
+                "is no complete log: its length is not what its header says",
+                "get a complete copy of the file");
+  }
+  const std::size_t count = CountSongLogs(file.stream());
+  Rewind(file.stream());
+  if (count == 0) return {EmptyLog(file.stream())};
+  LegacyLog legacy{version0::ChangeLogV0(file.stream())};
+  legacy.replaced_songs = count - legacy.log.songs.size();
+  return legacy;
+}
+
+Document::Model ReadModel(OpenedFile& file, const FileType& type) {
+  if (type.is_legacy()) {
+    if (type.is_log()) return ReadLegacyLog(file);
+    return ReadLegacyShow(file.stream());
+  }
+  Rewind(file.stream());
+  if (type.is_log()) return CL::ChangeLog(file.stream());
+  return zuna_midi::ShowData(file.stream());
+}
+
+}  // namespace
+
+Document ReadDocument(OpenedFile& file, const FileType& type) {
+  return OnFile(file.name(), [&] { return Document(ReadModel(file, type), type.version, file.name()); });
+}
+
+std::string ReadLegacyShowName(OpenedFile& file) {
+  std::istream& stream = file.stream();
+  if (StartOf(stream, version0::kChangeLogMagic.size()) != version0::kChangeLogMagic) {
+    throw Error(ErrorKind::kBadInput, file.name(),
+                "is no log of version 0.0 (it does not begin with \"ZUNA\")", "give the log of the show");
+  }
+  stream.exceptions(std::ios_base::failbit | std::ios_base::badbit);
+  return OnFile(file.name(), [&] { return version0::get_show_name(stream); });
+}
+
+}  // namespace zuna_toolkit

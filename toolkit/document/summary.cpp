@@ -1,0 +1,115 @@
+// What there is to tell about a document: names and counts.
+#include "toolkit/document/summary.h"
+
+namespace zuna_toolkit {
+
+namespace {
+
+std::vector<Count> ShowCounts(std::size_t voices, std::size_t events, std::size_t bars, std::size_t tempos,
+                              std::size_t meters) {
+  return {{"voices", "voice", "voices", voices},
+          {"events", "event", "events", events},
+          {"bars", "bar", "bars", bars},
+          {"tempos", "tempo", "tempos", tempos},
+          {"meters", "meter", "meters", meters}};
+}
+
+SongSummary SongOf(const version0::SongData& song) {
+  std::size_t events = 0;
+  for (const auto& [id, list] : song.events) events += list.size();
+  const version0::Timeline& timeline = song.timeline;
+  return {song.song_number,
+          song.song_name,
+          song.division,
+          song.song_length,
+          std::nullopt,
+          ShowCounts(song.tracks.size(), events, timeline.bars_beats.size(), timeline.tempos.size(),
+                     timeline.meters.size())};
+}
+
+SongSummary SongOf(const zuna_midi::SongData& song) {
+  const auto& voices = song.voice_data->tracks();
+  std::size_t events = 0;
+  for (const auto& [number, voice] : voices) events += voice->messages.size();
+  const TL::Timeline& timeline = *song.timeline;
+  return {song.song_number,
+          song.song_name,
+          song.division,
+          song.song_length,
+          std::nullopt,
+          ShowCounts(voices.size(), events, timeline.bars_beats.size(), timeline.tempos.size(),
+                     timeline.meters.size())};
+}
+
+/// In the order of the text form.
+std::vector<Count> EditCounts(std::size_t vamps, std::size_t repeats, std::size_t cuts,
+                              std::size_t transposes, std::size_t tempo_scales, std::size_t clicks,
+                              std::size_t fermatas, std::size_t markers, std::size_t caesuras) {
+  return {{"vamps", "vamp", "vamps", vamps},
+          {"repeats", "repeat", "repeats", repeats},
+          {"cuts", "cut", "cuts", cuts},
+          {"transposes", "transpose", "transposes", transposes},
+          {"tempoScales", "tempo scale", "tempo scales", tempo_scales},
+          {"clicks", "click", "clicks", clicks},
+          {"fermatas", "fermata", "fermatas", fermatas},
+          {"markers", "marker", "markers", markers},
+          {"caesuras", "caesura", "caesuras", caesuras}};
+}
+
+SongSummary SongOf(const version0::SongLogV0& song) {
+  constexpr std::size_t kNoFermatas = 0;
+  return {song.songNumber_,
+          song.songName_,
+          std::nullopt,
+          song.songLength_,
+          std::nullopt,
+          EditCounts(song.vamps.size(), song.repeats.size(), song.cuts.size(), song.transposes.size(),
+                     song.tempo_scales.size(), song.clicks.size(), kNoFermatas, song.score_markers.size(),
+                     song.caesuras.size())};
+}
+
+SongSummary SongOf(const CL::SongLog& song) {
+  return {
+      song.song_number,
+      song.song_name,
+      song.division,
+      song.song_length,
+      song.attacca,
+      EditCounts(song.vamps->events.size(), song.repeats->events.size(), song.cuts->events.size(),
+                 song.transposes->events.size(), song.tempo_scales->events.size(), song.clicks->events.size(),
+                 song.fermatas->events.size(), song.markers->events.size(), song.caesuras->events.size())};
+}
+
+/// Summarises each of the four models.
+struct Summariser {
+  Summary operator()(const LegacyShow& legacy) const {
+    Summary summary;
+    for (const auto& [number, song] : legacy.show.songs) summary.songs.push_back(SongOf(song));
+    return summary;
+  }
+
+  Summary operator()(const LegacyLog& legacy) const {
+    const version0::ChangeLogV0& log = legacy.log;
+    Summary summary{log.show_name, LogHeader{log.log_label, log.identifier.ToString(), log.log_tag_pair}, {}};
+    for (const auto& [number, song] : log.songs) summary.songs.push_back(SongOf(song));
+    return summary;
+  }
+
+  Summary operator()(const zuna_midi::ShowData& show) const {
+    Summary summary{show.show_name, std::nullopt, {}};
+    for (const auto& [number, song] : show.songs()) summary.songs.push_back(SongOf(*song));
+    return summary;
+  }
+
+  Summary operator()(const CL::ChangeLog& log) const {
+    Summary summary{log.show_name, LogHeader{log.log_label, log.identifier.ToString(), log.log_tag_pair}, {}};
+    for (const auto& [number, song] : log.song_logs()) summary.songs.push_back(SongOf(*song));
+    return summary;
+  }
+};
+
+}  // namespace
+
+Summary Summarise(const Document& document) { return std::visit(Summariser(), document.model()); }
+
+}  // namespace zuna_toolkit

@@ -1,0 +1,69 @@
+// What the other libraries throw, as the toolkit's own errors.
+#include "toolkit/internal/translate.h"
+
+#include <ios>
+#include <utility>
+
+#include "cmn/data_error.h"
+#include "format_converter/version0/primitives/errors.h"
+#include "kit/file.h"
+#include "zuna_sec/errors.h"
+
+namespace zuna_toolkit {
+
+namespace {
+
+constexpr const char* kCorrectText = "get an undamaged copy of the file, or correct its text";
+
+ErrorParts PartsOf(const std::string& name, const cmn::DataError& error) {
+  ErrorParts parts;
+  parts.file = name;
+  parts.problem = error.problem();
+  parts.remedy = error.remedy().empty() ? kCorrectText : error.remedy();
+  parts.song = error.song().value_or("");
+  parts.field = error.field();
+  parts.offset = error.offset();
+  return parts;
+}
+
+/// The core library composes the place of its errors; what it lacks is the file, and at times the remedy.
+Error FromDataError(const std::string& name, const cmn::DataError& error) {
+  std::string message = name + ": " + error.what();
+  if (error.remedy().empty()) message += std::string("; ") + kCorrectText;
+  return {ErrorKind::kBadInput, PartsOf(name, error), message};
+}
+
+/// Its message names the file already.
+Error FromIoError(const std::string& name, const std::exception& error, ErrorKind kind) {
+  ErrorParts parts;
+  parts.file = name;
+  parts.problem = error.what();
+  return {kind, std::move(parts), error.what()};
+}
+
+}  // namespace
+
+void ThrowAsError(const std::string& name) {
+  try {
+    throw;
+  } catch (const Error& error) {
+    if (!error.parts().file.empty()) throw;
+    throw error.WithFile(name);
+  } catch (const zuna_sec::WrongKeyError& error) {
+    throw Error(ErrorKind::kWrongKey, name, error.problem(), error.remedy());
+  } catch (const zuna_sec::CipherError& error) {
+    throw Error(ErrorKind::kBadInput, name, error.problem(), error.remedy());
+  } catch (const kit::IoError& error) {
+    throw FromIoError(name, error, ErrorKind::kIo);
+  } catch (const kit::FileTooLargeError& error) {
+    throw FromIoError(name, error, ErrorKind::kBadInput);
+  } catch (const cmn::DataError& error) {
+    throw FromDataError(name, error);
+  } catch (const std::ios_base::failure&) {
+    throw Error(ErrorKind::kBadInput, name, "ends too early or is damaged", kGetUndamagedCopy);
+  } catch (const std::exception& error) {
+    throw Error(ErrorKind::kBadInput, name, error.what(), kGetUndamagedCopy);
+  }
+}
+
+}  // namespace zuna_toolkit
