@@ -1,3 +1,5 @@
+// The encrypted file as a stream; docs/envelope.md describes its bytes.
+
 #pragma once
 
 #include <cstdint>
@@ -10,6 +12,8 @@
 
 namespace zuna_sec {
 
+/// The stream over a plaintext. Each security library defines it for itself: any standard read-write stream
+/// over memory with independent read and write positions (docs/replacing-the-platform.md).
 class PlaintextStream;
 
 /// An encrypted file or byte buffer, held decrypted in memory.

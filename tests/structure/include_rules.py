@@ -29,10 +29,11 @@ OWN = {
     "fuzz": ("fuzz", "tests/support", "toolkit", "cli", "format_converter", "platform"),
     "benchmarks": ("benchmarks", "tests/support", "toolkit", "format_converter"),
     "examples": (),
+    "tests/conformance": ("tests/conformance", "tests/support", "format_converter"),
     "tests": ("tests", "toolkit", "cli", "format_converter", "platform"),
 }
 PRODUCT = ("interfaces", "format_converter", "platform/core", "platform/kit", "platform/security", "toolkit", "cli")
-SEE_INTERNAL = ("tests", "fuzz")
+SEE_INTERNAL = ("tests", "tests/conformance", "fuzz")
 
 INTERFACES = ("CL", "TL", "cmn", "codes", "kit", "std_midi", "zuna_midi", "zuna_sec")
 CURRENT_MODEL = ("CL", "TL", "std_midi", "zuna_midi")
@@ -48,7 +49,7 @@ FOREIGN = {
     "gcrypt.h": "platform/security",
     "zlib.h": "platform/core",
 }
-ANY_FOREIGN = ("tests", "benchmarks", "fuzz")
+ANY_FOREIGN = ("tests", "tests/conformance", "benchmarks", "fuzz")
 SYSTEM = ("fcntl.h", "locale.h", "pthread.h", "signal.h", "sys", "unistd.h", "xlocale.h")
 STANDARD_ONLY = ("interfaces", "format_converter")
 
