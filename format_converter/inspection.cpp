@@ -70,5 +70,4 @@ void print_events_v0(const version0::ChangeLogV0& log) {
 
 void print_events_v1(const CL::ChangeLog& log, const char* song) {
   log.GetSongLog(std::string(song))->WriteStringDetailed(std::cout, 0);
-  std::cout << std::flush;
 }

@@ -60,7 +60,8 @@ class ZUNA_API SongLog {
 
   /// Writes the song and its edits as text for a person: `indent` tab characters and a line about the song,
   /// then for each list, with one tab more, a line with the number of its events and, with two tabs more, a
-  /// line for each event. Leaves the stream's format flags as they were.
+  /// line for each event. Each line ends with a newline and a flush. Leaves the stream's format flags as they
+  /// were.
   void WriteStringDetailed(std::ostream& os, int indent) const;
 };
 

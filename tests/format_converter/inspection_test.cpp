@@ -7,6 +7,7 @@
 #include "format_converter/errors.h"
 #include "format_converter/inspection.h"
 #include "kit/error.h"
+#include "tests/format_converter/support/line_flushes.h"
 #include "tests/support/bytes.h"
 #include "tests/support/encrypted.h"
 #include "tests/support/sample_log.h"
@@ -21,15 +22,12 @@ using zuna_test::MessageOf;
 using zuna_test::Written;
 using zuna_test::WrittenAt;
 
-/// What `action` prints to standard output, though it throws.
+/// What `action` prints to standard output, though it throws. Every line is flushed.
 template <typename Action>
 std::string Printed(Action action) {
-  testing::internal::CaptureStdout();
-  try {
-    action();
-  } catch (const std::exception&) {
-  }
-  return testing::internal::GetCapturedStdout();
+  const zuna_test::PrintedLines printed = zuna_test::Print(action);
+  EXPECT_EQ(printed.unflushed_lines, 0) << printed.text;
+  return printed.text;
 }
 
 zuna_midi::ShowData Show() {

@@ -12,12 +12,12 @@ namespace {
 template <typename Event>
 void WriteList(std::ostream& os, const std::string& tabs, const char* name,
                const SongLog::SharedList<Event>& list) {
-  os << tabs << kit::format("%sSequence(evt_count=%zu):\n", name, list ? list->events.size() : 0);
+  os << tabs << kit::format("%sSequence(evt_count=%zu):", name, list ? list->events.size() : 0) << std::endl;
   if (!list) return;
   for (const Event& event : list->events) {
     os << tabs << '\t';
     event.WriteString(os);
-    os << '\n';
+    os << std::endl;
   }
 }
 
@@ -36,8 +36,9 @@ SongLog::~SongLog() = default;
 void SongLog::WriteStringDetailed(std::ostream& os, int indent) const {
   const std::string tabs(static_cast<std::size_t>(std::max(indent, 0)), '\t');
   os << tabs << "SongLog(songNumber=" << song_number << ", songName=" << song_name
-     << kit::format(", division=%u, songLength=%lu, attacca=%u)\n", static_cast<unsigned>(division),
-                    static_cast<unsigned long>(song_length), static_cast<unsigned>(attacca));
+     << kit::format(", division=%u, songLength=%lu, attacca=%u)", static_cast<unsigned>(division),
+                    static_cast<unsigned long>(song_length), static_cast<unsigned>(attacca))
+     << std::endl;
   const std::string list_tabs = tabs + '\t';
   WriteList(os, list_tabs, "Vamp", vamps);
   WriteList(os, list_tabs, "Repeat", repeats);
