@@ -12,18 +12,18 @@
 #include "format_converter/version0/containers/change_log.h"
 #include "format_converter/version0/containers/show_data.h"
 #include "format_converter/version0/primitives/internal/primitives.h"
+#include "kit/stream_size.h"
 
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-/// The size of everything in the stream in bytes; all ones where it cannot be told. The position stays.
+/// The size of everything in the stream in bytes; a number beyond 32 bits where the stream cannot tell it.
+/// The position stays.
 std::uint64_t plaintext_size(std::istream& stream) {
   std::streambuf& buffer = *stream.rdbuf();
-  const std::streampos position = buffer.pubseekoff(0, std::ios_base::cur, std::ios_base::in);
-  const std::streamoff size = buffer.pubseekoff(0, std::ios_base::end, std::ios_base::in);
-  buffer.pubseekpos(position, std::ios_base::in);
-  return static_cast<std::uint64_t>(size);
+  const std::streamoff here = buffer.pubseekoff(0, std::ios_base::cur, std::ios_base::in);
+  return static_cast<std::uint64_t>(here + kit::BytesAhead(buffer));
 }
 
 version0::ChangeLogV0 read_legacy_log(zuna_sec::TwoFishCipherStream& input, const std::string& incomplete) {

@@ -1,11 +1,10 @@
 #include "format_converter/version0/containers/change_log.h"
 
-#include <algorithm>
 #include <istream>
 #include <ostream>
 
 #include "format_converter/version0/containers/change_log_header.h"
-#include "format_converter/version0/primitives/internal/primitives.h"
+#include "format_converter/version0/primitives/internal/sequence.h"
 
 namespace version0 {
 
@@ -45,8 +44,7 @@ void ChangeLogV0::write_binary(std::ostream& os) const {
 bool operator==(const ChangeLogV0& a, const ChangeLogV0& b) {
   const auto same_log = [](const auto& x, const auto& y) { return x.second == y.second; };
   return a.identifier == b.identifier && a.log_label == b.log_label && a.show_name == b.show_name &&
-         a.log_tag_pair == b.log_tag_pair && a.songs.size() <= b.songs.size() &&
-         std::equal(a.songs.begin(), a.songs.end(), b.songs.begin(), same_log);
+         a.log_tag_pair == b.log_tag_pair && begins_with(b.songs, a.songs, same_log);
 }
 
 bool operator!=(const ChangeLogV0& a, const ChangeLogV0& b) { return !(a == b); }

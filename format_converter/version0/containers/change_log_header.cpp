@@ -16,7 +16,7 @@ void expect_magic(std::istream& is) {
   is.read(magic.data(), kChangeLogMagic.size());
   if (magic.data() == kChangeLogMagic) return;
   throw IDError(kit::format("Version0 ChangeLog must begin with ZUNA. Begins with %s at %i", magic.data(),
-                            position_for_message(is)));
+                            static_cast<int>(istream_tellg(is))));
 }
 
 }  // namespace

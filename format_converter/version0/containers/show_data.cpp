@@ -25,9 +25,12 @@ void ShowData::write_binary(std::ostream& os) const {
 }
 
 bool operator==(const ShowData& a, const ShowData& b) {
-  if (b.songs.size() < a.songs.size()) throw Version0Error("songs did not compare equal");
   auto other = b.songs.begin();
-  for (const auto& [number, song] : a.songs) static_cast<void>(song == (other++)->second);
+  for (const auto& [number, song] : a.songs) {
+    if (other == b.songs.end()) throw Version0Error("songs did not compare equal");
+    static_cast<void>(song == other->second);
+    ++other;
+  }
   return true;
 }
 

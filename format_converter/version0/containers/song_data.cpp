@@ -24,7 +24,7 @@ void write_tracks(std::ostream& os, const std::vector<TrackObject>& tracks) {
 
 void compare_tracks(const std::vector<TrackObject>& a, const std::vector<TrackObject>& b) {
   for (std::size_t i = 0; i < a.size(); ++i) {
-    if (i >= b.size() || a[i] != b[i]) throw Version0Error("tracks did not compare equal");
+    if (i == b.size() || a[i] != b[i]) throw Version0Error("tracks did not compare equal");
   }
 }
 
@@ -33,9 +33,11 @@ void print_events(const std::vector<EventObject>& events) {
 }
 
 void compare_events(const std::vector<EventObject>& a, const std::vector<EventObject>& b) {
-  if (b.size() < a.size()) throw Version0Error("events did not compare equal");
   try {
-    for (std::size_t i = 0; i < a.size(); ++i) static_cast<void>(a[i] == b[i]);
+    for (std::size_t i = 0; i < a.size(); ++i) {
+      if (i == b.size()) throw Version0Error("events did not compare equal");
+      static_cast<void>(a[i] == b[i]);
+    }
   } catch (const Version0Error&) {
     print_events(a);
     print_events(b);
@@ -44,9 +46,12 @@ void compare_events(const std::vector<EventObject>& a, const std::vector<EventOb
 }
 
 void compare_events(const EventMap& a, const EventMap& b) {
-  if (b.size() < a.size()) throw Version0Error("events did not compare equal");
   auto other = b.begin();
-  for (const auto& [id, events] : a) compare_events(events, (other++)->second);
+  for (const auto& [id, events] : a) {
+    if (other == b.end()) throw Version0Error("events did not compare equal");
+    compare_events(events, other->second);
+    ++other;
+  }
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "format_converter/version0/containers/song_log.h"
 
-#include <algorithm>
 #include <istream>
 #include <ostream>
 
@@ -40,7 +39,7 @@ void read_list(std::istream& is, SongLogV0& log) {
       return;
     default:
       throw EventCodeError(kit::format("Unknown SongLogV0 eventCode %#x at %u", static_cast<unsigned>(code),
-                                       static_cast<unsigned>(position_for_message(is))));
+                                       istream_tellg(is)));
   }
 }
 
@@ -50,13 +49,6 @@ bool same_event(const PairedEvent<Value, Code>& a, const PairedEvent<Value, Code
 }
 bool same_event(const XCaesura& a, const XCaesura& b) { return a == b; }
 bool same_event(const XScoreMarker& a, const XScoreMarker& b) { return a == b; }
-
-/// Whether the events of `a` stand at the beginning of `b`.
-template <typename Event>
-bool begins_with(const std::vector<Event>& b, const std::vector<Event>& a) {
-  return a.size() <= b.size() && std::equal(a.begin(), a.end(), b.begin(),
-                                            [](const Event& x, const Event& y) { return same_event(x, y); });
-}
 
 }  // namespace
 
@@ -94,11 +86,12 @@ void SongLogV0::write_binary(std::ostream& os) const {
 }
 
 bool SongLogV0::operator==(const SongLogV0& b) const {
+  const auto same = [](const auto& x, const auto& y) { return same_event(x, y); };
   return songNumber_ == b.songNumber_ && songName_ == b.songName_ && songLength_ == b.songLength_ &&
-         begins_with(b.cuts, cuts) && begins_with(b.vamps, vamps) && begins_with(b.repeats, repeats) &&
-         begins_with(b.clicks, clicks) && begins_with(b.tempo_scales, tempo_scales) &&
-         begins_with(b.transposes, transposes) && begins_with(b.caesuras, caesuras) &&
-         begins_with(b.score_markers, score_markers);
+         begins_with(b.cuts, cuts, same) && begins_with(b.vamps, vamps, same) &&
+         begins_with(b.repeats, repeats, same) && begins_with(b.clicks, clicks, same) &&
+         begins_with(b.tempo_scales, tempo_scales, same) && begins_with(b.transposes, transposes, same) &&
+         begins_with(b.caesuras, caesuras, same) && begins_with(b.score_markers, score_markers, same);
 }
 
 bool SongLogV0::operator!=(const SongLogV0& b) const { return !(*this == b); }

@@ -15,12 +15,15 @@ void write_tabs(std::ostream& os, int count) {
   os << std::string(static_cast<std::size_t>(std::max(count, 0)), '\t');
 }
 
-/// A value as a signed 16-bit number.
-int shown_value(signed char value) { return value; }
-int shown_value(float value) {
+/// A value as it is printed: a signed 16-bit number.
+std::int16_t shown_value(signed char value) { return value; }
+
+/// Truncated to a 32-bit integer, of which the low 16 bits are kept; 0 where 32 bits cannot hold it.
+std::int16_t shown_value(float value) {
+  using Whole = std::numeric_limits<std::int32_t>;
   const std::int64_t whole = truncate(static_cast<double>(value));
-  using Shown = std::numeric_limits<std::int16_t>;
-  return whole >= Shown::min() && whole <= Shown::max() ? static_cast<int>(whole) : 0;
+  if (whole < Whole::min() || whole > Whole::max()) return 0;
+  return static_cast<std::int16_t>(whole);
 }
 
 template <typename Value, std::uint8_t Code>

@@ -1,7 +1,7 @@
 #include "format_converter/version0/containers/timeline.h"
 
-#include <algorithm>
 #include <array>
+#include <functional>
 #include <istream>
 #include <ostream>
 #include <string_view>
@@ -42,14 +42,8 @@ void read_list(std::istream& is, Timeline& timeline) {
       return;
     default:
       throw EventCodeError(kit::format("Unknown Timeline eventCode %#x at %d", static_cast<unsigned>(code),
-                                       position_for_message(is)));
+                                       static_cast<int>(istream_tellg(is))));
   }
-}
-
-/// Whether the records of `a` stand at the beginning of `b`.
-template <typename Record>
-bool begins_with(const std::vector<Record>& b, const std::vector<Record>& a) {
-  return a.size() <= b.size() && std::equal(a.begin(), a.end(), b.begin());
 }
 
 }  // namespace
@@ -79,9 +73,10 @@ void Timeline::write_binary(std::ostream& os) const {
 }
 
 bool operator==(const Timeline& a, const Timeline& b) {
-  return a.name == b.name && a.song_length == b.song_length && begins_with(b.tempos, a.tempos) &&
-         begins_with(b.bars_beats, a.bars_beats) && begins_with(b.keys, a.keys) &&
-         begins_with(b.page_nums, a.page_nums) && begins_with(b.meters, a.meters);
+  const std::equal_to<> equal;
+  return a.name == b.name && a.song_length == b.song_length && begins_with(b.tempos, a.tempos, equal) &&
+         begins_with(b.bars_beats, a.bars_beats, equal) && begins_with(b.keys, a.keys, equal) &&
+         begins_with(b.page_nums, a.page_nums, equal) && begins_with(b.meters, a.meters, equal);
 }
 
 bool operator!=(const Timeline& a, const Timeline& b) { return !(a == b); }

@@ -15,13 +15,19 @@ void events_up(const std::vector<Legacy>& from, CL::EventList<Current>& to) {
   for (const Legacy& event : from) to.events.emplace_back(event.start, event.end, std::string(), event.value);
 }
 
-signed char low_byte(std::uint32_t value) { return static_cast<signed char>(value & 0xFF); }
+signed char low_byte(std::int32_t value) { return static_cast<signed char>(value & 0xFF); }
 
 template <typename Current, typename Legacy>
 void events_down(const CL::EventList<Current>& from, std::vector<Legacy>& to) {
   to.reserve(from.events.size());
   for (const Current& event : from.events)
-    to.emplace_back(event.start, event.end, low_byte(event.value_bits));
+    to.emplace_back(event.start, event.end, low_byte(static_cast<std::int32_t>(event.value_bits)));
+}
+
+void events_down(const CL::EventList<CL::Transpose>& from, std::vector<TransposeV0>& to) {
+  to.reserve(from.events.size());
+  for (const CL::Transpose& event : from.events)
+    to.emplace_back(event.StartPosition(), event.EndPosition(), low_byte(event.IntValue()));
 }
 
 void events_down(const CL::EventList<CL::TempoScale>& from, std::vector<TempoScaleV0>& to) {

@@ -36,23 +36,24 @@ void require_first_tempo(const std::vector<Tempo>& tempos, const std::vector<Met
     throw std::logic_error("Expected RTempo event on first iteration!");
 }
 
-/// A meter whose next one stands at time 0 has all tempos from its time on, so meters in disorder repeat
-/// tempos. A few such are converted as they stand; a file made of them must not exhaust the memory.
-template <typename Tempo, typename Meter>
-void require_few_repeats(const std::vector<Tempo>& tempos, const std::vector<Meter>& meters) {
-  constexpr std::size_t kMostRepeats = 16;
-  std::size_t converted = 0;
-  for (std::size_t i = 0; i < meters.size(); ++i) converted += tempos_under(tempos, meters, i).size();
-  if (converted <= kMostRepeats * (tempos.size() + meters.size())) return;
-  throw std::length_error("The meters of a timeline are in disorder and would repeat its tempos too often");
-}
+/// Refuses a timeline that would come out with too many tempos. A meter whose next one stands at time 0 has
+/// all tempos from its time on, so meters in disorder repeat tempos. They are converted as they stand, but a
+/// file made of them must not exhaust the memory.
+class TempoLimit {
+ public:
+  /// For a timeline with this number of tempos and meters.
+  explicit TempoLimit(std::size_t entries) : most_(std::max(kAlwaysTaken, 2 * entries)) {}
 
-/// What has to hold before a timeline is converted, in either direction.
-template <typename Tempo, typename Meter>
-void require_convertible(const std::vector<Tempo>& tempos, const std::vector<Meter>& meters) {
-  require_first_tempo(tempos, meters);
-  require_few_repeats(tempos, meters);
-}
+  /// Throws std::length_error where the converted timeline would have more than `count` tempos may be.
+  void require(std::size_t count) const {
+    if (count <= most_) return;
+    throw std::length_error("The meters of a timeline are in disorder and would repeat its tempos too often");
+  }
+
+ private:
+  static constexpr std::size_t kAlwaysTaken = 4096;
+  std::size_t most_;
+};
 
 TL::Meter make_meter(std::uint32_t time, const RMeter& signature, const RTempo& click) {
   return {time, signature.numerator, signature.denominator, click.clocks_per_click(),
@@ -60,7 +61,8 @@ TL::Meter make_meter(std::uint32_t time, const RMeter& signature, const RTempo& 
 }
 
 void convert_meters(const Timeline& from, TL::Timeline& to, unsigned short division) {
-  require_convertible(from.tempos, from.meters);
+  require_first_tempo(from.tempos, from.meters);
+  const TempoLimit limit(from.tempos.size() + from.meters.size());
   const RTempo* last_tempo = nullptr;
   for (std::size_t i = 0; i < from.meters.size(); ++i) {
     const RMeter& signature = from.meters[i];
@@ -69,6 +71,7 @@ void convert_meters(const Timeline& from, TL::Timeline& to, unsigned short divis
       to.meters.push_back(make_meter(signature.time, signature, *last_tempo));
       continue;
     }
+    limit.require(to.tempos.size() + tempos.size());
     to.meters.push_back(make_meter(tempos.front().time, signature, tempos.front()));
     for (const RTempo& tempo : tempos) {
       to.tempos.push_back({tempo.time, static_cast<std::uint32_t>(tempo.microseconds(division))});
@@ -92,13 +95,16 @@ RTempo repeat_tempo(const RTempo& tempo, const TL::Meter& click) {
 }
 
 void convert_meters(const TL::Timeline& from, Timeline& to, unsigned short division) {
-  require_convertible(from.tempos, from.meters);
+  require_first_tempo(from.tempos, from.meters);
+  const TempoLimit limit(from.tempos.size() + from.meters.size());
   for (std::size_t i = 0; i < from.meters.size(); ++i) {
     const TL::Meter& meter = from.meters[i];
     to.meters.emplace_back(meter.time, meter.numerator, meter.denominator);
     const auto tempos = tempos_under(from.tempos, from.meters, i);
+    limit.require(to.tempos.size() + tempos.size());
     for (const TL::Tempo& tempo : tempos) to.tempos.push_back(make_tempo(tempo, meter, division));
     if (tempos.empty() && need_new_tempo(to.tempos.back(), meter)) {
+      limit.require(to.tempos.size() + 1);
       to.tempos.push_back(repeat_tempo(to.tempos.back(), meter));
     }
   }

@@ -71,11 +71,6 @@ bool at_end(std::istream& is, std::uint32_t end) {
   }
 }
 
-int position_for_message(std::istream& is) {
-  if (is.fail()) return -1;
-  return static_cast<int>(is.rdbuf()->pubseekoff(0, std::ios_base::cur, std::ios_base::in));
-}
-
 void patch_u32(std::ostream& os, std::uint32_t position, std::uint32_t value, std::uint32_t end) {
   os.seekp(position);
   put_u32(os, value);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "format_converter/version0/primitives/internal/primitives.h"
+#include "kit/stream_size.h"
 
 namespace version0 {
 
@@ -50,14 +51,9 @@ void read_runs(std::istream& is, std::uint32_t count, Window& window, TakeRun ta
   }
 }
 
-/// How many bytes follow the read position, or 0 where the stream cannot tell.
-std::streamoff bytes_ahead(std::istream& is) {
-  std::streambuf& buffer = *is.rdbuf();
-  const std::streamoff here = buffer.pubseekoff(0, std::ios_base::cur, std::ios_base::in);
-  if (here < 0) return 0;
-  const std::streamoff end = buffer.pubseekoff(0, std::ios_base::end, std::ios_base::in);
-  buffer.pubseekpos(here, std::ios_base::in);
-  return std::max<std::streamoff>(end - here, 0);
+/// Whether at least `count` events follow the read position; false where the stream cannot tell.
+bool has_events(std::istream& is, std::uint32_t count) {
+  return kit::BytesAhead(*is.rdbuf()) / static_cast<std::streamoff>(sizeof(EventObject)) >= count;
 }
 
 /// Counts the events of each track and makes room for exactly so many, so that no list ever moves as it
@@ -81,8 +77,7 @@ EventMap read_events(std::istream& is) {
   const std::uint32_t count = get_u32(is);
   EventMap events;
   Window window;
-  const std::streamoff events_ahead = bytes_ahead(is) / static_cast<std::streamoff>(sizeof(EventObject));
-  if (count >= kMany && count <= events_ahead) reserve(is, count, window, events);
+  if (count >= kMany && has_events(is, count)) reserve(is, count, window, events);
   read_runs(is, count, window, [&](const EventObject* first, const EventObject* last) {
     std::vector<EventObject>& track = events[first->track_id];
     track.insert(track.end(), first, last);

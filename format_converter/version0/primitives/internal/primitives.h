@@ -32,17 +32,13 @@ std::string get_string(std::istream& is);
 /// Throws std::length_error before the length byte is written when the text has 256 bytes or more.
 void put_string(std::ostream& os, const std::string& text);
 
-/// The read position as the legacy containers count it, modulo 2^32; 0xFFFFFFFF on a failed stream. May throw
-/// the stream's failure.
+/// The read position (tellg), modulo 2^32; 0xFFFFFFFF on a failed stream. A stream that has met its end fails
+/// when it is asked for its position, which throws std::ios_base::failure where its exception mask says so.
 std::uint32_t istream_tellg(std::istream& is);
 
 /// Whether the read position is at `end` or past it. A position that cannot be taken ends every list, so a
 /// stream's failure counts as the end.
 bool at_end(std::istream& is, std::uint32_t end);
-
-/// The read position for messages: unlike tellg it does not fail a stream that has only met its end. -1 on a
-/// failed stream.
-int position_for_message(std::istream& is);
 
 /// Puts `value` over the four bytes at `position` and goes on at `end`. A failed seek sets the stream's fail
 /// state.

@@ -3,6 +3,7 @@
 // Records of one type stand in a sequence: the type's event code (1), the length of the body in bytes (4),
 // then the records back to back.
 
+#include <algorithm>
 #include <istream>
 #include <ostream>
 #include <vector>
@@ -18,8 +19,7 @@ inline void expect_event_code(std::istream& is, std::uint8_t code) {
   const int found = is.get();
   if (found == code) return;
   throw EventCodeError(kit::format("Expected %#x, found %#x before %u", static_cast<unsigned>(code),
-                                   static_cast<unsigned>(found),
-                                   static_cast<unsigned>(position_for_message(is))));
+                                   static_cast<unsigned>(found), istream_tellg(is)));
 }
 
 /// Reads a sequence of `Record`. Every record takes bytes from the stream, and a failed stream ends the list,
@@ -43,6 +43,13 @@ void write_sequence(std::ostream& os, const std::vector<Record>& records) {
   const LengthField length(os);
   for (const Record& record : records) record.write_binary(os);
   length.patch(os);
+}
+
+/// Whether each record of `a` equals the one at its place in `b`. The walk goes through both in step: `b` may
+/// be longer, and differs where it ends first.
+template <typename Records, typename Equal>
+bool begins_with(const Records& b, const Records& a, Equal equal) {
+  return std::mismatch(a.begin(), a.end(), b.begin(), b.end(), equal).first == a.end();
 }
 
 }  // namespace version0

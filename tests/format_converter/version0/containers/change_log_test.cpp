@@ -130,7 +130,8 @@ TEST(ChangeLogV0, SetsTheExceptionMask) {
 TEST(ChangeLogV0, EveryTruncationIsRefused) {
   const std::string bytes = Written(LogOf({"1", "2"}));
   for (std::size_t length = 0; length < bytes.size(); ++length) {
-    EXPECT_ANY_THROW(Read<ChangeLogV0>(bytes.substr(0, length))) << length;
+    // Already in the header, whose reader sets no exception mask: the log's own does.
+    EXPECT_THROW(Read<ChangeLogV0>(bytes.substr(0, length)), std::ios_base::failure) << length;
   }
 }
 

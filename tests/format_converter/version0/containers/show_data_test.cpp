@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "format_converter/version0/primitives/errors.h"
+#include "tests/format_converter/support/line_flushes.h"
 #include "tests/support/bytes.h"
 #include "zuna_midi/show_data.h"
 
@@ -58,7 +59,7 @@ TEST(LegacyShow, LaterSongOfTheSameNumberWins) {
 
 TEST(LegacyShow, ShortReadThrowsAndTheMaskStays) {
   const std::string bytes = Written(Show({"1"}));
-  for (const std::size_t length : {std::size_t{0}, std::size_t{3}, bytes.size() / 2, bytes.size() - 26}) {
+  for (std::size_t length = 0; length < bytes.size(); ++length) {
     std::istringstream is(bytes.substr(0, length));
     EXPECT_THROW(ShowData show(is), std::ios_base::failure) << length;
     EXPECT_EQ(is.exceptions(), std::ios_base::failbit | std::ios_base::badbit);
@@ -102,6 +103,18 @@ TEST(LegacyShow, ComparesSongsInStep) {
             "division failed");
   EXPECT_EQ(MessageOf<version0::Version0Error>([&] { static_cast<void>(Show({"1"}) == Show({"2"})); }),
             "song_number failed");
+}
+
+TEST(LegacyShow, ReportsADifferenceBeforeTheEndOfTheShorterSide) {
+  ShowData shorter = Show({"1"});
+  shorter.songs["1"].events[1][0].data2 = 1;
+  std::string difference;
+  const auto printed = zuna_test::Print([&] {
+    difference = MessageOf<version0::Version0Error>([&] { static_cast<void>(Show({"1", "2"}) == shorter); });
+  });
+  EXPECT_EQ(difference, "EventObject data2 not equal");
+  EXPECT_EQ(printed.text, "EventObject(480, 480, 0x90, 60, 100, 1)\nEventObject(480, 480, 0x90, 60, 1, 1)\n");
+  EXPECT_EQ(printed.unflushed_lines, 0);
 }
 
 TEST(LegacyShow, SurplusSongsOnTheRightDoNotCount) {

@@ -7,6 +7,9 @@
 
 #include "format_converter/version0/primitives/errors.h"
 #include "format_converter/version0/records/internal/event_map.h"
+#include "tests/format_converter/support/errors.h"
+#include "tests/format_converter/support/line_flushes.h"
+#include "tests/format_converter/support/positions.h"
 #include "tests/support/bytes.h"
 
 namespace {
@@ -162,7 +165,7 @@ TEST(LegacySong, WithoutEventsCannotBeWritten) {
   for (const auto& events : {version0::EventMap(), version0::EventMap{{1, {}}}}) {
     song.events = events;
     std::ostringstream os;
-    EXPECT_EQ(MessageOf<std::out_of_range>([&] { song.write_binary(os); }), "vector");
+    EXPECT_EQ(zuna_test::ExactMessageOf<std::out_of_range>([&] { song.write_binary(os); }), "vector");
     EXPECT_EQ(os.str(), Bytes({0, 0, 0, 0}) + kSong.substr(4, 25) + Bytes({0, 0, 0, 0}))
         << "the zero count has been written";
   }
@@ -212,7 +215,8 @@ TEST(LegacySong, ShortReadThrowsWhereTheStreamDoes) {
 }
 
 TEST(LegacySong, ShortReadOnAClearStreamIsFoundInTheNextField) {
-  EXPECT_EQ(MessageOf<std::length_error>([] { Read<SongData>(kSong.substr(0, 8)); }), "basic_string");
+  EXPECT_EQ(zuna_test::ExactMessageOf<std::length_error>([] { Read<SongData>(kSong.substr(0, 8)); }),
+            "basic_string");
   EXPECT_THROW(Read<SongData>(kSong.substr(0, 40)), version0::IDError);
 }
 
@@ -249,6 +253,32 @@ TEST(LegacySong, ReadsEventsFromAStreamThatCannotSeek) {
   EXPECT_EQ(version0::read_events(is).at(1).size(), 2U);
 }
 
+TEST(LegacySong, ReadingASmallOneAsksForNothingButReads) {
+  zuna_test::CountedSeeks events(Bytes({2, 0, 0, 0}) + std::string(24, '\1'));
+  std::istream is(&events);
+  EXPECT_EQ(version0::read_events(is).at(1).size(), 2U);
+  EXPECT_EQ(events.tells() + events.moves(), 0);
+
+  zuna_test::CountedSeeks song(kSong);
+  std::istream song_stream(&song);
+  EXPECT_EQ(SongData(song_stream), Song());
+  EXPECT_EQ(song.moves(), 0);
+  EXPECT_EQ(song.tells(), 1 + 5) << "the timeline's own: at its body and behind each list";
+}
+
+TEST(LegacySong, ReadingOneWithALargeCountLooksHowMuchThereIs) {
+  const std::string count = Bytes({0x00, 0x00, 0x01, 0x00});  // 65536
+  zuna_test::CountedSeeks none(count + std::string(12, '\1'));
+  std::istream hostile(&none);
+  EXPECT_TRUE(version0::read_events(hostile).empty());
+  EXPECT_EQ(none.moves(), 2) << "to the end and back";
+
+  zuna_test::CountedSeeks all(count + std::string(65536 * 12, '\1'));
+  std::istream is(&all);
+  EXPECT_EQ(version0::read_events(is).at(1).capacity(), 65536U) << "reserved once, to the event";
+  EXPECT_EQ(all.moves(), 3) << "and back to the first event";
+}
+
 std::string Difference(const SongData& a, const SongData& b) {
   return MessageOf<Version0Error>([&] { static_cast<void>(a != b); });
 }
@@ -266,6 +296,9 @@ TEST(LegacySong, NamesTheFirstDifference) {
   EXPECT_EQ(difference([](SongData& s) { s.tracks[0].track_id = 2; }), "track_id not equal");
   EXPECT_EQ(difference([](SongData& s) { s.tracks[0].track_name = "Viola"; }), "track_name not equal");
   EXPECT_EQ(difference([](SongData& s) { s.timeline.name = "x"; }), "timeline failed");
+  EXPECT_EQ(zuna_test::ExactMessageOf<Version0Error>([] { static_cast<void>(Song() == SongData()); }),
+            "song_number failed")
+      << "the base class itself";
 }
 
 TEST(LegacySong, ComparesInOneOrder) {
@@ -283,6 +316,38 @@ TEST(LegacySong, ComparesInOneOrder) {
   EXPECT_EQ(Difference(Song(), other), "timeline failed");
   other.timeline.name = "";
   EXPECT_EQ(Difference(Song(), other), "events did not compare equal");
+}
+
+TEST(LegacySong, ReportsADifferenceBeforeTheEndOfTheShorterSide) {
+  SongData left = Song();
+  left.tracks.emplace_back(2, "Viola");
+  SongData right = Song();
+  right.tracks[0].track_name = "Horns";
+  EXPECT_EQ(Difference(left, right), "track_name not equal") << "before the track that the right side lacks";
+
+  left = right = Song();
+  left.events[1].emplace_back(0, 960, 0x80, 60, 0, 1);
+  right.events[1][0].data1 = 61;
+  const auto printed = [&] { return zuna_test::Print([&] { static_cast<void>(left == right); }); };
+  EXPECT_EQ(Difference(left, right), "EventObject data1 not equal");
+  EXPECT_EQ(printed().text,
+            "EventObject(5, 480, 0x90, 60, 100, 1)\n"
+            "EventObject(0, 960, 0x80, 60, 0, 1)\n"
+            "EventObject(5, 480, 0x90, 61, 100, 1)\n");
+
+  left.events[2] = {{0, 1, 0x90, 1, 1, 2}};
+  EXPECT_EQ(Difference(left, right), "EventObject data1 not equal") << "before the id that it lacks";
+
+  right.events[1][0].data1 = 60;
+  EXPECT_EQ(Difference(left, right), "events did not compare equal") << "the shorter list ends first";
+  EXPECT_EQ(printed().text,
+            "EventObject(5, 480, 0x90, 60, 100, 1)\n"
+            "EventObject(0, 960, 0x80, 60, 0, 1)\n"
+            "EventObject(5, 480, 0x90, 60, 100, 1)\n");
+
+  right.events[1] = left.events[1];
+  EXPECT_EQ(Difference(left, right), "events did not compare equal") << "no list for the id";
+  EXPECT_EQ(printed().text, "");
 }
 
 TEST(LegacySong, DeltaTimesDoNotCount) {
@@ -317,9 +382,10 @@ TEST(LegacySong, PrintsBothTracksWhereAnEventDiffers) {
   SongData other = song;
   other.events[2][1].data2 = 3;
   other.events[2].emplace_back(0, 3, 0x90, 3, 3, 2);
-  testing::internal::CaptureStdout();
-  const std::string difference = Difference(song, other);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(),
+  std::string difference;
+  const auto printed = zuna_test::Print([&] { difference = Difference(song, other); });
+  EXPECT_EQ(printed.unflushed_lines, 0);
+  EXPECT_EQ(printed.text,
             "EventObject(0, 1, 0x90, 1, 1, 2)\n"
             "EventObject(0, 2, 0x90, 2, 2, 2)\n"
             "EventObject(0, 1, 0x90, 1, 1, 2)\n"

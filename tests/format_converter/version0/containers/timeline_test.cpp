@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "format_converter/version0/primitives/errors.h"
+#include "tests/format_converter/support/positions.h"
 #include "tests/support/bytes.h"
 
 namespace {
@@ -92,13 +93,28 @@ TEST(LegacyTimeline, NamesAnUnknownEventCodeAndItsPlace) {
             "Unknown Timeline eventCode 0x4b at 38");
 }
 
-TEST(LegacyTimeline, NamesTheEndOfTheStreamLikeAnUnknownCode) {
+TEST(LegacyTimeline, EndOfTheStreamIsAnUnknownCodeWhereTheStreamDoesNotThrow) {
+  // Asked for its position at its end, a stream fails: -1 without an exception mask, its failure with one.
   EXPECT_EQ(MessageOf<version0::EventCodeError>([] { Read<Timeline>(WithBody("")); }),
-            "Unknown Timeline eventCode 0xffffffff at 13");
-  std::istringstream throwing(WithBody(""));
-  throwing.exceptions(std::ios_base::failbit | std::ios_base::badbit);
-  EXPECT_EQ(MessageOf<version0::EventCodeError>([&] { Timeline timeline(throwing); }),
-            "Unknown Timeline eventCode 0xffffffff at 13");
+            "Unknown Timeline eventCode 0xffffffff at -1");
+  EXPECT_EQ(MessageOf<version0::EventCodeError>([] { Read<Timeline>(WithBody(kTempoSequence, 99)); }),
+            "Unknown Timeline eventCode 0xffffffff at -1");
+  for (const std::string& body : {std::string(), kTempoSequence}) {
+    std::istringstream throwing(WithBody(body, 99));
+    throwing.exceptions(std::ios_base::failbit | std::ios_base::badbit);
+    EXPECT_THROW(Timeline timeline(throwing), std::ios_base::failure);
+  }
+}
+
+TEST(LegacyTimeline, EndsQuietlyWhereThePositionCannotBeTaken) {
+  // The positions: at the body, in the sequence, behind its record, then the one of the timeline's loop.
+  const std::string bytes = WithBody(kTempoSequence + kEmptyLists);
+  for (const auto mask : {std::ios_base::goodbit, std::ios_base::failbit | std::ios_base::badbit}) {
+    zuna_test::NoPositionAfter buffer(bytes, 3);
+    std::istream is(&buffer);
+    is.exceptions(mask);
+    EXPECT_EQ(Timeline(is).tempos.size(), 1U) << "the empty list behind it is no longer read";
+  }
 }
 
 TEST(LegacyTimeline, TakesSequencesInAnyOrder) {

@@ -8,6 +8,7 @@
 
 #include "TL/timeline.h"
 #include "format_converter/version0/containers/timeline.h"
+#include "tests/format_converter/support/errors.h"
 #include "tests/support/bytes.h"
 
 namespace {
@@ -16,6 +17,7 @@ using testing::ElementsAre;
 using version0::RMeter;
 using version0::RTempo;
 using version0::Timeline;
+using zuna_test::ExactMessageOf;
 using zuna_test::MessageOf;
 
 constexpr unsigned short kDivision = 480;
@@ -91,7 +93,10 @@ TEST(TimelineUp, TempoAtTheLastTickBelongsToTheLastMeter) {
 TEST(TimelineUp, TemposBeforeTheFirstMeterAreDropped) {
   const TL::Timeline up = Up(Legacy({{480, 4, 4}}, {Tempo120(0), Tempo120(480)}));
   EXPECT_THAT(up.tempos, ElementsAre(TL::Tempo{480, 500000}));
-  EXPECT_EQ(MessageOf<std::logic_error>([] { Up(Legacy({{480, 4, 4}}, {Tempo120(0)})); }), kNoFirstTempo);
+  EXPECT_EQ(ExactMessageOf<std::logic_error>([] {
+              Up(Legacy({{480, 4, 4}}, {Tempo120(0)}));
+            }),
+            kNoFirstTempo);
   EXPECT_EQ(MessageOf<std::logic_error>([] {
               Up(Legacy({{480, 4, 4}, {960, 3, 4}}, {Tempo120(0), Tempo120(960)}));
             }),
@@ -175,7 +180,7 @@ TEST(TimelineDown, LaterMeterWithAnotherQuarterRepeatsTheTempo) {
 }
 
 TEST(TimelineDown, FirstMeterNeedsATempo) {
-  EXPECT_EQ(MessageOf<std::logic_error>([] { Down(Current({{0, 4, 4, 24, 8}}, {})); }), kNoFirstTempo);
+  EXPECT_EQ(ExactMessageOf<std::logic_error>([] { Down(Current({{0, 4, 4, 24, 8}}, {})); }), kNoFirstTempo);
   EXPECT_EQ(MessageOf<std::logic_error>([] {
               Down(Current({{480, 4, 4, 24, 8}}, {{0, 500000}}));
             }),
@@ -187,7 +192,10 @@ TEST(TimelineDown, FirstMeterNeedsATempo) {
 }
 
 TEST(TimelineDown, TemposBeforeTheFirstMeterAreDropped) {
-  EXPECT_EQ(Down(Current({{480, 4, 4, 24, 8}}, {{0, 500000}, {480, 500000}})).tempos.size(), 1U);
+  const Timeline down = Down(Current({{480, 4, 4, 24, 8}}, {{0, 600000}, {479, 400000}, {480, 500000}}));
+  EXPECT_THAT(down.tempos, ElementsAre(Tempo120(480)));
+  const TL::Timeline later = Current({{480, 4, 4, 24, 8}, {960, 3, 4, 36, 8}}, {{0, 600000}, {480, 500000}});
+  EXPECT_THAT(Down(later).tempos, ElementsAre(Tempo120(480), Tempo120(960, 12)));
 }
 
 TEST(TimelineDown, WholeTemposStayWhole) {
@@ -232,15 +240,63 @@ TEST(TimelineConversion, DivisionOfZeroHasDefinedResults) {
   EXPECT_EQ(down.get_version_1_0(0)->tempos[0].microseconds, 0U);
 }
 
+constexpr const char* kTooManyTempos =
+    "The meters of a timeline are in disorder and would repeat its tempos too often";
+
+/// Meters and tempos all at time 0: each meter but the last has every tempo, and so has the last.
+Timeline LegacyAtZero(std::size_t meters, std::size_t tempos) {
+  return Legacy(std::vector(meters, RMeter(0, 4, 4)), std::vector(tempos, Tempo120(0)));
+}
+TL::Timeline CurrentAtZero(std::size_t meters, std::size_t tempos) {
+  return Current(std::vector(meters, TL::Meter{0, 4, 4, 24, 8}), std::vector(tempos, TL::Tempo{0, 500000}));
+}
+
+TEST(TimelineConversion, AFewMetersAtOneTimeRepeatTheirTempos) {
+  EXPECT_EQ(Up(LegacyAtZero(33, 33)).tempos.size(), 33U * 33);
+  EXPECT_EQ(Down(CurrentAtZero(33, 33)).tempos.size(), 33U * 33);
+}
+
+TEST(TimelineConversion, UpTo4096TemposAreAlwaysTaken) {
+  EXPECT_EQ(Up(LegacyAtZero(64, 64)).tempos.size(), 4096U);
+  EXPECT_EQ(Down(CurrentAtZero(64, 64)).tempos.size(), 4096U);
+  EXPECT_EQ(ExactMessageOf<std::length_error>([] { Up(LegacyAtZero(17, 241)); }), kTooManyTempos) << "4097";
+  EXPECT_EQ(ExactMessageOf<std::length_error>([] { Down(CurrentAtZero(17, 241)); }), kTooManyTempos);
+}
+
+TEST(TimelineConversion, UpToTwiceTheEntriesAreTaken) {
+  // The first meter has the last tempos, the other two have all of them: 8000 tempos and the last ones again,
+  // where twice the tempos and meters are 8006.
+  const auto legacy = [](std::size_t last) {
+    Timeline timeline = Legacy({{1, 4, 4}, {0, 4, 4}, {0, 4, 4}}, std::vector(4000 - last, Tempo120(0)));
+    timeline.tempos.insert(timeline.tempos.end(), last, Tempo120(1));
+    return timeline;
+  };
+  EXPECT_EQ(Up(legacy(6)).tempos.size(), 8006U);
+  EXPECT_EQ(ExactMessageOf<std::length_error>([&] { Up(legacy(7)); }), kTooManyTempos);
+  const auto current = [](std::size_t last) {
+    TL::Timeline timeline = CurrentAtZero(3, 4000 - last);
+    timeline.meters[0].time = 1;
+    timeline.tempos.insert(timeline.tempos.end(), last, TL::Tempo{1, 500000});
+    return timeline;
+  };
+  EXPECT_EQ(Down(current(6)).tempos.size(), 8006U);
+  EXPECT_EQ(ExactMessageOf<std::length_error>([&] { Down(current(7)); }), kTooManyTempos);
+}
+
+TEST(TimelineConversion, RepeatedTemposCount) {
+  // 90 meters at time 0 with 45 tempos each: 4050. Each of the next 47 meters repeats the last tempo: 4097.
+  TL::Timeline current = CurrentAtZero(90, 45);
+  for (std::uint32_t time = 1; time <= 46; ++time) {
+    current.meters.push_back({time, 4, 4, static_cast<std::uint8_t>(time % 2 == 0 ? 24 : 48), 8});
+  }
+  EXPECT_EQ(Down(current).tempos.size(), 4096U);
+  current.meters.push_back({47, 4, 4, 48, 8});
+  EXPECT_EQ(ExactMessageOf<std::length_error>([&] { Down(current); }), kTooManyTempos);
+}
+
 TEST(TimelineConversion, MetersInDisorderCannotExhaustTheMemory) {
-  constexpr std::size_t kMany = 3000;
-  constexpr const char* kRefused =
-      "The meters of a timeline are in disorder and would repeat its tempos too often";
-  const Timeline legacy = Legacy(std::vector(kMany, RMeter(0, 4, 4)), std::vector(kMany, Tempo120(0)));
-  EXPECT_EQ(MessageOf<std::length_error>([&] { Up(legacy); }), kRefused);
-  const TL::Timeline current =
-      Current(std::vector(kMany, TL::Meter{0, 4, 4, 24, 8}), std::vector(kMany, TL::Tempo{0, 500000}));
-  EXPECT_EQ(MessageOf<std::length_error>([&] { Down(current); }), kRefused);
+  EXPECT_EQ(MessageOf<std::length_error>([] { Up(LegacyAtZero(3000, 3000)); }), kTooManyTempos);
+  EXPECT_EQ(MessageOf<std::length_error>([] { Down(CurrentAtZero(3000, 3000)); }), kTooManyTempos);
 }
 
 TEST(TimelineConversion, ManyMetersInOrderRepeatTemposAsOftenAsTheClickChanges) {

@@ -5,6 +5,8 @@
 #include <limits>
 #include <stdexcept>
 
+#include "tests/format_converter/support/errors.h"
+#include "tests/format_converter/support/line_flushes.h"
 #include "tests/support/bytes.h"
 
 namespace {
@@ -73,7 +75,7 @@ TEST(Primitives, StringKeepsNulBytesAndPadsAShortRead) {
 
 TEST(Primitives, StringAtTheEndOfTheStreamThrows) {
   std::istringstream is("");
-  EXPECT_EQ(MessageOf<std::length_error>([&] { version0::get_string(is); }), "basic_string");
+  EXPECT_EQ(zuna_test::ExactMessageOf<std::length_error>([&] { version0::get_string(is); }), "basic_string");
 }
 
 TEST(Primitives, StringAtTheEndOfAThrowingStreamIsItsFailure) {
@@ -85,14 +87,12 @@ TEST(Primitives, StringAtTheEndOfAThrowingStreamIsItsFailure) {
 TEST(Primitives, PrintsTheReadPosition) {
   std::istringstream is("abcdef");
   is.seekg(4);
-  testing::internal::CaptureStdout();
-  version0::print_istream_pos(is);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), "4\n");
+  const auto print = [&] { version0::print_istream_pos(is); };
+  EXPECT_EQ(zuna_test::Print(print).text, "4\n");
+  EXPECT_EQ(zuna_test::Print(print).unflushed_lines, 0);
   EXPECT_EQ(is.tellg(), 4);
   is.setstate(std::ios_base::failbit);
-  testing::internal::CaptureStdout();
-  version0::print_istream_pos(is);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), "-1\n");
+  EXPECT_EQ(zuna_test::Print(print).text, "-1\n");
 }
 
 TEST(Primitives, WritePositionOfAFailedStreamIsAllOnes) {
@@ -119,25 +119,13 @@ TEST(Primitives, WritePositionIsCountedIn32Bits) {
   EXPECT_EQ(version0::ostream_tellp(os), 5U);
 }
 
-/// Counts how often it is flushed.
-class FlushCounter : public std::stringbuf {
- public:
-  int flushes = 0;
-
- protected:
-  int sync() override {
-    ++flushes;
-    return 0;
-  }
-};
-
 TEST(Primitives, WritePositionNeverFlushesATiedStream) {
-  FlushCounter buffer;
+  zuna_test::LineFlushes buffer;
   std::ostream tied(&buffer);
   std::ostringstream os;
   os.tie(&tied);
   version0::ostream_tellp(os);
-  EXPECT_EQ(buffer.flushes, 0);
+  EXPECT_EQ(buffer.flushes(), 0);
 }
 
 TEST(LengthField, IsPatchedOnceTheBodyIsWritten) {

@@ -6,6 +6,7 @@
 #include "format_converter/version0/records/r_tempo.h"
 #include "format_converter/version0/records/x_caesura.h"
 #include "format_converter/version0/records/x_score_marker.h"
+#include "tests/format_converter/support/positions.h"
 #include "tests/support/bytes.h"
 
 namespace {
@@ -103,23 +104,9 @@ TEST(Sequence, ShortRecordOnAThrowingStreamIsItsFailure) {
   EXPECT_THROW(version0::read_sequence<XCaesura>(is), std::ios_base::failure);
 }
 
-/// Delivers its bytes, then fails to tell its position.
-class NoPositionAfter : public std::stringbuf {
- public:
-  NoPositionAfter(const std::string& bytes, int good) : std::stringbuf(bytes), good_(good) {}
-
- protected:
-  pos_type seekoff(off_type offset, std::ios_base::seekdir from, std::ios_base::openmode which) override {
-    if (good_-- <= 0) throw std::ios_base::failure("no position");
-    return std::stringbuf::seekoff(offset, from, which);
-  }
-
- private:
-  int good_;
-};
-
 TEST(Sequence, EndsQuietlyWhereThePositionCannotBeTaken) {
-  NoPositionAfter buffer(Bytes({'N', 14, 0, 0, 0, 'N', 4, 0, 1, 0, 0, 0, 'N', 4, 0, 2, 0, 0, 0}), 1);
+  zuna_test::NoPositionAfter buffer(Bytes({'N', 14, 0, 0, 0, 'N', 4, 0, 1, 0, 0, 0, 'N', 4, 0, 2, 0, 0, 0}),
+                                    1);
   std::istream is(&buffer);
   is.exceptions(std::ios_base::failbit | std::ios_base::badbit);
   EXPECT_EQ(version0::read_sequence<XCaesura>(is).size(), 1U);
@@ -131,6 +118,20 @@ TEST(Sequence, ScoreMarkersHaveNoFrame) {
   EXPECT_EQ(os.str(), Bytes({'E', 9, 0, 0, 0, 0xE0, 0x01, 0, 0, 4, 'C', 'o', 'd', 'a'}));
   std::istringstream is(os.str());
   EXPECT_EQ(version0::read_sequence<version0::XScoreMarker>(is).at(0), version0::XScoreMarker(480, "Coda"));
+}
+
+TEST(BeginsWith, WalksBothSidesInStep) {
+  using Numbers = std::vector<int>;
+  std::string walked;
+  const auto same = [&](int a, int b) {
+    walked += std::to_string(a) + std::to_string(b) + " ";
+    return a == b;
+  };
+  EXPECT_TRUE(version0::begins_with(Numbers{1, 2, 3}, Numbers{1, 2}, same));
+  EXPECT_FALSE(version0::begins_with(Numbers{1, 2}, Numbers{1, 2, 3}, same));
+  EXPECT_FALSE(version0::begins_with(Numbers{4}, Numbers{1, 2}, same));
+  EXPECT_TRUE(version0::begins_with(Numbers{}, Numbers{}, same));
+  EXPECT_EQ(walked, "11 22 11 22 14 ");
 }
 
 }  // namespace

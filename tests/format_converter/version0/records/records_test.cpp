@@ -4,6 +4,7 @@
 #include <limits>
 #include <stdexcept>
 
+#include "format_converter/version0/records/event_object.h"
 #include "format_converter/version0/records/r_bars_beats.h"
 #include "format_converter/version0/records/r_key.h"
 #include "format_converter/version0/records/r_meter.h"
@@ -11,6 +12,7 @@
 #include "format_converter/version0/records/r_tempo.h"
 #include "format_converter/version0/records/x_caesura.h"
 #include "format_converter/version0/records/x_score_marker.h"
+#include "tests/format_converter/support/line_flushes.h"
 #include "tests/support/bytes.h"
 
 namespace {
@@ -228,6 +230,18 @@ TEST(XCaesura, ComparesAndPrints) {
   os << std::hex;
   XCaesura(480).write_string(os);
   EXPECT_EQ(os.str(), "XCaesura(480)");
+}
+
+TEST(Records, PrintNoLineEndAndNoFlush) {
+  zuna_test::LineFlushes buffer;
+  std::ostream os(&buffer);
+  RMeter(0, 4, 4).write_string(os);
+  XScoreMarker(0, "A").write_string(os);
+  XCaesura(0).write_string(os);
+  os << EventObject(0, 480, 0x90, 60, 100, 1);
+  EXPECT_EQ(buffer.text(),
+            "RMeter(0, 4, 4)XScoreMarker(0, A)XCaesura(0)EventObject(0, 480, 0x90, 60, 100, 1)");
+  EXPECT_EQ(buffer.flushes(), 0);
 }
 
 TEST(Records, EventCodes) {
