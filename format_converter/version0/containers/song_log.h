@@ -43,7 +43,8 @@ struct ZUNA_API SongLogV0 {
   explicit SongLogV0(std::istream& is);
 
   /// The legacy form of a current song log. Division, attacca, fermatas and labels are dropped, and so are
-  /// caesuras whose second word is above 1; integers keep their low 8 bits.
+  /// caesuras whose second word is above 1; integers keep their low 8 bits. Throws std::logic_error for a
+  /// song log that lacks a list.
   explicit SongLogV0(const CL::SongLog& log);
 
   /// The current form of this song log: division and attacca 0, empty labels.

@@ -1,5 +1,7 @@
 // A legacy change log to the current model and back: the log, its song logs and their edits.
 // docs/conversion.md lists the rules.
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <utility>
 
@@ -11,54 +13,61 @@ namespace version0 {
 namespace {
 
 template <typename Legacy, typename Current>
-void events_up(const std::vector<Legacy>& from, CL::EventList<Current>& to) {
-  for (const Legacy& event : from) to.events.emplace_back(event.start, event.end, std::string(), event.value);
+void events_up(const std::vector<Legacy>& from, std::vector<Current>& to) {
+  for (const Legacy& event : from) to.emplace_back(event.start, event.end, std::string(), event.value);
+}
+
+/// The events of a list, which must be there.
+template <typename Event>
+const std::vector<Event>& events_of(const std::shared_ptr<CL::EventList<Event>>& list) {
+  if (!list) throw std::logic_error("A song log that lacks a list of events cannot be converted");
+  return list->events;
 }
 
 signed char low_byte(std::int32_t value) { return static_cast<signed char>(value & 0xFF); }
 
 template <typename Current, typename Legacy>
-void events_down(const CL::EventList<Current>& from, std::vector<Legacy>& to) {
-  to.reserve(from.events.size());
-  for (const Current& event : from.events)
+void events_down(const std::vector<Current>& from, std::vector<Legacy>& to) {
+  to.reserve(from.size());
+  for (const Current& event : from)
     to.emplace_back(event.start, event.end, low_byte(static_cast<std::int32_t>(event.value_bits)));
 }
 
-void events_down(const CL::EventList<CL::Transpose>& from, std::vector<TransposeV0>& to) {
-  to.reserve(from.events.size());
-  for (const CL::Transpose& event : from.events)
+void events_down(const std::vector<CL::Transpose>& from, std::vector<TransposeV0>& to) {
+  to.reserve(from.size());
+  for (const CL::Transpose& event : from)
     to.emplace_back(event.StartPosition(), event.EndPosition(), low_byte(event.IntValue()));
 }
 
-void events_down(const CL::EventList<CL::TempoScale>& from, std::vector<TempoScaleV0>& to) {
-  to.reserve(from.events.size());
-  for (const CL::TempoScale& event : from.events)
+void events_down(const std::vector<CL::TempoScale>& from, std::vector<TempoScaleV0>& to) {
+  to.reserve(from.size());
+  for (const CL::TempoScale& event : from)
     to.emplace_back(event.StartPosition(), event.EndPosition(), event.FloatValue());
 }
 
-void events_down(const CL::EventList<CL::Caesura>& from, std::vector<XCaesura>& to) {
-  to.reserve(from.events.size());
-  for (const CL::Caesura& event : from.events) {
+void events_down(const std::vector<CL::Caesura>& from, std::vector<XCaesura>& to) {
+  to.reserve(from.size());
+  for (const CL::Caesura& event : from) {
     // The legacy program plays every caesura alike; those that it does not know are left out.
     if (event.second_word <= 1) to.emplace_back(event.Position());
   }
 }
 
-void events_down(const CL::EventList<CL::Marker>& from, std::vector<XScoreMarker>& to) {
-  to.reserve(from.events.size());
-  for (const CL::Marker& event : from.events) to.emplace_back(event.position, event.text);
+void events_down(const std::vector<CL::Marker>& from, std::vector<XScoreMarker>& to) {
+  to.reserve(from.size());
+  for (const CL::Marker& event : from) to.emplace_back(event.position, event.text);
 }
 
 }  // namespace
 
 std::shared_ptr<CL::SongLog> SongLogV0::get_version_1_0() const {
   auto log = std::make_shared<CL::SongLog>(songNumber_, songName_, std::uint16_t{0}, songLength_);
-  events_up(vamps, *log->vamps);
-  events_up(repeats, *log->repeats);
-  events_up(cuts, *log->cuts);
-  events_up(clicks, *log->clicks);
-  events_up(tempo_scales, *log->tempo_scales);
-  events_up(transposes, *log->transposes);
+  events_up(vamps, log->vamps->events);
+  events_up(repeats, log->repeats->events);
+  events_up(cuts, log->cuts->events);
+  events_up(clicks, log->clicks->events);
+  events_up(tempo_scales, log->tempo_scales->events);
+  events_up(transposes, log->transposes->events);
   for (const XCaesura& event : caesuras) log->caesuras->events.emplace_back(event.time, std::string());
   for (const XScoreMarker& event : score_markers)
     log->markers->events.emplace_back(event.time, std::string(), event.text);
@@ -67,14 +76,14 @@ std::shared_ptr<CL::SongLog> SongLogV0::get_version_1_0() const {
 
 SongLogV0::SongLogV0(const CL::SongLog& log)
     : songNumber_(log.song_number), songName_(log.song_name), songLength_(log.song_length) {
-  events_down(*log.vamps, vamps);
-  events_down(*log.repeats, repeats);
-  events_down(*log.cuts, cuts);
-  events_down(*log.clicks, clicks);
-  events_down(*log.tempo_scales, tempo_scales);
-  events_down(*log.transposes, transposes);
-  events_down(*log.caesuras, caesuras);
-  events_down(*log.markers, score_markers);
+  events_down(events_of(log.vamps), vamps);
+  events_down(events_of(log.repeats), repeats);
+  events_down(events_of(log.cuts), cuts);
+  events_down(events_of(log.clicks), clicks);
+  events_down(events_of(log.tempo_scales), tempo_scales);
+  events_down(events_of(log.transposes), transposes);
+  events_down(events_of(log.caesuras), caesuras);
+  events_down(events_of(log.markers), score_markers);
 }
 
 CL::ChangeLog ChangeLogV0::get_version_1_0() const {
@@ -93,6 +102,7 @@ ChangeLogV0::ChangeLogV0(const CL::ChangeLog& log)
       show_name(log.show_name),
       log_tag_pair(log.log_tag_pair) {
   for (const auto& [key, source] : log.song_logs()) {
+    if (!source) throw std::logic_error("A change log without the song log " + key + " cannot be converted");
     SongLogV0 song(*source);
     const std::string number = song.songNumber_;
     songs.insert_or_assign(number, std::move(song));

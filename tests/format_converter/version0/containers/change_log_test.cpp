@@ -204,6 +204,13 @@ TEST(ChangeLogDown, TheSongLogsOwnNumberCounts) {
   EXPECT_EQ(log.songs.size(), 1U) << "the last one wins";
 }
 
+TEST(ChangeLogDown, ASongLogThatIsNotThereIsNamed) {
+  CL::ChangeLog current;
+  current.song_logs()["7"] = nullptr;
+  EXPECT_EQ(MessageOf<std::logic_error>([&] { ChangeLogV0 log(current); }),
+            "A change log without the song log 7 cannot be converted");
+}
+
 TEST(ChangeLogUpAndDown, RandomLogsComeBackByteForByte) {
   std::mt19937 random(32);
   for (int i = 0; i < 200; ++i) {

@@ -2,6 +2,7 @@
 
 #include <bit>
 #include <limits>
+#include <stdexcept>
 
 #include "CL/song_log.h"
 #include "format_converter/version0/containers/song_log.h"
@@ -104,6 +105,13 @@ TEST(SongLogDown, DropsWhatTheLegacyFormatLacks) {
   current->fermatas->events.emplace_back(1, 2, "held", 3);
   current->vamps->events[0].label = "safety";
   EXPECT_EQ(Written(SongLogV0(*current)), Written(log));
+}
+
+TEST(SongLogDown, LogWithoutAListIsRefused) {
+  CL::SongLog current("1", "", 0, 0);
+  current.cuts = nullptr;
+  EXPECT_EQ(zuna_test::MessageOf<std::logic_error>([&] { SongLogV0 log(current); }),
+            "A song log that lacks a list of events cannot be converted");
 }
 
 TEST(SongLogDown, IntegersKeepTheirLow8Bits) {
