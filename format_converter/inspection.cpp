@@ -9,7 +9,6 @@
 #include "format_converter/version0/containers/change_log.h"
 #include "format_converter/version0/primitives/stream_position.h"
 #include "kit/format.h"
-#include "kit/listdir.h"
 #include "kit/path.h"
 #include "zuna_midi/show_data.h"
 

@@ -7,7 +7,6 @@
 #include "cli/base/version_text.h"
 #include "cli/commands/context.h"
 #include "cli/files/file_type.h"
-#include "kit/listdir.h"
 #include "kit/path.h"
 
 namespace zuna_cli {

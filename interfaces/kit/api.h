@@ -1,3 +1,5 @@
+// The visibility of what the libraries export.
+
 #pragma once
 
 /// Marks a declaration that other libraries may use. Everything is compiled with hidden visibility; a class

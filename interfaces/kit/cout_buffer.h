@@ -1,3 +1,5 @@
+// A buffer in front of standard output.
+
 #pragma once
 
 #include <iosfwd>
@@ -7,8 +9,8 @@
 
 namespace kit {
 
-/// Collects text for standard output and writes it there in one piece: on Flush(), and at the latest when it
-/// is destroyed. What several buffers collect therefore never interleaves within one piece.
+/// Collects text for standard output and writes it in one piece: on Flush(), or when it is destroyed. The
+/// text of several buffers therefore does not interleave within a piece.
 class ZUNA_API CoutBuffer {
  public:
   CoutBuffer();

@@ -1,3 +1,5 @@
+// The errors that all libraries share.
+
 #pragma once
 
 #include <stdexcept>

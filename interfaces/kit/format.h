@@ -1,3 +1,5 @@
+// Texts from printf formats.
+
 #pragma once
 
 #include <string>

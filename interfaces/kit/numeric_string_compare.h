@@ -1,3 +1,5 @@
+// The order of song numbers.
+
 #pragma once
 
 #include <string>

@@ -1,3 +1,5 @@
+// Identifiers of logs.
+
 #pragma once
 
 #include <array>

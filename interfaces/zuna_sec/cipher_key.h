@@ -1,3 +1,5 @@
+// The key material of encrypted files; docs/envelope.md says how it is used.
+
 #pragma once
 
 #include <cstdint>

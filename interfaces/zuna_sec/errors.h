@@ -1,3 +1,5 @@
+// Why encrypted data is refused; docs/envelope.md lists the checks in their order.
+
 #pragma once
 
 #include <memory>
@@ -7,7 +9,7 @@
 
 namespace zuna_sec {
 
-/// Base of everything that an encrypted file can be refused for. A file that cannot be opened, read or
+/// Base of the errors for encrypted data that is refused. A file that cannot be opened, read or
 /// written is a kit::IoError instead.
 class ZUNA_API CipherError : public kit::RuntimeError {
  public:

@@ -1,4 +1,5 @@
 // Replaces a file in one step: a temporary file beside it, filled and flushed, takes its name.
+
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -23,7 +24,7 @@ constexpr std::size_t kLargestWrite = std::size_t{1} << 30;  // some systems ref
 constexpr int kMostLinks = 40;
 constexpr int kMostNames = 100;
 
-/// The file that a write to `path` means: where its links lead, also where nothing is there yet.
+/// The file that `path` leads to through symbolic links. It need not exist.
 std::filesystem::path FollowLinks(const std::string& path) {
   std::filesystem::path target = path;
   std::error_code error;
@@ -56,7 +57,7 @@ struct Permissions {
   std::optional<mode_t> at_last;  // set when the file is complete
 };
 
-/// A new file beside the target, which takes its place or vanishes.
+/// A new file beside the target, which replaces the target or is removed.
 class TemporaryFile {
  public:
   TemporaryFile(const std::filesystem::path& folder, const std::string& path, mode_t mode)
@@ -99,14 +100,14 @@ class TemporaryFile {
     return -1;
   }
 
-  const std::string& path_;  // what the caller calls the target
+  const std::string& path_;  // as the caller names the target, for messages
   std::string name_;
   FileDescriptor file_;
   bool moved_ = false;
 };
 
-/// Makes a rename outlast a power failure. Nothing can be undone any more at this point, so a file system
-/// that cannot do it for folders is let pass.
+/// Makes a rename survive a power failure. A failure is ignored: some file systems cannot flush folders, and
+/// the rename cannot be undone.
 void SyncFolder(const FileDescriptor& folder) {
   if (folder.is_open()) RetryInterrupted([&] { return ::fsync(folder.number()); });
 }
@@ -126,8 +127,7 @@ void Replace(const std::filesystem::path& target, Permissions permissions, Bytes
 void WriteFileAtomically(const std::string& path, Bytes bytes, unsigned new_mode) {
   if (path.empty()) throw kit::IoError("the path to write to is empty; give the path of a file");
 
-  // Opened for writing, so that a file that its owner has protected is refused as every program would refuse
-  // it.
+  // Opened for writing, so that a write-protected file is refused.
   FileDescriptor old(RetryInterrupted([&] { return ::open(path.c_str(), O_WRONLY | O_CLOEXEC); }));
   if (!old.is_open()) {
     if (errno != ENOENT) ThrowIoError(path, "cannot be written", errno);

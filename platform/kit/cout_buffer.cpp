@@ -1,3 +1,5 @@
+// Collects text in memory and writes it to std::cout.
+
 #include "kit/cout_buffer.h"
 
 #include <iostream>
@@ -15,7 +17,7 @@ CoutBuffer::~CoutBuffer() {
   try {
     Flush();
   } catch (...) {
-    // Standard output failed, and a destructor has nobody to tell.
+    // Standard output failed, and a destructor cannot report it.
   }
 }
 

@@ -1,3 +1,5 @@
+// printf into a string of the length that it needs.
+
 #include "kit/format.h"
 
 #include <cstdarg>

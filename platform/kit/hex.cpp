@@ -1,4 +1,5 @@
 // Hexadecimal digits to bytes.
+
 #include "kit/hex.h"
 
 namespace kit {

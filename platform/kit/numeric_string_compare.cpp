@@ -1,3 +1,5 @@
+// Compares digit runs by value, without converting them to numbers.
+
 #include "kit/numeric_string_compare.h"
 
 #include <algorithm>

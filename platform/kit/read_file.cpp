@@ -1,4 +1,5 @@
 // Reads whole files, pipes and devices into one block.
+
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -17,8 +18,8 @@ namespace {
 constexpr std::size_t kFirstBlockOfPipe = std::size_t{64} << 10;
 constexpr std::size_t kLargestRead = std::size_t{1} << 30;  // some systems refuse 2 GiB
 
-/// How much memory to begin with: for a file all of it and one byte more, so that the end is seen without
-/// growing.
+/// The size of the first block: for a regular file its size and one byte more, so that the end is found
+/// without growing the block.
 std::size_t FirstCapacity(int file, const std::string& name, std::size_t limit) {
   struct stat status {};
   if (::fstat(file, &status) != 0) ThrowIoError(name, "cannot be read", errno);

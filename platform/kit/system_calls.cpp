@@ -1,4 +1,5 @@
 // The message of a failed system call: what failed, the reason, and what to do about it.
+
 #include "platform/kit/internal/system_calls.h"
 
 #include <system_error>

@@ -1,4 +1,5 @@
 // UTF-8: the table of well-formed byte sequences of RFC 3629, section 4.
+
 #include "kit/utf8.h"
 
 namespace kit {

@@ -1,3 +1,5 @@
+// Identifiers by Boost.UUID.
+
 #include "kit/uuid.h"
 
 #include <algorithm>

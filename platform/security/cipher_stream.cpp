@@ -1,3 +1,5 @@
+// Opens and seals whole files and byte vectors; docs/envelope.md.
+
 #include "zuna_sec/cipher_stream.h"
 
 #include <utility>
@@ -18,8 +20,8 @@ using zuna_security::kEnvelopeHeaderSize;
 
 const char* const kUnnamed = "encrypted data";
 
-/// What there is to encrypt. A stream that ran out of memory has lost a part of what was written to it;
-/// sealing the rest would pass for the whole.
+/// The plaintext to encrypt. A stream that ran out of memory has lost part of what was written to it. It is
+/// refused, because the rest would pass for the whole.
 zuna_security::Bytes ContentsToSeal(PlaintextStream& plaintext, const char* cipher, const std::string& name) {
   if (plaintext.bad()) {
     throw kit::IoError(name + ": cannot be encrypted (" + cipher +
@@ -46,7 +48,7 @@ CipherStream::~CipherStream() = default;
 
 std::iostream& CipherStream::GetStream() { return *plaintext_; }
 
-// Both constructors copy the key last: a refused file leaves no copy of it behind.
+// Both constructors copy the key last, so that a refused file leaves no copy of it in memory.
 
 TwoFishCipherStream::TwoFishCipherStream(const std::string& path, const std::vector<std::uint8_t>& key,
                                          const std::vector<std::uint8_t>& iv) {

@@ -1,3 +1,5 @@
+// The fields of an envelope and the checks in their order; docs/envelope.md.
+
 #include "platform/security/envelope.h"
 
 #include <algorithm>
@@ -12,7 +14,7 @@ namespace zuna_security {
 
 namespace {
 
-// The first byte is no text, and the line ends show a transfer that changed them.
+// The first byte is not text. The line ends reveal a transfer that changes line ends.
 constexpr std::array<std::uint8_t, 8> kMagic{0x89, 'Z', 'S', 'C', '\r', '\n', 0x1a, '\n'};
 constexpr std::uint8_t kVersion = 1;
 constexpr std::uint8_t kSuite = 1;  // HKDF-SHA-256, Twofish-256 in SIV mode
@@ -48,7 +50,7 @@ void CheckMagic(Bytes bytes, const std::string& name) {
   }
 }
 
-/// Checks version, suite and zeros as far as they are there; another version may go on differently.
+/// Checks version, suite and zeros as far as they are present. Another version may continue differently.
 void CheckKind(Bytes bytes, const std::string& name) {
   if (bytes.size() > kVersionOffset && bytes[kVersionOffset] != kVersion) {
     throw zuna_sec::UnsupportedEnvelopeError(

@@ -1,3 +1,5 @@
+// The bytes of an encrypted file; docs/envelope.md draws them.
+
 #pragma once
 
 #include <cstddef>
@@ -7,14 +9,12 @@
 #include "platform/security/secret.h"
 #include "platform/security/siv.h"
 
-// The bytes of an encrypted file; docs/envelope.md draws them.
-
 namespace zuna_security {
 
 /// Everything before the ciphertext: magic, version, suite, zeros, plaintext length, key check, tag.
 inline constexpr std::size_t kEnvelopeHeaderSize = 8 + 1 + 1 + 6 + 8 + 32 + kSivTagSize;
 
-/// 1 GiB. What is larger is refused by its actual size; the length field never makes memory be reserved.
+/// 1 GiB. Larger data is refused by its actual size; no memory is reserved from the length field.
 inline constexpr std::size_t kMaxPlaintextSize = std::size_t{1} << 30;
 inline constexpr std::size_t kMaxEnvelopeSize = kEnvelopeHeaderSize + kMaxPlaintextSize;
 
@@ -32,9 +32,9 @@ struct Envelope {
   Bytes ciphertext;
 };
 
-/// Takes the bytes of an envelope apart. `name`, the path or "encrypted data", begins the messages. Throws
-/// zuna_sec::NotEncryptedError, UnsupportedEnvelopeError, TruncatedError, TrailingBytesError or
-/// TooLargeError.
+/// Splits the bytes of an envelope into its fields. `name`, the path or "encrypted data", begins the
+/// messages. Throws zuna_sec::NotEncryptedError, UnsupportedEnvelopeError, TruncatedError, TrailingBytesError
+/// or TooLargeError.
 Envelope ParseEnvelope(Bytes bytes, const std::string& name);
 
 /// Decrypts into `plaintext`, which has the size of the ciphertext and may be the same memory; it is wiped on

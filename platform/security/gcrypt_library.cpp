@@ -1,3 +1,5 @@
+// The one place that initialises libgcrypt and translates its errors.
+
 #include "platform/security/gcrypt_library.h"
 
 #include <mutex>

@@ -1,3 +1,5 @@
+// libgcrypt: initialisation and errors.
+
 #pragma once
 
 #include <gcrypt.h>
@@ -12,8 +14,8 @@ class GcryptFailure : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// Readies libgcrypt on the first call. Every function that calls it does this first. Throws GcryptFailure
-/// where the library is too old.
+/// Initialises libgcrypt on the first call. Every function that uses libgcrypt calls this first. Throws
+/// GcryptFailure where the library is too old.
 void InitializeGcrypt();
 
 /// Throws GcryptFailure for an error of libgcrypt, std::bad_alloc where that error is a lack of memory.

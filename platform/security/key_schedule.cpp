@@ -1,3 +1,5 @@
+// HMAC-SHA-256 (RFC 2104), HKDF (RFC 5869) and the keys of an envelope; docs/envelope.md.
+
 #include "platform/security/key_schedule.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// The keys of an envelope; docs/envelope.md.
+
 #pragma once
 
 #include <cstdint>

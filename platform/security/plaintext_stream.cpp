@@ -1,3 +1,5 @@
+// A stream buffer over one growing block of memory.
+
 #include "platform/security/plaintext_stream.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// The stream over a decrypted file.
+
 #pragma once
 
 #include <cstddef>
@@ -10,9 +12,9 @@
 
 namespace zuna_security {
 
-/// Holds a plaintext in one block that is never copied: what std::stringbuf does in read-write mode
-/// (independent read and write positions; a read sees all that was written), without its copies on the way in
-/// and out. Wiped when destroyed.
+/// Holds a plaintext in one block. Behaves like std::stringbuf in read-write mode: read and write positions
+/// are independent, and a read sees everything that was written. Unlike it, takes the block over and hands it
+/// out without a copy, and wipes it when destroyed.
 class PlaintextBuffer final : public std::streambuf {
  public:
   PlaintextBuffer() = default;
@@ -57,7 +59,7 @@ class PlaintextBuffer final : public std::streambuf {
 
 namespace zuna_sec {
 
-/// The stream over a plaintext that CipherStream::GetStream hands out.
+/// What CipherStream::GetStream() returns.
 class PlaintextStream final : public std::iostream {
  public:
   PlaintextStream() : std::iostream(nullptr) { rdbuf(&buffer_); }

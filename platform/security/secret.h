@@ -1,8 +1,11 @@
+// Memory that holds secrets, and what is done with it.
+
 #pragma once
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 
 namespace zuna_security {
@@ -10,11 +13,22 @@ namespace zuna_security {
 using Bytes = std::span<const std::uint8_t>;
 using MutableBytes = std::span<std::uint8_t>;
 
-/// Overwrites memory with zeros, also where the compiler can see that nobody reads it afterwards.
-void Wipe(MutableBytes memory);
+/// Overwrites memory with zeros, even where the compiler sees that it is not read again.
+inline void Wipe(MutableBytes memory) {
+  // Called through a volatile pointer, which the compiler cannot see through: the write has to happen.
+  static void* (*const volatile overwrite)(void*, int, std::size_t) = std::memset;
+  if (!memory.empty()) overwrite(memory.data(), 0, memory.size());
+}
 
 /// Whether two secrets are the same, in a time that depends on their lengths only.
-bool EqualInConstantTime(Bytes a, Bytes b);
+inline bool EqualInConstantTime(Bytes a, Bytes b) {
+  if (a.size() != b.size()) return false;
+  volatile std::uint8_t difference = 0;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    difference = static_cast<std::uint8_t>(difference | (a[i] ^ b[i]));
+  }
+  return difference == 0;
+}
 
 /// `N` bytes that are wiped when they go out of scope.
 template <std::size_t N>

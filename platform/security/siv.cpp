@@ -1,3 +1,5 @@
+// Twofish-256 in SIV mode by libgcrypt.
+
 #include "platform/security/siv.h"
 
 #include "platform/security/gcrypt_library.h"

@@ -1,3 +1,5 @@
+// The cipher of an envelope; docs/envelope.md.
+
 #pragma once
 
 #include <cstdint>
@@ -16,8 +18,9 @@ using SivKey = std::span<const std::uint8_t, kSivKeySize>;
 void SivEncrypt(SivKey key, Bytes associated, Bytes plaintext, MutableBytes ciphertext,
                 std::span<std::uint8_t, kSivTagSize> tag);
 
-/// The opposite. False where the tag is not that of these bytes under this key; `plaintext` is wiped then.
-/// `plaintext` has the size of `ciphertext` and may be the same memory. Throws GcryptFailure.
+/// Decrypts what SivEncrypt() encrypted. Returns false and wipes `plaintext` where the tag is not that of
+/// these bytes under this key. `plaintext` has the size of `ciphertext` and may be the same memory. Throws
+/// GcryptFailure.
 bool SivDecrypt(SivKey key, Bytes associated, std::span<const std::uint8_t, kSivTagSize> tag,
                 Bytes ciphertext, MutableBytes plaintext);
 

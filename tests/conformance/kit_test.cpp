@@ -12,7 +12,6 @@
 #include "kit/cout_buffer.h"
 #include "kit/error.h"
 #include "kit/format.h"
-#include "kit/listdir.h"
 #include "kit/numeric_string_compare.h"
 #include "kit/path.h"
 #include "kit/uuid.h"

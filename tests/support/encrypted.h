@@ -1,3 +1,5 @@
+// Encrypting and decrypting in tests.
+
 #pragma once
 
 #include <cstdint>

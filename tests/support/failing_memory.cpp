@@ -1,3 +1,5 @@
+// Every way in which the security library gets memory: operator new, realloc(3), and libgcrypt.
+
 #include "tests/support/failing_memory.h"
 
 #include <gcrypt.h>
@@ -5,8 +7,6 @@
 #include <cerrno>
 #include <cstdlib>
 #include <new>
-
-// Every way in which the security library gets memory: operator new, realloc(3), and libgcrypt.
 
 namespace {
 

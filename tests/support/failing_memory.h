@@ -1,3 +1,5 @@
+// Lets allocations fail one after the other.
+
 #pragma once
 
 namespace failing_memory {

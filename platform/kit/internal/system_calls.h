@@ -13,7 +13,7 @@ namespace kit {
 /// Throws kit::IoError "PATH: WHAT: REASON; REMEDY" for a value of errno; `what` says what failed and where.
 [[noreturn]] void ThrowIoError(const std::string& path, std::string_view what, int error);
 
-/// Makes a system call, again for as long as a signal interrupts it.
+/// Makes a system call and repeats it while a signal interrupts it.
 template <typename Call>
 auto RetryInterrupted(Call call) {
   auto result = call();
@@ -34,9 +34,9 @@ class FileDescriptor {
   int number() const { return number_; }
   bool is_open() const { return number_ >= 0; }
 
-  /// Closes at once; false with errno where close(2) fails: some file systems report a failed write only
-  /// here. An interruption is none, and does not call for another try: the number may already be another
-  /// file's.
+  /// Closes at once. Returns false and sets errno where close(2) fails: some file systems report a failed
+  /// write only here. EINTR is not a failure, and the call is not repeated: the number may already belong to
+  /// another file.
   bool Close() {
     const int closed = number_;
     number_ = -1;

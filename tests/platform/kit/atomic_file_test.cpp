@@ -1,3 +1,5 @@
+// Replacing files in one step: modes, links, pipes, full disks.
+
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>

@@ -1,3 +1,5 @@
+// When collected text reaches standard output.
+
 #include "kit/cout_buffer.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// printf formats into strings.
+
 #include "kit/format.h"
 
 #include <gtest/gtest.h>

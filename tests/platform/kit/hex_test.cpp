@@ -1,3 +1,5 @@
+// Bytes from hexadecimal digits.
+
 #include "kit/hex.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// The order of song numbers.
+
 #include "kit/numeric_string_compare.h"
 
 #include <gmock/gmock.h>

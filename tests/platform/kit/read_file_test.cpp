@@ -1,3 +1,5 @@
+// Reading whole files with a limit.
+
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>

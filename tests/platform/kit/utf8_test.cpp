@@ -1,3 +1,5 @@
+// Well-formed and ill-formed UTF-8, and where it is cut.
+
 #include "kit/utf8.h"
 
 #include <gtest/gtest.h>

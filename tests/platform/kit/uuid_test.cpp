@@ -1,3 +1,5 @@
+// Both forms of an identifier.
+
 #include "kit/uuid.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// Every field of an envelope, and every refusal with its message; docs/envelope.md.
+
 #include "platform/security/envelope.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// A libgcrypt that has no Twofish.
+
 #include <gtest/gtest.h>
 
 #include <cstdlib>

@@ -1,3 +1,5 @@
+// HMAC and HKDF against the published cases, and the derived keys.
+
 #include "platform/security/key_schedule.h"
 
 #include <gtest/gtest.h>

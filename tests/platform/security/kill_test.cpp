@@ -1,3 +1,5 @@
+// A process that is killed while it replaces a file.
+
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>

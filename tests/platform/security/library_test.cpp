@@ -1,3 +1,5 @@
+// The cipher stream through the shared library.
+
 #include <gtest/gtest.h>
 
 #include <filesystem>

@@ -1,3 +1,5 @@
+// The stream over a plaintext, compared with std::stringstream.
+
 #include "platform/security/plaintext_stream.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// Wiping, and comparing in constant time.
+
 #include "platform/security/secret.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// Twofish in SIV mode against its parts.
+
 #include "platform/security/siv.h"
 
 #include <gcrypt.h>
