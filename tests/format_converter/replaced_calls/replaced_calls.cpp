@@ -8,7 +8,6 @@
 #include "CL/paired_events.h"
 #include "CL/point_events.h"
 #include "cmn/version_probe.h"
-#include "kit/listdir.h"
 
 #ifdef __linux__
 #include <dlfcn.h>
