@@ -8,6 +8,7 @@
 #include "CL/paired_events.h"
 #include "CL/point_events.h"
 #include "cmn/version_probe.h"
+#include "kit/path.h"
 
 #ifdef __linux__
 #include <dlfcn.h>
