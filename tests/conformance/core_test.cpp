@@ -82,14 +82,18 @@ std::vector<std::string> Keys(const Map& map) {
   return keys;
 }
 
-/// A legacy show of no songs, and a legacy log: its label, show name, 16 bytes, two numbers and no songs.
-const std::string kLegacyShow(1, '\0');
-const std::string kLegacyLog = std::string(
-                                   "\x05"
-                                   "label"
-                                   "\x05"
-                                   "Opera") +
-                               std::string(16 + 4 + 1, '\0');
+/// A text of a legacy file: its length in one byte, then the text.
+std::string LegacyText(const std::string& text) { return static_cast<char>(text.size()) + text; }
+
+/// The beginning of a legacy show: the count of its songs, a number and a name.
+const std::string kLegacyShow = '\1' + LegacyText("12") + LegacyText("Tune") + std::string(20, '\0');
+
+/// A legacy log without songs.
+const std::string kLegacyLog = "ZUNA" +                                     //
+                               std::string("\x20\0\0\0", 4) +               // log length: 16 + 6 + 6 + 4
+                               std::string(16, '\x11') +                    // identifier
+                               LegacyText("label") + LegacyText("Opera") +  // log label, show name
+                               std::string(4, '\0');                        // log tag pair
 
 TEST(VersionProbe, FindsCurrentAndLegacyVersions) {
   std::istringstream show(Written(SampleShow()));
