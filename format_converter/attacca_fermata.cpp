@@ -1,3 +1,5 @@
+// Copies attaccas and fermatas from one current log to another.
+
 #include "format_converter/attacca_fermata.h"
 
 #include "format_converter/internal/current_log.h"
@@ -14,7 +16,7 @@ void copy_songs(const CL::ChangeLog& source, CL::ChangeLog& destination) {
   }
 }
 
-/// `source` is a path or the encrypted bytes. The plaintext is gone when this returns.
+/// `source` is a path or the encrypted bytes. The plaintext is freed on return.
 template <typename Source>
 CurrentLog read_log(const Source& source, const Bytes& key, const Bytes& iv, const char* too_old,
                     const char* name) {
@@ -22,7 +24,7 @@ CurrentLog read_log(const Source& source, const Bytes& key, const Bytes& iv, con
   return read_current_log(input, too_old, name);
 }
 
-/// The destination as it is to be written. Source and destination are both paths or both encrypted bytes.
+/// The new destination, encrypted. Source and destination are both paths or both encrypted bytes.
 template <typename Source>
 EncryptedOutput copied(const Source& source, const Source& destination, const Bytes& key, const Bytes& iv) {
   const CurrentLog from =

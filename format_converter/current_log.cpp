@@ -1,3 +1,5 @@
+// Reads a current log from an encrypted stream and checks its version.
+
 #include "format_converter/internal/current_log.h"
 
 #include <istream>
@@ -11,7 +13,7 @@ namespace {
 constexpr cmn::FileVersion kFirstVersion{1, 1};
 
 cmn::FileVersion probe_current_log(std::istream& stream, const char* too_old) {
-  if (begins_text_document(stream)) return {};
+  if (begins_text_form(stream)) return {};
   const cmn::FileVersion version = WrapGetLogdataVersion(stream);
   if (version < kFirstVersion) throw FormatConverterError(too_old);
   return version;

@@ -1,5 +1,7 @@
 #pragma once
 
+// The error types of the entry points.
+
 #include <stdexcept>
 #include <string>
 
@@ -8,7 +10,7 @@
 /// A file whose version is wrong for the requested conversion.
 class ZUNA_API FormatConverterError : public std::logic_error {
  public:
-  /// An error with this message.
+  /// `message` is what what() returns.
   explicit FormatConverterError(const std::string& message);
   ~FormatConverterError() override;
 };
@@ -16,7 +18,7 @@ class ZUNA_API FormatConverterError : public std::logic_error {
 /// An input that cannot be read as the expected kind of file.
 class ZUNA_API FormatConverterIOError : public std::runtime_error {
  public:
-  /// An error with this message.
+  /// `message` is what what() returns.
   explicit FormatConverterIOError(const std::string& message);
   ~FormatConverterIOError() override;
 };

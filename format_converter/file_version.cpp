@@ -1,3 +1,5 @@
+// Probes and prints the version of a file.
+
 #include "format_converter/file_version.h"
 
 #include <iostream>

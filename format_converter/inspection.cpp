@@ -1,3 +1,5 @@
+// Prints what shows and logs hold.
+
 #include "format_converter/inspection.h"
 
 #include <fstream>

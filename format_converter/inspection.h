@@ -1,5 +1,8 @@
 #pragma once
 
+// Prints what shows and logs hold to standard output, for people. Every line ends with a newline and a flush.
+// No file is changed.
+
 #include <iosfwd>
 #include <string>
 
@@ -13,34 +16,30 @@ namespace version0 {
 struct ChangeLogV0;
 }
 
-// What shows and logs hold, printed to standard output for a person. No file is changed.
-
 /// Prints a line about the range, then the name and the version of every file in `dir` whose name ends in
-/// ".showdata", which is encrypted with an empty key and IV, and whose version is at least `lo` and below
-/// `hi`. Throws what listing a directory, opening an encrypted file and probing its version throw; the lines
-/// before that stay printed.
+/// ".showdata" and whose version is at least `lo` and below `hi`. The files are encrypted with an empty key
+/// and IV. Throws what listing a directory, opening an encrypted file and probing its version throw. What was
+/// printed before an exception stays printed.
 ZUNA_API void filter_showdata_by_version(const std::string& dir, const cmn::FileVersion& lo,
                                          const cmn::FileVersion& hi);
 
-/// Prints every program change of the current show at `path`, which is not encrypted, under its song and its
-/// voice, with its time in ticks. Throws FormatConverterIOError when the file cannot be opened, and what the
+/// Prints every program change of the current show at `path`, which is not encrypted: its song, its voice and
+/// its time in ticks. Throws FormatConverterIOError when the file cannot be opened, and what the
 /// core library throws for a show that it cannot read.
 ZUNA_API void PrintProgramChanges(const std::string& path);
 
-/// Prints `s` and a line end.
+/// Prints `s` and a newline.
 ZUNA_API void print_string(const std::string& s);
 
-/// Prints the read position of `is` in bytes, -1 on a failed stream, and a line end. The position does not
+/// Prints the read position of `is` in bytes and a newline; -1 for a failed stream. The position does not
 /// change.
 ZUNA_API void print_pos(std::istream& is);
 
 /// Prints the show's name and the number of every song log, in plain byte order.
 ZUNA_API void print_songs(const CL::ChangeLog& log);
 
-/// Prints the song log with the greatest number, and only that one, with all its edits. Nothing for an empty
-/// log.
+/// Prints the song log with the greatest number and its edits. Prints nothing for an empty log.
 ZUNA_API void print_events_v0(const version0::ChangeLogV0& log);
 
-/// Prints the song log with the number `song` and all its edits. Throws std::out_of_range where there is
-/// none.
+/// Prints the song log with the number `song` and its edits. Throws std::out_of_range when there is none.
 ZUNA_API void print_events_v1(const CL::ChangeLog& log, const char* song);

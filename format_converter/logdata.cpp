@@ -1,3 +1,5 @@
+// Converts encrypted log files. docs/conversion.md lists what a conversion keeps and drops.
+
 #include "format_converter/logdata.h"
 
 #include <fstream>
@@ -18,8 +20,8 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-/// The size of everything in the stream in bytes; a number beyond 32 bits where the stream cannot tell it.
-/// The position stays.
+/// The size of the whole stream in bytes, or a number beyond 32 bits when the stream cannot tell. The
+/// position does not change.
 std::uint64_t plaintext_size(std::istream& stream) {
   std::streambuf& buffer = *stream.rdbuf();
   const std::streamoff here = buffer.pubseekoff(0, std::ios_base::cur, std::ios_base::in);
@@ -36,12 +38,12 @@ version0::ChangeLogV0 read_legacy_log(zuna_sec::TwoFishCipherStream& input, cons
   return guarded_read("Failed reading version0::ChangeLogV0", [&] { return version0::ChangeLogV0(stream); });
 }
 
-/// The current form of a legacy log; its plaintext is gone when this returns.
-CL::ChangeLog raised_log(const std::string& path, const CipherKey& cipher_key) {
+/// The current form of a legacy log. Its plaintext is freed on return.
+CL::ChangeLog converted_up(const std::string& path, const CipherKey& cipher_key) {
   zuna_sec::TwoFishCipherStream input(path, cipher_key.key, cipher_key.iv);
   return read_legacy_log(input, "Input does not contain a complete ChangeLog: " + path).get_version_1_0();
 }
-CL::ChangeLog raised_log(const Bytes& data, const Bytes& key, const Bytes& iv) {
+CL::ChangeLog converted_up(const Bytes& data, const Bytes& key, const Bytes& iv) {
   zuna_sec::TwoFishCipherStream input(data, key, iv);
   return read_legacy_log(input, "Input does not contain a complete ChangeLog.").get_version_1_0();
 }
@@ -61,7 +63,7 @@ version0::ShowData read_encrypted_show(const Bytes& data, const Bytes& key, cons
   return version0::ShowData(input.GetStream());
 }
 
-/// The song log with this number; null where there is none.
+/// The song log with this number, or null when there is none.
 std::shared_ptr<CL::SongLog> find_song_log(CL::ChangeLog& log, const std::string& number) {
   try {
     return log.GetSongLog(number);
@@ -70,14 +72,14 @@ std::shared_ptr<CL::SongLog> find_song_log(CL::ChangeLog& log, const std::string
   }
 }
 
-/// A legacy log does not know the divisions of its songs; the show does.
+/// Copies the divisions of the songs, which a legacy log does not hold.
 void copy_divisions(const version0::ShowData& show, CL::ChangeLog& log) {
   for (const auto& [number, song] : show.songs) {
     if (const auto song_log = find_song_log(log, number)) song_log->division = song.division;
   }
 }
 
-/// `source` is a path or the encrypted bytes. The plaintext is gone when this returns.
+/// `source` is a path or the encrypted bytes. The plaintext is freed on return.
 template <typename Source>
 CL::ChangeLog read_log(const Source& source, const Bytes& key, const Bytes& iv, const char* name) {
   zuna_sec::TwoFishCipherStream input(source, key, iv);
@@ -95,7 +97,7 @@ bool check_log_size(zuna_sec::TwoFishCipherStream& stream) {
 
 std::string logdata_up(const std::string& input, const std::string& output, const std::string& show_path,
                        const cmn::FileVersion& version, const CipherKey& cipher_key) {
-  CL::ChangeLog log = raised_log(input, cipher_key);
+  CL::ChangeLog log = converted_up(input, cipher_key);
   copy_divisions(read_plain_show(show_path), log);
   const auto write = [&](std::ostream& os) { log.WriteBinary(os, version); };
   return EncryptedOutput(cipher_key.key, cipher_key.iv, write).WriteToFile(output);
@@ -103,7 +105,7 @@ std::string logdata_up(const std::string& input, const std::string& output, cons
 
 Bytes logdata_up_vector(const Bytes& data, const Bytes& show_data, const cmn::FileVersion& version,
                         const Bytes& key, const Bytes& iv) {
-  CL::ChangeLog log = raised_log(data, key, iv);
+  CL::ChangeLog log = converted_up(data, key, iv);
   copy_divisions(read_encrypted_show(show_data, key, iv), log);
   const auto write = [&](std::ostream& os) { log.WriteBinary(os, version); };
   return EncryptedOutput(key, iv, write).GetEncryptedBytes();

@@ -1,3 +1,5 @@
+// Converts encrypted show files. docs/conversion.md lists what a conversion keeps and drops.
+
 #include "format_converter/showdata.h"
 
 #include <fstream>
@@ -27,12 +29,12 @@ version0::ShowData read_legacy_show(const std::string& path, const CipherKey& ci
   });
 }
 
-/// `source` is a path or the encrypted bytes. The plaintext is gone when this returns.
+/// `source` is a path or the encrypted bytes. The plaintext is freed on return.
 template <typename Source>
 zuna_midi::ShowData read_current_show(const Source& source, const Bytes& key, const Bytes& iv) {
   zuna_sec::TwoFishCipherStream input(source, key, iv);
   std::istream& stream = input.GetStream();
-  if (!begins_text_document(stream) && WrapGetShowdataVersion(stream).major == 0) {
+  if (!begins_text_form(stream) && WrapGetShowdataVersion(stream).major == 0) {
     throw FormatConverterError("Input file version must be 1.0 or higher");
   }
   return guarded_read("Failed reading istream", [&] {

@@ -1,17 +1,20 @@
 #pragma once
 
+// Reads a current log from an encrypted stream and checks its version.
+
 #include <string>
 
 #include "CL/change_log.h"
 #include "cmn/file_version.h"
 #include "zuna_sec/cipher_stream.h"
 
-/// A current log out of a file.
+/// A current log that was read from a file.
 struct CurrentLog {
-  cmn::FileVersion probed_version;  ///< 0.0 for a text document, which is not probed
+  cmn::FileVersion probed_version;  ///< 0.0 for the text form, which is not probed
   CL::ChangeLog log;
 };
 
-/// Reads a log of version 1.1 or later. Throws FormatConverterError with `too_old` for another version, and
-/// kit::IoError ("Failed reading " and `name`) where the stream throws a failure.
+/// Reads a log of version 1.1 or later. Throws FormatConverterError with the message `too_old` for an older
+/// version, and kit::IoError ("Failed reading ", `name` and the failure's text) when the stream throws
+/// std::ios_base::failure.
 CurrentLog read_current_log(zuna_sec::TwoFishCipherStream& input, const char* too_old, const char* name);

@@ -1,7 +1,6 @@
 #pragma once
 
-// What all entry points do with streams: recognise a text document, guard a read, collect an encrypted
-// output.
+// What all entry points do with streams: recognise the text form, guard a read, write an encrypted output.
 
 #include <cstdint>
 #include <istream>
@@ -9,15 +8,15 @@
 #include <string>
 #include <vector>
 
+#include "cmn/file_version.h"
 #include "kit/error.h"
 #include "zuna_sec/cipher_stream.h"
 
-/// Whether the stream goes on with a text document. It states its version in a place of its own, and is not
-/// probed.
-inline bool begins_text_document(std::istream& is) { return is.peek() == '{'; }
+/// Whether the next byte of the stream begins the text form of a show or log, which is not probed.
+inline bool begins_text_form(std::istream& is) { return is.peek() == cmn::kTextFormStart; }
 
-/// Calls `read` and returns what it returns. A stream's failure becomes a kit::IoError with `what_failed`
-/// and, directly behind it, the failure's own text; every other exception passes.
+/// Calls `read` and returns its result. Turns std::ios_base::failure into kit::IoError, whose message is
+/// `what_failed` directly followed by the failure's text. Passes every other exception on.
 template <typename Read>
 auto guarded_read(const std::string& what_failed, Read read) {
   try {
@@ -27,8 +26,8 @@ auto guarded_read(const std::string& what_failed, Read read) {
   }
 }
 
-/// An encrypted stream with what `write(std::ostream&)` writes. The stream throws std::ios_base::failure when
-/// it cannot take everything, so that no part is ever taken for a whole.
+/// An encrypted stream that holds what `write(std::ostream&)` writes. The stream throws
+/// std::ios_base::failure when it cannot take all of it, so that an incomplete output is never stored.
 class EncryptedOutput {
  public:
   template <typename Write>
@@ -39,7 +38,7 @@ class EncryptedOutput {
     write(plaintext);
   }
 
-  /// Returns `path`, copied before the file is there: copying can fail.
+  /// Returns a copy of `path`. The copy is made before the file is written, because copying can fail.
   std::string WriteToFile(const std::string& path) {
     std::string result = path;
     stream_.WriteToFile(result);

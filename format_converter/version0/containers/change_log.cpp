@@ -1,3 +1,5 @@
+// Reads, writes and compares a legacy change log: docs/format-0.md, "change_log".
+
 #include "format_converter/version0/containers/change_log.h"
 
 #include <istream>

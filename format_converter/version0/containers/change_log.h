@@ -1,5 +1,7 @@
 #pragma once
 
+// A legacy change log: docs/format-0.md, "change_log".
+
 #include <cstdint>
 #include <iosfwd>
 #include <map>
@@ -22,30 +24,32 @@ struct ZUNA_API ChangeLogV0 {
   std::string log_label;                                 ///< carried unchanged
   std::string show_name;                                 ///< the show that the log belongs to
   std::pair<std::uint16_t, std::uint16_t> log_tag_pair;  ///< carried unchanged
-  /// By song number in plain byte order, "10" before "2": unlike the songs of a legacy show, which stand in
-  /// the order of their numbers.
+  /// By song number in byte order: "10" comes before "2". The songs of a legacy show are in numeric order
+  /// instead.
   std::map<std::string, SongLogV0> songs;
 
   ChangeLogV0() = default;
 
-  /// Reads a log. Sets the stream's exception mask to fail and bad and leaves it so: a short read throws
-  /// std::ios_base::failure. Throws IDError where the stream does not go on with "ZUNA", and what reading a
-  /// song log throws. There is always one song log at least; of two with one number the later one stays.
+  /// Reads a log. Sets the stream's exception mask to fail and bad and leaves it set, so that a short read
+  /// throws std::ios_base::failure. Throws IDError when the stream does not continue with "ZUNA", and what
+  /// reading a song log throws. Reads at least one song log. Of two with the same number the later one is
+  /// kept.
   explicit ChangeLogV0(std::istream& is);
 
-  /// The legacy form of a current log.
+  /// Converts a current log. Throws std::logic_error when one of its song logs or a list is null.
   explicit ChangeLogV0(const CL::ChangeLog& log);
 
-  /// The current form of this log.
+  /// Converts this log to the current model.
   CL::ChangeLog get_version_1_0() const;
 
-  /// Throws std::length_error for a text of 256 bytes or more; what stands before it has been written.
+  /// Throws std::length_error for a text of 256 bytes or more; the fields before it have been written.
   void write_binary(std::ostream& os) const;
 };
 
-/// Whether header and song logs are equal. Song logs that `b` has beyond those of `a` do not count.
+/// Whether header and song logs are equal. Additional song logs of `b` are ignored.
+///@{
 ZUNA_API bool operator==(const ChangeLogV0& a, const ChangeLogV0& b);
-/// The opposite of operator==.
 ZUNA_API bool operator!=(const ChangeLogV0& a, const ChangeLogV0& b);
+///@}
 
 }  // namespace version0

@@ -1,3 +1,5 @@
+// Reads the header of a legacy change log: docs/format-0.md, "change_log_header".
+
 #include "format_converter/version0/containers/change_log_header.h"
 
 #include <array>

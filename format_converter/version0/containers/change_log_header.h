@@ -1,5 +1,7 @@
 #pragma once
 
+// The header of a legacy change log: docs/format-0.md, "change_log_header".
+
 #include <cstdint>
 #include <iosfwd>
 #include <string>
@@ -10,7 +12,7 @@
 
 namespace version0 {
 
-/// What a legacy change log begins with.
+/// The first four bytes of a legacy change log.
 inline constexpr std::string_view kChangeLogMagic = "ZUNA";
 
 /// The header of a legacy change log.
@@ -21,12 +23,12 @@ struct ZUNA_API ChangeLogHeader {
   std::uint32_t log_tag_pair = 0;            ///< two 16-bit halves, the first in the low one
   std::uint32_t end_position = 0;            ///< the stream position at which the song logs end
 
-  /// Reads a header. Throws IDError where the stream does not go on with "ZUNA", std::length_error where it
+  /// Reads a header. Throws IDError when the stream does not continue with "ZUNA", std::length_error when it
   /// ends before a string.
   explicit ChangeLogHeader(std::istream& is);
 };
 
-/// The show name in the header that the stream goes on with; the stream is left after the header.
+/// Reads a header and returns its show name. Leaves the read position after the header.
 ZUNA_API std::string get_show_name(std::istream& is);
 
 }  // namespace version0

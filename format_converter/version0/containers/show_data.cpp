@@ -1,3 +1,5 @@
+// Reads, writes and compares a legacy show: docs/format-0.md, "show_data".
+
 #include "format_converter/version0/containers/show_data.h"
 
 #include <istream>

@@ -1,3 +1,5 @@
+// Reads, writes and compares a song of a legacy show: docs/format-0.md, "song_data".
+
 #include "format_converter/version0/containers/song_data.h"
 
 #include <iostream>
@@ -57,7 +59,7 @@ void compare_events(const EventMap& a, const EventMap& b) {
 }  // namespace
 
 SongData::SongData(std::istream& is) {
-  get_u32(is);  // the record length, which nobody needs
+  get_u32(is);  // the record length, which is not used
   song_number = get_string(is);
   song_name = get_string(is);
   division = get_u16(is);

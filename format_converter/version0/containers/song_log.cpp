@@ -1,3 +1,5 @@
+// Reads, writes and compares a song log of a legacy change log: docs/format-0.md, "song_log".
+
 #include "format_converter/version0/containers/song_log.h"
 
 #include <istream>
@@ -9,7 +11,7 @@ namespace version0 {
 
 namespace {
 
-/// Reads the sequence that stands next into its list.
+/// Reads the next sequence into its list.
 void read_list(std::istream& is, SongLogV0& log) {
   const int code = is.peek();
   switch (code) {

@@ -1,3 +1,5 @@
+// Prints a song log of a legacy change log.
+
 #include <algorithm>
 #include <cstdint>
 #include <limits>

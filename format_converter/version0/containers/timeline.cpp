@@ -1,3 +1,5 @@
+// Reads, writes and compares the timeline of a legacy song: docs/format-0.md, "timeline".
+
 #include "format_converter/version0/containers/timeline.h"
 
 #include <array>
@@ -21,7 +23,7 @@ void expect_magic(std::istream& is) {
   if (found != kMagic) throw IDError("Version0 Timeline must begin with \"TLMN\". Begins with: " + found);
 }
 
-/// Reads the sequence that stands next into its list.
+/// Reads the next sequence into its list.
 void read_list(std::istream& is, Timeline& timeline) {
   const int code = is.peek();
   switch (code) {

@@ -1,5 +1,7 @@
 #pragma once
 
+// The timeline of a legacy song: docs/format-0.md, "timeline".
+
 #include <cstdint>
 #include <iosfwd>
 #include <memory>
@@ -19,13 +21,13 @@ struct Timeline;
 
 namespace version0 {
 
-/// The legacy timeline of one song. The lists stand as they were read; conversion expects them in ascending
-/// order of time.
+/// The legacy timeline of one song. The lists are in the order of the file. A conversion expects them in
+/// ascending order of time.
 struct ZUNA_API Timeline {
   std::string name;               ///< at most 255 bytes
   std::uint32_t song_length = 0;  ///< ticks
 
-  /// As they stand in the file.
+  /// The records by kind.
   ///@{
   std::vector<RTempo> tempos;
   std::vector<RBarsBeats> bars_beats;
@@ -36,30 +38,31 @@ struct ZUNA_API Timeline {
 
   Timeline() = default;
 
-  /// Reads a timeline, its sequences in any order; a later sequence of a kind replaces an earlier one.
-  /// Throws IDError where the stream does not go on with "TLMN", EventCodeError where something else than a
-  /// sequence of the timeline stands in its body.
+  /// Reads a timeline. Its sequences may be in any order, and a later sequence of a kind replaces an earlier
+  /// one. Throws IDError when the stream does not continue with "TLMN", EventCodeError for a byte in the body
+  /// that begins no sequence of a timeline.
   explicit Timeline(std::istream& is);
 
-  /// The legacy form of a current timeline, for `division` ticks in a quarter note.
-  /// Throws std::logic_error for a timeline without meters, whose first meter has no tempo, or whose meters
-  /// stand in such disorder that they would repeat its tempos without end (std::length_error).
+  /// Converts a current timeline, with `division` ticks per quarter note. Throws std::logic_error when the
+  /// timeline has no meters or its first meter has no tempo, and std::length_error when its meters are in
+  /// such disorder that it would get more than 4,096 tempos and more than twice its tempos and meters.
   Timeline(const TL::Timeline& timeline, const std::string& song_name, unsigned length,
            unsigned short division);
 
-  /// The current form of this timeline; its lists must be in ascending order of time. Name and length are not
-  /// part of it. Throws std::logic_error like the constructor above.
+  /// Converts this timeline to the current model, which has no name and length. Throws like the constructor
+  /// above.
   std::shared_ptr<TL::Timeline> get_version_1_0(unsigned short division) const;
 
-  /// Throws std::length_error for a name or label of 256 bytes or more; what stands before it has been
+  /// Throws std::length_error for a name or label of 256 bytes or more; the fields before it have been
   /// written.
   void write_binary(std::ostream& os) const;
 };
 
-/// Whether name and length are equal, and every record of `a` equals the one at its place in `b`. Records
-/// that `b` has beyond those of `a` do not count.
+/// Whether name and length are equal, and every record of `a` equals the record of `b` at the same index.
+/// Additional records of `b` are ignored.
+///@{
 ZUNA_API bool operator==(const Timeline& a, const Timeline& b);
-/// The opposite of operator==.
 ZUNA_API bool operator!=(const Timeline& a, const Timeline& b);
+///@}
 
 }  // namespace version0

@@ -1,5 +1,6 @@
 // A legacy change log to the current model and back: the log, its song logs and their edits.
 // docs/conversion.md lists the rules.
+
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -48,7 +49,7 @@ void events_down(const std::vector<CL::TempoScale>& from, std::vector<TempoScale
 void events_down(const std::vector<CL::Caesura>& from, std::vector<XCaesura>& to) {
   to.reserve(from.size());
   for (const CL::Caesura& event : from) {
-    // The legacy program plays every caesura alike; those that it does not know are left out.
+    // The legacy program knows no caesuras with a second word above 1, so they are dropped.
     if (event.second_word <= 1) to.emplace_back(event.Position());
   }
 }

@@ -1,5 +1,6 @@
-// A legacy show to the current model and back: its songs, their tracks and their events. docs/conversion.md
-// lists the rules.
+// A legacy show to the current model and back: its songs, their tracks and their events.
+// docs/conversion.md lists the rules.
+
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
@@ -14,7 +15,7 @@ namespace version0 {
 namespace {
 
 constexpr std::size_t kTrackLimit = 241;
-/// What the 16-bit field after a voice's name holds in every voice that comes from a legacy track.
+/// The 16-bit field after a voice's name, for every voice that comes from a legacy track.
 constexpr std::uint16_t kReserved = 0xFFFF;
 
 std::shared_ptr<zuna_midi::VoiceTrack> make_voice(const TrackObject& track) {
@@ -43,11 +44,11 @@ void require_complete(const zuna_midi::SongData& song) {
   }
 }
 
-/// Refuses more voices than a song may have, and more than there are ids for.
+/// Refuses a song with more voices than are allowed, or more than there are ids for.
 void require_enough_ids(const zuna_midi::VoiceData& voices, std::size_t id_count) {
   const auto others = std::count_if(voices.tracks().begin(), voices.tracks().end(),
                                     [](const auto& entry) { return !is_drum_name(entry.second->name); });
-  // The whole number of voices, which track_count() gives modulo 65536 only.
+  // track_count() would give the number of voices modulo 65536.
   if (voices.tracks().size() > kTrackLimit || static_cast<std::size_t>(others) > id_count) {
     throw TrackCountError("track_count() greater than 241 cannot be converted.");
   }

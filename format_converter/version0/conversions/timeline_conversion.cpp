@@ -1,3 +1,5 @@
+// Converts a legacy timeline to the current model and back: docs/conversion.md.
+
 #include "format_converter/version0/conversions/timeline_conversion.h"
 
 #include <algorithm>
@@ -12,8 +14,8 @@ namespace version0 {
 
 namespace {
 
-/// The tempos that stand under meter `i`: from its time up to the next meter's. Tempos before the first meter
-/// stand under none. Times wrap, so a next meter at 0 leaves the range open.
+/// The tempos of meter `i`: from its time up to the time of the next meter. Tempos before the first meter
+/// belong to none. Times wrap, so a next meter at time 0 leaves the range open.
 template <typename Tempo, typename Meter>
 std::span<const Tempo> tempos_under(const std::vector<Tempo>& tempos, const std::vector<Meter>& meters,
                                     std::size_t i) {
@@ -27,7 +29,7 @@ std::span<const Tempo> tempos_under(const std::vector<Tempo>& tempos, const std:
   return {begin, end};
 }
 
-/// The first meter must have a tempo: later meters without one repeat what stands before them.
+/// The first meter must have a tempo. Later meters without one use the last tempo before them.
 template <typename Tempo, typename Meter>
 void require_first_tempo(const std::vector<Tempo>& tempos, const std::vector<Meter>& meters) {
   if (meters.empty())
@@ -36,15 +38,15 @@ void require_first_tempo(const std::vector<Tempo>& tempos, const std::vector<Met
     throw std::logic_error("Expected RTempo event on first iteration!");
 }
 
-/// Refuses a timeline that would come out with too many tempos. A meter whose next one stands at time 0 has
-/// all tempos from its time on, so meters in disorder repeat tempos. They are converted as they stand, but a
+/// Refuses a timeline that would get too many tempos. A meter whose next meter is at time 0 has all tempos
+/// from its own time on, so meters in disorder repeat tempos. They are converted without a correction, but a
 /// file made of them must not exhaust the memory.
 class TempoLimit {
  public:
-  /// For a timeline with this number of tempos and meters.
+  /// For a timeline with this number of tempos and meters in all.
   explicit TempoLimit(std::size_t entries) : most_(std::max(kAlwaysTaken, 2 * entries)) {}
 
-  /// Throws std::length_error where the converted timeline would have more than `count` tempos may be.
+  /// Throws std::length_error when the converted timeline may not have `count` tempos.
   void require(std::size_t count) const {
     if (count <= most_) return;
     throw std::length_error("The meters of a timeline are in disorder and would repeat its tempos too often");
@@ -88,7 +90,7 @@ RTempo make_tempo(const TL::Tempo& tempo, const TL::Meter& click, unsigned short
           static_cast<std::uint16_t>(truncate(tempo.bpm(click.clocks_per_click)))};
 }
 
-/// The same tempo again at a meter whose click differs.
+/// The same tempo, repeated at a meter whose click differs.
 RTempo repeat_tempo(const RTempo& tempo, const TL::Meter& click) {
   return {click.time, tempo.seconds_per_tick, click.notated_32_per_click(), click.notated_32_per_quarter,
           tempo.bpm};

@@ -1,3 +1,6 @@
+// The errors of the legacy formats. They are defined here so that the library holds the only type record
+// of each class and a handler in any library recognises it.
+
 #include "format_converter/version0/primitives/errors.h"
 
 namespace version0 {
@@ -7,8 +10,6 @@ IDError::IDError(const std::string& message) : Version0Error(message) {}
 EventCodeError::EventCodeError(const std::string& message) : Version0Error(message) {}
 TrackCountError::TrackCountError(const std::string& message) : Version0Error(message) {}
 
-// Defined here, so that the library holds the one type record of each class and a handler anywhere recognises
-// it.
 Version0Error::~Version0Error() = default;
 IDError::~IDError() = default;
 EventCodeError::~EventCodeError() = default;

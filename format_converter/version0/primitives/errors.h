@@ -1,5 +1,7 @@
 #pragma once
 
+// The errors of the legacy formats.
+
 #include <stdexcept>
 #include <string>
 
@@ -7,11 +9,11 @@
 
 namespace version0 {
 
-/// Base of all errors of the legacy formats. Thrown as itself only by the comparison of legacy shows, which
-/// names the first difference instead of returning false.
+/// The base of all errors of the legacy formats. Thrown as itself only by the comparison of legacy shows,
+/// with the first difference.
 class ZUNA_API Version0Error : public std::runtime_error {
  public:
-  /// An error with this message.
+  /// `message` is what what() returns.
   explicit Version0Error(const std::string& message);
   ~Version0Error() override;
 };
@@ -19,7 +21,7 @@ class ZUNA_API Version0Error : public std::runtime_error {
 /// A legacy container does not begin with its four-byte magic.
 class ZUNA_API IDError : public Version0Error {
  public:
-  /// An error with this message.
+  /// `message` is what what() returns.
   explicit IDError(const std::string& message);
   ~IDError() override;
 };
@@ -27,7 +29,7 @@ class ZUNA_API IDError : public Version0Error {
 /// A sequence does not begin with its event code, or a container meets an event code that it does not know.
 class ZUNA_API EventCodeError : public Version0Error {
  public:
-  /// An error with this message.
+  /// `message` is what what() returns.
   explicit EventCodeError(const std::string& message);
   ~EventCodeError() override;
 };
@@ -35,7 +37,7 @@ class ZUNA_API EventCodeError : public Version0Error {
 /// A song has more tracks than the legacy format can hold.
 class ZUNA_API TrackCountError : public Version0Error {
  public:
-  /// An error with this message.
+  /// `message` is what what() returns.
   explicit TrackCountError(const std::string& message);
   ~TrackCountError() override;
 };

@@ -1,3 +1,5 @@
+// Scalars, strings and positions of the legacy formats: docs/format-0.md.
+
 #include "format_converter/version0/primitives/internal/primitives.h"
 
 #include <array>
@@ -53,7 +55,7 @@ std::string get_string(std::istream& is) {
 }
 
 void put_string(std::ostream& os, const std::string& text) {
-  // The length has to fit into one byte, so 256 is already too long, whatever the message says.
+  // The length must fit into one byte, so 256 bytes are too long although the message allows them.
   if (text.size() >= kStringLimit) throw std::length_error("String length is limited to 256 characters");
   put_u8(os, static_cast<std::uint8_t>(text.size()));
   os.write(text.data(), static_cast<std::streamsize>(text.size()));
@@ -80,7 +82,7 @@ void patch_u32(std::ostream& os, std::uint32_t position, std::uint32_t value, st
 LengthField::LengthField(std::ostream& os) : position_(ostream_tellp(os)) { put_u32(os, 0); }
 
 void LengthField::patch(std::ostream& os) const {
-  // Told once: a position that cannot be told is one that cannot be sought either, and so is noticed.
+  // The position is taken once. If that fails, the seek to it fails too and is noticed.
   const std::uint32_t end = ostream_tellp(os);
   patch_u32(os, position_, end - position_ - kLengthFieldSize, end);
 }

@@ -1,3 +1,5 @@
+// Reads and writes the events of a legacy song: docs/format-0.md, "song_data".
+
 #include "format_converter/version0/records/internal/event_map.h"
 
 #include <algorithm>
@@ -13,14 +15,14 @@
 
 namespace version0 {
 
-// Events go to and from the file as they stand in memory.
+// Events are read and written as their memory images.
 static_assert(std::endian::native == std::endian::little,
-              "a big-endian host has to swap the times of every event");
+              "a big-endian host must swap the times of every event");
 
 namespace {
 
 constexpr std::uint32_t kWindow = 512;    ///< events that are read at once
-constexpr std::uint32_t kMany = 1 << 16;  ///< events that no longer fit into a processor's nearer caches
+constexpr std::uint32_t kMany = 1 << 16;  ///< events beyond the size of a processor's first caches
 constexpr std::size_t kTrackIds = 256;
 
 /// The end of the events at `first` that belong to one track.
@@ -51,14 +53,13 @@ void read_runs(std::istream& is, std::uint32_t count, Window& window, TakeRun ta
   }
 }
 
-/// Whether at least `count` events follow the read position; false where the stream cannot tell.
+/// Whether at least `count` events follow the read position. False when the stream cannot tell.
 bool has_events(std::istream& is, std::uint32_t count) {
   return kit::BytesAhead(*is.rdbuf()) / static_cast<std::streamoff>(sizeof(EventObject)) >= count;
 }
 
-/// Counts the events of each track and makes room for exactly so many, so that no list ever moves as it
-/// grows: with many events, fresh memory costs more than reading them twice. Leaves the read position where
-/// it was.
+/// Counts the events of each track and reserves memory for exactly that many, so that no list is moved as it
+/// grows. For many events, new memory costs more than reading them twice. Restores the read position.
 void reserve(std::istream& is, std::uint32_t count, Window& window, EventMap& events) {
   const std::streamoff here = is.tellg();
   std::array<std::uint32_t, kTrackIds> sizes{};
@@ -89,7 +90,7 @@ void write_events(std::ostream& os, const EventMap& events) {
   std::uint32_t count = 0;
   for (const auto& [id, track] : events) count += static_cast<std::uint32_t>(track.size());
   put_u32(os, count);
-  // The product has always refused a song without events here, in these words.
+  // The legacy format has always refused a song without events here, with this message.
   if (count == 0) throw std::out_of_range("vector");
   for (const auto& [id, track] : events) {
     os.write(reinterpret_cast<const char*>(track.data()),

@@ -1,3 +1,5 @@
+// The event record of the legacy formats: docs/format-0.md, "event_object".
+
 #include "format_converter/version0/records/event_object.h"
 
 #include <istream>

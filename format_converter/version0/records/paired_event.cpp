@@ -1,3 +1,5 @@
+// The paired event record of the legacy formats: docs/format-0.md, "paired_event".
+
 #include "format_converter/version0/records/paired_event.h"
 
 #include <istream>
@@ -21,7 +23,7 @@ void put_value(std::ostream& os, float value) { put_float(os, value); }
 template <typename Value, std::uint8_t Code>
 PairedEvent<Value, Code>::PairedEvent(std::istream& is) {
   expect_event_code(is, eventCode);
-  get_u16(is);  // the payload length, which nobody needs
+  get_u16(is);  // the payload length, which is not used
   start = get_u32(is);
   end = get_u32(is);
   get_value(is, value);

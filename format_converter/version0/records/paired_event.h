@@ -1,5 +1,7 @@
 #pragma once
 
+// The paired event record of the legacy formats: docs/format-0.md, "paired_event".
+
 #include <cstdint>
 #include <iosfwd>
 
@@ -7,27 +9,28 @@
 
 namespace version0 {
 
-/// An edit of a song log that reaches from one position to another and has a value.
+/// An edit of a song log with a start, an end and a value.
 template <typename Value, std::uint8_t Code>
 struct PairedEvent {
-  static constexpr std::uint8_t eventCode = Code;                         ///< the first byte of a record
-  static constexpr std::uint16_t kPayloadLength = 4 + 4 + sizeof(Value);  ///< behind the frame
+  static constexpr std::uint8_t eventCode = Code;  ///< the first byte of a record
+  static constexpr std::uint16_t kPayloadLength =
+      4 + 4 + sizeof(Value);  ///< bytes of a record after its frame
 
-  std::uint8_t event_code = Code;  ///< as it was read, which is always eventCode
+  std::uint8_t event_code = Code;  ///< always eventCode
   std::uint32_t start;             ///< ticks
   std::uint32_t end;               ///< ticks
-  Value value;                     ///< an integer, or a factor of the tempo
+  Value value;                     ///< an integer, or the factor of a tempo scale
 
-  /// Throws EventCodeError where the record begins with another event code.
+  /// Reads what write_binary() writes. Throws EventCodeError for a record with another event code.
   explicit PairedEvent(std::istream& is);
-  /// A record with these values.
+  /// Sets the fields.
   PairedEvent(std::uint32_t start_position, std::uint32_t end_position, Value number);
 
   /// Writes the record with its frame.
   void write_binary(std::ostream& os) const;
 };
 
-/// The edits with an integer, and the one with a factor.
+/// The edits by kind. Only the tempo scale has a float.
 ///@{
 using VampV0 = PairedEvent<signed char, '@'>;
 using RepeatV0 = PairedEvent<signed char, 'A'>;

@@ -1,3 +1,5 @@
+// The bar label record of the legacy formats: docs/format-0.md, "r_bars_beats".
+
 #include "format_converter/version0/records/r_bars_beats.h"
 
 #include "format_converter/version0/primitives/internal/primitives.h"

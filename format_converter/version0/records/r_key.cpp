@@ -1,3 +1,5 @@
+// The key signature record of the legacy formats: docs/format-0.md, "r_key".
+
 #include "format_converter/version0/records/r_key.h"
 
 #include "format_converter/version0/primitives/internal/primitives.h"

@@ -1,3 +1,5 @@
+// The time signature record of the legacy formats: docs/format-0.md, "r_meter".
+
 #include "format_converter/version0/records/r_meter.h"
 
 #include <ostream>

@@ -1,5 +1,7 @@
 #pragma once
 
+// The time signature record of the legacy formats: docs/format-0.md, "r_meter".
+
 #include <cstdint>
 #include <iosfwd>
 
@@ -7,20 +9,20 @@
 
 namespace version0 {
 
-/// A time signature. Its metronome click stands in the tempo records.
+/// A time signature. Its metronome click is in the tempo records.
 struct ZUNA_API RMeter {
   static const std::uint8_t eventCode = 'J';                  ///< the first byte of a record
-  static constexpr std::uint16_t kPayloadLength = 4 + 1 + 1;  ///< bytes of a record behind its frame
+  static constexpr std::uint16_t kPayloadLength = 4 + 1 + 1;  ///< bytes of a record after its frame
 
-  std::uint8_t event_code = eventCode;    ///< the frame as it was read: neither compared nor written
-  std::uint16_t length = kPayloadLength;  ///< likewise
+  std::uint8_t event_code = eventCode;    ///< of the frame that was read; neither compared nor written
+  std::uint16_t length = kPayloadLength;  ///< of the frame that was read; neither compared nor written
   std::uint32_t time;                     ///< ticks
-  std::uint8_t numerator;                 ///< beats of a bar
-  std::uint8_t denominator;               ///< the note that is a beat: 4 for a quarter
+  std::uint8_t numerator;                 ///< beats per bar
+  std::uint8_t denominator;               ///< the note value of a beat: 4 for a quarter
 
   /// Reads what write_binary() writes.
   explicit RMeter(std::istream& is);
-  /// A record with these values.
+  /// Sets the fields.
   RMeter(std::uint32_t at, std::uint8_t beats, std::uint8_t note);
 
   /// Writes the record with its frame.
@@ -30,11 +32,11 @@ struct ZUNA_API RMeter {
   std::ostream& write_string(std::ostream& os) const;
 };
 
-/// Equal in time, numerator and denominator.
+/// Equal in time, numerator and denominator. `<` compares the time alone.
+///@{
 ZUNA_API bool operator==(const RMeter& a, const RMeter& b);
-/// The opposite of operator==.
 ZUNA_API bool operator!=(const RMeter& a, const RMeter& b);
-/// By time alone.
 ZUNA_API bool operator<(const RMeter& a, const RMeter& b);
+///@}
 
 }  // namespace version0

@@ -1,3 +1,5 @@
+// The page number record of the legacy formats: docs/format-0.md, "r_page_num".
+
 #include "format_converter/version0/records/r_page_num.h"
 
 #include "format_converter/version0/primitives/internal/primitives.h"

@@ -1,3 +1,5 @@
+// The tempo record of the legacy formats: docs/format-0.md, "r_tempo".
+
 #include "format_converter/version0/records/r_tempo.h"
 
 #include <cmath>

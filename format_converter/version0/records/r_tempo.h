@@ -1,5 +1,7 @@
 #pragma once
 
+// The tempo record of the legacy formats: docs/format-0.md, "r_tempo".
+
 #include <cstdint>
 #include <iosfwd>
 
@@ -10,19 +12,19 @@ namespace version0 {
 /// A tempo, and the metronome click that goes with it. Times are ticks of the song's division.
 struct ZUNA_API RTempo {
   static const std::uint8_t eventCode = 'F';                          ///< the first byte of a record
-  static constexpr std::uint16_t kPayloadLength = 4 + 4 + 1 + 1 + 2;  ///< bytes of a record behind its frame
+  static constexpr std::uint16_t kPayloadLength = 4 + 4 + 1 + 1 + 2;  ///< bytes of a record after its frame
 
-  std::uint8_t event_code = eventCode;    ///< the frame as it was read: neither compared nor written
-  std::uint16_t length = kPayloadLength;  ///< likewise
+  std::uint8_t event_code = eventCode;    ///< of the frame that was read; neither compared nor written
+  std::uint16_t length = kPayloadLength;  ///< of the frame that was read; neither compared nor written
   std::uint32_t time;                     ///< ticks
-  float seconds_per_tick;                 ///< the length of a tick
+  float seconds_per_tick;                 ///< the duration of a tick
   std::uint8_t notated_32_per_click;      ///< notated 32nd notes in one metronome click
   std::uint8_t notated_32_per_quarter;    ///< notated 32nd notes in a quarter note of 24 clocks
-  std::uint16_t bpm;                      ///< whole clicks a minute
+  std::uint16_t bpm;                      ///< whole clicks per minute
 
   /// Reads what write_binary() writes.
   explicit RTempo(std::istream& is);
-  /// A record with these values.
+  /// Sets the fields.
   RTempo(std::uint32_t at, float seconds, std::uint8_t per_click, std::uint8_t per_quarter,
          std::uint16_t clicks_per_minute);
 
@@ -32,15 +34,17 @@ struct ZUNA_API RTempo {
   /// Clocks of 24 to the quarter note in one click, modulo 256; 0 where notated_32_per_quarter is 0.
   std::uint8_t clocks_per_click() const;
 
-  /// The length of `ticks` ticks in microseconds, rounded half away from zero; 0 where that is no number.
+  /// The duration of `ticks` ticks in microseconds, rounded half away from zero; 0 where 64 bits cannot hold
+  /// it.
   std::int64_t microseconds(unsigned short ticks) const;
 };
 
-/// Tempos are equal when everything but the frame is; seconds_per_tick may differ by less than 2^-23.
+/// Equal in all fields but the frame; seconds_per_tick may differ by less than 2^-23. `<`
+/// compares the time alone.
+///@{
 ZUNA_API bool operator==(const RTempo& a, const RTempo& b);
-/// The opposite of operator==.
 ZUNA_API bool operator!=(const RTempo& a, const RTempo& b);
-/// By time alone.
 ZUNA_API bool operator<(const RTempo& a, const RTempo& b);
+///@}
 
 }  // namespace version0

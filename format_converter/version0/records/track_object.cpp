@@ -1,3 +1,5 @@
+// The track record of the legacy formats: docs/format-0.md, "track_object".
+
 #include "format_converter/version0/records/track_object.h"
 
 #include "format_converter/version0/primitives/errors.h"

@@ -1,5 +1,7 @@
 #pragma once
 
+// The track record of the legacy formats: docs/format-0.md, "track_object".
+
 #include <cstdint>
 #include <iosfwd>
 #include <string>
@@ -15,7 +17,7 @@ struct ZUNA_API TrackObject {
 
   /// Reads what write_binary() writes.
   explicit TrackObject(std::istream& is);
-  /// A track with this id and name.
+  /// Sets the fields.
   TrackObject(std::uint8_t id, const std::string& name);
 
   /// Throws std::length_error after the id for a name of 256 bytes or more.
@@ -25,9 +27,11 @@ struct ZUNA_API TrackObject {
   bool operator<(const TrackObject& b) const;
 };
 
-/// True when id and name are equal. Never false: throws Version0Error naming what differs.
+/// `==` is true when id and name are equal, and otherwise throws Version0Error with what differs. `!=` is its
+/// negation and throws the same.
+///@{
 ZUNA_API bool operator==(const TrackObject& a, const TrackObject& b);
-/// False, or the exception of operator==.
 ZUNA_API bool operator!=(const TrackObject& a, const TrackObject& b);
+///@}
 
 }  // namespace version0

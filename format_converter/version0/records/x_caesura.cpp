@@ -1,3 +1,5 @@
+// The caesura record of the legacy formats: docs/format-0.md, "x_caesura".
+
 #include "format_converter/version0/records/x_caesura.h"
 
 #include <ostream>

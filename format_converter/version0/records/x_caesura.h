@@ -1,5 +1,7 @@
 #pragma once
 
+// The caesura record of the legacy formats: docs/format-0.md, "x_caesura".
+
 #include <cstdint>
 #include <iosfwd>
 
@@ -10,15 +12,15 @@ namespace version0 {
 /// A caesura, in a song log.
 struct ZUNA_API XCaesura {
   static const std::uint8_t eventCode = 'N';          ///< the first byte of a record
-  static constexpr std::uint16_t kPayloadLength = 4;  ///< bytes of a record behind its frame
+  static constexpr std::uint16_t kPayloadLength = 4;  ///< bytes of a record after its frame
 
-  std::uint8_t event_code = eventCode;    ///< the frame as it was read: neither compared nor written
-  std::uint16_t length = kPayloadLength;  ///< likewise
+  std::uint8_t event_code = eventCode;    ///< of the frame that was read; neither compared nor written
+  std::uint16_t length = kPayloadLength;  ///< of the frame that was read; neither compared nor written
   std::uint32_t time;                     ///< ticks
 
   /// Reads what write_binary() writes.
   explicit XCaesura(std::istream& is);
-  /// A record with these values.
+  /// Sets the fields.
   explicit XCaesura(std::uint32_t at);
 
   /// Writes the record with its frame.
@@ -28,11 +30,11 @@ struct ZUNA_API XCaesura {
   std::ostream& write_string(std::ostream& os) const;
 };
 
-/// Equal in time.
+/// Equal in time. `<` compares the time alone.
+///@{
 ZUNA_API bool operator==(const XCaesura& a, const XCaesura& b);
-/// The opposite of operator==.
 ZUNA_API bool operator!=(const XCaesura& a, const XCaesura& b);
-/// By time alone.
 ZUNA_API bool operator<(const XCaesura& a, const XCaesura& b);
+///@}
 
 }  // namespace version0

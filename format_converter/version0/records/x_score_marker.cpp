@@ -1,3 +1,5 @@
+// The score marker record of the legacy formats: docs/format-0.md, "x_score_marker".
+
 #include "format_converter/version0/records/x_score_marker.h"
 
 #include <ostream>

@@ -1,5 +1,7 @@
 #pragma once
 
+// The score marker record of the legacy formats: docs/format-0.md, "x_score_marker".
+
 #include <cstdint>
 #include <iosfwd>
 #include <string>
@@ -8,7 +10,7 @@
 
 namespace version0 {
 
-/// A text over the score, in a song log. Its record has no frame of its own.
+/// A text above the score, in a song log. Its record has no frame.
 struct ZUNA_API XScoreMarker {
   static const std::uint8_t eventCode = 'E';  ///< of the sequence that holds the records
 
@@ -17,7 +19,7 @@ struct ZUNA_API XScoreMarker {
 
   /// Reads what write_binary() writes.
   explicit XScoreMarker(std::istream& is);
-  /// A record with these values.
+  /// Sets the fields.
   XScoreMarker(std::uint32_t at, const std::string& marker_text);
 
   /// Throws std::length_error after the time for a text of 256 bytes or more.
@@ -27,11 +29,11 @@ struct ZUNA_API XScoreMarker {
   std::ostream& write_string(std::ostream& os) const;
 };
 
-/// Equal in time and text.
+/// Equal in time and text. `<` compares the time alone.
+///@{
 ZUNA_API bool operator==(const XScoreMarker& a, const XScoreMarker& b);
-/// The opposite of operator==.
 ZUNA_API bool operator!=(const XScoreMarker& a, const XScoreMarker& b);
-/// By time alone.
 ZUNA_API bool operator<(const XScoreMarker& a, const XScoreMarker& b);
+///@}
 
 }  // namespace version0

@@ -1,8 +1,8 @@
 #pragma once
 
-// The scalars and strings that all legacy formats are made of: little-endian, without alignment or padding.
-// docs/format-0.md draws them. A short read throws nothing by itself: the field keeps what was
-// delivered, and the stream is left in its fail state.
+// The scalars and strings of the legacy formats: little-endian, without alignment or padding.
+// docs/format-0.md, "primitives", draws them. A short read throws nothing by itself: the field keeps the
+// bytes that were read, and the stream is left in its fail state.
 
 #include <cmath>
 #include <cstdint>
@@ -27,30 +27,30 @@ float get_float(std::istream& is);
 void put_float(std::ostream& os, float value);
 
 /// One length byte, then as many bytes of text.
-/// Throws std::length_error ("basic_string") where the stream has no length byte left.
+/// Throws std::length_error ("basic_string") when the stream ends before the length byte.
 std::string get_string(std::istream& is);
-/// Throws std::length_error before the length byte is written when the text has 256 bytes or more.
+/// Throws std::length_error for a text of 256 bytes or more, before the length byte is written.
 void put_string(std::ostream& os, const std::string& text);
 
-/// The read position (tellg), modulo 2^32; 0xFFFFFFFF on a failed stream. A stream that has met its end fails
-/// when it is asked for its position, which throws std::ios_base::failure where its exception mask says so.
+/// The read position (tellg) modulo 2^32; 0xFFFFFFFF for a failed stream. tellg fails a stream that has
+/// reached its end, which throws std::ios_base::failure if the exception mask says so.
 std::uint32_t istream_tellg(std::istream& is);
 
-/// Whether the read position is at `end` or past it. A position that cannot be taken ends every list, so a
-/// stream's failure counts as the end.
+/// Whether the read position is at `end` or after it. A position that cannot be taken ends every list, so a
+/// failure of the stream counts as the end.
 bool at_end(std::istream& is, std::uint32_t end);
 
-/// Puts `value` over the four bytes at `position` and goes on at `end`. A failed seek sets the stream's fail
-/// state.
+/// Overwrites the four bytes at `position` with `value` and moves the write position to `end`. A failed seek
+/// sets the stream's fail state.
 void patch_u32(std::ostream& os, std::uint32_t position, std::uint32_t value, std::uint32_t end);
 
-/// A 32-bit length in front of a body that is not written yet.
+/// A 32-bit length before a body that is not written yet.
 class LengthField {
  public:
   /// Writes a placeholder.
   explicit LengthField(std::ostream& os);
 
-  /// Puts the number of bytes that were written since into the placeholder, as patch_u32() does.
+  /// Replaces the placeholder by the number of bytes written since, as patch_u32() does.
   void patch(std::ostream& os) const;
 
  private:

@@ -1,7 +1,7 @@
 #pragma once
 
-// Records of one type stand in a sequence: the type's event code (1), the length of the body in bytes (4),
-// then the records back to back.
+// A sequence holds records of one type: the type's event code (1 byte), the length of the body in bytes (4
+// bytes), then the records. docs/format-0.md, "sequence", draws it.
 
 #include <algorithm>
 #include <istream>
@@ -14,7 +14,7 @@
 
 namespace version0 {
 
-/// Takes the event code that must stand next. Throws EventCodeError for any other byte, or none.
+/// Reads the event code that must come next. Throws EventCodeError for any other byte and at the end.
 inline void expect_event_code(std::istream& is, std::uint8_t code) {
   const int found = is.get();
   if (found == code) return;
@@ -22,8 +22,8 @@ inline void expect_event_code(std::istream& is, std::uint8_t code) {
                                    static_cast<unsigned>(found), istream_tellg(is)));
 }
 
-/// Reads a sequence of `Record`. Every record takes bytes from the stream, and a failed stream ends the list,
-/// so no stated length costs more than the bytes that are there.
+/// Reads a sequence of `Record`. Every record reads bytes from the stream and a failed stream ends the list,
+/// so a wrong length costs no more than the bytes that are there.
 template <typename Record>
 std::vector<Record> read_sequence(std::istream& is) {
   expect_event_code(is, Record::eventCode);
@@ -45,8 +45,8 @@ void write_sequence(std::ostream& os, const std::vector<Record>& records) {
   length.patch(os);
 }
 
-/// Whether each record of `a` equals the one at its place in `b`. The walk goes through both in step: `b` may
-/// be longer, and differs where it ends first.
+/// Whether each record of `a` equals the record of `b` at the same index. Walks through both in step.
+/// Additional records of `b` are ignored; a `b` that ends first is a difference.
 template <typename Records, typename Equal>
 bool begins_with(const Records& b, const Records& a, Equal equal) {
   return std::mismatch(a.begin(), a.end(), b.begin(), b.end(), equal).first == a.end();
