@@ -3,9 +3,8 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/core/binary/coding.h"
-#include "platform/core/binary/crc32.h"
-#include "platform/core/binary/document.h"
+#include "platform/core/bytes/coding.h"
+#include "platform/core/file/frame.h"
 
 namespace fuzz {
 

@@ -1,31 +1,47 @@
+// The versions of current files, and how they are stated (docs/format-1.md, docs/format-2.md).
+
 #include "platform/core/file/versions.h"
+
+#include <algorithm>
 
 #include "cmn/data_error.h"
 #include "kit/format.h"
 
 namespace zuna_core {
 
-bool IsBinary(FileKind kind, cmn::FileVersion version) {
-  // Logs came when there was a checksum already.
-  if (version == kFixedVersion) return kind == FileKind::kShow;
-  return version == kCheckedVersion || version == kCompactVersion;
-}
-
 bool IsSupported(FileKind kind, cmn::FileVersion version) {
-  return version == kTextVersion || IsBinary(kind, version);
+  const auto versions = cmn::SupportedVersions(kind);
+  return std::find(versions.begin(), versions.end(), version) != versions.end();
 }
 
-Checksum ChecksumOf(cmn::FileVersion version) {
-  return version == kFixedVersion ? Checksum::kNone : Checksum::kCrc32;
+bool IsBinary(FileKind kind, cmn::FileVersion version) {
+  return version != kTextVersion && IsSupported(kind, version);
 }
 
-void ThrowUnsupported(FileKind kind, cmn::FileVersion version, const char* form) {
+void ThrowUnsupported(FileKind kind, cmn::FileVersion version, const char* where) {
   const bool show = kind == FileKind::kShow;
   throw cmn::UnsupportedVersionError(
-      kit::format("%s file version %s is not supported as %s", show ? "Show" : "Log",
-                  cmn::VersionText(version).c_str(), form),
+      kit::format("%s file version %s is not supported %s", show ? "Show" : "Log",
+                  cmn::VersionText(version).c_str(), where),
       kit::format("the supported versions are %s (binary) and 2.0 (text)",
                   show ? "1.0, 1.1 and 1.2" : "1.1 and 1.2"));
+}
+
+std::string_view KindText(FileKind kind) { return kind == FileKind::kShow ? "showdata" : "logdata"; }
+
+const char* CheckKind(FileKind kind, std::string_view text) {
+  if (text == KindText(kind)) return nullptr;
+  if (kind == FileKind::kShow) {
+    return text == KindText(FileKind::kLog) ? "this is a log, not a show" : "this is not a show";
+  }
+  return text == KindText(FileKind::kShow) ? "this is a show, not a log" : "this is not a log";
+}
+
+const char* CheckVersion(FileKind kind, std::string_view text) {
+  const std::optional<cmn::FileVersion> version = cmn::ParseVersion(text);
+  if (!version) return "expected a version such as \"2.0\"";
+  if (*version != kTextVersion) ThrowUnsupported(kind, *version, "in the text form");
+  return nullptr;
 }
 
 }  // namespace zuna_core

@@ -1,63 +1,100 @@
 #pragma once
 
+// The fields of every record of a log, in the order in which files state them (docs/format-1.md,
+// docs/format-2.md). `fields` is one of the four visitors in platform/core/file/: binary_field_writer.h,
+// binary_field_reader.h, text_field_writer.h and text_field_binder.h. A record that is written is const.
+
+#include <concepts>
+#include <memory>
+#include <string_view>
 #include <type_traits>
+#include <utility>
 
-#include "CL/song_log.h"
-
-// The fields of every record of a binary log in their order, for writing and for reading: `fields` is a
-// FieldWriter, and the record is const then, or a FieldReader.
+#include "CL/change_log.h"
+#include "platform/core/file/records.h"
 
 namespace zuna_core {
 
-template <class Fields, class Event>
-void EventFields(Fields& fields, Event& event) {
-  using Class = std::remove_const_t<Event>;
-  if constexpr (std::is_base_of_v<CL::PairedEvent, Class>) {
-    fields.Position("start", event.start);
-    fields.PositionFrom("end", event.start, event.end);
-    fields.Text("label", event.label);
-    if constexpr (std::is_same_v<Class, CL::TempoScale>) {
-      fields.Bits("value", event.value_bits);
-    } else {
-      fields.Signed("value", event.value_bits);
-    }
+template <typename Fields, typename Event>
+requires std::derived_from<Event, CL::PairedEvent>
+void VisitFields(Fields& fields, Event& event) {
+  fields.Position("start", event.start);
+  fields.PositionFrom("end", event.start, event.end);
+  fields.Text("label", event.label);
+  if constexpr (std::is_same_v<std::remove_const_t<Event>, CL::TempoScale>) {
+    fields.Float("value", event.value_bits);
   } else {
-    fields.Position("position", event.position);
-    fields.Text("label", event.label);
-    if constexpr (std::is_same_v<Class, CL::Marker>) {
-      fields.Text("text", event.text);
-    } else {
-      fields.Number("second word", event.second_word);
-    }
+    fields.Signed("value", event.value_bits);
   }
 }
 
-template <class Fields, class Song>
-void SongFields(Fields& fields, Song& song) {
-  fields.SongNumber("song number", song.song_number);
-  fields.Text("song name", song.song_name);
-  fields.Number("division", song.division);
-  fields.Number("song length", song.song_length);
-  fields.Number("attacca", song.attacca);
-  fields.Events("vamps", song.vamps->events);
-  fields.Events("repeats", song.repeats->events);
-  fields.Events("cuts", song.cuts->events);
-  fields.Events("transposes", song.transposes->events);
-  fields.Events("tempo scales", song.tempo_scales->events);
-  fields.Events("clicks", song.clicks->events);
-  fields.Events("fermatas", song.fermatas->events);
-  fields.Events("markers", song.markers->events);
-  fields.Events("caesuras", song.caesuras->events);
+template <typename Fields, typename Event>
+requires std::derived_from<Event, CL::PointEvent>
+void VisitFields(Fields& fields, Event& event) {
+  fields.Position("position", event.position);
+  fields.Text("label", event.label);
+  if constexpr (std::is_same_v<std::remove_const_t<Event>, CL::Marker>) {
+    fields.Text("text", event.text);
+  } else {
+    fields.Number("secondWord", event.second_word);
+  }
 }
 
-template <class Fields, class Log>
-void LogFields(Fields& fields, Log& log) {
-  fields.Text("show name", log.show_name);
-  fields.Text("log label", log.log_label);
-  fields.Identifier("identifier", log.identifier);
-  fields.Number("tag pair", log.log_tag_pair.first);
-  fields.Number("tag pair", log.log_tag_pair.second);
-  fields.Songs("songs", log);
+template <typename Fields, typename SongLog>
+requires std::same_as<std::remove_const_t<SongLog>, CL::SongLog>
+void VisitFields(Fields& fields, SongLog& song) {
+  fields.SongNumber("songNumber", song.song_number);
+  fields.Text("songName", song.song_name);
+  fields.Number("division", song.division);
+  fields.Number("songLength", song.song_length);
+  fields.Number("attacca", song.attacca);
+  fields.List("vamps", song.vamps);
+  fields.List("repeats", song.repeats);
+  fields.List("cuts", song.cuts);
+  fields.List("transposes", song.transposes);
+  fields.List("tempoScales", song.tempo_scales);
+  fields.List("clicks", song.clicks);
+  fields.List("fermatas", song.fermatas);
+  fields.List("markers", song.markers);
+  fields.List("caesuras", song.caesuras);
 }
+
+template <typename Fields, typename ChangeLog>
+requires std::same_as<std::remove_const_t<ChangeLog>, CL::ChangeLog>
+void VisitFields(Fields& fields, ChangeLog& log) {
+  fields.Text("showName", log.show_name);
+  fields.Text("logLabel", log.log_label);
+  fields.Identifier("identifier", log.identifier);
+  fields.Pair("tagPair", log.log_tag_pair);
+  fields.Children("songLogs", log);
+}
+
+template <std::derived_from<CL::PairedEvent> Event>
+struct Blank<Event> {
+  static Event Make() { return {0, 0, "", 0}; }
+};
+template <>
+struct Blank<CL::Marker> {
+  static CL::Marker Make() { return {0, "", ""}; }
+};
+template <>
+struct Blank<CL::Caesura> {
+  static CL::Caesura Make() { return {0, ""}; }
+};
+
+template <>
+struct ChildRecords<CL::ChangeLog> {
+  static constexpr std::string_view kKey = "songNumber";
+
+  static const CL::ChangeLog::SongLogs& Of(const CL::ChangeLog& log) { return log.song_logs(); }
+  static std::shared_ptr<CL::SongLog> New() {
+    return std::make_shared<CL::SongLog>("", "", static_cast<unsigned short>(0), 0U);
+  }
+  static const char* Add(CL::ChangeLog& log, std::shared_ptr<CL::SongLog> song) {
+    if (log.song_logs().contains(song->song_number)) return "the log has another song of the same number";
+    log.AddSongLog(std::move(song));
+    return nullptr;
+  }
+};
 
 }  // namespace zuna_core

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "kit/format.h"
-#include "platform/core/text/quote.h"
+#include "platform/core/bytes/quote.h"
 
 namespace cmn {
 

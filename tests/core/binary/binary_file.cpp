@@ -1,8 +1,7 @@
 #include "tests/core/binary/binary_file.h"
 
 #include "kit/hex.h"
-#include "platform/core/binary/coding.h"
-#include "platform/core/binary/crc32.h"
+#include "platform/core/bytes/coding.h"
 
 namespace zuna_test {
 

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "cmn/file_version.h"
-#include "platform/core/binary/header.h"
+#include "platform/core/file/versions.h"
 
 namespace zuna_test {
 

@@ -1,11 +1,9 @@
-#include "platform/core/binary/coding.h"
+#include "platform/core/bytes/coding.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <string>
-
-#include "platform/core/binary/crc32.h"
 
 namespace {
 

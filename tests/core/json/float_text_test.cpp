@@ -1,4 +1,4 @@
-#include "platform/core/json/float_text.h"
+#include "platform/core/json/numbers.h"
 
 #include <gtest/gtest.h>
 

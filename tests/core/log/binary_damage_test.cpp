@@ -80,44 +80,45 @@ TEST(DamagedLog, IsToldFromAFileWithWrongFields) {
     std::string bad = SampleLogFile(version);
     bad[10] = '\x7F';  // the length of the show's name
     EXPECT_EQ(LogReadError(bad),
-              "The log file is damaged: its checksum is wrong; take the file from its source again");
+              "The log file is damaged: its checksum is wrong; get an undamaged copy of the file");
   }
 }
 
 TEST(DamagedLog, CutOffFileSaysHowMuchIsThere) {
   const std::string good = SampleLogFile(kCompact);
   EXPECT_EQ(LogReadError(good.substr(0, 100)),
-            "The log file is cut off: its header announces 146 bytes and 100 are there; "
-            "take the file from its source again");
+            "The log file is cut off: its header states 146 bytes, only 100 are present; "
+            "get an undamaged copy of the file");
   EXPECT_EQ(LogReadError(good.substr(0, 9)),
-            "The log file is cut off: it has 9 bytes and its header takes 10; "
-            "take the file from its source again");
+            "The log file is cut off: it has 9 bytes and its header needs 10; "
+            "get an undamaged copy of the file");
   EXPECT_EQ(LogReadError(""),
-            "The log file is cut off: it has 0 bytes and its header takes 10; "
-            "take the file from its source again");
+            "The log file is cut off: it has 0 bytes and its header needs 10; "
+            "get an undamaged copy of the file");
 }
 
 TEST(DamagedLog, BytesBehindTheEndAreRefused) {
   EXPECT_EQ(LogReadError(SampleLogFile(kCompact) + "x"),
-            "The log file goes on after the 146 bytes that its header announces; "
-            "take the file from its source again");
+            "The log file has extra bytes after the 146 that its header states; "
+            "get an undamaged copy of the file");
   EXPECT_NE(LogReadError(SampleLogFile(kText) + "x"), "");
 }
 
 TEST(DamagedLog, HeaderThatAnnouncesMoreThanThereIsCostsNoMemory) {
   EXPECT_EQ(LogReadError(Hex("00 5A 4C 47  FF FF FF FF  01 02")),
-            "The log file is cut off: its header announces 4294967303 bytes and 10 are there; "
-            "take the file from its source again");
+            "The log file is cut off: its header states 4294967303 bytes, only 10 are present; "
+            "get an undamaged copy of the file");
 }
 
 TEST(DamagedLog, HeaderThatAnnouncesLessThanItself) {
   EXPECT_EQ(LogReadError(Hex("00 5A 4C 47  05 00 00 00  01 01  00 00 00")),
-            "The header of the log file announces 13 bytes, less than any has");
+            "The log file is damaged: its header states 13 bytes, fewer than any file has; "
+            "get an undamaged copy of the file");
 }
 
 TEST(ForeignFile, IsNoCurrentLog) {
   const std::string no_log =
-      "This is no current log file: it has no header; a legacy log (version 0.0) has to be converted up "
+      "This is not a current log file: it has no header; a legacy log (version 0.0) has to be converted up "
       "first";
   EXPECT_EQ(LogReadError("\x14\x01\x01\x01 a legacy log"), no_log);
   EXPECT_EQ(LogReadError("x"), no_log);
@@ -128,13 +129,13 @@ TEST(ForeignFile, IsNoCurrentLog) {
 TEST(UnsupportedLog, NamesTheSupportedVersions) {
   const std::string supported = "; the supported versions are 1.1 and 1.2 (binary) and 2.0 (text)";
   EXPECT_EQ(LogReadError(Hex("00 5A 4C 47  02 00 00 00  01 00")),
-            "Log file version 1.0 is not supported as a binary file" + supported);
+            "Log file version 1.0 is not supported in binary files" + supported);
   EXPECT_EQ(LogReadError(Hex("00 5A 4C 47  02 00 00 00  01 03")),
-            "Log file version 1.3 is not supported as a binary file" + supported);
+            "Log file version 1.3 is not supported in binary files" + supported);
   EXPECT_EQ(LogReadError(Hex("00 5A 4C 47  02 00 00 00  02 00")),
-            "Log file version 2.0 is not supported as a binary file" + supported);
+            "Log file version 2.0 is not supported in binary files" + supported);
   EXPECT_EQ(LogReadError(R"({"kind": "logdata", "fileVersion": "1.1", )"),
-            "Log file version 1.1 is not supported as a text document" + supported);
+            "Log file version 1.1 is not supported in the text form" + supported);
 }
 
 }  // namespace

@@ -107,8 +107,7 @@ std::size_t CountWriteFailures(bool by_exception, const Write& write) {
     try {
       write(os);
     } catch (const kit::IoError& error) {
-      EXPECT_STREQ(error.what(),
-                   "The output stream does not take what is written; check the room that is left");
+      EXPECT_STREQ(error.what(), "The output stream cannot be written; check the free space");
       continue;
     }
     EXPECT_LT(buffer.calls(), fail_at);
@@ -167,7 +166,7 @@ TEST(WriteLog, UnknownVersionIsRefused) {
     const std::string number = std::to_string(version.major) + "." + std::to_string(version.minor);
     const std::string expected =
         "Log file version " + number +
-        " is not supported as an output; the supported versions are 1.1 and 1.2 (binary) and 2.0 (text)";
+        " is not supported for output; the supported versions are 1.1 and 1.2 (binary) and 2.0 (text)";
     const auto error = [&](const auto& written) {
       return WriteError<cmn::UnsupportedVersionError>(
           [&](std::ostream& os) { written.WriteBinary(os, version); });

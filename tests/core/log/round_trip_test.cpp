@@ -3,7 +3,7 @@
 #include <random>
 #include <sstream>
 
-#include "platform/core/binary/coding.h"
+#include "platform/core/bytes/coding.h"
 #include "tests/core/log/sample_log.h"
 #include "tests/support/log_equality.h"
 #include "tests/support/random_log.h"

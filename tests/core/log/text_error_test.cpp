@@ -43,40 +43,37 @@ TEST(TextLog, KindHasToBeThatOfALog) {
 }
 
 TEST(TextLog, VersionHasToBeOne) {
-  EXPECT_EQ(PatchedError("2.0", "2"), "fileVersion: a version such as \"2.0\" is due here");
+  EXPECT_EQ(PatchedError("2.0", "2"), "fileVersion: expected a version such as \"2.0\"");
 }
 
 TEST(TextLog, WhatIdentifiesTheDocumentIsAPlainString) {
-  EXPECT_EQ(PatchedError("\"logdata\"", R"({"bytes": "6c6f6764617461"})"), "kind: a text is due here");
-  EXPECT_EQ(PatchedError("\"2.0\"", R"({"bytes": "322e30"})"), "fileVersion: a text is due here");
+  EXPECT_EQ(PatchedError("\"logdata\"", R"({"bytes": "6c6f6764617461"})"), "kind: expected a text");
+  EXPECT_EQ(PatchedError("\"2.0\"", R"({"bytes": "322e30"})"), "fileVersion: expected a text");
   EXPECT_EQ(PatchedError("\"identifier\": \"", R"("identifier": {"bytes": "00"}, "was": ")"),
-            "identifier: a text is due here");
+            "identifier: expected a text");
 }
 
 TEST(TextLog, KeysAreKnownAndThereOnce) {
-  EXPECT_EQ(PatchedError("\"attacca\": 2,", ""), "songLogs[0]: the key \"attacca\" is missing");
-  EXPECT_EQ(PatchedError("\"tagPair\": [1, 65535],", ""), "the key \"tagPair\" is missing");
-  EXPECT_EQ(PatchedError("\"end\": 480", "\"End\": 480"),
-            "songLogs[0].vamps[0]: the key \"End\" is not known");
+  EXPECT_EQ(PatchedError("\"attacca\": 2,", ""), "songLogs[0]: missing key \"attacca\"");
+  EXPECT_EQ(PatchedError("\"tagPair\": [1, 65535],", ""), "missing key \"tagPair\"");
+  EXPECT_EQ(PatchedError("\"end\": 480", "\"End\": 480"), "songLogs[0].vamps[0]: unknown key \"End\"");
   EXPECT_EQ(PatchedError("\"end\": 480", "\"end\": 480, \"end\": 480"),
-            "songLogs[0].vamps[0].end: the key occurs twice");
-  EXPECT_EQ(PatchedError("\"value\": -1", "\"text\": \"\""),
-            "songLogs[0].vamps[1]: the key \"text\" is not known");
+            "songLogs[0].vamps[0].end: duplicate key");
+  EXPECT_EQ(PatchedError("\"value\": -1", "\"text\": \"\""), "songLogs[0].vamps[1]: unknown key \"text\"");
   EXPECT_EQ(PatchedError("\"caesuras\": [", "\"caesuras\": [{},"),
-            "songLogs[0].caesuras[0]: the key \"position\" is missing");
+            "songLogs[0].caesuras[0]: missing key \"position\"");
 }
 
 TEST(TextLog, NumbersStandInTheRangeOfTheirField) {
   EXPECT_EQ(PatchedError("\"attacca\": 2", "\"attacca\": 256"),
-            "songLogs[0].attacca: an integer from 0 to 255 is due here");
+            "songLogs[0].attacca: expected an integer from 0 to 255");
   EXPECT_EQ(PatchedError("\"division\": 480", "\"division\": 65536"),
-            "songLogs[0].division: an integer from 0 to 65535 is due here");
-  EXPECT_EQ(PatchedError("7680", "-1"),
-            "songLogs[0].songLength: an integer from 0 to 4294967295 is due here");
+            "songLogs[0].division: expected an integer from 0 to 65535");
+  EXPECT_EQ(PatchedError("7680", "-1"), "songLogs[0].songLength: expected an integer from 0 to 4294967295");
   EXPECT_EQ(PatchedError("\"end\": 480", "\"end\": 4294967296"),
-            "songLogs[0].vamps[0].end: an integer from 0 to 4294967295 is due here");
+            "songLogs[0].vamps[0].end: expected an integer from 0 to 4294967295");
   EXPECT_EQ(PatchedError("300", "300.0"),
-            "songLogs[0].caesuras[0].secondWord: an integer from 0 to 4294967295 is due here");
+            "songLogs[0].caesuras[0].secondWord: expected an integer from 0 to 4294967295");
 }
 
 TEST(TextLog, IntegerValuesAreThirtyTwoBitsSignedOrUnsigned) {
@@ -91,7 +88,7 @@ TEST(TextLog, IntegerValuesAreThirtyTwoBitsSignedOrUnsigned) {
   EXPECT_EQ(value("4294967295"), 0xFFFFFFFFU);
   for (const char* text : {"-2147483649", "4294967296", "1.5", "1e0", "{\"bits\": 1}", "\"1\""}) {
     EXPECT_EQ(PatchedError("\"value\": -1", std::string("\"value\": ") + text),
-              "songLogs[0].vamps[1].value: an integer from -2147483648 to 4294967295 is due here");
+              "songLogs[0].vamps[1].value: expected an integer from -2147483648 to 4294967295");
   }
 }
 
@@ -119,17 +116,17 @@ TEST(TextLog, FloatsAreFiniteNumbersOrBits) {
   const std::string where = "songLogs[0].tempoScales[0].value: ";
   for (const char* text : {"3.4028236e+38", "-1e39", "1e300", "\"1.5\"", "null", "true", "[]"}) {
     EXPECT_EQ(ScaleError(text),
-              where + "a number in the range of a single-precision float, or {\"bits\": N}, is due here")
+              where + "expected a number in the range of a single-precision float or {\"bits\": N}")
         << text;
   }
   for (const char* text : {"-1", "4294967296", "1.5", "\"1\"", "{}", "[]", "18446744073709551615"}) {
     EXPECT_EQ(ScaleError("{\"bits\": " + std::string(text) + "}"),
-              where + "an integer from 0 to 4294967295 is due here")
+              where + "expected an integer from 0 to 4294967295")
         << text;
   }
-  EXPECT_EQ(ScaleError("{}"), where + "the key \"bits\" is missing");
-  EXPECT_EQ(ScaleError(R"({"bits": 1, "bits": 1})"), where + "the key \"bits\" occurs twice");
-  EXPECT_EQ(ScaleError(R"({"bytes": "00"})"), where + "the key \"bytes\" is not known");
+  EXPECT_EQ(ScaleError("{}"), where + "missing key \"bits\"");
+  EXPECT_EQ(ScaleError(R"({"bits": 1, "bits": 1})"), where + "duplicate key \"bits\"");
+  EXPECT_EQ(ScaleError(R"({"bytes": "00"})"), where + "unknown key \"bytes\"");
   EXPECT_NE(ScaleError("1e99999999999"), "");
   EXPECT_NE(ScaleError("NaN"), "");
 }
@@ -149,13 +146,13 @@ TEST(TextLog, FloatMayStandWhereAPieceOfTheTextEnds) {
 
 TEST(TextLog, TagPairIsTwoIntegers) {
   const std::string pair = "[1, 65535]";
-  EXPECT_EQ(PatchedError(pair, "[1]"), "tagPair[1]: 2 integers are due here");
-  EXPECT_EQ(PatchedError(pair, "[]"), "tagPair[0]: 2 integers are due here");
-  EXPECT_EQ(PatchedError(pair, "[1, 2, 3]"), "tagPair[2]: the end of the list is due here");
-  EXPECT_EQ(PatchedError(pair, "[1, 65536]"), "tagPair[1]: an integer from 0 to 65535 is due here");
-  EXPECT_EQ(PatchedError(pair, "[[1, 2]]"), "tagPair[0]: an integer from 0 to 65535 is due here");
-  EXPECT_EQ(PatchedError(pair, "7"), "tagPair: a list of integers is due here");
-  EXPECT_EQ(PatchedError(pair, "{}"), "tagPair: a list of integers is due here");
+  EXPECT_EQ(PatchedError(pair, "[1]"), "tagPair[1]: expected 2 integers");
+  EXPECT_EQ(PatchedError(pair, "[]"), "tagPair[0]: expected 2 integers");
+  EXPECT_EQ(PatchedError(pair, "[1, 2, 3]"), "tagPair[2]: expected the end of the list");
+  EXPECT_EQ(PatchedError(pair, "[1, 65536]"), "tagPair[1]: expected an integer from 0 to 65535");
+  EXPECT_EQ(PatchedError(pair, "[[1, 2]]"), "tagPair[0]: expected an integer from 0 to 65535");
+  EXPECT_EQ(PatchedError(pair, "7"), "tagPair: expected a list of integers");
+  EXPECT_EQ(PatchedError(pair, "{}"), "tagPair: expected a list of integers");
 }
 
 TEST(TextLog, IdentifierIsOne) {
@@ -163,7 +160,7 @@ TEST(TextLog, IdentifierIsOne) {
   for (const char* text : {"", "00112233445566778899aabbccddeeff", "00112233-4455-6677-8899-aabbccddeefg",
                            "{00112233-4455-6677-8899-aabbccddeeff}"}) {
     EXPECT_EQ(PatchedError(identifier, text),
-              "identifier: an identifier such as \"" + identifier + "\" is due here");
+              "identifier: expected an identifier such as \"" + identifier + "\"");
   }
   EXPECT_EQ(PatchedError(identifier, "00112233-4455-6677-8899-AABBCCDDEEFF"), "");
 }

@@ -71,47 +71,49 @@ TEST(DamagedShow, IsToldFromAFileWithWrongFields) {
     std::string bad = SampleFile(version);
     bad[10] = '\x7F';  // the length of the show's name
     EXPECT_EQ(ReadError(bad),
-              "The show file is damaged: its checksum is wrong; take the file from its source again");
+              "The show file is damaged: its checksum is wrong; get an undamaged copy of the file");
   }
 }
 
 TEST(DamagedShow, CutOffFileSaysHowMuchIsThere) {
   const std::string good = SampleFile(kFixed);
   EXPECT_EQ(ReadError(good.substr(0, 100)),
-            "The show file is cut off: its header announces 179 bytes and 100 are there; "
-            "take the file from its source again");
+            "The show file is cut off: its header states 179 bytes, only 100 are present; "
+            "get an undamaged copy of the file");
   EXPECT_EQ(ReadError(good.substr(0, 9)),
-            "The show file is cut off: it has 9 bytes and its header takes 10; "
-            "take the file from its source again");
+            "The show file is cut off: it has 9 bytes and its header needs 10; "
+            "get an undamaged copy of the file");
   EXPECT_EQ(ReadError(""),
-            "The show file is cut off: it has 0 bytes and its header takes 10; "
-            "take the file from its source again");
+            "The show file is cut off: it has 0 bytes and its header needs 10; "
+            "get an undamaged copy of the file");
 }
 
 TEST(DamagedShow, BytesBehindTheEndAreRefused) {
   EXPECT_EQ(ReadError(SampleFile(kCompact) + "x"),
-            "The show file goes on after the 95 bytes that its header announces; "
-            "take the file from its source again"
+            "The show file has extra bytes after the 95 that its header states; "
+            "get an undamaged copy of the file"
             /* 10 - 2 + 87 */);
   EXPECT_NE(ReadError(SampleFile({2, 0}) + "x"), "");
 }
 
 TEST(DamagedShow, HeaderThatAnnouncesLessThanItself) {
   EXPECT_EQ(ReadError(zuna_test::Hex("00 5A 53 48  01 00 00 00  01 00")),
-            "The header of the show file announces 9 bytes, less than any has");
+            "The show file is damaged: its header states 9 bytes, fewer than any file has; "
+            "get an undamaged copy of the file");
   EXPECT_EQ(ReadError(zuna_test::Hex("00 5A 53 48  05 00 00 00  01 01  00 00 00")),
-            "The header of the show file announces 13 bytes, less than any has");
+            "The show file is damaged: its header states 13 bytes, fewer than any file has; "
+            "get an undamaged copy of the file");
 }
 
 TEST(DamagedShow, HeaderThatAnnouncesMoreThanThereIsCostsNoMemory) {
   EXPECT_EQ(ReadError(zuna_test::Hex("00 5A 53 48  FF FF FF FF  01 00")),
-            "The show file is cut off: its header announces 4294967303 bytes and 10 are there; "
-            "take the file from its source again");
+            "The show file is cut off: its header states 4294967303 bytes, only 10 are present; "
+            "get an undamaged copy of the file");
 }
 
 TEST(ForeignFile, IsNoCurrentShow) {
   const std::string no_show =
-      "This is no current show file: it has no header; a legacy show (version 0.0) has to be converted up "
+      "This is not a current show file: it has no header; a legacy show (version 0.0) has to be converted up "
       "first";
   EXPECT_EQ(ReadError("\x01\x03"
                       "abc legacy show"),
@@ -123,17 +125,15 @@ TEST(ForeignFile, IsNoCurrentShow) {
 }
 
 TEST(UnsupportedShow, NamesTheSupportedVersions) {
-  EXPECT_EQ(
-      ReadError(zuna_test::Hex("00 5A 53 48  02 00 00 00  01 03")),
-      "Show file version 1.3 is not supported as a binary file; the supported versions are 1.0, 1.1 and "
-      "1.2 (binary) and 2.0 (text)");
-  EXPECT_EQ(
-      ReadError(zuna_test::Hex("00 5A 53 48  02 00 00 00  02 00")),
-      "Show file version 2.0 is not supported as a binary file; the supported versions are 1.0, 1.1 and "
-      "1.2 (binary) and 2.0 (text)");
+  EXPECT_EQ(ReadError(zuna_test::Hex("00 5A 53 48  02 00 00 00  01 03")),
+            "Show file version 1.3 is not supported in binary files; the supported versions are 1.0, 1.1 and "
+            "1.2 (binary) and 2.0 (text)");
+  EXPECT_EQ(ReadError(zuna_test::Hex("00 5A 53 48  02 00 00 00  02 00")),
+            "Show file version 2.0 is not supported in binary files; the supported versions are 1.0, 1.1 and "
+            "1.2 (binary) and 2.0 (text)");
   EXPECT_EQ(
       ReadError(R"({"kind": "showdata", "fileVersion": "1.2", )"),
-      "Show file version 1.2 is not supported as a text document; the supported versions are 1.0, 1.1 and "
+      "Show file version 1.2 is not supported in the text form; the supported versions are 1.0, 1.1 and "
       "1.2 (binary) and 2.0 (text)");
 }
 

@@ -8,7 +8,7 @@
 #include <stdexcept>
 
 #include "cmn/data_error.h"
-#include "platform/core/binary/document.h"
+#include "platform/core/file/frame.h"
 #include "tests/core/show/sample_show.h"
 #include "tests/support/failing_streambuf.h"
 #include "tests/support/random_show.h"
@@ -53,14 +53,14 @@ TEST(ShowStream, WhatCannotSeekIsCheckedForItsSizeToo) {
     return "";
   };
   EXPECT_EQ(error(SampleFile({1, 0}) + "x"),
-            "The show file goes on after the 179 bytes that its header announces; "
-            "take the file from its source again");
+            "The show file has extra bytes after the 179 that its header states; "
+            "get an undamaged copy of the file");
   EXPECT_EQ(error(SampleFile({1, 0}).substr(0, 60)),
-            "The show file is cut off: its header announces 179 bytes and 60 are there; "
-            "take the file from its source again");
+            "The show file is cut off: its header states 179 bytes, only 60 are present; "
+            "get an undamaged copy of the file");
   EXPECT_EQ(error(zuna_test::Hex("00 5A 53 48  FF FF FF FF  01 02")),
-            "The show file is cut off: its header announces 4294967303 bytes and 10 are there; "
-            "take the file from its source again");
+            "The show file is cut off: its header states 4294967303 bytes, only 10 are present; "
+            "get an undamaged copy of the file");
 }
 
 /// Reads from a stream that fails from its `fail_at`-th call on; false once nothing failed.
@@ -137,8 +137,7 @@ TEST(ShowStream, FailureOfAnyWriteIsReported) {
         try {
           show.WriteBinary(os, version);
         } catch (const kit::IoError& error) {
-          EXPECT_STREQ(error.what(),
-                       "The output stream does not take what is written; check the room that is left");
+          EXPECT_STREQ(error.what(), "The output stream cannot be written; check the free space");
           continue;
         }
         EXPECT_LT(buffer.calls(), fail_at);
@@ -177,7 +176,7 @@ TEST(WriteShow, UnknownVersionIsRefused) {
     EXPECT_EQ(
         WriteError<cmn::UnsupportedVersionError>(zuna_test::SampleShow(), version),
         "Show file version " + number +
-            " is not supported as an output; the supported versions are 1.0, 1.1 and 1.2 (binary) and 2.0 "
+            " is not supported for output; the supported versions are 1.0, 1.1 and 1.2 (binary) and 2.0 "
             "(text)");
   }
 }
@@ -208,17 +207,16 @@ TEST(WriteShow, ChangedKeyIsRefused) {
 }
 
 TEST(BinaryDocument, HoldsLessThanFourGibibytes) {
-  using zuna_core::Checksum;
-  using zuna_core::DocumentHeader;
   using zuna_core::FileKind;
+  using zuna_core::FrameHeader;
   constexpr std::uint64_t kLargest = std::numeric_limits<std::uint32_t>::max() - 2;
-  EXPECT_EQ(DocumentHeader(FileKind::kShow, {1, 0}, kLargest, Checksum::kNone),
+  EXPECT_EQ(FrameHeader(FileKind::kShow, {1, 0}, kLargest),
             zuna_test::Hex("00 5A 53 48  FF FF FF FF  01 00"));
-  EXPECT_EQ(DocumentHeader(FileKind::kLog, {1, 1}, kLargest - 4, Checksum::kCrc32),
+  EXPECT_EQ(FrameHeader(FileKind::kLog, {1, 1}, kLargest - 4),
             zuna_test::Hex("00 5A 4C 47  FF FF FF FF  01 01"));
-  EXPECT_THROW(DocumentHeader(FileKind::kShow, {1, 1}, kLargest, Checksum::kCrc32), std::length_error);
+  EXPECT_THROW(FrameHeader(FileKind::kShow, {1, 1}, kLargest), std::length_error);
   try {
-    DocumentHeader(FileKind::kShow, {1, 0}, kLargest + 1, Checksum::kNone);
+    FrameHeader(FileKind::kShow, {1, 0}, kLargest + 1);
     FAIL() << "nothing was thrown";
   } catch (const std::length_error& error) {
     EXPECT_STREQ(error.what(),

@@ -28,66 +28,65 @@ TEST(TextShow, KindHasToBeThatOfAShow) {
 
 TEST(TextShow, VersionHasToBeOne) {
   for (const char* text : {"", "2", "2.", ".0", "02.0", "2.00", "2.0 ", "256.0", "-2.0", "2.0.0"}) {
-    EXPECT_EQ(PatchedError("2.0", text), "fileVersion: a version such as \"2.0\" is due here") << text;
+    EXPECT_EQ(PatchedError("2.0", text), "fileVersion: expected a version such as \"2.0\"") << text;
   }
 }
 
 TEST(TextShow, KeysAreKnownAndThereOnce) {
-  EXPECT_EQ(PatchedError("\"songName\"", "\"songname\""), "songs[0]: the key \"songname\" is not known");
-  EXPECT_EQ(PatchedError("\"division\": 480,", ""), "songs[0]: the key \"division\" is missing");
+  EXPECT_EQ(PatchedError("\"songName\"", "\"songname\""), "songs[0]: unknown key \"songname\"");
+  EXPECT_EQ(PatchedError("\"division\": 480,", ""), "songs[0]: missing key \"division\"");
   EXPECT_EQ(PatchedError("\"division\": 480,", "\"division\": 480, \"division\": 480,"),
-            "songs[0].division: the key occurs twice");
-  EXPECT_EQ(PatchedError("\"keys\": [", "\"keys\": [{},"),
-            "songs[0].timeline.keys[0]: the key \"time\" is missing");
+            "songs[0].division: duplicate key");
+  EXPECT_EQ(PatchedError("\"keys\": [", "\"keys\": [{},"), "songs[0].timeline.keys[0]: missing key \"time\"");
   EXPECT_EQ(PatchedError("\"page\": 300", "\"page\": 300, \"\": 1"),
-            "songs[0].timeline.pageNumbers[0]: the key \"\" is not known");
+            "songs[0].timeline.pageNumbers[0]: unknown key \"\"");
   EXPECT_EQ(PatchedError("\"showName\"", "\"" + std::string(100000, 'k') + "\""),
-            "the key \"" + std::string(40, 'k') + "\"… is not known");
+            "unknown key \"" + std::string(40, 'k') + "\"…");
 }
 
 TEST(TextShow, IntegersStandInTheRangeOfTheirField) {
   const std::string where = "songs[0].division: ";
-  const std::string due = "an integer from 0 to 65535 is due here";
+  const std::string expected = "expected an integer from 0 to 65535";
   for (const char* value : {"-1", "65536", "480.0", "4.8e2", "1e400", "\"480\"", "true", "null", "[]", "{}",
                             "9223372036854775808", "18446744073709551616", "-9223372036854775809"}) {
-    EXPECT_EQ(PatchedError("480", value), where + due) << value;
+    EXPECT_EQ(PatchedError("480", value), where + expected) << value;
   }
   EXPECT_EQ(PatchedError("480", "65535"), "");
   EXPECT_EQ(PatchedError("7680", "4294967296"),
-            "songs[0].songLength: an integer from 0 to 4294967295 is due here");
+            "songs[0].songLength: expected an integer from 0 to 4294967295");
   EXPECT_EQ(PatchedError("\"key\": -1", "\"key\": -32769"),
-            "songs[0].timeline.keys[0].key: an integer from -32768 to 32767 is due here");
+            "songs[0].timeline.keys[0].key: expected an integer from -32768 to 32767");
   EXPECT_EQ(PatchedError("\"tag\": 3", "\"tag\": 256"),
-            "songs[0].timeline.barsBeats[1].tag: an integer from 0 to 255 is due here");
+            "songs[0].timeline.barsBeats[1].tag: expected an integer from 0 to 255");
 }
 
 TEST(TextShow, TextsObjectsAndListsStandInTheirPlaces) {
   for (const char* value : {"1", "1.5", "null", "false", "[]"}) {
-    EXPECT_EQ(PatchedError("\"Go\"", value), "songs[0].songName: a text is due here") << value;
+    EXPECT_EQ(PatchedError("\"Go\"", value), "songs[0].songName: expected a text") << value;
   }
-  EXPECT_EQ(PatchedError("\"songs\": [", "\"songs\": [[],"), "songs[0]: an object is due here");
-  EXPECT_EQ(PatchedError("\"songs\": [", "\"songs\": [\"x\","), "songs[0]: an object is due here");
-  EXPECT_EQ(ReadError(R"({"songs": {}})"), "songs: a list is due here (at byte 10)");
-  EXPECT_EQ(ReadError(R"({"songs": 7})"), "songs: a list is due here (at byte 11)");
+  EXPECT_EQ(PatchedError("\"songs\": [", "\"songs\": [[],"), "songs[0]: expected an object");
+  EXPECT_EQ(PatchedError("\"songs\": [", "\"songs\": [\"x\","), "songs[0]: expected an object");
+  EXPECT_EQ(ReadError(R"({"songs": {}})"), "songs: expected a list (at byte 10)");
+  EXPECT_EQ(ReadError(R"({"songs": 7})"), "songs: expected a list (at byte 11)");
   EXPECT_EQ(ReadError(R"({"songs": [{"timeline": []}]})"),
-            "songs[0].timeline: an object is due here (at byte 24)");
+            "songs[0].timeline: expected an object (at byte 24)");
 }
 
 TEST(TextShow, MessagesAreFourIntegers) {
   const std::string where = "songs[0].voices[0].messages[1]";
   const std::string row = "[480,144,60,0]";
-  EXPECT_EQ(PatchedError(row, "[480,144,60]"), where + "[3]: 4 integers are due here");
-  EXPECT_EQ(PatchedError(row, "[]"), where + "[0]: 4 integers are due here");
-  EXPECT_EQ(PatchedError(row, "[480,144,60,0,0]"), where + "[4]: the end of the list is due here");
-  EXPECT_EQ(PatchedError(row, "[480,256,60,0]"), where + "[1]: an integer from 0 to 255 is due here");
+  EXPECT_EQ(PatchedError(row, "[480,144,60]"), where + "[3]: expected 4 integers");
+  EXPECT_EQ(PatchedError(row, "[]"), where + "[0]: expected 4 integers");
+  EXPECT_EQ(PatchedError(row, "[480,144,60,0,0]"), where + "[4]: expected the end of the list");
+  EXPECT_EQ(PatchedError(row, "[480,256,60,0]"), where + "[1]: expected an integer from 0 to 255");
   EXPECT_EQ(PatchedError(row, "[4294967296,0,60,0]"),
-            where + "[0]: an integer from 0 to 4294967295 is due here");
-  EXPECT_EQ(PatchedError(row, "[480,144,[],0]"), where + "[2]: an integer from 0 to 255 is due here");
-  EXPECT_EQ(PatchedError(row, "[480,144,{},0]"), where + "[2]: an integer from 0 to 255 is due here");
-  EXPECT_EQ(PatchedError(row, "480"), where + ": a list of integers is due here");
-  EXPECT_EQ(PatchedError(row, "{}"), where + ": a list of integers is due here");
+            where + "[0]: expected an integer from 0 to 4294967295");
+  EXPECT_EQ(PatchedError(row, "[480,144,[],0]"), where + "[2]: expected an integer from 0 to 255");
+  EXPECT_EQ(PatchedError(row, "[480,144,{},0]"), where + "[2]: expected an integer from 0 to 255");
+  EXPECT_EQ(PatchedError(row, "480"), where + ": expected a list of integers");
+  EXPECT_EQ(PatchedError(row, "{}"), where + ": expected a list of integers");
   EXPECT_EQ(PatchedError("\"messages\": [", "\"messages\": 3, \"x\": ["),
-            "songs[0].voices[0].messages: a list is due here");
+            "songs[0].voices[0].messages: expected a list");
 }
 
 TEST(TextShow, TextMayBeBytes) {
@@ -103,16 +102,15 @@ TEST(TextShow, TextMayBeBytes) {
 TEST(TextShow, BytesArePairsOfDigits) {
   for (const char* digits : {"0", "0g", "x0", " 00", "000"}) {
     EXPECT_EQ(PatchedError("\"Hä\"", "{\"bytes\": \"" + std::string(digits) + "\"}"),
-              "showName: pairs of hexadecimal digits are due here");
+              "showName: expected pairs of hexadecimal digits");
   }
-  EXPECT_EQ(PatchedError("\"Hä\"", "{}"), "showName: the key \"bytes\" is missing");
-  EXPECT_EQ(PatchedError("\"Hä\"", R"({"bytes": "41", "bytes": "42"})"),
-            "showName: the key \"bytes\" occurs twice");
-  EXPECT_EQ(PatchedError("\"showdata\"", R"({"bytes": "73686f7764617461"})"), "kind: a text is due here");
-  EXPECT_EQ(PatchedError("\"2.0\"", R"({"bytes": "322e30"})"), "fileVersion: a text is due here");
-  EXPECT_EQ(PatchedError("\"Hä\"", R"({"hex": ""})"), "showName: the key \"hex\" is not known");
-  EXPECT_EQ(PatchedError("\"Hä\"", R"({"bytes": 7})"), "showName: a text is due here");
-  EXPECT_EQ(PatchedError("\"Hä\"", R"({"bytes": {}})"), "showName: a text is due here");
+  EXPECT_EQ(PatchedError("\"Hä\"", "{}"), "showName: missing key \"bytes\"");
+  EXPECT_EQ(PatchedError("\"Hä\"", R"({"bytes": "41", "bytes": "42"})"), "showName: duplicate key \"bytes\"");
+  EXPECT_EQ(PatchedError("\"showdata\"", R"({"bytes": "73686f7764617461"})"), "kind: expected a text");
+  EXPECT_EQ(PatchedError("\"2.0\"", R"({"bytes": "322e30"})"), "fileVersion: expected a text");
+  EXPECT_EQ(PatchedError("\"Hä\"", R"({"hex": ""})"), "showName: unknown key \"hex\"");
+  EXPECT_EQ(PatchedError("\"Hä\"", R"({"bytes": 7})"), "showName: expected a text");
+  EXPECT_EQ(PatchedError("\"Hä\"", R"({"bytes": {}})"), "showName: expected a text");
 }
 
 TEST(TextShow, BarNumbersFitTheirEntry) {
@@ -137,15 +135,15 @@ TEST(TextShow, MalformedTextIsRefused) {
   EXPECT_EQ(PatchedError("\"songName\":", "\"songName\"").find("songs[0].songName: this is not JSON ("), 0U);
   EXPECT_EQ(PatchedError("Go", "G\xFF").find("songs[0].songName: this is not JSON ("), 0U);
   EXPECT_EQ(PatchedError("Go", "G\n").find("songs[0].songName: this is not JSON ("), 0U);
-  EXPECT_EQ(ReadError("{"), "the text ends before the document does (at byte 1)");
+  EXPECT_EQ(ReadError("{"), "the text ends before its JSON value does (at byte 1)");
   EXPECT_EQ(
-      ReadError(zuna_test::SampleFile({2, 0}) + " \n {").find("more text follows the document (at byte "),
+      ReadError(zuna_test::SampleFile({2, 0}) + " \n {").find("more text follows the JSON value (at byte "),
       0U);
 }
 
 TEST(TextShow, DeepNestingIsRefused) {
   EXPECT_EQ(ReadError("{\"showName\": " + std::string(100000, '[')),
-            "showName: a text is due here (at byte 13)");
+            "showName: expected a text (at byte 13)");
 }
 
 TEST(TextShow, KeysMayStandInAnyOrder) {

@@ -1,4 +1,4 @@
-#include "platform/core/text/quote.h"
+#include "platform/core/bytes/quote.h"
 
 #include <gtest/gtest.h>
 

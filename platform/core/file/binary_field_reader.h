@@ -1,0 +1,180 @@
+#pragma once
+
+// Reading the fields of records in the binary versions (docs/format-1.md). The counterpart of
+// binary_field_writer.h.
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "platform/core/bytes/byte_reader.h"
+#include "platform/core/file/binary_field_writer.h"
+
+namespace zuna_core {
+
+/// Reads what a BinaryFieldWriter wrote. Throws cmn::DataError with path, field and offset.
+template <Layout kLayout>
+class BinaryFieldReader {
+ public:
+  explicit BinaryFieldReader(ByteReader& in) : in_(in) {}
+
+  template <typename Integer>
+  void Number(std::string_view key, Integer& value) {
+    using Unsigned = std::make_unsigned_t<Integer>;
+    if constexpr (!kCompact || sizeof(Integer) == 1) {
+      value = static_cast<Integer>(in_.Fixed(sizeof(Integer), key));
+      return;
+    } else {
+      const std::uint64_t number = in_.Varint(std::numeric_limits<Unsigned>::max(), key);
+      if constexpr (std::is_signed_v<Integer>) {
+        value = static_cast<Integer>(UnZigZag(static_cast<std::uint32_t>(number)));
+      } else {
+        value = static_cast<Integer>(number);
+      }
+    }
+  }
+
+  void Signed(std::string_view key, std::uint32_t& bits) {
+    std::int32_t value = 0;
+    Number(key, value);
+    bits = static_cast<std::uint32_t>(value);
+  }
+
+  void Float(std::string_view key, std::uint32_t& bits) {
+    bits = static_cast<std::uint32_t>(in_.Fixed(sizeof bits, key));
+  }
+
+  void Position(std::string_view key, std::uint32_t& position) {
+    PositionFrom(key, before_, position);
+    before_ = position;
+  }
+  void PositionFrom(std::string_view key, std::uint32_t origin, std::uint32_t& position) {
+    Number(key, position);
+    if (kCompact) position += origin;
+  }
+
+  void Text(std::string_view key, std::string& text) {
+    const std::size_t size = Count(key);
+    text.assign(in_.Take(size, key), size);
+  }
+  void SongNumber(std::string_view key, std::string& number) {
+    Text(key, number);
+    in_.path.song = number;
+  }
+  void TrackNumber(std::string_view key, std::uint16_t& number) {
+    Number(key, number);
+    in_.path.voice = number;
+  }
+
+  void BarNumber(std::string_view key, TL::BarsBeats& entry) {
+    std::string text;
+    if constexpr (kCompact) {
+      Text(key, text);
+    } else {
+      text.assign(in_.Take(kBarNumberSize, key), kBarNumberSize);
+      const std::size_t length = text.find('\0');
+      if (length == std::string::npos || text.find_first_not_of('\0', length) != std::string::npos) {
+        in_.Fail(key, "expected a text that is filled up with zero bytes");
+      }
+      text.resize(length);
+    }
+    if (const char* problem = SetBarNumber(entry, text)) in_.Fail(key, problem);
+  }
+
+  void Identifier(std::string_view key, kit::UUID& identifier) {
+    kit::UUID::Bytes bytes{};
+    const char* from = in_.Take(bytes.size(), key);
+    std::copy(from, from + bytes.size(), bytes.begin());
+    identifier = kit::UUID(bytes);
+  }
+
+  void Pair(std::string_view key, std::pair<std::uint16_t, std::uint16_t>& pair) {
+    Number(key, pair.first);
+    Number(key, pair.second);
+  }
+
+  template <typename Messages>
+  void MessageRows(std::string_view key, Messages& messages) {
+    BinaryMessages<Messages>::Take(in_, kLayout, key, Count(key), messages);
+  }
+
+  template <typename Record>
+  void Object(std::string_view, Record& record) {
+    VisitFields(*this, record);
+  }
+
+  template <typename Entry>
+  void List(std::string_view key, std::vector<Entry>& entries) {
+    static const std::size_t smallest = SizeOf(Blank<Entry>::Make());
+    const std::size_t count = in_.Entries(Count(key), smallest, key);
+    // No more memory than there are bytes left: an entry in memory is larger than the smallest one in a file.
+    entries.reserve(std::min(count, in_.remaining() / sizeof(Entry)));
+    in_.path.list = key;
+    before_ = 0;
+    for (in_.path.index = 0; in_.path.index < count; ++in_.path.index) {
+      VisitFields(*this, entries.emplace_back(Blank<Entry>::Make()));
+    }
+    in_.path.list = {};
+  }
+  template <typename Shared>
+  void List(std::string_view key, const std::shared_ptr<Shared>& list) {
+    List(key, list->events);
+  }
+
+  template <typename Parent>
+  void Children(std::string_view key, Parent& parent) {
+    using Of = ChildRecords<Parent>;
+    static const std::size_t smallest = SizeOf(*Of::New());
+    const std::size_t count = in_.Entries(Count(key), smallest, key);
+    const FieldPath path = in_.path;
+    for (std::size_t i = 0; i < count; ++i) {
+      const auto child = Of::New();
+      VisitFields(*this, *child);
+      if (const char* problem = Of::Add(parent, child)) in_.Fail(Of::kKey, problem);
+      in_.path = path;
+    }
+  }
+
+ private:
+  static constexpr bool kCompact = kLayout == Layout::kCompact;
+
+  /// The bytes that a record with zeros and empty texts takes, which are the fewest that any takes.
+  template <typename Record>
+  static std::size_t SizeOf(const Record& blank) {
+    ByteCounter counter;
+    BinaryFieldWriter<kLayout, ByteCounter> writer(counter);
+    VisitFields(writer, blank);
+    return static_cast<std::size_t>(counter.size());
+  }
+
+  std::uint32_t Count(std::string_view key) {
+    std::uint32_t count = 0;
+    Number(key, count);
+    return count;
+  }
+
+  ByteReader& in_;
+  std::uint32_t before_ = 0;
+};
+
+/// Reads the body of a binary file, which is nothing but the fields of `record`.
+template <typename Record>
+void ReadBinaryFields(ByteReader& in, cmn::FileVersion version, Record& record) {
+  if (version == kCompactVersion) {
+    BinaryFieldReader<Layout::kCompact> fields(in);
+    VisitFields(fields, record);
+  } else {
+    BinaryFieldReader<Layout::kFixed> fields(in);
+    VisitFields(fields, record);
+  }
+  in.ExpectEnd();
+}
+
+}  // namespace zuna_core

@@ -1,0 +1,33 @@
+// The body of a binary log file (docs/format-1.md). The fields of all records stand in log/fields.h.
+
+#include "platform/core/log/binary.h"
+
+#include "platform/core/file/binary_field_reader.h"
+#include "platform/core/file/binary_field_writer.h"
+#include "platform/core/log/fields.h"
+
+namespace zuna_core {
+
+void EncodeLog(const CL::ChangeLog& log, cmn::FileVersion version, ByteCounter& sink) {
+  WriteBinaryFields(sink, version, log);
+}
+void EncodeLog(const CL::ChangeLog& log, cmn::FileVersion version, ByteWriter& sink) {
+  WriteBinaryFields(sink, version, log);
+}
+
+CL::ChangeLog DecodeLog(ByteReader& in, cmn::FileVersion version) {
+  CL::ChangeLog log;
+  ReadBinaryFields(in, version, log);
+  return log;
+}
+
+template <typename Event>
+void EncodeEvent(const Event& event, cmn::FileVersion version, ByteWriter& sink) {
+  WriteBinaryFields(sink, version, event);
+}
+template void EncodeEvent(const CL::PairedEvent&, cmn::FileVersion, ByteWriter&);
+template void EncodeEvent(const CL::TempoScale&, cmn::FileVersion, ByteWriter&);
+template void EncodeEvent(const CL::Marker&, cmn::FileVersion, ByteWriter&);
+template void EncodeEvent(const CL::Caesura&, cmn::FileVersion, ByteWriter&);
+
+}  // namespace zuna_core

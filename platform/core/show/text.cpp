@@ -1,0 +1,62 @@
+// The text form of a show (docs/format-2.md). Messages, which are nearly all of it, have loops of their own;
+// the fields of all records stand in show/fields.h.
+
+#include "platform/core/show/text.h"
+
+#include "platform/core/file/text_field_binder.h"
+#include "platform/core/file/text_field_writer.h"
+#include "platform/core/show/fields.h"
+
+namespace zuna_core {
+
+namespace {
+
+using Messages = decltype(zuna_midi::VoiceTrack::messages);
+
+void PutMessageRows(BufferedOutput& output, const Messages& messages) {
+  constexpr std::size_t kLongest = 2 + 1 + kMaxDecimalSize + std::size_t{3} * (1 + 4) + 1;
+  bool first = true;
+  for (const auto& [time, message] : messages) {
+    char* to = output.Room(kLongest);
+    if (!first) *to++ = ',';
+    first = false;
+    *to++ = '\n';
+    *to++ = '[';
+    to = PutDecimal(to, time);
+    for (const std::uint8_t byte : {message.status, message.data1, message.data2}) {
+      *to++ = ',';
+      to = PutDecimal(to, byte);
+    }
+    *to++ = ']';
+    output.Commit(to);
+  }
+}
+
+/// Takes the rows once their number is known, so that each voice takes just the memory that it needs.
+void TakeMessageRows(void* target, const JsonRow* rows, std::size_t count) {
+  auto& messages = *static_cast<Messages*>(target);
+  messages.reserve(count);
+  for (const JsonRow* row = rows; row != rows + count; ++row) {
+    const auto byte = [row](std::size_t column) { return static_cast<unsigned char>((*row)[column]); };
+    messages.emplace_back((*row)[0], std_midi::VoiceMessage(byte(1), byte(2), byte(3)));
+  }
+}
+
+}  // namespace
+
+template <>
+struct TextMessages<Messages> {
+  static void Put(BufferedOutput& output, const Messages& messages) { PutMessageRows(output, messages); }
+
+  static constexpr RowType kRowType{4, {0xFFFFFFFF, 0xFF, 0xFF, 0xFF}, &TakeMessageRows};
+};
+
+void WriteTextShow(std::ostream& os, const zuna_midi::ShowData& show) {
+  WriteTextForm(os, FileKind::kShow, show);
+}
+
+zuna_midi::ShowData ReadTextShow(std::istream& is, std::string_view prefix) {
+  return ReadTextForm<zuna_midi::ShowData>(is, prefix, FileKind::kShow);
+}
+
+}  // namespace zuna_core
