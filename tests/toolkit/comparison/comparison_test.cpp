@@ -1,0 +1,163 @@
+#include "toolkit/comparison/comparison.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/bytes.h"
+#include "tests/toolkit/comparison/describe.h"
+#include "toolkit/error.h"
+
+namespace zuna_toolkit {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+std::shared_ptr<zuna_midi::SongData> AddSong(zuna_midi::ShowData& show, const std::string& number) {
+  auto song = std::make_shared<zuna_midi::SongData>(number, "Song", std::uint16_t{480}, 1920U);
+  show.AddSongData(song);
+  return song;
+}
+
+zuna_midi::VoiceTrack& AddVoice(zuna_midi::SongData& song, std::uint16_t number, const std::string& name) {
+  auto voice = std::make_shared<zuna_midi::VoiceTrack>();
+  voice->track_number = number;
+  voice->name = name;
+  song.voice_data->AddTrack(voice);
+  return *voice;
+}
+
+std::vector<std::string> Compared(const Document::Model& before, const Document::Model& after) {
+  const Document a(before, {1, 2}, "a");
+  const Document b(after, {2, 0}, "b");
+  return zuna_test::Collected([&](const auto& sink) { Compare(a, b, sink); });
+}
+
+TEST(CompareShows, NamesSongsAndTheirFields) {
+  zuna_midi::ShowData a;
+  zuna_midi::ShowData b;
+  a.show_name = "Old";
+  b.show_name = "New";
+  AddSong(a, "2");
+  AddSong(a, "3");
+  AddSong(b, "10");
+  const auto changed = AddSong(b, "3");
+  changed->song_name = "Tune";
+  changed->division = 0;
+  changed->song_length = 1;
+  EXPECT_THAT(Compared(a, b),
+              ElementsAre("show-name-changed: Old -> New", "song 2: song-dropped: 2 -> ",
+                          "song 3: song-name-changed: Song -> Tune", "song 3: division-dropped: 480 -> ",
+                          "song 3: song-length-changed: 1920 -> 1", "song 10: song-added:  -> 10"));
+  EXPECT_THAT(Compared(a, a), IsEmpty());
+}
+
+TEST(CompareShows, PairsVoicesByNameThenByNumber) {
+  zuna_midi::ShowData a;
+  zuna_midi::ShowData b;
+  const auto old_song = AddSong(a, "1");
+  const auto new_song = AddSong(b, "1");
+  for (const auto& [number, name] : {std::pair(1, "Piano"), std::pair(2, "Bass"), std::pair(3, "Horn")}) {
+    AddVoice(*old_song, static_cast<std::uint16_t>(number), name);
+  }
+  for (const auto& [number, name] : {std::pair(2, "Piano"), std::pair(3, "Tuba"), std::pair(4, "Oboe")}) {
+    AddVoice(*new_song, static_cast<std::uint16_t>(number), name);
+  }
+  EXPECT_THAT(
+      Compared(a, b),
+      ElementsAre(R"(song 1: voice-number-changed voices[0] (voice 1 "Piano"): voice 1 "Piano" -> voice 2)",
+                  R"(song 1: voice-dropped voices[0] (voice 2 "Bass"): voice 2 "Bass" -> )",
+                  R"(song 1: voice-name-changed voices[0] (voice 3 "Horn"): Horn -> Tuba)",
+                  R"(song 1: voice-added voices[0] (voice 4 "Oboe"):  -> voice 4 "Oboe")"));
+}
+
+TEST(CompareShows, NamesMessages) {
+  zuna_midi::ShowData a;
+  zuna_midi::ShowData b;
+  AddVoice(*AddSong(a, "1"), 1, "Piano").messages = {
+      {0, {0x90, 1, 1}}, {5, {0x90, 2, 2}}, {9, {0x90, 3, 3}}, {9, {0x90, 4, 4}}};
+  AddVoice(*AddSong(b, "1"), 1, "Piano").messages = {{0, {0x90, 1, 7}}, {6, {0x90, 2, 2}}, {9, {0x90, 4, 4}}};
+  EXPECT_THAT(Compared(a, b),
+              ElementsAre(R"(song 1: message-changed messages[0] at 0 (voice 1 "Piano"): 144 1 1 -> 144 1 7)",
+                          R"(song 1: message-changed messages[1] at 5 (voice 1 "Piano"): 144 2 2 -> 144 2 2)",
+                          R"(song 1: message-dropped messages[2] at 9 (voice 1 "Piano"): 144 3 3 -> )"));
+  AddVoice(*AddSong(b, "1"), 1, "Piano").messages = {
+      {0, {0x90, 1, 1}}, {5, {0x90, 2, 2}}, {9, {0x90, 4, 4}}, {9, {0x90, 3, 3}}};
+  EXPECT_THAT(Compared(a, b),
+              ElementsAre(R"(song 1: message-reordered messages[0] (voice 1 "Piano"):  -> )"));
+}
+
+TEST(CompareShows, NamesEntriesThatMoveAndLeave) {
+  zuna_midi::ShowData a;
+  zuna_midi::ShowData b;
+  AddSong(a, "1")->timeline->page_numbers = {{0, 1}, {10, 2}, {20, 3}, {30, 4}};
+  AddSong(b, "1")->timeline->page_numbers = {{0, 1}, {15, 3}, {30, 5}};
+  EXPECT_THAT(Compared(a, b),
+              ElementsAre("song 1: page-number-dropped pageNumbers[1] at 10: page 2 -> ",
+                          "song 1: page-number-changed pageNumbers[2] at 20: page 3 -> page 3",
+                          "song 1: page-number-changed pageNumbers[3] at 30: page 4 -> page 5"));
+  AddSong(b, "1")->timeline->page_numbers = {{10, 2}, {0, 1}, {20, 3}, {30, 4}};
+  EXPECT_THAT(Compared(a, b), ElementsAre("song 1: page-number-reordered pageNumbers[0]:  -> "));
+}
+
+TEST(CompareLogs, NamesEdits) {
+  CL::ChangeLog a;
+  CL::ChangeLog b;
+  a.log_label = "x";
+  b.identifier = kit::UUID::FromString("00112233-4455-6677-8899-aabbccddeeff");
+  b.log_tag_pair = {1, 2};
+  const auto old_song = std::make_shared<CL::SongLog>("1", "Name", std::uint16_t{0}, 1U);
+  const auto new_song = std::make_shared<CL::SongLog>("1", "Name", std::uint16_t{0}, 1U);
+  old_song->vamps->events = {CL::Vamp(0, 480, "a", 2), CL::Vamp(480, 960, "", 1)};
+  new_song->vamps->events = {CL::Vamp(0, 480, "b", 3), CL::Vamp(480, 970, "", 1)};
+  new_song->markers->events = {CL::Marker(5, "", "A")};
+  a.AddSongLog(old_song);
+  b.AddSongLog(new_song);
+  EXPECT_THAT(
+      Compared(a, b),
+      ElementsAre("log-label-dropped: x -> ",
+                  "identifier-changed: 00000000-0000-0000-0000-000000000000 -> "
+                  "00112233-4455-6677-8899-aabbccddeeff",
+                  "tag-pair-changed: 0, 0 -> 1, 2",
+                  R"(song 1: edit-label-changed vamps[0] at 0: Vamp(0, 480, 2) "a" -> Vamp(0, 480, 3) "b")",
+                  R"(song 1: edit-value-changed vamps[0] at 0: Vamp(0, 480, 2) "a" -> Vamp(0, 480, 3) "b")",
+                  "song 1: vamp-changed vamps[1] at 480: Vamp(480, 960, 1) -> Vamp(480, 970, 1)",
+                  "song 1: marker-added markers[0] at 5:  -> Marker(5, A)"));
+}
+
+TEST(Compare, TakesTwoShowsOrTwoLogs) {
+  EXPECT_EQ(zuna_test::MessageOf<Error>([] { Compared(CL::ChangeLog(), zuna_midi::ShowData()); }),
+            "b: is a show of version 2.0 and a is a log of version 1.2; give two shows or two logs");
+}
+
+TEST(Compare, TakesALegacyDocumentInItsCurrentForm) {
+  CL::ChangeLog log;
+  log.show_name = "Gala";
+  const Document legacy(LegacyLog{version0::ChangeLogV0(log)}, {}, "old");
+  EXPECT_THAT(Compare(legacy, Document(log, {1, 2}, "new")), IsEmpty());
+  log.show_name = "Other";
+  EXPECT_EQ(Compare(legacy, Document(log, {1, 2}, "new")).size(), 1U);
+}
+
+TEST(DifferenceGroups, CountByCode) {
+  DifferenceGroups groups;
+  Difference tempo;
+  tempo.subject = Subject::kTempo;
+  tempo.before = "first";
+  groups.Add(tempo);
+  Difference dropped = tempo;
+  dropped.action = Action::kDropped;
+  groups.Add(dropped);
+  tempo.before = "second";
+  tempo.count = 3;
+  groups.Add(tempo);
+  ASSERT_EQ(groups.groups().size(), 2U);
+  EXPECT_EQ(CodeText(groups.groups()[0].first), "tempo-changed");
+  EXPECT_EQ(groups.groups()[0].first.before, "first");
+  EXPECT_EQ(groups.groups()[0].count, 4U);
+  EXPECT_EQ(CodeText(groups.groups()[1].first), "tempo-dropped");
+  EXPECT_EQ(groups.groups()[1].count, 1U);
+}
+
+}  // namespace
+}  // namespace zuna_toolkit

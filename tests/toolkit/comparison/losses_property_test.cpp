@@ -1,0 +1,207 @@
+// For random documents: the losses that are reported are those that a comparison of its own finds between the
+// document and its way there and back, list by list.
+#include <gtest/gtest.h>
+
+#include <map>
+#include <random>
+#include <set>
+
+#include "tests/support/log_equality.h"
+#include "tests/support/random_legacy_show.h"
+#include "tests/support/random_log.h"
+#include "tests/support/random_show.h"
+#include "tests/support/show_equality.h"
+#include "tests/toolkit/comparison/describe.h"
+#include "toolkit/comparison/comparison.h"
+#include "toolkit/error.h"
+
+namespace zuna_toolkit {
+namespace {
+
+/// A song and a list of it, or a song and the name of a field.
+using ListName = std::pair<std::string, std::string>;
+
+ListName ListOf(const Difference& difference) {
+  switch (difference.subject) {
+    case Subject::kVoice:
+    case Subject::kVoiceName:
+    case Subject::kVoiceNumber:
+    case Subject::kReservedField:
+    case Subject::kMessage:
+    case Subject::kMessageChannel:
+      return {difference.song, "voices"};
+    default:
+      break;
+  }
+  if (!difference.place.list.empty()) return {difference.song, std::string(difference.place.list)};
+  std::string code = CodeText(difference);
+  return {difference.song, code.substr(0, code.rfind('-'))};
+}
+
+std::set<ListName> ListsOf(const Document& document, const Document& legacy) {
+  std::set<ListName> lists;
+  LossesOfDown(document, legacy, [&](const Difference& difference) { lists.insert(ListOf(difference)); });
+  return lists;
+}
+
+bool SameVoices(const zuna_midi::SongData& a, const zuna_midi::SongData& b) {
+  const auto same = [](const auto& x, const auto& y) { return *x.second == *y.second; };
+  const auto& before = a.voice_data->tracks();
+  const auto& after = b.voice_data->tracks();
+  return std::equal(before.begin(), before.end(), after.begin(), after.end(), same);
+}
+
+std::set<ListName> DifferingLists(const zuna_midi::ShowData& a, const zuna_midi::ShowData& b) {
+  std::set<ListName> lists;
+  if (a.show_name != b.show_name) lists.insert({"", "show-name"});
+  for (const auto& entry : a.songs()) {
+    const zuna_midi::SongData& before = *entry.second;
+    const zuna_midi::SongData& after = *b.songs().at(entry.first);
+    const auto add = [&](bool same, const char* list) {
+      if (!same) lists.insert({entry.first, list});
+    };
+    add(SameVoices(before, after), "voices");
+    add(before.timeline->tempos == after.timeline->tempos, "tempos");
+    add(before.timeline->bars_beats == after.timeline->bars_beats, "barsBeats");
+    add(before.timeline->keys == after.timeline->keys, "keys");
+    add(before.timeline->page_numbers == after.timeline->page_numbers, "pageNumbers");
+    add(before.timeline->meters == after.timeline->meters, "meters");
+  }
+  return lists;
+}
+
+/// A random show that format 0.0 can hold, with a few oddities where `wild`.
+zuna_midi::ShowData ConvertibleShow(std::mt19937& random, bool wild) {
+  zuna_test::ShowOptions options;
+  options.wild = wild;
+  zuna_midi::ShowData show = zuna_test::RandomShow(random, options);
+  for (const auto& [number, song] : show.songs()) {
+    auto voice = std::make_shared<zuna_midi::VoiceTrack>();
+    voice->track_number = 1;
+    voice->name = random() % 2 == 0 ? "Drums" : "Piano";
+    voice->messages = {{0, {0x91, 1, 1}}};
+    song->voice_data->AddTrack(voice);
+    if (random() % 4 == 0) song->timeline->meters.resize(1);
+  }
+  return show;
+}
+
+TEST(ShowLossesProperty, AreThoseOfTheWayThereAndBack) {
+  std::mt19937 random(1);
+  std::size_t lossless = 0;
+  std::size_t converted = 0;
+  for (int round = 0; round < 600; ++round) {
+    zuna_midi::ShowData show = ConvertibleShow(random, round % 3 == 0);
+    if (round % 5 == 1) show = version0::ShowData(zuna_test::RandomLegacyShow(random)).get_version_1_0();
+    const Document document(show, {1, 2}, "show");
+    try {
+      const Document legacy = Down(document);
+      const std::set<ListName> lists = ListsOf(document, legacy);
+      const zuna_midi::ShowData back = legacy.As<LegacyShow>()->show.get_version_1_0();
+      EXPECT_EQ(lists, DifferingLists(show, back)) << round;
+      EXPECT_EQ(lists.empty(), zuna_test::FirstDifference(show, back).empty()) << round;
+      ++converted;
+      if (lists.empty()) ++lossless;
+    } catch (const Error&) {
+      EXPECT_EQ(round % 3, 0) << round;  // Only wild shows are refused.
+    }
+  }
+  EXPECT_GT(converted, 400U);
+  EXPECT_GT(lossless, 50U);
+  EXPECT_LT(lossless, converted - 50);
+}
+
+template <typename Event>
+bool SameEdits(const std::shared_ptr<CL::EventList<Event>>& a,
+               const std::shared_ptr<CL::EventList<Event>>& b) {
+  const auto text = [](const CL::EventList<Event>& list) {
+    std::ostringstream os;
+    for (const Event& event : list.events) event.WriteBinary(os, {1, 1});
+    return os.str();
+  };
+  return text(*a) == text(*b);
+}
+
+std::set<ListName> DifferingLists(const CL::ChangeLog& a, const CL::ChangeLog& b) {
+  std::set<ListName> lists;
+  for (const auto& entry : a.song_logs()) {
+    const CL::SongLog& before = *entry.second;
+    const CL::SongLog& after = *b.song_logs().at(entry.first);
+    const auto add = [&](bool same, const char* list) {
+      if (!same) lists.insert({entry.first, list});
+    };
+    add(before.division == after.division, "division");
+    add(before.attacca == after.attacca, "attacca");
+    add(SameEdits(before.vamps, after.vamps), "vamps");
+    add(SameEdits(before.repeats, after.repeats), "repeats");
+    add(SameEdits(before.cuts, after.cuts), "cuts");
+    add(SameEdits(before.transposes, after.transposes), "transposes");
+    add(SameEdits(before.tempo_scales, after.tempo_scales), "tempoScales");
+    add(SameEdits(before.clicks, after.clicks), "clicks");
+    add(SameEdits(before.fermatas, after.fermatas), "fermatas");
+    add(SameEdits(before.markers, after.markers), "markers");
+    add(SameEdits(before.caesuras, after.caesuras), "caesuras");
+  }
+  return lists;
+}
+
+/// Leaves few things in the log that format 0.0 does not hold.
+void Tame(CL::ChangeLog& log, std::mt19937& random) {
+  const auto tame_list = [&](auto& list) {
+    for (auto& event : list.events) {
+      if (random() % 8 != 0) event.label.clear();
+      if (random() % 8 != 0) event.SetIntValue(static_cast<std::int8_t>(event.IntValue()));
+    }
+  };
+  for (const auto& [number, song] : log.song_logs()) {
+    if (random() % 4 != 0) song->division = 0;
+    if (random() % 4 != 0) song->attacca = 0;
+    if (random() % 4 != 0) song->fermatas->events.clear();
+    tame_list(*song->vamps);
+    tame_list(*song->repeats);
+    tame_list(*song->cuts);
+    tame_list(*song->transposes);
+    tame_list(*song->clicks);
+    for (auto& event : song->tempo_scales->events) event.label.clear();
+    for (auto& event : song->markers->events) event.label.clear();
+    for (auto& event : song->caesuras->events) {
+      event.label.clear();
+      if (random() % 8 != 0) event.second_word = 0;
+    }
+  }
+}
+
+TEST(LogLossesProperty, AreThoseOfTheWayThereAndBack) {
+  std::mt19937 random(2);
+  std::size_t lossless = 0;
+  for (int round = 0; round < 600; ++round) {
+    zuna_test::LogOptions options;
+    options.max_songs = 2;
+    options.max_events = 3;
+    CL::ChangeLog log = zuna_test::RandomLog(random, options);
+    if (round % 4 != 0) Tame(log, random);
+    const Document document(log, {1, 2}, "log");
+    const Document legacy = Down(document);
+    const CL::ChangeLog back = legacy.As<LegacyLog>()->log.get_version_1_0();
+    const std::set<ListName> lists = ListsOf(document, legacy);
+    EXPECT_EQ(lists, DifferingLists(log, back)) << round;
+    EXPECT_EQ(lists.empty(), zuna_test::FirstDifference(log, back).empty()) << round;
+    if (lists.empty()) ++lossless;
+  }
+  EXPECT_GT(lossless, 50U);
+  EXPECT_LT(lossless, 550U);
+}
+
+TEST(UpLossesProperty, AreNoneForShowsThatComeBackByteForByte) {
+  std::mt19937 random(3);
+  for (int round = 0; round < 100; ++round) {
+    const Document legacy(LegacyShow{zuna_test::RandomLegacyShow(random)}, {}, "show");
+    const Document current = Up(legacy, {}, {1, 2}).document;
+    LossesOfUp(legacy, current, [&](const Difference& difference) {
+      ADD_FAILURE() << round << ": " << zuna_test::Describe(difference);
+    });
+  }
+}
+
+}  // namespace
+}  // namespace zuna_toolkit

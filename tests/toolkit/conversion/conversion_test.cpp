@@ -1,0 +1,238 @@
+#include "toolkit/conversion/conversion.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <random>
+
+#include "tests/support/bytes.h"
+#include "tests/support/encrypted.h"
+#include "tests/support/log_equality.h"
+#include "tests/support/random_legacy_log.h"
+#include "tests/support/random_legacy_show.h"
+#include "tests/support/random_log.h"
+#include "tests/support/random_show.h"
+#include "tests/support/show_equality.h"
+#include "toolkit/error.h"
+
+namespace zuna_toolkit {
+namespace {
+
+using testing::ElementsAre;
+using zuna_test::MessageOf;
+using zuna_test::Written;
+
+TEST(Conversion, BringsAShowUpAndDownToTheSameBytes) {
+  std::mt19937 random(1);
+  for (int round = 0; round < 20; ++round) {
+    const version0::ShowData show = zuna_test::RandomLegacyShow(random);
+    Companion companion;
+    companion.show_name = "Gala";
+    const Document up = Up({LegacyShow{show}, {}, "show"}, companion, {1, 1}).document;
+    EXPECT_EQ(up.type(), (FileType{cmn::FileKind::kShow, {1, 1}}));
+    EXPECT_EQ(up.name(), "show");
+    EXPECT_EQ(up.As<zuna_midi::ShowData>()->show_name, "Gala");
+    EXPECT_EQ(Written(Down(up).As<LegacyShow>()->show), Written(show));
+  }
+}
+
+TEST(Conversion, BringsALogUpAndDownToTheSameBytes) {
+  std::mt19937 random(2);
+  for (int round = 0; round < 20; ++round) {
+    const version0::ChangeLogV0 log = zuna_test::RandomLegacyLog(random);
+    Companion companion;
+    for (const auto& [number, song] : log.songs) companion.songs[number] = {song.songName_, 96};
+    const UpResult up = Up({LegacyLog{log}, {}, "log"}, companion, {2, 0});
+    EXPECT_EQ(up.document.type(), (FileType{cmn::FileKind::kLog, {2, 0}}));
+    EXPECT_TRUE(up.unknown_songs.empty());
+    EXPECT_TRUE(up.renamed_songs.empty());
+    for (const auto& [number, song] : up.document.As<CL::ChangeLog>()->song_logs()) {
+      EXPECT_EQ(song->division, 96);
+    }
+    EXPECT_EQ(Written(Down(up.document).As<LegacyLog>()->log), Written(log));
+  }
+}
+
+TEST(Conversion, ChangesNothingBetweenCurrentVersions) {
+  std::mt19937 random(3);
+  const zuna_midi::ShowData show = zuna_test::RandomShow(random);
+  const Document converted = Convert({show, {1, 0}, "show"}, {2, 0});
+  EXPECT_EQ(converted.type().version, (cmn::FileVersion{2, 0}));
+  EXPECT_EQ(zuna_test::FirstDifference(*converted.As<zuna_midi::ShowData>(), show), "");
+  EXPECT_EQ(MessageOf<Error>([] {
+              Convert({CL::ChangeLog(), {1, 1}, "log"}, {1, 0});
+            }),
+            "log: logs have no version 1.0; use one of 1.1, 1.2, 2.0");
+}
+
+TEST(Conversion, RefusesTheWrongDirection) {
+  EXPECT_EQ(MessageOf<Error>([] {
+              Up({CL::ChangeLog(), {1, 2}, "x"}, {}, {1, 2});
+            }),
+            "x: is a log of version 1.2, not 0.0; use convert or down");
+  EXPECT_EQ(MessageOf<Error>([] {
+              Down({LegacyShow(), {}, "x"});
+            }),
+            "x: is a show of version 0.0, not a current one; use up first");
+  EXPECT_EQ(MessageOf<Error>([] {
+              Convert({LegacyLog(), {}, "x"}, {1, 2});
+            }),
+            "x: is a log of version 0.0, not a current one; use up first");
+}
+
+/// The message that bringing a changed show of one song down gives.
+std::string DownError(const std::function<void(zuna_midi::SongData&)>& change) {
+  auto song = std::make_shared<zuna_midi::SongData>("7", "Song", std::uint16_t{480}, 1920U);
+  song->timeline->tempos = {{0, 500000}};
+  song->timeline->meters = {{0, 4, 4, 24, 8}};
+  auto voice = std::make_shared<zuna_midi::VoiceTrack>();
+  voice->messages = {{0, {0x90, 1, 1}}};
+  song->voice_data->AddTrack(voice);
+  change(*song);
+  zuna_midi::ShowData show;
+  show.AddSongData(song);
+  try {
+    Down({show, {1, 2}, "x"});
+  } catch (const Error& error) {
+    EXPECT_EQ(error.kind(), ErrorKind::kBadInput);
+    EXPECT_EQ(error.parts().song, song->song_number);
+    EXPECT_FALSE(error.parts().remedy.empty());
+    return error.what();
+  }
+  return "(nothing was thrown)";
+}
+
+TEST(Conversion, SaysWhatFormat0CannotHold) {
+  const std::string correct = "; correct the song (edit its text form)";
+  EXPECT_EQ(DownError([](auto&) {}), "(nothing was thrown)");
+  EXPECT_EQ(DownError([](auto& song) { song.timeline->meters.clear(); }),
+            "x: song 7: the timeline has no meter" + correct);
+  EXPECT_EQ(DownError([](auto& song) { song.timeline->tempos.clear(); }),
+            "x: song 7: the first meter has no tempo" + correct);
+  EXPECT_EQ(DownError([](auto& song) {
+              song.timeline->meters = {{0, 4, 4, 24, 8}, {5, 3, 4, 24, 8}};
+              song.timeline->tempos[0].time = 5;
+            }),
+            "x: song 7: the first meter has no tempo" + correct);
+  EXPECT_EQ(DownError([](auto& song) { song.voice_data->GetTrack(0)->messages.clear(); }),
+            "x: song 7 has no messages, and format 0.0 cannot hold such a song; remove it");
+  EXPECT_EQ(DownError([](auto& song) { song.song_name = std::string(256, 'x'); }),
+            "x: the name of song 7 has 256 bytes, and format 0.0 holds 255; shorten it");
+  EXPECT_EQ(DownError([](auto& song) { song.voice_data->GetTrack(0)->name = std::string(300, 'x'); }),
+            "x: the name of voice 0 of song 7 has 300 bytes, and format 0.0 holds 255; shorten it");
+  const auto voices = [](zuna_midi::SongData& song, int count, const char* name) {
+    for (int i = 1; i <= count; ++i) {
+      auto voice = std::make_shared<zuna_midi::VoiceTrack>();
+      voice->track_number = static_cast<std::uint16_t>(i);
+      voice->name = name;
+      song.voice_data->AddTrack(voice);
+    }
+  };
+  EXPECT_EQ(DownError([&](auto& song) { voices(song, 238, ""); }), "(nothing was thrown)");
+  EXPECT_EQ(DownError([&](auto& song) { voices(song, 239, ""); }),
+            "x: song 7: has 240 voices besides drums, and format 0.0 holds 239; remove some of them");
+  EXPECT_EQ(DownError([&](auto& song) { voices(song, 241, "Drums"); }),
+            "x: song 7: has 242 voices, and format 0.0 holds 241; remove some of them");
+}
+
+TEST(Conversion, CountsTheSongsOfAShow) {
+  zuna_midi::ShowData show;
+  for (int i = 0; i < 256; ++i) {
+    show.AddSongData(std::make_shared<zuna_midi::SongData>(std::to_string(i), "", std::uint16_t{1}, 1U));
+  }
+  EXPECT_EQ(MessageOf<Error>([&] {
+              Down({show, {1, 2}, "x"});
+            }),
+            "x: has 256 songs, and format 0.0 holds 255; split the show");
+}
+
+TEST(Conversion, SaysWhichTextsOfALogAreTooLong) {
+  const std::string text(256, 'x');
+  const auto message = [&](const std::function<void(CL::ChangeLog&, CL::SongLog&)>& change) {
+    CL::ChangeLog log;
+    auto song = std::make_shared<CL::SongLog>("7", "Song", std::uint16_t{480}, 1920U);
+    change(log, *song);
+    log.AddSongLog(song);
+    return MessageOf<Error>([&] { Down({log, {1, 2}, "x"}); });
+  };
+  const std::string rest = " has 256 bytes, and format 0.0 holds 255; shorten it";
+  EXPECT_EQ(message([&](auto& log, auto&) { log.show_name = text; }), "x: the name of the show" + rest);
+  EXPECT_EQ(message([&](auto& log, auto&) { log.log_label = text; }), "x: the label of the log" + rest);
+  EXPECT_EQ(message([&](auto&, auto& song) { song.song_number = text; }), "x: the number of a song" + rest);
+  EXPECT_EQ(message([&](auto&, auto& song) { song.song_name = text; }), "x: the name of song 7" + rest);
+  EXPECT_EQ(message([&](auto&, auto& song) { song.markers->events.emplace_back(5U, "", text); }),
+            "x: a marker at 5 of song 7" + rest);
+}
+
+TEST(Conversion, NamesTheLegacySongThatCannotBeConverted) {
+  version0::ShowData show;
+  show.songs["7"].song_number = "7";
+  const auto message = [&] { return MessageOf<Error>([&] { Up({LegacyShow{show}, {}, "x"}, {}, {1, 2}); }); };
+  EXPECT_EQ(message(), "x: song 7: the timeline has no meter; get an undamaged copy of the file");
+  show.songs["7"].timeline.meters.emplace_back(0U, std::uint8_t{4}, std::uint8_t{4});
+  EXPECT_EQ(message(), "x: song 7: the first meter has no tempo; get an undamaged copy of the file");
+  show.songs["7"].timeline.tempos.emplace_back(0U, 0.001F, std::uint8_t{8}, std::uint8_t{8},
+                                               std::uint16_t{120});
+  show.songs["7"].events[5].emplace_back();
+  EXPECT_EQ(message(),
+            "x: song 7: a message belongs to track 5, which the song does not have; get an "
+            "undamaged copy of the file");
+}
+
+TEST(Companions, TellNamesAndDivisions) {
+  auto song = std::make_shared<zuna_midi::SongData>("1", "Song", std::uint16_t{480}, 1920U);
+  zuna_midi::ShowData show;
+  show.AddSongData(song);
+  const Companion from_show = CompanionFrom({show, {1, 2}, "name"});
+  EXPECT_EQ(from_show.name, "name");
+  EXPECT_EQ(from_show.songs.at("1").name, "Song");
+  EXPECT_EQ(from_show.songs.at("1").division, 480);
+  CL::ChangeLog log;
+  log.show_name = "Gala";
+  EXPECT_EQ(CompanionFrom({log, {1, 2}, "name"}).show_name, "Gala");
+  EXPECT_EQ(CompanionFrom({LegacyLog{version0::ChangeLogV0(log)}, {}, "name"}).show_name, "Gala");
+}
+
+TEST(Companions, AreReadFromTheOtherKindOfLegacyFile) {
+  std::mt19937 random(4);
+  const auto read = [](const std::string& plaintext, cmn::FileKind kind) {
+    OpenedFile file = OpenedFile::FromBytes(zuna_test::FromText(plaintext), "file", zuna_test::kKey,
+                                            Accept::kEncryptedOrPlain);
+    return ReadCompanion(file, kind);
+  };
+  const version0::ShowData show = zuna_test::RandomLegacyShow(random);
+  EXPECT_EQ(read(Written(show), cmn::FileKind::kLog).songs.size(), show.songs.size());
+  const version0::ChangeLogV0 log = zuna_test::RandomLegacyLog(random);
+  EXPECT_EQ(read(Written(log), cmn::FileKind::kShow).show_name, log.show_name);
+  EXPECT_EQ(MessageOf<Error>([&] { read(Written(log), cmn::FileKind::kLog); }),
+            "file: is a log of version 0.0, no show of version 0.0; give the show of the log");
+}
+
+TEST(Companions, NameTheSongsThatTheyLackOrCallOtherwise) {
+  CL::ChangeLog log;
+  for (const char* number : {"1", "2", "3"}) {
+    log.AddSongLog(std::make_shared<CL::SongLog>(number, "Name", std::uint16_t{0}, 1U));
+  }
+  const Document legacy(LegacyLog{version0::ChangeLogV0(log)}, {}, "log");
+  Companion companion;
+  companion.name = "show";
+  companion.songs["2"] = {"Other", 480};
+  companion.songs["9"] = {"Name", 480};
+  const UpResult result = Up(legacy, companion, {1, 2});
+  EXPECT_THAT(result.unknown_songs, ElementsAre("1", "3"));
+  ASSERT_EQ(result.renamed_songs.size(), 1U);
+  EXPECT_EQ(result.renamed_songs[0].number, "2");
+  EXPECT_EQ(result.renamed_songs[0].name, "Name");
+  EXPECT_EQ(result.renamed_songs[0].companion_name, "Other");
+  EXPECT_EQ(result.document.As<CL::ChangeLog>()->GetSongLog("2")->division, 480);
+  EXPECT_EQ(result.document.As<CL::ChangeLog>()->GetSongLog("1")->division, 0);
+  companion.songs.erase("2");
+  EXPECT_EQ(MessageOf<Error>([&] {
+              Up(legacy, companion, {1, 2});
+            }),
+            "show: has none of the log's songs; give the show of the log");
+}
+
+}  // namespace
+}  // namespace zuna_toolkit

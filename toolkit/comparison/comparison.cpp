@@ -1,0 +1,116 @@
+// Compares documents of every kind and version.
+#include "toolkit/comparison/comparison.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "toolkit/comparison/internal/compare_models.h"
+#include "toolkit/conversion/conversion.h"
+#include "toolkit/error.h"
+#include "toolkit/internal/translate.h"
+
+namespace zuna_toolkit {
+
+namespace {
+
+/// The document in its current form.
+Document Current(const Document& document) {
+  if (!document.type().is_legacy()) return document;
+  if (document.type().is_log()) {
+    return {document.As<LegacyLog>()->log.get_version_1_0(), cmn::kDefaultVersion, document.name()};
+  }
+  return Up(document, Companion{}, cmn::kDefaultVersion).document;
+}
+
+}  // namespace
+
+std::string CodeText(const Difference& difference) {
+  static constexpr std::string_view kSubjects[] = {"show-name",     "log-label",       "identifier",
+                                                   "tag-pair",      "trailing-bytes",  "song",
+                                                   "song-name",     "division",        "song-length",
+                                                   "timeline-name", "timeline-length", "voice",
+                                                   "voice-number",  "voice-name",      "reserved-field",
+                                                   "message",       "message-channel", "delta-time",
+                                                   "tempo",         "bar-label",       "key",
+                                                   "page-number",   "meter",           "attacca",
+                                                   "vamp",          "repeat",          "cut",
+                                                   "transpose",     "tempo-scale",     "click",
+                                                   "fermata",       "marker",          "caesura",
+                                                   "edit-label",    "edit-value",      "second-word"};
+  static constexpr std::string_view kActions[] = {"added",  "dropped",  "changed",
+                                                  "merged", "replaced", "reordered"};
+  static_assert(std::size(kSubjects) == static_cast<std::size_t>(Subject::kSecondWord) + 1);
+  static_assert(std::size(kActions) == static_cast<std::size_t>(Action::kReordered) + 1);
+  return std::string(kSubjects[static_cast<std::size_t>(difference.subject)]) + '-' +
+         std::string(kActions[static_cast<std::size_t>(difference.action)]);
+}
+
+void Compare(const Document& before, const Document& after, const DifferenceSink& sink) {
+  if (before.type().kind != after.type().kind) {
+    throw Error(ErrorKind::kBadInput, after.name(),
+                "is " + TypeText(after.type()) + " and " + before.name() + " is " + TypeText(before.type()),
+                "give two shows or two logs");
+  }
+  const Document a = Current(before);
+  const Document b = Current(after);
+  if (a.type().is_log()) {
+    CompareLogs(*a.As<CL::ChangeLog>(), *b.As<CL::ChangeLog>(), sink);
+  } else {
+    CompareShows(*a.As<zuna_midi::ShowData>(), *b.As<zuna_midi::ShowData>(), sink);
+  }
+}
+
+std::vector<Difference> Compare(const Document& before, const Document& after) {
+  std::vector<Difference> differences;
+  Compare(before, after, [&](const Difference& difference) { differences.push_back(difference); });
+  return differences;
+}
+
+void LossesOfDown(const Document& current, const Document& legacy, const DifferenceSink& sink) {
+  OnFile(current.name(), [&] {
+    if (const auto* log = current.As<CL::ChangeLog>()) {
+      CompareLogs(*log, legacy.As<LegacyLog>()->log.get_version_1_0(), sink);
+    } else {
+      CompareWithWayBack(*current.As<zuna_midi::ShowData>(), legacy.As<LegacyShow>()->show, sink);
+    }
+  });
+}
+
+void LossesOfUp(const Document& legacy, const Document& current, const DifferenceSink& sink) {
+  std::size_t replaced_songs = 0;
+  std::size_t trailing_bytes = 0;
+  if (const auto* show = legacy.As<LegacyShow>()) {
+    CompareWithWayBack(show->show, *current.As<zuna_midi::ShowData>(), sink);
+    replaced_songs = show->replaced_songs;
+    trailing_bytes = show->trailing_bytes;
+  } else {
+    // The current model has a place for every field of a legacy log.
+    replaced_songs = legacy.As<LegacyLog>()->replaced_songs;
+  }
+  Difference difference;
+  if (replaced_songs > 0) {
+    difference.action = Action::kReplaced;
+    difference.count = replaced_songs;
+    sink(difference);
+  }
+  if (trailing_bytes > 0) {
+    difference.subject = Subject::kTrailingBytes;
+    difference.action = Action::kDropped;
+    difference.count = trailing_bytes;
+    sink(difference);
+  }
+}
+
+void DifferenceGroups::Add(const Difference& difference) {
+  const auto same_code = [&](const Group& group) {
+    return group.first.subject == difference.subject && group.first.action == difference.action;
+  };
+  const auto found = std::find_if(groups_.begin(), groups_.end(), same_code);
+  if (found == groups_.end()) {
+    groups_.push_back({difference, difference.count});
+  } else {
+    found->count += difference.count;
+  }
+}
+
+}  // namespace zuna_toolkit

@@ -1,0 +1,55 @@
+// The differences between two documents, and what a conversion loses: the differences between a document and
+// what comes back of it.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <vector>
+
+#include "kit/api.h"
+#include "toolkit/comparison/difference.h"
+#include "toolkit/document/document.h"
+
+namespace zuna_toolkit {
+
+/// Takes differences one by one, so that they need not all be held in memory.
+using DifferenceSink = std::function<void(const Difference&)>;
+
+/// The differences between two shows or two logs of any versions, song by song; a legacy document is compared
+/// in its current form, where a show has no name and a log no divisions. Voices of one name are compared with
+/// each other. Memory is linear in the documents, time is O(n log n). Throws Error (kBadInput) for a show and
+/// a log, and for a legacy document that cannot be converted.
+///@{
+ZUNA_API void Compare(const Document& before, const Document& after, const DifferenceSink& sink);
+ZUNA_API std::vector<Difference> Compare(const Document& before, const Document& after);
+///@}
+
+/// What `current` loses in `legacy`, which Down() made of it: the differences between it and what comes back
+/// up. Throws Error (kBadInput) where that conversion fails.
+ZUNA_API void LossesOfDown(const Document& current, const Document& legacy, const DifferenceSink& sink);
+
+/// What `legacy` loses in `current`, which Up() made of it: the differences between its songs and what comes
+/// back down, as far as the way up makes them, and what its file has besides. The numbers of voices are kept
+/// on the way up.
+ZUNA_API void LossesOfUp(const Document& legacy, const Document& current, const DifferenceSink& sink);
+
+/// Differences grouped by code.
+class ZUNA_API DifferenceGroups {
+ public:
+  /// All differences of one code.
+  struct Group {
+    Difference first;
+    std::size_t count = 0;  ///< of all of them
+  };
+
+  /// Adds a difference to the group of its code.
+  void Add(const Difference& difference);
+
+  /// In the order of their first differences.
+  const std::vector<Group>& groups() const { return groups_; }
+
+ private:
+  std::vector<Group> groups_;
+};
+
+}  // namespace zuna_toolkit

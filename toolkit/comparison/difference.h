@@ -1,0 +1,88 @@
+// One difference between two documents, as data.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "kit/api.h"
+
+namespace zuna_toolkit {
+
+/// What differs.
+enum class Subject : std::uint8_t {
+  kShowName,
+  kLogLabel,
+  kIdentifier,
+  kTagPair,
+  kTrailingBytes,  ///< bytes after the last song of a legacy show's file
+  kSong,
+  kSongName,
+  kDivision,
+  kSongLength,
+  kTimelineName,    ///< of a legacy timeline
+  kTimelineLength,  ///< of a legacy timeline
+  kVoice,
+  kVoiceNumber,
+  kVoiceName,
+  kReservedField,  ///< of a voice
+  kMessage,
+  kMessageChannel,
+  kDeltaTime,  ///< of legacy events
+  kTempo,
+  kBarLabel,
+  kKey,
+  kPageNumber,
+  kMeter,
+  kAttacca,
+  kVamp,
+  kRepeat,
+  kCut,
+  kTranspose,
+  kTempoScale,
+  kClick,
+  kFermata,
+  kMarker,
+  kCaesura,
+  kEditLabel,
+  kEditValue,
+  kSecondWord,  ///< of a caesura
+};
+
+/// How it differs.
+enum class Action : std::uint8_t {
+  kAdded,      ///< only the second document has it
+  kDropped,    ///< only the first document has it
+  kChanged,    ///< both have it, with other values
+  kMerged,     ///< it is a part of something else in the second document
+  kReplaced,   ///< a later one of the same number took its place
+  kReordered,  ///< the second document has the same entries in another order
+};
+
+/// Where something is in a song.
+struct Place {
+  std::string_view list;  ///< as the text form calls it, such as "tempos"; empty for a single field
+  std::size_t index = 0;  ///< in the list: of the first document, of the second one if it was added
+  std::optional<std::uint32_t> tick;        ///< when in the first document; in the second one if it was added
+  std::optional<std::uint32_t> after_tick;  ///< when in the second document, of what both have
+  std::optional<std::uint16_t> voice;  ///< the number of the voice, in the first document unless it was added
+};
+
+/// One difference. Texts are for people and hold names as they stand in the document, in any bytes.
+struct Difference {
+  Subject subject = Subject::kSong;
+  Action action = Action::kChanged;
+  std::string song;  ///< the song number; empty where the difference is about the whole document
+  Place place;
+  std::string where;      ///< the voice, as in: voice 3 "Piano"; empty where there is none
+  std::string before;     ///< in the first document; empty for what was added
+  std::string after;      ///< in the second document; empty for what was dropped
+  std::size_t count = 1;  ///< how many consecutive entries of the list, from the index on, differ in this way
+};
+
+/// A stable name of the kind of a difference, such as "fermata-dropped" or "tempo-changed".
+ZUNA_API std::string CodeText(const Difference& difference);
+
+}  // namespace zuna_toolkit

@@ -1,0 +1,27 @@
+// The comparisons of the models, each with everything that its documents hold.
+#pragma once
+
+#include "CL/change_log.h"
+#include "format_converter/version0/containers/show_data.h"
+#include "toolkit/comparison/comparison.h"
+#include "zuna_midi/show_data.h"
+
+namespace zuna_toolkit {
+
+/// Two current shows. Voices are paired by name, the others by number.
+void CompareShows(const zuna_midi::ShowData& before, const zuna_midi::ShowData& after,
+                  const DifferenceSink& sink);
+
+/// A current show and what comes back up of `legacy`, its legacy form. Each voice is paired with the one that
+/// it became.
+void CompareWithWayBack(const zuna_midi::ShowData& show, const version0::ShowData& legacy,
+                        const DifferenceSink& sink);
+
+/// A legacy show and what comes back down of `current`, its current form, but for the numbers of tracks.
+void CompareWithWayBack(const version0::ShowData& legacy, const zuna_midi::ShowData& current,
+                        const DifferenceSink& sink);
+
+/// Two current logs.
+void CompareLogs(const CL::ChangeLog& before, const CL::ChangeLog& after, const DifferenceSink& sink);
+
+}  // namespace zuna_toolkit

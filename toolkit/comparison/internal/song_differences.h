@@ -1,0 +1,73 @@
+// Hands out the differences of one song.
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "toolkit/comparison/comparison.h"
+
+namespace zuna_toolkit {
+
+/// Hands the differences of one song, or of the whole document where the number is empty, to a sink.
+class SongDifferences {
+ public:
+  SongDifferences(std::string song, const DifferenceSink& sink) : song_(std::move(song)), sink_(sink) {}
+
+  const std::string& song() const { return song_; }
+
+  /// Fills in the song.
+  void Add(Difference difference) const {
+    difference.song = song_;
+    sink_(difference);
+  }
+
+  /// A field of the song as text: nothing where both are equal. A field whose empty value is `none` was added
+  /// or dropped where it is that on one side.
+  void AddField(Subject subject, const std::string& before, const std::string& after,
+                const std::string& none = "") const {
+    if (before == after) return;
+    Difference difference;
+    difference.subject = subject;
+    difference.action = after == none ? Action::kDropped : Action::kChanged;
+    if (before == none) difference.action = Action::kAdded;
+    if (difference.action != Action::kAdded) difference.before = before;
+    if (difference.action != Action::kDropped) difference.after = after;
+    Add(std::move(difference));
+  }
+
+  /// The same for a number, which is none where it is 0.
+  void AddNumber(Subject subject, unsigned before, unsigned after) const {
+    AddField(subject, std::to_string(before), std::to_string(after), "0");
+  }
+
+ private:
+  std::string song_;
+  const DifferenceSink& sink_;
+};
+
+/// Calls `both(number, a, b)` for the songs of one number, and adds those that only one side has. The maps
+/// have the same order.
+template <typename Songs, typename Both>
+void CompareSongs(const Songs& before, const Songs& after, const DifferenceSink& sink, Both both) {
+  const auto less = before.key_comp();
+  auto a = before.begin();
+  auto b = after.begin();
+  while (a != before.end() || b != after.end()) {
+    Difference difference;
+    if (b == after.end() || (a != before.end() && less(a->first, b->first))) {
+      difference.action = Action::kDropped;
+      difference.before = a->first;
+      SongDifferences((a++)->first, sink).Add(std::move(difference));
+    } else if (a == before.end() || less(b->first, a->first)) {
+      difference.action = Action::kAdded;
+      difference.after = b->first;
+      SongDifferences((b++)->first, sink).Add(std::move(difference));
+    } else {
+      both(SongDifferences(a->first, sink), *a->second, *b->second);
+      ++a;
+      ++b;
+    }
+  }
+}
+
+}  // namespace zuna_toolkit

@@ -1,0 +1,184 @@
+// Compares current logs song by song.
+#include <algorithm>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include "toolkit/comparison/internal/compare_models.h"
+#include "toolkit/comparison/internal/list_comparison.h"
+#include "toolkit/comparison/internal/song_differences.h"
+
+namespace zuna_toolkit {
+
+namespace {
+
+/// Edits that reach from one position to another and have a value.
+struct PairedTraits {
+  static std::uint32_t Tick(const CL::PairedEvent& event) { return event.start; }
+  static auto Values(const CL::PairedEvent& event) {
+    return std::tuple(event.end, event.value_bits, std::string_view(event.label));
+  }
+};
+
+}  // namespace
+
+template <>
+struct EntryTraits<CL::Vamp> : PairedTraits {};
+template <>
+struct EntryTraits<CL::Repeat> : PairedTraits {};
+template <>
+struct EntryTraits<CL::Cut> : PairedTraits {};
+template <>
+struct EntryTraits<CL::Transpose> : PairedTraits {};
+template <>
+struct EntryTraits<CL::TempoScale> : PairedTraits {};
+template <>
+struct EntryTraits<CL::Click> : PairedTraits {};
+template <>
+struct EntryTraits<CL::Fermata> : PairedTraits {};
+
+template <>
+struct EntryTraits<CL::Marker> {
+  static std::uint32_t Tick(const CL::Marker& marker) { return marker.position; }
+  static auto Values(const CL::Marker& marker) {
+    return std::tuple(std::string_view(marker.text), std::string_view(marker.label));
+  }
+};
+
+template <>
+struct EntryTraits<CL::Caesura> {
+  static std::uint32_t Tick(const CL::Caesura& caesura) { return caesura.position; }
+  static auto Values(const CL::Caesura& caesura) {
+    return std::tuple(caesura.second_word, std::string_view(caesura.label));
+  }
+};
+
+namespace {
+
+std::string TextOf(const cmn::ZunaEvent& event) {
+  std::ostringstream text;
+  event.WriteString(text);
+  return text.str();
+}
+
+/// Whether two edits stand at the same place; their labels and values may differ.
+bool SamePlace(const CL::PairedEvent& a, const CL::PairedEvent& b) {
+  return a.start == b.start && a.end == b.end;
+}
+bool SamePlace(const CL::Marker& a, const CL::Marker& b) {
+  return a.position == b.position && a.text == b.text;
+}
+bool SamePlace(const CL::Caesura& a, const CL::Caesura& b) { return a.position == b.position; }
+
+/// The field of an edit besides its place and its label.
+Subject ValueSubject(const CL::PairedEvent&) { return Subject::kEditValue; }
+Subject ValueSubject(const CL::Caesura&) { return Subject::kSecondWord; }
+
+bool SameValue(const CL::PairedEvent& a, const CL::PairedEvent& b) { return a.value_bits == b.value_bits; }
+bool SameValue(const CL::Caesura& a, const CL::Caesura& b) { return a.second_word == b.second_word; }
+
+/// Compares one list of edits of two songs.
+template <typename Event>
+class EditComparison {
+ public:
+  EditComparison(Subject subject, std::string_view list, const SongDifferences& differences)
+      : subject_(subject), list_(list), differences_(differences) {}
+
+  void Compare(const CL::EventList<Event>& before, const CL::EventList<Event>& after) const {
+    using Traits = EntryTraits<Event>;
+    const auto equal = [](const Event& a, const Event& b) {
+      return Traits::Tick(a) == Traits::Tick(b) && Traits::Values(a) == Traits::Values(b);
+    };
+    const std::vector<Event>& a = before.events;
+    const std::vector<Event>& b = after.events;
+    if (std::equal(a.begin(), a.end(), b.begin(), b.end(), equal)) return;
+    const ListComparison<Event> comparison(a, b);
+    for (const EntryPair<Event>& pair : comparison.pairs()) AddPair(pair);
+    if (!comparison.pairs().empty()) return;
+    Difference difference;
+    difference.subject = subject_;
+    difference.action = Action::kReordered;
+    difference.place.list = list_;
+    differences_.Add(std::move(difference));
+  }
+
+ private:
+  void AddPair(const EntryPair<Event>& pair) const {
+    if (pair.before.entry == nullptr) return Add(subject_, Action::kAdded, pair);
+    if (pair.after.entry == nullptr) return Add(subject_, Action::kDropped, pair);
+    const Event& before = *pair.before.entry;
+    const Event& after = *pair.after.entry;
+    if (!SamePlace(before, after)) Add(subject_, Action::kChanged, pair);
+    if (before.label != after.label) Add(Subject::kEditLabel, LabelAction(before, after), pair);
+    if constexpr (!std::is_same_v<Event, CL::Marker>) {
+      if (!SameValue(before, after)) Add(ValueSubject(before), Action::kChanged, pair);
+    }
+  }
+
+  static Action LabelAction(const Event& before, const Event& after) {
+    if (after.label.empty()) return Action::kDropped;
+    return before.label.empty() ? Action::kAdded : Action::kChanged;
+  }
+
+  void Add(Subject subject, Action action, const EntryPair<Event>& pair) const {
+    Difference difference;
+    difference.subject = subject;
+    difference.action = action;
+    const Indexed<Event>& shown = pair.before.entry == nullptr ? pair.after : pair.before;
+    difference.place.list = list_;
+    difference.place.index = shown.index;
+    difference.place.tick = EntryTraits<Event>::Tick(*shown.entry);
+    if (pair.before.entry != nullptr) difference.before = TextOf(*pair.before.entry);
+    if (pair.after.entry != nullptr) difference.after = TextOf(*pair.after.entry);
+    if (pair.before.entry != nullptr && pair.after.entry != nullptr) {
+      difference.place.after_tick = EntryTraits<Event>::Tick(*pair.after.entry);
+    }
+    differences_.Add(std::move(difference));
+  }
+
+  Subject subject_;
+  std::string_view list_;
+  const SongDifferences& differences_;
+};
+
+template <typename Event>
+void CompareEdits(Subject subject, std::string_view list, const std::shared_ptr<CL::EventList<Event>>& before,
+                  const std::shared_ptr<CL::EventList<Event>>& after, const SongDifferences& differences) {
+  EditComparison<Event>(subject, list, differences).Compare(*before, *after);
+}
+
+void CompareSongLogs(const SongDifferences& differences, const CL::SongLog& a, const CL::SongLog& b) {
+  CompareEdits(Subject::kFermata, "fermatas", a.fermatas, b.fermatas, differences);
+  differences.AddNumber(Subject::kAttacca, a.attacca, b.attacca);
+  differences.AddNumber(Subject::kDivision, a.division, b.division);
+  differences.AddField(Subject::kSongName, a.song_name, b.song_name);
+  differences.AddNumber(Subject::kSongLength, a.song_length, b.song_length);
+  CompareEdits(Subject::kVamp, "vamps", a.vamps, b.vamps, differences);
+  CompareEdits(Subject::kRepeat, "repeats", a.repeats, b.repeats, differences);
+  CompareEdits(Subject::kCut, "cuts", a.cuts, b.cuts, differences);
+  CompareEdits(Subject::kTranspose, "transposes", a.transposes, b.transposes, differences);
+  CompareEdits(Subject::kTempoScale, "tempoScales", a.tempo_scales, b.tempo_scales, differences);
+  CompareEdits(Subject::kClick, "clicks", a.clicks, b.clicks, differences);
+  CompareEdits(Subject::kMarker, "markers", a.markers, b.markers, differences);
+  CompareEdits(Subject::kCaesura, "caesuras", a.caesuras, b.caesuras, differences);
+}
+
+std::string TagPairText(const CL::ChangeLog& log) {
+  return std::to_string(log.log_tag_pair.first) + ", " + std::to_string(log.log_tag_pair.second);
+}
+
+}  // namespace
+
+void CompareLogs(const CL::ChangeLog& before, const CL::ChangeLog& after, const DifferenceSink& sink) {
+  const SongDifferences whole("", sink);
+  whole.AddField(Subject::kShowName, before.show_name, after.show_name);
+  whole.AddField(Subject::kLogLabel, before.log_label, after.log_label);
+  whole.AddField(Subject::kIdentifier, before.identifier.ToString(), after.identifier.ToString());
+  whole.AddField(Subject::kTagPair, TagPairText(before), TagPairText(after));
+  CompareSongs(before.song_logs(), after.song_logs(), sink, CompareSongLogs);
+}
+
+}  // namespace zuna_toolkit

@@ -1,0 +1,121 @@
+// Compares current shows song by song.
+#include <map>
+#include <memory>
+#include <new>
+#include <set>
+#include <utility>
+#include <vector>
+
+#include "toolkit/comparison/internal/compare_models.h"
+#include "toolkit/comparison/internal/song_differences.h"
+#include "toolkit/comparison/internal/timeline_entries.h"
+#include "toolkit/comparison/internal/voices.h"
+#include "toolkit/error.h"
+
+namespace zuna_toolkit {
+
+namespace {
+
+void CompareTimelines(const TL::Timeline& before, const TL::Timeline& after,
+                      const SongDifferences& differences) {
+  CompareTimelineLists(kTempoList, before.tempos, after.tempos, differences);
+  CompareTimelineLists(kBarLabelList, before.bars_beats, after.bars_beats, differences);
+  CompareTimelineLists(kKeyList, before.keys, after.keys, differences);
+  CompareTimelineLists(kPageNumberList, before.page_numbers, after.page_numbers, differences);
+  CompareTimelineLists(kMeterList, before.meters, after.meters, differences);
+}
+
+void CompareFields(const zuna_midi::SongData& before, const zuna_midi::SongData& after,
+                   const SongDifferences& differences) {
+  differences.AddField(Subject::kSongName, before.song_name, after.song_name);
+  differences.AddNumber(Subject::kDivision, before.division, after.division);
+  differences.AddNumber(Subject::kSongLength, before.song_length, after.song_length);
+}
+
+/// The voices of two songs, paired by name in their order; then what is left of one number.
+std::vector<VoicePair> PairByName(const zuna_midi::VoiceData& before, const zuna_midi::VoiceData& after) {
+  std::multimap<std::string, const zuna_midi::VoiceTrack*> by_name;
+  for (const auto& [number, voice] : after.tracks()) by_name.emplace(voice->name, voice.get());
+  std::vector<VoicePair> pairs;
+  std::set<const zuna_midi::VoiceTrack*> paired;
+  for (const auto& [number, voice] : before.tracks()) {
+    const auto found = by_name.find(voice->name);
+    pairs.push_back({voice.get(), found == by_name.end() ? nullptr : found->second});
+    if (found == by_name.end()) continue;
+    paired.insert(found->second);
+    by_name.erase(found);
+  }
+  for (VoicePair& pair : pairs) {
+    if (pair.after != nullptr) continue;
+    const auto same = after.tracks().find(pair.before->track_number);
+    if (same == after.tracks().end() || !paired.insert(same->second.get()).second) continue;
+    pair.after = same->second.get();
+  }
+  for (const auto& [number, voice] : after.tracks()) {
+    if (!paired.contains(voice.get())) pairs.push_back({nullptr, voice.get()});
+  }
+  return pairs;
+}
+
+/// The voices of a song, each paired with the one that it became in the legacy form and up again. The tracks
+/// of the legacy form stand in the order of the voices. Those of one id came back as one voice, with their
+/// messages one after the other.
+std::vector<VoicePair> PairByTrack(const zuna_midi::VoiceData& before, const version0::SongData& legacy,
+                                   zuna_midi::VoiceData& after) {
+  std::map<std::uint8_t, std::size_t> next_message;
+  std::vector<VoicePair> pairs;
+  auto track = legacy.tracks.begin();
+  for (const auto& [number, voice] : before.tracks()) {
+    const std::uint8_t id = (track++)->track_id;
+    VoicePair pair{voice.get(), after.GetTrack(id)};
+    pair.merged = next_message.contains(id);
+    pair.first_message = next_message[id];
+    pair.message_count = voice->messages.size();
+    next_message[id] += pair.message_count;
+    pairs.push_back(pair);
+  }
+  return pairs;
+}
+
+/// The current form of a song that came down. Throws Error without a file where it cannot come up again.
+std::shared_ptr<zuna_midi::SongData> WayBack(const version0::SongData& song) {
+  try {
+    return song.get_version_1_0();
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const std::exception& error) {
+    ErrorParts parts;
+    parts.song = song.song_number;
+    parts.problem = "song " + song.song_number + " would not come up again from format 0.0: " + error.what();
+    parts.remedy = "correct the song (edit its text form)";
+    throw Error(ErrorKind::kBadInput, std::move(parts));
+  }
+}
+
+}  // namespace
+
+void CompareShows(const zuna_midi::ShowData& before, const zuna_midi::ShowData& after,
+                  const DifferenceSink& sink) {
+  SongDifferences("", sink).AddField(Subject::kShowName, before.show_name, after.show_name);
+  CompareSongs(before.songs(), after.songs(), sink,
+               [](const SongDifferences& differences, const auto& a, const auto& b) {
+                 CompareFields(a, b, differences);
+                 CompareVoices(PairByName(*a.voice_data, *b.voice_data), differences);
+                 CompareTimelines(*a.timeline, *b.timeline, differences);
+               });
+}
+
+void CompareWithWayBack(const zuna_midi::ShowData& show, const version0::ShowData& legacy,
+                        const DifferenceSink& sink) {
+  SongDifferences("", sink).AddField(Subject::kShowName, show.show_name, "");
+  for (const auto& [number, song] : show.songs()) {
+    const version0::SongData& old_form = legacy.songs.at(number);
+    const auto back = WayBack(old_form);  // one song at a time, for the sake of memory
+    const SongDifferences differences(number, sink);
+    CompareFields(*song, *back, differences);
+    CompareVoices(PairByTrack(*song->voice_data, old_form, *back->voice_data), differences);
+    CompareTimelines(*song->timeline, *back->timeline, differences);
+  }
+}
+
+}  // namespace zuna_toolkit

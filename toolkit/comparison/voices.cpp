@@ -1,0 +1,181 @@
+// Compares the voices of two songs.
+#include "toolkit/comparison/internal/voices.h"
+
+#include <algorithm>
+#include <span>
+#include <string>
+#include <tuple>
+#include <utility>
+
+#include "kit/format.h"
+#include "toolkit/comparison/internal/list_comparison.h"
+
+namespace zuna_toolkit {
+
+using TimedMessage = std::pair<std::uint32_t, std_midi::VoiceMessage>;
+
+template <>
+struct EntryTraits<TimedMessage> {
+  static std::uint32_t Tick(const TimedMessage& message) { return message.first; }
+  static auto Values(const TimedMessage& message) {
+    return std::tuple(message.second.status, message.second.data1, message.second.data2);
+  }
+};
+
+namespace {
+
+constexpr unsigned kStatusHigh = 0xF0;
+
+std::string VoiceText(const zuna_midi::VoiceTrack& voice) {
+  return "voice " + std::to_string(voice.track_number) + " \"" + voice.name + '"';
+}
+
+std::string MessageText(const TimedMessage& message) {
+  const std_midi::VoiceMessage& bytes = message.second;
+  return kit::format("%u %u %u", bytes.status, bytes.data1, bytes.data2);
+}
+
+/// Whether two messages are the same but for their channel.
+bool SameButChannel(const TimedMessage& a, const TimedMessage& b) {
+  return a.first == b.first && a.second.data1 == b.second.data1 && a.second.data2 == b.second.data2 &&
+         (a.second.status & kStatusHigh) == (b.second.status & kStatusHigh);
+}
+
+/// How the channel of a message changes, as both low nibbles.
+unsigned ChannelChange(const TimedMessage& before, const TimedMessage& after) {
+  return (before.second.status & 0x0FU) << 4 | (after.second.status & 0x0FU);
+}
+
+/// Compares the two voices of one pair.
+class VoiceComparison {
+ public:
+  VoiceComparison(const VoicePair& pair, const SongDifferences& differences)
+      : pair_(pair), before_(*pair.before), after_(*pair.after), differences_(differences) {}
+
+  void Compare() {
+    if (before_.track_number != after_.track_number) {
+      Add(Subject::kVoiceNumber, Action::kChanged, VoiceText(before_),
+          "voice " + std::to_string(after_.track_number));
+    }
+    if (before_.reserved != after_.reserved) {
+      Add(Subject::kReservedField, Action::kChanged, std::to_string(before_.reserved),
+          std::to_string(after_.reserved));
+    }
+    if (pair_.merged) Add(Subject::kVoice, Action::kMerged, VoiceText(before_), VoiceText(after_));
+    if (before_.name != after_.name) {
+      Add(Subject::kVoiceName, Action::kChanged, before_.name, after_.name);
+    }
+    CompareMessages();
+  }
+
+ private:
+  using Messages = std::span<const TimedMessage>;
+
+  void CompareMessages() {
+    Messages kept(after_.messages);
+    kept = kept.subspan(std::min(pair_.first_message, kept.size()));
+    kept = kept.first(std::min(pair_.message_count, kept.size()));
+    const Messages all(before_.messages);
+    if (std::equal(all.begin(), all.end(), kept.begin(), kept.end(), SameButChannel)) {
+      AddChannelChanges(kept);
+    } else {
+      AddMessageChanges({kept.begin(), kept.end()});
+    }
+  }
+
+  /// One difference for every run of messages whose channel changes in the same way.
+  void AddChannelChanges(Messages kept) {
+    const Messages all(before_.messages);
+    std::size_t i = 0;
+    while (i < all.size()) {
+      const unsigned change = ChannelChange(all[i], kept[i]);
+      std::size_t end = i + 1;
+      while (end < all.size() && ChannelChange(all[end], kept[end]) == change) ++end;
+      if (all[i].second.status != kept[i].second.status) {
+        Difference difference = At(i, all[i].first);
+        difference.subject = Subject::kMessageChannel;
+        difference.before = "status " + std::to_string(all[i].second.status);
+        difference.after = std::to_string(kept[i].second.status);
+        difference.count = end - i;
+        differences_.Add(std::move(difference));
+      }
+      i = end;
+    }
+  }
+
+  void AddMessageChanges(const std::vector<TimedMessage>& kept) {
+    const ListComparison<TimedMessage> comparison(before_.messages, kept);
+    for (const EntryPair<TimedMessage>& pair : comparison.pairs()) {
+      const bool added = pair.before.entry == nullptr;
+      const Indexed<TimedMessage>& shown = added ? pair.after : pair.before;
+      Difference difference = At(shown.index, shown.entry->first);
+      difference.subject = Subject::kMessage;
+      if (added) difference.action = Action::kAdded;
+      if (pair.after.entry == nullptr) difference.action = Action::kDropped;
+      if (pair.before.entry != nullptr) difference.before = MessageText(*pair.before.entry);
+      if (pair.after.entry != nullptr) difference.after = MessageText(*pair.after.entry);
+      if (pair.after.entry != nullptr && !added) difference.place.after_tick = pair.after.entry->first;
+      differences_.Add(std::move(difference));
+    }
+    if (!comparison.pairs().empty()) return;
+    Difference difference = At(0, std::nullopt);
+    difference.subject = Subject::kMessage;
+    difference.action = Action::kReordered;
+    differences_.Add(std::move(difference));
+  }
+
+  /// A difference in the messages.
+  Difference At(std::size_t index, std::optional<std::uint32_t> tick) const {
+    Difference difference;
+    difference.place.list = "messages";
+    difference.place.index = index;
+    difference.place.tick = tick;
+    difference.place.voice = before_.track_number;
+    difference.where = VoiceText(before_);
+    return difference;
+  }
+
+  void Add(Subject subject, Action action, std::string before, std::string after) const {
+    Difference difference;
+    difference.subject = subject;
+    difference.action = action;
+    difference.place.list = "voices";
+    difference.place.voice = before_.track_number;
+    difference.where = VoiceText(before_);
+    difference.before = std::move(before);
+    difference.after = std::move(after);
+    differences_.Add(std::move(difference));
+  }
+
+  const VoicePair& pair_;
+  const zuna_midi::VoiceTrack& before_;
+  const zuna_midi::VoiceTrack& after_;
+  const SongDifferences& differences_;
+};
+
+void AddWholeVoice(const zuna_midi::VoiceTrack& voice, Action action, const SongDifferences& differences) {
+  Difference difference;
+  difference.subject = Subject::kVoice;
+  difference.action = action;
+  difference.place.list = "voices";
+  difference.place.voice = voice.track_number;
+  difference.where = VoiceText(voice);
+  (action == Action::kAdded ? difference.after : difference.before) = difference.where;
+  differences.Add(std::move(difference));
+}
+
+}  // namespace
+
+void CompareVoices(const std::vector<VoicePair>& pairs, const SongDifferences& differences) {
+  for (const VoicePair& pair : pairs) {
+    if (pair.before == nullptr) {
+      AddWholeVoice(*pair.after, Action::kAdded, differences);
+    } else if (pair.after == nullptr) {
+      AddWholeVoice(*pair.before, Action::kDropped, differences);
+    } else {
+      VoiceComparison(pair, differences).Compare();
+    }
+  }
+}
+
+}  // namespace zuna_toolkit

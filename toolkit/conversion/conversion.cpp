@@ -1,0 +1,134 @@
+// Conversion of documents (docs/conversion.md).
+#include "toolkit/conversion/conversion.h"
+
+#include <new>
+#include <optional>
+#include <utility>
+
+#include "toolkit/conversion/internal/legacy_limits.h"
+#include "toolkit/error.h"
+#include "toolkit/internal/translate.h"
+
+namespace zuna_toolkit {
+
+namespace {
+
+constexpr cmn::FileVersion kLegacy{0, 0};
+
+/// Returns what `convert` returns for one song. Where it throws, the error names the song and, as far as
+/// `diagnose` can tell, the reason.
+template <typename Convert, typename Diagnose>
+auto ConvertSong(const std::string& file, const std::string& number, Convert convert, Diagnose diagnose) {
+  try {
+    return convert();
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const std::exception& error) {
+    const std::optional<Obstacle> known = diagnose();
+    throw SongError(file, number, known ? *known : Obstacle{error.what(), kCorrectSong});
+  }
+}
+
+zuna_midi::ShowData UpShow(const version0::ShowData& legacy, const std::string& file) {
+  zuna_midi::ShowData show;
+  for (const auto& entry : legacy.songs) {
+    const version0::SongData& song = entry.second;
+    show.AddSongData(ConvertSong(
+        file, entry.first, [&] { return song.get_version_1_0(); }, [&] { return ObstacleUp(song); }));
+  }
+  return show;
+}
+
+version0::ShowData DownShow(const zuna_midi::ShowData& show, const std::string& file) {
+  version0::ShowData legacy;
+  for (const auto& entry : show.songs()) {
+    const zuna_midi::SongData& song = *entry.second;
+    legacy.songs.emplace(entry.first, ConvertSong(
+                                          file, entry.first, [&] { return version0::SongData(song); },
+                                          [&] { return ObstacleDown(song); }));
+  }
+  return legacy;
+}
+
+/// Gives every song of the log the division that it has in the companion.
+void TakeDivisions(CL::ChangeLog& log, const Companion& companion, UpResult& result) {
+  for (const auto& [number, song] : log.song_logs()) {
+    const auto found = companion.songs.find(number);
+    if (found == companion.songs.end()) {
+      result.unknown_songs.push_back(number);
+      continue;
+    }
+    song->division = found->second.division;
+    if (song->song_name == found->second.name) continue;
+    result.renamed_songs.push_back({number, song->song_name, found->second.name});
+  }
+  if (result.unknown_songs.empty() || result.unknown_songs.size() < log.song_logs().size()) return;
+  throw Error(ErrorKind::kBadInput, companion.name, "has none of the log's songs",
+              "give the show of the log");
+}
+
+void RequireCurrent(const Document& document) {
+  if (!document.type().is_legacy()) return;
+  throw Error(ErrorKind::kBadInput, document.name(),
+              "is " + TypeText(document.type()) + ", not a current one", "use up first");
+}
+
+}  // namespace
+
+Companion CompanionFrom(const Document& document) {
+  Companion companion{document.name(), "", {}};
+  if (const auto* legacy_log = document.As<LegacyLog>()) {
+    companion.show_name = legacy_log->log.show_name;
+  } else if (const auto* log = document.As<CL::ChangeLog>()) {
+    companion.show_name = log->show_name;
+  } else if (const auto* legacy_show = document.As<LegacyShow>()) {
+    for (const auto& [number, song] : legacy_show->show.songs) {
+      companion.songs[number] = {song.song_name, song.division};
+    }
+  } else {
+    for (const auto& [number, song] : document.As<zuna_midi::ShowData>()->songs()) {
+      companion.songs[number] = {song->song_name, song->division};
+    }
+  }
+  return companion;
+}
+
+Companion ReadCompanion(OpenedFile& file, cmn::FileKind of_kind) {
+  if (of_kind == cmn::FileKind::kShow) return {file.name(), ReadLegacyShowName(file), {}};
+  const FileType type = Detect(file);
+  if (type == FileType{}) return CompanionFrom(ReadDocument(file, type));
+  throw Error(ErrorKind::kBadInput, file.name(), "is " + TypeText(type) + ", no show of version 0.0",
+              "give the show of the log");
+}
+
+UpResult Up(const Document& legacy, const Companion& companion, cmn::FileVersion version) {
+  if (const auto* file = legacy.As<LegacyShow>()) {
+    zuna_midi::ShowData show = UpShow(file->show, legacy.name());
+    show.show_name = companion.show_name;
+    return {Document(std::move(show), version, legacy.name()), {}, {}};
+  }
+  if (const auto* file = legacy.As<LegacyLog>()) {
+    CL::ChangeLog log = file->log.get_version_1_0();
+    UpResult result{Document(log, version, legacy.name()), {}, {}};
+    TakeDivisions(log, companion, result);  // The document shares its songs with the log.
+    return result;
+  }
+  throw Error(ErrorKind::kBadInput, legacy.name(), "is " + TypeText(legacy.type()) + ", not 0.0",
+              "use convert or down");
+}
+
+Document Down(const Document& current) {
+  RequireCurrent(current);
+  RequireLegacyLimits(current);
+  if (const auto* log = current.As<CL::ChangeLog>()) {
+    return {LegacyLog{version0::ChangeLogV0(*log)}, kLegacy, current.name()};
+  }
+  return {LegacyShow{DownShow(*current.As<zuna_midi::ShowData>(), current.name())}, kLegacy, current.name()};
+}
+
+Document Convert(const Document& current, cmn::FileVersion version) {
+  RequireCurrent(current);
+  return {current.model(), version, current.name()};
+}
+
+}  // namespace zuna_toolkit

@@ -1,0 +1,26 @@
+// Copies the edits that format 0.0 has no room for from one log to another (docs/conversion.md).
+#pragma once
+
+#include <cstddef>
+
+#include "kit/api.h"
+#include "toolkit/document/document.h"
+
+namespace zuna_toolkit {
+
+/// The destination with the attaccas and fermatas of the source, and what copying them did.
+struct FermataCopy {
+  Document document;
+  std::size_t fermatas = 0;           ///< that the source has
+  std::size_t attaccas = 0;           ///< that the source has and are not 0
+  std::size_t songs = 0;              ///< of the source that have any of them
+  std::size_t replaced_fermatas = 0;  ///< of the destination, in songs whose lists differ
+  std::size_t replaced_attaccas = 0;  ///< of the destination, that are not 0 and differ
+};
+
+/// Gives every song log of `destination` that `source` has too the attacca and all fermatas of the source's,
+/// instead of its own. The destination keeps its version. Throws Error (kBadInput) unless both are logs of a
+/// current version and the destination has all songs of the source.
+ZUNA_API FermataCopy CopyFermatas(const Document& source, const Document& destination);
+
+}  // namespace zuna_toolkit
