@@ -63,7 +63,7 @@ std::string Open(const std::string& bytes, const std::vector<std::uint8_t>& key,
   if (bytes.substr(kMagic.size(), kChecksumSize) != KeyChecksum(key, iv)) {
     throw WrongKeyError(name, "was written with another key or IV", "give the right key file");
   }
-  const std::string plaintext = bytes.substr(kHeaderSize);
+  std::string plaintext = bytes.substr(kHeaderSize);
   if (bytes.substr(kMagic.size() + kChecksumSize, kChecksumSize) != Checksum(plaintext)) {
     throw DamagedError(name, "was changed", "get an undamaged copy");
   }

@@ -7,7 +7,7 @@
 
 #include "format_converter/logdata.h"
 #include "format_converter/showdata.h"
-#include "tests/support/sample_log.h"
+#include "tests/support/legacy_samples.h"
 #include "tests/support/temporary_folder.h"
 #include "zuna_sec/cipher_stream.h"
 

@@ -12,8 +12,8 @@
 #include "format_converter/logdata.h"
 #include "tests/support/bytes.h"
 #include "tests/support/encrypted.h"
+#include "tests/support/legacy_samples.h"
 #include "tests/support/nothing_opens.h"
-#include "tests/support/sample_log.h"
 #include "tests/support/temporary_folder.h"
 #include "zuna_sec/errors.h"
 

@@ -18,7 +18,7 @@
 #include "format_converter/version0/primitives/errors.h"
 #include "format_converter/version0/primitives/stream_position.h"
 #include "tests/support/bytes.h"
-#include "tests/support/sample_log.h"
+#include "tests/support/legacy_samples.h"
 #include "zuna_midi/show_data.h"
 
 namespace {

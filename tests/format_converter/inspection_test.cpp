@@ -10,7 +10,7 @@
 #include "tests/format_converter/support/line_flushes.h"
 #include "tests/support/bytes.h"
 #include "tests/support/encrypted.h"
-#include "tests/support/sample_log.h"
+#include "tests/support/legacy_samples.h"
 #include "tests/support/temporary_folder.h"
 #include "zuna_midi/show_data.h"
 #include "zuna_sec/errors.h"

@@ -14,10 +14,10 @@
 #include "tests/format_converter/support/errors.h"
 #include "tests/support/bytes.h"
 #include "tests/support/encrypted.h"
+#include "tests/support/legacy_samples.h"
 #include "tests/support/nothing_opens.h"
 #include "tests/support/random_legacy_log.h"
 #include "tests/support/random_log.h"
-#include "tests/support/sample_log.h"
 #include "tests/support/temporary_folder.h"
 #include "zuna_sec/errors.h"
 

@@ -11,7 +11,7 @@
 #include "tests/support/bytes.h"
 #include "tests/support/encrypted.h"
 #include "tests/support/failing_memory.h"
-#include "tests/support/sample_log.h"
+#include "tests/support/legacy_samples.h"
 #include "tests/support/temporary_folder.h"
 #include "zuna_midi/show_data.h"
 

@@ -1,3 +1,5 @@
+// A stream buffer that fails on purpose.
+
 #include "tests/support/failing_streambuf.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// A stream buffer that fails on purpose.
+
 #pragma once
 
 #include <cstddef>

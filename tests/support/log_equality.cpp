@@ -1,3 +1,5 @@
+// Where two current logs differ.
+
 #include "tests/support/log_equality.h"
 
 #include <algorithm>
@@ -8,7 +10,7 @@ namespace zuna_test {
 
 namespace {
 
-template <class Event>
+template <typename Event>
 bool Same(const Event& a, const Event& b) {
   if (a.label != b.label) return false;
   if constexpr (std::is_base_of_v<CL::PairedEvent, Event>) {
@@ -21,7 +23,7 @@ bool Same(const Event& a, const Event& b) {
 }
 
 /// The first place where two lists differ, or nothing.
-template <class Event>
+template <typename Event>
 std::string ListDifference(const std::string& name, const CL::EventList<Event>& a,
                            const CL::EventList<Event>& b) {
   const auto [left, right] =

@@ -1,3 +1,5 @@
+// Where two current logs differ.
+
 #pragma once
 
 #include <string>

@@ -1,3 +1,5 @@
+// A process that has no file descriptors left.
+
 #pragma once
 
 #include <sys/resource.h>

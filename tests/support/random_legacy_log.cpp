@@ -1,3 +1,5 @@
+// Random legacy logs.
+
 #include "tests/support/random_legacy_log.h"
 
 #include <bit>

@@ -1,3 +1,5 @@
+// Random legacy logs.
+
 #pragma once
 
 #include <random>

@@ -1,3 +1,5 @@
+// Random legacy shows that survive the conversion up and down.
+
 #include "tests/support/random_legacy_show.h"
 
 #include <cmath>

@@ -1,3 +1,5 @@
+// Random legacy shows that survive the conversion up and down.
+
 #pragma once
 
 #include <random>

@@ -1,3 +1,5 @@
+// Random current logs.
+
 #include "tests/support/random_log.h"
 
 #include <array>
@@ -56,7 +58,7 @@ class Maker {
     return std::bit_cast<float>(Below(1) != 0 ? kBits.at(Below(kBits.size() - 1)) : Word());
   }
 
-  template <class Event>
+  template <typename Event>
   void Fill(CL::EventList<Event>& list) {
     for (std::uint32_t left = Below(options_.max_events); left != 0; --left) {
       list.events.emplace_back(Word(), Word(), Text(), static_cast<std::int32_t>(Word()));

@@ -1,3 +1,5 @@
+// Random current logs.
+
 #pragma once
 
 #include <random>

@@ -1,3 +1,5 @@
+// Random current shows.
+
 #include "tests/support/random_show.h"
 
 #include <array>
@@ -29,7 +31,7 @@ class Maker {
  private:
   bool wild() const { return options_.wild; }
 
-  template <class T>
+  template <typename T>
   T Number(T tame_max) {
     constexpr auto kAll = static_cast<std::uint32_t>(static_cast<std::make_unsigned_t<T>>(-1));
     return static_cast<T>(RandomNumber(random_, wild() ? kAll : static_cast<std::uint32_t>(tame_max)));
@@ -54,7 +56,7 @@ class Maker {
   }
 
   /// Fills a list; a tame one begins at time 0.
-  template <class Entry, class Fill>
+  template <typename Entry, typename Fill>
   void Entries(std::vector<Entry>& list, Fill fill) {
     const std::uint32_t count = Below(random_, options_.max_entries);
     std::uint32_t time = 0;

@@ -1,3 +1,5 @@
+// Random current shows.
+
 #pragma once
 
 #include <cstdint>

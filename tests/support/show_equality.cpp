@@ -1,3 +1,5 @@
+// Where two current shows differ.
+
 #include "tests/support/show_equality.h"
 
 #include <algorithm>
@@ -8,7 +10,7 @@ namespace zuna_test {
 namespace {
 
 /// The first place where two lists differ, or nothing.
-template <class Entry>
+template <typename Entry>
 std::string ListDifference(const std::string& name, const std::vector<Entry>& a,
                            const std::vector<Entry>& b) {
   const auto [left, right] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());

@@ -1,3 +1,5 @@
+// Where two current shows differ.
+
 #pragma once
 
 #include <string>

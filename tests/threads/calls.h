@@ -1,3 +1,5 @@
+// The calls that all threads make.
+
 #pragma once
 
 #include <functional>
@@ -9,7 +11,7 @@
 
 namespace zuna_test {
 
-/// What all threads read at once and nobody changes: paths of files, and the objects that are printed.
+/// What all threads read at once and none changes: paths of files, and the objects that are printed.
 struct Inputs {
   std::string folder;  ///< holds `listed_show`
   std::string legacy_show, current_show, legacy_log, current_log;

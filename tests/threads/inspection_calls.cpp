@@ -1,3 +1,5 @@
+// The calls that print.
+
 #include <sstream>
 
 #include "format_converter/inspection.h"

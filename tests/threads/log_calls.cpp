@@ -1,3 +1,5 @@
+// The calls on logs.
+
 #include "format_converter/attacca_fermata.h"
 #include "format_converter/errors.h"
 #include "format_converter/logdata.h"

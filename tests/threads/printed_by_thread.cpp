@@ -1,3 +1,5 @@
+// What one thread prints to standard output.
+
 #include "tests/threads/printed_by_thread.h"
 
 #include <iostream>

@@ -1,3 +1,5 @@
+// What one thread prints to standard output.
+
 #pragma once
 
 #include <string>

@@ -1,3 +1,5 @@
+// The calls on shows.
+
 #include "format_converter/errors.h"
 #include "format_converter/file_version.h"
 #include "format_converter/showdata.h"

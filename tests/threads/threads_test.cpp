@@ -1,5 +1,5 @@
-// Every entry point of the shared library, called by eight threads at once. That they do not disturb each
-// other shows in their results, and under ThreadSanitizer in what they touch.
+// Every entry point of the shared library, called by eight threads at once. Their results show that they do
+// not disturb each other, and ThreadSanitizer watches what they touch.
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 
 #include "tests/support/bytes.h"
 #include "tests/support/encrypted.h"
-#include "tests/support/sample_log.h"
+#include "tests/support/legacy_samples.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/threads/calls.h"
 #include "tests/threads/printed_by_thread.h"

@@ -6,7 +6,7 @@
 #include "tests/format_converter/failing_streams/failing_call.h"
 #include "tests/support/bytes.h"
 #include "tests/support/encrypted.h"
-#include "tests/support/sample_log.h"
+#include "tests/support/legacy_samples.h"
 
 namespace {
 

@@ -13,7 +13,7 @@
 #include "tests/format_converter/support/errors.h"
 #include "tests/support/bytes.h"
 #include "tests/support/encrypted.h"
-#include "tests/support/sample_log.h"
+#include "tests/support/legacy_samples.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {

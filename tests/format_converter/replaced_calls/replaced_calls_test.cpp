@@ -16,7 +16,7 @@
 #include "tests/format_converter/support/errors.h"
 #include "tests/format_converter/support/line_flushes.h"
 #include "tests/support/encrypted.h"
-#include "tests/support/sample_log.h"
+#include "tests/support/legacy_samples.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {

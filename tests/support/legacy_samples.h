@@ -1,3 +1,5 @@
+// A legacy show and a legacy log with something in every list, and the log in the current model.
+
 #pragma once
 
 #include <string>
