@@ -1,3 +1,5 @@
+// The rows of whole conversions.
+
 #pragma once
 
 namespace zuna_bench {

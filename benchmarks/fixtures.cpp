@@ -1,3 +1,5 @@
+// The shows and logs that are measured.
+
 #include "benchmarks/fixtures.h"
 
 #include <sstream>

@@ -1,3 +1,5 @@
+// The shows and logs that are measured.
+
 #pragma once
 
 #include <cstddef>

@@ -1,3 +1,5 @@
+// The rows of single formats.
+
 #pragma once
 
 namespace zuna_bench {

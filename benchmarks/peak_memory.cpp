@@ -1,3 +1,5 @@
+// The peak memory of a conversion, in a process of its own.
+
 #include "benchmarks/peak_memory.h"
 
 #include <sys/resource.h>

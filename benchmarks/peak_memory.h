@@ -1,3 +1,5 @@
+// The peak memory of a conversion.
+
 #pragma once
 
 namespace zuna_bench {

@@ -1,3 +1,5 @@
+// How a row is measured and printed.
+
 #include "benchmarks/rows.h"
 
 #include <benchmark/benchmark.h>

@@ -1,3 +1,5 @@
+// How a row is measured and printed.
+
 #pragma once
 
 #include <cstddef>

@@ -1,3 +1,5 @@
+// A body with the header and the checksum of a binary file around it.
+
 #pragma once
 
 #include <cstdint>

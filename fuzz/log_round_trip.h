@@ -1,3 +1,5 @@
+// The property of the targets for current logs.
+
 #pragma once
 
 #include <optional>

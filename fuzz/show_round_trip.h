@@ -1,3 +1,5 @@
+// The property of the targets for current shows.
+
 #pragma once
 
 #include <optional>

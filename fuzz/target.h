@@ -1,3 +1,5 @@
+// What every fuzz target defines and uses (fuzz/README.md).
+
 #pragma once
 
 #include <cstddef>

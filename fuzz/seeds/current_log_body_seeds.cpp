@@ -1,6 +1,8 @@
+// Bodies of binary logs.
+
 #include "fuzz/framed.h"
 #include "fuzz/log_round_trip.h"
-#include "fuzz/seeds/sample_log.h"
+#include "fuzz/seeds/current_samples.h"
 #include "fuzz/seeds/seeds.h"
 
 namespace {

@@ -1,5 +1,7 @@
+// Logs of every current version.
+
 #include "fuzz/log_round_trip.h"
-#include "fuzz/seeds/sample_log.h"
+#include "fuzz/seeds/current_samples.h"
 #include "fuzz/seeds/seeds.h"
 
 namespace {

@@ -1,5 +1,7 @@
+// Bodies of binary shows.
+
 #include "fuzz/framed.h"
-#include "fuzz/seeds/sample_show.h"
+#include "fuzz/seeds/current_samples.h"
 #include "fuzz/seeds/seeds.h"
 #include "fuzz/show_round_trip.h"
 

@@ -1,4 +1,6 @@
-#include "fuzz/seeds/sample_show.h"
+// Shows of every current version.
+
+#include "fuzz/seeds/current_samples.h"
 #include "fuzz/seeds/seeds.h"
 #include "fuzz/show_round_trip.h"
 

@@ -1,3 +1,5 @@
+// Keys with good and bad envelopes.
+
 #include <iostream>
 
 #include "fuzz/seeds/seeds.h"

@@ -1,3 +1,5 @@
+// Legacy logs.
+
 #include <limits>
 #include <sstream>
 

@@ -1,3 +1,5 @@
+// Legacy shows.
+
 #include <sstream>
 
 #include "format_converter/version0/containers/show_data.h"

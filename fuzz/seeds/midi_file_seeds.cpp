@@ -1,3 +1,5 @@
+// Standard MIDI Files.
+
 #include <string>
 
 #include "fuzz/seeds/seeds.h"

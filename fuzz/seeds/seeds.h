@@ -1,3 +1,5 @@
+// What every file of seeds defines and uses (fuzz/README.md).
+
 #pragma once
 
 #include <cstdint>

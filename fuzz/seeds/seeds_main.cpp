@@ -1,3 +1,5 @@
+// The program that writes the seeds of one target into a folder.
+
 #include <cstdio>
 #include <exception>
 #include <fstream>
