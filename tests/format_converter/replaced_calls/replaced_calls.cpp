@@ -22,6 +22,11 @@ cmn::FileVersion Probe(std::istream& is) {
   return g_calls != nullptr && g_calls->probe ? g_calls->probe(is) : cmn::FileVersion{1, 2};
 }
 
+/// `offset` where the accessors of events differ from their members.
+std::uint32_t Offset(std::uint32_t offset) {
+  return g_calls != nullptr && g_calls->accessors_differ ? offset : 0;
+}
+
 }  // namespace
 
 namespace replaced_calls {
@@ -48,15 +53,15 @@ std::vector<std::string> listdir(const std::string& /*dir*/) {
 
 namespace CL {
 
-std::uint32_t PairedEvent::StartPosition() const { return start + replaced_calls::kStartOffset; }
-std::uint32_t PairedEvent::EndPosition() const { return end + replaced_calls::kEndOffset; }
+std::uint32_t PairedEvent::StartPosition() const { return start + Offset(replaced_calls::kStartOffset); }
+std::uint32_t PairedEvent::EndPosition() const { return end + Offset(replaced_calls::kEndOffset); }
 std::int32_t PairedEvent::IntValue() const {
-  return static_cast<std::int32_t>(value_bits) + replaced_calls::kIntOffset;
+  return static_cast<std::int32_t>(value_bits + Offset(replaced_calls::kIntOffset));
 }
 float PairedEvent::FloatValue() const {
-  return std::bit_cast<float>(value_bits) * replaced_calls::kFloatFactor;
+  return std::bit_cast<float>(value_bits + Offset(replaced_calls::kFloatOffset));
 }
-std::uint32_t PointEvent::Position() const { return position + replaced_calls::kPositionOffset; }
+std::uint32_t PointEvent::Position() const { return position + Offset(replaced_calls::kPositionOffset); }
 
 std::shared_ptr<SongLog> ChangeLog::GetSongLog(const std::string& key) {
   if (g_calls != nullptr && g_calls->before_song_log) g_calls->before_song_log();

@@ -3,6 +3,7 @@
 // What the converter calls in other libraries, replaced by functions of the test's own. With them a test
 // shows what the converter does with results that our own libraries never give.
 
+#include <cstdint>
 #include <functional>
 #include <istream>
 #include <string>
@@ -20,6 +21,8 @@ struct Calls {
   std::function<std::vector<std::string>()> listdir;
   /// Called before CL::ChangeLog::GetSongLog looks for its song log.
   std::function<void()> before_song_log;
+  /// Whether the accessors of events differ from their members, by what is stated below.
+  bool accessors_differ = false;
   /// Whether closing a file fails, as it does on a full network drive.
   bool close_fails = false;
 
@@ -29,11 +32,11 @@ struct Calls {
   ~Calls();
 };
 
-// The accessors of events give the members, changed so: a caller that uses the members instead is found out.
-inline constexpr int kStartOffset = 1000;
-inline constexpr int kEndOffset = 2000;
-inline constexpr int kIntOffset = 5;
-inline constexpr float kFloatFactor = 4;
-inline constexpr int kPositionOffset = 3000;
+// What the accessors give beyond the members of an event, so that a caller that uses the members is noticed.
+inline constexpr std::uint32_t kStartOffset = 1000;
+inline constexpr std::uint32_t kEndOffset = 2000;
+inline constexpr std::uint32_t kIntOffset = 5;
+inline constexpr std::uint32_t kFloatOffset = 1 << 24;  // two more in the exponent: a factor of 4
+inline constexpr std::uint32_t kPositionOffset = 3000;
 
 }  // namespace replaced_calls

@@ -18,6 +18,7 @@
 #include "tests/support/encrypted.h"
 #include "tests/support/legacy_samples.h"
 #include "tests/support/temporary_folder.h"
+#include "zuna_midi/show_data.h"
 
 namespace {
 
@@ -73,6 +74,32 @@ TEST(ReplacedProbe, ProbedVersionOfTheDestinationWinsOverTheParsedLogs) {
       << "the parsed log says 1.2";
 }
 
+TEST(ReplacedProbe, IsNotCalledForTheTextForm) {
+  replaced_calls::Calls calls;
+  calls.probe = [](std::istream&) -> cmn::FileVersion { throw std::runtime_error("probed"); };
+  zuna_midi::ShowData show = SampleLegacyShow().get_version_1_0();
+  const auto show_data = Encrypted(WrittenAt(show, {2, 0}));
+  const auto log_data = Encrypted(WrittenAt(SampleCurrentLog(), {2, 0}));
+  const auto& [key, iv] = kKey;
+  EXPECT_EQ(Decrypted(showdata_down_vector(show_data, key, iv)), Written(SampleLegacyShow()));
+  EXPECT_EQ(Decrypted(showdata_converter_vector(show_data, {1, 2}, key, iv)), WrittenAt(show, {1, 2}));
+  EXPECT_EQ(Decrypted(logdata_down_vector(log_data, key, iv)), Written(SampleLegacyLog()));
+  EXPECT_EQ(Decrypted(logdata_converter_vector(log_data, {1, 2}, key, iv)),
+            WrittenAt(SampleCurrentLog(), {1, 2}));
+  EXPECT_EQ(Decrypted(copy_attaccas_and_fermatas_vector(log_data, log_data, key, iv)),
+            WrittenAt(SampleCurrentLog(), {2, 0}))
+      << "the version is the parsed log's";
+  const auto probed = [&](const auto& convert) {
+    EXPECT_EQ(ExactMessageOf<std::runtime_error>(convert), "probed");
+  };
+  probed([&] { showdata_down_vector(Encrypted(WrittenAt(show, {1, 2})), key, iv); });
+  probed([&] { logdata_down_vector(Encrypted(WrittenAt(SampleCurrentLog(), {1, 2})), key, iv); });
+  // The way up probes whatever the first byte: a legacy show of 123 songs begins with "{" too.
+  const zuna_test::TemporaryFolder folder;
+  const std::string in = folder.Put("in", std::string(show_data.begin(), show_data.end()));
+  probed([&] { showdata_up(in, folder / "out", "/no/such/log", {1, 2}, kKey); });
+}
+
 TEST(ReplacedListdir, ItsOrderIsKept) {
   const zuna_test::TemporaryFolder folder;
   for (const char* name : {"a.showdata", "b.showdata", "c.showdata"}) {
@@ -107,7 +134,8 @@ TEST(ReplacedLookup, OnlyAnUnknownSongIsPassedOver) {
 }
 
 TEST(ReplacedAccessors, TransposesAndTempoScalesGoDownThroughThemAndTheOthersThroughTheirMembers) {
-  using namespace replaced_calls;  // NOLINT(google-build-using-namespace): the offsets
+  replaced_calls::Calls calls;
+  calls.accessors_differ = true;
   CL::SongLog log("1", "", 0, 0);
   log.vamps->events.emplace_back(1, 2, "", 3);
   log.repeats->events.emplace_back(1, 2, "", 3);
@@ -127,9 +155,9 @@ TEST(ReplacedAccessors, TransposesAndTempoScalesGoDownThroughThemAndTheOthersThr
   expect(down.repeats.at(0), 1, 2, 3);
   expect(down.cuts.at(0), 1, 2, 3);
   expect(down.clicks.at(0), 1, 2, 3);
-  expect(down.transposes.at(0), 1 + kStartOffset, 2 + kEndOffset, 3 + kIntOffset);
-  expect(down.tempo_scales.at(0), 1 + kStartOffset, 2 + kEndOffset, 1.5F * kFloatFactor);
-  EXPECT_EQ(down.caesuras.at(0).time, 1U + kPositionOffset);
+  expect(down.transposes.at(0), 1001, 2002, 8);
+  expect(down.tempo_scales.at(0), 1001, 2002, 6.0F);
+  EXPECT_EQ(down.caesuras.at(0).time, 3001U);
   EXPECT_EQ(down.score_markers.at(0).time, 1U) << "the marker's own position";
 }
 
