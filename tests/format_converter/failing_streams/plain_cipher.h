@@ -14,7 +14,7 @@ namespace plain_cipher {
 void SetFaults(const zuna_test::FailingStreambuf::Options& inputs,
                const zuna_test::FailingStreambuf::Options& outputs);
 
-/// The most calls that one input, respectively output stream has got since then before it was destroyed.
+/// The most calls that one input stream and one output stream have got since then, up to its destruction.
 std::size_t InputCalls();
 std::size_t OutputCalls();
 
