@@ -28,9 +28,13 @@ class ZUNA_API Tally {
   /// Adds `count` things of a kind.
   void Add(const std::string& one, const std::string& many, std::size_t count = 1);
 
+  /// Whether nothing was added.
   bool empty() const { return kinds_.empty(); }
+
   /// In the order of their first appearance.
   const std::vector<Kind>& kinds() const { return kinds_; }
+
+  /// All of them as a text, such as "17 bar labels, 2 page numbers".
   std::string ToString() const;
 
  private:

@@ -38,7 +38,7 @@ class ZUNA_API DifferenceGroups {
  public:
   /// All differences of one code.
   struct Group {
-    Difference first;
+    Difference first;       ///< the one that was added first
     std::size_t count = 0;  ///< of all of them
   };
 

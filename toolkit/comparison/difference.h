@@ -72,10 +72,10 @@ struct Place {
 
 /// One difference. Texts are for people and hold names as they stand in the document, in any bytes.
 struct Difference {
-  Subject subject = Subject::kSong;
-  Action action = Action::kChanged;
-  std::string song;  ///< the song number; empty where the difference is about the whole document
-  Place place;
+  Subject subject = Subject::kSong;  ///< what differs
+  Action action = Action::kChanged;  ///< how it differs
+  std::string song;       ///< the song number; empty where the difference is about the whole document
+  Place place;            ///< where in the song
   std::string where;      ///< the voice, as in: voice 3 "Piano"; empty where there is none
   std::string before;     ///< in the first document; empty for what was added
   std::string after;      ///< in the second document; empty for what was dropped

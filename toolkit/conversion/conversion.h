@@ -18,7 +18,7 @@ namespace zuna_toolkit {
 struct Companion {
   /// A song of the companion of a log.
   struct Song {
-    std::string name;
+    std::string name;            ///< the title
     std::uint16_t division = 0;  ///< ticks of a quarter note
   };
   /// By song number.
@@ -40,12 +40,12 @@ ZUNA_API Companion ReadCompanion(OpenedFile& file, cmn::FileKind of_kind);
 struct UpResult {
   /// A song whose name in the companion is another one.
   struct RenamedSong {
-    std::string number;
+    std::string number;          ///< in both
     std::string name;            ///< in the document
     std::string companion_name;  ///< in the companion
   };
 
-  Document document;
+  Document document;  ///< at the current version
   std::vector<std::string>
       unknown_songs;  ///< of a log: numbers that the companion lacks; their division is 0
   std::vector<RenamedSong> renamed_songs;  ///< of a log

@@ -10,7 +10,7 @@ namespace zuna_toolkit {
 
 /// The destination with the attaccas and fermatas of the source, and what copying them did.
 struct FermataCopy {
-  Document document;
+  Document document;                  ///< the destination as it is now
   std::size_t fermatas = 0;           ///< that the source has
   std::size_t attaccas = 0;           ///< that the source has and are not 0
   std::size_t songs = 0;              ///< of the source that have any of them

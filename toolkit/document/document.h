@@ -18,11 +18,14 @@ namespace zuna_toolkit {
 
 /// What a file holds.
 struct FileType {
-  cmn::FileKind kind = cmn::FileKind::kShow;
-  cmn::FileVersion version;  ///< 0.0 is the legacy format
+  cmn::FileKind kind = cmn::FileKind::kShow;  ///< show or log
+  cmn::FileVersion version;                   ///< 0.0 is the legacy format
 
+  /// Whether it is a log.
   bool is_log() const { return kind == cmn::FileKind::kLog; }
+  /// Whether it is of the legacy format.
   bool is_legacy() const { return version == cmn::FileVersion{}; }
+
   bool operator==(const FileType&) const = default;
 };
 
@@ -31,14 +34,14 @@ ZUNA_API std::string TypeText(const FileType& type);
 
 /// A legacy show, and what its file has that the show has not.
 struct LegacyShow {
-  version0::ShowData show;
+  version0::ShowData show;         ///< as far as the model holds the file
   std::size_t replaced_songs = 0;  ///< songs that were replaced by a later one of the same number
   std::size_t trailing_bytes = 0;  ///< bytes after the last song
 };
 
 /// A legacy log, and what its file has that the log has not.
 struct LegacyLog {
-  version0::ChangeLogV0 log;
+  version0::ChangeLogV0 log;       ///< as far as the model holds the file
   std::size_t replaced_songs = 0;  ///< song logs that were replaced by a later one of the same number
 };
 
@@ -53,8 +56,13 @@ class ZUNA_API Document {
   /// model has not.
   Document(Model model, cmn::FileVersion version, std::string name);
 
+  /// Kind and version.
   const FileType& type() const { return type_; }
+
+  /// What messages call the document.
   const std::string& name() const { return name_; }
+
+  /// The show or log itself.
   const Model& model() const { return model_; }
 
   /// The model, where it is of this type; null otherwise.

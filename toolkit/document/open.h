@@ -36,6 +36,7 @@ class ZUNA_API OpenedFile {
   static OpenedFile FromBytes(const std::vector<std::uint8_t>& bytes, const std::string& name,
                               const CipherKey& key, Accept accept = Accept::kEncrypted);
 
+  /// What messages call the file.
   const std::string& name() const { return name_; }
 
   /// The plaintext; no call here depends on its position or state.

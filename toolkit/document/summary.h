@@ -19,13 +19,13 @@ struct Count {
   std::string_view key;   ///< as the text form calls them, such as "tempoScales"
   std::string_view one;   ///< for people: "tempo scale"
   std::string_view many;  ///< "tempo scales"
-  std::size_t value = 0;
+  std::size_t value = 0;  ///< how many there are
 };
 
 /// One song of a show or a log.
 struct SongSummary {
-  std::string number;
-  std::string name;
+  std::string number;                     ///< the song number
+  std::string name;                       ///< the title
   std::optional<std::uint16_t> division;  ///< ticks of a quarter note; a legacy log has none
   std::uint32_t length = 0;               ///< ticks
   std::optional<std::uint8_t> attacca;    ///< of a current log
@@ -36,9 +36,9 @@ struct SongSummary {
 
 /// What the header of a log holds besides the show's name.
 struct LogHeader {
-  std::string label;
-  std::string identifier;  ///< as UUID text
-  std::pair<std::uint16_t, std::uint16_t> tag_pair;
+  std::string label;                                 ///< carried unchanged
+  std::string identifier;                            ///< as UUID text
+  std::pair<std::uint16_t, std::uint16_t> tag_pair;  ///< carried unchanged
 };
 
 /// A whole document.

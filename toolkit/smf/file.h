@@ -37,9 +37,9 @@ enum Meta : std::uint8_t {
   kSequencerSpecific = 0x7F,
 };
 
-constexpr std::uint8_t kMetaStatus = 0xFF;
-constexpr std::uint8_t kSysexStatus = 0xF0;
-constexpr std::uint8_t kSysexContinued = 0xF7;
+constexpr std::uint8_t kMetaStatus = 0xFF;      ///< begins a meta event
+constexpr std::uint8_t kSysexStatus = 0xF0;     ///< begins a system-exclusive message
+constexpr std::uint8_t kSysexContinued = 0xF7;  ///< continues a system-exclusive message
 
 /// The largest variable-length quantity: 4 bytes of 7 bits.
 constexpr std::uint32_t kMaxQuantity = 0x0FFFFFFF;
@@ -49,17 +49,17 @@ constexpr int DataBytes(std::uint8_t status) { return (status & 0xE0) == 0xC0 ? 
 
 /// A meta event but End of Track, at `time` ticks from the start of the track.
 struct MetaEvent {
-  std::uint32_t time = 0;
-  std::uint8_t type = 0;
-  std::string data;
+  std::uint32_t time = 0;  ///< ticks
+  std::uint8_t type = 0;   ///< one of the types above, or any other
+  std::string data;        ///< its bytes
 
   bool operator==(const MetaEvent&) const = default;
 };
 
 /// One track chunk. All times are ticks from the start of the track, in ascending order.
 struct Track {
-  std::vector<std::pair<std::uint32_t, std_midi::VoiceMessage>> messages;
-  std::vector<MetaEvent> metas;
+  std::vector<std::pair<std::uint32_t, std_midi::VoiceMessage>> messages;  ///< with their times
+  std::vector<MetaEvent> metas;                                            ///< without End of Track
   std::uint32_t end = 0;        ///< when the End of Track stands, or the last event where there is none
   std::size_t sysex_count = 0;  ///< system-exclusive messages and their continuations; they are not kept
 
@@ -68,9 +68,9 @@ struct Track {
 
 /// A whole file of format 0 or 1.
 struct File {
-  std::uint16_t format = 1;
+  std::uint16_t format = 1;    ///< 0 or 1
   std::uint16_t division = 0;  ///< ticks of a quarter note, 1 to 32767
-  std::vector<Track> tracks;
+  std::vector<Track> tracks;   ///< in the order of the file
 };
 
 /// What a reader tolerated.
