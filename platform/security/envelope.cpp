@@ -4,10 +4,10 @@
 
 #include <algorithm>
 #include <array>
+#include <string_view>
+#include <vector>
 
 #include "kit/format.h"
-#include "platform/security/gcrypt_library.h"
-#include "platform/security/key_schedule.h"
 #include "zuna_sec/errors.h"
 
 namespace zuna_security {
@@ -18,6 +18,8 @@ namespace {
 constexpr std::array<std::uint8_t, 8> kMagic{0x89, 'Z', 'S', 'C', '\r', '\n', 0x1a, '\n'};
 constexpr std::uint8_t kVersion = 1;
 constexpr std::uint8_t kSuite = 1;  // HKDF-SHA-256, Twofish-256 in SIV mode
+
+constexpr std::string_view kLabel = "zuna-sec v1";  // of the key derivation
 
 constexpr std::size_t kVersionOffset = 8;
 constexpr std::size_t kSuiteOffset = 8 + 1;
@@ -100,6 +102,24 @@ void CheckLength(Bytes bytes, const std::string& name) {
 }
 
 }  // namespace
+
+void DeriveKeys(Bytes key, Bytes iv, std::uint8_t suite, EnvelopeKeys& keys) {
+  const Bytes label(reinterpret_cast<const std::uint8_t*>(kLabel.data()), kLabel.size());
+  std::vector<std::uint8_t> info(label.begin(), label.end());
+  info.push_back(suite);
+  for (unsigned shift = 0; shift < 64; shift += 8) {
+    info.push_back(static_cast<std::uint8_t>(static_cast<std::uint64_t>(iv.size()) >> shift));
+  }
+
+  Secret<kSha256Size> prk;
+  HkdfExtract(label, key, prk.bytes());
+  Secret<64 + 32> okm;
+  HkdfExpand(prk.bytes(), info, iv, okm.bytes());
+  const std::span<const std::uint8_t, 64> siv = okm.bytes().first<64>();
+  const std::span<const std::uint8_t, 32> key_check = okm.bytes().last<32>();
+  std::copy(siv.begin(), siv.end(), keys.siv.bytes().begin());
+  std::copy(key_check.begin(), key_check.end(), keys.key_check.bytes().begin());
+}
 
 Envelope ParseEnvelope(Bytes bytes, const std::string& name) {
   CheckMagic(bytes, name);

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/security/crypto.h"
 #include "platform/security/secret.h"
-#include "platform/security/siv.h"
 
 namespace zuna_security {
 
@@ -23,6 +23,15 @@ struct KeyAndIv {
   Bytes key;
   Bytes iv;
 };
+
+/// What an envelope's key and IV are turned into.
+struct EnvelopeKeys {
+  Secret<32 + 32> siv;   // the CMAC key, then the CTR key
+  Secret<32> key_check;  // stands in the envelope, to tell a wrong key from damage
+};
+
+/// Derives `keys` from a caller's key and IV, each of any length. Throws GcryptFailure.
+void DeriveKeys(Bytes key, Bytes iv, std::uint8_t suite, EnvelopeKeys& keys);
 
 /// An envelope whose layout has been checked and nothing else: views of its fields.
 struct Envelope {

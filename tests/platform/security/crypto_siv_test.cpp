@@ -1,6 +1,6 @@
 // Twofish in SIV mode against its parts.
 
-#include "platform/security/siv.h"
+#include "platform/security/crypto.h"
 
 #include <gcrypt.h>
 #include <gtest/gtest.h>

@@ -1,12 +1,34 @@
-// The cipher of an envelope; docs/envelope.md.
+// The cryptographic functions of an envelope, by libgcrypt; docs/envelope.md.
 
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <initializer_list>
+#include <span>
+#include <stdexcept>
 
 #include "platform/security/secret.h"
 
 namespace zuna_security {
+
+/// The cryptographic library refused to work; the message is its reason.
+class GcryptFailure : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+inline constexpr std::size_t kSha256Size = 32;
+
+/// HMAC-SHA-256 (RFC 2104) of the parts, one after the other. Throws GcryptFailure.
+void HmacSha256(Bytes key, std::initializer_list<Bytes> parts, std::span<std::uint8_t, kSha256Size> mac);
+
+/// HKDF-Extract with SHA-256 (RFC 5869, section 2.2).
+void HkdfExtract(Bytes salt, Bytes key, std::span<std::uint8_t, kSha256Size> prk);
+
+/// HKDF-Expand with SHA-256 (RFC 5869, section 2.3) of `info` followed by `more_info`; fills `okm`, at most
+/// 255 * 32 bytes.
+void HkdfExpand(Bytes prk, Bytes info, Bytes more_info, MutableBytes okm);
 
 inline constexpr std::size_t kSivKeySize = 32 + 32;  // CMAC key, CTR key
 inline constexpr std::size_t kSivTagSize = 16;

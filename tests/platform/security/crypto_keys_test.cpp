@@ -1,6 +1,6 @@
 // HMAC and HKDF against the published cases, and the derived keys.
 
-#include "platform/security/key_schedule.h"
+#include "platform/security/envelope.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,154 @@
+// HMAC-SHA-256 (RFC 2104), HKDF (RFC 5869) and Twofish-256 in SIV mode (RFC 5297), by libgcrypt;
+// docs/envelope.md.
+
+#include "platform/security/crypto.h"
+
+#include <gcrypt.h>
+
+#include <algorithm>
+#include <mutex>
+#include <new>
+#include <string>
+#include <vector>
+
+namespace zuna_security {
+
+namespace {
+
+void InitializeOnce() {
+  if (gcry_check_version("1.10.0") == nullptr) {
+    throw GcryptFailure("libgcrypt 1.10 or later is needed, this is " +
+                        std::string(gcry_check_version(nullptr)));
+  }
+  // The application may use libgcrypt too and has then decided for itself.
+  if (gcry_control(GCRYCTL_INITIALIZATION_FINISHED_P) != 0) return;
+  gcry_control(GCRYCTL_DISABLE_SECMEM, 0);
+  gcry_control(GCRYCTL_INITIALIZATION_FINISHED, 0);
+}
+
+/// Initialises libgcrypt on the first call. Every function that uses libgcrypt calls this first. Throws
+/// GcryptFailure where the library is too old.
+void InitializeGcrypt() {
+  static std::once_flag once;
+  std::call_once(once, InitializeOnce);
+}
+
+/// Throws GcryptFailure for an error of libgcrypt, std::bad_alloc where that error is a lack of memory.
+void CheckGcrypt(gcry_error_t error) {
+  if (gcry_err_code(error) == GPG_ERR_NO_ERROR) return;
+  if (gcry_err_code(error) == GPG_ERR_ENOMEM) throw std::bad_alloc();
+  throw GcryptFailure(gcry_strerror(error));
+}
+
+constexpr std::size_t kSha256BlockSize = 64;
+
+gcry_buffer_t Piece(Bytes bytes) {
+  gcry_buffer_t piece{};
+  piece.size = bytes.size();
+  piece.len = bytes.size();
+  piece.data = const_cast<std::uint8_t*>(bytes.data());  // libgcrypt only reads it
+  return piece;
+}
+
+/// SHA-256 in one call. libgcrypt's own HMAC ends the process when memory runs out; this only reports.
+void Sha256(Bytes first, std::initializer_list<Bytes> rest, std::span<std::uint8_t, kSha256Size> digest) {
+  InitializeGcrypt();
+  std::vector<gcry_buffer_t> pieces{Piece(first)};
+  for (const Bytes part : rest) {
+    if (!part.empty()) pieces.push_back(Piece(part));
+  }
+  CheckGcrypt(
+      gcry_md_hash_buffers(GCRY_MD_SHA256, 0, digest.data(), pieces.data(), static_cast<int>(pieces.size())));
+}
+
+void Copy(Bytes from, MutableBytes to) { std::copy(from.begin(), from.end(), to.begin()); }
+
+void XorAll(std::span<std::uint8_t, kSha256BlockSize> block, std::uint8_t value) {
+  for (std::uint8_t& byte : block) byte = static_cast<std::uint8_t>(byte ^ value);
+}
+
+/// A keyed handle. SIV takes one message a handle; closing it wipes the key.
+class Siv {
+ public:
+  explicit Siv(SivKey key) {
+    InitializeGcrypt();
+    CheckGcrypt(gcry_cipher_open(&handle_, GCRY_CIPHER_TWOFISH, GCRY_CIPHER_MODE_SIV, 0));
+    const gcry_error_t error = gcry_cipher_setkey(handle_, key.data(), key.size());
+    if (error != 0) gcry_cipher_close(handle_);
+    CheckGcrypt(error);
+  }
+  Siv(const Siv&) = delete;
+  Siv& operator=(const Siv&) = delete;
+  ~Siv() { gcry_cipher_close(handle_); }
+
+  gcry_cipher_hd_t handle() const { return handle_; }
+
+ private:
+  gcry_cipher_hd_t handle_ = nullptr;
+};
+
+/// libgcrypt refuses a null pointer, also for no bytes.
+template <typename Byte>
+Byte* NeverNull(std::span<Byte> bytes) {
+  static std::uint8_t none = 0;
+  return bytes.data() != nullptr ? bytes.data() : &none;
+}
+
+}  // namespace
+
+void HmacSha256(Bytes key, std::initializer_list<Bytes> parts, std::span<std::uint8_t, kSha256Size> mac) {
+  Secret<kSha256BlockSize> pad;
+  if (key.size() > kSha256BlockSize) {
+    Sha256(key, {}, pad.bytes().first<kSha256Size>());
+  } else {
+    Copy(key, pad.bytes());
+  }
+  XorAll(pad.bytes(), 0x36);
+  Secret<kSha256Size> inner;
+  Sha256(pad.bytes(), parts, inner.bytes());
+  XorAll(pad.bytes(), 0x36 ^ 0x5c);
+  Sha256(pad.bytes(), {inner.bytes()}, mac);
+}
+
+void HkdfExtract(Bytes salt, Bytes key, std::span<std::uint8_t, kSha256Size> prk) {
+  HmacSha256(salt, {key}, prk);
+}
+
+void HkdfExpand(Bytes prk, Bytes info, Bytes more_info, MutableBytes okm) {
+  Secret<kSha256Size> block;
+  Bytes previous;
+  for (std::uint8_t counter = 1; !okm.empty(); ++counter) {
+    HmacSha256(prk, {previous, info, more_info, Bytes(&counter, 1)}, block.bytes());
+    previous = block.bytes();
+    const std::size_t taken = std::min(okm.size(), kSha256Size);
+    Copy(previous.first(taken), okm);
+    okm = okm.subspan(taken);
+  }
+}
+
+void SivEncrypt(SivKey key, Bytes associated, Bytes plaintext, MutableBytes ciphertext,
+                std::span<std::uint8_t, kSivTagSize> tag) {
+  const Siv siv(key);
+  CheckGcrypt(gcry_cipher_authenticate(siv.handle(), NeverNull(associated), associated.size()));
+  CheckGcrypt(gcry_cipher_encrypt(siv.handle(), NeverNull(ciphertext), ciphertext.size(),
+                                  NeverNull(plaintext), plaintext.size()));
+  CheckGcrypt(gcry_cipher_gettag(siv.handle(), tag.data(), tag.size()));
+}
+
+bool SivDecrypt(SivKey key, Bytes associated, std::span<const std::uint8_t, kSivTagSize> tag,
+                Bytes ciphertext, MutableBytes plaintext) {
+  const Siv siv(key);
+  CheckGcrypt(
+      gcry_cipher_set_decryption_tag(siv.handle(), const_cast<std::uint8_t*>(tag.data()), tag.size()));
+  CheckGcrypt(gcry_cipher_authenticate(siv.handle(), NeverNull(associated), associated.size()));
+  // Only this return code tells, also for an empty ciphertext: gcry_cipher_checktag can accept a forged tag
+  // here.
+  const gcry_error_t error = gcry_cipher_decrypt(siv.handle(), NeverNull(plaintext), plaintext.size(),
+                                                 NeverNull(ciphertext), ciphertext.size());
+  if (error != 0) Wipe(plaintext);
+  if (gcry_err_code(error) == GPG_ERR_CHECKSUM) return false;
+  CheckGcrypt(error);
+  return true;
+}
+
+}  // namespace zuna_security
