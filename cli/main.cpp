@@ -1,10 +1,11 @@
+// The tool zuna-convert: options, commands, exit code.
 #include <CLI/CLI.hpp>
 #include <sstream>
 
-#include "cli/base/file_io.h"
-#include "cli/base/interrupt.h"
-#include "cli/base/messages.h"
 #include "cli/commands/context.h"
+#include "cli/terminal/messages.h"
+#include "cli/terminal/signals.h"
+#include "cli/terminal/standard_streams.h"
 
 namespace zuna_cli {
 
@@ -15,7 +16,7 @@ constexpr const char* kFooter =
     "lines \"key = HEX\" and \"iv = HEX\"; without one both are empty.\n"
     "Exit codes: 0 done, 1 no such song, 2 usage, 3 refused by policy, 4 bad or unsupported input,\n"
     "5 wrong key, 6 input or output failed, 7 part of a batch failed, 8 nothing matched, 70 internal error,\n"
-    "130 interrupted, 141 nobody read the output to its end.";
+    "130 interrupted, 141 output pipe closed.";
 
 void AddCommands(CLI::App& app, Context& context) {
   AddSharedOptions(app, context);
@@ -38,8 +39,8 @@ void AddCommands(CLI::App& app, Context& context) {
   AddMidiExportCommand(*midi, context);
 }
 
-/// What is wrong with the command line. A word that nobody knows is the reason, where the parser misses
-/// another.
+/// What is wrong with the command line. An unknown word is the reason where the parser
+/// misses another one.
 std::string Complaint(const CLI::App& app, const CLI::ParseError& error) {
   const std::vector<std::string> unknown = app.remaining(true);
   if (dynamic_cast<const CLI::RequiredError*>(&error) == nullptr || unknown.empty()) return error.what();
@@ -73,7 +74,7 @@ ExitCode Run(int argc, char** argv) {
     context.PrintNotes();
     return context.code;
   } catch (...) {
-    const Failure failure = FailureOfCommand();
+    const Failure failure = CurrentFailure();
     PrintError(failure);
     return failure.code();
   }

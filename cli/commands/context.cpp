@@ -1,24 +1,40 @@
+// What all commands share.
 #include "cli/commands/context.h"
 
 #include <algorithm>
 #include <filesystem>
 
-#include "cli/base/file_io.h"
-#include "cli/base/key_file.h"
-#include "cli/base/messages.h"
-#include "cli/base/version_text.h"
+#include "cli/commands/key_file.h"
+#include "cli/terminal/messages.h"
+#include "cli/terminal/standard_streams.h"
+#include "cmn/file_format.h"
 
 namespace zuna_cli {
 
 namespace {
 
+/// "1.0, 1.1, 1.2 or 2.0 (text)"
+std::string VersionsText(cmn::FileKind kind) {
+  const auto versions = cmn::SupportedVersions(kind);
+  std::string text;
+  for (const cmn::FileVersion& version : versions) {
+    if (!text.empty()) text += version == versions.back() ? " or " : ", ";
+    text += cmn::VersionText(version);
+  }
+  return text + " (text)";  // The last one is the text form.
+}
+
+bool IsSupported(cmn::FileKind kind, const cmn::FileVersion& version) {
+  const auto versions = cmn::SupportedVersions(kind);
+  return std::find(versions.begin(), versions.end(), version) != versions.end();
+}
+
 /// What is wrong with `text` as the version of an output; empty for nothing.
 std::string CheckTarget(const std::string& text) {
-  const auto version = ParseVersion(text);
-  if (!version) return std::string("a version is MAJOR.MINOR, such as ") + kDefaultVersion;
-  const auto& writable = kWritableVersions;
-  if (std::find(writable.begin(), writable.end(), *version) != writable.end()) return "";
-  return text + " is not a version to write: " + WritableVersionsText() + "; use down for 0.0";
+  const auto version = cmn::ParseVersion(text);
+  if (!version) return NotAVersion();
+  if (IsSupported(cmn::FileKind::kShow, *version)) return "";
+  return text + " is not a version to write: " + VersionsText(cmn::FileKind::kShow) + "; use down for 0.0";
 }
 
 }  // namespace
@@ -54,7 +70,7 @@ void RequireFolder(const std::string& path, const std::string& remedy) {
 
 void AddSharedOptions(CLI::App& app, Context& context) {
   app.add_option("--key-file", context.key_file, "The file with the key and IV")->type_name("FILE");
-  app.add_flag("--quiet", context.quiet, "Tell nothing but errors");
+  app.add_flag("--quiet", context.quiet, "Print errors only");
 }
 
 void AddInput(CLI::App& command, std::string& input) {
@@ -77,22 +93,26 @@ CLI::App* AddFileCommand(CLI::App& app, Context& context, const std::string& nam
   return command;
 }
 
+std::string NotAVersion() {
+  return "a version is MAJOR.MINOR, such as " + cmn::VersionText(cmn::kDefaultVersion);
+}
+
 void AddTarget(CLI::App& command, cmn::FileVersion& version) {
-  version = *ParseVersion(kDefaultVersion);
+  version = cmn::kDefaultVersion;
   command
       .add_option_function<std::string>(
-          "--to", [&version](const std::string& text) { version = *ParseVersion(text); },
-          "The version of the output: " + WritableVersionsText() + "; " + kDefaultVersion + " unless given")
+          "--to", [&version](const std::string& text) { version = *cmn::ParseVersion(text); },
+          "The version of the output: " + VersionsText(cmn::FileKind::kShow) + "; " +
+              cmn::VersionText(cmn::kDefaultVersion) + " unless given")
       ->type_name("VERSION")
       ->check(CLI::Validator(CheckTarget, ""));
 }
 
-void RequireLogVersion(const cmn::FileVersion& version) {
-  constexpr cmn::FileVersion kFirst = kWritableVersions[1];
-  if (version >= kFirst) return;
-  throw Failure(
-      ExitCode::kUsage, "command line",
-      "--to: logs have no version " + VersionText(version) + "; give " + WritableVersionsText(kFirst));
+void RequireTarget(cmn::FileKind kind, const cmn::FileVersion& version) {
+  if (IsSupported(kind, version)) return;
+  throw Failure(ExitCode::kUsage, "command line",
+                "--to: " + std::string(cmn::KindName(kind)) + "s have no version " +
+                    cmn::VersionText(version) + "; give " + VersionsText(kind));
 }
 
 }  // namespace zuna_cli

@@ -1,11 +1,13 @@
+// What all commands share.
 #pragma once
 
 #include <CLI/CLI.hpp>
 #include <string>
 #include <vector>
 
-#include "cli/base/errors.h"
-#include "cli/base/output.h"
+#include "cli/commands/output.h"
+#include "cli/terminal/failure.h"
+#include "cmn/file_format.h"
 #include "cmn/file_version.h"
 #include "zuna_sec/cipher_key.h"
 
@@ -41,8 +43,11 @@ void AddInput(CLI::App& command, std::string& input);
 void AddOutput(CLI::App& command, Output& output);
 void AddTarget(CLI::App& command, cmn::FileVersion& version);
 
-/// Throws Failure (kUsage) for a version that logs are not written at.
-void RequireLogVersion(const cmn::FileVersion& version);
+/// Throws Failure (kUsage) for a version that files of this kind are not written in.
+void RequireTarget(cmn::FileKind kind, const cmn::FileVersion& version);
+
+/// What is wrong with a text that is no version.
+std::string NotAVersion();
 
 /// The paths of a command that makes one file of another.
 struct Paths {

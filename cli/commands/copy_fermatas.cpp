@@ -1,47 +1,26 @@
+// zuna-convert copy-fermatas
 #include <memory>
 
-#include "cli/base/errors.h"
-#include "cli/base/file_io.h"
 #include "cli/commands/context.h"
-#include "cli/files/file_type.h"
-#include "cli/logs/fermatas.h"
-#include "cli/logs/log_file.h"
-#include "format_converter/attacca_fermata.h"
+#include "cli/commands/input.h"
+#include "cli/terminal/standard_streams.h"
+#include "toolkit/conversion/copy_fermatas.h"
+#include "toolkit/document/write.h"
+#include "toolkit/words.h"
 
 namespace zuna_cli {
 
 namespace {
+
+using zuna_toolkit::Counted;
 
 struct Options {
   std::string source;
   std::string destination;
 };
 
-/// Reads the log in `file`. Throws Failure; `remedy` is for a log of version 0.0.
-CL::ChangeLog ReadLogWithFermatas(InputFile& file, const std::string& remedy) {
-  const FileType type = TypeOf(file);
-  if (!type.is_log()) {
-    throw Failure(ExitCode::kBadInput, file.name(), "is a show, and this command takes logs; give a log");
-  }
-  if (type.is_legacy()) {
-    throw Failure(ExitCode::kBadInput, file.name(),
-                  "is a log of version 0.0, which holds no attaccas and fermatas; " + remedy);
-  }
-  return ReadCurrentLog(file);
-}
-
 std::string FermatasText(std::size_t fermatas, std::size_t attaccas) {
   return Counted(fermatas, "fermata", "fermatas") + " and " + Counted(attaccas, "attacca", "attaccas");
-}
-
-FermataCopy Examine(InputFile& source, InputFile& destination) {
-  const CL::ChangeLog from = ReadLogWithFermatas(source, "give the log from before it went down");
-  const CL::ChangeLog to = ReadLogWithFermatas(destination, "use up first");
-  FermataCopy copy = CompareFermatas(from, to);
-  if (copy.missing_songs.empty()) return copy;
-  throw Failure(
-      ExitCode::kBadInput, destination.name(),
-      "lacks songs of " + source.name() + ": " + copy.missing_songs + "; give a log of the same songs");
 }
 
 void Run(const Options& options, Context& context) {
@@ -51,19 +30,13 @@ void Run(const Options& options, Context& context) {
   const Output output{options.destination, true};
   context.CheckPaths(output, {options.source});
   const CipherKey key = context.Key();
-  InputFile source(options.source, key);
-  InputFile destination(options.destination, key);
-  const FermataCopy copy = Examine(source, destination);
-  OnFile(destination.name(), [&] {
-    zuna_sec::TwoFishCipherStream result(
-        copy_attaccas_and_fermatas_vector(source.cipher().GetEncryptedBytes(),
-                                          destination.cipher().GetEncryptedBytes(), key.key, key.iv),
-        key.key, key.iv);
-    output.Write(result);
-  });
+  zuna_toolkit::OpenedFile source = OpenInput(options.source, key);
+  zuna_toolkit::OpenedFile destination = OpenInput(options.destination, key);
+  const zuna_toolkit::FermataCopy copy = zuna_toolkit::CopyFermatas(ReadAny(source), ReadAny(destination));
+  output.Write(*zuna_toolkit::Serialise(copy.document, key));
   if (copy.replaced_fermatas + copy.replaced_attaccas > 0) {
     context.Note(destination.name(),
-                 FermatasText(copy.replaced_fermatas, copy.replaced_attaccas) + " of its own gave way");
+                 FermatasText(copy.replaced_fermatas, copy.replaced_attaccas) + " of its own replaced");
   }
   context.Note(destination.name(), FermatasText(copy.fermatas, copy.attaccas) + " copied from " +
                                        source.name() + ", in " + Counted(copy.songs, "song", "songs"));

@@ -1,9 +1,11 @@
+// zuna-convert decrypt
+#include <istream>
 #include <iterator>
 #include <memory>
 
-#include "cli/base/errors.h"
 #include "cli/commands/context.h"
-#include "cli/files/input_file.h"
+#include "cli/commands/input.h"
+#include "toolkit/words.h"
 
 namespace zuna_cli {
 
@@ -11,10 +13,10 @@ namespace {
 
 void Run(const Paths& paths, Context& context) {
   context.CheckPaths(paths.output, {paths.input});
-  InputFile file(paths.input, context.Key());
+  zuna_toolkit::OpenedFile file = OpenInput(paths.input, context.Key());
   const std::string plaintext{std::istreambuf_iterator<char>(file.stream()), {}};
   paths.output.WritePlaintext(plaintext);
-  context.Note(file.name(), Counted(plaintext.size(), "byte", "bytes") + " decrypted");
+  context.Note(file.name(), zuna_toolkit::Counted(plaintext.size(), "byte", "bytes") + " decrypted");
 }
 
 }  // namespace

@@ -1,12 +1,12 @@
+// zuna-convert list
 #include <memory>
 #include <optional>
 
-#include "cli/base/file_io.h"
-#include "cli/base/messages.h"
-#include "cli/base/text.h"
-#include "cli/base/version_text.h"
 #include "cli/commands/context.h"
-#include "cli/files/file_type.h"
+#include "cli/commands/input.h"
+#include "cli/terminal/messages.h"
+#include "cli/terminal/standard_streams.h"
+#include "cli/terminal/text.h"
 #include "kit/path.h"
 
 namespace zuna_cli {
@@ -25,18 +25,20 @@ struct Options {
   }
 };
 
-/// The line about every show that matches; goes on past files that cannot be read, and sets the exit code
+/// The line about every show that matches. Continues after files that cannot be read and sets the exit code
 /// then.
 std::string ListShows(const Options& options, const CipherKey& key, Context& context) {
   std::string text;
   for (const std::string& name : kit::listdir(options.folder)) {
     if (kit::path::extension(name) != kExtension) continue;
     try {
-      InputFile file(kit::path::Join(options.folder, name), key);
-      const cmn::FileVersion version = RequireShow(file);
-      if (options.Matches(version)) text += Printable(name) + ": " + VersionText(version) + '\n';
-    } catch (const Failure& failure) {
-      PrintError(failure);
+      zuna_toolkit::OpenedFile file(kit::path::Join(options.folder, name), key);
+      const cmn::FileVersion version = RequireShow(file).version;
+      if (options.Matches(version)) text += Printable(name) + ": " + cmn::VersionText(version) + '\n';
+    } catch (const std::bad_alloc&) {
+      throw;
+    } catch (const std::exception&) {
+      PrintError(CurrentFailure());
       context.code = ExitCode::kPartFailed;
     }
   }
@@ -54,14 +56,12 @@ void Run(const Options& options, Context& context) {
 }
 
 /// Adds an option for a version, which `take` gets.
-template <class Take>
+template <typename Take>
 void AddVersion(CLI::App& command, const std::string& name, const std::string& description, Take&& take) {
-  const auto check = [](const std::string& text) {
-    return ParseVersion(text) ? "" : std::string("a version is MAJOR.MINOR, such as ") + kDefaultVersion;
-  };
+  const auto check = [](const std::string& text) { return cmn::ParseVersion(text) ? "" : NotAVersion(); };
   command
       .add_option_function<std::string>(
-          name, [take](const std::string& text) { take(*ParseVersion(text)); }, description)
+          name, [take](const std::string& text) { take(*cmn::ParseVersion(text)); }, description)
       ->type_name("VERSION")
       ->check(CLI::Validator(check, ""));
 }

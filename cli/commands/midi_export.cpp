@@ -1,10 +1,12 @@
+// zuna-convert midi export
 #include <filesystem>
 #include <memory>
 
-#include "cli/base/file_io.h"
 #include "cli/commands/context.h"
-#include "cli/shows/show_conversion.h"
+#include "cli/commands/input.h"
 #include "kit/path.h"
+#include "toolkit/conversion/conversion.h"
+#include "toolkit/error.h"
 #include "toolkit/midi/file_names.h"
 #include "toolkit/midi/songs.h"
 #include "toolkit/smf/file.h"
@@ -32,7 +34,12 @@ MidiFile ExportOne(const zuna_midi::SongData& song, const std::string& path, con
                    Context& context) {
   zuna_toolkit::midi::Report report;
   const std::string name = input + ": song " + song.song_number;
-  std::string bytes = OnFile(name, [&] { return smf::Write(zuna_toolkit::midi::ExportSong(song, report)); });
+  std::string bytes;
+  try {
+    bytes = smf::Write(zuna_toolkit::midi::ExportSong(song, report));
+  } catch (const zuna_toolkit::Error& error) {
+    throw error.WithFile(name);
+  }
   if (!report.not_kept.empty()) context.Note(name, "not kept: " + report.not_kept.ToString());
   for (const std::string& remark : report.remarks) context.Note(name, remark);
   return {path, std::move(bytes)};
@@ -51,8 +58,9 @@ std::vector<std::string> PathsFor(const zuna_midi::ShowData& show, const Options
 
 /// Makes all files in memory, so that a song that cannot be exported leaves nothing behind.
 std::vector<MidiFile> ExportAll(const Options& options, Context& context) {
-  InputFile file(options.input, context.Key());
-  const zuna_midi::ShowData show = ReadAnyShow(file);
+  zuna_toolkit::OpenedFile file = OpenInput(options.input, context.Key());
+  const zuna_toolkit::Document document = zuna_toolkit::CurrentForm(ReadShow(file));
+  const zuna_midi::ShowData& show = *document.As<zuna_midi::ShowData>();
   const std::vector<std::string> paths = PathsFor(show, options);
   auto path = paths.begin();
   std::vector<MidiFile> files;
@@ -69,10 +77,10 @@ void WriteAll(const std::vector<MidiFile>& files) {
   try {
     for (const MidiFile& file : files) {
       const bool is_new = !std::filesystem::exists(file.path, ignored);
-      WriteFileAtomically(file.path, file.bytes, kNewFileMode);
+      WritePlainFile(file.path, file.bytes, kNewFileMode);
       if (is_new) created.push_back(file.path);
     }
-  } catch (const Failure&) {
+  } catch (const std::exception&) {
     for (const std::string& path : created) std::filesystem::remove(path, ignored);
     throw;
   }
@@ -83,7 +91,7 @@ void Run(const Options& options, Context& context) {
   RequireFolder(options.folder, "create it first");
   const std::vector<MidiFile> files = ExportAll(options, context);
   WriteAll(files);
-  context.Note(options.folder, Counted(files.size(), "MIDI file", "MIDI files") + " written");
+  context.Note(options.folder, zuna_toolkit::Counted(files.size(), "MIDI file", "MIDI files") + " written");
 }
 
 }  // namespace

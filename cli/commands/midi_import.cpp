@@ -1,17 +1,21 @@
+// zuna-convert midi import
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <set>
 
-#include "cli/base/file_io.h"
-#include "cli/base/version_text.h"
 #include "cli/commands/context.h"
-#include "cli/files/encrypted_output.h"
-#include "cli/shows/show_info.h"
+#include "cli/commands/input.h"
+#include "cli/commands/summary_text.h"
+#include "cli/terminal/standard_streams.h"
+#include "toolkit/document/write.h"
+#include "toolkit/error.h"
 #include "toolkit/midi/songs.h"
 #include "toolkit/smf/file.h"
 
 namespace zuna_cli {
+
+using zuna_toolkit::Counted;
 
 namespace smf = zuna_toolkit::smf;
 
@@ -55,7 +59,7 @@ void NoteWhatTheReaderFound(const smf::ReadNotes& notes, std::size_t tracks, con
     context.Note(name, "the header says " + Counted(notes.declared_tracks, "track", "tracks") +
                            ", and the file has " + std::to_string(tracks));
   }
-  Tally odd;
+  zuna_toolkit::Tally odd;
   odd.Add("unknown chunk", "unknown chunks", notes.unknown_chunks);
   odd.Add("byte after the end of its track", "bytes after the end of their track", notes.bytes_after_end);
   odd.Add("byte after the last chunk", "bytes after the last chunk", notes.bytes_after_last_chunk);
@@ -65,17 +69,26 @@ void NoteWhatTheReaderFound(const smf::ReadNotes& notes, std::size_t tracks, con
   }
 }
 
-std::shared_ptr<zuna_midi::SongData> ImportFile(const std::string& path, const std::string& number,
-                                                Context& context) {
+/// Reads the file called `name` and makes a song of it.
+std::shared_ptr<zuna_midi::SongData> ImportBytes(const std::vector<std::uint8_t>& bytes,
+                                                 const std::string& path, const std::string& number,
+                                                 zuna_toolkit::midi::Report& report, Context& context) {
   const std::string name = InputName(path);
-  const auto bytes = ReadBytes(path, kMaxFileSize);
-  smf::ReadNotes notes;
-  zuna_toolkit::midi::Report report;
-  auto song = OnFile(name, [&] {
+  try {
+    smf::ReadNotes notes;
     const smf::File file = smf::Read(bytes, notes);
     NoteWhatTheReaderFound(notes, file.tracks.size(), name, context);
     return zuna_toolkit::midi::ImportSong(file, number, Stem(path), report);
-  });
+  } catch (const zuna_toolkit::Error& error) {
+    throw error.WithFile(name);
+  }
+}
+
+std::shared_ptr<zuna_midi::SongData> ImportFile(const std::string& path, const std::string& number,
+                                                Context& context) {
+  const std::string name = InputName(path);
+  zuna_toolkit::midi::Report report;
+  auto song = ImportBytes(ReadInput(path, zuna_toolkit::kMaxFileSize), path, number, report, context);
   if (!report.not_kept.empty()) context.Note(name, "not kept: " + report.not_kept.ToString());
   for (const std::string& remark : report.remarks) context.Note(name, remark);
   return song;
@@ -90,9 +103,9 @@ void Run(const Options& options, Context& context) {
   for (std::size_t i = 0; i < numbers.size(); ++i) {
     show.AddSongData(ImportFile(options.inputs[i], numbers[i], context));
   }
-  WriteEncrypted(options.output, key, [&](std::ostream& os) { show.WriteBinary(os, options.version); });
-  context.Note(OutputName(options.output.path),
-               CountsText(SongInfosOf(show)) + ", MIDI -> " + VersionText(options.version));
+  const zuna_toolkit::Document document(std::move(show), options.version, OutputName(options.output.path));
+  options.output.Write(*zuna_toolkit::Serialise(document, key));
+  context.Note(document.name(), CountsText(document) + ", MIDI -> " + cmn::VersionText(options.version));
 }
 
 }  // namespace

@@ -1,13 +1,14 @@
+// zuna-convert print
 #include <memory>
 #include <optional>
 #include <sstream>
 
-#include "cli/base/file_io.h"
-#include "cli/base/text.h"
 #include "cli/commands/context.h"
-#include "cli/files/file_type.h"
-#include "cli/logs/log_file.h"
-#include "cli/shows/show_conversion.h"
+#include "cli/commands/input.h"
+#include "cli/terminal/standard_streams.h"
+#include "cli/terminal/text.h"
+#include "toolkit/conversion/conversion.h"
+#include "toolkit/words.h"
 
 namespace zuna_cli {
 
@@ -39,13 +40,13 @@ void PrintSong(const std::shared_ptr<zuna_midi::SongData>& song, std::ostream& o
 }
 
 /// The song asked for, or all. Throws Failure (kNegative) where there is no such song.
-template <class Songs>
+template <typename Songs>
 std::string SongsText(const Songs& songs, const Options& options) {
   std::ostringstream text;
   std::string numbers;
   bool found = !options.song;
   for (const auto& [number, song] : songs) {
-    numbers += (numbers.empty() ? "" : ", ") + number;
+    zuna_toolkit::AppendListed(numbers, number);
     if (options.song && number != *options.song) continue;
     PrintSong(song, text);
     found = true;
@@ -55,16 +56,20 @@ std::string SongsText(const Songs& songs, const Options& options) {
                 "has no song " + *options.song + "; its songs are " + (numbers.empty() ? "none" : numbers));
 }
 
-std::string TextOf(InputFile& file, const Options& options) {
-  const FileType type = TypeOf(file);
-  if (!type.is_log()) return SongsText(ReadAnyShow(file).songs(), options);
-  if (type.is_legacy()) return SongsText(ReadLegacyLog(file).log.songs, options);
-  return SongsText(ReadCurrentLog(file).song_logs(), options);
+std::string TextOf(zuna_toolkit::OpenedFile& file, const Options& options) {
+  const zuna_toolkit::FileType type = zuna_toolkit::Detect(file);
+  if (!type.is_log()) {
+    const zuna_toolkit::Document show = zuna_toolkit::CurrentForm(ReadShow(file));
+    return SongsText(show.As<zuna_midi::ShowData>()->songs(), options);
+  }
+  const zuna_toolkit::Document log = zuna_toolkit::ReadDocument(file, type);
+  if (const auto* legacy = log.As<zuna_toolkit::LegacyLog>()) return SongsText(legacy->log.songs, options);
+  return SongsText(log.As<CL::ChangeLog>()->song_logs(), options);
 }
 
 void Run(const Options& options, const Context& context) {
   RequireUsableInputs({options.input});
-  InputFile file(options.input, context.Key());
+  zuna_toolkit::OpenedFile file = OpenInput(options.input, context.Key());
   WriteStandardOutput(PrintableLines(TextOf(file, options)));
 }
 

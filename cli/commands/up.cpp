@@ -1,17 +1,14 @@
+// zuna-convert up
 #include <memory>
 
-#include "cli/base/version_text.h"
 #include "cli/commands/context.h"
-#include "cli/files/encrypted_output.h"
-#include "cli/files/file_type.h"
-#include "cli/logs/log_file.h"
-#include "cli/logs/log_info.h"
-#include "cli/logs/log_losses.h"
-#include "cli/shows/show_conversion.h"
-#include "cli/shows/show_file.h"
-#include "cli/shows/show_info.h"
-#include "cli/shows/up_report.h"
-#include "format_converter/version0/containers/change_log_header.h"
+#include "cli/commands/input.h"
+#include "cli/commands/loss_text.h"
+#include "cli/commands/summary_text.h"
+#include "cli/terminal/standard_streams.h"
+#include "toolkit/conversion/conversion.h"
+#include "toolkit/document/write.h"
+#include "toolkit/words.h"
 
 namespace zuna_cli {
 
@@ -22,59 +19,56 @@ struct Options : Paths {
   cmn::FileVersion version;
 };
 
-std::string Replaced(std::size_t count) {
-  return Counted(count, "song gave", "songs gave") + " way to a later song of the same number";
+/// Reads the input, which has to be of version 0.0.
+zuna_toolkit::Document ReadLegacy(zuna_toolkit::OpenedFile& file, const Options& options) {
+  const zuna_toolkit::FileType type = zuna_toolkit::Detect(file);
+  zuna_toolkit::RequireLegacy(type, file.name());
+  RequireTarget(type.kind, options.version);
+  return zuna_toolkit::ReadDocument(file, type);
 }
 
-/// The show's name as the companion of a show tells it.
-std::string ShowNameFrom(const std::string& path, const CipherKey& key) {
-  InputFile log = InputFile::EncryptedOrPlain(path, key);
-  if (StartOf(log.stream(), version0::kChangeLogMagic.size()) != version0::kChangeLogMagic) {
-    throw Failure(ExitCode::kBadInput, log.name(),
-                  "is no log of version 0.0 (it does not begin with \"ZUNA\"); give the log of the show");
+/// How the companion of a log differs from it.
+std::vector<std::string> CompanionNotes(const zuna_toolkit::UpResult& result, const std::string& companion) {
+  using zuna_toolkit::Counted;
+  std::vector<std::string> notes;
+  std::string unknown;
+  for (const std::string& number : result.unknown_songs) zuna_toolkit::AppendListed(unknown, number);
+  if (!unknown.empty()) {
+    const bool one = result.unknown_songs.size() == 1;
+    notes.push_back((one ? "song " : "songs ") + unknown + (one ? " is" : " are") + " not in " + companion +
+                    "; the division stays 0");
   }
-  log.stream().exceptions(std::ios_base::failbit | std::ios_base::badbit);
-  return OnFile(log.name(), [&] { return version0::get_show_name(log.stream()); });
-}
-
-/// The show that is the companion of a log.
-version0::ShowData ShowFrom(const std::string& path, const CipherKey& key) {
-  InputFile show = InputFile::EncryptedOrPlain(path, key);
-  const FileType type = TypeOf(show);
-  if (type == FileType{}) return ReadLegacyShow(show).show;
-  throw Failure(ExitCode::kBadInput, show.name(),
-                "is " + TypeText(type) + ", no show of version 0.0; give the show of the log");
-}
-
-void UpShow(InputFile& file, const Options& options, const CipherKey& key, Context& context) {
-  const LegacyShow legacy = ReadLegacyShow(file);
-  zuna_midi::ShowData show = ToCurrent(legacy.show, file.name());
-  for (const std::string& loss : UpLosses(legacy, show)) context.Note(file.name(), loss);
-  show.show_name = ShowNameFrom(options.companion, key);
-  WriteEncrypted(options.output, key, [&](std::ostream& os) { show.WriteBinary(os, options.version); });
-  context.Note(file.name(), CountsText(SongInfosOf(show)) + ", 0.0 -> " + VersionText(options.version) +
-                                ", named \"" + show.show_name + "\" by its log");
-}
-
-void UpLog(InputFile& file, const Options& options, const CipherKey& key, Context& context) {
-  RequireLogVersion(options.version);
-  const LegacyLog legacy = ReadLegacyLog(file);
-  CL::ChangeLog log = legacy.log.get_version_1_0();
-  const version0::ShowData show = ShowFrom(options.companion, key);
-  for (const std::string& note : TakeDivisions(show, InputName(options.companion), log)) {
-    context.Note(file.name(), note);
+  if (!result.renamed_songs.empty()) {
+    const auto& first = result.renamed_songs.front();
+    notes.push_back(Counted(result.renamed_songs.size(), "song has", "songs have") + " another name in " +
+                    companion + " (song " + first.number + ": \"" + first.name + "\", there \"" +
+                    first.companion_name + "\")");
   }
-  if (legacy.replaced_songs > 0) context.Note(file.name(), Replaced(legacy.replaced_songs));
-  WriteEncrypted(options.output, key, [&](std::ostream& os) { log.WriteBinary(os, options.version); });
-  context.Note(file.name(), CountsText(log) + ", 0.0 -> " + VersionText(options.version) +
-                                ", divisions from " + InputName(options.companion));
+  return notes;
+}
+
+/// What a conversion took from the companion.
+std::string TakenText(const zuna_toolkit::Companion& companion, bool is_log) {
+  if (is_log) return ", divisions from " + companion.name;
+  return ", named \"" + companion.show_name + "\" by its log";
 }
 
 void Run(const Options& options, Context& context) {
   context.CheckPaths(options.output, {options.input, options.companion});
   const CipherKey key = context.Key();
-  InputFile file(options.input, key);
-  RequireLegacy(file).is_log() ? UpLog(file, options, key, context) : UpShow(file, options, key, context);
+  zuna_toolkit::OpenedFile file = OpenInput(options.input, key);
+  const zuna_toolkit::Document legacy = ReadLegacy(file, options);
+  zuna_toolkit::OpenedFile companion_file =
+      OpenInput(options.companion, key, zuna_toolkit::Accept::kEncryptedOrPlain);
+  const zuna_toolkit::Companion companion = zuna_toolkit::ReadCompanion(companion_file, legacy.type().kind);
+  const zuna_toolkit::UpResult result = zuna_toolkit::Up(legacy, companion, options.version);
+  for (const std::string& note : CompanionNotes(result, companion.name)) context.Note(file.name(), note);
+  if (!context.quiet) {
+    for (const std::string& line : UpLossLines(legacy, result.document)) context.Note(file.name(), line);
+  }
+  options.output.Write(*zuna_toolkit::Serialise(result.document, key));
+  context.Note(file.name(), CountsText(result.document) + ", 0.0 -> " + cmn::VersionText(options.version) +
+                                TakenText(companion, legacy.type().is_log()));
 }
 
 }  // namespace

@@ -32,14 +32,14 @@ class CopyFermatasTest(WithLogs):
         self.run_tool("copy-fermatas", "-", "new.log", stdin=self.read("source"))
         self.assertEqual(self.read("new.log"), self.read("source"))
 
-    def test_says_what_gives_way(self):
+    def test_says_what_is_replaced(self):
         document = self.log_document("source")
         document["songLogs"][0].update(attacca=0, fermatas=[FERMATA])
         document["songLogs"][1].update(attacca=7)
         self.write_log("destination", document)
         done = self.run_tool("copy-fermatas", "source", "destination")
         self.assertEqual(done.stderr.decode().splitlines(), [
-            "zuna-convert: destination: 1 fermata and 1 attacca of its own gave way",
+            "zuna-convert: destination: 1 fermata and 1 attacca of its own replaced",
             "zuna-convert: destination: 2 fermatas and 2 attaccas copied from source, in 2 songs"])
         self.assertEqual(self.read("destination"), self.read("source"))
 

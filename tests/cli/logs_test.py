@@ -71,11 +71,11 @@ class UpTest(WithLogs):
         self.refuse("up", "old.log", "-o", "out", "--companion", "other", code=BAD_INPUT,
                     message="other: has none of the log's songs; give the show of the log")
 
-    def test_says_which_songs_gave_way(self):
+    def test_says_which_songs_are_replaced(self):
         self.encrypt("twice", legacy_log(legacy_song_log("2", "First"), legacy_song_log("2", "Two")))
         done = self.run_tool("up", "twice", "-o", "out", "--companion", "old.showdata")
         self.assertEqual(done.stderr.decode().splitlines(), [
-            "zuna-convert: twice: 1 song gave way to a later song of the same number",
+            "zuna-convert: twice: 1 song was replaced by a later song of the same number",
             "zuna-convert: twice: 1 song, 0 edits, 0.0 -> 1.2, divisions from old.showdata"])
 
     def test_brings_a_log_without_songs_up(self):
@@ -189,7 +189,7 @@ class ConvertTest(WithLogs):
             self.assertRegex(done.stderr.decode(), r"^zuna-convert: future: .*1\.77.*1\.2")
         self.assertNotIn("out", self.files())
 
-    def test_takes_logs_where_shows_are_due_for_what_they_are(self):
+    def test_names_logs_where_shows_are_needed(self):
         for name in ("old.log", "new.log"):
             self.refuse("midi", "export", name, "--out-dir", ".", code=BAD_INPUT,
                         message=f"{name}: is a log, and this command takes shows; give a show")
@@ -200,7 +200,7 @@ class ConvertTest(WithLogs):
                         message="old.logdata: exists; give --force to replace it, or another output")
             with open("/dev/full", "wb") as full:
                 done = self.run_tool(*command, "-o", "-", code=IO, stdout=full)
-            self.assertRegex(done.stderr, b"^zuna-convert: standard output: cannot be written \\(.*\n$")
+            self.assertRegex(done.stderr, b"^zuna-convert: standard output: cannot be written: .*\n$")
 
     def test_names_the_place_of_an_error_in_a_text(self):
         self.run_tool("convert", "new.log", "-o", "text", "--to", "2.0")

@@ -48,7 +48,7 @@ class UpTest(WithShows):
             self.refuse(*arguments, "short", code=BAD_INPUT,
                         message=f"short: ends too early or is damaged; {UNDAMAGED}")
         done = self.run_tool(*arguments, "missing", code=IO)
-        self.assertRegex(done.stderr, b"^zuna-convert: missing: cannot be opened \\(.*\\); check the path")
+        self.assertRegex(done.stderr, b"^zuna-convert: missing: cannot be opened: .*; check the path")
         self.assertNotIn("out", self.files())
 
     def test_refuses_current_shows(self):
@@ -65,16 +65,26 @@ class UpTest(WithShows):
             'zuna-convert: odd: song 7: the label at 0 is cut: "Prologue" becomes "Prologu"',
             'zuna-convert: odd: song 7: 2 tracks share id 9 and become one voice named "Drum Kit": "Drums", '
             '"Drum Kit"',
-            "zuna-convert: odd: 1 song gave way to a later song of the same number",
+            "zuna-convert: odd: 1 song was replaced by a later song of the same number",
             "zuna-convert: odd: 4 bytes after the last song are not kept",
             'zuna-convert: odd: 2 songs, 3 voices, 4 events, 0.0 -> 1.2, named "My Show" by its log',
         ])
 
+    def test_groups_other_losses_by_kind(self):
+        late = legacy_song("7", tempos=(0, 480, 960)).replace(b"J\x06\0\0\0\0\0", b"J\x06\0\xc0\x03\0\0")
+        self.encrypt("odd", legacy_show(late))
+        done = self.run_tool("up", "odd", "-o", "out", "--companion", "old.logdata")
+        self.assertEqual(done.stderr.decode().splitlines(), [
+            "zuna-convert: odd: the current versions do not keep 2 tempos (song 7: 0.00104166672 s a tick and 120 bpm "
+            "with a click of 8 of 8 32nds at 0 is dropped)",
+            'zuna-convert: odd: 1 song, 1 voice, 1 event, 0.0 -> 1.2, named "My Show" by its log'])
+        quiet = self.run_tool("up", "odd", "-o", "-", "--companion", "old.logdata", "--quiet")
+        self.assertEqual((quiet.stdout, quiet.stderr), (self.read("out"), b""))
+
     def test_names_the_song_that_cannot_be_converted(self):
         stray = legacy_song("8").replace(b"\x00\x00\x00\x00\x90\x3c\x64\x01", b"\x00\x00\x00\x00\x90\x3c\x64\xff")
-        for song, message in ((stray, "There is no voice track with number 255 (a message belongs to it)"),
-                              (legacy_song("8", tempos=()), "Expected RTempo event on first iteration! (the first "
-                                                            "meter has no tempo)")):
+        for song, message in ((stray, "a message belongs to track 255, which the song does not have"),
+                              (legacy_song("8", tempos=()), "the first meter has no tempo")):
             self.encrypt("bad", legacy_show(legacy_song("7"), song))
             for command in (["up", "bad", "-o", "out", "--companion", "old.logdata"],
                             ["midi", "export", "bad", "--out-dir", "."]):
@@ -181,12 +191,11 @@ class DownTest(WithShows):
         self.refuse_document(long_number,
                              "the number of a song has 256 bytes, and format 0.0 holds 255; shorten it")
         self.refuse_document(many_songs, "has 256 songs, and format 0.0 holds 255; split the show")
-        self.refuse_document(no_meters, "song 10: A timeline without meters cannot be converted: add a meter at "
-                                        "its start; edit its text form")
-        self.refuse_document(no_tempos, "song 10: Expected RTempo event on first iteration! (the first meter has "
-                                        "no tempo); add a tempo at the song's start (edit its text form)")
-        self.refuse_document(many_voices, "song 2: track_count() greater than 241 cannot be converted.; remove "
-                                          "voices, format 0.0 holds 239 besides drums")
+        self.refuse_document(no_meters, "song 10: the timeline has no meter; correct the song (edit its text form)")
+        self.refuse_document(no_tempos, "song 10: the first meter has no tempo; correct the song (edit its text "
+                                        "form)")
+        self.refuse_document(many_voices, "song 2: has 240 voices besides drums, and format 0.0 holds 239; remove "
+                                          "some of them")
 
     def test_refuses_legacy_shows(self):
         message = "old.showdata: is a show of version 0.0, not a current one; use up first"

@@ -19,6 +19,7 @@ class UsageTest(WithShows):
                           ["convert", "new.showdata"], ["convert", "new.showdata", "-o", "out", "--frob"],
                           ["convert", "new.showdata", "-o", "out", "--to", "1"],
                           ["convert", "new.showdata", "-o", "out", "--to", "1.256"],
+                          ["convert", "new.showdata", "-o", "out", "--to", "01.02"],
                           ["convert", "new.showdata", "-o", "out", "--to", "1.2.3"],
                           ["convert", "", "-o", "out"], ["convert", "new.showdata", "-o", ""],
                           ["info"], ["info", ""]):

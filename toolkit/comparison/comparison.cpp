@@ -11,19 +11,6 @@
 
 namespace zuna_toolkit {
 
-namespace {
-
-/// The document in its current form.
-Document Current(const Document& document) {
-  if (!document.type().is_legacy()) return document;
-  if (document.type().is_log()) {
-    return {document.As<LegacyLog>()->log.get_version_1_0(), cmn::kDefaultVersion, document.name()};
-  }
-  return Up(document, Companion{}, cmn::kDefaultVersion).document;
-}
-
-}  // namespace
-
 std::string CodeText(const Difference& difference) {
   static constexpr std::string_view kSubjects[] = {"show-name",     "log-label",       "identifier",
                                                    "tag-pair",      "trailing-bytes",  "song",
@@ -51,8 +38,8 @@ void Compare(const Document& before, const Document& after, const DifferenceSink
                 "is " + TypeText(after.type()) + " and " + before.name() + " is " + TypeText(before.type()),
                 "give two shows or two logs");
   }
-  const Document a = Current(before);
-  const Document b = Current(after);
+  const Document a = CurrentForm(before);
+  const Document b = CurrentForm(after);
   if (a.type().is_log()) {
     CompareLogs(*a.As<CL::ChangeLog>(), *b.As<CL::ChangeLog>(), sink);
   } else {

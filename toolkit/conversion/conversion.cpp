@@ -67,13 +67,17 @@ void TakeDivisions(CL::ChangeLog& log, const Companion& companion, UpResult& res
               "give the show of the log");
 }
 
-void RequireCurrent(const Document& document) {
-  if (!document.type().is_legacy()) return;
-  throw Error(ErrorKind::kBadInput, document.name(),
-              "is " + TypeText(document.type()) + ", not a current one", "use up first");
+}  // namespace
+
+void RequireLegacy(const FileType& type, const std::string& name) {
+  if (type.is_legacy()) return;
+  throw Error(ErrorKind::kBadInput, name, "is " + TypeText(type) + ", not 0.0", "use convert or down");
 }
 
-}  // namespace
+void RequireCurrent(const FileType& type, const std::string& name) {
+  if (!type.is_legacy()) return;
+  throw Error(ErrorKind::kBadInput, name, "is " + TypeText(type) + ", not a current one", "use up first");
+}
 
 Companion CompanionFrom(const Document& document) {
   Companion companion{document.name(), "", {}};
@@ -102,23 +106,20 @@ Companion ReadCompanion(OpenedFile& file, cmn::FileKind of_kind) {
 }
 
 UpResult Up(const Document& legacy, const Companion& companion, cmn::FileVersion version) {
+  RequireLegacy(legacy.type(), legacy.name());
   if (const auto* file = legacy.As<LegacyShow>()) {
     zuna_midi::ShowData show = UpShow(file->show, legacy.name());
     show.show_name = companion.show_name;
     return {Document(std::move(show), version, legacy.name()), {}, {}};
   }
-  if (const auto* file = legacy.As<LegacyLog>()) {
-    CL::ChangeLog log = file->log.get_version_1_0();
-    UpResult result{Document(log, version, legacy.name()), {}, {}};
-    TakeDivisions(log, companion, result);  // The document shares its songs with the log.
-    return result;
-  }
-  throw Error(ErrorKind::kBadInput, legacy.name(), "is " + TypeText(legacy.type()) + ", not 0.0",
-              "use convert or down");
+  CL::ChangeLog log = legacy.As<LegacyLog>()->log.get_version_1_0();
+  UpResult result{Document(log, version, legacy.name()), {}, {}};
+  TakeDivisions(log, companion, result);  // The document shares its songs with the log.
+  return result;
 }
 
 Document Down(const Document& current) {
-  RequireCurrent(current);
+  RequireCurrent(current.type(), current.name());
   RequireLegacyLimits(current);
   if (const auto* log = current.As<CL::ChangeLog>()) {
     return {LegacyLog{version0::ChangeLogV0(*log)}, kLegacy, current.name()};
@@ -127,8 +128,16 @@ Document Down(const Document& current) {
 }
 
 Document Convert(const Document& current, cmn::FileVersion version) {
-  RequireCurrent(current);
+  RequireCurrent(current.type(), current.name());
   return {current.model(), version, current.name()};
+}
+
+Document CurrentForm(const Document& document) {
+  if (!document.type().is_legacy()) return document;
+  if (const auto* file = document.As<LegacyLog>()) {
+    return {file->log.get_version_1_0(), cmn::kDefaultVersion, document.name()};
+  }
+  return Up(document, Companion{}, cmn::kDefaultVersion).document;
 }
 
 }  // namespace zuna_toolkit

@@ -65,4 +65,14 @@ ZUNA_API Document Down(const Document& current);
 /// written, kBadInput for a legacy document.
 ZUNA_API Document Convert(const Document& current, cmn::FileVersion version);
 
+/// The document in its current form, which a legacy one gets without a companion: a show has no name, the
+/// songs of a log have no divisions. Throws Error (kBadInput) for a song that cannot be converted.
+ZUNA_API Document CurrentForm(const Document& document);
+
+/// Throw Error (kBadInput) for a file of another version than what is asked for: 0.0, or a current one.
+///@{
+ZUNA_API void RequireLegacy(const FileType& type, const std::string& name);
+ZUNA_API void RequireCurrent(const FileType& type, const std::string& name);
+///@}
+
 }  // namespace zuna_toolkit

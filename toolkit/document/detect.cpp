@@ -92,7 +92,11 @@ FileType Detect(OpenedFile& file) {
   return OnFile(file.name(), [&] { return TypeOf(file.stream()); });
 }
 
-bool HoldsLegacyShow(OpenedFile& file) { return IsReadableLegacyShow(file.stream()); }
+void RequireRecognised(OpenedFile& file, const FileType& type) {
+  if (type != FileType{} || IsReadableLegacyShow(file.stream())) return;
+  throw Error(ErrorKind::kBadInput, file.name(), "is no show and no log of any version",
+              "give an undamaged file");
+}
 
 void RequireCorrectText(std::span<const std::uint8_t> plaintext, const std::string& name) {
   if (!BeginsLikeTextForm(AsText(plaintext.first(std::min(plaintext.size(), kTextFormProbe))))) return;

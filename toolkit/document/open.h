@@ -59,8 +59,9 @@ ZUNA_API bool IsEncrypted(std::span<const std::uint8_t> bytes);
 /// show begins with no mark. Throws Error (kBadInput) for a text that does not state what it holds.
 ZUNA_API FileType Detect(OpenedFile& file);
 
-/// Whether `file` holds a legacy show that can be read.
-ZUNA_API bool HoldsLegacyShow(OpenedFile& file);
+/// Throws Error (kBadInput) where Detect() found nothing and `file` holds no legacy show that can be read
+/// either.
+ZUNA_API void RequireRecognised(OpenedFile& file, const FileType& type);
 
 /// Reads a file whose type is known from Detect(). Throws Error (kBadInput) with song, field and offset where
 /// they are known.

@@ -195,14 +195,15 @@ TEST(IsEncrypted, LooksAtTheBeginningOnly) {
   EXPECT_FALSE(IsEncrypted(zuna_test::FromText("plain text, and long enough to be looked at")));
 }
 
-TEST(HoldsLegacyShow, TellsShowsFromNoise) {
+TEST(RequireRecognised, TellsShowsFromNoise) {
   std::mt19937 random(6);
-  const auto holds = [](const std::string& plaintext) {
+  const auto message = [](const std::string& plaintext) {
     OpenedFile file = OpenedFile::FromBytes(Encrypted(plaintext), "name", kKey);
-    return HoldsLegacyShow(file);
+    return zuna_test::MessageOf<Error>([&] { RequireRecognised(file, Detect(file)); });
   };
-  EXPECT_TRUE(holds(Written(zuna_test::RandomLegacyShow(random))));
-  EXPECT_FALSE(holds("noise"));
+  EXPECT_EQ(message(Written(zuna_test::RandomLegacyShow(random))), "(nothing was thrown)");
+  EXPECT_EQ(message("ZUNA, a log"), "(nothing was thrown)");
+  EXPECT_EQ(message("noise"), "name: is no show and no log of any version; give an undamaged file");
 }
 
 TEST(ReadLegacyShowName, NeedsTheHeaderOnly) {

@@ -1,0 +1,194 @@
+// The losses of a conversion, as lines of text.
+#include "cli/commands/loss_text.h"
+
+#include "toolkit/comparison/comparison.h"
+#include "toolkit/words.h"
+
+namespace zuna_cli {
+
+namespace {
+
+using zuna_toolkit::Action;
+using zuna_toolkit::Counted;
+using zuna_toolkit::Difference;
+using zuna_toolkit::DifferenceGroups;
+using zuna_toolkit::Document;
+using zuna_toolkit::Subject;
+
+/// What one and several of a kind are called.
+struct Noun {
+  std::string one;
+  std::string many;
+};
+
+Noun NounOf(Subject subject) {
+  switch (subject) {
+    case Subject::kShowName:
+      return {"show name", "show names"};
+    case Subject::kTimelineName:
+      return {"name of a timeline", "names of timelines"};
+    case Subject::kTimelineLength:
+      return {"length of a timeline", "lengths of timelines"};
+    case Subject::kDivision:
+      return {"division", "divisions"};
+    case Subject::kVoice:
+      return {"voice of its own", "voices of their own"};
+    case Subject::kVoiceNumber:
+      return {"voice number", "voice numbers"};
+    case Subject::kVoiceName:
+      return {"voice name", "voice names"};
+    case Subject::kReservedField:
+      return {"reserved field", "reserved fields"};
+    case Subject::kMessageChannel:
+      return {"message channel", "message channels"};
+    case Subject::kDeltaTime:
+      return {"delta time", "delta times"};
+    case Subject::kTempo:
+      return {"tempo", "tempos"};
+    case Subject::kBarLabel:
+      return {"bar label", "bar labels"};
+    case Subject::kKey:
+      return {"key", "keys"};
+    case Subject::kPageNumber:
+      return {"page number", "page numbers"};
+    case Subject::kMeter:
+      return {"meter", "meters"};
+    case Subject::kAttacca:
+      return {"attacca", "attaccas"};
+    case Subject::kFermata:
+      return {"fermata", "fermatas"};
+    case Subject::kCaesura:
+      return {"caesura with a second word above 1", "caesuras with a second word above 1"};
+    case Subject::kEditLabel:
+      return {"label", "labels"};
+    case Subject::kEditValue:
+      return {"value beyond 8 bits", "values beyond 8 bits"};
+    case Subject::kSecondWord:
+      return {"second word of a caesura", "second words of caesuras"};
+    default:
+      return {"other detail", "other details"};
+  }
+}
+
+/// An entry of a timeline with its time.
+std::string EntryText(Subject subject, const std::string& text, std::optional<std::uint32_t> tick) {
+  const std::string entry = subject == Subject::kBarLabel ? "label \"" + text + '"' : text;
+  return tick ? entry + " at " + std::to_string(*tick) : entry;
+}
+
+std::string TimelineText(const Difference& loss) {
+  if (loss.action == Action::kReordered) return "out of order";
+  if (loss.action == Action::kAdded) return EntryText(loss.subject, loss.after, loss.place.tick);
+  const std::string before = EntryText(loss.subject, loss.before, loss.place.tick);
+  if (loss.action == Action::kDropped) return before + " is dropped";
+  return before + " becomes " + EntryText(loss.subject, loss.after, loss.place.after_tick);
+}
+
+std::string VoiceText(const Difference& loss) {
+  const std::string at = loss.place.tick ? " at " + std::to_string(*loss.place.tick) : "";
+  switch (loss.subject) {
+    case Subject::kReservedField:
+      return loss.where + ": " + loss.before;
+    case Subject::kVoice:
+      return loss.where + " joins " + loss.after;
+    case Subject::kVoiceName:
+      return loss.where + " becomes \"" + loss.after + '"';
+    case Subject::kVoiceNumber:
+      return loss.before + " becomes " + loss.after;
+    default:
+      return loss.where + at + ": " + loss.before + " becomes " + loss.after;
+  }
+}
+
+/// The loss itself, without the song.
+std::string DetailText(const Difference& loss) {
+  switch (loss.subject) {
+    case Subject::kShowName:
+      return '"' + loss.before + "\"; up takes it from the log";
+    case Subject::kDivision:
+      return loss.before + "; up takes it from the show";
+    case Subject::kFermata:
+    case Subject::kAttacca:
+      return loss.before + "; copy-fermatas brings it back";
+    case Subject::kEditLabel:
+      return loss.before;
+    case Subject::kCaesura:
+      return loss.before + " is dropped";
+    case Subject::kVoice:
+    case Subject::kVoiceNumber:
+    case Subject::kVoiceName:
+    case Subject::kReservedField:
+    case Subject::kMessageChannel:
+    case Subject::kDeltaTime:
+      return VoiceText(loss);
+    case Subject::kTempo:
+    case Subject::kBarLabel:
+    case Subject::kKey:
+    case Subject::kPageNumber:
+    case Subject::kMeter:
+      return TimelineText(loss);
+    default:
+      return loss.before + " becomes " + loss.after;
+  }
+}
+
+/// "3 voice numbers (song 1: voice 12 becomes voice 2)"
+std::string GroupText(const DifferenceGroups::Group& group) {
+  const Difference& first = group.first;
+  Noun noun = NounOf(first.subject);
+  if (first.action == Action::kAdded) noun = {"additional " + noun.one, "additional " + noun.many};
+  const std::string song = first.song.empty() ? "" : "song " + first.song + ": ";
+  return Counted(group.count, noun.one, noun.many) + " (" + song + DetailText(first) + ")";
+}
+
+/// A loss of the way up that gets a line of its own; empty for any other.
+std::string OwnLine(const Difference& loss) {
+  const std::string song = "song " + loss.song + ": ";
+  if (loss.subject == Subject::kBarLabel && loss.action == Action::kChanged) {
+    return song + "the label at " + std::to_string(loss.place.tick.value_or(0)) + " is cut: \"" +
+           loss.before + "\" becomes \"" + loss.after + '"';
+  }
+  if (loss.subject == Subject::kVoice && loss.action == Action::kMerged) {
+    return song + std::to_string(loss.count) + " tracks share id " +
+           std::to_string(loss.place.voice.value_or(0)) + " and become one voice named " + loss.after + ": " +
+           loss.before;
+  }
+  if (loss.subject == Subject::kSong) {
+    return Counted(loss.count, "song was", "songs were") + " replaced by a later song of the same number";
+  }
+  if (loss.subject == Subject::kTrailingBytes) {
+    return Counted(loss.count, "byte after the last song is", "bytes after the last song are") + " not kept";
+  }
+  return "";
+}
+
+}  // namespace
+
+std::vector<std::string> DownLossLines(const Document& current, const Document& legacy) {
+  DifferenceGroups groups;
+  LossesOfDown(current, legacy, [&](const Difference& loss) { groups.Add(loss); });
+  std::vector<std::string> lines;
+  for (const DifferenceGroups::Group& group : groups.groups()) {
+    lines.push_back("format 0.0 does not keep " + GroupText(group));
+  }
+  return lines;
+}
+
+std::vector<std::string> UpLossLines(const Document& legacy, const Document& current) {
+  std::vector<std::string> lines;
+  DifferenceGroups groups;
+  LossesOfUp(legacy, current, [&](const Difference& loss) {
+    const std::string line = OwnLine(loss);
+    if (line.empty()) {
+      groups.Add(loss);
+    } else {
+      lines.push_back(line);
+    }
+  });
+  for (const DifferenceGroups::Group& group : groups.groups()) {
+    lines.push_back("the current versions do not keep " + GroupText(group));
+  }
+  return lines;
+}
+
+}  // namespace zuna_cli
