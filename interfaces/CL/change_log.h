@@ -32,7 +32,7 @@ class ZUNA_API ChangeLog {
 
   /// Reads a current log file of any supported version from a decrypted stream, from its position to its end.
   /// Throws cmn::UnsupportedVersionError for a version that this library does not know and cmn::DataError for
-  /// data that is no valid log; std::ios_base::failure where the stream's exception mask asks for it.
+  /// data that is not a valid log; std::ios_base::failure where the stream's exception mask asks for it.
   explicit ChangeLog(std::istream& is);
 
   ChangeLog(const ChangeLog&);
@@ -61,7 +61,7 @@ class ZUNA_API ChangeLog {
   /// Writes the log as a file of this version. Throws cmn::UnsupportedVersionError for a version that this
   /// library does not write, std::length_error for a log that the format cannot hold, and std::logic_error
   /// naming the song where its song log or one of its lists is null or where its number is not its key;
-  /// nothing has been written then. A stream that does not take the bytes gives kit::IoError, or
+  /// nothing has been written then. A stream that cannot be written gives kit::IoError, or
   /// std::ios_base::failure where its exception mask asks for it.
   void WriteBinary(std::ostream& os, const cmn::FileVersion& version) const;
 

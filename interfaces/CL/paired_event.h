@@ -1,5 +1,7 @@
 #pragma once
 
+// An edit between two positions of a song.
+
 #include <array>
 #include <cstdint>
 #include <iosfwd>
@@ -11,25 +13,25 @@
 
 namespace CL {
 
-/// Where a display draws an event, as fractions of the room that it has for it.
+/// Where a display draws an event, as fractions of the space that it has for it.
 struct DisplayRecord {
   float x = 0;         ///< from the left
   float y = 0;         ///< from the top
   float width = 0;     ///< of the event
   float height = 0;    ///< of the event
-  float anchor_x = 0;  ///< the point that the event is held by, across
-  float anchor_y = 0;  ///< and down
+  float anchor_x = 0;  ///< the anchor point, from the left
+  float anchor_y = 0;  ///< the anchor point, from the top
 };
 
 /// Six words that a display keeps with an event that it has drawn.
 using DisplayWords = std::array<std::uint32_t, 6>;
 
-/// An edit that reaches from one position to another and has a value: an integer or a float, depending on the
-/// class. The order of the virtual operations is part of the binary interface.
+/// An edit from one position to another with a value: an integer or a float, depending on the class. The
+/// order of the virtual operations is part of the binary interface.
 class ZUNA_API PairedEvent : public cmn::ZunaEvent {
  public:
   std::uint32_t start;  ///< in ticks
-  std::uint32_t end;    ///< in ticks; may lie before the start
+  std::uint32_t end;    ///< in ticks; may be before the start
   std::uint32_t
       value_bits;  ///< the value: an integer (a negative one in two's complement), or a float's bits
 
@@ -39,23 +41,23 @@ class ZUNA_API PairedEvent : public cmn::ZunaEvent {
   using cmn::ZunaEvent::WriteString;
 
   virtual std::uint32_t StartPosition() const;            ///< in ticks
-  virtual void SetStartPosition(std::uint32_t position);  ///< in ticks; may lie behind the end
+  virtual void SetStartPosition(std::uint32_t position);  ///< in ticks; may be after the end
   virtual std::uint32_t EndPosition() const;              ///< in ticks
-  virtual void SetEndPosition(std::uint32_t position);    ///< in ticks; may lie before the start
+  virtual void SetEndPosition(std::uint32_t position);    ///< in ticks; may be before the start
 
   /// The value as a number, whatever the class keeps it as.
   virtual double value() const;
 
   virtual void Reserved1();  ///< does nothing
 
-  /// The value as an integer, respectively as a float. They share their 32 bits: a class uses one of the two.
+  /// The value as an integer or as a float. They share their 32 bits: a class uses one of the two.
   virtual std::int32_t IntValue() const;
   virtual void SetIntValue(std::int32_t number);  ///< replaces all 32 bits
   virtual float FloatValue() const;               ///< the bits as a float
   virtual void SetFloatValue(float number);       ///< replaces all 32 bits
   virtual void SetFloatValue(double number);      ///< rounded to a float
 
-  /// Fills a record with the place of an event that has not been laid out: all 0, the anchor in the middle.
+  /// Fills a record for an event that has not been laid out: all 0, the anchor in the middle.
   virtual void FillDisplayRecord(DisplayRecord& record) const;
 
   virtual void ClearDisplayWords(DisplayWords& words) const;  ///< sets all six to 0
@@ -65,16 +67,16 @@ class ZUNA_API PairedEvent : public cmn::ZunaEvent {
   virtual int Reserved4() const;   ///< 0
   virtual bool Reserved5() const;  ///< true
 
-  /// How many ticks the event reaches over; 0 where the end does not lie after the start.
+  /// The length in ticks; 0 where the end is not after the start.
   virtual std::uint32_t Span() const;
 
-  /// Writes the event as it stands at the front of its list in a log file of this version: bytes in 1.1 and
-  /// 1.2, a JSON object in 2.0. Throws cmn::UnsupportedVersionError for any other version. A stream that does
-  /// not take the bytes gives kit::IoError, or std::ios_base::failure where its exception mask asks for it.
+  /// Writes the event as it is stored at the front of its list in a log file of this version: bytes in 1.1
+  /// and 1.2, a JSON object in 2.0. Throws cmn::UnsupportedVersionError for any other version. A stream that
+  /// cannot be written gives kit::IoError, or std::ios_base::failure where its exception mask asks for it.
   virtual void WriteBinary(std::ostream& os, const cmn::FileVersion& version) const;
 
  protected:
-  /// From one position to another, in ticks; `bits` is the value as it is kept in `value_bits`.
+  /// From one position to another, in ticks; `bits` is the value as `value_bits` holds it.
   PairedEvent(std::uint32_t start_position, std::uint32_t end_position, const std::string& event_label,
               std::uint32_t bits);
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+// The classes of edits between two positions of a song.
+
 #include <cstdint>
 #include <iosfwd>
 #include <string>
@@ -9,7 +11,7 @@
 
 namespace CL {
 
-/// The part of a song that is played again and again until the player goes on.
+/// The part of a song that is repeated until the player continues.
 class ZUNA_API Vamp final : public PairedEvent {
  public:
   static constexpr std::uint8_t evt_code = codes::kVamp;  ///< what EventCode() gives

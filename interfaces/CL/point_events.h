@@ -1,5 +1,7 @@
 #pragma once
 
+// The classes of edits at one position of a song.
+
 #include <cstdint>
 #include <iosfwd>
 #include <string>
@@ -11,7 +13,7 @@
 
 namespace CL {
 
-/// An edit that stands at one position.
+/// An edit at one position.
 class ZUNA_API PointEvent : public cmn::ZunaEvent {
  public:
   std::uint32_t position;  ///< in ticks
@@ -41,12 +43,12 @@ class ZUNA_API Caesura final : public PointEvent {
   void WriteBinary(std::ostream& os, const cmn::FileVersion& version) const override;
 };
 
-/// A text at a place of the score, such as a rehearsal letter.
+/// A text at a position of the score, such as a rehearsal letter.
 class ZUNA_API Marker final : public PointEvent {
  public:
   static constexpr std::uint8_t evt_code = codes::kMarker;  ///< what EventCode() gives
 
-  std::string text;  ///< what stands there
+  std::string text;  ///< the text of the marker
 
   /// At a position in ticks.
   Marker(std::uint32_t event_position, const std::string& event_label, const std::string& marker_text);

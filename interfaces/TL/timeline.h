@@ -1,5 +1,7 @@
 #pragma once
 
+// The current timeline of a song: tempos, bar labels, keys, pages and meters.
+
 #include <array>
 #include <cstdint>
 #include <string>
@@ -7,11 +9,11 @@
 
 #include "kit/api.h"
 
-/// The current timeline of a song. All times are ticks of the song's division; lists stand in ascending order
+/// The current timeline of a song. All times are ticks of the song's division; lists are in ascending order
 /// of time.
 namespace TL {
 
-/// A tempo that holds from `time` on.
+/// A tempo from `time` on.
 struct ZUNA_API Tempo {
   std::uint32_t time = 0;          ///< ticks
   std::uint32_t microseconds = 0;  ///< of a quarter note
@@ -20,8 +22,9 @@ struct ZUNA_API Tempo {
   /// division.
   double tick_time(unsigned short division) const;
 
-  /// Clicks a minute, when a click lasts `clocks_per_click` clocks of 24 to the quarter note. Microseconds
-  /// that a whole tempo was rounded to give that whole tempo: 545455 µs at 24 clocks are 110, not 109.9999.
+  /// Clicks a minute, when a click lasts `clocks_per_click` MIDI clocks (24 to the quarter note). Where the
+  /// microseconds were rounded from a whole tempo, gives the whole tempo: 545455 µs at 24 clocks are 110, not
+  /// 109.9999.
   double bpm(unsigned char clocks_per_click) const;
 
   bool operator==(const Tempo&) const = default;
@@ -33,7 +36,7 @@ class ZUNA_API BarsBeats {
   std::uint32_t time = 0;  ///< ticks
   std::uint8_t tag = 0;    ///< carried unchanged
 
-  /// Stores `label`: its bytes up to the first NUL, at most 7 of them. A longer label is cut, and never
+  /// Stores `label`: its bytes up to the first NUL, at most 7 of them. A longer label is cut, but not
   /// inside a character where the label is valid UTF-8.
   void bar_number(const std::string& label);
 
@@ -68,8 +71,8 @@ struct ZUNA_API Meter {
   std::uint32_t time = 0;                   ///< ticks
   std::uint8_t numerator = 0;               ///< beats of a bar
   std::uint8_t denominator = 0;             ///< the note that is a beat: 4 for a quarter
-  std::uint8_t clocks_per_click = 0;        ///< clocks of 24 to the quarter note
-  std::uint8_t notated_32_per_quarter = 0;  ///< notated 32nd notes in 24 clocks
+  std::uint8_t clocks_per_click = 0;        ///< MIDI clocks, 24 to the quarter note
+  std::uint8_t notated_32_per_quarter = 0;  ///< notated 32nd notes in 24 MIDI clocks
 
   /// The notated 32nd notes in one click: clocks_per_click × notated_32_per_quarter / 24, rounded half away
   /// from zero, its low 8 bits.
@@ -78,8 +81,7 @@ struct ZUNA_API Meter {
   bool operator==(const Meter&) const = default;
 };
 
-/// The five lists of a song's timeline. Nothing here sorts them: entries are appended in ascending order of
-/// time.
+/// The five lists of a song's timeline. Entries are appended in ascending order of time; they are not sorted.
 struct ZUNA_API Timeline {
   /// In ascending order of time.
   ///@{

@@ -7,8 +7,8 @@
 
 namespace cmn {
 
-/// The version of a file format: 0.0 is the legacy format, 1.0 and above are current ones. Ordered by major,
-/// then by minor number.
+/// The version of a file format: 0.0 is the legacy format, 1.0 and above are current. Ordered by major, then
+/// by minor number.
 struct FileVersion {
   std::uint8_t major = 0;  ///< compared first
   std::uint8_t minor = 0;  ///< compared among versions of one major number

@@ -1,5 +1,7 @@
 #pragma once
 
+// Which version the data in a stream has (docs/format-1.md, docs/format-2.md).
+
 #include <iosfwd>
 
 #include "cmn/file_version.h"
@@ -9,9 +11,9 @@ namespace cmn {
 
 /// The version of the show data in the decrypted stream `is`.
 ///
-/// Looks at the beginning of the stream whatever its position is, and leaves position and state as it found
-/// them. Data without the header of a current file of that kind is taken for the legacy format and gives 0.0;
-/// a text document gives the version that it states, in whatever order its keys stand. May throw
+/// Reads the beginning of the stream whatever its position is, and restores position and state. Data without
+/// the header of a current file of that kind counts as the legacy format and gives 0.0; the text form gives
+/// the version that it states, in any order of its keys. May throw
 /// std::ios_base::failure: on a stream whose exception mask asks for it, when the data is shorter than a
 /// header or cannot be read.
 ZUNA_API FileVersion get_showdata_version(std::istream& is);

@@ -1,5 +1,7 @@
 #pragma once
 
+// What all events of a song have in common.
+
 #include <cstdint>
 #include <iosfwd>
 #include <string>
@@ -24,13 +26,13 @@ class ZUNA_API ZunaEvent {
   ZunaEvent& operator=(ZunaEvent&&) noexcept = default;
   virtual ~ZunaEvent();
 
-  /// Where the event stands, in ticks from the beginning of the song.
+  /// The position of the event, in ticks from the beginning of the song.
   virtual std::uint32_t Position() const = 0;
 
   /// The kind of the event, one of the codes in codes/zuna_event_codes.h.
   virtual std::uint8_t EventCode() const = 0;
 
-  /// The order of events in a song: by position, then by event code. Labels and values do not take part.
+  /// The order of events in a song: by position, then by event code. Labels and values do not count.
   virtual bool operator<(const ZunaEvent& other) const;
 
   virtual bool PositionLess(std::uint32_t position) const;        ///< whether Position() < position
@@ -39,13 +41,14 @@ class ZUNA_API ZunaEvent {
   virtual bool PositionNotLess(std::uint32_t position) const;     ///< whether Position() >= position
   virtual bool PositionNotGreater(std::uint32_t position) const;  ///< whether Position() <= position
 
-  /// Whether two events have the same place in the order: one position and one event code.
+  /// Whether two events are equal in that order: same position and same event code.
+  ///@{
   virtual bool operator==(const ZunaEvent& other) const;
-  /// The opposite of operator==.
   virtual bool operator!=(const ZunaEvent& other) const;
+  ///@}
 
-  /// Writes the event as text for a person, as in "Vamp(0, 480, 2)"; a label that is not empty follows it
-  /// after a blank, between quotation marks. Leaves the stream's format flags as they were.
+  /// Writes the event as text for a person, as in "Vamp(0, 480, 2)"; a label that is not empty follows after
+  /// a blank, between quotation marks. Leaves the stream's format flags as they were.
   virtual void WriteString(std::ostream& os) const = 0;
   /// The same text, for standard output.
   virtual void WriteString(kit::CoutBuffer& buffer) const;

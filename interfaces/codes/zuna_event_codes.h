@@ -1,5 +1,7 @@
 #pragma once
 
+// The event codes of edits and their names.
+
 #include <cstdint>
 #include <map>
 #include <string>
@@ -8,8 +10,7 @@
 
 namespace codes {
 
-/// The event codes of the edits in a log. They are the letters of the legacy format; fermatas, which it does
-/// not have, came later.
+/// The event codes of the edits in a log. They are the letters of the legacy format, which has no fermatas.
 ///@{
 inline constexpr std::uint8_t kVamp = '@';
 inline constexpr std::uint8_t kRepeat = 'A';
@@ -22,7 +23,7 @@ inline constexpr std::uint8_t kFermata = 'M';
 inline constexpr std::uint8_t kCaesura = 'N';
 ///@}
 
-/// What people call the edit of an event code: "Vamp", "Repeat", "Cut", "Transpose", "TempoScale", "Marker",
+/// The name of the edit of an event code: "Vamp", "Repeat", "Cut", "Transpose", "TempoScale", "Marker",
 /// "Click", "Fermata" or "Caesura". Has an entry for every code above and no other.
 ZUNA_API extern const std::map<std::uint8_t, std::string> editNameByZunaEventCode;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+// A MIDI channel-voice message.
+
 #include <cstdint>
 #include <iosfwd>
 
@@ -7,8 +9,8 @@
 
 namespace std_midi {
 
-/// A MIDI channel-voice message: the status byte with its channel nibble, and two data bytes (the second is 0
-/// where the message has only one). Holds any three bytes; nothing is checked.
+/// A MIDI channel-voice message (MIDI 1.0): the status byte with its channel nibble, and two data bytes (the
+/// second is 0 where the message has only one). Holds any three bytes without a check.
 struct ZUNA_API VoiceMessage {
   std::uint8_t status = 0;  ///< kind and channel
   std::uint8_t data1 = 0;   ///< the first data byte

@@ -1,5 +1,7 @@
 #pragma once
 
+// A whole show in the current model.
+
 #include <iosfwd>
 #include <map>
 #include <memory>
@@ -25,8 +27,8 @@ class ZUNA_API ShowData {
 
   /// Reads a current show file of any supported version from a decrypted stream, from its position to its
   /// end. Throws cmn::UnsupportedVersionError for a version that this library does not know and
-  /// cmn::DataError for data that is no valid show; std::ios_base::failure where the stream's exception mask
-  /// asks for it.
+  /// cmn::DataError for data that is not a valid show; std::ios_base::failure where the stream's exception
+  /// mask asks for it.
   explicit ShowData(std::istream& is);
 
   ShowData(const ShowData&);
@@ -35,8 +37,8 @@ class ZUNA_API ShowData {
   ShowData& operator=(ShowData&&) noexcept;
   virtual ~ShowData();
 
-  /// Adds a song under its song number. A song that is already there under that number gives way to the new
-  /// one. Throws std::invalid_argument for a null pointer.
+  /// Adds a song under its song number and replaces one that is already there under that number. Throws
+  /// std::invalid_argument for a null pointer.
   void AddSongData(std::shared_ptr<SongData> song);
 
   /// The songs by number, for walking them.
@@ -46,7 +48,7 @@ class ZUNA_API ShowData {
   /// Throws cmn::UnsupportedVersionError for a version that this library does not write, std::length_error
   /// for a show that the format cannot hold, and std::logic_error naming the song for one without timeline or
   /// voice data, or whose number (or a voice's) was changed after it was added; nothing has been written
-  /// then. A stream that does not take the bytes gives kit::IoError, or std::ios_base::failure where its
+  /// then. A stream that cannot be written gives kit::IoError, or std::ios_base::failure where its
   /// exception mask asks for it.
   void WriteBinary(std::ostream& os, const cmn::FileVersion& version) const;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+// One song of a show in the current model.
+
 #include <cstdint>
 #include <memory>
 #include <string>

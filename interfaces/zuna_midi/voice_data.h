@@ -1,5 +1,7 @@
 #pragma once
 
+// The voices of a song in the current model.
+
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -30,8 +32,8 @@ class ZUNA_API VoiceData {
   /// In ascending order of track number.
   using Tracks = std::map<std::uint16_t, std::shared_ptr<VoiceTrack>>;
 
-  /// Adds a track under its track number. A track that is already there under that number gives way to the
-  /// new one. Throws std::invalid_argument for a null pointer.
+  /// Adds a track under its track number and replaces one that is already there under that number. Throws
+  /// std::invalid_argument for a null pointer.
   void AddTrack(std::shared_ptr<VoiceTrack> track);
 
   /// The track with this number. Throws std::out_of_range naming the number when there is none.

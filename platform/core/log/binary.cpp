@@ -1,6 +1,6 @@
 // The body of a binary log file (docs/format-1.md). The fields of all records stand in log/fields.h.
 
-#include "platform/core/log/binary.h"
+#include "platform/core/log/file.h"
 
 #include "platform/core/file/binary_field_reader.h"
 #include "platform/core/file/binary_field_writer.h"

@@ -8,9 +8,8 @@
 #include "CL/change_log.h"
 #include "platform/core/bytes/quote.h"
 #include "platform/core/file/frame.h"
-#include "platform/core/log/binary.h"
 #include "platform/core/log/fields.h"
-#include "platform/core/log/text.h"
+#include "platform/core/log/file.h"
 
 namespace zuna_core {
 

@@ -1,6 +1,6 @@
 // The text form of a log (docs/format-2.md). The fields of all records stand in log/fields.h.
 
-#include "platform/core/log/text.h"
+#include "platform/core/log/file.h"
 
 #include "platform/core/file/text_field_binder.h"
 #include "platform/core/file/text_field_writer.h"

@@ -1,3 +1,5 @@
+// A log: its song logs by number.
+
 #include "CL/change_log.h"
 
 #include <stdexcept>

@@ -1,3 +1,5 @@
+// The edits of a song, and their detailed text.
+
 #include "CL/song_log.h"
 
 #include <algorithm>

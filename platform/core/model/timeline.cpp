@@ -1,3 +1,5 @@
+// The formulas of tempos, bar labels and meters.
+
 #include "TL/timeline.h"
 
 #include <algorithm>

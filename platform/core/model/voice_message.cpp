@@ -1,3 +1,5 @@
+// A MIDI channel-voice message as text.
+
 #include "std_midi/voice_message.h"
 
 #include <ostream>

@@ -1,7 +1,7 @@
 // The body of a binary show file (docs/format-1.md). Messages, which are nearly all of it, have loops of
 // their own; the fields of all records stand in show/fields.h.
 
-#include "platform/core/show/binary.h"
+#include "platform/core/show/file.h"
 
 #include "platform/core/file/binary_field_reader.h"
 #include "platform/core/file/binary_field_writer.h"

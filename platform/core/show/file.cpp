@@ -6,8 +6,7 @@
 #include "kit/format.h"
 #include "platform/core/bytes/quote.h"
 #include "platform/core/file/frame.h"
-#include "platform/core/show/binary.h"
-#include "platform/core/show/text.h"
+#include "platform/core/show/file.h"
 #include "zuna_midi/show_data.h"
 
 namespace zuna_core {

@@ -1,7 +1,7 @@
 // The text form of a show (docs/format-2.md). Messages, which are nearly all of it, have loops of their own;
 // the fields of all records stand in show/fields.h.
 
-#include "platform/core/show/text.h"
+#include "platform/core/show/file.h"
 
 #include "platform/core/file/text_field_binder.h"
 #include "platform/core/file/text_field_writer.h"
