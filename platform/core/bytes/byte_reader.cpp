@@ -39,7 +39,7 @@ std::size_t ByteReader::Entries(std::uint32_t count, std::size_t min_size, std::
 }
 
 void ByteReader::ExpectEnd() {
-  if (remaining() != 0) Fail("end", kit::format("%zu extra bytes follow the last field", remaining()));
+  if (remaining() != 0) Fail("end", kit::format("unexpected bytes after the last field: %zu", remaining()));
 }
 
 void ByteReader::Fail(std::string_view field, const std::string& problem) const {

@@ -1,0 +1,22 @@
+// What is wrong with a text that is not JSON.
+
+#include "platform/core/json/parse_stream.h"
+
+#include <gtest/gtest.h>
+
+#include <boost/json/error.hpp>
+
+namespace {
+
+using boost::json::error;
+using zuna_core::DescribeJsonError;
+
+TEST(JsonError, IsDescribed) {
+  EXPECT_EQ(DescribeJsonError(error::incomplete), "the text ends before its JSON value does");
+  EXPECT_EQ(DescribeJsonError(error::extra_data), "more text follows the JSON value");
+  EXPECT_EQ(DescribeJsonError(error::too_deep), "lists and objects are nested too deeply");
+  const boost::json::error_code other = error::syntax;
+  EXPECT_EQ(DescribeJsonError(other), "this is not JSON (" + other.message() + ")");
+}
+
+}  // namespace
