@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <stdexcept>
 
 #include "format_converter/version0/primitives/errors.h"
@@ -103,6 +104,27 @@ TEST(LegacyTimeline, EndOfTheStreamIsAnUnknownCodeWhereTheStreamDoesNotThrow) {
     std::istringstream throwing(WithBody(body, 99));
     throwing.exceptions(std::ios_base::failbit | std::ios_base::badbit);
     EXPECT_THROW(Timeline timeline(throwing), std::ios_base::failure);
+  }
+}
+
+TEST(LegacyTimeline, CutWhereAnEventCodeMustComeIsRefusedOnEveryStream) {
+  Timeline without_labels = WithEveryList();
+  without_labels.bars_beats.clear();  // a label that is cut off is an error of its own
+  const std::string bytes = Written(without_labels);
+  const std::size_t body = 4 + 4 + 4 + 4;  // magic, name, length, body length
+  const std::set<std::size_t> codes = {body, body + 20, body + 25, body + 39, body + 53};
+  for (std::size_t length = body; length < bytes.size(); ++length) {
+    const std::string cut = bytes.substr(0, length);
+    std::istringstream throwing(cut);
+    throwing.exceptions(std::ios_base::failbit | std::ios_base::badbit);
+    EXPECT_THROW(Timeline timeline(throwing), std::ios_base::failure) << length;
+    // Without a mask, a list that is cut off ends the timeline, and only the missing code is an error.
+    if (codes.count(length) == 0) {
+      EXPECT_NO_THROW(Read<Timeline>(cut)) << length;
+      continue;
+    }
+    EXPECT_EQ(MessageOf<version0::EventCodeError>([&] { Read<Timeline>(cut); }),
+              "Unknown Timeline eventCode 0xffffffff at -1");
   }
 }
 
