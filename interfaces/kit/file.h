@@ -47,10 +47,10 @@ ZUNA_API FileBytes ReadWholeFile(int descriptor, const std::string& name, std::s
 /// Permissions of a file that only its owner may read and write.
 inline constexpr unsigned kOwnerOnly = 0600;
 
-/// Replaces the file at `path`, or creates it, in one step: whoever opens the path finds the old bytes or the
-/// new ones, also after a crash at any moment. A new file gets the permissions `new_mode` as far as the umask
-/// allows, a replaced one keeps its own; of a symbolic link, what it points to is replaced. What is not a
-/// regular file (a device, a pipe) cannot be replaced and is written to directly.
+/// Replaces the file at `path`, or creates it, in one step: a program that opens the path finds the old bytes
+/// or the new ones, also after a crash at any moment. A new file gets the permissions `new_mode` as far as
+/// the umask allows, a replaced one keeps its own; of a symbolic link, what it points to is replaced. What is
+/// not a regular file (a device, a pipe) cannot be replaced and is written to directly.
 ///
 /// Throws kit::IoError "PATH: WHAT: REASON; REMEDY"; an old file is untouched then, and no other file is left
 /// behind. A signal that ends the process may leave a temporary file ".zuna-*.tmp" beside the target.

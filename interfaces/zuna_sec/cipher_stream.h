@@ -56,10 +56,10 @@ class ZUNA_API TwoFishCipherStream : public CipherStream {
 
   ~TwoFishCipherStream() override;
 
-  /// Encrypts the whole plaintext and puts it into the file at `path` in one step: whoever opens the path
-  /// sees the old file or the new one, never a part. A new file is readable by its owner only; one that is
-  /// replaced keeps its mode. Throws kit::IoError naming the path; the old file is untouched then and nothing
-  /// else is left behind.
+  /// Encrypts the whole plaintext and puts it into the file at `path` in one step: a program that
+  /// opens the path sees the old file or the new one, never a part. A new file is readable by its owner only;
+  /// one that is replaced keeps its mode. Throws kit::IoError naming the path; the old file is untouched then
+  /// and nothing else is left behind.
   void WriteToFile(const std::string& path);
 
   /// The whole plaintext, encrypted.
