@@ -3,7 +3,6 @@
 #include <sstream>
 
 #include "cli/commands/context.h"
-#include "cli/terminal/messages.h"
 #include "cli/terminal/signals.h"
 #include "cli/terminal/standard_streams.h"
 

@@ -5,7 +5,6 @@
 #include <filesystem>
 
 #include "cli/commands/key_file.h"
-#include "cli/terminal/messages.h"
 #include "cli/terminal/standard_streams.h"
 #include "cmn/file_format.h"
 

@@ -2,8 +2,8 @@
 #include <memory>
 
 #include "cli/commands/context.h"
+#include "cli/commands/document_text.h"
 #include "cli/commands/input.h"
-#include "cli/commands/summary_text.h"
 #include "toolkit/conversion/conversion.h"
 #include "toolkit/document/write.h"
 

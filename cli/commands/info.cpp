@@ -2,9 +2,8 @@
 #include <memory>
 
 #include "cli/commands/context.h"
+#include "cli/commands/document_text.h"
 #include "cli/commands/input.h"
-#include "cli/commands/summary_text.h"
-#include "cli/terminal/messages.h"
 #include "cli/terminal/standard_streams.h"
 
 namespace zuna_cli {

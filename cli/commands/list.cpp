@@ -4,7 +4,6 @@
 
 #include "cli/commands/context.h"
 #include "cli/commands/input.h"
-#include "cli/terminal/messages.h"
 #include "cli/terminal/standard_streams.h"
 #include "cli/terminal/text.h"
 #include "kit/path.h"

@@ -1,5 +1,5 @@
 // The losses of a conversion, as lines of text.
-#include "cli/commands/loss_text.h"
+#include "cli/commands/document_text.h"
 
 #include "toolkit/comparison/comparison.h"
 #include "toolkit/words.h"

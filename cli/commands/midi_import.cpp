@@ -5,8 +5,8 @@
 #include <set>
 
 #include "cli/commands/context.h"
+#include "cli/commands/document_text.h"
 #include "cli/commands/input.h"
-#include "cli/commands/summary_text.h"
 #include "cli/terminal/standard_streams.h"
 #include "toolkit/document/write.h"
 #include "toolkit/error.h"

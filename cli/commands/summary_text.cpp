@@ -1,5 +1,5 @@
 // What there is to tell about a document, as text and as JSON.
-#include "cli/commands/summary_text.h"
+#include "cli/commands/document_text.h"
 
 #include <map>
 #include <vector>
@@ -7,6 +7,7 @@
 #include "cli/terminal/table.h"
 #include "cli/terminal/text.h"
 #include "cmn/file_format.h"
+#include "toolkit/document/summary.h"
 #include "toolkit/words.h"
 
 namespace zuna_cli {

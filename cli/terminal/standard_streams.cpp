@@ -1,14 +1,28 @@
-// Standard input and output in place of files.
+// Standard input and output in place of files; messages on standard error.
 #include "cli/terminal/standard_streams.h"
 
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
+#include <iostream>
 #include <system_error>
 
-#include "cli/terminal/failure.h"
+#include "cli/terminal/text.h"
 
 namespace zuna_cli {
+
+namespace {
+
+constexpr const char* kRed = "\033[31m";
+constexpr const char* kPlain = "\033[0m";
+
+bool Colourful() {
+  const char* no_color = std::getenv("NO_COLOR");  // https://no-color.org
+  return isatty(STDERR_FILENO) != 0 && (no_color == nullptr || *no_color == '\0');
+}
+
+}  // namespace
 
 std::string InputName(const std::string& path) { return path == kStandardStream ? "standard input" : path; }
 
@@ -27,6 +41,17 @@ void WriteStandardOutput(std::string_view bytes) {
                         "; check where it goes and whether there is space");
     }
   }
+}
+
+void PrintError(const Failure& failure) {
+  if (*failure.what() == '\0') return;
+  const bool colour = Colourful();
+  std::cerr << (colour ? kRed : "") << "zuna-convert:" << (colour ? kPlain : "") << ' '
+            << Printable(failure.what()) << '\n';
+}
+
+void PrintNote(const std::string& name, const std::string& text) {
+  std::cerr << "zuna-convert: " << Printable(name + ": " + text) << '\n';
 }
 
 }  // namespace zuna_cli

@@ -1,8 +1,10 @@
-// Standard input and output in place of files.
+// Standard input and output in place of files; messages on standard error.
 #pragma once
 
 #include <string>
 #include <string_view>
+
+#include "cli/terminal/failure.h"
 
 namespace zuna_cli {
 
@@ -17,5 +19,12 @@ std::string OutputName(const std::string& path);
 
 /// Writes to standard output. Throws Failure: kIo, or kClosedPipe without a message.
 void WriteStandardOutput(std::string_view bytes);
+
+/// Writes "zuna-convert: " and the message to standard error, in colour on a terminal unless the environment
+/// has NO_COLOR.
+void PrintError(const Failure& failure);
+
+/// Writes "zuna-convert: NAME: " and the text to standard error.
+void PrintNote(const std::string& name, const std::string& text);
 
 }  // namespace zuna_cli

@@ -11,6 +11,19 @@
 
 namespace zuna_toolkit {
 
+namespace {
+
+/// The losses of a conversion are those between both forms of one document.
+void RequireTwoForms(const Document& legacy, const Document& current) {
+  RequireLegacy(legacy.type(), legacy.name());
+  RequireCurrent(current.type(), current.name());
+  if (legacy.type().kind == current.type().kind) return;
+  throw Error(ErrorKind::kBadInput, legacy.name(), "is not the legacy form of " + current.name(),
+              "give both forms of one document");
+}
+
+}  // namespace
+
 std::string CodeText(const Difference& difference) {
   static constexpr std::string_view kSubjects[] = {"show-name",     "log-label",       "identifier",
                                                    "tag-pair",      "trailing-bytes",  "song",
@@ -54,6 +67,7 @@ std::vector<Difference> Compare(const Document& before, const Document& after) {
 }
 
 void LossesOfDown(const Document& current, const Document& legacy, const DifferenceSink& sink) {
+  RequireTwoForms(legacy, current);
   OnFile(current.name(), [&] {
     if (const auto* log = current.As<CL::ChangeLog>()) {
       CompareLogs(*log, legacy.As<LegacyLog>()->log.get_version_1_0(), sink);
@@ -64,10 +78,11 @@ void LossesOfDown(const Document& current, const Document& legacy, const Differe
 }
 
 void LossesOfUp(const Document& legacy, const Document& current, const DifferenceSink& sink) {
+  RequireTwoForms(legacy, current);
   std::size_t replaced_songs = 0;
   std::size_t trailing_bytes = 0;
   if (const auto* show = legacy.As<LegacyShow>()) {
-    CompareWithWayBack(show->show, *current.As<zuna_midi::ShowData>(), sink);
+    OnFile(legacy.name(), [&] { CompareWithWayBack(show->show, *current.As<zuna_midi::ShowData>(), sink); });
     replaced_songs = show->replaced_songs;
     trailing_bytes = show->trailing_bytes;
   } else {

@@ -25,12 +25,12 @@ ZUNA_API std::vector<Difference> Compare(const Document& before, const Document&
 ///@}
 
 /// What `current` loses in `legacy`, which Down() made of it: the differences between it and what comes back
-/// up. Throws Error (kBadInput) where that conversion fails.
+/// up. Throws Error (kBadInput) where that conversion fails, and where the two are not forms of one document.
 ZUNA_API void LossesOfDown(const Document& current, const Document& legacy, const DifferenceSink& sink);
 
 /// What `legacy` loses in `current`, which Up() made of it: the differences between its songs and what comes
 /// back down, as far as the way up makes them, and what its file has besides. The numbers of voices are kept
-/// on the way up.
+/// on the way up. Throws Error (kBadInput) where the two are not forms of one document.
 ZUNA_API void LossesOfUp(const Document& legacy, const Document& current, const DifferenceSink& sink);
 
 /// Differences grouped by code.

@@ -139,6 +139,31 @@ TEST(Compare, TakesALegacyDocumentInItsCurrentForm) {
   EXPECT_EQ(Compare(legacy, Document(log, {1, 2}, "new")).size(), 1U);
 }
 
+TEST(Losses, NeedBothFormsOfOneDocument) {
+  const auto ignore = [](const Difference&) {};
+  const Document legacy_show(LegacyShow(), {}, "old show");
+  const Document legacy_log(LegacyLog(), {}, "old log");
+  const Document show(zuna_midi::ShowData(), {1, 2}, "show");
+  EXPECT_EQ(zuna_test::MessageOf<Error>([&] { LossesOfDown(show, legacy_log, ignore); }),
+            "old log: is not the legacy form of show; give both forms of one document");
+  EXPECT_EQ(zuna_test::MessageOf<Error>([&] { LossesOfUp(show, show, ignore); }),
+            "show: is a show of version 1.2, not 0.0; use convert or down");
+  EXPECT_EQ(zuna_test::MessageOf<Error>([&] { LossesOfDown(legacy_show, legacy_show, ignore); }),
+            "old show: is a show of version 0.0, not a current one; use up first");
+}
+
+TEST(Losses, NameTheSongThatWouldNotComeUpAgain) {
+  version0::ShowData legacy;
+  legacy.songs["7"].song_number = "7";
+  zuna_midi::ShowData show;
+  AddSong(show, "7");
+  EXPECT_EQ(zuna_test::MessageOf<Error>([&] {
+              LossesOfDown({show, {1, 2}, "show"}, {LegacyShow{legacy}, {}, "old"}, [](const Difference&) {});
+            }),
+            "show: song 7 would not come up again from format 0.0: A timeline without meters cannot be "
+            "converted: add a meter at its start; correct the song (edit its text form)");
+}
+
 TEST(DifferenceGroups, CountByCode) {
   DifferenceGroups groups;
   Difference tempo;

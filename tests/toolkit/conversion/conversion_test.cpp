@@ -121,6 +121,17 @@ TEST(Conversion, SaysWhatFormat0CannotHold) {
             "x: the name of song 7 has 256 bytes, and format 0.0 holds 255; shorten it");
   EXPECT_EQ(DownError([](auto& song) { song.voice_data->GetTrack(0)->name = std::string(300, 'x'); }),
             "x: the name of voice 0 of song 7 has 300 bytes, and format 0.0 holds 255; shorten it");
+  EXPECT_EQ(DownError([](auto& song) { song.timeline = nullptr; }),
+            "x: song 7 has no timeline or no voices, and format 0.0 cannot hold such a song; remove it");
+  EXPECT_EQ(DownError([](auto& song) { song.song_number = std::string(256, '7'); }),
+            "x: the number of a song has 256 bytes, and format 0.0 holds 255; shorten it");
+  EXPECT_EQ(DownError([](auto& song) {
+              song.timeline->tempos.assign(5000, {9, 500000});
+              song.timeline->meters.assign(40, {9, 4, 4, 24, 8});
+              for (std::size_t i = 1; i < 40; i += 2) song.timeline->meters[i].time = 0;
+              song.timeline->meters[1].time = 10;
+            }),
+            "x: song 7: the meters are in disorder" + correct);
   const auto voices = [](zuna_midi::SongData& song, int count, const char* name) {
     for (int i = 1; i <= count; ++i) {
       auto voice = std::make_shared<zuna_midi::VoiceTrack>();

@@ -1,4 +1,4 @@
-// The losses of a conversion, as lines of text.
+// What there is to tell about a document and its conversion, as text and as JSON.
 #pragma once
 
 #include <string>
@@ -7,6 +7,15 @@
 #include "toolkit/document/document.h"
 
 namespace zuna_cli {
+
+/// "3 songs, 12 voices, 4711 events" for a show, "3 songs, 12 edits" for a log.
+std::string CountsText(const zuna_toolkit::Document& document);
+
+/// The whole as aligned text for people, with a line break at its end.
+std::string InfoText(const zuna_toolkit::Document& document);
+
+/// The whole as a JSON object.
+std::string InfoJson(const zuna_toolkit::Document& document);
 
 /// What `current` loses in `legacy`, which came down from it: a line for each kind of loss, with the first
 /// one. Throws zuna_toolkit::Error.
