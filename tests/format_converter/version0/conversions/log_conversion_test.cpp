@@ -107,6 +107,23 @@ TEST(SongLogDown, DropsWhatTheLegacyFormatLacks) {
   EXPECT_EQ(Written(SongLogV0(*current)), Written(log));
 }
 
+TEST(SongLogDown, ReservesAsManyEventsAsTheCurrentListHolds) {
+  CL::SongLog current("1", "", 0, 0);
+  for (int i = 0; i < 3; ++i) {
+    current.vamps->events.emplace_back(0, 1, "", 1);
+    current.transposes->events.emplace_back(0, 1, "", 1);
+    current.tempo_scales->events.emplace_back(0, 1, "", 1.5F);
+    current.caesuras->events.emplace_back(0, "");
+    current.markers->events.emplace_back(0, "", "A");
+  }
+  const SongLogV0 log(current);  // lists that grow have room for 4
+  EXPECT_EQ(log.vamps.capacity(), 3U);
+  EXPECT_EQ(log.transposes.capacity(), 3U);
+  EXPECT_EQ(log.tempo_scales.capacity(), 3U);
+  EXPECT_EQ(log.caesuras.capacity(), 3U);
+  EXPECT_EQ(log.score_markers.capacity(), 3U);
+}
+
 TEST(SongLogDown, LogWithoutAListIsRefused) {
   CL::SongLog current("1", "", 0, 0);
   current.cuts = nullptr;
