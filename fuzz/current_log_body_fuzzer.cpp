@@ -4,13 +4,13 @@
 #include <string>
 
 #include "fuzz/framed.h"
-#include "fuzz/log_round_trip.h"
+#include "fuzz/round_trip.h"
 #include "fuzz/target.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   const std::string body(data + 1, data + size);
   const std::uint8_t minor = data[0] % 2 == 0 ? 2 : 1;
-  fuzz::ReadAndConvertLog(fuzz::Framed(zuna_core::FileKind::kLog, minor, body));
+  fuzz::ReadAndConvert<CL::ChangeLog>(fuzz::Framed(cmn::FileKind::kLog, minor, body));
   return 0;
 }

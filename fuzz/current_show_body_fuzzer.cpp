@@ -4,12 +4,12 @@
 #include <string>
 
 #include "fuzz/framed.h"
-#include "fuzz/show_round_trip.h"
+#include "fuzz/round_trip.h"
 #include "fuzz/target.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   const std::string body(data + 1, data + size);
-  fuzz::ReadAndConvert(fuzz::Framed(zuna_core::FileKind::kShow, data[0] % 3, body));
+  fuzz::ReadAndConvert<zuna_midi::ShowData>(fuzz::Framed(cmn::FileKind::kShow, data[0] % 3, body));
   return 0;
 }

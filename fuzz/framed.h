@@ -2,6 +2,8 @@
 
 #pragma once
 
+// The frame around the body of a binary file.
+
 #include <cstdint>
 #include <string>
 
@@ -10,8 +12,8 @@
 
 namespace fuzz {
 
-/// A binary file of version 1.`minor`: the right header before a body, and the right checksum behind it.
-inline std::string Framed(zuna_core::FileKind kind, std::uint8_t minor, const std::string& body) {
+/// A binary file of version 1.`minor`: the right header before a body and the right checksum after it.
+inline std::string Framed(cmn::FileKind kind, std::uint8_t minor, const std::string& body) {
   const std::size_t checksum_size = minor == 0 ? 0 : zuna_core::kChecksumSize;
   const auto size = static_cast<std::uint32_t>(zuna_core::kVersionSize + body.size() + checksum_size);
   std::string file = zuna_core::EncodeHeader(kind, {size, {1, minor}}) + body;
@@ -19,7 +21,7 @@ inline std::string Framed(zuna_core::FileKind kind, std::uint8_t minor, const st
   return file.append(crc, zuna_core::PutFixed(crc, zuna_core::Crc32(0, file), checksum_size));
 }
 
-/// The input that stands for a binary file of version 1.`minor`: the minor version (1 byte) and the body,
+/// The input for a binary file of version 1.`minor`: the minor version (1 byte) and the body,
 /// without header and checksum.
 inline std::string Unframed(std::uint8_t minor, const std::string& file) {
   const std::size_t checksum_size = minor == 0 ? 0 : zuna_core::kChecksumSize;

@@ -1,14 +1,14 @@
 // Bodies of binary logs.
 
 #include "fuzz/framed.h"
-#include "fuzz/log_round_trip.h"
+#include "fuzz/round_trip.h"
 #include "fuzz/seeds/current_samples.h"
 #include "fuzz/seeds/seeds.h"
 
 namespace {
 
 std::vector<std::uint8_t> Body(const CL::ChangeLog& log, std::uint8_t minor) {
-  const std::string input = fuzz::Unframed(minor, fuzz::WriteLog(log, {1, minor}));
+  const std::string input = fuzz::Unframed(minor, fuzz::Write(log, {1, minor}));
   return {input.begin(), input.end()};
 }
 

@@ -1,6 +1,6 @@
 // Logs of every current version.
 
-#include "fuzz/log_round_trip.h"
+#include "fuzz/round_trip.h"
 #include "fuzz/seeds/current_samples.h"
 #include "fuzz/seeds/seeds.h"
 
@@ -12,15 +12,15 @@ std::vector<std::uint8_t> Bytes(const std::string& text) { return {text.begin(),
 
 void fuzz::WriteSeeds(const SeedFolder& folder) {
   const CL::ChangeLog log = SampleLog();
-  const std::string text = WriteLog(log, {2, 0});
-  const std::string compact = WriteLog(log, {1, 2});
+  const std::string text = Write(log, {2, 0});
+  const std::string compact = Write(log, {1, 2});
   std::string unknown = compact;
   unknown[9] = 0;
 
-  folder.Write("good-1.1", Bytes(WriteLog(log, {1, 1})));
+  folder.Write("good-1.1", Bytes(Write(log, {1, 1})));
   folder.Write("good-1.2", Bytes(compact));
   folder.Write("good-2.0", Bytes(text));
-  folder.Write("good-2.0-without-songs", Bytes(WriteLog({}, {2, 0})));
+  folder.Write("good-2.0-without-songs", Bytes(Write(CL::ChangeLog(), {2, 0})));
   folder.Write("good-2.0-version-last",
                Bytes(R"({"songLogs": [], "tagPair": [0, 1], "logLabel": {"bytes": "ff"}, "showName": "",)"
                      R"("identifier": "00112233-4455-6677-8899-aabbccddeeff", "kind": "logdata",)"

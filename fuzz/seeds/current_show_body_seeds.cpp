@@ -1,9 +1,9 @@
 // Bodies of binary shows.
 
 #include "fuzz/framed.h"
+#include "fuzz/round_trip.h"
 #include "fuzz/seeds/current_samples.h"
 #include "fuzz/seeds/seeds.h"
-#include "fuzz/show_round_trip.h"
 
 namespace {
 

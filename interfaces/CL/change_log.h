@@ -19,7 +19,7 @@ namespace CL {
 /// A whole log in the current model. A copy shares its song logs with the original.
 class ZUNA_API ChangeLog {
  public:
-  /// In plain byte order of the song numbers: "10" stands before "2".
+  /// In plain byte order of the song numbers: "10" comes before "2".
   using SongLogs = std::map<std::string, std::shared_ptr<SongLog>>;
 
   std::string show_name;                                 ///< the show that the log belongs to

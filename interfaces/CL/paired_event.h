@@ -45,7 +45,7 @@ class ZUNA_API PairedEvent : public cmn::ZunaEvent {
   virtual std::uint32_t EndPosition() const;              ///< in ticks
   virtual void SetEndPosition(std::uint32_t position);    ///< in ticks; may be before the start
 
-  /// The value as a number, whatever the class keeps it as.
+  /// The value as a number, in either representation.
   virtual double value() const;
 
   virtual void Reserved1();  ///< does nothing

@@ -17,7 +17,7 @@ class ZUNA_API DataError : public kit::RuntimeError {
   /// What an error tells. what() is composed of what is present:
   /// song "SONG", FIELD: PROBLEM (at byte OFFSET); REMEDY
   struct Parts {
-    std::optional<std::string> song = {};      ///< the number of the song, as it stands in the data
+    std::optional<std::string> song = {};      ///< the number of the song, as the data states it
     std::string field = {};                    ///< path of the field, such as "voice 3, messages[7].time"
     std::optional<std::uint64_t> offset = {};  ///< in bytes from the beginning of the file
     std::string problem = {};                  ///< what is wrong

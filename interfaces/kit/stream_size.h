@@ -8,7 +8,7 @@
 
 namespace kit {
 
-/// The bytes from the read position of `buffer` to its end, 0 where the position lies behind the end; -1
+/// The bytes from the read position of `buffer` to its end, 0 where the position is after the end; -1
 /// where the buffer cannot tell. Leaves the read position where it is. Passes on what the buffer throws.
 inline std::streamoff BytesAhead(std::streambuf& buffer) {
   const std::streamoff here = buffer.pubseekoff(0, std::ios_base::cur, std::ios_base::in);

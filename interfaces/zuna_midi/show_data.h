@@ -17,7 +17,7 @@ namespace zuna_midi {
 /// A whole show in the current model. A copy shares its songs with the original.
 class ZUNA_API ShowData {
  public:
-  /// In the order of song numbers: "2" stands before "10".
+  /// In the order of song numbers: "2" comes before "10".
   using Songs = std::map<std::string, std::shared_ptr<SongData>, kit::NumericStringCompare>;
 
   std::string show_name;  ///< the title

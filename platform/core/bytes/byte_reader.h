@@ -20,7 +20,7 @@ struct FieldPath {
   std::size_t index = 0;               ///< in the list
 };
 
-/// What is wrong where no valid variable-length integer stands.
+/// What is wrong where there is no valid variable-length integer.
 inline constexpr const char* kNoVarint = "expected a variable-length integer in its shortest form";
 
 /// Reads numbers and bytes out of a file in memory and never beyond its end. Every read takes the name of its

@@ -12,7 +12,7 @@
 
 namespace zuna_core {
 
-/// A variable-length integer and the `size` low bytes of `bytes` behind it.
+/// A variable-length integer and the `size` low bytes of `bytes` after it.
 struct VarintRecord {
   std::uint64_t varint;
   std::uint64_t bytes;

@@ -50,7 +50,7 @@ inline char* PutVarint(char* to, std::uint64_t value) {
   return PutFixed(to, groups | (0x8080808080 & before_last), size);
 }
 
-/// Reads what PutVarint() wrote and moves `from` behind it. False where the bytes end first or are not the
+/// Reads what PutVarint() wrote and moves `from` past it. False where the bytes end first or are not the
 /// shortest form of a number below 2^35; `from` does not move then.
 inline bool GetVarint(const char*& from, const char* end, std::uint64_t& value) {
   value = 0;

@@ -1,4 +1,4 @@
-// Text from a file as it stands in messages.
+// Text from a file as it appears in messages.
 
 #include "platform/core/bytes/quote.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// Text from a file as it stands in messages.
+// Text from a file as it appears in messages.
 
 #include <string>
 #include <string_view>

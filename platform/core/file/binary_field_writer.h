@@ -20,8 +20,8 @@
 
 namespace zuna_core {
 
-/// How numbers stand in a binary file: at their full width; or compact, where those of more than a byte are
-/// variable-length integers, and positions are differences.
+/// How numbers are encoded in a binary file: at their full width; or compact, where those of more than a byte
+/// are variable-length integers, and positions are differences.
 enum class Layout { kFixed, kCompact };
 
 /// The bytes of a bar number in the fixed layout, where zero bytes fill it up.

@@ -28,7 +28,7 @@ namespace {
     throw cmn::DataError("This is a current " + other_name + " file, not a " + name + " file");
   }
   throw cmn::DataError("This is not a current " + name + " file: it has no header",
-                       "a legacy " + name + " (version 0.0) has to be converted up first");
+                       "a legacy " + name + " (version 0.0) must be converted up first");
 }
 
 }  // namespace

@@ -88,7 +88,7 @@ class ProbeHandler {
 };
 
 /// The version that the text form of this kind states that begins at the position of the stream; 0.0 where
-/// none of this kind stands there. Reads no further than needed, in constant memory.
+/// none of this kind is there. Reads no further than needed, in constant memory.
 cmn::FileVersion ProbeText(std::istream& is, FileKind kind) {
   boost::json::parse_options options;
   options.max_depth = kMaxJsonDepth;

@@ -1,6 +1,6 @@
 #pragma once
 
-// What the writers and readers of fields have to know about a record besides its fields. show/fields.h and
+// What the writers and readers of fields need to know about a record besides its fields. show/fields.h and
 // log/fields.h specialise these for their records.
 
 #include <string>
@@ -32,7 +32,7 @@ struct BinaryMessages;
 template <typename Messages>
 struct TextMessages;
 
-/// Sets the label of a bar or beat, which has to fit into its entry as it is. Returns null, or what is wrong
+/// Sets the label of a bar or beat, which must fit into its entry unchanged. Returns null, or what is wrong
 /// with it, for a message.
 const char* SetBarNumber(TL::BarsBeats& entry, const std::string& label);
 

@@ -52,7 +52,7 @@ class TextFieldBinder {
     object_.Add({key, JsonKind::kRows, &messages, nullptr, nullptr, &TextMessages<Messages>::kRowType});
   }
 
-  /// The members that state what a file is.
+  /// The members that state the kind and the version of a file.
   void KindAndVersion(FileKind& kind) {
     object_.Add({"kind", JsonKind::kString, &kind, &StoreKind});
     object_.Add({"fileVersion", JsonKind::kString, &kind, &StoreVersion});

@@ -12,10 +12,10 @@
 
 namespace zuna_core {
 
-/// Writes JSON into a buffered output: commas, new lines and blanks come by themselves.
+/// Writes JSON into a buffered output: commas, line breaks and blanks are added.
 class JsonWriter {
  public:
-  /// How the members of an object stand.
+  /// How the members of an object are laid out.
   enum class Style { kLines, kOneLine };
 
   explicit JsonWriter(BufferedOutput& output) : output_(output) {}
@@ -60,7 +60,7 @@ class JsonWriter {
   BufferedOutput& output_;
   std::size_t indent_ = 0;
   bool one_line_ = false;
-  bool empty_ = true;  ///< whether nothing stands in the current object or list yet
+  bool empty_ = true;  ///< whether the current object or list has nothing in it yet
 };
 
 inline void JsonWriter::Key(std::string_view key) {

@@ -144,7 +144,7 @@ bool ObjectHandler::FindMember(std::string_view key, Code& code) {
   Frame& frame = top();
   if (frame.level == Level::kBits) return OnlyKey("bits", key, code);
   if (frame.level == Level::kBytes) return OnlyKey("bytes", key, code);
-  // Keys mostly stand in their order, so the search begins behind the last one.
+  // Keys are mostly in order, so the search begins after the last one.
   for (std::size_t tried = 0; tried < frame.object.size(); ++tried, ++frame.next) {
     if (frame.next >= frame.object.size()) frame.next = 0;
     if (frame.object[frame.next].key != key) continue;

@@ -83,7 +83,7 @@ class ObjectHandler {
   Frame& Push(Level level, const BoundMember* owner);
   void Pop() { frames_[--depth_].object.Clear(); }
 
-  /// Whether the value that is read stands directly in a frame of this level.
+  /// Whether the value that is read is directly in a frame of this level.
   bool Inside(Level level) const { return depth_ != 0 && top().level == level; }
 
   /// The member whose value is read, if it is of this kind.

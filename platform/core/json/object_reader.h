@@ -47,7 +47,7 @@ inline bool Holds(const IntegerRange& range, std::int64_t value) {
 /// The integers that a value of this kind may be; none for other kinds.
 std::optional<IntegerRange> RangeOf(JsonKind kind);
 
-/// What an integer, or the value of a member of this kind, has to be, for a message.
+/// What an integer, or the value of a member of this kind, must be, for a message.
 std::string IntegerText(const IntegerRange& range);
 std::string ValueText(JsonKind kind);
 
@@ -85,7 +85,7 @@ struct BoundMember {
 /// Stores an integer, which is in the range of its member.
 void StoreInteger(const BoundMember& member, std::int64_t value);
 
-/// The members of an object, all of which have to be there once, in any order.
+/// The members of an object, all of which must be present once, in any order.
 class BoundObject {
  public:
   static constexpr std::size_t kMaxMembers = 16;

@@ -1,4 +1,4 @@
-// The body of a binary log file (docs/format-1.md). The fields of all records stand in log/fields.h.
+// The body of a binary log file (docs/format-1.md). The fields of all records are in log/fields.h.
 
 #include "platform/core/log/file.h"
 

@@ -30,7 +30,7 @@ class NullListFinder {
   std::string found;  ///< the name of the list; empty where none is null
 };
 
-/// Throws std::logic_error for a song log that no file can state: null, without one of its lists, or held
+/// Throws std::logic_error for a song log that no file can hold: null, without one of its lists, or held
 /// under another number than its own.
 void CheckWritable(const std::string& number, const CL::SongLog* song) {
   const auto refuse = [&number](const std::string& problem) {

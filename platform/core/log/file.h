@@ -20,7 +20,7 @@ void EncodeLog(const CL::ChangeLog& log, cmn::FileVersion version, ByteCounter& 
 void EncodeLog(const CL::ChangeLog& log, cmn::FileVersion version, ByteWriter& sink);
 CL::ChangeLog DecodeLog(ByteReader& in, cmn::FileVersion version);
 
-/// An event as it stands at the front of its list: a CL::Marker, CL::Caesura or CL::TempoScale, or a
+/// An event as it is stored at the front of its list: a CL::Marker, CL::Caesura or CL::TempoScale, or a
 /// CL::PairedEvent of any other class.
 template <typename Event>
 void EncodeEvent(const Event& event, cmn::FileVersion version, ByteWriter& sink);

@@ -1,4 +1,4 @@
-// The text form of a log (docs/format-2.md). The fields of all records stand in log/fields.h.
+// The text form of a log (docs/format-2.md). The fields of all records are in log/fields.h.
 
 #include "platform/core/log/file.h"
 

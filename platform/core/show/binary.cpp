@@ -1,5 +1,5 @@
 // The body of a binary show file (docs/format-1.md). Messages, which are nearly all of it, have loops of
-// their own; the fields of all records stand in show/fields.h.
+// their own; the fields of all records are in show/fields.h.
 
 #include "platform/core/show/file.h"
 

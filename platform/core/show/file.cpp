@@ -13,7 +13,7 @@ namespace zuna_core {
 
 namespace {
 
-/// Throws std::logic_error for a song that no file can state: without timeline or voices, or held under
+/// Throws std::logic_error for a song that no file can hold: without timeline or voices, or held under
 /// another number than its own.
 void CheckWritable(const std::string& number, const zuna_midi::SongData& song) {
   const auto refuse = [&number](const std::string& problem) {

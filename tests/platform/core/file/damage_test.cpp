@@ -164,7 +164,7 @@ TYPED_TEST(DamagedFile, HeaderThatStatesFewerBytesThanItHas) {
 
 TYPED_TEST(DamagedFile, ForeignFileIsNamed) {
   const std::string foreign = "This is not a current " + this->Name() + " file: it has no header; a legacy " +
-                              this->Name() + " (version 0.0) has to be converted up first";
+                              this->Name() + " (version 0.0) must be converted up first";
   EXPECT_EQ(this->Error("\x01\x03 a legacy file"), foreign);
   EXPECT_EQ(this->Error("\x14\x01\x01\x01 a legacy file"), foreign);
   EXPECT_EQ(this->Error("x"), foreign);
