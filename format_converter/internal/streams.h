@@ -26,16 +26,19 @@ auto guarded_read(const std::string& what_failed, Read read) {
   }
 }
 
-/// An encrypted stream that holds what `write(std::ostream&)` writes. The stream throws
+/// An encrypted stream that holds what `write(std::ostream&)` writes. While `write` runs, the stream throws
 /// std::ios_base::failure when it cannot take all of it, so that an incomplete output is never stored.
+/// Afterwards the stream has its own exception mask again: encrypting it may read it to its end.
 class EncryptedOutput {
  public:
   template <typename Write>
   EncryptedOutput(const std::vector<std::uint8_t>& key, const std::vector<std::uint8_t>& iv, Write write)
       : stream_(std::string(), key, iv) {
     std::ostream& plaintext = stream_.GetStream();
+    const std::ios_base::iostate own_mask = plaintext.exceptions();
     plaintext.exceptions(std::ios_base::failbit | std::ios_base::badbit);
     write(plaintext);
+    plaintext.exceptions(own_mask);
   }
 
   /// Returns a copy of `path`. The copy is made before the file is written, because copying can fail.

@@ -4,9 +4,10 @@
 
 #include "tests/support/failing_streambuf.h"
 
-// A security library for tests: nothing is encrypted, and the plaintext streams fail when they are told to
-// and throw on every failure. With it the converter shows what becomes of a stream's failure, which the real
-// library's streams do not have.
+// A security library for tests: nothing is encrypted, and the plaintext streams fail when they are told to.
+// Those of inputs throw on every failure. Those of outputs do not by themselves, and an output that is
+// encrypted while its stream still throws fails the test. With it the converter shows what becomes of a
+// stream's failure, which the real library's streams do not have.
 
 namespace plain_cipher {
 
