@@ -45,7 +45,8 @@ struct ZUNA_API Timeline {
 
   /// Converts a current timeline, with `division` ticks per quarter note. Throws std::logic_error when the
   /// timeline has no meters or its first meter has no tempo, and std::length_error when its meters are in
-  /// such disorder that it would get more than 4,096 tempos and more than twice its tempos and meters.
+  /// such disorder that it would get more than 4,096 tempos and more than twice the entries of its five
+  /// lists.
   Timeline(const TL::Timeline& timeline, const std::string& song_name, unsigned length,
            unsigned short division);
 

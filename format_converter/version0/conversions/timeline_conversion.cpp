@@ -3,6 +3,7 @@
 #include "format_converter/version0/conversions/timeline_conversion.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <span>
 #include <stdexcept>
 
@@ -14,19 +15,32 @@ namespace version0 {
 
 namespace {
 
+/// The index of the first tempo at `time` or later, from the index `begin` on. In a list that is not sorted,
+/// the bisection ends at some index; there the standard algorithms are undefined.
+template <typename Tempo>
+std::size_t first_tempo_at(const std::vector<Tempo>& tempos, std::size_t begin, std::uint64_t time) {
+  std::size_t count = tempos.size() - begin;
+  while (count > 0) {
+    const std::size_t half = count / 2;
+    if (tempos[begin + half].time < time) {
+      begin += half + 1;
+      count -= half + 1;
+    } else {
+      count = half;
+    }
+  }
+  return begin;
+}
+
 /// The tempos of meter `i`: from its time up to the time of the next meter. Tempos before the first meter
 /// belong to none. Times wrap, so a next meter at time 0 leaves the range open.
 template <typename Tempo, typename Meter>
 std::span<const Tempo> tempos_under(const std::vector<Tempo>& tempos, const std::vector<Meter>& meters,
                                     std::size_t i) {
-  const std::uint32_t first = meters[i].time;
   const std::uint32_t last = i + 1 < meters.size() ? meters[i + 1].time - 1 : 0xFFFFFFFF;
-  const auto begin =
-      std::lower_bound(tempos.begin(), tempos.end(), first,
-                       [](const Tempo& tempo, std::uint32_t time) { return tempo.time < time; });
-  const auto end = std::upper_bound(begin, tempos.end(), last,
-                                    [](std::uint32_t time, const Tempo& tempo) { return time < tempo.time; });
-  return {begin, end};
+  const std::size_t begin = first_tempo_at(tempos, 0, meters[i].time);
+  const std::size_t end = first_tempo_at(tempos, begin, std::uint64_t{last} + 1);
+  return std::span(tempos).subspan(begin, end - begin);
 }
 
 /// The first meter must have a tempo. Later meters without one use the last tempo before them.
@@ -43,7 +57,7 @@ void require_first_tempo(const std::vector<Tempo>& tempos, const std::vector<Met
 /// file made of them must not exhaust the memory.
 class TempoLimit {
  public:
-  /// For a timeline with this number of tempos and meters in all.
+  /// For a timeline with this number of entries in its five lists.
   explicit TempoLimit(std::size_t entries) : most_(std::max(kAlwaysTaken, 2 * entries)) {}
 
   /// Throws std::length_error when the converted timeline may not have `count` tempos.
@@ -57,6 +71,16 @@ class TempoLimit {
   std::size_t most_;
 };
 
+std::size_t entry_count(const Timeline& timeline) {
+  return timeline.tempos.size() + timeline.bars_beats.size() + timeline.keys.size() +
+         timeline.page_nums.size() + timeline.meters.size();
+}
+
+std::size_t entry_count(const TL::Timeline& timeline) {
+  return timeline.tempos.size() + timeline.bars_beats.size() + timeline.keys.size() +
+         timeline.page_numbers.size() + timeline.meters.size();
+}
+
 TL::Meter make_meter(std::uint32_t time, const RMeter& signature, const RTempo& click) {
   return {time, signature.numerator, signature.denominator, click.clocks_per_click(),
           click.notated_32_per_quarter};
@@ -64,7 +88,7 @@ TL::Meter make_meter(std::uint32_t time, const RMeter& signature, const RTempo& 
 
 void convert_meters(const Timeline& from, TL::Timeline& to, unsigned short division) {
   require_first_tempo(from.tempos, from.meters);
-  const TempoLimit limit(from.tempos.size() + from.meters.size());
+  const TempoLimit limit(entry_count(from));
   const RTempo* last_tempo = nullptr;
   for (std::size_t i = 0; i < from.meters.size(); ++i) {
     const RMeter& signature = from.meters[i];
@@ -98,7 +122,7 @@ RTempo repeat_tempo(const RTempo& tempo, const TL::Meter& click) {
 
 void convert_meters(const TL::Timeline& from, Timeline& to, unsigned short division) {
   require_first_tempo(from.tempos, from.meters);
-  const TempoLimit limit(from.tempos.size() + from.meters.size());
+  const TempoLimit limit(entry_count(from));
   for (std::size_t i = 0; i < from.meters.size(); ++i) {
     const TL::Meter& meter = from.meters[i];
     to.meters.emplace_back(meter.time, meter.numerator, meter.denominator);

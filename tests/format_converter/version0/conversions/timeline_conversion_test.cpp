@@ -114,6 +114,19 @@ TEST(TimelineUp, MetersOutOfOrderHaveAnEmptyRange) {
                                      TL::Meter{500, 2, 4, 24, 8}));
 }
 
+TEST(TimelineUp, TemposOutOfOrderAreFoundByBisection) {
+  std::vector<RTempo> tempos;
+  for (const std::uint32_t time : {500U, 0U, 700U, 50U, 20U, 900U}) tempos.push_back(Tempo120(time));
+  std::vector<std::uint32_t> times;
+  for (const TL::Tempo& tempo : Up(Legacy({{0, 4, 4}, {100, 3, 4}}, tempos)).tempos)
+    times.push_back(tempo.time);
+  EXPECT_THAT(times, ElementsAre(500, 0, 700, 50, 20, 900)) << "the second meter begins at the last of them";
+  times.clear();
+  for (const TL::Tempo& tempo : Up(Legacy({{0, 4, 4}, {600, 3, 4}, {60, 2, 4}}, tempos)).tempos)
+    times.push_back(tempo.time);
+  EXPECT_THAT(times, ElementsAre(500, 0, 700, 50, 20, 900)) << "the third meter too";
+}
+
 TEST(TimelineUp, KeepsTheLow32BitsOfTheMicroseconds) {
   const auto microseconds = [](float seconds_per_tick) {
     return Up(Legacy({{0, 4, 4}}, {{0, seconds_per_tick, 8, 8, 120}})).tempos.at(0).microseconds;
@@ -123,7 +136,7 @@ TEST(TimelineUp, KeepsTheLow32BitsOfTheMicroseconds) {
 }
 
 TEST(TimelineUp, WithoutMetersIsRefused) {
-  EXPECT_EQ(MessageOf<std::logic_error>([] { Up(Legacy({}, {Tempo120(0)})); }),
+  EXPECT_EQ(ExactMessageOf<std::logic_error>([] { Up(Legacy({}, {Tempo120(0)})); }),
             "A timeline without meters cannot be converted: add a meter at its start");
 }
 
@@ -185,7 +198,7 @@ TEST(TimelineDown, FirstMeterNeedsATempo) {
               Down(Current({{480, 4, 4, 24, 8}}, {{0, 500000}}));
             }),
             kNoFirstTempo);
-  EXPECT_EQ(MessageOf<std::logic_error>([] {
+  EXPECT_EQ(ExactMessageOf<std::logic_error>([] {
               Down(Current({}, {{0, 500000}}));
             }),
             "A timeline without meters cannot be converted: add a meter at its start");
@@ -265,7 +278,7 @@ TEST(TimelineConversion, UpTo4096TemposAreAlwaysTaken) {
 
 TEST(TimelineConversion, UpToTwiceTheEntriesAreTaken) {
   // The first meter has the last tempos, the other two have all of them: 8000 tempos and the last ones again,
-  // where twice the tempos and meters are 8006.
+  // where twice the entries are 8006.
   const auto legacy = [](std::size_t last) {
     Timeline timeline = Legacy({{1, 4, 4}, {0, 4, 4}, {0, 4, 4}}, std::vector(4000 - last, Tempo120(0)));
     timeline.tempos.insert(timeline.tempos.end(), last, Tempo120(1));
@@ -281,6 +294,24 @@ TEST(TimelineConversion, UpToTwiceTheEntriesAreTaken) {
   };
   EXPECT_EQ(Down(current(6)).tempos.size(), 8006U);
   EXPECT_EQ(ExactMessageOf<std::length_error>([&] { Down(current(7)); }), kTooManyTempos);
+}
+
+TEST(TimelineConversion, EntriesOfEveryListAreCounted) {
+  // 17 meters with 241 tempos each: 4097 tempos, and with 1791 other entries 2049 entries.
+  Timeline legacy = LegacyAtZero(17, 241);
+  legacy.bars_beats.assign(597, {0, "1", 0});
+  legacy.keys.assign(597, {0, 0, 0});
+  legacy.page_nums.assign(597, {0, 1});
+  EXPECT_EQ(Up(legacy).tempos.size(), 4097U);
+  legacy.page_nums.pop_back();
+  EXPECT_EQ(ExactMessageOf<std::length_error>([&] { Up(legacy); }), kTooManyTempos);
+  TL::Timeline current = CurrentAtZero(17, 241);
+  current.bars_beats.resize(597);
+  current.keys.resize(597);
+  current.page_numbers.resize(597);
+  EXPECT_EQ(Down(current).tempos.size(), 4097U);
+  current.page_numbers.pop_back();
+  EXPECT_EQ(ExactMessageOf<std::length_error>([&] { Down(current); }), kTooManyTempos);
 }
 
 TEST(TimelineConversion, RepeatedTemposCount) {
