@@ -4,6 +4,8 @@
 
 #include <fstream>
 #include <iostream>
+#include <memory>
+#include <stdexcept>
 
 #include "CL/change_log.h"
 #include "format_converter/errors.h"
@@ -55,7 +57,9 @@ void PrintProgramChanges(const std::string& path) {
   }
 }
 
-void print_string(const std::string& s) { std::cout << s << std::endl; }
+void print_string(const std::string& s) {
+  std::cout.write(s.data(), static_cast<std::streamsize>(s.size())) << std::endl;
+}
 
 void print_pos(std::istream& is) { version0::print_istream_pos(is); }
 
@@ -70,5 +74,8 @@ void print_events_v0(const version0::ChangeLogV0& log) {
 }
 
 void print_events_v1(const CL::ChangeLog& log, const char* song) {
-  log.GetSongLog(std::string(song))->WriteStringDetailed(std::cout, 0);
+  const std::string key(song);
+  const std::shared_ptr<const CL::SongLog> song_log = log.GetSongLog(key);
+  if (!song_log) throw std::logic_error("A change log without the song log " + key + " cannot be printed");
+  song_log->WriteStringDetailed(std::cout, 0);
 }

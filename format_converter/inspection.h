@@ -28,7 +28,7 @@ ZUNA_API void filter_showdata_by_version(const std::string& dir, const cmn::File
 /// core library throws for a show that it cannot read.
 ZUNA_API void PrintProgramChanges(const std::string& path);
 
-/// Prints `s` and a newline.
+/// Prints the bytes of `s` as they stand, whatever the width of standard output, and a newline.
 ZUNA_API void print_string(const std::string& s);
 
 /// Prints the read position of `is` in bytes and a newline; -1 for a failed stream. The position does not
@@ -38,8 +38,10 @@ ZUNA_API void print_pos(std::istream& is);
 /// Prints the show's name and the number of every song log, in plain byte order.
 ZUNA_API void print_songs(const CL::ChangeLog& log);
 
-/// Prints the song log with the greatest number and its edits. Prints nothing for an empty log.
+/// Prints the song log with the greatest number in byte order, in which "9" comes after "10", and its edits.
+/// Prints nothing for an empty log.
 ZUNA_API void print_events_v0(const version0::ChangeLogV0& log);
 
-/// Prints the song log with the number `song` and its edits. Throws std::out_of_range when there is none.
+/// Prints the song log with the number `song` and its edits. Throws std::out_of_range when there is none,
+/// and std::logic_error when it is null.
 ZUNA_API void print_events_v1(const CL::ChangeLog& log, const char* song);

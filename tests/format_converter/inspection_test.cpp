@@ -7,6 +7,7 @@
 #include "format_converter/errors.h"
 #include "format_converter/inspection.h"
 #include "kit/error.h"
+#include "tests/format_converter/support/errors.h"
 #include "tests/format_converter/support/line_flushes.h"
 #include "tests/support/bytes.h"
 #include "tests/support/encrypted.h"
@@ -135,6 +136,12 @@ TEST(PrintString, PrintsTheBytesAndALineEnd) {
   EXPECT_EQ(Printed([] { print_string(""); }), "\n");
 }
 
+TEST(PrintString, AddsNoPaddingToTheBytes) {
+  std::cout.width(9);
+  EXPECT_EQ(Printed([] { print_string("abc"); }), "abc\n");
+  std::cout.width(0);
+}
+
 TEST(PrintPos, PrintsTheReadPosition) {
   std::istringstream is("abcdef");
   is.seekg(3);
@@ -170,6 +177,13 @@ TEST(PrintEventsV1, PrintsTheSongLogOfTheKey) {
   ASSERT_THAT(text.str(), testing::StartsWith("SongLog("));
   EXPECT_EQ(Printed([&] { print_events_v1(log, "12a"); }), text.str());
   EXPECT_THROW(print_events_v1(log, "99"), std::out_of_range);
+}
+
+TEST(PrintEventsV1, NamesASongLogThatIsNull) {
+  CL::ChangeLog log;
+  log.song_logs()["7"] = nullptr;
+  EXPECT_EQ(zuna_test::ExactMessageOf<std::logic_error>([&] { print_events_v1(log, "7"); }),
+            "A change log without the song log 7 cannot be printed");
 }
 
 }  // namespace
