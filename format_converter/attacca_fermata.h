@@ -5,8 +5,9 @@
 // the destination gets the attacca and the fermatas of the source in place of its own. The destination keeps
 // its version. Both logs must be of version 1.1 or later.
 //
-// Both functions throw what opening an encrypted file throws; FormatConverterError for a version before 1.1;
-// kit::IoError when a stream fails; what the core library throws for a log that it cannot read; and
+// Both functions throw what opening and writing an encrypted file throw; FormatConverterError for a version
+// before 1.1; kit::IoError when reading a log fails; std::ios_base::failure when the output's stream cannot
+// take what is written to it; what the core library throws for a log that it cannot read; and
 // std::out_of_range for a song that the destination lacks.
 
 #include <string>

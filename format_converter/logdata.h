@@ -6,7 +6,8 @@
 // leaves no output. Functions that take byte vectors return the encrypted output and do not use the file
 // system.
 //
-// All throw what opening an encrypted file throws, kit::IoError when a stream fails, and what the core
+// All throw what opening and writing an encrypted file throw; kit::IoError when reading the input fails;
+// std::ios_base::failure when the output's stream cannot take what is written to it; and what the core
 // library throws for a log or a version that it cannot read or write.
 
 #include <cstdint>
@@ -22,7 +23,7 @@
 /// same songs, not encrypted. Each song's division is taken from it. Songs that only one of the two files
 /// holds are left unchanged. Throws std::runtime_error when the input is not a complete log;
 /// FormatConverterError when it is not of version 0.0; kit::IoError when the show cannot be opened;
-/// version0::Version0Error when either file is damaged.
+/// std::ios_base::failure when it cannot be closed; version0::Version0Error when either file is damaged.
 ZUNA_API std::string logdata_up(const std::string& input, const std::string& output,
                                 const std::string& show_path, const cmn::FileVersion& version,
                                 const CipherKey& cipher_key);

@@ -6,7 +6,8 @@
 // leaves no output. Functions that take byte vectors return the encrypted output and do not use the file
 // system.
 //
-// All throw what opening an encrypted file throws, kit::IoError when a stream fails, and what the core
+// All throw what opening and writing an encrypted file throw; kit::IoError when reading the input fails;
+// std::ios_base::failure when the output's stream cannot take what is written to it; and what the core
 // library throws for a show or a version that it cannot read or write.
 
 #include <cstdint>
@@ -20,15 +21,18 @@
 /// Converts the legacy show at `input` to a current show of this version. `log_path` is a legacy log of the
 /// same show, not encrypted. The show's name is taken from it. Throws FormatConverterError when the input is
 /// not of version 0.0; kit::IoError when the input is cut off or the log cannot be read;
-/// version0::Version0Error when either file is damaged; std::out_of_range for an event whose track id has no
-/// track.
+/// std::ios_base::failure when the log cannot be closed; version0::Version0Error when either file is damaged;
+/// std::out_of_range for an event whose track id has no track; std::logic_error for a timeline without meters
+/// or without a tempo under its first meter; std::length_error for a timeline whose meters are in disorder.
 ZUNA_API std::string showdata_up(const std::string& input, const std::string& output,
                                  const std::string& log_path, const cmn::FileVersion& version,
                                  const CipherKey& cipher_key);
 
 /// Converts the current show at `input` to a legacy show. Throws FormatConverterError when the input is a
 /// legacy show, version0::TrackCountError when a song has more voices than there are ids, std::length_error
-/// for a text that is too long for the legacy format, and std::out_of_range for a song without events.
+/// for a text that is too long for the legacy format and for a timeline whose meters are in disorder,
+/// std::out_of_range for a song without events, and std::logic_error for a song without a timeline and for a
+/// timeline without meters or without a tempo under its first meter.
 ZUNA_API std::string showdata_down(const std::string& input, const std::string& output,
                                    const CipherKey& cipher_key);
 
