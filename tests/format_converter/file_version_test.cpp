@@ -87,6 +87,13 @@ TEST(FileVersion, OfALegacyShowIsPrintedAsZero) {
   EXPECT_EQ(testing::internal::GetCapturedStdout(), path + " has file version: 0.0\n");
 }
 
+TEST(FileVersion, OfACurrentLogIsPrintedAsZero) {
+  // The file is probed as a show, which it does not begin like.
+  const zuna_test::TemporaryFolder folder;
+  const std::string path = Put(folder, Header(kLogMagic, 1, 2), {});
+  EXPECT_EQ(zuna_test::Print([&] { print_file_version(path); }).text, path + " has file version: 0.0\n");
+}
+
 TEST(FileVersion, LabelIsPrintedBeforeTheFileIsOpened) {
   testing::internal::CaptureStdout();
   EXPECT_THROW(print_file_version("/no/such/file"), kit::IoError);

@@ -242,7 +242,10 @@ TEST_F(LogdataTest, UpNamesAShowThatIsCutOff) {
 TEST_F(LogdataTest, UpTakesThePlainShowAsPathAndTheEncryptedOneInMemory) {
   const auto encrypted = Encrypted(Written(SampleLegacyShow()));
   const std::string path = folder_.Put("encrypted.showdata", std::string(encrypted.begin(), encrypted.end()));
-  EXPECT_ANY_THROW(logdata_up(PutLegacy(), out_, path, {1, 2}, kKey));
+  EXPECT_EQ(MessageOf<kit::IoError>([&] {
+              logdata_up(PutLegacy(), out_, path, {1, 2}, kKey);
+            }),
+            "Failed reading verison0::ShowData" + StreamFailureText());
   const std::string plain = Written(SampleLegacyShow());
   EXPECT_THROW(logdata_up_vector(Encrypted(Written(SampleLegacyLog())), {plain.begin(), plain.end()}, {1, 2},
                                  kKey.key, kKey.iv),

@@ -8,6 +8,7 @@
 #include "format_converter/file_version.h"
 #include "format_converter/logdata.h"
 #include "format_converter/showdata.h"
+#include "format_converter/version0/containers/show_data.h"
 #include "kit/error.h"
 #include "tests/format_converter/failing_streams/plain_cipher.h"
 #include "tests/format_converter/support/errors.h"
@@ -15,6 +16,7 @@
 #include "tests/support/encrypted.h"
 #include "tests/support/legacy_samples.h"
 #include "tests/support/temporary_folder.h"
+#include "zuna_midi/show_data.h"
 
 namespace {
 
@@ -117,6 +119,8 @@ TEST(GuardedReads, CopyingNamesSourceAndDestination) {
   EXPECT_EQ(zuna_test::FileBytes(good), AsData(log));
 }
 
+constexpr const char* kUnguarded = "the stream's failure itself";
+
 /// The messages of a conversion whose input fails at its 1st, 2nd, ... call.
 std::vector<std::string> MessagesOfFailingInputs(const std::function<void()>& convert) {
   std::vector<std::string> messages;
@@ -128,6 +132,8 @@ std::vector<std::string> MessagesOfFailingInputs(const std::function<void()>& co
         convert();
       } catch (const kit::IoError&) {
         throw;
+      } catch (const std::ios_base::failure&) {
+        throw kit::IoError(kUnguarded);
       } catch (const std::exception&) {
       }
     }));
@@ -154,6 +160,24 @@ TEST(GuardedReads, AFailedRewindNamesTheIstream) {
     EXPECT_THAT(MessagesOfFailingInputs(convert),
                 testing::Contains(NameAndFailure("Failed reading istream")));
   }
+}
+
+TEST(GuardedReads, AFailedRewindOfAShowIsNamedLikeAFailedRead) {
+  const zuna_test::TemporaryFolder folder;
+  const std::string legacy = folder.Put("legacy", zuna_test::Written(zuna_test::SampleLegacyShow()));
+  const auto messages = MessagesOfFailingInputs([&] {
+    showdata_up(legacy, folder / "out", "/no/such/log", {1, 2}, {});
+  });
+  // The probe's failures have a text of their own, so this would be the rewind's.
+  const auto named_otherwise = NameAndFailure("Failed reading istream");
+  EXPECT_THAT(messages, testing::Each(testing::Not(testing::AnyOf(kUnguarded, named_otherwise))));
+  EXPECT_THAT(messages, testing::Contains(NameAndFailure("Problem reading the CipherStream")));
+  // A text document is not probed, so the rewind is the only seek.
+  const auto text = AsData(zuna_test::WrittenAt(zuna_test::SampleLegacyShow().get_version_1_0(), {2, 0}));
+  plain_cipher::SetFaults({.seekable = false}, {});
+  EXPECT_EQ(zuna_test::ExactMessageOf<kit::IoError>([&] { showdata_down_vector(text, {}, {}); }),
+            "Failed reading istream" + zuna_test::StreamFailureText());
+  plain_cipher::SetFaults({}, {});
 }
 
 TEST(GuardedReads, ProbeNamesTheIstream) {

@@ -100,6 +100,23 @@ TEST(ReplacedProbe, IsNotCalledForTheTextForm) {
   probed([&] { showdata_up(in, folder / "out", "/no/such/log", {1, 2}, kKey); });
 }
 
+TEST(ReplacedProbe, MayMoveTheStreamOfAShow) {
+  const zuna_test::TemporaryFolder folder;
+  const std::string log = folder.Put("log", Written(SampleLegacyLog()));
+  const auto legacy = Encrypted(Written(SampleLegacyShow()));
+  const std::string in = folder.Put("in", std::string(legacy.begin(), legacy.end()));
+  replaced_calls::Calls calls;
+  cmn::FileVersion version;
+  calls.probe = [&](std::istream& is) {
+    is.ignore(5);
+    return version;
+  };
+  version = kLegacy;
+  showdata_up(in, folder / "out", log, {1, 2}, kKey);
+  version = {1, 2};
+  EXPECT_EQ(showdata_down_vector(zuna_test::FileBytes(folder / "out"), kKey.key, kKey.iv), legacy);
+}
+
 TEST(ReplacedListdir, ItsOrderIsKept) {
   const zuna_test::TemporaryFolder folder;
   for (const char* name : {"a.showdata", "b.showdata", "c.showdata"}) {

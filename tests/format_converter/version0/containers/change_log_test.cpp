@@ -6,6 +6,7 @@
 
 #include "CL/change_log.h"
 #include "format_converter/version0/primitives/errors.h"
+#include "tests/format_converter/support/positions.h"
 #include "tests/support/bytes.h"
 #include "tests/support/failing_streambuf.h"
 #include "tests/support/random_legacy_log.h"
@@ -116,6 +117,24 @@ TEST(ChangeLogV0, EndsQuietlyWhereThePositionCannotBeTaken) {
   EXPECT_EQ(quiet, 1);
 }
 
+TEST(ChangeLogV0, AFailingPositionEndsTheLogQuietlyAfterACompleteSongLogOnly) {
+  ChangeLogV0 log;
+  for (const char* number : {"1", "2"}) log.songs[number].songNumber_ = number;
+  // A position is taken after the header's length, and for a song log before its 8 sequences, after each of
+  // them and after the song log.
+  for (int good = 0; good < 2 + 2 * 10; ++good) {
+    zuna_test::NoPositionAfter buffer(Written(log), good);
+    std::istream is(&buffer);
+    if (good == 1 + 9) {
+      EXPECT_EQ(ChangeLogV0(is).songs.size(), 1U);
+    } else if (good >= 1 + 10 + 9) {
+      EXPECT_EQ(ChangeLogV0(is).songs.size(), 2U);
+    } else {
+      EXPECT_THROW(ChangeLogV0{is}, std::ios_base::failure) << good;
+    }
+  }
+}
+
 TEST(ChangeLogV0, NamesTheBytesThatAreNotItsMagic) {
   EXPECT_EQ(MessageOf<version0::IDError>([] { Read<ChangeLogV0>("ZUNOabcd"); }),
             "Version0 ChangeLog must begin with ZUNA. Begins with ZUNO at 4");
@@ -199,9 +218,12 @@ TEST(ChangeLogUpAndDown, KeepsTheHeader) {
 TEST(ChangeLogDown, TheSongLogsOwnNumberCounts) {
   CL::ChangeLog current;
   for (const char* number : {"1", "2"}) current.AddSongLog(SongLog(number).get_version_1_0());
+  current.GetSongLog("1")->song_name = "First";
+  current.GetSongLog("2")->song_name = "Last";
   current.GetSongLog("1")->song_number = "2";
   const ChangeLogV0 log(current);
-  EXPECT_EQ(log.songs.size(), 1U) << "the last one wins";
+  ASSERT_EQ(log.songs.size(), 1U);
+  EXPECT_EQ(log.songs.at("2").songName_, "Last");
 }
 
 TEST(ChangeLogDown, ASongLogThatIsNotThereIsNamed) {

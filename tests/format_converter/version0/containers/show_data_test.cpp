@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "format_converter/version0/primitives/errors.h"
+#include "tests/format_converter/support/errors.h"
 #include "tests/format_converter/support/line_flushes.h"
 #include "tests/support/bytes.h"
 #include "zuna_midi/show_data.h"
@@ -15,6 +16,7 @@ namespace {
 using version0::ShowData;
 using version0::SongData;
 using zuna_test::Bytes;
+using zuna_test::ExactMessageOf;
 using zuna_test::MessageOf;
 using zuna_test::Read;
 using zuna_test::Written;
@@ -97,11 +99,11 @@ TEST(LegacyShow, ComparesSongsInStep) {
   EXPECT_FALSE(Show({"1", "2"}) != Show({"1", "2"}));
   ShowData other = Show({"1", "2"});
   other.songs["2"].division = 96;
-  EXPECT_EQ(MessageOf<version0::Version0Error>([&] {
+  EXPECT_EQ(ExactMessageOf<version0::Version0Error>([&] {
               static_cast<void>(Show({"1", "2"}) != other);
             }),
             "division failed");
-  EXPECT_EQ(MessageOf<version0::Version0Error>([&] { static_cast<void>(Show({"1"}) == Show({"2"})); }),
+  EXPECT_EQ(ExactMessageOf<version0::Version0Error>([&] { static_cast<void>(Show({"1"}) == Show({"2"})); }),
             "song_number failed");
 }
 
@@ -110,7 +112,9 @@ TEST(LegacyShow, ReportsADifferenceBeforeTheEndOfTheShorterSide) {
   shorter.songs["1"].events[1][0].data2 = 1;
   std::string difference;
   const auto printed = zuna_test::Print([&] {
-    difference = MessageOf<version0::Version0Error>([&] { static_cast<void>(Show({"1", "2"}) == shorter); });
+    difference = ExactMessageOf<version0::Version0Error>([&] {
+      static_cast<void>(Show({"1", "2"}) == shorter);
+    });
   });
   EXPECT_EQ(difference, "EventObject data2 not equal");
   EXPECT_EQ(printed.text, "EventObject(480, 480, 0x90, 60, 100, 1)\nEventObject(480, 480, 0x90, 60, 1, 1)\n");
@@ -120,7 +124,7 @@ TEST(LegacyShow, ReportsADifferenceBeforeTheEndOfTheShorterSide) {
 TEST(LegacyShow, SurplusSongsOnTheRightDoNotCount) {
   EXPECT_TRUE(Show({"1"}) == Show({"1", "2"}));
   EXPECT_TRUE(ShowData() == Show({"1"}));
-  EXPECT_EQ(MessageOf<version0::Version0Error>([] {
+  EXPECT_EQ(ExactMessageOf<version0::Version0Error>([] {
               static_cast<void>(Show({"1", "2"}) == Show({"1"}));
             }),
             "songs did not compare equal");

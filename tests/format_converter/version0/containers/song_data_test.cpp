@@ -19,6 +19,7 @@ using version0::SongData;
 using version0::TrackObject;
 using version0::Version0Error;
 using zuna_test::Bytes;
+using zuna_test::ExactMessageOf;
 using zuna_test::MessageOf;
 using zuna_test::Read;
 using zuna_test::Written;
@@ -70,9 +71,9 @@ TEST(EventObject, ReadsItsTwelveBytes) {
 TEST(EventObject, NamesTheFirstFieldThatDiffers) {
   const EventObject event(0, 1, 0x90, 60, 100, 1);
   const auto message = [&](const EventObject& other) {
-    EXPECT_EQ(MessageOf<Version0Error>([&] { static_cast<void>(event == other); }),
-              MessageOf<Version0Error>([&] { static_cast<void>(event != other); }));
-    return MessageOf<Version0Error>([&] { static_cast<void>(event == other); });
+    EXPECT_EQ(ExactMessageOf<Version0Error>([&] { static_cast<void>(event == other); }),
+              ExactMessageOf<Version0Error>([&] { static_cast<void>(event != other); }));
+    return ExactMessageOf<Version0Error>([&] { static_cast<void>(event == other); });
   };
   EXPECT_EQ(message({0, 2, 0x80, 61, 101, 2}), "EventObject abs_time not equal");
   EXPECT_EQ(message({0, 1, 0x80, 61, 101, 2}), "EventObject status_high not equal");
@@ -99,6 +100,7 @@ TEST(EventObject, PrintsItsStatusInHexadecimal) {
   std::ostringstream os;
   os << std::hex << std::showbase << EventObject(10, 11, 0x80, 12, 13, 14) << ' ' << 255;
   EXPECT_EQ(os.str(), "EventObject(10, 11, 0x80, 12, 13, 14) 255");
+  EXPECT_FALSE(os.flags() & std::ios_base::showbase);
 }
 
 TEST(TrackObject, BytesAndComparison) {
@@ -107,9 +109,9 @@ TEST(TrackObject, BytesAndComparison) {
   EXPECT_EQ(Read<TrackObject>(Written(track)), track);
   EXPECT_TRUE(track < TrackObject(200, "A"));
   EXPECT_FALSE(TrackObject(200, "A") < track);
-  EXPECT_EQ(MessageOf<Version0Error>([&] { static_cast<void>(track == TrackObject(1, "Horn")); }),
+  EXPECT_EQ(ExactMessageOf<Version0Error>([&] { static_cast<void>(track == TrackObject(1, "Horn")); }),
             "track_id not equal");
-  EXPECT_EQ(MessageOf<Version0Error>([&] { static_cast<void>(track != TrackObject(18, "Horns")); }),
+  EXPECT_EQ(ExactMessageOf<Version0Error>([&] { static_cast<void>(track != TrackObject(18, "Horns")); }),
             "track_name not equal");
   EXPECT_FALSE(track != TrackObject(18, "Horn"));
 }
@@ -165,7 +167,7 @@ TEST(LegacySong, WithoutEventsCannotBeWritten) {
   for (const auto& events : {version0::EventMap(), version0::EventMap{{1, {}}}}) {
     song.events = events;
     std::ostringstream os;
-    EXPECT_EQ(zuna_test::ExactMessageOf<std::out_of_range>([&] { song.write_binary(os); }), "vector");
+    EXPECT_EQ(ExactMessageOf<std::out_of_range>([&] { song.write_binary(os); }), "vector");
     EXPECT_EQ(os.str(), Bytes({0, 0, 0, 0}) + kSong.substr(4, 25) + Bytes({0, 0, 0, 0}))
         << "the zero count has been written";
   }
@@ -215,8 +217,7 @@ TEST(LegacySong, ShortReadThrowsWhereTheStreamDoes) {
 }
 
 TEST(LegacySong, ShortReadOnAClearStreamIsFoundInTheNextField) {
-  EXPECT_EQ(zuna_test::ExactMessageOf<std::length_error>([] { Read<SongData>(kSong.substr(0, 8)); }),
-            "basic_string");
+  EXPECT_EQ(ExactMessageOf<std::length_error>([] { Read<SongData>(kSong.substr(0, 8)); }), "basic_string");
   EXPECT_THROW(Read<SongData>(kSong.substr(0, 40)), version0::IDError);
 }
 
@@ -280,7 +281,7 @@ TEST(LegacySong, ReadingOneWithALargeCountLooksHowMuchThereIs) {
 }
 
 std::string Difference(const SongData& a, const SongData& b) {
-  return MessageOf<Version0Error>([&] { static_cast<void>(a != b); });
+  return ExactMessageOf<Version0Error>([&] { static_cast<void>(a != b); });
 }
 
 TEST(LegacySong, NamesTheFirstDifference) {
@@ -296,7 +297,7 @@ TEST(LegacySong, NamesTheFirstDifference) {
   EXPECT_EQ(difference([](SongData& s) { s.tracks[0].track_id = 2; }), "track_id not equal");
   EXPECT_EQ(difference([](SongData& s) { s.tracks[0].track_name = "Viola"; }), "track_name not equal");
   EXPECT_EQ(difference([](SongData& s) { s.timeline.name = "x"; }), "timeline failed");
-  EXPECT_EQ(zuna_test::ExactMessageOf<Version0Error>([] { static_cast<void>(Song() == SongData()); }),
+  EXPECT_EQ(ExactMessageOf<Version0Error>([] { static_cast<void>(Song() == SongData()); }),
             "song_number failed")
       << "the base class itself";
 }

@@ -148,9 +148,11 @@ TEST(LengthField, FailsTheStreamWhereItCannotSeek) {
   Unseekable buffer;
   std::ostream os(&buffer);
   const version0::LengthField length(os);
+  os << "body";
   EXPECT_TRUE(os.good());
   length.patch(os);
   EXPECT_TRUE(os.fail());
+  EXPECT_EQ(buffer.str(), Bytes({0, 0, 0, 0, 'b', 'o', 'd', 'y'})) << "the number is not written elsewhere";
 }
 
 }  // namespace
