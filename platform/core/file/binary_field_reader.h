@@ -6,11 +6,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -25,30 +23,18 @@ class BinaryFieldReader {
  public:
   explicit BinaryFieldReader(ByteReader& in) : in_(in) {}
 
-  template <typename Integer>
-  void Number(std::string_view key, Integer& value) {
-    using Unsigned = std::make_unsigned_t<Integer>;
-    if constexpr (!kCompact || sizeof(Integer) == 1) {
-      value = static_cast<Integer>(in_.Fixed(sizeof(Integer), key));
-      return;
-    } else {
-      const std::uint64_t number = in_.Varint(std::numeric_limits<Unsigned>::max(), key);
-      if constexpr (std::is_signed_v<Integer>) {
-        value = static_cast<Integer>(UnZigZag(static_cast<std::uint32_t>(number)));
-      } else {
-        value = static_cast<Integer>(number);
-      }
-    }
+  // A member of another width does not compile: it does not bind to the reference.
+  void U8(std::string_view key, std::uint8_t& value) { value = static_cast<std::uint8_t>(in_.Fixed(1, key)); }
+  void U16(std::string_view key, std::uint16_t& value) {
+    value = static_cast<std::uint16_t>(Unsigned(key, 2, 0xFFFF));
   }
-
-  void Signed(std::string_view key, std::uint32_t& bits) {
-    std::int32_t value = 0;
-    Number(key, value);
-    bits = static_cast<std::uint32_t>(value);
+  void U32(std::string_view key, std::uint32_t& value) { value = Unsigned(key, 4, 0xFFFFFFFF); }
+  void I16(std::string_view key, std::int16_t& value) {
+    value = static_cast<std::int16_t>(Signed(key, 2, 0xFFFF));
   }
-
-  void Float(std::string_view key, std::uint32_t& bits) {
-    bits = static_cast<std::uint32_t>(in_.Fixed(sizeof bits, key));
+  void I32(std::string_view key, std::uint32_t& bits) { bits = Signed(key, 4, 0xFFFFFFFF); }
+  void F32(std::string_view key, std::uint32_t& bits) {
+    bits = static_cast<std::uint32_t>(in_.Fixed(4, key));
   }
 
   void Position(std::string_view key, std::uint32_t& position) {
@@ -56,7 +42,7 @@ class BinaryFieldReader {
     before_ = position;
   }
   void PositionFrom(std::string_view key, std::uint32_t origin, std::uint32_t& position) {
-    Number(key, position);
+    U32(key, position);
     if (kCompact) position += origin;
   }
 
@@ -69,7 +55,7 @@ class BinaryFieldReader {
     in_.path.song = number;
   }
   void TrackNumber(std::string_view key, std::uint16_t& number) {
-    Number(key, number);
+    U16(key, number);
     in_.path.voice = number;
   }
 
@@ -96,8 +82,8 @@ class BinaryFieldReader {
   }
 
   void Pair(std::string_view key, std::pair<std::uint16_t, std::uint16_t>& pair) {
-    Number(key, pair.first);
-    Number(key, pair.second);
+    U16(key, pair.first);
+    U16(key, pair.second);
   }
 
   template <typename Messages>
@@ -145,7 +131,9 @@ class BinaryFieldReader {
  private:
   static constexpr bool kCompact = kLayout == Layout::kCompact;
 
-  /// The bytes that a record with zeros and empty texts takes, which are the fewest that any takes.
+  /// The bytes that a record with zeros and empty texts takes, which are the fewest that any takes. A list
+  /// whose count says that it has more entries than the remaining bytes can hold is refused by this size,
+  /// before memory is reserved.
   template <typename Record>
   static std::size_t SizeOf(const Record& blank) {
     ByteCounter counter;
@@ -156,8 +144,18 @@ class BinaryFieldReader {
 
   std::uint32_t Count(std::string_view key) {
     std::uint32_t count = 0;
-    Number(key, count);
+    U32(key, count);
     return count;
+  }
+
+  /// An integer of `width` bytes in the fixed layout; the one in the compact layout is at most `max`.
+  std::uint32_t Unsigned(std::string_view key, std::size_t width, std::uint32_t max) {
+    return static_cast<std::uint32_t>(kCompact ? in_.Varint(max, key) : in_.Fixed(width, key));
+  }
+  /// The same for a signed integer. Its low `width` bytes are the two's complement.
+  std::uint32_t Signed(std::string_view key, std::size_t width, std::uint32_t max) {
+    const std::uint32_t bits = Unsigned(key, width, max);
+    return kCompact ? static_cast<std::uint32_t>(UnZigZag(bits)) : bits;
   }
 
   ByteReader& in_;

@@ -1,7 +1,7 @@
 #pragma once
 
 // Writing the fields of records in the binary versions (docs/format-1.md). show/fields.h and log/fields.h
-// state the fields of each record once; BinaryFieldWriter, BinaryFieldReader, TextFieldWriter and
+// list the fields of each record once; BinaryFieldWriter, BinaryFieldReader, TextFieldWriter and
 // TextFieldBinder have functions of the same names, one for each kind of field.
 
 #include <cstddef>
@@ -9,7 +9,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -33,22 +32,21 @@ class BinaryFieldWriter {
  public:
   explicit BinaryFieldWriter(Sink& sink) : sink_(sink) {}
 
-  template <typename Integer>
-  void Number(std::string_view, Integer value) {
-    if constexpr (!kCompact || sizeof(Integer) == 1) {
-      sink_.Fixed(static_cast<std::make_unsigned_t<Integer>>(value), sizeof(Integer));
-    } else if constexpr (std::is_signed_v<Integer>) {
-      sink_.Varint(ZigZag(value));
-    } else {
-      sink_.Varint(value);
-    }
-  }
+  /// Unsigned integers of 8, 16 and 32 bits.
+  ///@{
+  void U8(std::string_view, std::uint8_t value) { sink_.Fixed(value, 1); }
+  void U16(std::string_view, std::uint16_t value) { Unsigned(value, 2); }
+  void U32(std::string_view, std::uint32_t value) { Unsigned(value, 4); }
+  ///@}
 
-  /// An integer that may be negative; `bits` are its two's complement.
-  void Signed(std::string_view key, std::uint32_t bits) { Number(key, static_cast<std::int32_t>(bits)); }
+  /// Signed integers of 16 and 32 bits; `bits` are the two's complement.
+  ///@{
+  void I16(std::string_view, std::int16_t value) { Signed(value, 2); }
+  void I32(std::string_view, std::uint32_t bits) { Signed(static_cast<std::int32_t>(bits), 4); }
+  ///@}
 
   /// The bits of a float: four bytes in every layout.
-  void Float(std::string_view, std::uint32_t bits) { sink_.Fixed(bits, sizeof bits); }
+  void F32(std::string_view, std::uint32_t bits) { sink_.Fixed(bits, 4); }
 
   /// The position in ticks of an entry of a list, mostly near that of the entry before.
   void Position(std::string_view key, std::uint32_t position) {
@@ -57,7 +55,7 @@ class BinaryFieldWriter {
   }
   /// A position that is mostly near `origin`.
   void PositionFrom(std::string_view key, std::uint32_t origin, std::uint32_t position) {
-    Number(key, kCompact ? position - origin : position);
+    U32(key, kCompact ? position - origin : position);
   }
 
   void Text(std::string_view key, std::string_view text) {
@@ -65,7 +63,7 @@ class BinaryFieldWriter {
     sink_.Bytes(text);
   }
   void SongNumber(std::string_view key, const std::string& number) { Text(key, number); }
-  void TrackNumber(std::string_view key, std::uint16_t number) { Number(key, number); }
+  void TrackNumber(std::string_view key, std::uint16_t number) { U16(key, number); }
 
   void BarNumber(std::string_view key, const TL::BarsBeats& entry) {
     std::string text(entry.bar_number());
@@ -82,8 +80,8 @@ class BinaryFieldWriter {
   }
 
   void Pair(std::string_view key, const std::pair<std::uint16_t, std::uint16_t>& pair) {
-    Number(key, pair.first);
-    Number(key, pair.second);
+    U16(key, pair.first);
+    U16(key, pair.second);
   }
 
   template <typename Messages>
@@ -120,7 +118,25 @@ class BinaryFieldWriter {
   static constexpr bool kCompact = kLayout == Layout::kCompact;
 
   /// A count that does not fit needs more bytes than a file may have, which is refused before one is written.
-  void Count(std::string_view key, std::size_t count) { Number(key, static_cast<std::uint32_t>(count)); }
+  void Count(std::string_view key, std::size_t count) { U32(key, static_cast<std::uint32_t>(count)); }
+
+  /// `width` is in bytes.
+  ///@{
+  void Unsigned(std::uint32_t value, std::size_t width) {
+    if constexpr (kCompact) {
+      sink_.Varint(value);
+    } else {
+      sink_.Fixed(value, width);
+    }
+  }
+  void Signed(std::int32_t value, std::size_t width) {
+    if constexpr (kCompact) {
+      sink_.Varint(ZigZag(value));
+    } else {
+      sink_.Fixed(static_cast<std::uint32_t>(value), width);
+    }
+  }
+  ///@}
 
   Sink& sink_;
   std::uint32_t before_ = 0;  ///< the position of the entry before

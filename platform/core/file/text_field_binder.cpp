@@ -16,13 +16,6 @@ constexpr RowType kPairType{2, {0xFFFF, 0xFFFF}, &TakePair};
 
 }  // namespace
 
-const char* SetBarNumber(TL::BarsBeats& entry, const std::string& label) {
-  if (label.find('\0') != std::string::npos) return "a bar number cannot contain a NUL byte";
-  if (label.size() > 7) return "a bar number has at most 7 bytes";
-  entry.bar_number(label);
-  return nullptr;
-}
-
 void TextFieldBinder::Pair(std::string_view key, std::pair<std::uint16_t, std::uint16_t>& pair) {
   object_.Add({key, JsonKind::kRow, &pair, nullptr, nullptr, &kPairType});
 }

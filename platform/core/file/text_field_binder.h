@@ -9,7 +9,6 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -25,20 +24,20 @@ class TextFieldBinder {
  public:
   explicit TextFieldBinder(BoundObject& object) : object_(object) {}
 
-  template <typename Integer>
-  void Number(std::string_view key, Integer& value) {
-    object_.Add({key, KindOf<Integer>(), &value});
-  }
-  void Signed(std::string_view key, std::uint32_t& bits) { object_.Add({key, JsonKind::kBits32, &bits}); }
-  void Float(std::string_view key, std::uint32_t& bits) { object_.Add({key, JsonKind::kFloat, &bits}); }
-  void Position(std::string_view key, std::uint32_t& position) { Number(key, position); }
-  void PositionFrom(std::string_view key, std::uint32_t, std::uint32_t& position) { Number(key, position); }
+  void U8(std::string_view key, std::uint8_t& value) { object_.Add({key, JsonKind::kUnsigned8, &value}); }
+  void U16(std::string_view key, std::uint16_t& value) { object_.Add({key, JsonKind::kUnsigned16, &value}); }
+  void U32(std::string_view key, std::uint32_t& value) { object_.Add({key, JsonKind::kUnsigned32, &value}); }
+  void I16(std::string_view key, std::int16_t& value) { object_.Add({key, JsonKind::kSigned16, &value}); }
+  void I32(std::string_view key, std::uint32_t& bits) { object_.Add({key, JsonKind::kBits32, &bits}); }
+  void F32(std::string_view key, std::uint32_t& bits) { object_.Add({key, JsonKind::kFloat, &bits}); }
+  void Position(std::string_view key, std::uint32_t& position) { U32(key, position); }
+  void PositionFrom(std::string_view key, std::uint32_t, std::uint32_t& position) { U32(key, position); }
 
   void Text(std::string_view key, std::string& text) {
     object_.Add({key, JsonKind::kText, &text, &StoreAnyText});
   }
   void SongNumber(std::string_view key, std::string& number) { Text(key, number); }
-  void TrackNumber(std::string_view key, std::uint16_t& number) { Number(key, number); }
+  void TrackNumber(std::string_view key, std::uint16_t& number) { U16(key, number); }
   void BarNumber(std::string_view key, TL::BarsBeats& entry) {
     object_.Add({key, JsonKind::kText, &entry, &StoreBarNumber});
   }
@@ -81,14 +80,6 @@ class TextFieldBinder {
   }
 
  private:
-  template <typename Integer>
-  static constexpr JsonKind KindOf() {
-    if constexpr (std::is_same_v<Integer, std::int16_t>) return JsonKind::kSigned16;
-    if constexpr (std::is_same_v<Integer, std::uint8_t>) return JsonKind::kUnsigned8;
-    if constexpr (std::is_same_v<Integer, std::uint16_t>) return JsonKind::kUnsigned16;
-    if constexpr (std::is_same_v<Integer, std::uint32_t>) return JsonKind::kUnsigned32;
-  }
-
   // What is stored into: a std::string, a TL::BarsBeats, a kit::UUID, a FileKind.
   static const char* StoreAnyText(void* target, std::string&& text);
   static const char* StoreBarNumber(void* target, std::string&& text);

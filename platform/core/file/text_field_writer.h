@@ -23,29 +23,24 @@ class TextFieldWriter {
  public:
   explicit TextFieldWriter(JsonWriter& json) : json_(json) {}
 
-  template <typename Integer>
-  void Number(std::string_view key, Integer value) {
-    json_.Key(key);
-    if constexpr (std::is_signed_v<Integer>) {
-      json_.Number(std::int32_t{value});
-    } else {
-      json_.Number(std::uint32_t{value});
-    }
-  }
-  void Signed(std::string_view key, std::uint32_t bits) { Number(key, static_cast<std::int32_t>(bits)); }
-  void Float(std::string_view key, std::uint32_t bits) {
+  void U8(std::string_view key, std::uint8_t value) { Unsigned(key, value); }
+  void U16(std::string_view key, std::uint16_t value) { Unsigned(key, value); }
+  void U32(std::string_view key, std::uint32_t value) { Unsigned(key, value); }
+  void I16(std::string_view key, std::int16_t value) { Signed(key, value); }
+  void I32(std::string_view key, std::uint32_t bits) { Signed(key, static_cast<std::int32_t>(bits)); }
+  void F32(std::string_view key, std::uint32_t bits) {
     json_.Key(key);
     json_.Float(std::bit_cast<float>(bits));
   }
-  void Position(std::string_view key, std::uint32_t position) { Number(key, position); }
-  void PositionFrom(std::string_view key, std::uint32_t, std::uint32_t position) { Number(key, position); }
+  void Position(std::string_view key, std::uint32_t position) { U32(key, position); }
+  void PositionFrom(std::string_view key, std::uint32_t, std::uint32_t position) { U32(key, position); }
 
   void Text(std::string_view key, std::string_view text) {
     json_.Key(key);
     json_.Text(text);
   }
   void SongNumber(std::string_view key, std::string_view number) { Text(key, number); }
-  void TrackNumber(std::string_view key, std::uint16_t number) { Number(key, number); }
+  void TrackNumber(std::string_view key, std::uint16_t number) { U16(key, number); }
   void BarNumber(std::string_view key, const TL::BarsBeats& entry) { Text(key, entry.bar_number()); }
   void Identifier(std::string_view key, const kit::UUID& identifier) { Text(key, identifier.ToString()); }
 
@@ -110,6 +105,15 @@ class TextFieldWriter {
   }
 
  private:
+  void Unsigned(std::string_view key, std::uint32_t value) {
+    json_.Key(key);
+    json_.Number(value);
+  }
+  void Signed(std::string_view key, std::int32_t value) {
+    json_.Key(key);
+    json_.Number(value);
+  }
+
   JsonWriter& json_;
 };
 

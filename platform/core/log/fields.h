@@ -1,8 +1,12 @@
 #pragma once
 
-// The fields of every record of a log, in the order in which files state them (docs/format-1.md,
-// docs/format-2.md). `fields` is one of the four visitors in platform/core/file/: binary_field_writer.h,
-// binary_field_reader.h, text_field_writer.h and text_field_binder.h. A record that is written is const.
+// The fields of every record of a log, in the order of the file (docs/format-1.md, docs/format-2.md).
+// `fields` is one of the visitors that platform/core/file/records.h describes, or NullListFinder in
+// log/file.cpp. A record that is written is const.
+//
+// The names of the functions state the width of a field in the fixed binary layout: U8, U16, U32 are unsigned
+// and I16, I32 signed integers of that many bits, F32 a float; a Position is a U32 and a Pair two U16.
+// A member of another type does not compile, so a released format does not change with the model.
 
 #include <concepts>
 #include <memory>
@@ -22,9 +26,9 @@ void VisitFields(Fields& fields, Event& event) {
   fields.PositionFrom("end", event.start, event.end);
   fields.Text("label", event.label);
   if constexpr (std::is_same_v<std::remove_const_t<Event>, CL::TempoScale>) {
-    fields.Float("value", event.value_bits);
+    fields.F32("value", event.value_bits);
   } else {
-    fields.Signed("value", event.value_bits);
+    fields.I32("value", event.value_bits);
   }
 }
 
@@ -36,18 +40,17 @@ void VisitFields(Fields& fields, Event& event) {
   if constexpr (std::is_same_v<std::remove_const_t<Event>, CL::Marker>) {
     fields.Text("text", event.text);
   } else {
-    fields.Number("secondWord", event.second_word);
+    fields.U32("secondWord", event.second_word);
   }
 }
 
-template <typename Fields, typename SongLog>
-requires std::same_as<std::remove_const_t<SongLog>, CL::SongLog>
+template <typename Fields, MaybeConst<CL::SongLog> SongLog>
 void VisitFields(Fields& fields, SongLog& song) {
   fields.SongNumber("songNumber", song.song_number);
   fields.Text("songName", song.song_name);
-  fields.Number("division", song.division);
-  fields.Number("songLength", song.song_length);
-  fields.Number("attacca", song.attacca);
+  fields.U16("division", song.division);
+  fields.U32("songLength", song.song_length);
+  fields.U8("attacca", song.attacca);
   fields.List("vamps", song.vamps);
   fields.List("repeats", song.repeats);
   fields.List("cuts", song.cuts);
@@ -59,8 +62,7 @@ void VisitFields(Fields& fields, SongLog& song) {
   fields.List("caesuras", song.caesuras);
 }
 
-template <typename Fields, typename ChangeLog>
-requires std::same_as<std::remove_const_t<ChangeLog>, CL::ChangeLog>
+template <typename Fields, MaybeConst<CL::ChangeLog> ChangeLog>
 void VisitFields(Fields& fields, ChangeLog& log) {
   fields.Text("showName", log.show_name);
   fields.Text("logLabel", log.log_label);

@@ -1,5 +1,6 @@
 // Reading and writing log files of every version, and single events (docs/format-1.md, docs/format-2.md).
 
+#include <cstdint>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -15,15 +16,16 @@ namespace zuna_core {
 
 namespace {
 
-/// Visits the fields of a song log and finds the first list that is null.
+/// Visits the fields of a song log, as the writers do, and finds the first list that is null.
 class NullListFinder {
  public:
   template <typename Events>
   void List(std::string_view key, const std::shared_ptr<Events>& list) {
     if (!list && found.empty()) found = key;
   }
-  template <typename Value>
-  void Number(std::string_view, const Value&) {}
+  void U8(std::string_view, std::uint8_t) {}
+  void U16(std::string_view, std::uint16_t) {}
+  void U32(std::string_view, std::uint32_t) {}
   void Text(std::string_view, const std::string&) {}
   void SongNumber(std::string_view, const std::string&) {}
 

@@ -1,14 +1,16 @@
 #pragma once
 
-// The fields of every record of a show, in the order in which files state them (docs/format-1.md,
-// docs/format-2.md). `fields` is one of the four visitors in platform/core/file/: binary_field_writer.h,
-// binary_field_reader.h, text_field_writer.h and text_field_binder.h. A record that is written is const.
+// The fields of every record of a show, in the order of the file (docs/format-1.md, docs/format-2.md).
+// `fields` is one of the visitors that platform/core/file/records.h describes. A record that is written is
+// const.
+//
+// The names of the functions state the width of a field in the fixed binary layout: U8, U16, U32 are unsigned
+// and I16, I32 signed integers of that many bits, F32 a float; a Position is a U32 and a TrackNumber a U16.
+// A member of another type does not compile, so a released format does not change with the model.
 
-#include <concepts>
 #include <cstdint>
 #include <memory>
 #include <string_view>
-#include <type_traits>
 #include <utility>
 
 #include "platform/core/file/records.h"
@@ -16,42 +18,39 @@
 
 namespace zuna_core {
 
-template <typename T, typename Record>
-concept MaybeConst = std::same_as<std::remove_const_t<T>, Record>;
-
 template <typename Fields, MaybeConst<TL::Tempo> Tempo>
 void VisitFields(Fields& fields, Tempo& tempo) {
   fields.Position("time", tempo.time);
-  fields.Number("microseconds", tempo.microseconds);
+  fields.U32("microseconds", tempo.microseconds);
 }
 
 template <typename Fields, MaybeConst<TL::BarsBeats> BarsBeats>
 void VisitFields(Fields& fields, BarsBeats& bars_beats) {
   fields.Position("time", bars_beats.time);
   fields.BarNumber("barNumber", bars_beats);
-  fields.Number("tag", bars_beats.tag);
+  fields.U8("tag", bars_beats.tag);
 }
 
 template <typename Fields, MaybeConst<TL::Key> Key>
 void VisitFields(Fields& fields, Key& key) {
   fields.Position("time", key.time);
-  fields.Number("key", key.key);
-  fields.Number("mode", key.mode);
+  fields.I16("key", key.key);
+  fields.U16("mode", key.mode);
 }
 
 template <typename Fields, MaybeConst<TL::PageNumber> PageNumber>
 void VisitFields(Fields& fields, PageNumber& page_number) {
   fields.Position("time", page_number.time);
-  fields.Number("page", page_number.page);
+  fields.U32("page", page_number.page);
 }
 
 template <typename Fields, MaybeConst<TL::Meter> Meter>
 void VisitFields(Fields& fields, Meter& meter) {
   fields.Position("time", meter.time);
-  fields.Number("numerator", meter.numerator);
-  fields.Number("denominator", meter.denominator);
-  fields.Number("clocksPerClick", meter.clocks_per_click);
-  fields.Number("notated32PerQuarter", meter.notated_32_per_quarter);
+  fields.U8("numerator", meter.numerator);
+  fields.U8("denominator", meter.denominator);
+  fields.U8("clocksPerClick", meter.clocks_per_click);
+  fields.U8("notated32PerQuarter", meter.notated_32_per_quarter);
 }
 
 template <typename Fields, MaybeConst<TL::Timeline> Timeline>
@@ -67,7 +66,7 @@ template <typename Fields, MaybeConst<zuna_midi::VoiceTrack> VoiceTrack>
 void VisitFields(Fields& fields, VoiceTrack& track) {
   fields.TrackNumber("trackNumber", track.track_number);
   fields.Text("name", track.name);
-  fields.Number("reserved", track.reserved);
+  fields.U16("reserved", track.reserved);
   fields.MessageRows("messages", track.messages);
 }
 
@@ -75,8 +74,8 @@ template <typename Fields, MaybeConst<zuna_midi::SongData> SongData>
 void VisitFields(Fields& fields, SongData& song) {
   fields.SongNumber("songNumber", song.song_number);
   fields.Text("songName", song.song_name);
-  fields.Number("division", song.division);
-  fields.Number("songLength", song.song_length);
+  fields.U16("division", song.division);
+  fields.U32("songLength", song.song_length);
   fields.Object("timeline", *song.timeline);
   fields.Children("voices", *song.voice_data);
 }
@@ -96,7 +95,7 @@ struct ChildRecords<zuna_midi::VoiceData> {
   }
   static std::shared_ptr<zuna_midi::VoiceTrack> New() {
     auto track = std::make_shared<zuna_midi::VoiceTrack>();
-    track->reserved = 0;
+    track->reserved = 0;  // 0xFFFF would take three bytes instead of one in the compact layout
     return track;
   }
   static const char* Add(zuna_midi::VoiceData& voices, std::shared_ptr<zuna_midi::VoiceTrack> track) {
