@@ -3,16 +3,22 @@
 #include <optional>
 #include <sstream>
 
+#include "CL/song_log.h"
 #include "cli/commands/context.h"
 #include "cli/commands/input.h"
 #include "cli/terminal/standard_streams.h"
 #include "cli/terminal/text.h"
+#include "format_converter/version0/containers/song_log.h"
 #include "toolkit/conversion/conversion.h"
+#include "toolkit/smf/file.h"
 #include "toolkit/words.h"
+#include "zuna_midi/song_data.h"
 
 namespace zuna_cli {
 
 namespace {
+
+constexpr int kProgramChange = 0xC0;
 
 struct Options {
   std::string input;
@@ -31,7 +37,7 @@ void PrintSong(const std::shared_ptr<zuna_midi::SongData>& song, std::ostream& o
   for (const auto& [number, voice] : song->voice_data->tracks()) {
     os << "  " << voice->name << ":\n";
     for (const auto& [time, message] : voice->messages) {
-      if ((message.status & 0xF0) != 0xC0) continue;
+      if ((message.status & zuna_toolkit::smf::kKindMask) != kProgramChange) continue;
       os << "    " << time << ": ";
       message.WriteString(os);
       os << '\n';

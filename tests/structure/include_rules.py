@@ -25,7 +25,7 @@ OWN = {
     "platform/kit": ("platform/kit",),
     "platform/security": ("platform/security",),
     "toolkit": ("toolkit", "format_converter"),
-    "cli": ("cli", "toolkit"),
+    "cli": ("cli", "toolkit", "format_converter"),
     "fuzz": ("fuzz", "tests/support", "toolkit", "cli", "format_converter", "platform"),
     "benchmarks": ("benchmarks", "tests/support", "toolkit", "format_converter"),
     "examples": (),

@@ -9,6 +9,7 @@
 
 #include "kit/format.h"
 #include "toolkit/comparison/internal/list_comparison.h"
+#include "toolkit/smf/file.h"
 
 namespace zuna_toolkit {
 
@@ -24,8 +25,6 @@ struct EntryTraits<TimedMessage> {
 
 namespace {
 
-constexpr unsigned kStatusHigh = 0xF0;
-
 std::string VoiceText(const zuna_midi::VoiceTrack& voice) {
   return "voice " + std::to_string(voice.track_number) + " \"" + voice.name + '"';
 }
@@ -38,7 +37,7 @@ std::string MessageText(const TimedMessage& message) {
 /// Whether two messages are the same but for their channel.
 bool SameButChannel(const TimedMessage& a, const TimedMessage& b) {
   return a.first == b.first && a.second.data1 == b.second.data1 && a.second.data2 == b.second.data2 &&
-         (a.second.status & kStatusHigh) == (b.second.status & kStatusHigh);
+         (a.second.status & smf::kKindMask) == (b.second.status & smf::kKindMask);
 }
 
 /// How the channel of a message changes, as both low nibbles.

@@ -41,6 +41,9 @@ constexpr std::uint8_t kMetaStatus = 0xFF;      ///< begins a meta event
 constexpr std::uint8_t kSysexStatus = 0xF0;     ///< begins a system-exclusive message
 constexpr std::uint8_t kSysexContinued = 0xF7;  ///< continues a system-exclusive message
 
+constexpr std::uint8_t kKindMask = 0xF0;     ///< of the status of a channel message: what kind it is of
+constexpr std::uint8_t kChannelMask = 0x0F;  ///< of the status of a channel message: its channel, from 0
+
 /// The largest variable-length quantity: 4 bytes of 7 bits.
 constexpr std::uint32_t kMaxQuantity = 0x0FFFFFFF;
 
