@@ -1,8 +1,9 @@
-// What all commands share.
+// What the commands share: options, the key, notes and the exit code.
 #include "cli/commands/context.h"
 
 #include <algorithm>
 #include <filesystem>
+#include <new>
 
 #include "cli/commands/key_file.h"
 #include "cli/terminal/standard_streams.h"
@@ -39,6 +40,12 @@ std::string CheckTarget(const std::string& text) {
 }  // namespace
 
 CipherKey Context::Key() const { return LoadKey(KeyFilePath(key_file)); }
+
+void Context::ReportPart(const std::exception& error) {
+  if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) throw;
+  PrintError(CurrentFailure());
+  code = ExitCode::kPartFailed;
+}
 
 void Context::PrintNotes() const {
   if (quiet) return;

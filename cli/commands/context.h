@@ -1,8 +1,10 @@
-// What all commands share.
+// The commands of the tool, and what they share: options, the key, notes and the exit code.
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <exception>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "cli/commands/output.h"
@@ -13,7 +15,7 @@
 
 namespace zuna_cli {
 
-/// What all commands share.
+/// The state of one run of the tool.
 struct Context {
   std::string key_file;  ///< as the command line gives it; may be empty
   bool quiet = false;
@@ -26,6 +28,10 @@ struct Context {
   /// Tells the user about the file called `name` once the command has gone through: nothing is said about
   /// what a failed command would have dropped.
   void Note(const std::string& name, const std::string& text) { notes.emplace_back(name, text); }
+
+  /// Called in a handler of `error`, which one of several inputs made: prints it and sets the exit code. A
+  /// lack of memory is passed on, because it ends the whole command.
+  void ReportPart(const std::exception& error);
 
   /// Prints all notes, unless told to be quiet.
   void PrintNotes() const;

@@ -29,12 +29,9 @@ std::string InfoOfAll(const Options& options, const CipherKey& key, Context& con
       const std::string info = InfoOf(path, key, options.json);
       if (options.json && !text.empty()) text += ",\n ";
       text += info;
-    } catch (const std::bad_alloc&) {
-      throw;
-    } catch (const std::exception&) {
+    } catch (const std::exception& error) {
       if (options.inputs.size() == 1) throw;
-      PrintError(CurrentFailure());
-      context.code = ExitCode::kPartFailed;
+      context.ReportPart(error);
     }
   }
   return text;

@@ -34,11 +34,8 @@ std::string ListShows(const Options& options, const CipherKey& key, Context& con
       zuna_toolkit::OpenedFile file(kit::path::Join(options.folder, name), key);
       const cmn::FileVersion version = RequireShow(file).version;
       if (options.Matches(version)) text += Printable(name) + ": " + cmn::VersionText(version) + '\n';
-    } catch (const std::bad_alloc&) {
-      throw;
-    } catch (const std::exception&) {
-      PrintError(CurrentFailure());
-      context.code = ExitCode::kPartFailed;
+    } catch (const std::exception& error) {
+      context.ReportPart(error);
     }
   }
   return text;

@@ -24,27 +24,6 @@ void RequireTwoForms(const Document& legacy, const Document& current) {
 
 }  // namespace
 
-std::string CodeText(const Difference& difference) {
-  static constexpr std::string_view kSubjects[] = {"show-name",     "log-label",       "identifier",
-                                                   "tag-pair",      "trailing-bytes",  "song",
-                                                   "song-name",     "division",        "song-length",
-                                                   "timeline-name", "timeline-length", "voice",
-                                                   "voice-number",  "voice-name",      "reserved-field",
-                                                   "message",       "message-channel", "delta-time",
-                                                   "tempo",         "bar-label",       "key",
-                                                   "page-number",   "meter",           "attacca",
-                                                   "vamp",          "repeat",          "cut",
-                                                   "transpose",     "tempo-scale",     "click",
-                                                   "fermata",       "marker",          "caesura",
-                                                   "edit-label",    "edit-value",      "second-word"};
-  static constexpr std::string_view kActions[] = {"added",  "dropped",  "changed",
-                                                  "merged", "replaced", "reordered"};
-  static_assert(std::size(kSubjects) == static_cast<std::size_t>(Subject::kSecondWord) + 1);
-  static_assert(std::size(kActions) == static_cast<std::size_t>(Action::kReordered) + 1);
-  return std::string(kSubjects[static_cast<std::size_t>(difference.subject)]) + '-' +
-         std::string(kActions[static_cast<std::size_t>(difference.action)]);
-}
-
 void Compare(const Document& before, const Document& after, const DifferenceSink& sink) {
   if (before.type().kind != after.type().kind) {
     throw Error(ErrorKind::kBadInput, after.name(),
@@ -72,7 +51,7 @@ void LossesOfDown(const Document& current, const Document& legacy, const Differe
     if (const auto* log = current.As<CL::ChangeLog>()) {
       CompareLogs(*log, legacy.As<LegacyLog>()->log.get_version_1_0(), sink);
     } else {
-      CompareWithWayBack(*current.As<zuna_midi::ShowData>(), legacy.As<LegacyShow>()->show, sink);
+      CompareWithUpAgain(*current.As<zuna_midi::ShowData>(), legacy.As<LegacyShow>()->show, sink);
     }
   });
 }
@@ -82,7 +61,8 @@ void LossesOfUp(const Document& legacy, const Document& current, const Differenc
   std::size_t replaced_songs = 0;
   std::size_t trailing_bytes = 0;
   if (const auto* show = legacy.As<LegacyShow>()) {
-    OnFile(legacy.name(), [&] { CompareWithWayBack(show->show, *current.As<zuna_midi::ShowData>(), sink); });
+    OnFile(legacy.name(),
+           [&] { CompareWithDownAgain(show->show, *current.As<zuna_midi::ShowData>(), sink); });
     replaced_songs = show->replaced_songs;
     trailing_bytes = show->trailing_bytes;
   } else {

@@ -1,7 +1,6 @@
 // Compares a legacy show with what comes back down of its current form.
 #include <algorithm>
 #include <map>
-#include <new>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -9,6 +8,8 @@
 #include "toolkit/comparison/internal/compare_models.h"
 #include "toolkit/comparison/internal/song_differences.h"
 #include "toolkit/comparison/internal/timeline_entries.h"
+#include "toolkit/internal/translate.h"
+#include "toolkit/smf/file.h"
 #include "toolkit/words.h"
 
 namespace zuna_toolkit {
@@ -16,8 +17,6 @@ namespace zuna_toolkit {
 namespace {
 
 using Events = std::vector<version0::EventObject>;
-
-constexpr unsigned kStatusHigh = 0xF0;
 
 /// Tracks that share an id become one voice with the name of the last one.
 void AddMergedTracks(const version0::SongData& song, const SongDifferences& differences) {
@@ -65,9 +64,10 @@ void AddEventDifferences(std::uint8_t id, const Events& events, const SongDiffer
     }
   };
   add_runs(
-      Subject::kMessageChannel, [&](std::size_t i) { return (events[i].status_high & ~kStatusHigh) != 0; },
+      Subject::kMessageChannel,
+      [&](std::size_t i) { return (events[i].status_high & smf::kChannelMask) != 0; },
       [&](std::size_t i) { return "status " + std::to_string(events[i].status_high); },
-      [&](std::size_t i) { return std::to_string(events[i].status_high & kStatusHigh); });
+      [&](std::size_t i) { return std::to_string(events[i].status_high & smf::kKindMask); });
   add_runs(
       Subject::kDeltaTime, [&](std::size_t i) { return events[i].delta_time != ComputedDelta(events, i); },
       [&](std::size_t i) { return std::to_string(events[i].delta_time); },
@@ -78,9 +78,8 @@ void AddEventDifferences(std::uint8_t id, const Events& events, const SongDiffer
 std::optional<version0::Timeline> TimelineBack(const zuna_midi::SongData& song) {
   try {
     return version0::Timeline(*song.timeline, song.song_number, song.song_length, song.division);
-  } catch (const std::bad_alloc&) {
-    throw;
-  } catch (const std::exception&) {
+  } catch (const std::exception& error) {
+    PassOnBadAlloc(error);
     return std::nullopt;
   }
 }
@@ -106,8 +105,8 @@ void CompareTimelines(const version0::Timeline& before, const zuna_midi::SongDat
 
 }  // namespace
 
-void CompareWithWayBack(const version0::ShowData& legacy, const zuna_midi::ShowData& current,
-                        const DifferenceSink& sink) {
+void CompareWithDownAgain(const version0::ShowData& legacy, const zuna_midi::ShowData& current,
+                          const DifferenceSink& sink) {
   for (const auto& [number, song] : legacy.songs) {
     const SongDifferences differences(number, sink);
     CompareTimelines(song.timeline, *current.songs().at(number), differences);

@@ -1,7 +1,6 @@
 // Compares current shows song by song.
 #include <map>
 #include <memory>
-#include <new>
 #include <set>
 #include <utility>
 #include <vector>
@@ -11,6 +10,7 @@
 #include "toolkit/comparison/internal/timeline_entries.h"
 #include "toolkit/comparison/internal/voices.h"
 #include "toolkit/error.h"
+#include "toolkit/internal/translate.h"
 
 namespace zuna_toolkit {
 
@@ -78,16 +78,15 @@ std::vector<VoicePair> PairByTrack(const zuna_midi::VoiceData& before, const ver
 }
 
 /// The current form of a song that came down. Throws Error without a file where it cannot come up again.
-std::shared_ptr<zuna_midi::SongData> WayBack(const version0::SongData& song) {
+std::shared_ptr<zuna_midi::SongData> UpAgain(const version0::SongData& song) {
   try {
     return song.get_version_1_0();
-  } catch (const std::bad_alloc&) {
-    throw;
   } catch (const std::exception& error) {
+    PassOnBadAlloc(error);
     ErrorParts parts;
     parts.song = song.song_number;
     parts.problem = "song " + song.song_number + " would not come up again from format 0.0: " + error.what();
-    parts.remedy = "correct the song (edit its text form)";
+    parts.remedy = kCorrectSong;
     throw Error(ErrorKind::kBadInput, std::move(parts));
   }
 }
@@ -105,12 +104,12 @@ void CompareShows(const zuna_midi::ShowData& before, const zuna_midi::ShowData& 
                });
 }
 
-void CompareWithWayBack(const zuna_midi::ShowData& show, const version0::ShowData& legacy,
+void CompareWithUpAgain(const zuna_midi::ShowData& show, const version0::ShowData& legacy,
                         const DifferenceSink& sink) {
   SongDifferences("", sink).AddField(Subject::kShowName, show.show_name, "");
   for (const auto& [number, song] : show.songs()) {
     const version0::SongData& old_form = legacy.songs.at(number);
-    const auto back = WayBack(old_form);  // one song at a time, for the sake of memory
+    const auto back = UpAgain(old_form);  // one song at a time, for the sake of memory
     const SongDifferences differences(number, sink);
     CompareFields(*song, *back, differences);
     CompareVoices(PairByTrack(*song->voice_data, old_form, *back->voice_data), differences);

@@ -1,7 +1,12 @@
 // Conversion of documents (docs/conversion.md).
+//
+// This is a second driver of the conversions of version0 and the core library, beside showdata.cpp and
+// logdata.cpp of the converter. Those convert one file with the results that their callers rely on. Here an
+// error names the song and what to do about it, a companion may be of any form, and the legacy and the
+// current form exist as documents, which the losses are computed from. That is why UpShow() and DownShow()
+// repeat the loops over the songs in show_conversion.cpp: those cannot tell which song failed.
 #include "toolkit/conversion/conversion.h"
 
-#include <new>
 #include <optional>
 #include <utility>
 
@@ -21,9 +26,8 @@ template <typename Convert, typename Diagnose>
 auto ConvertSong(const std::string& file, const std::string& number, Convert convert, Diagnose diagnose) {
   try {
     return convert();
-  } catch (const std::bad_alloc&) {
-    throw;
   } catch (const std::exception& error) {
+    PassOnBadAlloc(error);
     const std::optional<Obstacle> known = diagnose();
     throw SongError(file, number, known ? *known : Obstacle{error.what(), kCorrectSong});
   }

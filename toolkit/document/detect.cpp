@@ -1,6 +1,6 @@
 // Tells shows and logs of all versions apart by their content.
+#include <algorithm>
 #include <istream>
-#include <new>
 #include <sstream>
 
 #include "CL/change_log.h"
@@ -28,9 +28,8 @@ bool IsReadableLegacyShow(std::istream& stream) {
   bool readable = true;
   try {
     const version0::ShowData show(stream);
-  } catch (const std::bad_alloc&) {
-    throw;
-  } catch (const std::exception&) {
+  } catch (const std::exception& error) {
+    PassOnBadAlloc(error);
     readable = false;
   }
   Rewind(stream);

@@ -46,6 +46,8 @@ Error FromIoError(const std::string& name, const std::exception& error, ErrorKin
 void ThrowAsError(const std::string& name) {
   try {
     throw;
+  } catch (const std::bad_alloc&) {
+    throw;
   } catch (const Error& error) {
     if (!error.parts().file.empty()) throw;
     throw error.WithFile(name);

@@ -1,6 +1,7 @@
 // What the other libraries throw, as the toolkit's own errors.
 #pragma once
 
+#include <exception>
 #include <new>
 #include <string>
 
@@ -12,6 +13,14 @@ namespace zuna_toolkit {
 /// What to do about damage that cannot be corrected by hand.
 inline constexpr const char* kGetUndamagedCopy = "get an undamaged copy of the file";
 
+/// What to do about a song that a person can edit.
+inline constexpr const char* kCorrectSong = "correct the song (edit its text form)";
+
+/// Called in a handler of `error`: passes std::bad_alloc on, which tells nothing about the data.
+inline void PassOnBadAlloc(const std::exception& error) {
+  if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) throw;
+}
+
 /// Called in a handler: throws the exception being handled as an Error about the file called `name`. Only
 /// std::bad_alloc stays what it is. An exception that tells nothing else means that the content is at fault.
 [[noreturn]] void ThrowAsError(const std::string& name);
@@ -21,8 +30,6 @@ template <typename Work>
 auto OnFile(const std::string& name, Work work) {
   try {
     return work();
-  } catch (const std::bad_alloc&) {
-    throw;
   } catch (...) {
     ThrowAsError(name);
   }

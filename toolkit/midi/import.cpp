@@ -12,8 +12,7 @@ namespace zuna_toolkit::midi {
 namespace {
 
 constexpr int kChannels = 16;
-constexpr int kPercussionChannel = 9;         // the tenth
-constexpr const char* kDrumKit = "Drum Kit";  // the name that percussion gets
+constexpr int kPercussionChannel = version0::kDrumId;
 
 /// The first name that a track gives itself; empty where it gives none.
 std::string TrackName(const smf::Track& track) {
@@ -37,7 +36,8 @@ using MessagesByChannel = std::array<decltype(zuna_midi::VoiceTrack::messages), 
 
 MessagesByChannel SplitByChannel(const smf::Track& track) {
   MessagesByChannel channels;
-  for (const auto& message : track.messages) channels[message.second.status & 0x0F].push_back(message);
+  for (const auto& message : track.messages)
+    channels[message.second.status & smf::kChannelMask].push_back(message);
   return channels;
 }
 
@@ -76,8 +76,8 @@ class VoiceMaker {
   std::string Name(std::size_t index, int channel, bool several) {
     const std::string own = TrackName(file_.tracks[index]);
     if (channel == kPercussionChannel) {
-      name_kept_ |= own == kDrumKit;
-      return kDrumKit;
+      name_kept_ |= own == version0::kDrumKitName;
+      return std::string(version0::kDrumKitName);
     }
     name_kept_ = true;
     std::string name = own.empty() ? "Track " + std::to_string(index + 1) : own;

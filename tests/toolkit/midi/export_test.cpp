@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include "tests/toolkit/smf/smf_bytes.h"
-#include "toolkit/midi/songs.h"
 #include "toolkit/smf/file.h"
 
 namespace zuna_toolkit::midi {

@@ -14,12 +14,12 @@ void CompareShows(const zuna_midi::ShowData& before, const zuna_midi::ShowData& 
 
 /// A current show and what comes back up of `legacy`, its legacy form. Each voice is paired with the one that
 /// it became.
-void CompareWithWayBack(const zuna_midi::ShowData& show, const version0::ShowData& legacy,
+void CompareWithUpAgain(const zuna_midi::ShowData& show, const version0::ShowData& legacy,
                         const DifferenceSink& sink);
 
 /// A legacy show and what comes back down of `current`, its current form, but for the numbers of tracks.
-void CompareWithWayBack(const version0::ShowData& legacy, const zuna_midi::ShowData& current,
-                        const DifferenceSink& sink);
+void CompareWithDownAgain(const version0::ShowData& legacy, const zuna_midi::ShowData& current,
+                          const DifferenceSink& sink);
 
 /// Two current logs.
 void CompareLogs(const CL::ChangeLog& before, const CL::ChangeLog& after, const DifferenceSink& sink);

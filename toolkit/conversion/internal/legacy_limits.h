@@ -11,9 +11,6 @@
 
 namespace zuna_toolkit {
 
-/// What the user can do about a song that a person can edit.
-inline constexpr const char* kCorrectSong = "correct the song (edit its text form)";
-
 /// What keeps a song from being converted.
 struct Obstacle {
   std::string problem;
