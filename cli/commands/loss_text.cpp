@@ -32,7 +32,7 @@ Noun NounOf(Subject subject) {
     case Subject::kDivision:
       return {"division", "divisions"};
     case Subject::kVoice:
-      return {"voice of its own", "voices of their own"};
+      return {"separate voice", "separate voices"};
     case Subject::kVoiceNumber:
       return {"voice number", "voice numbers"};
     case Subject::kVoiceName:

@@ -134,7 +134,7 @@ class DownTest(WithShows):
             prefix + '3 voice numbers (song 2: voice 12 "Piano" becomes voice 1)',
             prefix + '1 reserved field (song 2: voice 12 "Piano": 5)',
             prefix + '1 voice name (song 2: voice 13 "Drums" becomes "Drum Kit")',
-            prefix + '1 voice of its own (song 2: voice 14 "Drum Kit" joins voice 9 "Drum Kit")',
+            prefix + '1 separate voice (song 2: voice 14 "Drum Kit" joins voice 9 "Drum Kit")',
             prefix + '2 message channels (song 2: voice 14 "Drum Kit" at 0: status 147 becomes 153)',
             prefix + "1 key (song 2: key 300 mode 1 at 0 becomes key 44 mode 1 at 0)",
             prefix + "1 page number (song 2: page 65537 at 0 becomes page 1 at 0)",
