@@ -6,16 +6,18 @@
 
 #include "cmn/version_probe.h"
 #include "format_converter/internal/streams.h"
-#include "kit/format.h"
+#include "format_converter/internal/version_text.h"
 #include "zuna_sec/cipher_key.h"
 #include "zuna_sec/cipher_stream.h"
 
 cmn::FileVersion WrapGetShowdataVersion(std::istream& is) {
-  return guarded_read("Failed reading istream", [&] { return cmn::get_showdata_version(is); });
+  return zuna_converter::guarded_read(zuna_converter::kReadingStream,
+                                      [&] { return cmn::get_showdata_version(is); });
 }
 
 cmn::FileVersion WrapGetLogdataVersion(std::istream& is) {
-  return guarded_read("Failed reading istream", [&] { return cmn::get_logdata_version(is); });
+  return zuna_converter::guarded_read(zuna_converter::kReadingStream,
+                                      [&] { return cmn::get_logdata_version(is); });
 }
 
 cmn::FileVersion GetShowdataFileVersion(const std::string& path) {
@@ -26,6 +28,5 @@ cmn::FileVersion GetShowdataFileVersion(const std::string& path) {
 
 void print_file_version(const std::string& path) {
   std::cout << path << " has file version: ";
-  const cmn::FileVersion version = GetShowdataFileVersion(path);
-  std::cout << kit::format("%u.%u", version.major, version.minor) << std::endl;
+  std::cout << zuna_converter::version_text(GetShowdataFileVersion(path)) << std::endl;
 }

@@ -10,17 +10,15 @@
 #include "CL/change_log.h"
 #include "format_converter/errors.h"
 #include "format_converter/file_version.h"
+#include "format_converter/internal/version_text.h"
 #include "format_converter/version0/containers/change_log.h"
 #include "format_converter/version0/primitives/stream_position.h"
-#include "kit/format.h"
 #include "kit/path.h"
 #include "zuna_midi/show_data.h"
 
 namespace {
 
-std::string version_text(const cmn::FileVersion& version) {
-  return kit::format("%u.%u", version.major, version.minor);
-}
+using zuna_converter::version_text;
 
 bool is_program_change(const std_midi::VoiceMessage& message) { return (message.status & 0xF0) == 0xC0; }
 

@@ -4,6 +4,7 @@
 
 #include <fstream>
 #include <istream>
+#include <optional>
 #include <stdexcept>
 
 #include "CL/change_log.h"
@@ -19,13 +20,18 @@
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
+using zuna_converter::encrypt_current;
+using zuna_converter::encrypt_legacy;
+using zuna_converter::guarded_read;
 
-/// The size of the whole stream in bytes, or a number beyond 32 bits when the stream cannot tell. The
-/// position does not change.
-std::uint64_t plaintext_size(std::istream& stream) {
+/// The size of the whole stream in bytes, or nothing when the stream cannot tell. The position does not
+/// change.
+std::optional<std::uint64_t> plaintext_size(std::istream& stream) {
   std::streambuf& buffer = *stream.rdbuf();
   const std::streamoff here = buffer.pubseekoff(0, std::ios_base::cur, std::ios_base::in);
-  return static_cast<std::uint64_t>(here + kit::BytesAhead(buffer));
+  const std::streamoff ahead = kit::BytesAhead(buffer);
+  if (here < 0 || ahead < 0) return std::nullopt;
+  return static_cast<std::uint64_t>(here + ahead);
 }
 
 version0::ChangeLogV0 read_legacy_log(zuna_sec::TwoFishCipherStream& input, const std::string& incomplete) {
@@ -34,7 +40,7 @@ version0::ChangeLogV0 read_legacy_log(zuna_sec::TwoFishCipherStream& input, cons
   if (WrapGetLogdataVersion(stream) != cmn::FileVersion{0, 0}) {
     throw FormatConverterError("Input file version is not 0.0");
   }
-  guarded_read("Failed reading istream", [&] { stream.seekg(0); });
+  zuna_converter::seek_start(stream);
   return guarded_read("Failed reading version0::ChangeLogV0", [&] { return version0::ChangeLogV0(stream); });
 }
 
@@ -83,7 +89,7 @@ void copy_divisions(const version0::ShowData& show, CL::ChangeLog& log) {
 template <typename Source>
 CL::ChangeLog read_log(const Source& source, const Bytes& key, const Bytes& iv, const char* name) {
   zuna_sec::TwoFishCipherStream input(source, key, iv);
-  return read_current_log(input, "Input file version must be at least 1.1", name).log;
+  return zuna_converter::read_current_log(input, "Input file version must be at least 1.1", name).log;
 }
 
 }  // namespace
@@ -92,47 +98,41 @@ bool check_log_size(zuna_sec::TwoFishCipherStream& stream) {
   std::istream& plaintext = stream.GetStream();
   version0::get_u32(plaintext);  // the magic
   const std::uint64_t stated = version0::get_u32(plaintext);
-  return plaintext_size(plaintext) - 8 == stated;
+  return plaintext_size(plaintext) == stated + 8;
 }
 
 std::string logdata_up(const std::string& input, const std::string& output, const std::string& show_path,
                        const cmn::FileVersion& version, const CipherKey& cipher_key) {
   CL::ChangeLog log = converted_up(input, cipher_key);
   copy_divisions(read_plain_show(show_path), log);
-  const auto write = [&](std::ostream& os) { log.WriteBinary(os, version); };
-  return EncryptedOutput(cipher_key.key, cipher_key.iv, write).WriteToFile(output);
+  return encrypt_current(log, version, cipher_key.key, cipher_key.iv).WriteToFile(output);
 }
 
 Bytes logdata_up_vector(const Bytes& data, const Bytes& show_data, const cmn::FileVersion& version,
                         const Bytes& key, const Bytes& iv) {
   CL::ChangeLog log = converted_up(data, key, iv);
   copy_divisions(read_encrypted_show(show_data, key, iv), log);
-  const auto write = [&](std::ostream& os) { log.WriteBinary(os, version); };
-  return EncryptedOutput(key, iv, write).GetEncryptedBytes();
+  return encrypt_current(log, version, key, iv).GetEncryptedBytes();
 }
 
 std::string logdata_down(const std::string& input, const std::string& output, const CipherKey& cipher_key) {
   const version0::ChangeLogV0 log(read_log(input, cipher_key.key, cipher_key.iv, "CL::ShowData"));
-  const auto write = [&](std::ostream& os) { log.write_binary(os); };
-  return EncryptedOutput(cipher_key.key, cipher_key.iv, write).WriteToFile(output);
+  return encrypt_legacy(log, cipher_key.key, cipher_key.iv).WriteToFile(output);
 }
 
 Bytes logdata_down_vector(const Bytes& data, const Bytes& key, const Bytes& iv) {
   const version0::ChangeLogV0 log(read_log(data, key, iv, "CL::ShowData"));
-  const auto write = [&](std::ostream& os) { log.write_binary(os); };
-  return EncryptedOutput(key, iv, write).GetEncryptedBytes();
+  return encrypt_legacy(log, key, iv).GetEncryptedBytes();
 }
 
 std::string logdata_converter(const std::string& input, const std::string& output,
                               const cmn::FileVersion& version, const CipherKey& cipher_key) {
   const CL::ChangeLog log = read_log(input, cipher_key.key, cipher_key.iv, "CL::ChangeLog");
-  const auto write = [&](std::ostream& os) { log.WriteBinary(os, version); };
-  return EncryptedOutput(cipher_key.key, cipher_key.iv, write).WriteToFile(output);
+  return encrypt_current(log, version, cipher_key.key, cipher_key.iv).WriteToFile(output);
 }
 
 Bytes logdata_converter_vector(const Bytes& data, const cmn::FileVersion& version, const Bytes& key,
                                const Bytes& iv) {
   const CL::ChangeLog log = read_log(data, key, iv, "CL::ChangeLog");
-  const auto write = [&](std::ostream& os) { log.WriteBinary(os, version); };
-  return EncryptedOutput(key, iv, write).GetEncryptedBytes();
+  return encrypt_current(log, version, key, iv).GetEncryptedBytes();
 }

@@ -16,6 +16,9 @@
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
+using zuna_converter::encrypt_current;
+using zuna_converter::encrypt_legacy;
+using zuna_converter::guarded_read;
 
 version0::ShowData read_legacy_show(const std::string& path, const CipherKey& cipher_key) {
   zuna_sec::TwoFishCipherStream input(path, cipher_key.key, cipher_key.iv);
@@ -34,10 +37,10 @@ template <typename Source>
 zuna_midi::ShowData read_current_show(const Source& source, const Bytes& key, const Bytes& iv) {
   zuna_sec::TwoFishCipherStream input(source, key, iv);
   std::istream& stream = input.GetStream();
-  if (!begins_text_form(stream) && WrapGetShowdataVersion(stream).major == 0) {
+  if (!zuna_converter::begins_text_form(stream) && WrapGetShowdataVersion(stream).major == 0) {
     throw FormatConverterError("Input file version must be 1.0 or higher");
   }
-  return guarded_read("Failed reading istream", [&] {
+  return guarded_read(zuna_converter::kReadingStream, [&] {
     stream.seekg(0);
     return zuna_midi::ShowData(stream);
   });
@@ -67,32 +70,27 @@ std::string showdata_up(const std::string& input, const std::string& output, con
                         const cmn::FileVersion& version, const CipherKey& cipher_key) {
   zuna_midi::ShowData show = read_legacy_show(input, cipher_key).get_version_1_0();
   show.show_name = read_show_name(log_path);
-  const auto write = [&](std::ostream& os) { show.WriteBinary(os, version); };
-  return EncryptedOutput(cipher_key.key, cipher_key.iv, write).WriteToFile(output);
+  return encrypt_current(show, version, cipher_key.key, cipher_key.iv).WriteToFile(output);
 }
 
 std::string showdata_down(const std::string& input, const std::string& output, const CipherKey& cipher_key) {
   const version0::ShowData show(read_current_show(input, cipher_key.key, cipher_key.iv));
-  const auto write = [&](std::ostream& os) { show.write_binary(os); };
-  return EncryptedOutput(cipher_key.key, cipher_key.iv, write).WriteToFile(output);
+  return encrypt_legacy(show, cipher_key.key, cipher_key.iv).WriteToFile(output);
 }
 
 Bytes showdata_down_vector(const Bytes& data, const Bytes& key, const Bytes& iv) {
   const version0::ShowData show(read_current_show(data, key, iv));
-  const auto write = [&](std::ostream& os) { show.write_binary(os); };
-  return EncryptedOutput(key, iv, write).GetEncryptedBytes();
+  return encrypt_legacy(show, key, iv).GetEncryptedBytes();
 }
 
 std::string showdata_converter(const std::string& input, const std::string& output,
                                const cmn::FileVersion& version, const CipherKey& cipher_key) {
   const zuna_midi::ShowData show = read_current_show(input, cipher_key.key, cipher_key.iv);
-  const auto write = [&](std::ostream& os) { show.WriteBinary(os, version); };
-  return EncryptedOutput(cipher_key.key, cipher_key.iv, write).WriteToFile(output);
+  return encrypt_current(show, version, cipher_key.key, cipher_key.iv).WriteToFile(output);
 }
 
 Bytes showdata_converter_vector(const Bytes& data, const cmn::FileVersion& version, const Bytes& key,
                                 const Bytes& iv) {
   const zuna_midi::ShowData show = read_current_show(data, key, iv);
-  const auto write = [&](std::ostream& os) { show.WriteBinary(os, version); };
-  return EncryptedOutput(key, iv, write).GetEncryptedBytes();
+  return encrypt_current(show, version, key, iv).GetEncryptedBytes();
 }

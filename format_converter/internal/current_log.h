@@ -8,9 +8,12 @@
 #include "cmn/file_version.h"
 #include "zuna_sec/cipher_stream.h"
 
+namespace zuna_converter {
+
 /// A current log that was read from a file.
 struct CurrentLog {
-  cmn::FileVersion probed_version;  ///< 0.0 for the text form, which is not probed
+  /// The probed version. The text form is not probed; its version is the one that the log states.
+  cmn::FileVersion version;
   CL::ChangeLog log;
 };
 
@@ -18,3 +21,5 @@ struct CurrentLog {
 /// version, and kit::IoError ("Failed reading ", `name` and the failure's text) when the stream throws
 /// std::ios_base::failure.
 CurrentLog read_current_log(zuna_sec::TwoFishCipherStream& input, const char* too_old, const char* name);
+
+}  // namespace zuna_converter

@@ -1,6 +1,6 @@
 #pragma once
 
-// What all entry points do with streams: recognise the text form, guard a read, write an encrypted output.
+// What all entry points do with streams: recognise the text form, guard a read, encrypt an output.
 
 #include <cstdint>
 #include <istream>
@@ -11,6 +11,8 @@
 #include "cmn/file_version.h"
 #include "kit/error.h"
 #include "zuna_sec/cipher_stream.h"
+
+namespace zuna_converter {
 
 /// Whether the next byte of the stream begins the text form of a show or log, which is not probed.
 inline bool begins_text_form(std::istream& is) { return is.peek() == cmn::kTextFormStart; }
@@ -24,6 +26,14 @@ auto guarded_read(const std::string& what_failed, Read read) {
   } catch (const std::ios_base::failure& failure) {
     throw kit::IoError(what_failed + failure.what());
   }
+}
+
+/// What failed when a version probe or the return to the start of a stream failed.
+inline constexpr const char* kReadingStream = "Failed reading istream";
+
+/// Moves the read position to the start of the stream.
+inline void seek_start(std::istream& is) {
+  guarded_read(kReadingStream, [&] { is.seekg(0); });
 }
 
 /// An encrypted stream that holds what `write(std::ostream&)` writes. While `write` runs, the stream throws
@@ -53,3 +63,19 @@ class EncryptedOutput {
  private:
   zuna_sec::TwoFishCipherStream stream_;
 };
+
+/// A legacy show or log, encrypted.
+template <typename Legacy>
+EncryptedOutput encrypt_legacy(const Legacy& legacy, const std::vector<std::uint8_t>& key,
+                               const std::vector<std::uint8_t>& iv) {
+  return {key, iv, [&](std::ostream& os) { legacy.write_binary(os); }};
+}
+
+/// A current show or log in the format of this version, encrypted.
+template <typename Current>
+EncryptedOutput encrypt_current(const Current& current, const cmn::FileVersion& version,
+                                const std::vector<std::uint8_t>& key, const std::vector<std::uint8_t>& iv) {
+  return {key, iv, [&](std::ostream& os) { current.WriteBinary(os, version); }};
+}
+
+}  // namespace zuna_converter
