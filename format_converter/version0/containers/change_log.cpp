@@ -6,13 +6,14 @@
 #include <ostream>
 
 #include "format_converter/version0/containers/change_log_header.h"
-#include "format_converter/version0/primitives/internal/sequence.h"
+#include "format_converter/version0/containers/internal/is_prefix.h"
+#include "format_converter/version0/primitives/internal/primitives.h"
 
 namespace version0 {
 
 namespace {
 
-constexpr std::uint32_t kHalf = 16;
+constexpr std::uint32_t kBitsOfHalf = 16;
 
 }  // namespace
 
@@ -23,7 +24,7 @@ ChangeLogV0::ChangeLogV0(std::istream& is) {
   log_label = header.log_label;
   show_name = header.show_name;
   log_tag_pair = {static_cast<std::uint16_t>(header.log_tag_pair),
-                  static_cast<std::uint16_t>(header.log_tag_pair >> kHalf)};
+                  static_cast<std::uint16_t>(header.log_tag_pair >> kBitsOfHalf)};
   do {
     SongLogV0 log(is);
     const std::string number = log.songNumber_;
@@ -46,7 +47,7 @@ void ChangeLogV0::write_binary(std::ostream& os) const {
 bool operator==(const ChangeLogV0& a, const ChangeLogV0& b) {
   const auto same_log = [](const auto& x, const auto& y) { return x.second == y.second; };
   return a.identifier == b.identifier && a.log_label == b.log_label && a.show_name == b.show_name &&
-         a.log_tag_pair == b.log_tag_pair && begins_with(b.songs, a.songs, same_log);
+         a.log_tag_pair == b.log_tag_pair && is_prefix_of(a.songs, b.songs, same_log);
 }
 
 bool operator!=(const ChangeLogV0& a, const ChangeLogV0& b) { return !(a == b); }

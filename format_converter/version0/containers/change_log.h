@@ -1,6 +1,7 @@
 #pragma once
 
 // A legacy change log: docs/format-0.md, "change_log".
+// Its conversions are in conversions/log_conversion.cpp.
 
 #include <cstdint>
 #include <iosfwd>

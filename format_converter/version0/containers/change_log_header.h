@@ -17,11 +17,11 @@ inline constexpr std::string_view kChangeLogMagic = "ZUNA";
 
 /// The header of a legacy change log.
 struct ZUNA_API ChangeLogHeader {
-  kit::UUID identifier{kit::UUID::Bytes{}};  ///< of the log
-  std::string log_label;                     ///< as in ChangeLogV0
-  std::string show_name;                     ///< the show that the log belongs to
-  std::uint32_t log_tag_pair = 0;            ///< two 16-bit halves, the first in the low one
-  std::uint32_t end_position = 0;            ///< the stream position at which the song logs end
+  kit::UUID identifier = kit::UUID::Nil();  ///< of the log
+  std::string log_label;                    ///< as in ChangeLogV0
+  std::string show_name;                    ///< the show that the log belongs to
+  std::uint32_t log_tag_pair = 0;           ///< two 16-bit halves, the first in the low one
+  std::uint32_t end_position = 0;           ///< the stream position at which the song logs end
 
   /// Reads a header. Throws IDError when the stream does not continue with "ZUNA", std::length_error when it
   /// ends before a string.

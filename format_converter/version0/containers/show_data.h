@@ -1,6 +1,7 @@
 #pragma once
 
 // A legacy show: docs/format-0.md, "show_data".
+// Its conversions are in conversions/show_conversion.cpp.
 
 #include <iosfwd>
 #include <map>

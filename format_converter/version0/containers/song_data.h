@@ -1,6 +1,7 @@
 #pragma once
 
 // A song of a legacy show: docs/format-0.md, "song_data".
+// Its conversions are in conversions/show_conversion.cpp.
 
 #include <cstdint>
 #include <iosfwd>

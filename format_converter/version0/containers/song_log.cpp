@@ -5,6 +5,7 @@
 #include <istream>
 #include <ostream>
 
+#include "format_converter/version0/containers/internal/is_prefix.h"
 #include "format_converter/version0/primitives/internal/sequence.h"
 
 namespace version0 {
@@ -60,8 +61,8 @@ SongLogV0::SongLogV0(std::istream& is) {
   songNumber_ = get_string(is);
   songName_ = get_string(is);
   songLength_ = get_u32(is);
-  // The record length counts the sequences alone and is 4 short. That does no harm: the shortest sequence has
-  // 5 bytes, so the position passes the length with the last one and not before.
+  // The record length is the size of the sequences less 4 bytes. The shortest sequence has 5 bytes, so only
+  // the last one ends after this length.
   const std::uint32_t begin = istream_tellg(is);
   do {
     read_list(is, *this);
@@ -74,7 +75,9 @@ void SongLogV0::write_binary(std::ostream& os) const {
   put_string(os, songNumber_);
   put_string(os, songName_);
   put_u32(os, songLength_);
+  // Computed: a failed tell at this place would give a wrong length without an error.
   const std::size_t front = 4 + (1 + songNumber_.size()) + (1 + songName_.size()) + 4;
+  const std::uint32_t begin = record + static_cast<std::uint32_t>(front);
   write_sequence(os, cuts);
   write_sequence(os, vamps);
   write_sequence(os, repeats);
@@ -84,16 +87,16 @@ void SongLogV0::write_binary(std::ostream& os) const {
   write_sequence(os, caesuras);
   write_sequence(os, score_markers);
   const std::uint32_t end = ostream_tellp(os);
-  patch_u32(os, record, end - record - static_cast<std::uint32_t>(front) - 4, end);
+  patch_u32(os, record, end - begin - 4, end);
 }
 
 bool SongLogV0::operator==(const SongLogV0& b) const {
   const auto same = [](const auto& x, const auto& y) { return same_event(x, y); };
   return songNumber_ == b.songNumber_ && songName_ == b.songName_ && songLength_ == b.songLength_ &&
-         begins_with(b.cuts, cuts, same) && begins_with(b.vamps, vamps, same) &&
-         begins_with(b.repeats, repeats, same) && begins_with(b.clicks, clicks, same) &&
-         begins_with(b.tempo_scales, tempo_scales, same) && begins_with(b.transposes, transposes, same) &&
-         begins_with(b.caesuras, caesuras, same) && begins_with(b.score_markers, score_markers, same);
+         is_prefix_of(cuts, b.cuts, same) && is_prefix_of(vamps, b.vamps, same) &&
+         is_prefix_of(repeats, b.repeats, same) && is_prefix_of(clicks, b.clicks, same) &&
+         is_prefix_of(tempo_scales, b.tempo_scales, same) && is_prefix_of(transposes, b.transposes, same) &&
+         is_prefix_of(caesuras, b.caesuras, same) && is_prefix_of(score_markers, b.score_markers, same);
 }
 
 bool SongLogV0::operator!=(const SongLogV0& b) const { return !(*this == b); }

@@ -1,6 +1,7 @@
 #pragma once
 
 // A song log of a legacy change log: docs/format-0.md, "song_log".
+// Its conversions are in conversions/log_conversion.cpp.
 
 #include <cstdint>
 #include <iosfwd>

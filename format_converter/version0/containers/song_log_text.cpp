@@ -23,7 +23,7 @@ std::int16_t shown_value(signed char value) { return value; }
 /// Truncated to a 32-bit integer, of which the low 16 bits are kept; 0 where 32 bits cannot hold it.
 std::int16_t shown_value(float value) {
   using Whole = std::numeric_limits<std::int32_t>;
-  const std::int64_t whole = truncate(static_cast<double>(value));
+  const std::int64_t whole = truncated(static_cast<double>(value));
   if (whole < Whole::min() || whole > Whole::max()) return 0;
   return static_cast<std::int16_t>(whole);
 }

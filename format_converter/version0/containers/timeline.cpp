@@ -8,6 +8,7 @@
 #include <ostream>
 #include <string_view>
 
+#include "format_converter/version0/containers/internal/is_prefix.h"
 #include "format_converter/version0/primitives/internal/sequence.h"
 
 namespace version0 {
@@ -76,9 +77,9 @@ void Timeline::write_binary(std::ostream& os) const {
 
 bool operator==(const Timeline& a, const Timeline& b) {
   const std::equal_to<> equal;
-  return a.name == b.name && a.song_length == b.song_length && begins_with(b.tempos, a.tempos, equal) &&
-         begins_with(b.bars_beats, a.bars_beats, equal) && begins_with(b.keys, a.keys, equal) &&
-         begins_with(b.page_nums, a.page_nums, equal) && begins_with(b.meters, a.meters, equal);
+  return a.name == b.name && a.song_length == b.song_length && is_prefix_of(a.tempos, b.tempos, equal) &&
+         is_prefix_of(a.bars_beats, b.bars_beats, equal) && is_prefix_of(a.keys, b.keys, equal) &&
+         is_prefix_of(a.page_nums, b.page_nums, equal) && is_prefix_of(a.meters, b.meters, equal);
 }
 
 bool operator!=(const Timeline& a, const Timeline& b) { return !(a == b); }

@@ -1,6 +1,7 @@
 #pragma once
 
 // The timeline of a legacy song: docs/format-0.md, "timeline".
+// Its conversions are in conversions/timeline_conversion.cpp.
 
 #include <cstdint>
 #include <iosfwd>

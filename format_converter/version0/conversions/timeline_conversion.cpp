@@ -111,7 +111,7 @@ void convert_meters(const Timeline& from, TL::Timeline& to, unsigned short divis
 RTempo make_tempo(const TL::Tempo& tempo, const TL::Meter& click, unsigned short division) {
   return {tempo.time, static_cast<float>(tempo.tick_time(division)), click.notated_32_per_click(),
           click.notated_32_per_quarter,
-          static_cast<std::uint16_t>(truncate(tempo.bpm(click.clocks_per_click)))};
+          static_cast<std::uint16_t>(truncated(tempo.bpm(click.clocks_per_click)))};
 }
 
 /// The same tempo, repeated at a meter whose click differs.

@@ -82,7 +82,7 @@ void patch_u32(std::ostream& os, std::uint32_t position, std::uint32_t value, st
 LengthField::LengthField(std::ostream& os) : position_(ostream_tellp(os)) { put_u32(os, 0); }
 
 void LengthField::patch(std::ostream& os) const {
-  // The position is taken once. If that fails, the seek to it fails too and is noticed.
+  // Where the position cannot be taken, `end` is 0xFFFFFFFF. Seeking there fails and sets the fail state.
   const std::uint32_t end = ostream_tellp(os);
   patch_u32(os, position_, end - position_ - kLengthFieldSize, end);
 }

@@ -21,6 +21,9 @@ void put_value(std::ostream& os, float value) { put_float(os, value); }
 }  // namespace
 
 template <typename Value, std::uint8_t Code>
+const std::uint8_t PairedEvent<Value, Code>::eventCode;
+
+template <typename Value, std::uint8_t Code>
 PairedEvent<Value, Code>::PairedEvent(std::istream& is) {
   expect_event_code(is, eventCode);
   get_u16(is);  // the payload length, which is not used

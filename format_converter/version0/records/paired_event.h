@@ -12,7 +12,7 @@ namespace version0 {
 /// An edit of a song log with a start, an end and a value.
 template <typename Value, std::uint8_t Code>
 struct PairedEvent {
-  static constexpr std::uint8_t eventCode = Code;  ///< the first byte of a record
+  static const std::uint8_t eventCode = Code;  ///< the first byte of a record
   static constexpr std::uint16_t kPayloadLength =
       4 + 4 + sizeof(Value);  ///< bytes of a record after its frame
 

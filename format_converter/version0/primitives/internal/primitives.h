@@ -1,8 +1,8 @@
 #pragma once
 
-// The scalars and strings of the legacy formats: little-endian, without alignment or padding.
-// docs/format-0.md, "primitives", draws them. A short read throws nothing by itself: the field keeps the
-// bytes that were read, and the stream is left in its fail state.
+// The scalars and strings of the legacy formats: little-endian, without alignment or padding. Also the
+// rounding of numbers that go into them. docs/format-0.md, "primitives", draws them. A short read throws
+// nothing by itself: the field keeps the bytes that were read, and the stream is left in its fail state.
 
 #include <cmath>
 #include <cstdint>
@@ -58,7 +58,7 @@ class LengthField {
 };
 
 /// `value` truncated toward zero; 0 for what is not a number or does not fit.
-inline std::int64_t truncate(double value) {
+inline std::int64_t truncated(double value) {
   constexpr double kLimit = 9223372036854775808.0;  // 2^63
   return value >= -kLimit && value < kLimit ? static_cast<std::int64_t>(value) : 0;
 }
@@ -66,7 +66,7 @@ inline std::int64_t truncate(double value) {
 /// `value` rounded half away from zero. The addend is the largest double below one half: with one half
 /// itself, 0.49999999999999994 would round up.
 inline std::int64_t round_half_away(double value) {
-  return truncate(value + std::copysign(0.49999999999999994, value));
+  return truncated(value + std::copysign(0.49999999999999994, value));
 }
 
 }  // namespace version0

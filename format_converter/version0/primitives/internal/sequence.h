@@ -3,7 +3,6 @@
 // A sequence holds records of one type: the type's event code (1 byte), the length of the body in bytes (4
 // bytes), then the records. docs/format-0.md, "sequence", draws it.
 
-#include <algorithm>
 #include <istream>
 #include <ostream>
 #include <vector>
@@ -43,13 +42,6 @@ void write_sequence(std::ostream& os, const std::vector<Record>& records) {
   const LengthField length(os);
   for (const Record& record : records) record.write_binary(os);
   length.patch(os);
-}
-
-/// Whether each record of `a` equals the record of `b` at the same index. Walks through both in step.
-/// Additional records of `b` are ignored; a `b` that ends first is a difference.
-template <typename Records, typename Equal>
-bool begins_with(const Records& b, const Records& a, Equal equal) {
-  return std::mismatch(a.begin(), a.end(), b.begin(), b.end(), equal).first == a.end();
 }
 
 }  // namespace version0

@@ -120,18 +120,4 @@ TEST(Sequence, ScoreMarkersHaveNoFrame) {
   EXPECT_EQ(version0::read_sequence<version0::XScoreMarker>(is).at(0), version0::XScoreMarker(480, "Coda"));
 }
 
-TEST(BeginsWith, WalksBothSidesInStep) {
-  using Numbers = std::vector<int>;
-  std::string walked;
-  const auto same = [&](int a, int b) {
-    walked += std::to_string(a) + std::to_string(b) + " ";
-    return a == b;
-  };
-  EXPECT_TRUE(version0::begins_with(Numbers{1, 2, 3}, Numbers{1, 2}, same));
-  EXPECT_FALSE(version0::begins_with(Numbers{1, 2}, Numbers{1, 2, 3}, same));
-  EXPECT_FALSE(version0::begins_with(Numbers{4}, Numbers{1, 2}, same));
-  EXPECT_TRUE(version0::begins_with(Numbers{}, Numbers{}, same));
-  EXPECT_EQ(walked, "11 22 11 22 14 ");
-}
-
 }  // namespace
