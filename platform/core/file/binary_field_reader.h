@@ -162,17 +162,26 @@ class BinaryFieldReader {
   std::uint32_t before_ = 0;
 };
 
-/// Reads the body of a binary file, which is nothing but the fields of `record`.
+/// Reads the fields of a record that takes the rest of `in`.
+template <Layout kLayout, typename Record>
+void ReadFieldsIn(ByteReader& in, Record& record) {
+  BinaryFieldReader<kLayout> fields(in);
+  VisitFields(fields, record);
+  in.ExpectEnd();
+}
+
+/// Reads the body of a binary file, which is nothing but the fields of `record`. Throws std::invalid_argument
+/// for a version that is not binary.
 template <typename Record>
 void ReadBinaryFields(ByteReader& in, cmn::FileVersion version, Record& record) {
-  if (version == kCompactVersion) {
-    BinaryFieldReader<Layout::kCompact> fields(in);
-    VisitFields(fields, record);
-  } else {
-    BinaryFieldReader<Layout::kFixed> fields(in);
-    VisitFields(fields, record);
+  switch (LayoutOf(version)) {
+    case Layout::kFixed:
+      return ReadFieldsIn<Layout::kFixed>(in, record);
+    case Layout::kCompact:
+      return ReadFieldsIn<Layout::kCompact>(in, record);
+    case Layout::kText:
+      ThrowNotBinary(version);
   }
-  in.ExpectEnd();
 }
 
 }  // namespace zuna_core

@@ -19,10 +19,6 @@
 
 namespace zuna_core {
 
-/// How numbers are encoded in a binary file: at their full width; or compact, where those of more than a byte
-/// are variable-length integers, and positions are differences.
-enum class Layout { kFixed, kCompact };
-
 /// The bytes of a bar number in the fixed layout, where zero bytes fill it up.
 inline constexpr std::size_t kBarNumberSize = 8;
 
@@ -142,15 +138,21 @@ class BinaryFieldWriter {
   std::uint32_t before_ = 0;  ///< the position of the entry before
 };
 
-/// Writes the fields of `record`, as they are in this version.
+/// Writes the fields of `record`, as they are in this version. Throws std::invalid_argument for a version
+/// that is not binary.
 template <typename Sink, typename Record>
 void WriteBinaryFields(Sink& sink, cmn::FileVersion version, const Record& record) {
-  if (version == kCompactVersion) {
-    BinaryFieldWriter<Layout::kCompact, Sink> fields(sink);
-    VisitFields(fields, record);
-  } else {
-    BinaryFieldWriter<Layout::kFixed, Sink> fields(sink);
-    VisitFields(fields, record);
+  switch (LayoutOf(version)) {
+    case Layout::kFixed: {
+      BinaryFieldWriter<Layout::kFixed, Sink> fields(sink);
+      return VisitFields(fields, record);
+    }
+    case Layout::kCompact: {
+      BinaryFieldWriter<Layout::kCompact, Sink> fields(sink);
+      return VisitFields(fields, record);
+    }
+    case Layout::kText:
+      ThrowNotBinary(version);
   }
 }
 

@@ -4,15 +4,39 @@
 
 #include <array>
 #include <charconv>
+#include <cstddef>
+
+#include "platform/core/file/versions.h"
 
 namespace cmn {
 
 namespace {
 
-constexpr std::size_t kMagicSize = 4;
+constexpr bool Holds(const zuna_core::VersionTraits& traits, FileKind kind) {
+  return kind == FileKind::kShow ? traits.in_shows : traits.in_logs;
+}
 
-constexpr std::array<FileVersion, 4> kShowVersions{{{1, 0}, {1, 1}, {1, 2}, {2, 0}}};
-constexpr std::array<FileVersion, 3> kLogVersions{{{1, 1}, {1, 2}, {2, 0}}};
+/// The number of the versions that files of this kind have.
+constexpr std::size_t CountVersions(FileKind kind) {
+  std::size_t count = 0;
+  for (const zuna_core::VersionTraits& traits : zuna_core::kVersions) {
+    if (Holds(traits, kind)) ++count;
+  }
+  return count;
+}
+
+template <FileKind kKind>
+constexpr auto VersionsOf() {
+  std::array<FileVersion, CountVersions(kKind)> versions;
+  std::size_t count = 0;
+  for (const zuna_core::VersionTraits& traits : zuna_core::kVersions) {
+    if (Holds(traits, kKind)) versions[count++] = traits.version;
+  }
+  return versions;
+}
+
+constexpr auto kShowVersions = VersionsOf<FileKind::kShow>();
+constexpr auto kLogVersions = VersionsOf<FileKind::kLog>();
 
 /// Takes a number from the front of `text`.
 std::optional<std::uint8_t> TakeNumber(std::string_view& text) {
@@ -30,7 +54,8 @@ std::optional<std::uint8_t> TakeNumber(std::string_view& text) {
 std::string_view KindName(FileKind kind) { return kind == FileKind::kShow ? "show" : "log"; }
 
 std::string_view BinaryMagic(FileKind kind) {
-  return {kind == FileKind::kShow ? "\0ZSH" : "\0ZLG", kMagicSize};
+  using namespace std::string_view_literals;
+  return kind == FileKind::kShow ? "\0ZSH"sv : "\0ZLG"sv;
 }
 
 std::span<const FileVersion> SupportedVersions(FileKind kind) {

@@ -3,11 +3,43 @@
 #include "platform/core/file/versions.h"
 
 #include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <vector>
 
 #include "cmn/data_error.h"
 #include "kit/format.h"
 
 namespace zuna_core {
+
+namespace {
+
+const VersionTraits& TraitsOf(cmn::FileVersion version) {
+  for (const VersionTraits& traits : kVersions) {
+    if (traits.version == version) return traits;
+  }
+  throw std::invalid_argument("there is no file version " + cmn::VersionText(version));
+}
+
+/// The versions of files of this kind, binary ones or text: "1.1 and 1.2".
+std::string VersionList(FileKind kind, bool binary) {
+  std::vector<std::string> texts;
+  for (const cmn::FileVersion version : cmn::SupportedVersions(kind)) {
+    if (IsBinary(kind, version) == binary) texts.push_back(cmn::VersionText(version));
+  }
+  std::string list;
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    if (i != 0) list += i + 1 == texts.size() ? " and " : ", ";
+    list += texts[i];
+  }
+  return list;
+}
+
+}  // namespace
+
+Layout LayoutOf(cmn::FileVersion version) { return TraitsOf(version).layout; }
+
+bool HasChecksum(cmn::FileVersion version) { return TraitsOf(version).checksum; }
 
 bool IsSupported(FileKind kind, cmn::FileVersion version) {
   const auto versions = cmn::SupportedVersions(kind);
@@ -15,7 +47,11 @@ bool IsSupported(FileKind kind, cmn::FileVersion version) {
 }
 
 bool IsBinary(FileKind kind, cmn::FileVersion version) {
-  return version != kTextVersion && IsSupported(kind, version);
+  return IsSupported(kind, version) && LayoutOf(version) != Layout::kText;
+}
+
+void ThrowNotBinary(cmn::FileVersion version) {
+  throw std::invalid_argument("file version " + cmn::VersionText(version) + " is not binary");
 }
 
 void ThrowUnsupported(FileKind kind, cmn::FileVersion version, const char* where) {
@@ -23,8 +59,8 @@ void ThrowUnsupported(FileKind kind, cmn::FileVersion version, const char* where
   throw cmn::UnsupportedVersionError(
       kit::format("%s file version %s is not supported %s", show ? "Show" : "Log",
                   cmn::VersionText(version).c_str(), where),
-      kit::format("the supported versions are %s (binary) and 2.0 (text)",
-                  show ? "1.0, 1.1 and 1.2" : "1.1 and 1.2"));
+      kit::format("the supported versions are %s (binary) and %s (text)", VersionList(kind, true).c_str(),
+                  VersionList(kind, false).c_str()));
 }
 
 std::string_view KindText(FileKind kind) { return kind == FileKind::kShow ? "showdata" : "logdata"; }

@@ -1,7 +1,9 @@
 #pragma once
 
-// The versions of current files, and what each of them is (docs/format-1.md, docs/format-2.md).
+// The versions of current files, and what is in a file of each (docs/format-1.md, docs/format-2.md).
 
+#include <array>
+#include <cstdint>
 #include <string_view>
 
 #include "cmn/file_format.h"
@@ -10,10 +12,36 @@ namespace zuna_core {
 
 using cmn::FileKind;
 
-inline constexpr cmn::FileVersion kFixedVersion{1, 0};    ///< binary, without a checksum
-inline constexpr cmn::FileVersion kCheckedVersion{1, 1};  ///< binary
-inline constexpr cmn::FileVersion kCompactVersion{1, 2};  ///< binary
-inline constexpr cmn::FileVersion kTextVersion{2, 0};     ///< the text form
+/// How a file holds its fields: binary, with numbers at their full width; binary and compact, where numbers
+/// of more than a byte are variable-length integers and positions are differences; or as text.
+enum class Layout : std::uint8_t { kFixed, kCompact, kText };
+
+/// What a version is.
+struct VersionTraits {
+  cmn::FileVersion version;
+  Layout layout;
+  bool checksum;  ///< whether the file ends with one
+  bool in_shows;
+  bool in_logs;
+};
+
+inline constexpr cmn::FileVersion kTextVersion{2, 0};  ///< the version that the text form states
+
+/// Every version, in ascending order. All that depends on the version of a file is decided by this table.
+inline constexpr std::array<VersionTraits, 4> kVersions{{
+    // version, layout, checksum, in shows, in logs
+    {{1, 0}, Layout::kFixed, false, true, false},
+    {{1, 1}, Layout::kFixed, true, true, true},
+    {{1, 2}, Layout::kCompact, true, true, true},
+    {kTextVersion, Layout::kText, false, true, true},
+}};
+
+/// The layout of a version. Throws std::invalid_argument for one that is not in the table.
+Layout LayoutOf(cmn::FileVersion version);
+
+/// Whether a file of this version ends with a checksum. Throws std::invalid_argument for one that is not in
+/// the table.
+bool HasChecksum(cmn::FileVersion version);
 
 /// Whether files of this kind have this version.
 bool IsSupported(FileKind kind, cmn::FileVersion version);
@@ -21,8 +49,8 @@ bool IsSupported(FileKind kind, cmn::FileVersion version);
 /// Whether files of this kind have this version and are binary.
 bool IsBinary(FileKind kind, cmn::FileVersion version);
 
-/// Whether a binary file of this version ends with a checksum.
-inline bool HasChecksum(cmn::FileVersion version) { return version != kFixedVersion; }
+/// Throws std::invalid_argument: the text form has no binary fields.
+[[noreturn]] void ThrowNotBinary(cmn::FileVersion version);
 
 /// Throws cmn::UnsupportedVersionError, listing the supported versions. `where` completes the message: "for
 /// output".

@@ -52,7 +52,7 @@ void CheckSupported(cmn::FileVersion version) {
 void WriteLog(std::ostream& os, const CL::ChangeLog& log, cmn::FileVersion version) {
   CheckSupported(version);
   for (const auto& [number, song] : log.song_logs()) CheckWritable(number, song.get());
-  if (version == kTextVersion) {
+  if (LayoutOf(version) == Layout::kText) {
     WriteTextLog(os, log);
   } else {
     WriteFrame(os, FileKind::kLog, version, [&](auto& sink) { EncodeLog(log, version, sink); });
@@ -78,7 +78,7 @@ template <typename Event>
 void WriteEvent(std::ostream& os, const Event& event, cmn::FileVersion version) {
   CheckSupported(version);
   BufferedOutput output(os, false);
-  if (version == kTextVersion) {
+  if (LayoutOf(version) == Layout::kText) {
     WriteTextEvent(output, event);
   } else {
     ByteWriter writer(output);

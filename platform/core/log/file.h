@@ -13,8 +13,7 @@
 
 namespace zuna_core {
 
-/// The body of a binary file: every field at its full width before version 1.2, compact in 1.2. Decoding
-/// throws cmn::DataError.
+/// The body of a binary file: its layout is that of the version. Decoding throws cmn::DataError.
 ///@{
 void EncodeLog(const CL::ChangeLog& log, cmn::FileVersion version, ByteCounter& sink);
 void EncodeLog(const CL::ChangeLog& log, cmn::FileVersion version, ByteWriter& sink);

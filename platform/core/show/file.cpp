@@ -33,7 +33,7 @@ void CheckWritable(const std::string& number, const zuna_midi::SongData& song) {
 void WriteShow(std::ostream& os, const zuna_midi::ShowData& show, cmn::FileVersion version) {
   if (!IsSupported(FileKind::kShow, version)) ThrowUnsupported(FileKind::kShow, version, "for output");
   for (const auto& [number, song] : show.songs()) CheckWritable(number, *song);
-  if (version == kTextVersion) {
+  if (LayoutOf(version) == Layout::kText) {
     WriteTextShow(os, show);
   } else {
     WriteFrame(os, FileKind::kShow, version, [&](auto& sink) { EncodeShow(show, version, sink); });

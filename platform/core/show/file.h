@@ -12,8 +12,7 @@
 
 namespace zuna_core {
 
-/// The body of a binary file: every field at its full width before version 1.2, compact in 1.2. Decoding
-/// throws cmn::DataError.
+/// The body of a binary file: its layout is that of the version. Decoding throws cmn::DataError.
 ///@{
 void EncodeShow(const zuna_midi::ShowData& show, cmn::FileVersion version, ByteCounter& sink);
 void EncodeShow(const zuna_midi::ShowData& show, cmn::FileVersion version, ByteWriter& sink);
