@@ -2,8 +2,8 @@
 
 #include "fuzz/framed.h"
 #include "fuzz/round_trip.h"
-#include "fuzz/seeds/current_samples.h"
 #include "fuzz/seeds/seeds.h"
+#include "tests/support/sample_models.h"
 
 namespace {
 
@@ -15,7 +15,7 @@ std::vector<std::uint8_t> Body(const CL::ChangeLog& log, std::uint8_t minor) {
 }  // namespace
 
 void fuzz::WriteSeeds(const SeedFolder& folder) {
-  const CL::ChangeLog log = SampleLog();
+  const CL::ChangeLog log = zuna_test::SampleLog();
   folder.Write("good-1.1", Body(log, 1));
   folder.Write("good-1.2", Body(log, 2));
   folder.Write("good-1.2-without-songs", Body({}, 2));

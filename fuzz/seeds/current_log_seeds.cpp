@@ -1,8 +1,8 @@
 // Logs of every current version.
 
 #include "fuzz/round_trip.h"
-#include "fuzz/seeds/current_samples.h"
 #include "fuzz/seeds/seeds.h"
+#include "tests/support/sample_models.h"
 
 namespace {
 
@@ -11,7 +11,7 @@ std::vector<std::uint8_t> Bytes(const std::string& text) { return {text.begin(),
 }  // namespace
 
 void fuzz::WriteSeeds(const SeedFolder& folder) {
-  const CL::ChangeLog log = SampleLog();
+  const CL::ChangeLog log = zuna_test::SampleLog();
   const std::string text = Write(log, {2, 0});
   const std::string compact = Write(log, {1, 2});
   std::string unknown = compact;

@@ -2,8 +2,8 @@
 
 #include "fuzz/framed.h"
 #include "fuzz/round_trip.h"
-#include "fuzz/seeds/current_samples.h"
 #include "fuzz/seeds/seeds.h"
+#include "tests/support/sample_models.h"
 
 namespace {
 
@@ -15,7 +15,7 @@ std::vector<std::uint8_t> Body(const zuna_midi::ShowData& show, std::uint8_t min
 }  // namespace
 
 void fuzz::WriteSeeds(const SeedFolder& folder) {
-  const zuna_midi::ShowData show = SampleShow();
+  const zuna_midi::ShowData show = zuna_test::SampleShow();
   folder.Write("good-1.0", Body(show, 0));
   folder.Write("good-1.1", Body(show, 1));
   folder.Write("good-1.2", Body(show, 2));
