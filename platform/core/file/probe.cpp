@@ -11,6 +11,7 @@
 #include "cmn/version_probe.h"
 #include "platform/core/bytes/stream_input.h"
 #include "platform/core/file/preamble.h"
+#include "platform/core/json/ignore_json.h"
 #include "platform/core/json/parse_stream.h"
 
 namespace zuna_core {
@@ -18,21 +19,11 @@ namespace zuna_core {
 namespace {
 
 /// Collects the texts under "kind" and "fileVersion" at the top level and stops the parser at the second one.
-class ProbeHandler {
+class ProbeHandler : public IgnoreJson {
  public:
-  using Code = boost::json::error_code;
-  using Part = boost::json::string_view;
-
-  static constexpr std::size_t max_object_size = static_cast<std::size_t>(-1);
-  static constexpr std::size_t max_array_size = static_cast<std::size_t>(-1);
-  static constexpr std::size_t max_string_size = static_cast<std::size_t>(-1);
-  static constexpr std::size_t max_key_size = static_cast<std::size_t>(-1);
-
   const std::optional<std::string>& kind() const { return kind_; }
   const std::optional<std::string>& version() const { return version_; }
 
-  bool on_document_begin(Code&) { return true; }
-  bool on_document_end(Code&) { return true; }
   bool on_object_begin(Code&) { return Enter(); }
   bool on_object_end(std::size_t, Code&) { return Leave(); }
   bool on_array_begin(Code&) { return Enter(); }
@@ -54,14 +45,6 @@ class ProbeHandler {
     code = boost::json::error::extra_data;  // enough is known
     return false;
   }
-  bool on_number_part(Part, Code&) { return true; }
-  bool on_int64(std::int64_t, Part, Code&) { return true; }
-  bool on_uint64(std::uint64_t, Part, Code&) { return true; }
-  bool on_double(double, Part, Code&) { return true; }
-  bool on_bool(bool, Code&) { return true; }
-  bool on_null(Code&) { return true; }
-  bool on_comment_part(Part, Code&) { return true; }
-  bool on_comment(Part, Code&) { return true; }
 
  private:
   /// Longer than any text that matters; what is beyond is not kept.

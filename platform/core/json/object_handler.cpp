@@ -20,6 +20,7 @@ ObjectHandler::Frame& ObjectHandler::Push(Level level, const BoundMember* owner)
   frame.member = nullptr;
   frame.next = 0;
   frame.seen = 0;
+  frame.key_seen = false;
   frame.index = 0;
   return frame;
 }
@@ -69,14 +70,14 @@ bool ObjectHandler::on_object_end(std::size_t, Code& code) {
 }
 
 bool ObjectHandler::EndBits(Code& code) {
-  if (top().seen == 0) return Fail(code, "missing key \"bits\"");
+  if (!top().key_seen) return Fail(code, "missing key \"bits\"");
   *static_cast<std::uint32_t*>(top().owner->target) = bits_;
   Pop();
   return true;
 }
 
 bool ObjectHandler::EndBytes(Code& code) {
-  if (top().seen == 0) return Fail(code, "missing key \"bytes\"");
+  if (!top().key_seen) return Fail(code, "missing key \"bytes\"");
   Pop();
   text_ = std::exchange(bytes_, {});
   return Text(code);
@@ -161,7 +162,8 @@ bool ObjectHandler::FindMember(std::string_view key, Code& code) {
 /// Takes the key of an object that stands for a value.
 bool ObjectHandler::OnlyKey(std::string_view known, std::string_view key, Code& code) {
   if (key != known) return Fail(code, "unknown key " + Quote(key));
-  if (top().seen++ != 0) return Fail(code, "duplicate key " + Quote(known));
+  if (top().key_seen) return Fail(code, "duplicate key " + Quote(known));
+  top().key_seen = true;
   return true;
 }
 

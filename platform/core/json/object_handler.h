@@ -3,39 +3,42 @@
 // The events of the JSON parser, held against the members that an object is bound to.
 
 #include <array>
-#include <boost/json/error.hpp>
-#include <boost/json/string_view.hpp>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/core/json/ignore_json.h"
 #include "platform/core/json/object_reader.h"
 
 namespace zuna_core {
 
 /// Takes the events of Boost.JSON's basic_parser and stores the values where they are bound to. At the first
 /// value that does not fit it stops the parser; problem() and Path() tell what is wrong and where.
-class ObjectHandler {
+///
+/// A frame is pushed for each value that has begun and not ended. For {"songs": [{"division": 480}]}:
+///   on_object_begin   BeginObject(): the root's type binds "songs"    frames: object
+///   on_key            FindMember("songs")
+///   on_array_begin    "songs" is a kList                              frames: object, list
+///   on_object_begin   BeginObject(): the type of "songs" binds        frames: object, list, object
+///                     "division" to a new song
+///   on_key            FindMember("division")
+///   on_int64          Integer(): stores 480 in the song
+///   on_object_end     every bound member was seen; end() adds         frames: object, list
+///                     the song to the show
+///   on_array_end                                                      frames: object
+///   on_object_end                                                     frames: none
+class ObjectHandler : public IgnoreJson {
  public:
-  using Code = boost::json::error_code;
-  using Part = boost::json::string_view;
-
-  static constexpr std::size_t max_object_size = static_cast<std::size_t>(-1);
-  static constexpr std::size_t max_array_size = static_cast<std::size_t>(-1);
-  static constexpr std::size_t max_string_size = static_cast<std::size_t>(-1);
-  static constexpr std::size_t max_key_size = static_cast<std::size_t>(-1);
-
   ObjectHandler(const ObjectType& root, void* target) : root_(root), root_target_(target) {}
 
   const std::string& problem() const { return problem_; }
 
-  /// Where the parser is: songs[3].voices[0].messages[17]
+  /// Where the parser is: songs[3].voices[0].messages[17]. Defined, like Expected(), with the other texts of
+  /// messages in json_error.cpp.
   std::string Path() const;
 
-  bool on_document_begin(Code&) { return true; }
-  bool on_document_end(Code&) { return true; }
   bool on_object_begin(Code& code);
   bool on_object_end(std::size_t, Code& code);
   bool on_array_begin(Code& code);
@@ -55,8 +58,6 @@ class ObjectHandler {
   bool on_double(double, Part part, Code& code) { return Float(part, code); }
   bool on_bool(bool, Code& code) { return Unexpected(code); }
   bool on_null(Code& code) { return Unexpected(code); }
-  bool on_comment_part(Part, Code&) { return true; }
-  bool on_comment(Part, Code&) { return true; }
 
  private:
   /// kRow is a row, or a list of rows inside one of them: a row in a list is short and frequent, and has no
@@ -71,6 +72,7 @@ class ObjectHandler {
     const BoundMember* member = nullptr;  ///< of an object: the one whose value is read
     std::size_t next = 0;                 ///< of an object: the member after the last one
     std::uint32_t seen = 0;               ///< of an object: a bit for each member
+    bool key_seen = false;                ///< of kBits and kBytes: whether their only key was there
     std::size_t index = 0;                ///< of a list: the element
     BoundObject object;
   };
