@@ -21,12 +21,16 @@ constexpr std::uint8_t kSuite = 1;  // HKDF-SHA-256, Twofish-256 in SIV mode
 
 constexpr std::string_view kLabel = "zuna-sec v1";  // of the key derivation
 
-constexpr std::size_t kVersionOffset = 8;
-constexpr std::size_t kSuiteOffset = 8 + 1;
-constexpr std::size_t kZeroOffset = 8 + 1 + 1;
-constexpr std::size_t kLengthOffset = 8 + 1 + 1 + 6;
-constexpr std::size_t kKeyCheckOffset = 8 + 1 + 1 + 6 + 8;
-constexpr std::size_t kTagOffset = 8 + 1 + 1 + 6 + 8 + 32;
+constexpr std::size_t kZeroSize = 6;    // reserved bytes
+constexpr std::size_t kLengthSize = 8;  // of the plaintext's length
+
+constexpr std::size_t kVersionOffset = kMagic.size();
+constexpr std::size_t kSuiteOffset = kVersionOffset + 1;
+constexpr std::size_t kZeroOffset = kSuiteOffset + 1;
+constexpr std::size_t kLengthOffset = kZeroOffset + kZeroSize;
+constexpr std::size_t kKeyCheckOffset = kLengthOffset + kLengthSize;
+constexpr std::size_t kTagOffset = kKeyCheckOffset + kKeyCheckSize;
+static_assert(kTagOffset + kSivTagSize == kEnvelopeHeaderSize);
 
 void PutLength(MutableBytes field, std::uint64_t length) {
   for (std::uint8_t& byte : field) {
@@ -79,7 +83,7 @@ void CheckLength(Bytes bytes, const std::string& name) {
         name, kit::format("ends inside the header (offset %zu of %zu)", bytes.size(), kEnvelopeHeaderSize),
         "get a complete copy of the file");
   }
-  const unsigned long long stated = GetLength(bytes.subspan(kLengthOffset, 8));
+  const unsigned long long stated = GetLength(bytes.subspan(kLengthOffset, kLengthSize));
   const std::size_t present = bytes.size() - kEnvelopeHeaderSize;
   if (present < stated) {
     throw zuna_sec::TruncatedError(
@@ -107,16 +111,16 @@ void DeriveKeys(Bytes key, Bytes iv, std::uint8_t suite, EnvelopeKeys& keys) {
   const Bytes label(reinterpret_cast<const std::uint8_t*>(kLabel.data()), kLabel.size());
   std::vector<std::uint8_t> info(label.begin(), label.end());
   info.push_back(suite);
-  for (unsigned shift = 0; shift < 64; shift += 8) {
+  for (unsigned shift = 0; shift < 64; shift += 8) {  // the length of the IV in 8 bytes, lowest first
     info.push_back(static_cast<std::uint8_t>(static_cast<std::uint64_t>(iv.size()) >> shift));
   }
 
   Secret<kSha256Size> prk;
   HkdfExtract(label, key, prk.bytes());
-  Secret<64 + 32> okm;
+  Secret<kSivKeySize + kKeyCheckSize> okm;
   HkdfExpand(prk.bytes(), info, iv, okm.bytes());
-  const std::span<const std::uint8_t, 64> siv = okm.bytes().first<64>();
-  const std::span<const std::uint8_t, 32> key_check = okm.bytes().last<32>();
+  const std::span<const std::uint8_t, kSivKeySize> siv = okm.bytes().first<kSivKeySize>();
+  const std::span<const std::uint8_t, kKeyCheckSize> key_check = okm.bytes().last<kKeyCheckSize>();
   std::copy(siv.begin(), siv.end(), keys.siv.bytes().begin());
   std::copy(key_check.begin(), key_check.end(), keys.key_check.bytes().begin());
 }
@@ -126,8 +130,8 @@ Envelope ParseEnvelope(Bytes bytes, const std::string& name) {
   CheckKind(bytes, name);
   if (bytes.size() > kEnvelopeHeaderSize) CheckPlaintextSize(bytes.size() - kEnvelopeHeaderSize, name);
   CheckLength(bytes, name);
-  return {bytes.first(kTagOffset), bytes.subspan(kKeyCheckOffset, 32), bytes.subspan(kTagOffset, kSivTagSize),
-          bytes.subspan(kEnvelopeHeaderSize)};
+  return {bytes.first(kTagOffset), bytes.subspan(kKeyCheckOffset, kKeyCheckSize),
+          bytes.subspan(kTagOffset, kSivTagSize), bytes.subspan(kEnvelopeHeaderSize)};
 }
 
 void Open(const Envelope& envelope, const KeyAndIv& secrets, MutableBytes plaintext,
@@ -159,8 +163,8 @@ void Seal(Bytes plaintext, const KeyAndIv& secrets, MutableBytes envelope, const
   std::copy(kMagic.begin(), kMagic.end(), envelope.begin());
   envelope[kVersionOffset] = kVersion;
   envelope[kSuiteOffset] = kSuite;
-  std::fill_n(envelope.begin() + kZeroOffset, 6, std::uint8_t{0});
-  PutLength(envelope.subspan(kLengthOffset, 8), plaintext.size());
+  std::fill_n(envelope.begin() + kZeroOffset, kZeroSize, std::uint8_t{0});
+  PutLength(envelope.subspan(kLengthOffset, kLengthSize), plaintext.size());
   const Bytes key_check = keys.key_check.bytes();
   std::copy(key_check.begin(), key_check.end(), envelope.begin() + kKeyCheckOffset);
   SivEncrypt(keys.siv.bytes(), envelope.first(kTagOffset), plaintext, envelope.subspan(kEnvelopeHeaderSize),

@@ -11,8 +11,11 @@
 
 namespace zuna_security {
 
+/// Tells a wrong key from damage.
+inline constexpr std::size_t kKeyCheckSize = 32;
+
 /// Everything before the ciphertext: magic, version, suite, zeros, plaintext length, key check, tag.
-inline constexpr std::size_t kEnvelopeHeaderSize = 8 + 1 + 1 + 6 + 8 + 32 + kSivTagSize;
+inline constexpr std::size_t kEnvelopeHeaderSize = 8 + 1 + 1 + 6 + 8 + kKeyCheckSize + kSivTagSize;
 
 /// 1 GiB. Larger data is refused by its actual size; no memory is reserved from the length field.
 inline constexpr std::size_t kMaxPlaintextSize = std::size_t{1} << 30;
@@ -26,8 +29,8 @@ struct KeyAndIv {
 
 /// What an envelope's key and IV are turned into.
 struct EnvelopeKeys {
-  Secret<32 + 32> siv;   // the CMAC key, then the CTR key
-  Secret<32> key_check;  // stands in the envelope, to tell a wrong key from damage
+  Secret<kSivKeySize> siv;          // the CMAC key, then the CTR key
+  Secret<kKeyCheckSize> key_check;  // is in the envelope, to tell a wrong key from damage
 };
 
 /// Derives `keys` from a caller's key and IV, each of any length. Throws GcryptFailure.
