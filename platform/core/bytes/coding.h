@@ -40,8 +40,9 @@ inline std::size_t VarintSize(std::uint64_t value) {
 }
 
 /// Puts `value` (below 2^35) in groups of 7 bits, lowest first; the high bit of a byte says that another one
-/// follows (unsigned LEB128, DWARF 5 section 7.6). Writes 8 bytes whatever the number needs. Has no branch
-/// because the sizes of time differences are hard to predict, and a wrong prediction costs more.
+/// follows (unsigned LEB128, DWARF 5 section 7.6). 300 is 10 0101100 in binary and gives AC 02: first
+/// 1 0101100, then 0 0000010. Writes 8 bytes whatever the number needs. Has no branch because the sizes of
+/// time differences are hard to predict, and a wrong prediction costs more.
 inline char* PutVarint(char* to, std::uint64_t value) {
   const std::uint64_t groups = (value & 0x7F) | (value << 1 & 0x7F00) | (value << 2 & 0x7F0000) |
                                (value << 3 & 0x7F000000) | (value << 4 & 0x7F00000000);

@@ -15,7 +15,7 @@ namespace zuna_core {
 
 /// The header of a binary file.
 struct Header {
-  std::uint32_t size = 0;  ///< the count of the bytes that follow it: version, body and checksum
+  std::uint32_t size = 0;  ///< the number of the bytes that follow it: version, body and checksum
   cmn::FileVersion version;
 };
 
