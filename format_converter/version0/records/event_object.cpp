@@ -11,14 +11,15 @@ namespace version0 {
 
 EventObject::EventObject(std::istream& is) { is.read(reinterpret_cast<char*>(this), sizeof(*this)); }
 
-EventObject::EventObject(unsigned int delta, unsigned int absolute, unsigned char status, unsigned char first,
-                         unsigned char second, unsigned char track)
-    : delta_time(delta),
-      abs_time(absolute),
-      status_high(status),
-      data1(first),
-      data2(second),
-      track_id(track) {}
+EventObject::EventObject(unsigned int new_delta_time, unsigned int new_abs_time,
+                         unsigned char new_status_high, unsigned char new_data1, unsigned char new_data2,
+                         unsigned char new_track_id)
+    : delta_time(new_delta_time),
+      abs_time(new_abs_time),
+      status_high(new_status_high),
+      data1(new_data1),
+      data2(new_data2),
+      track_id(new_track_id) {}
 
 bool EventObject::operator==(const EventObject& b) const {
   if (abs_time != b.abs_time) throw Version0Error("EventObject abs_time not equal");

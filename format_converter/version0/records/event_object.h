@@ -25,8 +25,8 @@ struct ZUNA_API EventObject {
   /// Reads the 12 bytes of an event.
   explicit EventObject(std::istream& is);
   /// Sets the fields.
-  EventObject(unsigned int delta, unsigned int absolute, unsigned char status, unsigned char first,
-              unsigned char second, unsigned char track);
+  EventObject(unsigned int new_delta_time, unsigned int new_abs_time, unsigned char new_status_high,
+              unsigned char new_data1, unsigned char new_data2, unsigned char new_track_id);
 
   /// `==` is true when all fields but delta_time are equal, and otherwise throws Version0Error with the first
   /// field that differs. `!=` is its negation and throws the same.

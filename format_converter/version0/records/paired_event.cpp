@@ -42,8 +42,8 @@ void PairedEvent<Value, Code>::write_binary(std::ostream& os) const {
 }
 
 template <typename Value, std::uint8_t Code>
-PairedEvent<Value, Code>::PairedEvent(std::uint32_t start_position, std::uint32_t end_position, Value number)
-    : start(start_position), end(end_position), value(number) {}
+PairedEvent<Value, Code>::PairedEvent(std::uint32_t new_start, std::uint32_t new_end, Value new_value)
+    : start(new_start), end(new_end), value(new_value) {}
 
 template struct PairedEvent<signed char, '@'>;
 template struct PairedEvent<signed char, 'A'>;

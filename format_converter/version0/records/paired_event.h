@@ -24,7 +24,7 @@ struct PairedEvent {
   /// Reads what write_binary() writes. Throws EventCodeError for a record with another event code.
   explicit PairedEvent(std::istream& is);
   /// Sets the fields.
-  PairedEvent(std::uint32_t start_position, std::uint32_t end_position, Value number);
+  PairedEvent(std::uint32_t new_start, std::uint32_t new_end, Value new_value);
 
   /// Writes the record with its frame.
   void write_binary(std::ostream& os) const;

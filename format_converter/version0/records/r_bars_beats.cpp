@@ -23,8 +23,11 @@ void RBarsBeats::write_binary(std::ostream& os) const {
   put_u8(os, tag);
 }
 
-RBarsBeats::RBarsBeats(std::uint32_t at, const std::string& text, std::uint8_t mark)
-    : length(static_cast<std::uint16_t>(kFixedLength + text.size())), time(at), label(text), tag(mark) {}
+RBarsBeats::RBarsBeats(std::uint32_t new_time, const std::string& new_label, std::uint8_t new_tag)
+    : length(static_cast<std::uint16_t>(kFixedLength + new_label.size())),
+      time(new_time),
+      label(new_label),
+      tag(new_tag) {}
 
 bool operator==(const RBarsBeats& a, const RBarsBeats& b) {
   return a.time == b.time && a.label == b.label && a.tag == b.tag;

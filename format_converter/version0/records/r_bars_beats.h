@@ -24,7 +24,7 @@ struct ZUNA_API RBarsBeats {
   /// Reads what write_binary() writes.
   explicit RBarsBeats(std::istream& is);
   /// Sets the fields.
-  RBarsBeats(std::uint32_t at, const std::string& text, std::uint8_t mark);
+  RBarsBeats(std::uint32_t new_time, const std::string& new_label, std::uint8_t new_tag);
 
   /// Throws std::length_error after code, length and time for a label of 256 bytes or more.
   void write_binary(std::ostream& os) const;

@@ -23,8 +23,8 @@ void RKey::write_binary(std::ostream& os) const {
   put_u8(os, mode);
 }
 
-RKey::RKey(std::uint32_t at, std::int8_t signature, std::uint8_t signature_mode)
-    : time(at), key(signature), mode(signature_mode) {}
+RKey::RKey(std::uint32_t new_time, std::int8_t new_key, std::uint8_t new_mode)
+    : time(new_time), key(new_key), mode(new_mode) {}
 
 bool operator==(const RKey& a, const RKey& b) {
   return a.time == b.time && a.key == b.key && a.mode == b.mode;

@@ -23,7 +23,7 @@ struct ZUNA_API RKey {
   /// Reads what write_binary() writes.
   explicit RKey(std::istream& is);
   /// Sets the fields.
-  RKey(std::uint32_t at, std::int8_t signature, std::uint8_t signature_mode);
+  RKey(std::uint32_t new_time, std::int8_t new_key, std::uint8_t new_mode);
 
   /// Writes the record with its frame.
   void write_binary(std::ostream& os) const;

@@ -25,8 +25,8 @@ void RMeter::write_binary(std::ostream& os) const {
   put_u8(os, denominator);
 }
 
-RMeter::RMeter(std::uint32_t at, std::uint8_t beats, std::uint8_t note)
-    : time(at), numerator(beats), denominator(note) {}
+RMeter::RMeter(std::uint32_t new_time, std::uint8_t new_numerator, std::uint8_t new_denominator)
+    : time(new_time), numerator(new_numerator), denominator(new_denominator) {}
 
 std::ostream& RMeter::write_string(std::ostream& os) const {
   return os << std::dec << std::noboolalpha << "RMeter(" << time << ", " << unsigned{numerator} << ", "

@@ -23,7 +23,7 @@ struct ZUNA_API RMeter {
   /// Reads what write_binary() writes.
   explicit RMeter(std::istream& is);
   /// Sets the fields.
-  RMeter(std::uint32_t at, std::uint8_t beats, std::uint8_t note);
+  RMeter(std::uint32_t new_time, std::uint8_t new_numerator, std::uint8_t new_denominator);
 
   /// Writes the record with its frame.
   void write_binary(std::ostream& os) const;

@@ -18,7 +18,7 @@ void RPageNum::write_binary(std::ostream& os) const {
   put_u16(os, page);
 }
 
-RPageNum::RPageNum(std::uint32_t at, std::uint16_t number) : time(at), page(number) {}
+RPageNum::RPageNum(std::uint32_t new_time, std::uint16_t new_page) : time(new_time), page(new_page) {}
 
 bool operator==(const RPageNum& a, const RPageNum& b) { return a.time == b.time && a.page == b.page; }
 bool operator!=(const RPageNum& a, const RPageNum& b) { return !(a == b); }

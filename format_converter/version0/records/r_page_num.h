@@ -22,7 +22,7 @@ struct ZUNA_API RPageNum {
   /// Reads what write_binary() writes.
   explicit RPageNum(std::istream& is);
   /// Sets the fields.
-  RPageNum(std::uint32_t at, std::uint16_t number);
+  RPageNum(std::uint32_t new_time, std::uint16_t new_page);
 
   /// Writes the record with its frame.
   void write_binary(std::ostream& os) const;

@@ -29,13 +29,13 @@ void RTempo::write_binary(std::ostream& os) const {
   put_u16(os, bpm);
 }
 
-RTempo::RTempo(std::uint32_t at, float seconds, std::uint8_t per_click, std::uint8_t per_quarter,
-               std::uint16_t clicks_per_minute)
-    : time(at),
-      seconds_per_tick(seconds),
-      notated_32_per_click(per_click),
-      notated_32_per_quarter(per_quarter),
-      bpm(clicks_per_minute) {}
+RTempo::RTempo(std::uint32_t new_time, float new_seconds_per_tick, std::uint8_t new_notated_32_per_click,
+               std::uint8_t new_notated_32_per_quarter, std::uint16_t new_bpm)
+    : time(new_time),
+      seconds_per_tick(new_seconds_per_tick),
+      notated_32_per_click(new_notated_32_per_click),
+      notated_32_per_quarter(new_notated_32_per_quarter),
+      bpm(new_bpm) {}
 
 std::uint8_t RTempo::clocks_per_click() const {
   if (notated_32_per_quarter == 0) return 0;

@@ -25,8 +25,8 @@ struct ZUNA_API RTempo {
   /// Reads what write_binary() writes.
   explicit RTempo(std::istream& is);
   /// Sets the fields.
-  RTempo(std::uint32_t at, float seconds, std::uint8_t per_click, std::uint8_t per_quarter,
-         std::uint16_t clicks_per_minute);
+  RTempo(std::uint32_t new_time, float new_seconds_per_tick, std::uint8_t new_notated_32_per_click,
+         std::uint8_t new_notated_32_per_quarter, std::uint16_t new_bpm);
 
   /// Writes the record with its frame.
   void write_binary(std::ostream& os) const;

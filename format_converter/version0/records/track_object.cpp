@@ -14,7 +14,8 @@ void TrackObject::write_binary(std::ostream& os) const {
   put_string(os, track_name);
 }
 
-TrackObject::TrackObject(std::uint8_t id, const std::string& name) : track_id(id), track_name(name) {}
+TrackObject::TrackObject(std::uint8_t new_track_id, const std::string& new_track_name)
+    : track_id(new_track_id), track_name(new_track_name) {}
 
 bool TrackObject::operator<(const TrackObject& b) const { return track_id < b.track_id; }
 

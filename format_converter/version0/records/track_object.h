@@ -18,7 +18,7 @@ struct ZUNA_API TrackObject {
   /// Reads what write_binary() writes.
   explicit TrackObject(std::istream& is);
   /// Sets the fields.
-  TrackObject(std::uint8_t id, const std::string& name);
+  TrackObject(std::uint8_t new_track_id, const std::string& new_track_name);
 
   /// Throws std::length_error after the id for a name of 256 bytes or more.
   void write_binary(std::ostream& os) const;

@@ -19,7 +19,7 @@ void XCaesura::write_binary(std::ostream& os) const {
   put_u32(os, time);
 }
 
-XCaesura::XCaesura(std::uint32_t at) : time(at) {}
+XCaesura::XCaesura(std::uint32_t new_time) : time(new_time) {}
 
 std::ostream& XCaesura::write_string(std::ostream& os) const {
   return os << "XCaesura(" << std::to_string(time) << ")";

@@ -21,7 +21,7 @@ struct ZUNA_API XCaesura {
   /// Reads what write_binary() writes.
   explicit XCaesura(std::istream& is);
   /// Sets the fields.
-  explicit XCaesura(std::uint32_t at);
+  explicit XCaesura(std::uint32_t new_time);
 
   /// Writes the record with its frame.
   void write_binary(std::ostream& os) const;

@@ -17,7 +17,8 @@ void XScoreMarker::write_binary(std::ostream& os) const {
   put_string(os, text);
 }
 
-XScoreMarker::XScoreMarker(std::uint32_t at, const std::string& marker_text) : time(at), text(marker_text) {}
+XScoreMarker::XScoreMarker(std::uint32_t new_time, const std::string& new_text)
+    : time(new_time), text(new_text) {}
 
 std::ostream& XScoreMarker::write_string(std::ostream& os) const {
   return os << "XScoreMarker(" << std::to_string(time) << ", " << text << ")";

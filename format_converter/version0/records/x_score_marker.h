@@ -20,7 +20,7 @@ struct ZUNA_API XScoreMarker {
   /// Reads what write_binary() writes.
   explicit XScoreMarker(std::istream& is);
   /// Sets the fields.
-  XScoreMarker(std::uint32_t at, const std::string& marker_text);
+  XScoreMarker(std::uint32_t new_time, const std::string& new_text);
 
   /// Throws std::length_error after the time for a text of 256 bytes or more.
   void write_binary(std::ostream& os) const;
