@@ -30,7 +30,7 @@ std::optional<std::uint64_t> plaintext_size(std::istream& stream) {
   std::streambuf& buffer = *stream.rdbuf();
   const std::streamoff here = buffer.pubseekoff(0, std::ios_base::cur, std::ios_base::in);
   const std::streamoff ahead = kit::BytesAhead(buffer);
-  if (here < 0 || ahead < 0) return std::nullopt;
+  if (ahead < 0) return std::nullopt;
   return static_cast<std::uint64_t>(here + ahead);
 }
 

@@ -100,7 +100,7 @@ TEST(ReplacedProbe, IsNotCalledForTheTextForm) {
   probed([&] { showdata_up(in, folder / "out", "/no/such/log", {1, 2}, kKey); });
 }
 
-TEST(ReplacedProbe, MayMoveTheStreamOfAShow) {
+TEST(ReplacedProbe, MayMoveTheStream) {
   const zuna_test::TemporaryFolder folder;
   const std::string log = folder.Put("log", Written(SampleLegacyLog()));
   const auto legacy = Encrypted(Written(SampleLegacyShow()));
@@ -115,6 +115,11 @@ TEST(ReplacedProbe, MayMoveTheStreamOfAShow) {
   showdata_up(in, folder / "out", log, {1, 2}, kKey);
   version = {1, 2};
   EXPECT_EQ(showdata_down_vector(zuna_test::FileBytes(folder / "out"), kKey.key, kKey.iv), legacy);
+  version = kLegacy;
+  const auto legacy_log = Encrypted(Written(SampleLegacyLog()));
+  const auto current_log = logdata_up_vector(legacy_log, legacy, {1, 2}, kKey.key, kKey.iv);
+  version = {1, 2};
+  EXPECT_EQ(logdata_down_vector(current_log, kKey.key, kKey.iv), legacy_log);
 }
 
 TEST(ReplacedListdir, ItsOrderIsKept) {
