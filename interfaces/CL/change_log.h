@@ -58,11 +58,11 @@ class ZUNA_API ChangeLog {
   const SongLogs& song_logs() const { return song_logs_; }
   ///@}
 
-  /// Writes the log as a file of this version. Throws cmn::UnsupportedVersionError for a version that this
-  /// library does not write, std::length_error for a log that the format cannot hold, and std::logic_error
-  /// naming the song where its song log or one of its lists is null or where its number is not its key;
-  /// nothing has been written then. A stream that cannot be written gives kit::IoError, or
-  /// std::ios_base::failure where its exception mask asks for it.
+  /// Writes the log as a file of this version: bytes in 1.1 and 1.2, text (JSON) in 2.0. Throws
+  /// cmn::UnsupportedVersionError for a version that this library does not write, std::length_error for a log
+  /// that the format cannot hold, and std::logic_error naming the song where its song log or one of its lists
+  /// is null or where its number is not its key; nothing has been written then. A stream that cannot be
+  /// written gives kit::IoError, or std::ios_base::failure where its exception mask asks for it.
   void WriteBinary(std::ostream& os, const cmn::FileVersion& version) const;
 
  private:

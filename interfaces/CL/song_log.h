@@ -24,7 +24,7 @@ struct EventList {
 /// from has no lists any more.
 class ZUNA_API SongLog {
  public:
-  /// A list that may be replaced by another one. A null pointer stands for no list: it prints as an empty one
+  /// A list that may be replaced by another one. A null pointer is no list: it prints as an empty one
   /// and cannot be written to a file.
   template <typename Event>
   using SharedList = std::shared_ptr<EventList<Event>>;

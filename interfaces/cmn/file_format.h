@@ -1,7 +1,7 @@
 #pragma once
 
-// Kinds, versions and magic bytes of current files. Needed by the toolkit and the tools only, not by the
-// converter: a product that replaces platform/ for the converter need not supply it.
+// Kinds, versions and magic bytes of current files. Not part of the contract with the converter: a
+// product that replaces platform/ for the converter alone need not supply it.
 
 #include <cstdint>
 #include <optional>

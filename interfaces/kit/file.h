@@ -1,4 +1,4 @@
-// Whole files. Needed by the toolkit and the tools only, not by the converter.
+// Whole files. Not part of the contract with the converter.
 
 #pragma once
 
@@ -40,8 +40,8 @@ struct FileBytes {
 /// than `limit` bytes, a regular file before a byte is read.
 ZUNA_API FileBytes ReadWholeFile(const std::string& path, std::size_t limit);
 
-/// The same from where the open `descriptor` stands, which stays open: 0 is standard input. `name` begins the
-/// messages.
+/// The same from the current position of the open `descriptor`, which stays open: 0 is standard input. `name`
+/// begins the messages.
 ZUNA_API FileBytes ReadWholeFile(int descriptor, const std::string& name, std::size_t limit);
 
 /// Permissions of a file that only its owner may read and write.

@@ -1,4 +1,4 @@
-// Bytes as text. Needed by the toolkit and the tools only, not by the converter.
+// Bytes as text. Not part of the contract with the converter.
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// Memory for large files. Needed by the toolkit and the tools only, not by the converter.
+// Memory for large files. Not part of the contract with the converter.
 
 #pragma once
 

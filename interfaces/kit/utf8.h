@@ -1,4 +1,4 @@
-// Text in UTF-8 (RFC 3629). Needed by the toolkit and the tools only, not by the converter.
+// Text in UTF-8 (RFC 3629). Not part of the contract with the converter.
 
 #pragma once
 

@@ -44,7 +44,7 @@ class ZUNA_API ShowData {
   /// The songs by number, for walking them.
   const Songs& songs() const { return songs_; }
 
-  /// Writes the show as a file of this version.
+  /// Writes the show as a file of this version: bytes in 1.0, 1.1 and 1.2, text (JSON) in 2.0.
   /// Throws cmn::UnsupportedVersionError for a version that this library does not write, std::length_error
   /// for a show that the format cannot hold, and std::logic_error naming the song for one without timeline or
   /// voice data, or whose number (or a voice's) was changed after it was added; nothing has been written

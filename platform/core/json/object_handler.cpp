@@ -159,7 +159,7 @@ bool ObjectHandler::FindMember(std::string_view key, Code& code) {
   return Fail(code, "unknown key " + Quote(key));
 }
 
-/// Takes the key of an object that stands for a value.
+/// Takes the key of an object that states a float or a text.
 bool ObjectHandler::OnlyKey(std::string_view known, std::string_view key, Code& code) {
   if (key != known) return Fail(code, "unknown key " + Quote(key));
   if (top().key_seen) return Fail(code, "duplicate key " + Quote(known));

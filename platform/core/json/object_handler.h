@@ -61,7 +61,8 @@ class ObjectHandler : public IgnoreJson {
 
  private:
   /// kRow is a row, or a list of rows inside one of them: a row in a list is short and frequent, and has no
-  /// frame of its own. kBits and kBytes are the objects that stand for a float or for a text.
+  /// frame of its own. kBits and kBytes are the objects that state the bits of a float or the bytes
+  /// of a text.
   enum class Level : std::uint8_t { kObject, kList, kRows, kRow, kBits, kBytes };
 
   struct Frame {
