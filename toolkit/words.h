@@ -1,8 +1,11 @@
-// Counts with their nouns, for the texts of reports and errors.
+// Small helpers for texts: counts with their nouns, lists, bytes as text.
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "kit/api.h"
@@ -11,6 +14,11 @@ namespace zuna_toolkit {
 
 /// "1 voice", "2 voices".
 ZUNA_API std::string Counted(std::size_t count, const std::string& one, const std::string& many);
+
+/// `bytes` as text.
+inline std::string_view AsText(std::span<const std::uint8_t> bytes) {
+  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
 
 /// Adds `text` to the end of `list`, as in "2, 3".
 ZUNA_API void AppendListed(std::string& list, const std::string& text);

@@ -19,12 +19,11 @@ void Run(const Options& options, Context& context) {
   context.CheckPaths(options.output, {options.input});
   const CipherKey key = context.Key();
   zuna_toolkit::OpenedFile file = OpenInput(options.input, key);
-  const zuna_toolkit::FileType type = RequireCurrent(file);
-  RequireTarget(type.kind, options.version);
-  const zuna_toolkit::Document document =
-      zuna_toolkit::Convert(zuna_toolkit::ReadDocument(file, type), options.version);
-  options.output.Write(*zuna_toolkit::Serialise(document, key));
-  context.Note(file.name(), CountsText(document) + ", " + cmn::VersionText(type.version) + " -> " +
+  const zuna_toolkit::Document input = zuna_toolkit::ReadDocument(file, zuna_toolkit::Expected::kCurrent);
+  RequireTarget(input.type().kind, options.version);
+  const zuna_toolkit::Document document = zuna_toolkit::Convert(input, options.version);
+  options.output.Write(*zuna_toolkit::CipherStreamOf(document, key));
+  context.Note(file.name(), CountsText(document) + ", " + cmn::VersionText(input.type().version) + " -> " +
                                 cmn::VersionText(options.version));
 }
 

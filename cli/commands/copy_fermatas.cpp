@@ -32,8 +32,9 @@ void Run(const Options& options, Context& context) {
   const CipherKey key = context.Key();
   zuna_toolkit::OpenedFile source = OpenInput(options.source, key);
   zuna_toolkit::OpenedFile destination = OpenInput(options.destination, key);
-  const zuna_toolkit::FermataCopy copy = zuna_toolkit::CopyFermatas(ReadAny(source), ReadAny(destination));
-  output.Write(*zuna_toolkit::Serialise(copy.document, key));
+  const zuna_toolkit::FermataCopy copy =
+      zuna_toolkit::CopyFermatas(zuna_toolkit::ReadDocument(source), zuna_toolkit::ReadDocument(destination));
+  output.Write(*zuna_toolkit::CipherStreamOf(copy.document, key));
   if (copy.replaced_fermatas + copy.replaced_attaccas > 0) {
     context.Note(destination.name(),
                  FermatasText(copy.replaced_fermatas, copy.replaced_attaccas) + " of its own replaced");

@@ -17,7 +17,7 @@ struct Options {
 
 std::string InfoOf(const std::string& path, const CipherKey& key, bool json) {
   zuna_toolkit::OpenedFile file = OpenInput(path, key);
-  const zuna_toolkit::Document document = ReadAny(file);
+  const zuna_toolkit::Document document = zuna_toolkit::ReadDocument(file);
   return json ? InfoJson(document) : InfoText(document);
 }
 

@@ -19,16 +19,4 @@ std::vector<std::uint8_t> ReadInput(const std::string& path, std::size_t limit);
 zuna_toolkit::OpenedFile OpenInput(const std::string& path, const CipherKey& key,
                                    zuna_toolkit::Accept accept = zuna_toolkit::Accept::kEncrypted);
 
-/// A show or a log of any version. Throws zuna_toolkit::Error.
-zuna_toolkit::Document ReadAny(zuna_toolkit::OpenedFile& file);
-
-/// A show of any version. Throws Failure (kBadInput) for a log, and zuna_toolkit::Error.
-zuna_toolkit::Document ReadShow(zuna_toolkit::OpenedFile& file);
-
-/// What a file holds, which has to be a show. Throws as ReadShow().
-zuna_toolkit::FileType RequireShow(zuna_toolkit::OpenedFile& file);
-
-/// What a file holds, which has to be of a current version. Throws zuna_toolkit::Error.
-zuna_toolkit::FileType RequireCurrent(zuna_toolkit::OpenedFile& file);
-
 }  // namespace zuna_cli

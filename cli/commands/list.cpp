@@ -32,8 +32,10 @@ std::string ListShows(const Options& options, const CipherKey& key, Context& con
     if (kit::path::extension(name) != kExtension) continue;
     try {
       zuna_toolkit::OpenedFile file(kit::path::Join(options.folder, name), key);
-      const cmn::FileVersion version = RequireShow(file).version;
-      if (options.Matches(version)) text += Printable(name) + ": " + cmn::VersionText(version) + '\n';
+      const zuna_toolkit::FileType type = zuna_toolkit::Detect(file);
+      zuna_toolkit::RequireShow(type, file.name());
+      if (!options.Matches(type.version)) continue;
+      text += Printable(name) + ": " + cmn::VersionText(type.version) + '\n';
     } catch (const std::exception& error) {
       context.ReportPart(error);
     }

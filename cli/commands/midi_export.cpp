@@ -59,7 +59,8 @@ std::vector<std::string> PathsFor(const zuna_midi::ShowData& show, const Options
 /// Makes all files in memory, so that a song that cannot be exported leaves nothing behind.
 std::vector<MidiFile> ExportAll(const Options& options, Context& context) {
   zuna_toolkit::OpenedFile file = OpenInput(options.input, context.Key());
-  const zuna_toolkit::Document document = zuna_toolkit::CurrentForm(ReadShow(file));
+  const zuna_toolkit::Document document =
+      zuna_toolkit::CurrentForm(zuna_toolkit::ReadDocument(file, zuna_toolkit::Expected::kShow));
   const zuna_midi::ShowData& show = *document.As<zuna_midi::ShowData>();
   const std::vector<std::string> paths = PathsFor(show, options);
   auto path = paths.begin();

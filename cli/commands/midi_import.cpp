@@ -104,7 +104,7 @@ void Run(const Options& options, Context& context) {
     show.AddSongData(ImportFile(options.inputs[i], numbers[i], context));
   }
   const zuna_toolkit::Document document(std::move(show), options.version, OutputName(options.output.path));
-  options.output.Write(*zuna_toolkit::Serialise(document, key));
+  options.output.Write(*zuna_toolkit::CipherStreamOf(document, key));
   context.Note(document.name(), CountsText(document) + ", MIDI -> " + cmn::VersionText(options.version));
 }
 

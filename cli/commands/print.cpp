@@ -63,14 +63,16 @@ std::string SongsText(const Songs& songs, const Options& options) {
 }
 
 std::string TextOf(zuna_toolkit::OpenedFile& file, const Options& options) {
-  const zuna_toolkit::FileType type = zuna_toolkit::Detect(file);
-  if (!type.is_log()) {
-    const zuna_toolkit::Document show = zuna_toolkit::CurrentForm(ReadShow(file));
+  const bool is_log = zuna_toolkit::Detect(file).is_log();
+  const zuna_toolkit::Document document = zuna_toolkit::ReadDocument(file);
+  if (!is_log) {
+    const zuna_toolkit::Document show = zuna_toolkit::CurrentForm(document);
     return SongsText(show.As<zuna_midi::ShowData>()->songs(), options);
   }
-  const zuna_toolkit::Document log = zuna_toolkit::ReadDocument(file, type);
-  if (const auto* legacy = log.As<zuna_toolkit::LegacyLog>()) return SongsText(legacy->log.songs, options);
-  return SongsText(log.As<CL::ChangeLog>()->song_logs(), options);
+  if (const auto* legacy = document.As<zuna_toolkit::LegacyLog>()) {
+    return SongsText(legacy->log.songs, options);
+  }
+  return SongsText(document.As<CL::ChangeLog>()->song_logs(), options);
 }
 
 void Run(const Options& options, const Context& context) {

@@ -18,12 +18,10 @@ struct Options : Paths {
   cmn::FileVersion version;
 };
 
-/// Reads the input, which has to be of version 0.0.
-zuna_toolkit::Document ReadLegacy(zuna_toolkit::OpenedFile& file, const Options& options) {
-  const zuna_toolkit::FileType type = zuna_toolkit::Detect(file);
-  zuna_toolkit::RequireLegacy(type, file.name());
-  RequireTarget(type.kind, options.version);
-  return zuna_toolkit::ReadDocument(file, type);
+/// Reads what `legacy` needs from its companion.
+zuna_toolkit::Companion ReadCompanion(const zuna_toolkit::Document& legacy, zuna_toolkit::OpenedFile& file) {
+  if (legacy.type().is_log()) return zuna_toolkit::ReadShowAsCompanion(file);
+  return zuna_toolkit::ReadLogAsCompanion(file);
 }
 
 /// How the companion of a log differs from it.
@@ -56,16 +54,17 @@ void Run(const Options& options, Context& context) {
   context.CheckPaths(options.output, {options.input, options.companion});
   const CipherKey key = context.Key();
   zuna_toolkit::OpenedFile file = OpenInput(options.input, key);
-  const zuna_toolkit::Document legacy = ReadLegacy(file, options);
+  const zuna_toolkit::Document legacy = zuna_toolkit::ReadDocument(file, zuna_toolkit::Expected::kLegacy);
+  RequireTarget(legacy.type().kind, options.version);
   zuna_toolkit::OpenedFile companion_file =
       OpenInput(options.companion, key, zuna_toolkit::Accept::kEncryptedOrPlain);
-  const zuna_toolkit::Companion companion = zuna_toolkit::ReadCompanion(companion_file, legacy.type().kind);
+  const zuna_toolkit::Companion companion = ReadCompanion(legacy, companion_file);
   const zuna_toolkit::UpResult result = zuna_toolkit::Up(legacy, companion, options.version);
   for (const std::string& note : CompanionNotes(result, companion.name)) context.Note(file.name(), note);
   if (!context.quiet) {
     for (const std::string& line : UpLossLines(legacy, result.document)) context.Note(file.name(), line);
   }
-  options.output.Write(*zuna_toolkit::Serialise(result.document, key));
+  options.output.Write(*zuna_toolkit::CipherStreamOf(result.document, key));
   context.Note(file.name(), CountsText(result.document) + ", 0.0 -> " + cmn::VersionText(options.version) +
                                 TakenText(companion, legacy.type().is_log()));
 }

@@ -9,16 +9,16 @@
 
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "toolkit/conversion/internal/legacy_limits.h"
+#include "toolkit/document/internal/content.h"
 #include "toolkit/error.h"
 #include "toolkit/internal/translate.h"
 
 namespace zuna_toolkit {
 
 namespace {
-
-constexpr cmn::FileVersion kLegacy{0, 0};
 
 /// Returns what `convert` returns for one song. Where it throws, the error names the song and, as far as
 /// `diagnose` can tell, the reason.
@@ -54,34 +54,41 @@ version0::ShowData DownShow(const zuna_midi::ShowData& show, const std::string& 
   return legacy;
 }
 
-/// Gives every song of the log the division that it has in the companion.
-void TakeDivisions(CL::ChangeLog& log, const Companion& companion, UpResult& result) {
+/// The numbers of the songs of the log that the companion lacks. Throws Error where it lacks all of them.
+std::vector<std::string> UnknownSongs(const CL::ChangeLog& log, const Companion& companion) {
+  std::vector<std::string> unknown;
   for (const auto& [number, song] : log.song_logs()) {
-    const auto found = companion.songs.find(number);
-    if (found == companion.songs.end()) {
-      result.unknown_songs.push_back(number);
-      continue;
-    }
-    song->division = found->second.division;
-    if (song->song_name == found->second.name) continue;
-    result.renamed_songs.push_back({number, song->song_name, found->second.name});
+    if (!companion.songs.contains(number)) unknown.push_back(number);
   }
-  if (result.unknown_songs.empty() || result.unknown_songs.size() < log.song_logs().size()) return;
+  if (unknown.empty() || unknown.size() < log.song_logs().size()) return unknown;
   throw Error(ErrorKind::kBadInput, companion.name, "has none of the log's songs",
               "give the show of the log");
 }
 
+/// Gives every song of the log the division that it has in the companion. Returns those that have another
+/// name there.
+std::vector<UpResult::RenamedSong> TakeDivisions(CL::ChangeLog& log, const Companion& companion) {
+  std::vector<UpResult::RenamedSong> renamed;
+  for (const auto& [number, song] : log.song_logs()) {
+    const auto found = companion.songs.find(number);
+    if (found == companion.songs.end()) continue;
+    song->division = found->second.division;
+    if (song->song_name != found->second.name) {
+      renamed.push_back({number, song->song_name, found->second.name});
+    }
+  }
+  return renamed;
+}
+
+UpResult UpLog(const LegacyLog& legacy, const std::string& name, const Companion& companion,
+               cmn::FileVersion version) {
+  CL::ChangeLog log = legacy.log.get_version_1_0();
+  std::vector<std::string> unknown = UnknownSongs(log, companion);
+  std::vector<UpResult::RenamedSong> renamed = TakeDivisions(log, companion);
+  return {Document(std::move(log), version, name), std::move(unknown), std::move(renamed)};
+}
+
 }  // namespace
-
-void RequireLegacy(const FileType& type, const std::string& name) {
-  if (type.is_legacy()) return;
-  throw Error(ErrorKind::kBadInput, name, "is " + TypeText(type) + ", not 0.0", "use convert or down");
-}
-
-void RequireCurrent(const FileType& type, const std::string& name) {
-  if (!type.is_legacy()) return;
-  throw Error(ErrorKind::kBadInput, name, "is " + TypeText(type) + ", not a current one", "use up first");
-}
 
 Companion CompanionFrom(const Document& document) {
   Companion companion{document.name(), "", {}};
@@ -101,10 +108,11 @@ Companion CompanionFrom(const Document& document) {
   return companion;
 }
 
-Companion ReadCompanion(OpenedFile& file, cmn::FileKind of_kind) {
-  if (of_kind == cmn::FileKind::kShow) return {file.name(), ReadLegacyShowName(file), {}};
-  const FileType type = Detect(file);
-  if (type == FileType{}) return CompanionFrom(ReadDocument(file, type));
+Companion ReadLogAsCompanion(OpenedFile& file) { return {file.name(), ReadLegacyShowName(file), {}}; }
+
+Companion ReadShowAsCompanion(OpenedFile& file) {
+  const FileType type = TypeByMark(file);
+  if (type.is_legacy() && !type.is_log()) return CompanionFrom(ReadDocument(file, Expected::kLegacy));
   throw Error(ErrorKind::kBadInput, file.name(), "is " + TypeText(type) + ", no show of version 0.0",
               "give the show of the log");
 }
@@ -116,19 +124,17 @@ UpResult Up(const Document& legacy, const Companion& companion, cmn::FileVersion
     show.show_name = companion.show_name;
     return {Document(std::move(show), version, legacy.name()), {}, {}};
   }
-  CL::ChangeLog log = legacy.As<LegacyLog>()->log.get_version_1_0();
-  UpResult result{Document(log, version, legacy.name()), {}, {}};
-  TakeDivisions(log, companion, result);  // The document shares its songs with the log.
-  return result;
+  return UpLog(*legacy.As<LegacyLog>(), legacy.name(), companion, version);
 }
 
 Document Down(const Document& current) {
   RequireCurrent(current.type(), current.name());
   RequireLegacyLimits(current);
   if (const auto* log = current.As<CL::ChangeLog>()) {
-    return {LegacyLog{version0::ChangeLogV0(*log)}, kLegacy, current.name()};
+    return {LegacyLog{version0::ChangeLogV0(*log)}, kLegacyVersion, current.name()};
   }
-  return {LegacyShow{DownShow(*current.As<zuna_midi::ShowData>(), current.name())}, kLegacy, current.name()};
+  return {LegacyShow{DownShow(*current.As<zuna_midi::ShowData>(), current.name())}, kLegacyVersion,
+          current.name()};
 }
 
 Document Convert(const Document& current, cmn::FileVersion version) {

@@ -32,9 +32,13 @@ struct Companion {
 /// What `document` tells as a companion: a log its show's name, a show its songs.
 ZUNA_API Companion CompanionFrom(const Document& document);
 
-/// Reads the companion of a legacy file of this kind from another legacy file: of a log for a show, where the
-/// header is enough, and of a show for a log. Throws Error (kBadInput) where it is not that.
-ZUNA_API Companion ReadCompanion(OpenedFile& file, cmn::FileKind of_kind);
+/// Reads a legacy log as the companion of its show: its header tells the show's name. The rest is not read.
+/// Throws Error (kBadInput) where `file` is no legacy log.
+ZUNA_API Companion ReadLogAsCompanion(OpenedFile& file);
+
+/// Reads a legacy show as the companion of its log: its songs tell the divisions. Throws Error (kBadInput)
+/// where `file` is no legacy show.
+ZUNA_API Companion ReadShowAsCompanion(OpenedFile& file);
 
 /// A legacy document at a current version.
 struct UpResult {
@@ -68,11 +72,5 @@ ZUNA_API Document Convert(const Document& current, cmn::FileVersion version);
 /// The document in its current form, which a legacy one gets without a companion: a show has no name, the
 /// songs of a log have no divisions. Throws Error (kBadInput) for a song that cannot be converted.
 ZUNA_API Document CurrentForm(const Document& document);
-
-/// Throw Error (kBadInput) for a file of another version than what is asked for: 0.0, or a current one.
-///@{
-ZUNA_API void RequireLegacy(const FileType& type, const std::string& name);
-ZUNA_API void RequireCurrent(const FileType& type, const std::string& name);
-///@}
 
 }  // namespace zuna_toolkit

@@ -11,13 +11,12 @@
 #include "toolkit/document/open.h"
 #include "toolkit/error.h"
 #include "toolkit/internal/translate.h"
+#include "toolkit/words.h"
 #include "zuna_midi/show_data.h"
 
 namespace zuna_toolkit {
 
 namespace {
-
-constexpr cmn::FileVersion kLegacy{0, 0};
 
 /// How many bytes decide whether a plaintext is meant to be a text form: more leading white space than this
 /// is not looked through.
@@ -38,15 +37,18 @@ bool IsReadableLegacyShow(std::istream& stream) {
 
 FileType TypeOf(std::istream& stream) {
   const cmn::FileVersion show_version = cmn::get_showdata_version(stream);
-  if (show_version != kLegacy) return {cmn::FileKind::kShow, show_version};
+  if (show_version != kLegacyVersion) return {cmn::FileKind::kShow, show_version};
   const cmn::FileVersion log_version = cmn::get_logdata_version(stream);
-  if (log_version != kLegacy) return {cmn::FileKind::kLog, log_version};
+  if (log_version != kLegacyVersion) return {cmn::FileKind::kLog, log_version};
   if (StartOf(stream, version0::kChangeLogMagic.size()) == version0::kChangeLogMagic) {
-    return {cmn::FileKind::kLog, kLegacy};
+    return {cmn::FileKind::kLog, kLegacyVersion};
   }
-  ReadTextForm(stream);
-  return {cmn::FileKind::kShow, kLegacy};
+  RequireReadableText(stream);
+  return {cmn::FileKind::kShow, kLegacyVersion};
 }
+
+/// Legacy shows begin with no mark.
+bool MayLackMark(const FileType& type) { return type.is_legacy() && !type.is_log(); }
 
 }  // namespace
 
@@ -72,14 +74,14 @@ bool BeginsLikeTextForm(std::string_view text) {
   return first != std::string_view::npos && text[first] == cmn::kTextFormStart;
 }
 
-void ReadTextForm(std::istream& stream) {
+void RequireReadableText(std::istream& stream) {
   const std::string start = StartOf(stream, kTextFormProbe);
   if (!BeginsLikeTextForm(start) || IsReadableLegacyShow(stream)) return;
   if (start.front() != cmn::kTextFormStart) {
     throw Error(ErrorKind::kBadInput, "", "a byte order mark or blanks stand before the text (at byte 0)",
                 "remove them, so that \"{\" comes first");
   }
-  const bool states_log = cmn::get_logdata_version(stream) != kLegacy;
+  const bool states_log = cmn::get_logdata_version(stream) != kLegacyVersion;
   if (states_log || start.find("\"logdata\"") != std::string::npos) {
     const CL::ChangeLog log(stream);
   } else {
@@ -87,12 +89,13 @@ void ReadTextForm(std::istream& stream) {
   }
 }
 
-FileType Detect(OpenedFile& file) {
+FileType TypeByMark(OpenedFile& file) {
   return OnFile(file.name(), [&] { return TypeOf(file.stream()); });
 }
 
-void RequireRecognised(OpenedFile& file, const FileType& type) {
-  if (type != FileType{} || IsReadableLegacyShow(file.stream())) return;
+FileType Detect(OpenedFile& file) {
+  const FileType type = TypeByMark(file);
+  if (!MayLackMark(type) || IsReadableLegacyShow(file.stream())) return type;
   throw Error(ErrorKind::kBadInput, file.name(), "is no show and no log of any version",
               "give an undamaged file");
 }
@@ -102,7 +105,7 @@ void RequireCorrectText(std::span<const std::uint8_t> plaintext, const std::stri
   std::istringstream stream{std::string(AsText(plaintext))};
   OnFile(name, [&] {
     try {
-      ReadTextForm(stream);
+      RequireReadableText(stream);
     } catch (const cmn::DataError& error) {
       ErrorParts parts;
       parts.problem = error.problem();

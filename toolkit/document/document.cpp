@@ -10,8 +10,6 @@ namespace zuna_toolkit {
 
 namespace {
 
-constexpr cmn::FileVersion kLegacy{0, 0};
-
 cmn::FileKind KindOf(const Document::Model& model) {
   const bool log = std::holds_alternative<LegacyLog>(model) || std::holds_alternative<CL::ChangeLog>(model);
   return log ? cmn::FileKind::kLog : cmn::FileKind::kShow;
@@ -33,7 +31,7 @@ void RequireVersion(const Document::Model& model, cmn::FileVersion version, cons
   const cmn::FileKind kind = KindOf(model);
   const auto supported = cmn::SupportedVersions(kind);
   const bool fits = IsLegacy(model)
-                        ? version == kLegacy
+                        ? version == kLegacyVersion
                         : std::find(supported.begin(), supported.end(), version) != supported.end();
   if (fits) return;
   throw Error(ErrorKind::kNoSuchVersion, name,
@@ -45,6 +43,21 @@ void RequireVersion(const Document::Model& model, cmn::FileVersion version, cons
 
 std::string TypeText(const FileType& type) {
   return "a " + std::string(cmn::KindName(type.kind)) + " of version " + cmn::VersionText(type.version);
+}
+
+void RequireLegacy(const FileType& type, const std::string& name) {
+  if (type.is_legacy()) return;
+  throw Error(ErrorKind::kBadInput, name, "is " + TypeText(type) + ", not 0.0", "use convert or down");
+}
+
+void RequireCurrent(const FileType& type, const std::string& name) {
+  if (!type.is_legacy()) return;
+  throw Error(ErrorKind::kBadInput, name, "is " + TypeText(type) + ", not a current one", "use up first");
+}
+
+void RequireShow(const FileType& type, const std::string& name) {
+  if (!type.is_log()) return;
+  throw Error(ErrorKind::kBadInput, name, "is a log, and this command takes shows", "give a show");
 }
 
 Document::Document(Model model, cmn::FileVersion version, std::string name)

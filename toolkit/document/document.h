@@ -16,21 +16,32 @@
 
 namespace zuna_toolkit {
 
+/// The version of the legacy format.
+inline constexpr cmn::FileVersion kLegacyVersion{0, 0};
+
 /// What a file holds.
 struct FileType {
   cmn::FileKind kind = cmn::FileKind::kShow;  ///< show or log
-  cmn::FileVersion version;                   ///< 0.0 is the legacy format
+  cmn::FileVersion version;                   ///< kLegacyVersion, or a current one
 
   /// Whether it is a log.
   bool is_log() const { return kind == cmn::FileKind::kLog; }
   /// Whether it is of the legacy format.
-  bool is_legacy() const { return version == cmn::FileVersion{}; }
+  bool is_legacy() const { return version == kLegacyVersion; }
 
   bool operator==(const FileType&) const = default;
 };
 
 /// "a show of version 1.2"
 ZUNA_API std::string TypeText(const FileType& type);
+
+/// Throw Error (kBadInput) where the document or file called `name` is something else than what is asked for:
+/// of the legacy format, of a current version, a show.
+///@{
+ZUNA_API void RequireLegacy(const FileType& type, const std::string& name);
+ZUNA_API void RequireCurrent(const FileType& type, const std::string& name);
+ZUNA_API void RequireShow(const FileType& type, const std::string& name);
+///@}
 
 /// A legacy show, and what its file has that the show has not.
 struct LegacyShow {
@@ -45,7 +56,12 @@ struct LegacyLog {
   std::size_t replaced_songs = 0;  ///< song logs that were replaced by a later one of the same number
 };
 
-/// A show or a log, read from a file or made by a conversion. Copies of a current model share their songs.
+/// A show or a log, read from a file or made by a conversion.
+///
+/// Documents are to be treated as read-only. Copies of a current document share their songs, and so do
+/// documents that Convert() makes of one another: who changes a song through its pointer changes it in all of
+/// them. To change a song, put a changed copy of it into a copy of the model, and make a new document of
+/// that.
 class ZUNA_API Document {
  public:
   /// One of the four models: both legacy ones and both current ones.

@@ -9,6 +9,7 @@
 #include "kit/file.h"
 #include "toolkit/document/internal/content.h"
 #include "toolkit/internal/translate.h"
+#include "toolkit/words.h"
 #include "zuna_sec/errors.h"
 
 namespace zuna_toolkit {
@@ -93,7 +94,7 @@ bool IsEncrypted(std::span<const std::uint8_t> bytes) {
 
 Document OpenDocument(const std::string& path, const CipherKey& key, Accept accept) {
   OpenedFile file(path, key, accept);
-  return ReadDocument(file, Detect(file));
+  return ReadDocument(file);
 }
 
 }  // namespace zuna_toolkit

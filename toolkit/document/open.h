@@ -55,19 +55,24 @@ class ZUNA_API OpenedFile {
 /// Whether `bytes` begin like an encrypted file. Fewer than 8 bytes do not.
 ZUNA_API bool IsEncrypted(std::span<const std::uint8_t> bytes);
 
-/// What `file` holds, as its content tells; a legacy show where nothing tells otherwise, because a legacy
-/// show begins with no mark. Throws Error (kBadInput) for a text that does not state what it holds.
+/// What `file` holds, as its content tells. A legacy show begins with no mark: what has no other mark is read
+/// as one to be sure. Throws Error (kBadInput) where `file` is no show and no log of any version, and for a
+/// text that does not state what it holds.
 ZUNA_API FileType Detect(OpenedFile& file);
 
-/// Throws Error (kBadInput) where Detect() found nothing and `file` holds no legacy show that can be read
-/// either.
-ZUNA_API void RequireRecognised(OpenedFile& file, const FileType& type);
+/// What a caller reads.
+enum class Expected {
+  kAny,      ///< a show or a log of any version
+  kShow,     ///< a show of any version
+  kLegacy,   ///< a show or a log of version 0.0
+  kCurrent,  ///< a show or a log of a current version
+};
 
-/// Reads a file whose type is known from Detect(). Throws Error (kBadInput) with song, field and offset where
-/// they are known.
-ZUNA_API Document ReadDocument(OpenedFile& file, const FileType& type);
+/// Reads the show or log in `file`. Throws Error (kBadInput) where it is not what is expected, and where it
+/// is damaged, with song, field and offset where they are known.
+ZUNA_API Document ReadDocument(OpenedFile& file, Expected expected = Expected::kAny);
 
-/// Opens, detects and reads the file at `path`. Throws what these throw.
+/// Opens and reads the file at `path`. Throws what these throw.
 ZUNA_API Document OpenDocument(const std::string& path, const CipherKey& key,
                                Accept accept = Accept::kEncrypted);
 

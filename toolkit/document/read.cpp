@@ -74,9 +74,35 @@ Document::Model ReadModel(OpenedFile& file, const FileType& type) {
   return zuna_midi::ShowData(file.stream());
 }
 
+/// The type of a file to be read. Where a legacy show may be expected, reading it tells what is wrong with a
+/// file that has no mark, and tells it better than Detect().
+FileType ExpectedType(OpenedFile& file, Expected expected) {
+  switch (expected) {
+    case Expected::kAny:
+      break;
+    case Expected::kShow: {
+      const FileType type = Detect(file);
+      RequireShow(type, file.name());
+      return type;
+    }
+    case Expected::kLegacy: {
+      const FileType type = TypeByMark(file);
+      RequireLegacy(type, file.name());
+      return type;
+    }
+    case Expected::kCurrent: {
+      const FileType type = Detect(file);
+      RequireCurrent(type, file.name());
+      return type;
+    }
+  }
+  return TypeByMark(file);
+}
+
 }  // namespace
 
-Document ReadDocument(OpenedFile& file, const FileType& type) {
+Document ReadDocument(OpenedFile& file, Expected expected) {
+  const FileType type = ExpectedType(file, expected);
   return OnFile(file.name(), [&] { return Document(ReadModel(file, type), type.version, file.name()); });
 }
 

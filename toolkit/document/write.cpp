@@ -27,7 +27,8 @@ class ModelWriter {
 
 }  // namespace
 
-std::unique_ptr<zuna_sec::TwoFishCipherStream> Serialise(const Document& document, const CipherKey& key) {
+std::unique_ptr<zuna_sec::TwoFishCipherStream> CipherStreamOf(const Document& document,
+                                                              const CipherKey& key) {
   auto output = std::make_unique<zuna_sec::TwoFishCipherStream>("", key.key, key.iv);
   OnFile(document.name(), [&] {
     std::ostream& stream = output->GetStream();
@@ -38,7 +39,7 @@ std::unique_ptr<zuna_sec::TwoFishCipherStream> Serialise(const Document& documen
 }
 
 void WriteDocument(const Document& document, const std::string& path, const CipherKey& key) {
-  const auto output = Serialise(document, key);
+  const auto output = CipherStreamOf(document, key);
   OnFile(path, [&] { output->WriteToFile(path); });
 }
 

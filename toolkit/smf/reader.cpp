@@ -18,10 +18,6 @@ constexpr std::uint16_t kSmpteBit = 0x8000;
 constexpr std::size_t kFormatOffset = 4 + 4;            // type, length
 constexpr std::size_t kDivisionOffset = 4 + 4 + 2 + 2;  // type, length, format, number of tracks
 
-std::string_view AsText(std::span<const std::uint8_t> bytes) {
-  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
-
 void CheckDivision(std::uint16_t division) {
   if ((division & kSmpteBit) != 0) {
     throw DamageAt(kDivisionOffset, "times are in SMPTE frames",

@@ -210,13 +210,13 @@ TEST(Companions, AreReadFromTheOtherKindOfLegacyFile) {
   const auto read = [](const std::string& plaintext, cmn::FileKind kind) {
     OpenedFile file = OpenedFile::FromBytes(zuna_test::FromText(plaintext), "file", zuna_test::kKey,
                                             Accept::kEncryptedOrPlain);
-    return ReadCompanion(file, kind);
+    return kind == cmn::FileKind::kShow ? ReadShowAsCompanion(file) : ReadLogAsCompanion(file);
   };
   const version0::ShowData show = zuna_test::RandomLegacyShow(random);
-  EXPECT_EQ(read(Written(show), cmn::FileKind::kLog).songs.size(), show.songs.size());
+  EXPECT_EQ(read(Written(show), cmn::FileKind::kShow).songs.size(), show.songs.size());
   const version0::ChangeLogV0 log = zuna_test::RandomLegacyLog(random);
-  EXPECT_EQ(read(Written(log), cmn::FileKind::kShow).show_name, log.show_name);
-  EXPECT_EQ(MessageOf<Error>([&] { read(Written(log), cmn::FileKind::kLog); }),
+  EXPECT_EQ(read(Written(log), cmn::FileKind::kLog).show_name, log.show_name);
+  EXPECT_EQ(MessageOf<Error>([&] { read(Written(log), cmn::FileKind::kShow); }),
             "file: is a log of version 0.0, no show of version 0.0; give the show of the log");
 }
 

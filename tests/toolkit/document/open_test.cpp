@@ -195,15 +195,39 @@ TEST(IsEncrypted, LooksAtTheBeginningOnly) {
   EXPECT_FALSE(IsEncrypted(zuna_test::FromText("plain text, and long enough to be looked at")));
 }
 
-TEST(RequireRecognised, TellsShowsFromNoise) {
+TEST(Detect, TellsShowsFromNoise) {
   std::mt19937 random(6);
   const auto message = [](const std::string& plaintext) {
     OpenedFile file = OpenedFile::FromBytes(Encrypted(plaintext), "name", kKey);
-    return zuna_test::MessageOf<Error>([&] { RequireRecognised(file, Detect(file)); });
+    return zuna_test::MessageOf<Error>([&] { Detect(file); });
   };
   EXPECT_EQ(message(Written(zuna_test::RandomLegacyShow(random))), "(nothing was thrown)");
   EXPECT_EQ(message("ZUNA, a log"), "(nothing was thrown)");
   EXPECT_EQ(message("noise"), "name: is no show and no log of any version; give an undamaged file");
+}
+
+TEST(ReadDocument, ReadsWhatIsExpectedOnly) {
+  std::mt19937 random(8);
+  const auto message = [](const std::string& plaintext, Expected expected) {
+    OpenedFile file = OpenedFile::FromBytes(Encrypted(plaintext), "x", kKey);
+    return zuna_test::MessageOf<Error>([&] { ReadDocument(file, expected); });
+  };
+  const std::string passed = "(nothing was thrown)";
+  const std::string show = Written(zuna_test::RandomLegacyShow(random));
+  const std::string log = WrittenAt(zuna_test::RandomLog(random), {1, 2});
+  for (const Expected expected : {Expected::kAny, Expected::kShow, Expected::kLegacy}) {
+    EXPECT_EQ(message(show, expected), passed);
+  }
+  for (const Expected expected : {Expected::kAny, Expected::kCurrent}) {
+    EXPECT_EQ(message(log, expected), passed);
+  }
+  EXPECT_EQ(message(show, Expected::kCurrent),
+            "x: is a show of version 0.0, not a current one; use up first");
+  EXPECT_EQ(message(log, Expected::kLegacy), "x: is a log of version 1.2, not 0.0; use convert or down");
+  EXPECT_EQ(message(log, Expected::kShow), "x: is a log, and this command takes shows; give a show");
+  for (const Expected expected : {Expected::kAny, Expected::kShow, Expected::kLegacy, Expected::kCurrent}) {
+    EXPECT_NE(message("noise", expected), passed);
+  }
 }
 
 TEST(ReadLegacyShowName, NeedsTheHeaderOnly) {

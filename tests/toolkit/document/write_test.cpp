@@ -22,10 +22,10 @@ using zuna_test::MessageOf;
 using zuna_test::Written;
 
 std::string PlaintextOf(const Document& document) {
-  return zuna_test::Decrypted(Serialise(document, kKey)->GetEncryptedBytes());
+  return zuna_test::Decrypted(CipherStreamOf(document, kKey)->GetEncryptedBytes());
 }
 
-TEST(Serialise, WritesEachModelAtItsVersion) {
+TEST(CipherStreamOf, WritesEachModelAtItsVersion) {
   std::mt19937 random(1);
   const version0::ShowData legacy_show = zuna_test::RandomLegacyShow(random);
   EXPECT_EQ(PlaintextOf({LegacyShow{legacy_show}, {}, "name"}), Written(legacy_show));
@@ -37,11 +37,11 @@ TEST(Serialise, WritesEachModelAtItsVersion) {
   EXPECT_EQ(PlaintextOf({log, {2, 0}, "name"}), zuna_test::WrittenAt(log, {2, 0}));
 }
 
-TEST(Serialise, NamesTheDocumentThatItsVersionCannotHold) {
+TEST(CipherStreamOf, NamesTheDocumentThatItsVersionCannotHold) {
   version0::ShowData show;
   show.songs["1"].song_name = std::string(256, 'x');
   EXPECT_THAT(MessageOf<Error>([&] {
-                Serialise({LegacyShow{show}, {}, "name"}, kKey);
+                CipherStreamOf({LegacyShow{show}, {}, "name"}, kKey);
               }),
               testing::StartsWith("name: String length is limited to 256 characters"));
 }

@@ -8,12 +8,9 @@
 #include <string>
 #include <string_view>
 
-namespace zuna_toolkit {
+#include "toolkit/document/open.h"
 
-/// `bytes` as text.
-inline std::string_view AsText(std::span<const std::uint8_t> bytes) {
-  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
+namespace zuna_toolkit {
 
 /// Puts the stream back to its beginning, with a clear state and mask.
 void Rewind(std::istream& stream);
@@ -25,8 +22,12 @@ std::string StartOf(std::istream& stream, std::size_t size);
 /// space. The text form itself allows neither.
 bool BeginsLikeTextForm(std::string_view text);
 
-/// Reads a plaintext that begins like a text form once. Throws what is wrong with it: Error without a file,
-/// or cmn::DataError. Any other plaintext passes.
-void ReadTextForm(std::istream& stream);
+/// Throws what is wrong with a plaintext that begins like a text form: Error without a file, or
+/// cmn::DataError. Any other plaintext passes.
+void RequireReadableText(std::istream& stream);
+
+/// What the mark at the beginning of `file` tells. What has no mark counts as a legacy show, which only
+/// reading it can tell: callers read the file as what this returns. Throws as Detect().
+FileType TypeByMark(OpenedFile& file);
 
 }  // namespace zuna_toolkit
