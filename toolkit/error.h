@@ -20,13 +20,15 @@ enum class ErrorKind {
   kNoSuchVersion,  ///< the caller asked for a version that is not written, such as a log of version 1.0
 };
 
-/// What an error knows. Texts are empty where they do not apply.
+/// What an error knows. Texts are empty where they do not apply. An error of kind kIo has the whole message
+/// as its problem, and no remedy of its own: the platform composes that message out of the path, the reason
+/// that the system gives, and the remedy.
 struct ErrorParts {
   std::string file;                     ///< what messages call the file
   std::string problem;                  ///< what happened and where, without the file and the remedy
   std::string remedy;                   ///< what the user can do
   std::string song;                     ///< the song number
-  std::string field;                    ///< path of the field, such as "timeline.tempos[3].time"
+  std::string field;                    ///< path of the field, such as "voice 3, messages[7].time"
   std::optional<std::uint64_t> offset;  ///< in the decrypted file, in bytes
 };
 

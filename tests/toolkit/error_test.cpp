@@ -2,7 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
+#include <stdexcept>
 #include <type_traits>
+
+#include "cmn/data_error.h"
+#include "kit/file.h"
+#include "toolkit/internal/translate.h"
 
 namespace zuna_toolkit {
 namespace {
@@ -33,6 +39,50 @@ TEST(Error, GetsItsFileLater) {
   EXPECT_EQ(error.parts().song, "12a");
   EXPECT_EQ(error.parts().field, "timeline.tempos[3]");
   EXPECT_EQ(error.parts().offset, 40U);
+}
+
+/// The error that `thrown` becomes where a file called "f" is read.
+template <typename Thrown>
+Error Translated(const Thrown& thrown) {
+  try {
+    OnFile("f", [&] { throw thrown; });
+  } catch (const Error& error) {
+    return error;
+  }
+  throw std::logic_error("nothing was thrown");
+}
+
+TEST(Translation, KeepsThePartsOfADataError) {
+  const Error error =
+      Translated(cmn::DataError({"12a", "voice 3, messages[7].time", 40, "is too large", "cut it"}));
+  EXPECT_EQ(error.parts().file, "f");
+  EXPECT_EQ(error.parts().song, "12a");
+  EXPECT_EQ(error.parts().field, "voice 3, messages[7].time");
+  EXPECT_EQ(error.parts().offset, 40U);
+  EXPECT_EQ(error.parts().problem, "is too large");
+  EXPECT_EQ(error.parts().remedy, "cut it");
+}
+
+TEST(Translation, TakesTheErrorOfALargeFileApart) {
+  const kit::FileTooLargeError thrown("f", 10);
+  const Error error = Translated(thrown);
+  EXPECT_STREQ(error.what(), thrown.what());
+  EXPECT_EQ(error.kind(), ErrorKind::kBadInput);
+  EXPECT_EQ(error.parts().problem, "holds more than 10 bytes");
+  EXPECT_EQ(error.parts().remedy, "give another file");
+}
+
+TEST(Translation, KeepsTheWholeMessageOfAnIoError) {
+  const Error error = Translated(kit::IoError("f: cannot be read: no such file; check the path"));
+  EXPECT_STREQ(error.what(), "f: cannot be read: no such file; check the path");
+  EXPECT_EQ(error.kind(), ErrorKind::kIo);
+  EXPECT_EQ(error.parts().file, "f");
+  EXPECT_EQ(error.parts().problem, error.what());
+  EXPECT_EQ(error.parts().remedy, "");
+}
+
+TEST(Translation, PassesALackOfMemoryOn) {
+  EXPECT_THROW(OnFile("f", [] { throw std::bad_alloc(); }), std::bad_alloc);
 }
 
 }  // namespace

@@ -33,12 +33,12 @@ Error FromDataError(const std::string& name, const cmn::DataError& error) {
   return {ErrorKind::kBadInput, PartsOf(name, error), message};
 }
 
-/// Its message names the file already.
-Error FromIoError(const std::string& name, const std::exception& error, ErrorKind kind) {
+/// Its message holds the file and the remedy already.
+Error FromIoError(const std::string& name, const kit::IoError& error) {
   ErrorParts parts;
   parts.file = name;
   parts.problem = error.what();
-  return {kind, std::move(parts), error.what()};
+  return {ErrorKind::kIo, std::move(parts), error.what()};
 }
 
 }  // namespace
@@ -56,9 +56,10 @@ void ThrowAsError(const std::string& name) {
   } catch (const zuna_sec::CipherError& error) {
     throw Error(ErrorKind::kBadInput, name, error.problem(), error.remedy());
   } catch (const kit::IoError& error) {
-    throw FromIoError(name, error, ErrorKind::kIo);
+    throw FromIoError(name, error);
   } catch (const kit::FileTooLargeError& error) {
-    throw FromIoError(name, error, ErrorKind::kBadInput);
+    throw Error(ErrorKind::kBadInput, name, "holds more than " + std::to_string(error.limit()) + " bytes",
+                "give another file");
   } catch (const cmn::DataError& error) {
     throw FromDataError(name, error);
   } catch (const std::ios_base::failure&) {
