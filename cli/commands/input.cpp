@@ -3,7 +3,6 @@
 
 #include <unistd.h>
 
-#include "cli/terminal/failure.h"
 #include "cli/terminal/standard_streams.h"
 #include "kit/file.h"
 

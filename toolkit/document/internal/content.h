@@ -2,9 +2,7 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <iosfwd>
-#include <span>
 #include <string>
 #include <string_view>
 
