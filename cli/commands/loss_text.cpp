@@ -148,6 +148,9 @@ std::string OwnLine(const Difference& loss) {
     return song + "the label at " + std::to_string(loss.place.tick.value_or(0)) + " is cut: \"" +
            loss.before + "\" becomes \"" + loss.after + '"';
   }
+  if (loss.subject == Subject::kVoice && loss.action == Action::kReordered) {
+    return song + "the order of the tracks is not kept: " + loss.before + " becomes " + loss.after;
+  }
   if (loss.subject == Subject::kVoice && loss.action == Action::kMerged) {
     return song + std::to_string(loss.count) + " tracks share id " +
            std::to_string(loss.place.voice.value_or(0)) + " and become one voice named " + loss.after + ": " +

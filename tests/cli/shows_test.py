@@ -63,6 +63,7 @@ class UpTest(WithShows):
         done = self.run_tool("up", "odd", "-o", "out", "--companion", "old.logdata")
         self.assertEqual(done.stderr.decode().splitlines(), [
             'zuna-convert: odd: song 7: the label at 0 is cut: "Prologue" becomes "Prologu"',
+            "zuna-convert: odd: song 7: the order of the tracks is not kept: 9, 1 becomes 1, 9",
             'zuna-convert: odd: song 7: 2 tracks share id 9 and become one voice named "Drum Kit": "Drums", '
             '"Drum Kit"',
             "zuna-convert: odd: 1 song was replaced by a later song of the same number",

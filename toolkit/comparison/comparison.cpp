@@ -13,16 +13,26 @@ namespace zuna_toolkit {
 
 namespace {
 
+constexpr const char* kGiveBothForms = "give both forms of one document";
+
 /// The losses of a conversion are those between both forms of one document.
 void RequireTwoForms(const Document& legacy, const Document& current) {
   RequireLegacy(legacy.type(), legacy.name());
   RequireCurrent(current.type(), current.name());
   if (legacy.type().kind == current.type().kind) return;
   throw Error(ErrorKind::kBadInput, legacy.name(), "is not the legacy form of " + current.name(),
-              "give both forms of one document");
+              kGiveBothForms);
 }
 
 }  // namespace
+
+void ThrowNotOneDocument(const std::string& song) {
+  ErrorParts parts;
+  parts.song = song;
+  parts.problem = "song " + song + " is not the same song in the other form";
+  parts.remedy = kGiveBothForms;
+  throw Error(ErrorKind::kBadInput, std::move(parts));
+}
 
 void Compare(const Document& before, const Document& after, const DifferenceSink& sink) {
   if (before.type().kind != after.type().kind) {

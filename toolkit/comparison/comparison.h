@@ -28,9 +28,10 @@ ZUNA_API std::vector<Difference> Compare(const Document& before, const Document&
 /// up. Throws Error (kBadInput) where that conversion fails, and where the two are not forms of one document.
 ZUNA_API void LossesOfDown(const Document& current, const Document& legacy, const DifferenceSink& sink);
 
-/// What `legacy` loses in `current`, which Up() made of it: the differences between its songs and what comes
-/// back down, as far as the way up makes them, and what its file has besides. The numbers of voices are kept
-/// on the way up. Throws Error (kBadInput) where the two are not forms of one document.
+/// What `legacy` loses in `current`, which Up() made of it: what of its songs does not come back down, and
+/// what its file has besides. A channel in a status counts where the voice has another one. Tempos and meters
+/// that are in disorder are compared by their times, microseconds and signatures. Throws Error (kBadInput)
+/// where the two are not forms of one document.
 ZUNA_API void LossesOfUp(const Document& legacy, const Document& current, const DifferenceSink& sink);
 
 /// Differences grouped by code.

@@ -1,14 +1,13 @@
 // Compares a legacy show with what comes back down of its current form.
 #include <algorithm>
 #include <map>
-#include <optional>
+#include <set>
 #include <utility>
 #include <vector>
 
 #include "toolkit/comparison/internal/compare_models.h"
 #include "toolkit/comparison/internal/song_differences.h"
 #include "toolkit/comparison/internal/timeline_entries.h"
-#include "toolkit/internal/translate.h"
 #include "toolkit/smf/file.h"
 #include "toolkit/words.h"
 
@@ -17,6 +16,7 @@ namespace zuna_toolkit {
 namespace {
 
 using Events = std::vector<version0::EventObject>;
+using Messages = decltype(zuna_midi::VoiceTrack::messages);
 
 /// Tracks that share an id become one voice with the name of the last one.
 void AddMergedTracks(const version0::SongData& song, const SongDifferences& differences) {
@@ -36,71 +36,159 @@ void AddMergedTracks(const version0::SongData& song, const SongDifferences& diff
   }
 }
 
-/// The delta time that an event gets from the times of its track.
-std::uint32_t ComputedDelta(const Events& events, std::size_t i) {
-  return events[i].abs_time - (i == 0 ? 0 : events[i - 1].abs_time);
-}
-
-/// Events whose status holds a channel, which the track's id replaces, and whose delta times do not follow
-/// from their times. One difference for each run of them.
-void AddEventDifferences(std::uint8_t id, const Events& events, const SongDifferences& differences) {
-  const auto add_runs = [&](Subject subject, auto differs, auto text_before, auto text_after) {
-    for (std::size_t i = 0; i < events.size(); ++i) {
-      if (!differs(i)) continue;
-      Difference difference;
-      difference.subject = subject;
-      difference.place.list = "messages";
-      difference.place.index = i;
-      difference.place.tick = events[i].abs_time;
-      difference.place.voice = id;
-      difference.where = "track " + std::to_string(id);
-      difference.before = text_before(i);
-      difference.after = text_after(i);
-      while (i + 1 < events.size() && differs(i + 1)) {
-        ++difference.count;
-        ++i;
-      }
-      differences.Add(std::move(difference));
-    }
-  };
-  add_runs(
-      Subject::kMessageChannel,
-      [&](std::size_t i) { return (events[i].status_high & smf::kChannelMask) != 0; },
-      [&](std::size_t i) { return "status " + std::to_string(events[i].status_high); },
-      [&](std::size_t i) { return std::to_string(events[i].status_high & smf::kKindMask); });
-  add_runs(
-      Subject::kDeltaTime, [&](std::size_t i) { return events[i].delta_time != ComputedDelta(events, i); },
-      [&](std::size_t i) { return std::to_string(events[i].delta_time); },
-      [&](std::size_t i) { return std::to_string(ComputedDelta(events, i)); });
-}
-
-/// The timeline as it comes back down; nothing where it does not, because its meters are in disorder.
-std::optional<version0::Timeline> TimelineBack(const zuna_midi::SongData& song) {
-  try {
-    return version0::Timeline(*song.timeline, song.song_number, song.song_length, song.division);
-  } catch (const std::exception& error) {
-    PassOnBadAlloc(error);
-    return std::nullopt;
+/// Voices are in the order of their numbers, which are the ids of the tracks.
+void AddTrackOrder(const version0::SongData& song, const SongDifferences& differences) {
+  std::set<std::uint8_t> ids;
+  std::vector<std::uint8_t> in_order;
+  for (const version0::TrackObject& track : song.tracks) {
+    if (ids.insert(track.track_id).second) in_order.push_back(track.track_id);
   }
+  if (std::is_sorted(in_order.begin(), in_order.end())) return;
+  Difference difference;
+  difference.subject = Subject::kVoice;
+  difference.action = Action::kReordered;
+  difference.place.list = "voices";
+  for (const std::uint8_t id : in_order) AppendListed(difference.before, std::to_string(id));
+  for (const std::uint8_t id : ids) AppendListed(difference.after, std::to_string(id));
+  differences.Add(std::move(difference));
+}
+
+/// Compares the events of one track with the messages of its voice.
+class EventComparison {
+ public:
+  EventComparison(std::uint8_t id, const Events& events, const Messages& messages,
+                  const SongDifferences& differences)
+      : id_(id), events_(events), messages_(messages), differences_(differences) {}
+
+  /// The low nibble of the track's id joins the status. A status with a channel besides becomes another one.
+  void CompareStatus() const {
+    const auto differs = [&](std::size_t i) {
+      return (events_[i].status_high & smf::kChannelMask) != 0 && events_[i].status_high != Status(i);
+    };
+    AddRuns(Subject::kMessageChannel, differs, [&](std::size_t i, Difference& difference) {
+      difference.before = "status " + std::to_string(events_[i].status_high);
+      difference.after = std::to_string(Status(i));
+    });
+  }
+
+  /// Delta times are not kept. They come back from the times of the events.
+  void CompareDeltaTimes() const {
+    const auto differs = [&](std::size_t i) { return events_[i].delta_time != ComputedDelta(i); };
+    AddRuns(Subject::kDeltaTime, differs, [&](std::size_t i, Difference& difference) {
+      difference.before = std::to_string(events_[i].delta_time);
+      difference.after = std::to_string(ComputedDelta(i));
+    });
+  }
+
+ private:
+  unsigned Status(std::size_t i) const { return messages_[i].second.status; }
+
+  std::uint32_t ComputedDelta(std::size_t i) const {
+    if (i == 0) return events_[i].abs_time;
+    return events_[i].abs_time - events_[i - 1].abs_time;
+  }
+
+  /// One difference for each run of events that differ, with the texts of the first.
+  template <typename Differs, typename AddTexts>
+  void AddRuns(Subject subject, Differs differs, AddTexts add_texts) const {
+    std::size_t i = 0;
+    while (i < events_.size()) {
+      std::size_t end = i;
+      while (end < events_.size() && differs(end)) ++end;
+      if (end > i) {
+        Difference difference = At(i);
+        difference.subject = subject;
+        difference.count = end - i;
+        add_texts(i, difference);
+        differences_.Add(std::move(difference));
+      }
+      i = end + 1;
+    }
+  }
+
+  Difference At(std::size_t i) const {
+    Difference difference;
+    difference.place.list = "messages";
+    difference.place.index = i;
+    difference.place.tick = events_[i].abs_time;
+    difference.place.voice = id_;
+    difference.where = "track " + std::to_string(id_);
+    return difference;
+  }
+
+  std::uint8_t id_;
+  const Events& events_;
+  const Messages& messages_;
+  const SongDifferences& differences_;
+};
+
+void CompareEvents(const version0::SongData& song, const zuna_midi::VoiceData& voices,
+                   const SongDifferences& differences) {
+  for (const auto& [id, events] : song.events) {
+    if (events.empty()) continue;
+    const auto voice = voices.tracks().find(id);
+    if (voice == voices.tracks().end() || voice->second->messages.size() != events.size()) {
+      ThrowNotOneDocument(song.song_number);
+    }
+    const EventComparison comparison(id, events, voice->second->messages, differences);
+    comparison.CompareStatus();
+    comparison.CompareDeltaTimes();
+  }
+}
+
+/// What is the same in both forms but for its width, as it comes back down.
+void ComparePlainLists(const version0::Timeline& before, const TL::Timeline& current,
+                       const SongDifferences& differences) {
+  version0::Timeline after;
+  for (const TL::BarsBeats& label : current.bars_beats) {
+    after.bars_beats.emplace_back(label.time, label.bar_number(), label.tag);
+  }
+  for (const TL::Key& key : current.keys) {
+    after.keys.emplace_back(key.time, static_cast<std::int8_t>(key.key), static_cast<std::uint8_t>(key.mode));
+  }
+  for (const TL::PageNumber& page : current.page_numbers) {
+    after.page_nums.emplace_back(page.time, static_cast<std::uint16_t>(page.page));
+  }
+  CompareTimelineLists(kBarLabelList, before.bars_beats, after.bars_beats, differences);
+  CompareTimelineLists(kKeyList, before.keys, after.keys, differences);
+  CompareTimelineLists(kPageNumberList, before.page_nums, after.page_nums, differences);
+}
+
+/// Whether every meter has the tempos from its own time up to the next meter. Such a timeline that came up
+/// comes down again: its first meter is at a tempo.
+bool IsInOrder(const TL::Timeline& timeline) {
+  const auto not_after = [](const TL::Meter& a, const TL::Meter& b) { return a.time >= b.time; };
+  const auto earlier = [](const TL::Tempo& a, const TL::Tempo& b) { return a.time < b.time; };
+  const auto& meters = timeline.meters;
+  return std::adjacent_find(meters.begin(), meters.end(), not_after) == meters.end() &&
+         std::is_sorted(timeline.tempos.begin(), timeline.tempos.end(), earlier);
+}
+
+/// Tempos and meters as far as both forms have them: times, microseconds and signatures.
+void CompareTemposAsTheyAre(const version0::Timeline& before, const zuna_midi::SongData& song,
+                            const SongDifferences& differences) {
+  std::vector<TL::Tempo> tempos;
+  for (const version0::RTempo& tempo : before.tempos) {
+    tempos.push_back({tempo.time, static_cast<std::uint32_t>(tempo.microseconds(song.division))});
+  }
+  std::vector<version0::RMeter> meters;
+  for (const TL::Meter& meter : song.timeline->meters) {
+    meters.emplace_back(meter.time, meter.numerator, meter.denominator);
+  }
+  CompareTimelineLists(kTempoList, tempos, song.timeline->tempos, differences);
+  CompareTimelineLists(kMeterList, before.meters, meters, differences);
 }
 
 void CompareTimelines(const version0::Timeline& before, const zuna_midi::SongData& song,
                       const SongDifferences& differences) {
-  const std::optional<version0::Timeline> after = TimelineBack(song);
-  if (!after) {
-    Difference difference;
-    difference.subject = Subject::kMeter;
-    difference.action = Action::kReordered;
-    difference.place.list = kMeterList.name;
-    return differences.Add(std::move(difference));
-  }
-  differences.AddField(Subject::kTimelineName, before.name, after->name);
-  differences.AddNumber(Subject::kTimelineLength, before.song_length, after->song_length);
-  CompareTimelineLists(kBarLabelList, before.bars_beats, after->bars_beats, differences);
-  CompareTimelineLists(kTempoList, before.tempos, after->tempos, differences);
-  CompareTimelineLists(kKeyList, before.keys, after->keys, differences);
-  CompareTimelineLists(kPageNumberList, before.page_nums, after->page_nums, differences);
-  CompareTimelineLists(kMeterList, before.meters, after->meters, differences);
+  differences.AddField(Subject::kTimelineName, before.name, song.song_number);
+  differences.AddNumber(Subject::kTimelineLength, before.song_length, song.song_length);
+  ComparePlainLists(before, *song.timeline, differences);
+  // Meters in disorder cannot always come down again.
+  if (!IsInOrder(*song.timeline)) return CompareTemposAsTheyAre(before, song, differences);
+  const version0::Timeline after(*song.timeline, song.song_number, song.song_length, song.division);
+  CompareTimelineLists(kTempoList, before.tempos, after.tempos, differences);
+  CompareTimelineLists(kMeterList, before.meters, after.meters, differences);
 }
 
 }  // namespace
@@ -109,9 +197,12 @@ void CompareWithDownAgain(const version0::ShowData& legacy, const zuna_midi::Sho
                           const DifferenceSink& sink) {
   for (const auto& [number, song] : legacy.songs) {
     const SongDifferences differences(number, sink);
-    CompareTimelines(song.timeline, *current.songs().at(number), differences);
+    const auto found = current.songs().find(number);
+    if (found == current.songs().end()) ThrowNotOneDocument(number);
+    CompareTimelines(song.timeline, *found->second, differences);
+    AddTrackOrder(song, differences);
     AddMergedTracks(song, differences);
-    for (const auto& [id, events] : song.events) AddEventDifferences(id, events, differences);
+    CompareEvents(song, *found->second->voice_data, differences);
   }
 }
 

@@ -108,7 +108,10 @@ void CompareWithUpAgain(const zuna_midi::ShowData& show, const version0::ShowDat
                         const DifferenceSink& sink) {
   SongDifferences("", sink).AddField(Subject::kShowName, show.show_name, "");
   for (const auto& [number, song] : show.songs()) {
-    const version0::SongData& old_form = legacy.songs.at(number);
+    const auto found = legacy.songs.find(number);
+    if (found == legacy.songs.end()) ThrowNotOneDocument(number);
+    const version0::SongData& old_form = found->second;
+    if (old_form.tracks.size() != song->voice_data->tracks().size()) ThrowNotOneDocument(number);
     const auto back = UpAgain(old_form);  // one song at a time, for the sake of memory
     const SongDifferences differences(number, sink);
     CompareFields(*song, *back, differences);

@@ -152,6 +152,37 @@ TEST(Losses, NeedBothFormsOfOneDocument) {
             "old show: is a show of version 0.0, not a current one; use up first");
 }
 
+TEST(Losses, NameTheSongThatOneOfTheFormsLacks) {
+  const auto ignore = [](const Difference&) {};
+  version0::ShowData legacy;
+  version0::SongData& song = legacy.songs["7"];
+  song.song_number = "7";
+  zuna_midi::ShowData show;
+  EXPECT_EQ(zuna_test::MessageOf<Error>([&] {
+              LossesOfUp({LegacyShow{legacy}, {}, "old"}, {show, {1, 2}, "show"}, ignore);
+            }),
+            "old: song 7 is not the same song in the other form; give both forms of one document");
+  AddVoice(*AddSong(show, "7"), 1, "Piano");
+  const std::string message =
+      "show: song 7 is not the same song in the other form; give both forms of one document";
+  EXPECT_EQ(zuna_test::MessageOf<Error>([&] {
+              LossesOfDown({show, {1, 2}, "show"}, {LegacyShow{}, {}, "old"}, ignore);
+            }),
+            message);
+  EXPECT_EQ(zuna_test::MessageOf<Error>([&] {  // with fewer tracks than voices
+              LossesOfDown({show, {1, 2}, "show"}, {LegacyShow{legacy}, {}, "old"}, ignore);
+            }),
+            message);
+  song.events[1].resize(1);  // of a voice with no messages
+  song.timeline.meters.emplace_back(0U, std::uint8_t{4}, std::uint8_t{4});
+  show.songs().at("7")->timeline->meters = {{0, 4, 4, 24, 8}};
+  show.songs().at("7")->timeline->tempos = {{0, 500000}};
+  EXPECT_THAT(zuna_test::MessageOf<Error>([&] {
+                LossesOfUp({LegacyShow{legacy}, {}, "old"}, {show, {1, 2}, "show"}, ignore);
+              }),
+              testing::StartsWith("old: song 7 is not the same song in the other form"));
+}
+
 TEST(Losses, NameTheSongThatWouldNotComeUpAgain) {
   version0::ShowData legacy;
   legacy.songs["7"].song_number = "7";

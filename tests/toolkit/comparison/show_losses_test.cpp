@@ -158,15 +158,53 @@ TEST_F(UpLosses, NameWhatIsComputedOnTheWayDown) {
   Song().timeline.name = "other";
   Song().timeline.song_length = 0;
   Song().events[1][0].delta_time = 7;
-  Song().events[1][0].status_high = 0x93;
+  Song().events[1][0].status_high = 0x92;
   EXPECT_THAT(
       Losses(),
       ElementsAre(
           "song 1: timeline-name-changed: other -> 1", "song 1: timeline-length-added:  -> 1920",
           "song 1: tempo-changed tempos[0] at 0: 0.00104166672 s a tick and 119 bpm with a click of 8 "
           "of 8 32nds -> 0.00104166672 s a tick and 120 bpm with a click of 8 of 8 32nds",
-          "song 1: message-channel-changed messages[0] at 0 (track 1): status 147 -> 144",
+          "song 1: message-channel-changed messages[0] at 0 (track 1): status 146 -> 147",
           "song 1: delta-time-changed messages[0] at 0 (track 1): 7 -> 0"));
+}
+
+TEST_F(UpLosses, AreNoneForAChannelThatStaysAsItIs) {
+  Song().events[1][0].status_high = 0x91;
+  EXPECT_THAT(Losses(), IsEmpty());
+}
+
+TEST_F(UpLosses, NameTheOrderOfTheTracks) {
+  Song().tracks.emplace(Song().tracks.begin(), std::uint8_t{5}, "Flute");
+  EXPECT_THAT(Losses(), ElementsAre("song 1: voice-reordered voices[0]: 5, 1 -> 1, 5"));
+  Song().tracks.emplace_back(std::uint8_t{5}, "Oboe");
+  EXPECT_THAT(Losses(), ElementsAre("song 1: voice-reordered voices[0]: 5, 1 -> 1, 5",
+                                    R"(song 1: voice-merged voices[0]: "Flute", "Oboe" -> "Oboe" x2)"));
+}
+
+TEST_F(UpLosses, NameEverythingBesideMetersInDisorder) {
+  version0::Timeline& timeline = Song().timeline;
+  timeline.name = "other";
+  timeline.song_length = 7;
+  timeline.bars_beats.emplace_back(0U, "Prologue", std::uint8_t{0});
+  timeline.meters.clear();
+  timeline.meters.emplace_back(10U, std::uint8_t{3}, std::uint8_t{4});
+  timeline.meters.emplace_back(0U, std::uint8_t{4}, std::uint8_t{4});
+  timeline.tempos[0].time = 12;
+  EXPECT_THAT(Losses(), ElementsAre("song 1: timeline-name-changed: other -> 1",
+                                    "song 1: timeline-length-changed: 7 -> 1920",
+                                    "song 1: bar-label-changed barsBeats[0] at 0: Prologue -> Prologu",
+                                    "song 1: tempo-added tempos[1] at 12:  -> 500000 us",
+                                    "song 1: meter-changed meters[0] at 10: 3/4 -> 3/4",
+                                    "song 1: meter-changed meters[1] at 0: 4/4 -> 4/4"));
+}
+
+TEST_F(UpLosses, NameTwoClicksAtOneTime) {
+  Song().timeline.tempos.push_back(Song().timeline.tempos[0]);
+  Song().timeline.meters[0].time = 0;
+  Song().timeline.tempos[1].notated_32_per_click = 4;
+  Song().timeline.tempos[1].bpm = 240;
+  EXPECT_THAT(Losses(), ElementsAre("song 1: meter-added meters[1] at 0:  -> 4/4"));
 }
 
 TEST_F(UpLosses, NameTemposBeforeTheFirstMeter) {

@@ -1,12 +1,17 @@
 // The comparisons of the models, each with everything that its documents hold.
 #pragma once
 
+#include <string>
+
 #include "CL/change_log.h"
 #include "format_converter/version0/containers/show_data.h"
 #include "toolkit/comparison/comparison.h"
 #include "zuna_midi/show_data.h"
 
 namespace zuna_toolkit {
+
+/// Throws Error without a file: this song is not in both documents, which should be two forms of one.
+[[noreturn]] void ThrowNotOneDocument(const std::string& song);
 
 /// Two current shows. Voices are paired by name, the others by number.
 void CompareShows(const zuna_midi::ShowData& before, const zuna_midi::ShowData& after,
