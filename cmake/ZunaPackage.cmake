@@ -14,11 +14,11 @@ if(TARGET zuna_core)
   list(APPEND libraries zuna_core zuna_security kit)
 endif()
 
-# zuna::all is everything that is installed here.
+# zuna::all is everything that is installed here, and the platform libraries from elsewhere.
 add_library(zuna_all INTERFACE)
 add_library(zuna::all ALIAS zuna_all)
 set_target_properties(zuna_all PROPERTIES EXPORT_NAME all)
-target_link_libraries(zuna_all INTERFACE ${libraries})
+target_link_libraries(zuna_all INTERFACE ${libraries} ${ZUNA_PLATFORM_LIBRARIES})
 
 install(TARGETS zuna_all zuna_interfaces ${libraries} EXPORT zuna_format_converter)
 install(EXPORT zuna_format_converter NAMESPACE zuna:: DESTINATION "${package_dir}")
@@ -43,6 +43,7 @@ install(FILES
 file(RELATIVE_PATH pc_to_prefix "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 string(REGEX REPLACE "/$" "" pc_to_prefix "${pc_to_prefix}")
 list(TRANSFORM libraries PREPEND "-l" OUTPUT_VARIABLE pc_libraries)
+list(APPEND pc_libraries ${ZUNA_PLATFORM_LIBRARIES})
 list(JOIN pc_libraries " " pc_libraries)
 configure_file("${PROJECT_SOURCE_DIR}/cmake/zuna_format_converter.pc.in"
   "${PROJECT_BINARY_DIR}/zuna_format_converter.pc" @ONLY)

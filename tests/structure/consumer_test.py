@@ -27,9 +27,10 @@ def main(source, build, compiler, flags):
                           "--key-file", examples / "three-tunes.key")
         assert "Scarborough Fair" in information, information
 
+        log = decrypted(prefix / "bin/zuna-convert", examples, "three-tunes-0.0.logdata", folder)
         for program in (built_with_cmake(prefix, examples, folder, compiler, flags),
                         built_with_pkg_config(prefix, examples, folder, compiler, flags)):
-            check_output(program, prefix, examples, folder)
+            check_output(program, examples, log, folder)
 
 
 def built_with_cmake(prefix, examples, folder, compiler, flags):
@@ -43,29 +44,33 @@ def built_with_pkg_config(prefix, examples, folder, compiler, flags):
     description = next(prefix.rglob("zuna_format_converter.pc"))
     output = subprocess.run(["pkg-config", "--cflags", "--libs", "zuna_format_converter"], check=True, text=True,
                             stdout=subprocess.PIPE, env={**os.environ, "PKG_CONFIG_PATH": str(description.parent)}).stdout
+    words = shlex.split(output)
+    folders = [description.parent.parent, *(pathlib.Path(word).parent for word in words if word.startswith("/"))]
     program = folder / "consumer"
-    run(compiler, "-std=c++20", *shlex.split(flags), examples / "consumer/main.cpp", "-o", program,
-        *shlex.split(output), f"-Wl,-rpath,{description.parent.parent}")
+    run(compiler, "-std=c++20", *shlex.split(flags), examples / "consumer/main.cpp", "-o", program, *words,
+        *(f"-Wl,-rpath,{place}" for place in folders))
     return program
 
 
-def check_output(program, prefix, examples, folder):
-    lines = [line.split(" = ") for line in (examples / "three-tunes.key").read_text().splitlines() if " = " in line]
-    secrets = dict(lines)
+def secrets(samples):
+    lines = (samples / "three-tunes.key").read_text().splitlines()
+    found = dict(line.split(" = ") for line in lines if " = " in line)
+    return found["key"], found["iv"]
+
+
+def check_output(program, samples, plain_log, folder):
     (folder / "out.showdata").unlink(missing_ok=True)
-    output = run(program, examples / "three-tunes-0.0.showdata", examples / "three-tunes-0.0.logdata",
-                 plain_log(prefix, examples, folder), secrets["key"], secrets["iv"], folder / "out.showdata")
+    output = run(program, samples / "three-tunes-0.0.showdata", samples / "three-tunes-0.0.logdata", plain_log,
+                 *secrets(samples), folder / "out.showdata")
     assert "the same as before\n" in output, output
     assert output.endswith("Song numbers for Three Tunes: \n1\n2\n2a\n"), output
 
 
-def plain_log(prefix, examples, folder):
-    """The sample log decrypted, as the library's entry point takes it."""
-    plain = folder / "plain.logdata"
-    plain.unlink(missing_ok=True)
-    run(prefix / "bin/zuna-convert", "decrypt", examples / "three-tunes-0.0.logdata", "-o", plain,
-        "--key-file", examples / "three-tunes.key")
-    return plain
+def decrypted(tool, examples, name, folder):
+    """The plaintext of a sample, in a file of this folder. The library's entry points take a legacy log like that."""
+    run(tool, "decrypt", examples / name, "-o", folder / name, "--key-file", examples / "three-tunes.key")
+    return folder / name
 
 
-main(*sys.argv[1:])
+if __name__ == "__main__":
+    main(*sys.argv[1:])
