@@ -17,9 +17,7 @@ void Run(const Paths& paths, Context& context) {
   zuna_toolkit::OpenedFile file = OpenInput(paths.input, key);
   const zuna_toolkit::Document current = zuna_toolkit::ReadDocument(file, zuna_toolkit::Expected::kCurrent);
   const zuna_toolkit::Document legacy = zuna_toolkit::Down(current);
-  if (!context.quiet) {
-    for (const std::string& line : DownLossLines(current, legacy)) context.Note(file.name(), line);
-  }
+  for (const std::string& line : DownLossLines(current, legacy)) context.Note(file.name(), line);
   paths.output.Write(*zuna_toolkit::CipherStreamOf(legacy, key));
   context.Note(file.name(),
                CountsText(current) + ", " + cmn::VersionText(current.type().version) + " -> 0.0");

@@ -61,9 +61,7 @@ void Run(const Options& options, Context& context) {
   const zuna_toolkit::Companion companion = ReadCompanion(legacy, companion_file);
   const zuna_toolkit::UpResult result = zuna_toolkit::Up(legacy, companion, options.version);
   for (const std::string& note : CompanionNotes(result, companion.name)) context.Note(file.name(), note);
-  if (!context.quiet) {
-    for (const std::string& line : UpLossLines(legacy, result.document)) context.Note(file.name(), line);
-  }
+  for (const std::string& line : UpLossLines(legacy, result.document)) context.Note(file.name(), line);
   options.output.Write(*zuna_toolkit::CipherStreamOf(result.document, key));
   context.Note(file.name(), CountsText(result.document) + ", 0.0 -> " + cmn::VersionText(options.version) +
                                 TakenText(companion, legacy.type().is_log()));

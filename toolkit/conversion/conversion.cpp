@@ -21,15 +21,16 @@ namespace zuna_toolkit {
 namespace {
 
 /// Returns what `convert` returns for one song. Where it throws, the error names the song and, as far as
-/// `diagnose` can tell, the reason.
+/// `diagnose` can tell, the reason; otherwise the remedy is `remedy`.
 template <typename Convert, typename Diagnose>
-auto ConvertSong(const std::string& file, const std::string& number, Convert convert, Diagnose diagnose) {
+auto ConvertSong(const std::string& file, const std::string& number, Convert convert, Diagnose diagnose,
+                 const char* remedy) {
   try {
     return convert();
   } catch (const std::exception& error) {
     PassOnBadAlloc(error);
     const std::optional<Obstacle> known = diagnose();
-    throw SongError(file, number, known ? *known : Obstacle{error.what(), kCorrectSong});
+    throw SongError(file, number, known ? *known : Obstacle{error.what(), remedy});
   }
 }
 
@@ -38,7 +39,8 @@ zuna_midi::ShowData UpShow(const version0::ShowData& legacy, const std::string& 
   for (const auto& entry : legacy.songs) {
     const version0::SongData& song = entry.second;
     show.AddSongData(ConvertSong(
-        file, entry.first, [&] { return song.get_version_1_0(); }, [&] { return ObstacleUp(song); }));
+        file, entry.first, [&] { return song.get_version_1_0(); }, [&] { return ObstacleUp(song); },
+        kGetUndamagedCopy));
   }
   return show;
 }
@@ -49,7 +51,7 @@ version0::ShowData DownShow(const zuna_midi::ShowData& show, const std::string& 
     const zuna_midi::SongData& song = *entry.second;
     legacy.songs.emplace(entry.first, ConvertSong(
                                           file, entry.first, [&] { return version0::SongData(song); },
-                                          [&] { return ObstacleDown(song); }));
+                                          [&] { return ObstacleDown(song); }, kCorrectSong));
   }
   return legacy;
 }

@@ -47,6 +47,15 @@ FileType TypeOf(std::istream& stream) {
   return {cmn::FileKind::kShow, kLegacyVersion};
 }
 
+/// Whether a text form that no probe recognises states that it is a log: the value of its key "kind".
+bool StatesLog(std::string_view text) {
+  constexpr std::string_view kKey = "\"kind\"";
+  const std::size_t key = text.find(kKey);
+  if (key == std::string_view::npos) return false;
+  const std::size_t value = text.find_first_not_of(" \t\r\n:", key + kKey.size());
+  return value != std::string_view::npos && text.substr(value).starts_with("\"logdata\"");
+}
+
 /// Legacy shows begin with no mark.
 bool MayLackMark(const FileType& type) { return type.is_legacy() && !type.is_log(); }
 
@@ -81,8 +90,9 @@ void RequireReadableText(std::istream& stream) {
     throw Error(ErrorKind::kBadInput, "", "a byte order mark or blanks stand before the text (at byte 0)",
                 "remove them, so that \"{\" comes first");
   }
-  const bool states_log = cmn::get_logdata_version(stream) != kLegacyVersion;
-  if (states_log || start.find("\"logdata\"") != std::string::npos) {
+  const bool is_show = cmn::get_showdata_version(stream) != kLegacyVersion;
+  const bool is_log = cmn::get_logdata_version(stream) != kLegacyVersion;
+  if (is_log || (!is_show && StatesLog(start))) {
     const CL::ChangeLog log(stream);
   } else {
     const zuna_midi::ShowData show(stream);

@@ -108,6 +108,16 @@ TEST(Conversion, SaysWhatFormat0CannotHold) {
   EXPECT_EQ(DownError([](auto&) {}), "(nothing was thrown)");
   EXPECT_EQ(DownError([](auto& song) { song.timeline->meters.clear(); }),
             "x: song 7: the timeline has no meter" + correct);
+  EXPECT_EQ(
+      DownError([](auto& song) {
+        song.timeline->meters = {{0, 4, 4, 24, 8}, {0, 3, 4, 24, 8}};  // the second leaves the range open
+        for (std::uint16_t number = 10; number < 259; ++number) {
+          auto voice = std::make_shared<zuna_midi::VoiceTrack>();
+          voice->track_number = number;
+          song.voice_data->AddTrack(voice);
+        }
+      }),
+      "x: song 7: has 250 voices besides drums, and format 0.0 holds 239; remove some of them");
   EXPECT_EQ(DownError([](auto& song) { song.timeline->tempos.clear(); }),
             "x: song 7: the first meter has no tempo" + correct);
   EXPECT_EQ(DownError([](auto& song) {

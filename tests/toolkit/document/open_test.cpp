@@ -256,6 +256,11 @@ TEST(RequireCorrectText, ReadsTextFormsOnly) {
   EXPECT_EQ(message(R"({"kind": "showdata", "fileVersion": "2.0", "showName": "", "songs": []})"), passed);
   EXPECT_THAT(message("{"), testing::MatchesRegex("name: .*\\(at byte [0-9]+\\); correct the text"));
   EXPECT_THAT(message("{\"kind\": \"logdata\"}"), EndsWith("; correct the text"));
+  // Only the value of "kind" tells a log, and no other text that reads the same.
+  EXPECT_EQ(message(R"({"kind": "showdata", "fileVersion": "2.0", "showName": "logdata", "songs": []})"),
+            passed);
+  EXPECT_EQ(message(R"({"showName": "logdata"})"),
+            "name: missing key \"kind\" (at byte 22); correct the text");
 }
 
 }  // namespace
