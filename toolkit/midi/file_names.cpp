@@ -56,8 +56,10 @@ std::string LowerCase(std::string text) {
 std::string FileNames::Make(const std::string& song_number, const std::string& song_name) {
   const std::string stem = Sanitised(Trimmed(song_number + ' ' + song_name));
   std::string name = stem + kExtension;
-  for (int count = 2; !taken_.insert(LowerCase(name)).second; ++count) {
-    name = stem + " (" + std::to_string(count) + ")" + kExtension;
+  int& next = next_.emplace(LowerCase(stem), 2).first->second;
+  while (!taken_.insert(LowerCase(name)).second) {
+    name = stem + " (" + std::to_string(next) + ")" + kExtension;
+    ++next;
   }
   return name;
 }

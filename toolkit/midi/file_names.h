@@ -1,6 +1,7 @@
 // Names for the MIDI files of a show.
 #pragma once
 
+#include <map>
 #include <set>
 #include <string>
 
@@ -17,7 +18,8 @@ class ZUNA_API FileNames {
   std::string Make(const std::string& song_number, const std::string& song_name);
 
  private:
-  std::set<std::string> taken_;  ///< in lower case
+  std::set<std::string> taken_;      ///< in lower case
+  std::map<std::string, int> next_;  ///< the suffix to try next, by what stands before it in lower case
 };
 
 }  // namespace zuna_toolkit::midi

@@ -24,5 +24,12 @@ TEST(FileNames, AreNeverTwoAlike) {
   EXPECT_EQ(names.Make("1", "a_b (2)"), "1 a_b (2) (2).mid");
 }
 
+TEST(FileNames, TakeManyOfOneBeginning) {
+  FileNames names;
+  std::string last;
+  for (int song = 0; song < 5000; ++song) last = names.Make(std::string(200, 'x') + std::to_string(song), "");
+  EXPECT_EQ(last, std::string(200, 'x') + " (5000).mid");
+}
+
 }  // namespace
 }  // namespace zuna_toolkit::midi
