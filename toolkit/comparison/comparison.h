@@ -17,7 +17,8 @@ using DifferenceSink = std::function<void(const Difference&)>;
 
 /// The differences between two shows or two logs of any versions, song by song; a legacy document is compared
 /// in its current form, where a show has no name and a log no divisions. Voices of one name are compared with
-/// each other. Memory is linear in the documents, time is O(n log n). Throws Error (kBadInput) for a show and
+/// each other. Memory is linear in the documents, besides the differences that are kept: each holds its song
+/// number. Time is O(n log n). Throws Error (kBadInput) for a show and
 /// a log, and for a legacy document that cannot be converted.
 ///@{
 ZUNA_API void Compare(const Document& before, const Document& after, const DifferenceSink& sink);

@@ -76,7 +76,7 @@ struct Difference {
   Action action = Action::kChanged;  ///< how it differs
   std::string song;       ///< the song number; empty where the difference is about the whole document
   Place place;            ///< where in the song
-  std::string where;      ///< the voice, as in: voice 3 "Piano"; empty where there is none
+  std::string where;      ///< the voice, as in: voice 3 "Piano" (64 bytes of its name); may be empty
   std::string before;     ///< in the first document; empty for what was added
   std::string after;      ///< in the second document; empty for what was dropped
   std::size_t count = 1;  ///< how many consecutive entries of the list, from the index on, differ in this way

@@ -97,7 +97,7 @@ class EditComparison {
     if (std::equal(a.begin(), a.end(), b.begin(), b.end(), equal)) return;
     const ListComparison<Event> comparison(a, b);
     for (const EntryPair<Event>& pair : comparison.pairs()) AddPair(pair);
-    if (!comparison.pairs().empty()) return;
+    if (!comparison.reordered()) return;
     Difference difference;
     difference.subject = subject_;
     difference.action = Action::kReordered;

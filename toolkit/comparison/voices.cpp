@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "kit/format.h"
+#include "kit/utf8.h"
 #include "toolkit/comparison/internal/list_comparison.h"
 #include "toolkit/smf/file.h"
 
@@ -27,6 +28,14 @@ namespace {
 
 std::string VoiceText(const zuna_midi::VoiceTrack& voice) {
   return "voice " + std::to_string(voice.track_number) + " \"" + voice.name + '"';
+}
+
+/// The same with the beginning of a long name, for what stands in every difference of the voice.
+std::string ShortText(const zuna_midi::VoiceTrack& voice) {
+  constexpr std::size_t kMaxName = 64;
+  const std::string number = "voice " + std::to_string(voice.track_number) + " \"";
+  if (voice.name.size() <= kMaxName) return number + voice.name + '"';
+  return number + std::string(kit::CutUtf8(voice.name, kMaxName)) + "...\"";
 }
 
 std::string MessageText(const TimedMessage& message) {
@@ -116,7 +125,7 @@ class VoiceComparison {
       if (pair.after.entry != nullptr && !added) difference.place.after_tick = pair.after.entry->first;
       differences_.Add(std::move(difference));
     }
-    if (!comparison.pairs().empty()) return;
+    if (!comparison.reordered()) return;
     Difference difference = At(0, std::nullopt);
     difference.subject = Subject::kMessage;
     difference.action = Action::kReordered;
@@ -130,7 +139,7 @@ class VoiceComparison {
     difference.place.index = index;
     difference.place.tick = tick;
     difference.place.voice = before_.track_number;
-    difference.where = VoiceText(before_);
+    difference.where = ShortText(before_);
     return difference;
   }
 
@@ -140,7 +149,7 @@ class VoiceComparison {
     difference.action = action;
     difference.place.list = "voices";
     difference.place.voice = before_.track_number;
-    difference.where = VoiceText(before_);
+    difference.where = ShortText(before_);
     difference.before = std::move(before);
     difference.after = std::move(after);
     differences_.Add(std::move(difference));
@@ -158,8 +167,12 @@ void AddWholeVoice(const zuna_midi::VoiceTrack& voice, Action action, const Song
   difference.action = action;
   difference.place.list = "voices";
   difference.place.voice = voice.track_number;
-  difference.where = VoiceText(voice);
-  (action == Action::kAdded ? difference.after : difference.before) = difference.where;
+  difference.where = ShortText(voice);
+  if (action == Action::kAdded) {
+    difference.after = VoiceText(voice);
+  } else {
+    difference.before = VoiceText(voice);
+  }
   differences.Add(std::move(difference));
 }
 

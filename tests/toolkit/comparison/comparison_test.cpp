@@ -100,6 +100,34 @@ TEST(CompareShows, NamesEntriesThatMoveAndLeave) {
   EXPECT_THAT(Compared(a, b), ElementsAre("song 1: page-number-reordered pageNumbers[0]:  -> "));
 }
 
+TEST(CompareShows, PairOnlyEntriesThatShareATimeOrValues) {
+  zuna_midi::ShowData a;
+  zuna_midi::ShowData b;
+  AddSong(a, "1")->timeline->tempos = {{0, 400000}, {480, 500000}};
+  AddSong(b, "1")->timeline->tempos = {{480, 500000}, {960, 500000}};
+  EXPECT_THAT(Compared(a, b), ElementsAre("song 1: tempo-dropped tempos[0] at 0: 400000 us -> ",
+                                          "song 1: tempo-added tempos[1] at 960:  -> 500000 us"));
+}
+
+TEST(CompareShows, NamesAReorderingBesideAChange) {
+  zuna_midi::ShowData a;
+  zuna_midi::ShowData b;
+  AddSong(a, "1")->timeline->page_numbers = {{0, 1}, {0, 2}, {0, 3}};
+  AddSong(b, "1")->timeline->page_numbers = {{0, 2}, {0, 1}, {0, 4}};
+  EXPECT_THAT(Compared(a, b), ElementsAre("song 1: page-number-changed pageNumbers[2] at 0: page 3 -> page 4",
+                                          "song 1: page-number-reordered pageNumbers[0]:  -> "));
+}
+
+TEST(CompareShows, CutsLongNamesOfVoicesInPlaces) {
+  zuna_midi::ShowData a;
+  zuna_midi::ShowData b;
+  const std::string name(100, 'x');
+  AddVoice(*AddSong(a, "1"), 1, name).messages = {{0, {0x90, 1, 1}}};
+  AddVoice(*AddSong(b, "1"), 1, name);
+  EXPECT_THAT(Compared(a, b), ElementsAre("song 1: message-dropped messages[0] at 0 (voice 1 \"" +
+                                          std::string(64, 'x') + "...\"): 144 1 1 -> "));
+}
+
 TEST(CompareLogs, NamesEdits) {
   CL::ChangeLog a;
   CL::ChangeLog b;

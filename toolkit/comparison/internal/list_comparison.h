@@ -3,7 +3,7 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -27,34 +27,63 @@ struct EntryPair {
   Indexed<Entry> after;
 };
 
-/// Compares two lists as sorted multisets. What only one of them has is paired: entries of one time in the
-/// order of their values; then entries of equal values that moved; then, where as many are left on both
-/// sides, the rest in order. Memory is linear, time is O(n log n).
+/// Compares two lists as sorted multisets. What only one of them has is paired: entries of one time, in the
+/// order of their lists; then entries of equal values that moved. The rest was dropped and added. Memory is
+/// linear, time is O(n log n).
 template <typename Entry>
 class ListComparison {
  public:
   using Entries = std::vector<Indexed<Entry>>;
   using Traits = EntryTraits<Entry>;
 
-  ListComparison(const std::vector<Entry>& before, const std::vector<Entry>& after) {
-    const Entries old_entries = Sorted(before);
-    const Entries new_entries = Sorted(after);
-    std::set_difference(old_entries.begin(), old_entries.end(), new_entries.begin(), new_entries.end(),
-                        std::back_inserter(lost_), ByTick);
-    std::set_difference(new_entries.begin(), new_entries.end(), old_entries.begin(), old_entries.end(),
-                        std::back_inserter(gained_), ByTick);
-    PairWhere([](const Entry& a, const Entry& b) { return Traits::Tick(a) < Traits::Tick(b); });
+  ListComparison(const std::vector<Entry>& before, const std::vector<Entry>& after)
+      : lost_(Sorted(before)), gained_(Sorted(after)), places_(before.size(), kNoPlace) {
+    PairWhere(ByTick, [&](const auto& a, const auto& b) { places_[a.index] = b.index; });
+    std::sort(lost_.begin(), lost_.end(), InListOrder);
+    std::sort(gained_.begin(), gained_.end(), InListOrder);
+    PairWhere(EarlierTick, [&](const auto& a, const auto& b) {
+      places_[a.index] = b.index;
+      pairs_.push_back({a, b});
+    });
     std::sort(lost_.begin(), lost_.end(), ByValues);
     std::sort(gained_.begin(), gained_.end(), ByValues);
-    PairWhere([](const Entry& a, const Entry& b) { return Traits::Values(a) < Traits::Values(b); });
-    PairRest();
+    PairWhere(LowerValues, [&](const auto& a, const auto& b) { pairs_.push_back({a, b}); });
+    for (const Indexed<Entry>& entry : lost_) pairs_.push_back({entry, {}});
+    for (const Indexed<Entry>& entry : gained_) pairs_.push_back({{}, entry});
+    std::sort(pairs_.begin(), pairs_.end(), InOrder);
   }
 
   /// First those that the first list has, in its order, then those that were added. None where one list holds
   /// the entries of the other, in whatever order.
   const std::vector<EntryPair<Entry>>& pairs() const { return pairs_; }
 
+  /// Whether the entries that kept their times have another order in the second list.
+  bool reordered() const {
+    std::size_t next = 0;
+    for (const std::size_t place : places_) {
+      if (place == kNoPlace) continue;
+      if (place < next) return true;
+      next = place;
+    }
+    return false;
+  }
+
  private:
+  static constexpr std::size_t kNoPlace = std::numeric_limits<std::size_t>::max();
+
+  static bool EarlierTick(const Indexed<Entry>& a, const Indexed<Entry>& b) {
+    return Traits::Tick(*a.entry) < Traits::Tick(*b.entry);
+  }
+
+  static bool LowerValues(const Indexed<Entry>& a, const Indexed<Entry>& b) {
+    return Traits::Values(*a.entry) < Traits::Values(*b.entry);
+  }
+
+  static bool InListOrder(const Indexed<Entry>& a, const Indexed<Entry>& b) {
+    if (Traits::Tick(*a.entry) != Traits::Tick(*b.entry)) return EarlierTick(a, b);
+    return a.index < b.index;
+  }
+
   static bool ByTick(const Indexed<Entry>& a, const Indexed<Entry>& b) {
     if (Traits::Tick(*a.entry) != Traits::Tick(*b.entry))
       return Traits::Tick(*a.entry) < Traits::Tick(*b.entry);
@@ -76,37 +105,27 @@ class ListComparison {
     return entries;
   }
 
-  /// Pairs entries that are equivalent in the order `less`, in which both rests are sorted.
-  template <typename Less>
-  void PairWhere(Less less) {
+  /// Takes out the entries that are equivalent in the order `less`, in which both rests are sorted, and hands
+  /// them to `take(a, b)`.
+  template <typename Less, typename Take>
+  void PairWhere(Less less, Take take) {
     Entries lost;
     Entries gained;
     auto a = lost_.begin();
     auto b = gained_.begin();
     while (a != lost_.end() && b != gained_.end()) {
-      if (less(*a->entry, *b->entry)) {
+      if (less(*a, *b)) {
         lost.push_back(*a++);
-      } else if (less(*b->entry, *a->entry)) {
+      } else if (less(*b, *a)) {
         gained.push_back(*b++);
       } else {
-        pairs_.push_back({*a++, *b++});
+        take(*a++, *b++);
       }
     }
     lost.insert(lost.end(), a, lost_.end());
     gained.insert(gained.end(), b, gained_.end());
     lost_ = std::move(lost);
     gained_ = std::move(gained);
-  }
-
-  void PairRest() {
-    std::sort(lost_.begin(), lost_.end(), ByTick);
-    std::sort(gained_.begin(), gained_.end(), ByTick);
-    const bool paired = lost_.size() == gained_.size();
-    for (std::size_t i = 0; i < lost_.size(); ++i) {
-      pairs_.push_back({lost_[i], paired ? gained_[i] : Indexed<Entry>()});
-    }
-    for (std::size_t i = 0; i < gained_.size() && !paired; ++i) pairs_.push_back({{}, gained_[i]});
-    std::sort(pairs_.begin(), pairs_.end(), InOrder);
   }
 
   static bool InOrder(const EntryPair<Entry>& a, const EntryPair<Entry>& b) {
@@ -118,6 +137,7 @@ class ListComparison {
 
   Entries lost_;
   Entries gained_;
+  std::vector<std::size_t> places_;  ///< in the second list, of the entries of the first that kept their time
   std::vector<EntryPair<Entry>> pairs_;
 };
 

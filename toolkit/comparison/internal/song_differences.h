@@ -13,8 +13,6 @@ class SongDifferences {
  public:
   SongDifferences(std::string song, const DifferenceSink& sink) : song_(std::move(song)), sink_(sink) {}
 
-  const std::string& song() const { return song_; }
-
   /// Fills in the song.
   void Add(Difference difference) const {
     difference.song = song_;

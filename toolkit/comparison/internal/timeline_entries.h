@@ -146,7 +146,7 @@ void CompareTimelineLists(const TimelineList& list, const std::vector<Entry>& be
   if (std::equal(before.begin(), before.end(), after.begin(), after.end(), equal)) return;
   const ListComparison<Entry> comparison(before, after);
   for (const EntryPair<Entry>& pair : comparison.pairs()) differences.Add(EntryDifference(list, pair));
-  if (!comparison.pairs().empty()) return;
+  if (!comparison.reordered()) return;
   Difference difference;
   difference.subject = list.subject;
   difference.action = Action::kReordered;
