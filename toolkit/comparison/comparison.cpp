@@ -15,10 +15,32 @@ namespace {
 
 constexpr const char* kGiveBothForms = "give both forms of one document";
 
+/// A caller can build songs without their parts.
+void RequireParts(const Document& document) {
+  const auto require = [&](const std::string& number, bool whole) {
+    if (whole) return;
+    throw Error(ErrorKind::kBadInput, document.name(), "song " + number + " lacks a part",
+                "give every song all its lists");
+  };
+  if (const auto* show = document.As<zuna_midi::ShowData>()) {
+    for (const auto& [number, song] : show->songs()) {
+      require(number, song && song->timeline && song->voice_data);
+    }
+  }
+  if (const auto* log = document.As<CL::ChangeLog>()) {
+    for (const auto& [number, song] : log->song_logs()) {
+      require(number, song && song->vamps && song->repeats && song->cuts && song->transposes &&
+                          song->tempo_scales && song->clicks && song->fermatas && song->markers &&
+                          song->caesuras);
+    }
+  }
+}
+
 /// The losses of a conversion are those between both forms of one document.
 void RequireTwoForms(const Document& legacy, const Document& current) {
   RequireLegacy(legacy.type(), legacy.name());
   RequireCurrent(current.type(), current.name());
+  RequireParts(current);
   if (legacy.type().kind == current.type().kind) return;
   throw Error(ErrorKind::kBadInput, legacy.name(), "is not the legacy form of " + current.name(),
               kGiveBothForms);
@@ -40,6 +62,8 @@ void Compare(const Document& before, const Document& after, const DifferenceSink
                 "is " + TypeText(after.type()) + " and " + before.name() + " is " + TypeText(before.type()),
                 "give two shows or two logs");
   }
+  RequireParts(before);
+  RequireParts(after);
   const Document a = CurrentForm(before);
   const Document b = CurrentForm(after);
   if (a.type().is_log()) {

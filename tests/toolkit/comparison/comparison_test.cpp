@@ -167,6 +167,19 @@ TEST(Compare, TakesALegacyDocumentInItsCurrentForm) {
   EXPECT_EQ(Compare(legacy, Document(log, {1, 2}, "new")).size(), 1U);
 }
 
+TEST(Compare, RefusesSongsWithoutTheirParts) {
+  zuna_midi::ShowData show;
+  AddSong(show, "1")->timeline = nullptr;
+  EXPECT_EQ(zuna_test::MessageOf<Error>([&] { Compared(show, zuna_midi::ShowData()); }),
+            "a: song 1 lacks a part; give every song all its lists");
+  CL::ChangeLog log;
+  const auto song = std::make_shared<CL::SongLog>("2", "Name", std::uint16_t{0}, 1U);
+  song->caesuras = nullptr;
+  log.AddSongLog(song);
+  EXPECT_EQ(zuna_test::MessageOf<Error>([&] { Compared(CL::ChangeLog(), log); }),
+            "b: song 2 lacks a part; give every song all its lists");
+}
+
 TEST(Losses, NeedBothFormsOfOneDocument) {
   const auto ignore = [](const Difference&) {};
   const Document legacy_show(LegacyShow(), {}, "old show");
