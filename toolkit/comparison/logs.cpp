@@ -15,12 +15,19 @@ namespace zuna_toolkit {
 
 namespace {
 
+std::string TextOf(const cmn::ZunaEvent& event) {
+  std::ostringstream text;
+  event.WriteString(text);
+  return text.str();
+}
+
 /// Edits that reach from one position to another and have a value.
 struct PairedTraits {
   static std::uint32_t Tick(const CL::PairedEvent& event) { return event.start; }
   static auto Values(const CL::PairedEvent& event) {
     return std::tuple(event.end, event.value_bits, std::string_view(event.label));
   }
+  static std::string Text(const CL::PairedEvent& event) { return TextOf(event); }
 };
 
 }  // namespace
@@ -46,6 +53,7 @@ struct EntryTraits<CL::Marker> {
   static auto Values(const CL::Marker& marker) {
     return std::tuple(std::string_view(marker.text), std::string_view(marker.label));
   }
+  static std::string Text(const CL::Marker& marker) { return TextOf(marker); }
 };
 
 template <>
@@ -54,15 +62,10 @@ struct EntryTraits<CL::Caesura> {
   static auto Values(const CL::Caesura& caesura) {
     return std::tuple(caesura.second_word, std::string_view(caesura.label));
   }
+  static std::string Text(const CL::Caesura& caesura) { return TextOf(caesura); }
 };
 
 namespace {
-
-std::string TextOf(const cmn::ZunaEvent& event) {
-  std::ostringstream text;
-  event.WriteString(text);
-  return text.str();
-}
 
 /// Whether two edits stand at the same place; their labels and values may differ.
 bool SamePlace(const CL::PairedEvent& a, const CL::PairedEvent& b) {
@@ -124,18 +127,8 @@ class EditComparison {
   }
 
   void Add(Subject subject, Action action, const EntryPair<Event>& pair) const {
-    Difference difference;
-    difference.subject = subject;
+    Difference difference = EntryDifference(subject, list_, pair);
     difference.action = action;
-    const Indexed<Event>& shown = pair.before.entry == nullptr ? pair.after : pair.before;
-    difference.place.list = list_;
-    difference.place.index = shown.index;
-    difference.place.tick = EntryTraits<Event>::Tick(*shown.entry);
-    if (pair.before.entry != nullptr) difference.before = TextOf(*pair.before.entry);
-    if (pair.after.entry != nullptr) difference.after = TextOf(*pair.after.entry);
-    if (pair.before.entry != nullptr && pair.after.entry != nullptr) {
-      difference.place.after_tick = EntryTraits<Event>::Tick(*pair.after.entry);
-    }
     differences_.Add(std::move(difference));
   }
 

@@ -22,6 +22,10 @@ struct EntryTraits<TimedMessage> {
   static auto Values(const TimedMessage& message) {
     return std::tuple(message.second.status, message.second.data1, message.second.data2);
   }
+  static std::string Text(const TimedMessage& message) {
+    const std_midi::VoiceMessage& bytes = message.second;
+    return kit::format("%u %u %u", bytes.status, bytes.data1, bytes.data2);
+  }
 };
 
 namespace {
@@ -36,11 +40,6 @@ std::string ShortText(const zuna_midi::VoiceTrack& voice) {
   const std::string number = "voice " + std::to_string(voice.track_number) + " \"";
   if (voice.name.size() <= kMaxName) return number + voice.name + '"';
   return number + std::string(kit::CutUtf8(voice.name, kMaxName)) + "...\"";
-}
-
-std::string MessageText(const TimedMessage& message) {
-  const std_midi::VoiceMessage& bytes = message.second;
-  return kit::format("%u %u %u", bytes.status, bytes.data1, bytes.data2);
 }
 
 /// Whether two messages are the same but for their channel.
@@ -114,15 +113,9 @@ class VoiceComparison {
   void AddMessageChanges(const std::vector<TimedMessage>& kept) {
     const ListComparison<TimedMessage> comparison(before_.messages, kept);
     for (const EntryPair<TimedMessage>& pair : comparison.pairs()) {
-      const bool added = pair.before.entry == nullptr;
-      const Indexed<TimedMessage>& shown = added ? pair.after : pair.before;
-      Difference difference = At(shown.index, shown.entry->first);
-      difference.subject = Subject::kMessage;
-      if (added) difference.action = Action::kAdded;
-      if (pair.after.entry == nullptr) difference.action = Action::kDropped;
-      if (pair.before.entry != nullptr) difference.before = MessageText(*pair.before.entry);
-      if (pair.after.entry != nullptr) difference.after = MessageText(*pair.after.entry);
-      if (pair.after.entry != nullptr && !added) difference.place.after_tick = pair.after.entry->first;
+      Difference difference = EntryDifference(Subject::kMessage, "messages", pair);
+      difference.place.voice = before_.track_number;
+      difference.where = ShortText(before_);
       differences_.Add(std::move(difference));
     }
     if (!comparison.reordered()) return;

@@ -4,12 +4,16 @@
 #include <algorithm>
 #include <cstddef>
 #include <limits>
+#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "toolkit/comparison/difference.h"
+
 namespace zuna_toolkit {
 
-/// How entries of a type are compared: Tick() gives the time of one, Values() a tuple of its other fields.
+/// How entries of a type are compared: Tick() gives the time of one, Values() a tuple of its other
+/// fields, Text() its description.
 template <typename Entry>
 struct EntryTraits;
 
@@ -140,5 +144,29 @@ class ListComparison {
   std::vector<std::size_t> places_;  ///< in the second list, of the entries of the first that kept their time
   std::vector<EntryPair<Entry>> pairs_;
 };
+
+/// The difference that a pair of entries of the list called `list` makes.
+template <typename Entry>
+Difference EntryDifference(Subject subject, std::string_view list, const EntryPair<Entry>& pair) {
+  using Traits = EntryTraits<Entry>;
+  const Entry* before = pair.before.entry;
+  const Entry* after = pair.after.entry;
+  const Indexed<Entry>& shown = before == nullptr ? pair.after : pair.before;
+  Difference difference;
+  difference.subject = subject;
+  difference.place.list = list;
+  difference.place.index = shown.index;
+  difference.place.tick = Traits::Tick(*shown.entry);
+  if (before != nullptr) difference.before = Traits::Text(*before);
+  if (after != nullptr) difference.after = Traits::Text(*after);
+  if (before == nullptr) {
+    difference.action = Action::kAdded;
+  } else if (after == nullptr) {
+    difference.action = Action::kDropped;
+  } else {
+    difference.place.after_tick = Traits::Tick(*after);
+  }
+  return difference;
+}
 
 }  // namespace zuna_toolkit

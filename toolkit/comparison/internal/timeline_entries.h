@@ -116,25 +116,6 @@ inline constexpr TimelineList kKeyList{Subject::kKey, "keys"};
 inline constexpr TimelineList kPageNumberList{Subject::kPageNumber, "pageNumbers"};
 inline constexpr TimelineList kMeterList{Subject::kMeter, "meters"};
 
-/// The difference that a pair of entries of `list` makes.
-template <typename Entry>
-Difference EntryDifference(const TimelineList& list, const EntryPair<Entry>& pair) {
-  Difference difference;
-  difference.subject = list.subject;
-  difference.place.list = list.name;
-  const bool added = pair.before.entry == nullptr;
-  const Indexed<Entry>& shown = added ? pair.after : pair.before;
-  difference.place.index = shown.index;
-  difference.place.tick = EntryTraits<Entry>::Tick(*shown.entry);
-  if (added) difference.action = Action::kAdded;
-  if (pair.after.entry == nullptr) difference.action = Action::kDropped;
-  if (!added) difference.before = EntryTraits<Entry>::Text(*pair.before.entry);
-  if (pair.after.entry == nullptr) return difference;
-  difference.after = EntryTraits<Entry>::Text(*pair.after.entry);
-  if (!added) difference.place.after_tick = EntryTraits<Entry>::Tick(*pair.after.entry);
-  return difference;
-}
-
 /// Adds the differences between two lists of a timeline.
 template <typename Entry>
 void CompareTimelineLists(const TimelineList& list, const std::vector<Entry>& before,
@@ -145,7 +126,8 @@ void CompareTimelineLists(const TimelineList& list, const std::vector<Entry>& be
   };
   if (std::equal(before.begin(), before.end(), after.begin(), after.end(), equal)) return;
   const ListComparison<Entry> comparison(before, after);
-  for (const EntryPair<Entry>& pair : comparison.pairs()) differences.Add(EntryDifference(list, pair));
+  for (const EntryPair<Entry>& pair : comparison.pairs())
+    differences.Add(EntryDifference(list.subject, list.name, pair));
   if (!comparison.reordered()) return;
   Difference difference;
   difference.subject = list.subject;
