@@ -2,7 +2,9 @@
 // document and its way there and back, list by list.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
+#include <optional>
 #include <random>
 #include <set>
 
@@ -109,6 +111,74 @@ TEST(ShowLossesProperty, AreThoseOfTheWayThereAndBack) {
   EXPECT_GT(converted, 400U);
   EXPECT_GT(lossless, 50U);
   EXPECT_LT(lossless, converted - 50);
+}
+
+/// The tempos of a timeline, as their times and texts.
+using Entries = std::vector<std::pair<std::uint32_t, std::string>>;
+
+Entries TemposOf(const zuna_midi::SongData& song) {
+  Entries entries;
+  for (const TL::Tempo& tempo : song.timeline->tempos) {
+    entries.emplace_back(tempo.time, std::to_string(tempo.microseconds) + " us");
+  }
+  return entries;
+}
+
+/// Applies differences to `before`, and takes what came from elsewhere out of `after`. Then both are the same
+/// entries, and in the same order unless a reordering is reported (which may be one of
+/// entries that became alike).
+void ExpectExplained(const Entries& before, Entries after, const std::vector<Difference>& differences) {
+  std::map<std::size_t, std::optional<Entries::value_type>> changed;
+  bool reordered = false;
+  for (const Difference& difference : differences) {
+    const Place& place = difference.place;
+    if (difference.action == Action::kReordered) reordered = true;
+    if (!place.tick) continue;
+    const bool added = difference.action == Action::kAdded;
+    if (!added) changed[place.index] = std::nullopt;
+    if (difference.action == Action::kDropped) continue;
+    const Entries::value_type entry(added ? *place.tick : place.after_tick.value(), difference.after);
+    if (!added && place.tick == place.after_tick) {
+      changed[place.index] = entry;
+      continue;
+    }
+    const auto last = std::find(after.rbegin(), after.rend(), entry);
+    ASSERT_NE(last, after.rend()) << difference.after;
+    after.erase(std::next(last).base());
+  }
+  Entries kept;
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    const auto found = changed.find(i);
+    if (found == changed.end()) kept.push_back(before[i]);
+    if (found != changed.end() && found->second) kept.push_back(*found->second);
+  }
+  EXPECT_TRUE(kept == after || reordered);
+  std::sort(kept.begin(), kept.end());
+  std::sort(after.begin(), after.end());
+  EXPECT_EQ(kept, after);
+}
+
+TEST(ShowDifferencesProperty, ExplainTheTempos) {
+  std::mt19937 random(4);
+  const auto tempos = [&] {
+    std::vector<TL::Tempo> list;
+    for (auto left = random() % 7; left > 0; --left) {
+      list.push_back({static_cast<std::uint32_t>(random() % 4), static_cast<std::uint32_t>(random() % 4)});
+    }
+    return list;
+  };
+  for (int round = 0; round < 3000; ++round) {
+    Entries lists[2];
+    zuna_midi::ShowData shows[2];
+    for (int side = 0; side < 2; ++side) {
+      const auto song = std::make_shared<zuna_midi::SongData>("1", "Song", std::uint16_t{480}, 1920U);
+      song->timeline->tempos = tempos();
+      lists[side] = TemposOf(*song);
+      shows[side].AddSongData(song);
+    }
+    SCOPED_TRACE(round);
+    ExpectExplained(lists[0], lists[1], Compare({shows[0], {1, 2}, "a"}, {shows[1], {1, 2}, "b"}));
+  }
 }
 
 template <typename Event>
