@@ -72,7 +72,7 @@ Noun NounOf(Subject subject) {
 
 /// An entry of a timeline with its time.
 std::string EntryText(Subject subject, const std::string& text, std::optional<std::uint32_t> tick) {
-  const std::string entry = subject == Subject::kBarLabel ? "label \"" + text + '"' : text;
+  const std::string entry = subject == Subject::kBarLabel ? "label " + text : text;
   return tick ? entry + " at " + std::to_string(*tick) : entry;
 }
 
@@ -145,8 +145,8 @@ std::string GroupText(const DifferenceGroups::Group& group) {
 std::string OwnLine(const Difference& loss) {
   const std::string song = "song " + loss.song + ": ";
   if (loss.subject == Subject::kBarLabel && loss.action == Action::kChanged) {
-    return song + "the label at " + std::to_string(loss.place.tick.value_or(0)) + " is cut: \"" +
-           loss.before + "\" becomes \"" + loss.after + '"';
+    return song + "the label at " + std::to_string(loss.place.tick.value_or(0)) + " is cut: " + loss.before +
+           " becomes " + loss.after;
   }
   if (loss.subject == Subject::kVoice && loss.action == Action::kReordered) {
     return song + "the order of the tracks is not kept: " + loss.before + " becomes " + loss.after;

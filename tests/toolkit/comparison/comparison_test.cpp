@@ -118,6 +118,19 @@ TEST(CompareShows, NamesAReorderingBesideAChange) {
                                           "song 1: page-number-reordered pageNumbers[0]:  -> "));
 }
 
+TEST(CompareShows, NamesTheTagsOfLabels) {
+  zuna_midi::ShowData a;
+  zuna_midi::ShowData b;
+  TL::BarsBeats label;
+  label.time = 5;
+  label.bar_number("A");
+  AddSong(a, "1")->timeline->bars_beats = {label};
+  label.tag = 3;
+  AddSong(b, "1")->timeline->bars_beats = {label};
+  EXPECT_THAT(Compared(a, b),
+              ElementsAre(R"(song 1: bar-label-changed barsBeats[0] at 5: "A" -> "A" with tag 3)"));
+}
+
 TEST(CompareShows, CutsLongNamesOfVoicesInPlaces) {
   zuna_midi::ShowData a;
   zuna_midi::ShowData b;

@@ -143,7 +143,8 @@ TEST_F(UpLosses, AreNoneWhereTheCurrentVersionsHoldEverything) { EXPECT_THAT(Los
 TEST_F(UpLosses, NameCutLabels) {
   Song().timeline.bars_beats.emplace_back(0U, "1234567", std::uint8_t{0});
   Song().timeline.bars_beats.emplace_back(480U, "Prologue", std::uint8_t{0});
-  EXPECT_THAT(Losses(), ElementsAre("song 1: bar-label-changed barsBeats[1] at 480: Prologue -> Prologu"));
+  EXPECT_THAT(Losses(),
+              ElementsAre(R"(song 1: bar-label-changed barsBeats[1] at 480: "Prologue" -> "Prologu")"));
 }
 
 TEST_F(UpLosses, NameMergedTracks) {
@@ -193,7 +194,7 @@ TEST_F(UpLosses, NameEverythingBesideMetersInDisorder) {
   timeline.tempos[0].time = 12;
   EXPECT_THAT(Losses(), ElementsAre("song 1: timeline-name-changed: other -> 1",
                                     "song 1: timeline-length-changed: 7 -> 1920",
-                                    "song 1: bar-label-changed barsBeats[0] at 0: Prologue -> Prologu",
+                                    R"(song 1: bar-label-changed barsBeats[0] at 0: "Prologue" -> "Prologu")",
                                     "song 1: tempo-added tempos[1] at 12:  -> 500000 us",
                                     "song 1: meter-changed meters[0] at 10: 3/4 -> 3/4",
                                     "song 1: meter-changed meters[1] at 0: 4/4 -> 4/4"));

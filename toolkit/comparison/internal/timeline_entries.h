@@ -17,6 +17,13 @@
 
 namespace zuna_toolkit {
 
+/// A label, with its tag where it has one.
+inline std::string LabelText(const std::string& label, unsigned tag) {
+  const std::string text = '"' + label + '"';
+  if (tag == 0) return text;
+  return text + " with tag " + std::to_string(tag);
+}
+
 /// What the entries of all timelines have in common.
 template <typename Entry>
 struct TimedTraits {
@@ -34,7 +41,7 @@ struct EntryTraits<TL::BarsBeats> : TimedTraits<TL::BarsBeats> {
   static auto Values(const TL::BarsBeats& label) {
     return std::tuple(std::string_view(label.bar_number()), label.tag);
   }
-  static std::string Text(const TL::BarsBeats& label) { return label.bar_number(); }
+  static std::string Text(const TL::BarsBeats& label) { return LabelText(label.bar_number(), label.tag); }
 };
 
 template <>
@@ -79,7 +86,7 @@ struct EntryTraits<version0::RBarsBeats> : TimedTraits<version0::RBarsBeats> {
   static auto Values(const version0::RBarsBeats& label) {
     return std::tuple(std::string_view(label.label), label.tag);
   }
-  static std::string Text(const version0::RBarsBeats& label) { return label.label; }
+  static std::string Text(const version0::RBarsBeats& label) { return LabelText(label.label, label.tag); }
 };
 
 template <>
