@@ -30,27 +30,30 @@ inline version0::ChangeLogV0 SampleLegacyLog() {
   log.show_name.assign("Opera");
   log.log_tag_pair = {1, 2};
   log.songs.emplace("12a", song);
-  log.songs["2"].songNumber_.assign("2");
+  log.songs["2"].songNumber_ = std::string("2");
   return log;
 }
 
-/// A legacy show of the songs "12a" (division 480) and "7" (division 96): "7" stands in the show only, "2" in
-/// the log only.
-inline version0::ShowData SampleLegacyShow() {
+/// A legacy song of one event, at 120 quarter notes per minute.
+inline version0::SongData SampleLegacySong(const std::string& number, std::uint16_t division) {
   version0::SongData song;
-  song.song_number = song.timeline.name = "12a";
+  song.song_number = number;
   song.song_name = "Tune";
-  song.division = 480;
-  song.timeline.tempos = {{0, static_cast<float>(0.5 / 480), 8, 8, 120}};
+  song.division = division;
+  song.timeline.name = number;
+  song.timeline.tempos = {{0, static_cast<float>(0.5 / division), 8, 8, 120}};
   song.timeline.meters = {{0, 4, 4}};
   song.tracks = {{1, "Piano"}};
   song.events = {{1, {{480, 480, 0x90, 60, 100, 1}}}};
+  return song;
+}
+
+/// A legacy show of the songs "12a" (division 480) and "7" (division 96). Only the show has "7", only the log
+/// has "2".
+inline version0::ShowData SampleLegacyShow() {
   version0::ShowData show;
-  show.songs["12a"] = song;
-  song.song_number = song.timeline.name = "7";
-  song.division = 96;
-  song.timeline.tempos = {{0, static_cast<float>(0.5 / 96), 8, 8, 120}};
-  show.songs["7"] = song;
+  show.songs["12a"] = SampleLegacySong("12a", 480);
+  show.songs["7"] = SampleLegacySong("7", 96);
   return show;
 }
 
