@@ -1,4 +1,5 @@
-// Every way in which the security library gets memory: operator new, realloc(3), and libgcrypt.
+// Every way in which the security library gets memory: operator new, realloc(3), malloc(3), which compilers
+// call for a realloc() of nothing, and libgcrypt.
 
 #include "tests/support/failing_memory.h"
 
@@ -26,6 +27,7 @@ bool Fails() {
 
 extern "C" {
 // NOLINTBEGIN(clang-diagnostic-reserved-identifier): the linker's --wrap prescribes these names
+void* __real_malloc(std::size_t size);
 void* __real_realloc(void* memory, std::size_t size);
 void __real_free(void* memory);
 
@@ -38,6 +40,16 @@ void __real_free(void* memory);
   void* const grown = __real_realloc(memory, size);
   if (grown != nullptr && memory == nullptr) ++g_live;
   return grown;
+}
+
+[[gnu::visibility("default")]] void* __wrap_malloc(std::size_t size) {
+  if (Fails()) {
+    errno = ENOMEM;
+    return nullptr;
+  }
+  void* const memory = __real_malloc(size);
+  if (memory != nullptr) ++g_live;
+  return memory;
 }
 
 [[gnu::visibility("default")]] void __wrap_free(void* memory) {
