@@ -181,7 +181,7 @@ TYPED_TEST(DamagedFile, ForeignFileIsNamed) {
 
 TYPED_TEST(DamagedFile, UnsupportedVersionNamesTheSupportedOnes) {
   const bool show = TypeParam::kKind == cmn::FileKind::kShow;
-  const auto expected = [show](const std::string& version, const std::string& where) {
+  const auto expected = [&](const std::string& version, const std::string& where) {
     return (show ? "Show" : "Log") + (" file version " + version + " is not supported " + where) +
            "; the supported versions are " + (show ? "1.0, 1.1 and 1.2" : "1.1 and 1.2") +
            " (binary) and 2.0 (text)";
