@@ -80,7 +80,8 @@ TEST(ReplacedProbe, IsNotCalledForTheTextForm) {
   zuna_midi::ShowData show = SampleLegacyShow().get_version_1_0();
   const auto show_data = Encrypted(WrittenAt(show, {2, 0}));
   const auto log_data = Encrypted(WrittenAt(SampleCurrentLog(), {2, 0}));
-  const auto& [key, iv] = kKey;
+  const std::vector<std::uint8_t>& key = kKey.key;
+  const std::vector<std::uint8_t>& iv = kKey.iv;
   EXPECT_EQ(Decrypted(showdata_down_vector(show_data, key, iv)), Written(SampleLegacyShow()));
   EXPECT_EQ(Decrypted(showdata_converter_vector(show_data, {1, 2}, key, iv)), WrittenAt(show, {1, 2}));
   EXPECT_EQ(Decrypted(logdata_down_vector(log_data, key, iv)), Written(SampleLegacyLog()));
