@@ -19,9 +19,9 @@ namespace zuna_toolkit {
 
 /// A label, with its tag where it has one.
 inline std::string LabelText(const std::string& label, unsigned tag) {
-  const std::string text = '"' + label + '"';
-  if (tag == 0) return text;
-  return text + " with tag " + std::to_string(tag);
+  std::string text = '"' + label + '"';
+  if (tag != 0) text += " with tag " + std::to_string(tag);
+  return text;
 }
 
 /// What the entries of all timelines have in common.
