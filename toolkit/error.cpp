@@ -27,7 +27,10 @@ ErrorParts Parts(const std::string& file, const std::string& problem, const std:
 Error::Error(ErrorKind kind, ErrorParts parts, const std::string& message)
     : RuntimeError(message), kind_(kind), parts_(std::make_shared<const ErrorParts>(std::move(parts))) {}
 
-Error::Error(ErrorKind kind, ErrorParts parts) : Error(kind, parts, Message(parts)) {}
+Error::Error(ErrorKind kind, ErrorParts parts)
+    : RuntimeError(Message(parts)),
+      kind_(kind),
+      parts_(std::make_shared<const ErrorParts>(std::move(parts))) {}
 
 Error::Error(ErrorKind kind, const std::string& file, const std::string& problem, const std::string& remedy)
     : Error(kind, Parts(file, problem, remedy)) {}
