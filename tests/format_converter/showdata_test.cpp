@@ -23,7 +23,6 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::StartsWith;
 using zuna_test::Bytes;
 using zuna_test::Decrypted;
 using zuna_test::Encrypted;
