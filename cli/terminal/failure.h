@@ -22,8 +22,7 @@ enum class ExitCode : int {
   kClosedPipe = 141,  ///< the output pipe was closed; what a shell reports then
 };
 
-/// Ends a command. The message is ready for the user: "PATH: what happened (where); what to do". An empty one
-/// means that there is nothing to say.
+/// Ends a command. The message is ready for the user: "PATH: what happened (where); what to do".
 class Failure : public std::runtime_error {
  public:
   Failure(ExitCode code, const std::string& message) : std::runtime_error(message), code_(code) {}

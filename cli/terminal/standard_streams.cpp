@@ -34,7 +34,7 @@ void WriteStandardOutput(std::string_view bytes) {
     if (count >= 0) {
       bytes.remove_prefix(static_cast<std::size_t>(count));
     } else if (errno == EPIPE) {
-      throw Failure(ExitCode::kClosedPipe, "");  // Its reader has seen enough.
+      throw Failure(ExitCode::kClosedPipe, "standard output: output pipe closed");
     } else if (errno != EINTR) {
       throw Failure(ExitCode::kIo, "standard output",
                     "cannot be written: " + std::generic_category().message(errno) +
@@ -44,7 +44,7 @@ void WriteStandardOutput(std::string_view bytes) {
 }
 
 void PrintError(const Failure& failure) {
-  if (*failure.what() == '\0') return;
+  if (failure.code() == ExitCode::kClosedPipe) return;  // the reader has stopped on purpose
   const bool colour = Colourful();
   std::cerr << (colour ? kRed : "") << "zuna-convert:" << (colour ? kPlain : "") << ' '
             << Printable(failure.what()) << '\n';

@@ -17,11 +17,12 @@ std::string InputName(const std::string& path);
 /// What messages call the output `path`.
 std::string OutputName(const std::string& path);
 
-/// Writes to standard output. Throws Failure: kIo, or kClosedPipe without a message.
+/// Writes to standard output. Throws Failure: kIo, or kClosedPipe.
 void WriteStandardOutput(std::string_view bytes);
 
 /// Writes "zuna-convert: " and the message to standard error, in colour on a terminal unless the environment
 /// has NO_COLOR.
+/// A closed output pipe is not reported: its reader has stopped on purpose.
 void PrintError(const Failure& failure);
 
 /// Writes "zuna-convert: NAME: " and the text to standard error.
