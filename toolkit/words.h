@@ -26,6 +26,16 @@ ZUNA_API void AppendListed(std::string& list, const std::string& text);
 /// Counts things by kind, as "2 system-exclusive messages, 14 lyrics".
 class ZUNA_API Tally {
  public:
+  /// Adds `count` things of a kind.
+  void Add(const std::string& one, const std::string& many, std::size_t count = 1);
+
+  /// Whether nothing was added.
+  bool empty() const { return kinds_.empty(); }
+
+  /// All of them as a text, such as "17 bar labels, 2 page numbers".
+  std::string ToString() const;
+
+ private:
   /// Some things of one kind.
   struct Kind {
     std::string one;    ///< what one of them is called
@@ -33,20 +43,7 @@ class ZUNA_API Tally {
     std::size_t count;  ///< how many there are
   };
 
-  /// Adds `count` things of a kind.
-  void Add(const std::string& one, const std::string& many, std::size_t count = 1);
-
-  /// Whether nothing was added.
-  bool empty() const { return kinds_.empty(); }
-
-  /// In the order of their first appearance.
-  const std::vector<Kind>& kinds() const { return kinds_; }
-
-  /// All of them as a text, such as "17 bar labels, 2 page numbers".
-  std::string ToString() const;
-
- private:
-  std::vector<Kind> kinds_;
+  std::vector<Kind> kinds_;  ///< in the order of their first appearance
 };
 
 }  // namespace zuna_toolkit
