@@ -84,6 +84,7 @@ ExitCode Run(int argc, char** argv) {
 }  // namespace zuna_cli
 
 int main(int argc, char** argv) {
+  if (!zuna_cli::OccupyStandardDescriptors()) return static_cast<int>(zuna_cli::ExitCode::kIo);
   zuna_cli::HandleSignals();
   return static_cast<int>(zuna_cli::Run(argc, argv));
 }

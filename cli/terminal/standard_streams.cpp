@@ -1,6 +1,7 @@
 // Standard input and output in place of files; messages on standard error.
 #include "cli/terminal/standard_streams.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -23,6 +24,18 @@ bool Colourful() {
 }
 
 }  // namespace
+
+bool OccupyStandardDescriptors() {
+  for (int number = STDIN_FILENO; number <= STDERR_FILENO; ++number) {
+    if (fcntl(number, F_GETFD) != -1) continue;
+    // The lowest free number is this one: those below it are open by now.
+    const int direction = number == STDIN_FILENO ? O_WRONLY : O_RDONLY;
+    int opened = open("/dev/null", direction);
+    while (opened == -1 && errno == EINTR) opened = open("/dev/null", direction);
+    if (opened != number) return false;
+  }
+  return true;
+}
 
 std::string InputName(const std::string& path) { return path == kStandardStream ? "standard input" : path; }
 

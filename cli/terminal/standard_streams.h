@@ -11,6 +11,11 @@ namespace zuna_cli {
 /// The path that means standard input or output.
 constexpr std::string_view kStandardStream = "-";
 
+/// Opens the null device for every one of descriptors 0 to 2 that is closed, in the direction that its use
+/// fails: an output that is asked for on a closed standard output is an error, and no file that the program
+/// opens later gets one of these numbers. Called before anything else. Returns false where that fails.
+bool OccupyStandardDescriptors();
+
 /// What messages call the input `path`.
 std::string InputName(const std::string& path);
 
