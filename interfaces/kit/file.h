@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 
@@ -47,13 +48,67 @@ ZUNA_API FileBytes ReadWholeFile(int descriptor, const std::string& name, std::s
 /// Permissions of a file that only its owner may read and write.
 inline constexpr unsigned kOwnerOnly = 0600;
 
-/// Replaces the file at `path`, or creates it, in one step: a program that opens the path finds the old bytes
-/// or the new ones, also after a crash at any moment. A new file gets the permissions `new_mode` as far as
-/// the umask allows, a replaced one keeps its own; of a symbolic link, what it points to is replaced. What is
-/// not a regular file (a device, a pipe) cannot be replaced and is written to directly.
+/// A file that was not there has appeared while it was to be created, and is left as it is.
+class ZUNA_API FileExistsError : public RuntimeError {
+ public:
+  /// "PATH: has appeared meanwhile and is not replaced; give another path".
+  explicit FileExistsError(const std::string& path);
+
+  /// The file.
+  const std::string& path() const { return *path_; }
+
+ private:
+  std::shared_ptr<const std::string> path_;  ///< shared, so that copying cannot fail
+};
+
+/// What becomes of a file that is in the place of an output.
+enum class Existing {
+  kReplace,  ///< it is replaced in one step
+  kRefuse,   ///< it stays, and FileExistsError is thrown
+};
+
+/// Files that take their places together: all of them, or none after a failure. A program that opens one of
+/// their paths finds the old bytes or the new ones, also after a crash at any moment.
 ///
-/// Throws kit::IoError "PATH: WHAT: REASON; REMEDY"; an old file is untouched then, and no other file is left
-/// behind. A signal that ends the process may leave a temporary file ".zuna-*.tmp" beside the target.
+/// Until then the files are in a folder ".zuna-*.tmp" beside their places, which only its owner can enter.
+/// They are flushed to the disk. Only a crash, or a signal that ends the process, leaves that folder behind.
+class ZUNA_API OutputFiles {
+ public:
+  /// No files yet.
+  explicit OutputFiles(Existing existing);
+  OutputFiles(const OutputFiles&) = delete;
+  OutputFiles& operator=(const OutputFiles&) = delete;
+  /// Removes what has not taken its place.
+  ~OutputFiles();
+
+  /// Takes `path` as the place of the next file. Symbolic links are followed now and not again: what is
+  /// changed in them later has no effect. Throws kit::IoError where no regular file can be there, and
+  /// FileExistsError.
+  void Add(const std::string& path);
+
+  /// How many files were added.
+  std::size_t size() const;
+
+  /// Writes the file that was added as number `file` (from 0), outside its place. A new file gets the
+  /// permissions `new_mode` as far as the umask allows. One that replaces another gets that one's group and
+  /// permissions, without set-user-ID, set-group-ID and sticky; where it cannot get the group, group and
+  /// others get only what both of them had. Throws kit::IoError, also where the old file is write-protected.
+  void Write(std::size_t file, std::span<const std::uint8_t> bytes, unsigned new_mode = kOwnerOnly);
+
+  /// Puts all files, which have been written, in their places. Throws kit::IoError and FileExistsError; the
+  /// old files are back in their places then. Only the message "PATH: is written, but …" means that all files
+  /// are in place: the folder could not be flushed, or the private folder could not be removed. Nothing may
+  /// be called after it.
+  void Commit();
+
+ private:
+  class Set;
+  std::unique_ptr<Set> set_;
+};
+
+/// Replaces the file at `path`, or creates it, as OutputFiles does with Existing::kReplace. What is not a
+/// regular file (a device, a pipe) cannot be replaced and is written to directly. Throws kit::IoError
+/// "PATH: WHAT: REASON; REMEDY".
 ZUNA_API void WriteFileAtomically(const std::string& path, std::span<const std::uint8_t> bytes,
                                   unsigned new_mode = kOwnerOnly);
 

@@ -1,14 +1,19 @@
-// The message of a failed system call: what failed, the reason, and what to do about it.
+// System calls that are made until all is done, and the message of one that failed: what failed, the reason,
+// and what to do about it.
 
 #include "platform/kit/internal/system_calls.h"
 
+#include <algorithm>
 #include <system_error>
 
 #include "kit/error.h"
+#include "kit/format.h"
 
 namespace kit {
 
 namespace {
+
+constexpr std::size_t kLargestWrite = std::size_t{1} << 30;  // some systems refuse 2 GiB
 
 const char* Remedy(int error) {
   switch (error) {
@@ -37,6 +42,26 @@ const char* Remedy(int error) {
 void ThrowIoError(const std::string& path, std::string_view what, int error) {
   throw kit::IoError(path + ": " + std::string(what) + ": " + std::generic_category().message(error) + "; " +
                      Remedy(error));
+}
+
+void WriteAll(int file, std::span<const std::uint8_t> bytes, const std::string& path) {
+  std::size_t written = 0;
+  while (written < bytes.size()) {
+    const auto rest = bytes.subspan(written, std::min(bytes.size() - written, kLargestWrite));
+    const ssize_t count = RetryInterrupted([&] { return ::write(file, rest.data(), rest.size()); });
+    if (count < 0) {
+      const int error = errno;
+      ThrowIoError(path, kit::format("cannot be written (after %zu of %zu bytes)", written, bytes.size()),
+                   error);
+    }
+    written += static_cast<std::size_t>(count);
+  }
+}
+
+void FlushAndClose(FileDescriptor& file, const std::string& path) {
+  if (RetryInterrupted([&] { return ::fsync(file.number()); }) != 0 || !file.Close()) {
+    ThrowIoError(path, "cannot be written (flushing it to the disk)", errno);
+  }
 }
 
 }  // namespace kit

@@ -5,13 +5,19 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace kit {
 
 /// Throws kit::IoError "PATH: WHAT: REASON; REMEDY" for a value of errno; `what` says what failed and where.
 [[noreturn]] void ThrowIoError(const std::string& path, std::string_view what, int error);
+
+/// Writes all `bytes` to an open file. Throws kit::IoError about `path`.
+void WriteAll(int file, std::span<const std::uint8_t> bytes, const std::string& path);
 
 /// Makes a system call and repeats it while a signal interrupts it.
 template <typename Call>
@@ -25,8 +31,11 @@ auto RetryInterrupted(Call call) {
 class FileDescriptor {
  public:
   explicit FileDescriptor(int number) : number_(number) {}
-  FileDescriptor(const FileDescriptor&) = delete;
-  FileDescriptor& operator=(const FileDescriptor&) = delete;
+  FileDescriptor(FileDescriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+  FileDescriptor& operator=(FileDescriptor&& other) noexcept {
+    std::swap(number_, other.number_);
+    return *this;
+  }
   ~FileDescriptor() {
     if (number_ >= 0) ::close(number_);
   }
@@ -46,5 +55,8 @@ class FileDescriptor {
  private:
   int number_;
 };
+
+/// Flushes an open file to the disk and closes it. Throws kit::IoError about `path`.
+void FlushAndClose(FileDescriptor& file, const std::string& path);
 
 }  // namespace kit

@@ -1,4 +1,4 @@
-// Replacing files in one step: modes, links, pipes, full disks.
+// Writing a file in one step: modes, links, pipes, full disks.
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -41,7 +41,23 @@ unsigned Mode(const std::string& path) {
   return status.st_mode & 07777;
 }
 
-TEST(AtomicFile, NewFileIsTheOwnersOnly) {
+constexpr uid_t kNobody = 65534;
+
+/// While it lives, this process has no more rights than any user has.
+class NotRoot {
+ public:
+  NotRoot() : changed_(::geteuid() == 0 && ::seteuid(kNobody) == 0) {}
+  NotRoot(const NotRoot&) = delete;
+  NotRoot& operator=(const NotRoot&) = delete;
+  ~NotRoot() {
+    if (changed_ && ::seteuid(0) != 0) std::abort();
+  }
+
+ private:
+  bool changed_;
+};
+
+TEST(WriteFile, NewFileIsTheOwnersOnly) {
   const TemporaryFolder folder;
   const mode_t old_mask = ::umask(0);
   Write(folder / "new", "content");
@@ -51,7 +67,7 @@ TEST(AtomicFile, NewFileIsTheOwnersOnly) {
   EXPECT_EQ(folder.Names(), Names{"new"});
 }
 
-TEST(AtomicFile, TheUmaskLimitsTheModeOfANewFile) {
+TEST(WriteFile, TheUmaskLimitsTheModeOfANewFile) {
   const TemporaryFolder folder;
   const mode_t old_mask = ::umask(0027);
   kit::WriteFileAtomically(folder / "new", zuna_test::FromText("content"), 0666);
@@ -60,7 +76,7 @@ TEST(AtomicFile, TheUmaskLimitsTheModeOfANewFile) {
   EXPECT_EQ(Mode(folder / "new"), 0640U);
 }
 
-TEST(AtomicFile, ReplacedFileKeepsItsMode) {
+TEST(WriteFile, ReplacedFileKeepsItsMode) {
   const TemporaryFolder folder;
   for (const unsigned mode : {0640U, 0666U, 0755U}) {
     folder.Put("old", "a longer old content");
@@ -72,7 +88,46 @@ TEST(AtomicFile, ReplacedFileKeepsItsMode) {
   EXPECT_EQ(folder.Names(), Names{"old"});
 }
 
-TEST(AtomicFile, AnOpenOldFileIsNotChanged) {
+TEST(WriteFile, DropsSpecialBitsOfTheReplacedFile) {
+  const TemporaryFolder folder;
+  for (const unsigned special : {04000U, 02000U, 01000U, 07000U}) {
+    folder.Put("old", "old");
+    ASSERT_EQ(::chmod((folder / "old").c_str(), special | 0755U), 0);
+    Write(folder / "old", "new");
+    EXPECT_EQ(Mode(folder / "old"), 0755U);
+  }
+}
+
+/// Replaces a file of this mode that belongs to a group of others; gives the mode and group afterwards.
+std::pair<unsigned, gid_t> ReplaceOfGroup(unsigned mode, gid_t group, bool as_root) {
+  const TemporaryFolder folder;
+  folder.Put("file", "old");
+  EXPECT_EQ(::chown(folder.path().c_str(), kNobody, kNobody), 0);
+  EXPECT_EQ(::chown((folder / "file").c_str(), kNobody, group), 0);
+  EXPECT_EQ(::chmod((folder / "file").c_str(), mode), 0);
+  if (as_root) {
+    Write(folder / "file", "new");
+  } else {
+    const NotRoot not_root;
+    Write(folder / "file", "new");
+  }
+  struct stat status {};
+  EXPECT_EQ(::stat((folder / "file").c_str(), &status), 0);
+  return {status.st_mode & 07777, status.st_gid};
+}
+
+TEST(WriteFile, AnotherGroupGetsNoMoreThanOthersHad) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only root can give files to other groups";
+  constexpr gid_t kGroup = 54321;
+  EXPECT_EQ(ReplaceOfGroup(0640, kGroup, true), std::pair(0640U, kGroup));
+  const gid_t own = ::getegid();
+  EXPECT_EQ(ReplaceOfGroup(0640, kGroup, false), std::pair(0600U, own));
+  EXPECT_EQ(ReplaceOfGroup(0664, kGroup, false), std::pair(0644U, own));
+  EXPECT_EQ(ReplaceOfGroup(0604, kGroup, false), std::pair(0600U, own));
+  EXPECT_EQ(ReplaceOfGroup(0640, own, false), std::pair(0640U, own));
+}
+
+TEST(WriteFile, AnOpenOldFileIsNotChanged) {
   const TemporaryFolder folder;
   folder.Put("file", "old");
   const int old = ::open((folder / "file").c_str(), O_RDONLY);
@@ -83,7 +138,7 @@ TEST(AtomicFile, AnOpenOldFileIsNotChanged) {
   EXPECT_STREQ(text, "old");
 }
 
-TEST(AtomicFile, WritesWithoutAFolderInThePath) {
+TEST(WriteFile, WritesWithoutAFolderInThePath) {
   const TemporaryFolder folder;
   const std::filesystem::path before = std::filesystem::current_path();
   std::filesystem::current_path(folder.path());
@@ -92,14 +147,14 @@ TEST(AtomicFile, WritesWithoutAFolderInThePath) {
   EXPECT_EQ(zuna_test::FileText(folder / "bare"), "content");
 }
 
-TEST(AtomicFile, WritesTheLongestNames) {
+TEST(WriteFile, WritesTheLongestNames) {
   const TemporaryFolder folder;
   const std::string name(255, 'n');
   Write(folder / name, "content");
   EXPECT_EQ(folder.Names(), Names{name});
 }
 
-TEST(AtomicFile, ReplacesWhatALinkPointsTo) {
+TEST(WriteFile, ReplacesWhatALinkPointsTo) {
   const TemporaryFolder folder;
   std::filesystem::create_directory(folder.path() / "sub");
   folder.Put("sub/file", "old");
@@ -112,7 +167,7 @@ TEST(AtomicFile, ReplacesWhatALinkPointsTo) {
   EXPECT_EQ(zuna_test::FileText(folder / "sub/file"), "new");
 }
 
-TEST(AtomicFile, CreatesWhatALinkPointsTo) {
+TEST(WriteFile, CreatesWhatALinkPointsTo) {
   const TemporaryFolder folder;
   std::filesystem::create_symlink("absent", folder.path() / "link");
   Write(folder / "link", "new");
@@ -120,7 +175,7 @@ TEST(AtomicFile, CreatesWhatALinkPointsTo) {
   EXPECT_EQ(zuna_test::FileText(folder / "absent"), "new");
 }
 
-TEST(AtomicFile, LinksInACircle) {
+TEST(WriteFile, LinksInACircle) {
   const TemporaryFolder folder;
   std::filesystem::create_symlink("b", folder.path() / "a");
   std::filesystem::create_symlink("a", folder.path() / "b");
@@ -128,19 +183,18 @@ TEST(AtomicFile, LinksInACircle) {
                                             std::generic_category().message(ELOOP) + "; check the path");
 }
 
-TEST(AtomicFile, EmptyPath) {
+TEST(WriteFile, EmptyPath) {
   EXPECT_EQ(Refusal("", "x"), "the path to write to is empty; give the path of a file");
 }
 
-TEST(AtomicFile, MissingFolder) {
+TEST(WriteFile, MissingFolder) {
   const TemporaryFolder folder;
-  EXPECT_EQ(
-      Refusal(folder / "none/file", "x"),
-      folder / "none/file" +
-          ": cannot be written (creating a file in its folder): No such file or directory; check the path");
+  EXPECT_EQ(Refusal(folder / "none/file", "x"),
+            folder / "none/file" +
+                ": cannot be written (opening its folder): No such file or directory; check the path");
 }
 
-TEST(AtomicFile, FolderAsTarget) {
+TEST(WriteFile, FolderAsTarget) {
   const TemporaryFolder folder;
   std::filesystem::create_directory(folder.path() / "sub");
   EXPECT_EQ(Refusal(folder / "sub", "x"),
@@ -148,7 +202,7 @@ TEST(AtomicFile, FolderAsTarget) {
   EXPECT_EQ(folder.Names(), Names{"sub"});
 }
 
-TEST(AtomicFile, FullDevice) {
+TEST(WriteFile, FullDevice) {
   if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no /dev/full here";
   EXPECT_EQ(Refusal("/dev/full", "content"),
             "/dev/full: cannot be written (after 0 of 7 bytes): No space left on device; free some space, or "
@@ -157,7 +211,7 @@ TEST(AtomicFile, FullDevice) {
   EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
 }
 
-TEST(AtomicFile, PipesAreWrittenTo) {
+TEST(WriteFile, PipesAreWrittenTo) {
   const TemporaryFolder folder;
   ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
   std::string received;
@@ -188,7 +242,7 @@ class FileSizeLimit {
   rlimit old_limit_{};
 };
 
-TEST(AtomicFile, AWriteThatFailsMidwayLeavesTheOldFileAndNothingElse) {
+TEST(WriteFile, AWriteThatFailsMidwayLeavesTheOldFileAndNothingElse) {
   const TemporaryFolder folder;
   folder.Put("file", "old");
   std::string message;
@@ -204,7 +258,7 @@ TEST(AtomicFile, AWriteThatFailsMidwayLeavesTheOldFileAndNothingElse) {
   EXPECT_EQ(folder.Names(), Names{"file"});
 }
 
-TEST(AtomicFile, AFailedWriteOfANewFileLeavesNothing) {
+TEST(WriteFile, AFailedWriteOfANewFileLeavesNothing) {
   const TemporaryFolder folder;
   {
     const FileSizeLimit limit(10000);
@@ -213,21 +267,7 @@ TEST(AtomicFile, AFailedWriteOfANewFileLeavesNothing) {
   EXPECT_EQ(folder.Names(), Names{});
 }
 
-/// While it lives, this process has no more rights than any user has.
-class NotRoot {
- public:
-  NotRoot() : changed_(::geteuid() == 0 && ::seteuid(65534) == 0) {}
-  NotRoot(const NotRoot&) = delete;
-  NotRoot& operator=(const NotRoot&) = delete;
-  ~NotRoot() {
-    if (changed_ && ::seteuid(0) != 0) std::abort();
-  }
-
- private:
-  bool changed_;
-};
-
-TEST(AtomicFile, AProtectedFileIsNotReplaced) {
+TEST(WriteFile, AProtectedFileIsNotReplaced) {
   const TemporaryFolder folder;
   folder.Put("file", "old");
   ASSERT_EQ(::chmod((folder / "file").c_str(), 0444), 0);
@@ -242,6 +282,18 @@ TEST(AtomicFile, AProtectedFileIsNotReplaced) {
                 ": cannot be written: Permission denied; check the permissions, or choose another folder");
   EXPECT_EQ(zuna_test::FileText(folder / "file"), "old");
   EXPECT_EQ(folder.Names(), Names{"file"});
+}
+
+TEST(WriteFile, AFileWithoutANameIsRefused) {
+  if (!std::filesystem::exists("/proc/self/fd")) GTEST_SKIP() << "no /proc here";
+  const TemporaryFolder folder;
+  const int file = ::open(folder.Put("file", "old").c_str(), O_RDONLY);
+  std::filesystem::remove(folder / "file");
+  const std::string link = "/proc/self/fd/" + std::to_string(file);
+  EXPECT_EQ(Refusal(link, "new"),
+            link + ": leads to a file that has no name, or is being changed; give another path");
+  ::close(file);
+  EXPECT_EQ(folder.Names(), Names{});
 }
 
 }  // namespace

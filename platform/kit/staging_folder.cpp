@@ -1,0 +1,98 @@
+// A private folder beside outputs, in which they are made complete.
+
+#include "platform/kit/internal/staging_folder.h"
+
+#include <fcntl.h>
+
+#include <cstdio>
+#include <random>
+#include <utility>
+
+#include "kit/format.h"
+
+namespace kit {
+
+namespace {
+
+constexpr const char* kNotCreated = "cannot be written (creating a file in its folder)";
+constexpr int kMostNames = 100;
+constexpr mode_t kPrivateFolder = 0700;
+constexpr mode_t kPermissions = 0777;
+constexpr mode_t kOwnersPermissions = 0700;
+constexpr mode_t kOthersPermissions = 0007;
+
+/// Group and others may do what both might do before: members of either group may be among them now.
+mode_t WithoutGroup(mode_t mode) {
+  const mode_t shared = (mode >> 3) & mode & kOthersPermissions;
+  return (mode & kOwnersPermissions) | (shared << 3) | shared;
+}
+
+}  // namespace
+
+StagedName::StagedName(const char* prefix, std::size_t number) : text() {
+  std::snprintf(text.data(), text.size(), "%s-%zu", prefix, number);
+}
+
+StagingFolder::StagingFolder(std::shared_ptr<const Folder> parent, const std::string& path)
+    : parent_(std::move(parent)), descriptor_(-1) {
+  std::random_device random;
+  int made = -1;
+  for (int names = 0; names < kMostNames && made != 0; ++names) {
+    name_ = kit::format(".zuna-%08x%08x.tmp", random(), random());
+    made = ::mkdirat(parent_->number(), name_.c_str(), kPrivateFolder);
+    if (made != 0 && errno != EEXIST) break;
+  }
+  if (made != 0) ThrowIoError(path, kNotCreated, errno);
+  exists_ = true;
+  constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+  descriptor_ =
+      FileDescriptor(RetryInterrupted([&] { return ::openat(parent_->number(), name_.c_str(), kFlags); }));
+  if (descriptor_.is_open()) return;
+  const int error = errno;
+  Remove();  // The destructor of an object that was not made is not called.
+  ThrowIoError(path, kNotCreated, error);
+}
+
+FileDescriptor StagingFolder::Create(const StagedName& name, unsigned mode, const std::string& path) const {
+  constexpr int kFlags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+  FileDescriptor file(RetryInterrupted(
+      [&] { return ::openat(number(), name.text.data(), kFlags, static_cast<mode_t>(mode)); }));
+  if (!file.is_open()) ThrowIoError(path, kNotCreated, errno);
+  return file;
+}
+
+void StagingFolder::GivePermissionsOf(const struct stat& old, const StagedName& name,
+                                      const std::string& path) const {
+  constexpr const char* kFailed = "cannot be written (setting its mode)";
+  constexpr auto kSameOwner = static_cast<uid_t>(-1);
+  const char* const file = name.text.data();
+  struct stat status {};
+  if (::fstatat(number(), file, &status, AT_SYMLINK_NOFOLLOW) != 0) ThrowIoError(path, kFailed, errno);
+  const bool group_kept = status.st_gid == old.st_gid ||
+                          ::fchownat(number(), file, kSameOwner, old.st_gid, AT_SYMLINK_NOFOLLOW) == 0;
+  const mode_t mode = old.st_mode & kPermissions;
+  if (::fchmodat(number(), file, group_kept ? mode : WithoutGroup(mode), 0) != 0) {
+    ThrowIoError(path, kFailed, errno);
+  }
+}
+
+int StagingFolder::MoveReplacing(const StagedName& name, const Target& target) const {
+  return ::renameat(number(), name.text.data(), target.folder->number(), target.name.c_str());
+}
+
+int StagingFolder::MoveWithoutReplacing(const StagedName& name, const Target& target) const {
+  const int to = target.folder->number();
+#if defined(__linux__) && defined(RENAME_NOREPLACE)
+  if (::renameat2(number(), name.text.data(), to, target.name.c_str(), RENAME_NOREPLACE) == 0) return 0;
+  if (errno != ENOSYS && errno != EINVAL) return -1;  // Old kernels and some file systems have no such call.
+#endif
+  return ::linkat(number(), name.text.data(), to, target.name.c_str(), 0);
+}
+
+int StagingFolder::Remove() {
+  if (!exists_) return 0;
+  exists_ = false;
+  return ::unlinkat(parent_->number(), name_.c_str(), AT_REMOVEDIR) == 0 ? 0 : errno;
+}
+
+}  // namespace kit
