@@ -163,7 +163,7 @@ TEST(MidiImport, SaysWhereBarLabelsEnd) {
   track.metas = {{0, smf::kMeter, B("\x01\x07\x18\x08")}};
   track.end = 0xFFFFFFFF;
   EXPECT_THAT(Imported(FileOf({track})).report.remarks,
-              ElementsAre("bars are labelled up to bar 100000 only"));
+              ElementsAre("bars are labelled up to bar 10000 only"));
 }
 
 TEST(MidiImport, RefusesMoreVoicesThanThereAreNumbers) {

@@ -16,8 +16,8 @@ namespace zuna_toolkit::midi {
 /// event in `report`, but not the track names.
 TL::Timeline ImportTimeline(const smf::File& file, Report& report);
 
-/// No song gets more bar labels than these; a hostile file could ask for billions.
-constexpr std::size_t kMaxBarLabels = 100'000;
+/// No song gets more bar labels than these; a file of some bytes could ask for billions.
+constexpr std::size_t kMaxBarLabels = 10'000;
 
 /// The labels "1", "2", … at the bars that the meters give, from the first meter on and before `song_length`
 /// (ticks). A meter begins a new bar wherever it stands. A bar that would not begin on a whole tick begins on
