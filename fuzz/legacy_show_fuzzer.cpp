@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "format_converter/version0/containers/show_data.h"
+#include "fuzz/cost.h"
 #include "fuzz/target.h"
 #include "zuna_midi/show_data.h"
 
@@ -23,7 +24,7 @@ std::string Written(const ShowData& show) {
 
 ShowData Read(const std::string& bytes) {
   std::istringstream is(bytes);
-  return ShowData(is);
+  return fuzz::Bounded("reading a show", bytes.size(), [&] { return ShowData(is); });
 }
 
 /// What can be written reads back as what writes the same bytes.
@@ -37,10 +38,11 @@ void WriteAndRead(const ShowData& show) {
   fuzz::Require(Written(Read(bytes)) == bytes, "a written show reads back");
 }
 
-/// The form that a show has once it went up and came down.
-std::string UpAndDown(const ShowData& show) {
+/// The form that a show of `size` bytes has once it went up and came down.
+std::string UpAndDown(const ShowData& show, std::size_t size) {
   try {
-    return Written(ShowData(show.get_version_1_0()));
+    const auto up = fuzz::Bounded("conversion up", size, [&] { return show.get_version_1_0(); });
+    return Written(fuzz::Bounded("conversion down", size, [&] { return ShowData(up); }));
   } catch (const std::exception&) {
     return {};  // a timeline without meters, an event without a track and the like
   }
@@ -61,12 +63,12 @@ bool TimelinesInOrder(const ShowData& show) {
 }
 
 /// What came down reads back, and can go up and come down again.
-void ConvertTwice(const ShowData& show) {
-  const std::string converted = UpAndDown(show);
+void ConvertTwice(const ShowData& show, std::size_t size) {
+  const std::string converted = UpAndDown(show, size);
   if (converted.empty()) return;
   fuzz::Require(Written(Read(converted)) == converted, "a converted show reads back");
   if (!TimelinesInOrder(show)) return;
-  fuzz::Require(!UpAndDown(Read(converted)).empty(), "a converted show converts again");
+  fuzz::Require(!UpAndDown(Read(converted), converted.size()).empty(), "a converted show converts again");
 }
 
 }  // namespace
@@ -75,7 +77,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   try {
     const ShowData show = Read(std::string(data, data + size));
     WriteAndRead(show);
-    ConvertTwice(show);
+    ConvertTwice(show, size);
   } catch (const std::exception&) {
     return 0;  // refused, as most inputs are
   }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <stdexcept>
 
+#include "fuzz/cost.h"
 #include "fuzz/target.h"
 #include "toolkit/midi/songs.h"
 #include "toolkit/smf/file.h"
@@ -39,10 +40,20 @@ std::size_t MessageCount(const zuna_midi::SongData& song) {
   return count;
 }
 
-void CheckSong(const File& file) {
+void RequireShortReport(const Report& report, std::size_t size) {
+  std::size_t printed = report.not_kept.ToString().size();
+  for (const std::string& remark : report.remarks) printed += remark.size() + 1;
+  fuzz::RequireShort(printed, size);
+}
+
+void CheckSong(const File& file, std::size_t size) {
   Report report;
-  const auto song = zuna_toolkit::midi::ImportSong(file, "1", "fuzz", report);
-  const File exported = ReadText(zuna_toolkit::smf::Write(zuna_toolkit::midi::ExportSong(*song, report)));
+  const auto song = fuzz::Bounded("import of a song", size,
+                                  [&] { return zuna_toolkit::midi::ImportSong(file, "1", "fuzz", report); });
+  RequireShortReport(report, size);
+  const File exported = ReadText(fuzz::Bounded("export of a song", size, [&] {
+    return zuna_toolkit::smf::Write(zuna_toolkit::midi::ExportSong(*song, report));
+  }));
   const auto again = zuna_toolkit::midi::ImportSong(exported, "1", "fuzz", report);
   if (MessageCount(*again) != MessageCount(*song)) return;  // Some stood too far apart in their voice.
   for (const auto& [number, voice] : song->voice_data->tracks()) {
@@ -56,9 +67,11 @@ void CheckSong(const File& file) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   try {
     zuna_toolkit::smf::ReadNotes notes;
-    const File file = zuna_toolkit::smf::Read({data, size}, notes);
+    const File file = fuzz::Bounded("reading a MIDI file", size, [&] {
+      return zuna_toolkit::smf::Read({data, size}, notes);
+    });
     CheckWriter(file);
-    CheckSong(file);
+    CheckSong(file, size);
   } catch (const zuna_toolkit::Error&) {
     return 0;
   }

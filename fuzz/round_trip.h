@@ -10,6 +10,7 @@
 #include "CL/change_log.h"
 #include "cmn/data_error.h"
 #include "cmn/file_format.h"
+#include "fuzz/cost.h"
 #include "fuzz/target.h"
 #include "zuna_midi/show_data.h"
 
@@ -28,7 +29,7 @@ std::string Write(const Model& model, const cmn::FileVersion& version) {
 template <typename Model>
 Model Read(const std::string& bytes) {
   std::istringstream is(bytes);
-  return Model(is);
+  return Bounded("reading", bytes.size(), [&] { return Model(is); });
 }
 
 /// Reads `bytes` as a current file. What is refused is refused with a cmn::DataError; what is read can be
@@ -44,7 +45,8 @@ std::optional<Model> ReadAndConvert(const std::string& bytes) {
   const std::span<const cmn::FileVersion> versions = cmn::SupportedVersions(KindOf(*model));
   const std::string expected = Write(*model, versions.front());
   for (const cmn::FileVersion& version : versions) {
-    const Model again = Read<Model>(Write(*model, version));
+    const std::string written = Bounded("writing", bytes.size(), [&] { return Write(*model, version); });
+    const Model again = Read<Model>(written);
     Require(Write(again, versions.front()) == expected, "every version holds the whole file");
   }
   return model;

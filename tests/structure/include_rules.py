@@ -30,7 +30,7 @@ OWN = {
     "benchmarks": ("benchmarks", "tests/support", "toolkit", "format_converter"),
     "examples": (),
     "tests/conformance": ("tests/conformance", "tests/support", "format_converter"),
-    "tests": ("tests", "toolkit", "cli", "format_converter", "platform"),
+    "tests": ("tests", "toolkit", "cli", "format_converter", "fuzz", "platform"),
 }
 PRODUCT = ("interfaces", "format_converter", "platform/core", "platform/kit", "platform/security", "toolkit", "cli")
 SEE_INTERNAL = ("tests", "tests/conformance", "fuzz")

@@ -1,0 +1,70 @@
+// The input: a file of any kind and version, plain or encrypted with an empty key. Whatever it is, opening it
+// gives a document or a zuna_toolkit::Error; what there is to tell about a document is short; and a document
+// is written as a file that holds the same.
+
+#include "cli/commands/document_text.h"
+#include "fuzz/documents.h"
+#include "fuzz/target.h"
+#include "toolkit/conversion/conversion.h"
+
+namespace {
+
+using zuna_toolkit::Expected;
+
+/// Calls a reader, which may refuse the input.
+template <typename Read>
+void Try(const char* step, const std::string& bytes, Read read) {
+  try {
+    fuzz::OpenedFile file = fuzz::Open(bytes);
+    const fuzz::MemoryBound bound(step, fuzz::HeapBound(bytes.size()));
+    read(file);
+  } catch (const zuna_toolkit::Error&) {
+    return;
+  }
+}
+
+void CallEveryReader(const std::string& bytes) {
+  for (const Expected expected : {Expected::kShow, Expected::kLegacy, Expected::kCurrent}) {
+    Try("reading an expected document", bytes,
+        [&](auto& file) { zuna_toolkit::ReadDocument(file, expected); });
+  }
+  Try("detecting", bytes, [](auto& file) { zuna_toolkit::Detect(file); });
+  Try("reading a log as a companion", bytes, [](auto& file) { zuna_toolkit::ReadLogAsCompanion(file); });
+  Try("reading a show as a companion", bytes, [](auto& file) { zuna_toolkit::ReadShowAsCompanion(file); });
+  Try("checking a text", bytes, [&](auto& file) {
+    zuna_toolkit::RequireCorrectText({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()},
+                                     file.name());
+  });
+}
+
+void CheckTexts(const fuzz::Document& document, std::size_t size) {
+  fuzz::RequireShort(fuzz::Bounded("info", size, [&] { return zuna_cli::InfoText(document); }), size);
+  fuzz::RequireShort(fuzz::Bounded("info as JSON", size, [&] { return zuna_cli::InfoJson(document); }), size);
+  fuzz::RequireShort(zuna_cli::CountsText(document), size);
+}
+
+void CheckWriter(const fuzz::Document& document, std::size_t size) {
+  std::string written;
+  try {
+    written = fuzz::Bounded("writing a document", size, [&] { return fuzz::Written(document); });
+  } catch (const zuna_toolkit::Error&) {
+    fuzz::Require(document.type().is_legacy(), "a current document can be written");
+    return;  // a legacy song without events
+  }
+  const auto again = fuzz::ReadDocument(written);
+  fuzz::Require(again.has_value(), "a written document is read");
+  fuzz::Require(again->type() == document.type(), "a written document has the type of the first one");
+  fuzz::Require(fuzz::Written(*again) == written, "a written document is written again as the same bytes");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string bytes(data, data + size);
+  CallEveryReader(bytes);
+  const auto document = fuzz::ReadDocument(bytes);
+  if (!document) return 0;
+  CheckTexts(*document, size);
+  CheckWriter(*document, size);
+  return 0;
+}
