@@ -24,7 +24,7 @@ constexpr mode_t kOthersPermissions = 0007;
 /// Group and others may do what both might do before: members of either group may be among them now.
 mode_t WithoutGroup(mode_t mode) {
   const mode_t shared = (mode >> 3) & mode & kOthersPermissions;
-  return (mode & kOwnersPermissions) | (shared << 3) | shared;
+  return static_cast<mode_t>((mode & kOwnersPermissions) | (shared << 3) | shared);
 }
 
 }  // namespace
