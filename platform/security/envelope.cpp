@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "kit/format.h"
+#include "platform/security/stack.h"
 #include "zuna_sec/errors.h"
 
 namespace zuna_security {
@@ -136,6 +137,7 @@ Envelope ParseEnvelope(Bytes bytes, const std::string& name) {
 
 void Open(const Envelope& envelope, const KeyAndIv& secrets, MutableBytes plaintext,
           const std::string& name) try {
+  const StackWiper no_remains;
   EnvelopeKeys keys;
   DeriveKeys(secrets.key, secrets.iv, kSuite, keys);
   if (!EqualInConstantTime(keys.key_check.bytes(), envelope.key_check)) {
@@ -158,6 +160,7 @@ void CheckPlaintextSize(std::size_t size, const std::string& name) {
 }
 
 void Seal(Bytes plaintext, const KeyAndIv& secrets, MutableBytes envelope, const std::string& name) try {
+  const StackWiper no_remains;
   EnvelopeKeys keys;
   DeriveKeys(secrets.key, secrets.iv, kSuite, keys);
   std::copy(kMagic.begin(), kMagic.end(), envelope.begin());

@@ -5,20 +5,16 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <span>
+
+#include "kit/wipe.h"
 
 namespace zuna_security {
 
 using Bytes = std::span<const std::uint8_t>;
 using MutableBytes = std::span<std::uint8_t>;
 
-/// Overwrites memory with zeros, even where the compiler sees that it is not read again.
-inline void Wipe(MutableBytes memory) {
-  // Called through a volatile pointer, which the compiler cannot see through: the write has to happen.
-  static void* (*const volatile overwrite)(void*, int, std::size_t) = std::memset;
-  if (!memory.empty()) overwrite(memory.data(), 0, memory.size());
-}
+using kit::Wipe;
 
 /// Whether two secrets are the same, in a time that depends on their lengths only.
 inline bool EqualInConstantTime(Bytes a, Bytes b) {

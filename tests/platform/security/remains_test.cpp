@@ -1,0 +1,116 @@
+// Nothing of a key stays in memory after sealing and opening: neither in freed blocks nor on the stack.
+
+#include <gcrypt.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "platform/security/envelope.h"
+#include "tests/support/bytes.h"
+#include "tests/support/encrypted.h"
+#include "tests/support/remains.h"
+#include "zuna_sec/errors.h"
+
+namespace {
+
+using remains::Secret;
+using zuna_test::ByteVector;
+using zuna_test::FromHex;
+
+/// What is derived from zuna_test::kKey, by another implementation of HKDF; every bit is inverted.
+const std::pair<const char*, Secret> kSecrets[] = {
+    {"pseudo-random key",
+     Secret(FromHex("BD42E3550D22C759802AAD93075574EB818953E0C4F0A3ADE68A679090C8EE11"))},
+    {"MAC key", Secret(FromHex("2B7AA9CFAAB45D1A37F18383029A50DC219646494F2B1C202740FB25DDE838AD"))},
+    {"CTR key", Secret(FromHex("E9468057698F0F7E55FD2ACC2E004D613390ADFA685BFA239F162B905B7514DA"))},
+};
+const Secret kCallersKey(FromHex("FEFDFCFBFAF9F8F7F6F5F4F3F2F1F0EF"));
+
+extern "C" {
+void* Allocate(std::size_t size) { return std::malloc(size); }
+void* Reallocate(void* memory, std::size_t size) { return std::realloc(memory, size); }
+int IsSecure(const void* /*memory*/) { return 0; }
+}
+
+class Remains : public testing::TestWithParam<std::size_t> {
+ protected:
+  static void SetUpTestSuite() {
+    gcry_set_allocation_handler(Allocate, Allocate, IsSecure, Reallocate, remains::LookAndFree);
+    zuna_test::Encrypted("");
+  }
+
+  static ByteVector Sealed(std::size_t size) { return zuna_test::Encrypted(std::string(size, 'x')); }
+
+  static void Seal(std::size_t size) {
+    const ByteVector plaintext(size, 'x');
+    ByteVector envelope(zuna_security::kEnvelopeHeaderSize + size);
+    zuna_security::Seal(plaintext, {zuna_test::kKey.key, zuna_test::kKey.iv}, envelope, "e");
+  }
+
+  static void Open(const ByteVector& sealed) {
+    const zuna_security::Envelope envelope = zuna_security::ParseEnvelope(sealed, "e");
+    ByteVector plaintext(envelope.ciphertext.size());
+    try {
+      zuna_security::Open(envelope, {zuna_test::kKey.key, zuna_test::kKey.iv}, plaintext, "e");
+    } catch (const zuna_sec::CipherError&) {
+      return;  // what is left behind by a failure is looked for too
+    }
+  }
+
+  static void ExpectNothingRemains(const std::function<void()>& work) {
+    const std::vector<std::uint8_t> stack = remains::StackAfter(work);
+    EXPECT_FALSE(kCallersKey.IsIn(stack)) << "the caller's key is on the stack";
+    for (const auto& [name, secret] : kSecrets) {
+      EXPECT_FALSE(secret.IsIn(stack)) << "the " << name << " is on the stack";
+      remains::WatchFreedMemory(&secret);
+      work();
+      EXPECT_EQ(remains::FoundInFreedMemory(), 0) << "the " << name << " is in freed memory";
+      remains::WatchFreedMemory(nullptr);
+    }
+  }
+};
+
+TEST_P(Remains, NoneAfterSealing) {
+  const std::size_t size = GetParam();
+  ExpectNothingRemains([size] { Seal(size); });
+}
+
+TEST_P(Remains, NoneAfterOpening) {
+  const ByteVector sealed = Sealed(GetParam());
+  ExpectNothingRemains([&] { Open(sealed); });
+}
+
+TEST_P(Remains, NoneAfterAFailure) {
+  ByteVector damaged = Sealed(GetParam());
+  damaged[60] ^= 1;  // tag
+  ExpectNothingRemains([&] { Open(damaged); });
+  ByteVector other_key = Sealed(GetParam());
+  other_key[30] ^= 1;  // key check
+  ExpectNothingRemains([&] { Open(other_key); });
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, Remains, testing::Values(0, 1, 64, 5000));
+
+/// The compiler does not see that the copy is not needed.
+void* (*const volatile g_copy)(void*, const void*, std::size_t) = std::memcpy;
+
+/// The search itself: it finds what is left behind on purpose.
+TEST(RemainsSearch, FindsWhatIsLeft) {
+  const ByteVector key = zuna_test::kKey.key;
+  const auto leave = [&key] {
+    std::uint8_t left[16];
+    g_copy(left, key.data(), key.size());
+  };
+  EXPECT_TRUE(kCallersKey.IsIn(remains::StackAfter(leave)));
+  remains::WatchFreedMemory(&kCallersKey);
+  const ByteVector* volatile copy = new ByteVector(key);
+  delete copy;
+  EXPECT_EQ(remains::FoundInFreedMemory(), 1);
+  remains::LookAndFree(g_copy(std::malloc(16), key.data(), 16));
+  EXPECT_EQ(remains::FoundInFreedMemory(), 2);
+  remains::WatchFreedMemory(nullptr);
+}
+
+}  // namespace
