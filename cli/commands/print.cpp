@@ -2,6 +2,7 @@
 #include <memory>
 #include <optional>
 #include <sstream>
+#include <type_traits>
 
 #include "CL/song_log.h"
 #include "cli/commands/context.h"
@@ -25,17 +26,48 @@ struct Options {
   std::optional<std::string> song;
 };
 
-void PrintSong(const version0::SongLogV0& song, std::ostream& os) { song.write_string_detailed(os, 0); }
+// A name is made printable before the library writes it: a line break in it must not look like a new line of
+// the listing.
 
-void PrintSong(const std::shared_ptr<CL::SongLog>& song, std::ostream& os) {
-  song->WriteStringDetailed(os, 0);
+void PrintSong(version0::SongLogV0 song, std::ostream& os) {
+  song.songNumber_ = Printable(song.songNumber_);
+  song.songName_ = Printable(song.songName_);
+  for (version0::XScoreMarker& marker : song.score_markers) marker.text = Printable(marker.text);
+  song.write_string_detailed(os, 0);
+}
+
+/// Replaces a list by a copy whose labels are printable; the log itself shares the old one.
+template <typename Event>
+void MakePrintable(CL::SongLog::SharedList<Event>& list) {
+  if (!list) return;
+  list = std::make_shared<CL::EventList<Event>>(*list);
+  for (Event& event : list->events) {
+    event.label = Printable(event.label);
+    if constexpr (std::is_same_v<Event, CL::Marker>) event.text = Printable(event.text);
+  }
+}
+
+void PrintSong(const std::shared_ptr<CL::SongLog>& original, std::ostream& os) {
+  CL::SongLog song = *original;
+  song.song_number = Printable(song.song_number);
+  song.song_name = Printable(song.song_name);
+  MakePrintable(song.vamps);
+  MakePrintable(song.repeats);
+  MakePrintable(song.cuts);
+  MakePrintable(song.transposes);
+  MakePrintable(song.tempo_scales);
+  MakePrintable(song.markers);
+  MakePrintable(song.clicks);
+  MakePrintable(song.fermatas);
+  MakePrintable(song.caesuras);
+  song.WriteStringDetailed(os, 0);
 }
 
 /// The program changes, in the form of the library's own report.
 void PrintSong(const std::shared_ptr<zuna_midi::SongData>& song, std::ostream& os) {
-  os << "Song " << song->song_number << ": " << song->song_name << ":\n";
+  os << "Song " << Printable(song->song_number) << ": " << Printable(song->song_name) << ":\n";
   for (const auto& [number, voice] : song->voice_data->tracks()) {
-    os << "  " << voice->name << ":\n";
+    os << "  " << Printable(voice->name) << ":\n";
     for (const auto& [time, message] : voice->messages) {
       if ((message.status & zuna_toolkit::smf::kKindMask) != kProgramChange) continue;
       os << "    " << time << ": ";
@@ -78,7 +110,7 @@ std::string TextOf(zuna_toolkit::OpenedFile& file, const Options& options) {
 void Run(const Options& options, const Context& context) {
   RequireUsableInputs({options.input});
   zuna_toolkit::OpenedFile file = OpenInput(options.input, context.Key());
-  WriteStandardOutput(PrintableLines(TextOf(file, options)));
+  WriteStandardOutput(TextOf(file, options));
 }
 
 }  // namespace

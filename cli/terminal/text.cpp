@@ -1,7 +1,6 @@
 // Text for terminals and for JSON.
 #include "cli/terminal/text.h"
 
-#include <algorithm>
 #include <cstdint>
 
 #include "kit/format.h"
@@ -12,64 +11,61 @@ namespace zuna_cli {
 namespace {
 
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";  // U+FFFD
+constexpr char32_t kLargestInFourDigits = 0xFFFF;
 
-/// C0, DEL and, written in two bytes, C1.
-bool IsControl(std::string_view character) {
-  const auto first = static_cast<std::uint8_t>(character[0]);
-  if (character.size() == 1) return first < 0x20 || first == 0x7F;
-  return first == 0xC2 && static_cast<std::uint8_t>(character[1]) < 0xA0;
+bool IsEscaped(char32_t character) { return kit::IsControl(character) || kit::IsInvisible(character); }
+
+/// "\uNNNN"; characters above U+FFFF as two surrogates (RFC 8259, section 7).
+std::string JsonEscape(char32_t character) {
+  if (character <= kLargestInFourDigits) return kit::format("\\u%04x", static_cast<unsigned>(character));
+  const auto above = static_cast<unsigned>(character) - 0x10000;
+  return kit::format("\\u%04x\\u%04x", 0xD800 + (above >> 10), 0xDC00 + (above & 0x3FF));
 }
 
-void AppendEscaped(std::string& out, const char* format, std::string_view bytes) {
-  for (const char byte : bytes)
-    out += kit::format(format, static_cast<unsigned>(static_cast<std::uint8_t>(byte)));
+std::string TerminalEscape(char32_t character) {
+  const auto value = static_cast<unsigned>(character);
+  if (value < 0x80) return kit::format("\\x%02x", value);
+  return kit::format(character <= kLargestInFourDigits ? "\\u%04x" : "\\U%08x", value);
+}
+
+std::string ByteEscape(char byte) {
+  return kit::format("\\x%02x", static_cast<unsigned>(static_cast<std::uint8_t>(byte)));
+}
+
+/// Puts `text` together of what `shown` makes of its characters and `broken` of bytes that are none.
+template <typename Shown, typename Broken>
+std::string Rewritten(std::string_view text, Shown shown, Broken broken) {
+  std::string out;
+  while (!text.empty()) {
+    const std::size_t length = kit::Utf8Length(text);
+    if (length == 0) {
+      out += broken(text[0]);
+      text.remove_prefix(1);
+      continue;
+    }
+    const std::string_view character = text.substr(0, length);
+    out += shown(character, kit::CodePoint(character));
+    text.remove_prefix(length);
+  }
+  return out;
 }
 
 }  // namespace
 
 std::string Printable(std::string_view text) {
-  std::string out;
-  while (!text.empty()) {
-    const std::size_t length = kit::Utf8Length(text);
-    const std::string_view character = text.substr(0, length == 0 ? 1 : length);
-    if (length == 0 || IsControl(character)) {
-      AppendEscaped(out, "\\x%02x", character);
-    } else {
-      out += character;
-    }
-    text.remove_prefix(character.size());
-  }
-  return out;
-}
-
-std::string PrintableLines(std::string_view text) {
-  std::string out;
-  while (!text.empty()) {
-    const std::size_t length = std::min(text.find_first_of("\n\t"), text.size());
-    out += Printable(text.substr(0, length));
-    if (length < text.size()) out += text[length];
-    text.remove_prefix(std::min(length + 1, text.size()));
-  }
-  return out;
+  const auto shown = [](std::string_view character, char32_t value) {
+    return IsEscaped(value) ? TerminalEscape(value) : std::string(character);
+  };
+  return Rewritten(text, shown, ByteEscape);
 }
 
 std::string JsonString(std::string_view text) {
-  std::string out = "\"";
-  while (!text.empty()) {
-    const std::size_t length = kit::Utf8Length(text);
-    const std::string_view character = text.substr(0, length == 0 ? 1 : length);
-    if (length == 0) {
-      out += kReplacement;
-    } else if (character == "\"" || character == "\\") {
-      (out += '\\') += character;
-    } else if (length == 1 && IsControl(character)) {
-      AppendEscaped(out, "\\u%04x", character);
-    } else {
-      out += character;
-    }
-    text.remove_prefix(character.size());
-  }
-  return out + '"';
+  const auto shown = [](std::string_view character, char32_t value) {
+    if (IsEscaped(value)) return JsonEscape(value);
+    if (character == "\"" || character == "\\") return '\\' + std::string(character);
+    return std::string(character);
+  };
+  return '"' + Rewritten(text, shown, [](char) { return kReplacement; }) + '"';
 }
 
 }  // namespace zuna_cli

@@ -6,13 +6,13 @@
 
 namespace zuna_cli {
 
-/// `text` for a terminal: bytes that are no UTF-8 and control characters become "\xNN".
+/// `text` for a terminal, on one line: what could steer the terminal or hide in the text (kit::IsControl,
+/// kit::IsInvisible) becomes "\xNN" where it has one byte and "\uNNNN" otherwise, and a byte that is no UTF-8
+/// becomes "\xNN".
 std::string Printable(std::string_view text);
 
-/// The same for a text of several lines: line breaks and tabulators stay.
-std::string PrintableLines(std::string_view text);
-
-/// `text` as a JSON string with its quotation marks. Every byte that is no UTF-8 becomes U+FFFD.
+/// `text` as a JSON string with its quotation marks; the same characters are escaped as JSON does. Every byte
+/// that is no UTF-8 becomes U+FFFD.
 std::string JsonString(std::string_view text);
 
 }  // namespace zuna_cli

@@ -20,4 +20,16 @@ ZUNA_API bool IsUtf8(std::string_view text);
 /// UTF-8.
 ZUNA_API std::string_view CutUtf8(std::string_view text, std::size_t limit);
 
+/// The code point of `character`, one well-formed sequence.
+ZUNA_API char32_t CodePoint(std::string_view character);
+
+/// Whether a character moves the cursor or changes the order of the text around it instead of being shown: a
+/// control character (C0, DEL, C1), a line or paragraph separator, or a bidirectional mark, embedding,
+/// override or isolate (Unicode Standard Annex #9).
+ZUNA_API bool IsControl(char32_t character);
+
+/// Whether a character is a format character without a width, such as a zero-width space, a joiner, a soft
+/// hyphen, a byte-order mark or a tag. Two texts that differ in these look alike.
+ZUNA_API bool IsInvisible(char32_t character);
+
 }  // namespace kit

@@ -1,10 +1,47 @@
-// UTF-8: the table of well-formed byte sequences of RFC 3629, section 4.
+// UTF-8: the table of well-formed byte sequences of RFC 3629, section 4; classes of characters.
 
 #include "kit/utf8.h"
+
+#include <algorithm>
+#include <span>
 
 namespace kit {
 
 namespace {
+
+/// Code points, both ends included.
+struct Range {
+  char32_t first;
+  char32_t last;
+};
+
+constexpr Range kControls[] = {
+    {0x00, 0x1F},      // C0
+    {0x7F, 0x9F},      // DEL, C1
+    {0x061C, 0x061C},  // Arabic letter mark
+    {0x200E, 0x200F},  // left-to-right and right-to-left mark
+    {0x2028, 0x2029},  // line and paragraph separator
+    {0x202A, 0x202E},  // bidirectional embeddings and overrides
+    {0x2066, 0x2069},  // bidirectional isolates
+};
+
+constexpr Range kInvisible[] = {
+    {0x00AD, 0x00AD},    // soft hyphen
+    {0x180E, 0x180E},    // Mongolian vowel separator
+    {0x200B, 0x200D},    // zero-width space, non-joiner and joiner
+    {0x2060, 0x2065},    // word joiner, invisible operators
+    {0x206A, 0x206F},    // deprecated format characters
+    {0xFEFF, 0xFEFF},    // byte-order mark
+    {0xFFF9, 0xFFFB},    // interlinear annotation
+    {0x1D173, 0x1D17A},  // beams, ties and slurs
+    {0xE0000, 0xE0FFF},  // tags and what is reserved beside them
+};
+
+bool IsIn(std::span<const Range> ranges, char32_t character) {
+  return std::any_of(ranges.begin(), ranges.end(), [character](const Range& range) {
+    return range.first <= character && character <= range.last;
+  });
+}
 
 bool IsBetween(unsigned char byte, unsigned char low, unsigned char high) {
   return byte >= low && byte <= high;
@@ -66,5 +103,17 @@ std::string_view CutUtf8(std::string_view text, std::size_t limit) {
   while (limit > 0 && IsContinuation(static_cast<unsigned char>(text[limit]))) --limit;
   return text.substr(0, limit);
 }
+
+char32_t CodePoint(std::string_view character) {
+  const auto lead = static_cast<unsigned char>(character[0]);
+  if (character.size() == 1) return lead;
+  char32_t value = lead & (0x7Fu >> character.size());  // the lead byte has a mark for each byte, and a zero
+  for (const char byte : character.substr(1)) value = value << 6 | (static_cast<unsigned char>(byte) & 0x3Fu);
+  return value;
+}
+
+bool IsControl(char32_t character) { return IsIn(kControls, character); }
+
+bool IsInvisible(char32_t character) { return IsIn(kInvisible, character); }
 
 }  // namespace kit

@@ -113,6 +113,25 @@ class PrintTest(WithLogs):
         self.encrypt("log", legacy_log(legacy_song_log("1", b"\x1b[31m\xff")))
         self.assertIn(b"songName_=\\x1b[31m\\xff, songLength_=1920)\n\tVamp", self.run_tool("print", "log").stdout)
 
+    def test_keeps_each_name_on_its_line(self):
+        fake = "x\n\tVampSequence(evt_count=9):\u0085\u202e\u200b"
+        shown = "x\\x0a\\x09VampSequence(evt_count=9):\\u0085\\u202e\\u200b"
+        self.encrypt("legacy", legacy_log(legacy_song_log("1\n", fake, markers=[(0, fake)]),
+                                           legacy_song_log("2", "Two")))
+        self.run_tool("up", "legacy", "-o", "log", "--companion", "old.showdata")
+        document = self.log_document("log")
+        document["songLogs"][0]["vamps"] = [{"start": 0, "end": 1, "label": fake, "value": 2}]
+        document["songLogs"][0]["clicks"] = [{"start": 0, "end": 1, "label": fake, "value": 2}]
+        self.write_log("labels", document)
+        for name, count in (("legacy", 2), ("log", 2), ("labels", 4)):
+            text = self.run_tool("print", name).stdout.decode()
+            self.assertEqual(text.count(shown), count, text)
+            self.assertNotIn("(evt_count=9):\n", text)
+            self.assertIn("1\\x0a, songName", text)
+        self.encrypt("old", legacy_show(legacy_song("1\n", fake, tracks=((1, fake),))))
+        text = self.run_tool("print", "old").stdout.decode()
+        self.assertEqual(text, f"Song 1\\x0a: {shown}:\n  {shown}:\n")
+
     def test_reports_what_it_cannot_read(self):
         self.write("bad", "bad")
         self.run_tool("print", "bad", code=BAD_INPUT)

@@ -17,8 +17,7 @@ constexpr std::size_t kMaxStem = 200;  // leaves room for a suffix and the exten
 /// Windows keep for themselves.
 bool IsForbidden(std::string_view character) {
   constexpr std::string_view kReserved = "/\\:?*\"<>|";
-  const auto first = static_cast<unsigned char>(character[0]);
-  return first < 0x20 || first == 0x7F || kReserved.find(character[0]) != std::string_view::npos;
+  return kit::IsControl(kit::CodePoint(character)) || kReserved.find(character[0]) != std::string_view::npos;
 }
 
 /// `text` with "_" for everything that may not stand in a file name, cut after a whole character.
@@ -34,7 +33,8 @@ std::string Sanitised(std::string_view text) {
     }
     text.remove_prefix(character.size());
   }
-  if (clean.starts_with('.')) clean[0] = '_';  // no hidden file
+  // No hidden file, and nothing that a command takes for an option.
+  if (clean.starts_with('.') || clean.starts_with('-')) clean[0] = '_';
   return clean;
 }
 

@@ -9,9 +9,9 @@
 
 namespace zuna_toolkit::midi {
 
-/// Names the MIDI files of one folder: "NUMBER NAME.mid", without control characters and the characters
-/// / \ : ? * " < > | (not every system takes them), at most 255 bytes long and never two alike, upper and
-/// lower case not told apart.
+/// Names the MIDI files of one folder: "NUMBER NAME.mid", without control and bidirectional characters and
+/// the characters / \ : ? * " < > | (not every system takes them), never with "-" or "." in front, at most
+/// 255 bytes long and never two alike, upper and lower case not told apart.
 class ZUNA_API FileNames {
  public:
   /// The name for a song; another one on every call.

@@ -8,7 +8,10 @@
 
 namespace {
 
+using kit::CodePoint;
 using kit::CutUtf8;
+using kit::IsControl;
+using kit::IsInvisible;
 using kit::IsUtf8;
 using kit::Utf8Length;
 
@@ -70,6 +73,36 @@ TEST(CutUtf8, CutsWhatIsNotUtf8BetweenBytes) {
                     4),
             "\xFF"
             "b\xE2\x82");
+}
+
+TEST(CodePoint, OfEveryLength) {
+  EXPECT_EQ(CodePoint("a"), U'a');
+  EXPECT_EQ(CodePoint("\xC2\x80"), char32_t{0x80});
+  EXPECT_EQ(CodePoint("\xDF\xBF"), char32_t{0x7FF});
+  EXPECT_EQ(CodePoint("\xE2\x80\xAE"), char32_t{0x202E});
+  EXPECT_EQ(CodePoint("\xF4\x8F\xBF\xBF"), char32_t{0x10FFFF});
+}
+
+TEST(Characters, ThatMoveTheCursorOrTheTextAroundThem) {
+  for (const char32_t character : {0x00, 0x1F, 0x7F, 0x80, 0x85, 0x9F, 0x61C, 0x200E, 0x200F, 0x2028, 0x2029,
+                                   0x202A, 0x202E, 0x2066, 0x2069}) {
+    EXPECT_TRUE(IsControl(character)) << std::hex << static_cast<unsigned>(character);
+  }
+  for (const char32_t character :
+       {0x20, 0x7E, 0xA0, 0xE9, 0x5D0, 0x628, 0x2027, 0x202F, 0x2065, 0x206A, 0x1F3B5}) {
+    EXPECT_FALSE(IsControl(character)) << std::hex << static_cast<unsigned>(character);
+  }
+}
+
+TEST(Characters, ThatAreNotSeen) {
+  for (const char32_t character : {0xAD, 0x180E, 0x200B, 0x200C, 0x200D, 0x2060, 0x2064, 0x206A, 0xFEFF,
+                                   0xFFF9, 0x1D173, 0xE0001, 0xE0041}) {
+    EXPECT_TRUE(IsInvisible(character)) << std::hex << static_cast<unsigned>(character);
+  }
+  for (const char32_t character :
+       {0x20, 0x2D, 0xE9, 0x301, 0x200A, 0x2010, 0xFE0F, 0xFFFD, 0x1D172, 0x1F3B5}) {
+    EXPECT_FALSE(IsInvisible(character)) << std::hex << static_cast<unsigned>(character);
+  }
 }
 
 }  // namespace

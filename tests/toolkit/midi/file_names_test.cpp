@@ -16,6 +16,25 @@ TEST(FileNames, AreCleanAndShort) {
   EXPECT_LE(names.Make("3", std::string(5000, 'x')).size(), 255U);
 }
 
+TEST(FileNames, CannotSteerATerminalOrPassForAnOption) {
+  FileNames names;
+  EXPECT_EQ(names.Make("-rf", "x"), "_rf x.mid");
+  EXPECT_EQ(names.Make("", "--help"), "_-help.mid");
+  EXPECT_EQ(names.Make(" ", "- x"), "_ x.mid");
+  EXPECT_EQ(names.Make("", ".bashrc"), "_bashrc.mid");
+  EXPECT_EQ(names.Make("1", "a\u009B31m\u0085b"), "1 a_31m_b.mid");
+  EXPECT_EQ(names.Make("2", "a\u202Edim.\u2066b\u2069\u200F\u061C"), "2 a_dim._b___.mid");
+  EXPECT_EQ(names.Make("3", "a\u2028b\u2029"), "3 a_b_.mid");
+}
+
+TEST(FileNames, OfOrdinarySongsAreTheirNumbersAndNames) {
+  FileNames names;
+  EXPECT_EQ(names.Make("12a", "Caf\u00E9 \u2013 No. 2 (reprise)"),
+            "12a Caf\u00E9 \u2013 No. 2 (reprise).mid");
+  EXPECT_EQ(names.Make("7", "-"), "7 -.mid");
+  EXPECT_EQ(names.Make("8", "\u05D0\u0628\u200D"), "8 \u05D0\u0628\u200D.mid");
+}
+
 TEST(FileNames, AreNeverTwoAlike) {
   FileNames names;
   EXPECT_EQ(names.Make("1", "a/b"), "1 a_b.mid");
