@@ -12,7 +12,8 @@ namespace {
 
 constexpr const char* kFooter =
     "The key and IV of encrypted files come from --key-file, or the file that ZUNA_KEY_FILE names, with the\n"
-    "lines \"key = HEX\" and \"iv = HEX\"; without one both are empty.\n"
+    "lines \"key = HEX\" and \"iv = HEX\"; without one both are empty, which protects nothing. Only the owner\n"
+    "should be able to read a key file (chmod 600).\n"
     "Exit codes: 0 done, 1 no such song, 2 usage, 3 refused by policy, 4 bad or unsupported input,\n"
     "5 wrong key, 6 input or output failed, 7 part of a batch failed, 8 nothing matched, 70 internal error,\n"
     "130 interrupted, 141 output pipe closed.";

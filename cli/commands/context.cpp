@@ -5,9 +5,9 @@
 #include <filesystem>
 #include <new>
 
-#include "cli/commands/key_file.h"
 #include "cli/terminal/standard_streams.h"
 #include "cmn/file_format.h"
+#include "toolkit/document/write.h"
 
 namespace zuna_cli {
 
@@ -37,9 +37,39 @@ std::string CheckTarget(const std::string& text) {
   return text + " is not a version to write: " + VersionsText(cmn::FileKind::kShow) + "; use down for 0.0";
 }
 
-}  // namespace
+/// Throws Failure (kUsage) where one of `inputs` is empty, or more than one of them is "-".
+void RequireUsableInputs(const std::vector<std::string>& inputs) {
+  if (std::find(inputs.begin(), inputs.end(), "") != inputs.end()) {
+    throw Failure(ExitCode::kUsage, "command line", "the path of an input is empty; give a file");
+  }
+  if (std::count(inputs.begin(), inputs.end(), kStandardStream) > 1) {
+    throw Failure(ExitCode::kUsage, "standard input", "is given more than once; give a file for the others");
+  }
+}
 
-CipherKey Context::Key() const { return LoadKey(KeyFilePath(key_file)); }
+/// `inputs` and the key files; an empty name is no file.
+std::vector<std::string> WithKeyFiles(std::vector<std::string> inputs, const KeyOptions& options) {
+  for (const std::string& path : KeyFilePaths(options)) {
+    if (!path.empty()) inputs.push_back(path);
+  }
+  return inputs;
+}
+
+void AddKeyOptions(CLI::App& app, KeyOptions& options) {
+  const auto append = [&options](const CLI::results_t& files) {
+    options.files.insert(options.files.end(), files.begin(), files.end());
+    return true;
+  };
+  app.add_option("--key-file", CLI::callback_t(append),
+                 "A file with the key and IV; may be given more than once: each is tried, and an output gets "
+                 "the key of its input, or the first one")
+      ->type_name("FILE")
+      ->take_all()
+      ->allow_extra_args(false);
+  app.add_flag("--empty-key", options.empty_key, "Let a key be empty; it protects nothing");
+}
+
+}  // namespace
 
 void Context::ReportPart(const std::exception& error) {
   if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) throw;
@@ -52,20 +82,26 @@ void Context::PrintNotes() const {
   for (const auto& [name, text] : notes) PrintNote(name, text);
 }
 
-void Context::CheckPaths(const Output& output, std::vector<std::string> inputs) const {
-  const std::string key_path = KeyFilePath(key_file);
-  if (!key_path.empty()) inputs.push_back(key_path);
-  RequireUsableInputs(inputs);
-  output.Check(inputs);
+void Context::CheckInputs(const std::vector<std::string>& inputs) const {
+  RequireUsableInputs(WithKeyFiles(inputs, key_options));
 }
 
-void RequireUsableInputs(const std::vector<std::string>& inputs) {
-  if (std::find(inputs.begin(), inputs.end(), "") != inputs.end()) {
-    throw Failure(ExitCode::kUsage, "command line", "the path of an input is empty; give a file");
-  }
-  if (std::count(inputs.begin(), inputs.end(), kStandardStream) > 1) {
-    throw Failure(ExitCode::kUsage, "standard input", "is given more than once; give a file for the others");
-  }
+void Context::CheckPaths(const Output& output, const std::vector<std::string>& inputs) const {
+  const std::vector<std::string> all = WithKeyFiles(inputs, key_options);
+  RequireUsableInputs(all);
+  output.Check(all);
+}
+
+void Context::Seal(const zuna_toolkit::Document& document, const CipherKey& key, const Output& output) {
+  output.Write(*zuna_toolkit::CipherStreamOf(document, key));
+  NoteSealed(key, output);
+}
+
+void Context::NoteSealed(const CipherKey& key, const Output& output) {
+  if (!key.key.empty() || key_options.empty_key) return;
+  Note(OutputName(output.path),
+       "is encrypted with an empty key, which protects nothing; name a key file with --key-file or "
+       "ZUNA_KEY_FILE");
 }
 
 void RequireFolder(const std::string& path, const std::string& remedy) {
@@ -75,7 +111,7 @@ void RequireFolder(const std::string& path, const std::string& remedy) {
 }
 
 void AddSharedOptions(CLI::App& app, Context& context) {
-  app.add_option("--key-file", context.key_file, "The file with the key and IV")->type_name("FILE");
+  AddKeyOptions(app, context.key_options);
   app.add_flag("--quiet", context.quiet, "Print errors only");
 }
 

@@ -7,23 +7,25 @@
 #include <utility>
 #include <vector>
 
+#include "cli/commands/keys.h"
 #include "cli/commands/output.h"
 #include "cli/terminal/failure.h"
 #include "cmn/file_format.h"
 #include "cmn/file_version.h"
+#include "toolkit/document/document.h"
 #include "zuna_sec/cipher_key.h"
 
 namespace zuna_cli {
 
 /// The state of one run of the tool.
 struct Context {
-  std::string key_file;  ///< as the command line gives it; may be empty
+  KeyOptions key_options;
   bool quiet = false;
   ExitCode code = ExitCode::kDone;                         ///< of a command that went through
   std::vector<std::pair<std::string, std::string>> notes;  ///< names of files, and what to tell about them
 
-  /// The key material. Throws Failure.
-  CipherKey Key() const;
+  /// Reads the key files. Throws what LoadKeys() throws.
+  Keys ReadKeys() const { return LoadKeys(key_options, quiet); }
 
   /// Tells the user about the file called `name` once the command has gone through: nothing is said about
   /// what a failed command would have dropped.
@@ -36,12 +38,21 @@ struct Context {
   /// Prints all notes, unless told to be quiet.
   void PrintNotes() const;
 
-  /// Checks what can be checked before work begins: `output` as Output::Check does, and that only one of
-  /// `inputs` is standard input. Throws Failure.
-  void CheckPaths(const Output& output, std::vector<std::string> inputs) const;
+  /// Checks what can be checked before work begins: that no input has an empty path, and that only one of
+  /// `inputs` and the key files is standard input. Throws Failure.
+  void CheckInputs(const std::vector<std::string>& inputs) const;
+
+  /// The same, and `output` as Output::Check does. Throws Failure.
+  void CheckPaths(const Output& output, const std::vector<std::string>& inputs) const;
+
+  /// Writes a document, sealed with `key`. Throws Failure, kit::IoError or zuna_toolkit::Error.
+  void Seal(const zuna_toolkit::Document& document, const CipherKey& key, const Output& output);
+
+  /// Notes where the key that an output was sealed with is empty, unless that was asked for.
+  void NoteSealed(const CipherKey& key, const Output& output);
 };
 
-/// Adds "--key-file" and "--quiet", which may stand before a command and after it.
+/// Adds "--key-file", "--empty-key" and "--quiet", which may stand before a command and after it.
 void AddSharedOptions(CLI::App& app, Context& context);
 
 /// Adds an input; "-o OUT" and "--force"; "--to VERSION".
@@ -64,9 +75,6 @@ struct Paths {
 /// Adds a command that makes one file of another, with the options for that.
 CLI::App* AddFileCommand(CLI::App& app, Context& context, const std::string& name,
                          const std::string& description, Paths& paths);
-
-/// Throws Failure (kUsage) where one of `inputs` is empty, or more than one of them is "-".
-void RequireUsableInputs(const std::vector<std::string>& inputs);
 
 /// Throws Failure (kIo) unless a folder is at `path`.
 void RequireFolder(const std::string& path, const std::string& remedy);

@@ -5,7 +5,6 @@
 #include "cli/commands/document_text.h"
 #include "cli/commands/input.h"
 #include "toolkit/conversion/conversion.h"
-#include "toolkit/document/write.h"
 
 namespace zuna_cli {
 
@@ -17,12 +16,12 @@ struct Options : Paths {
 
 void Run(const Options& options, Context& context) {
   context.CheckPaths(options.output, {options.input});
-  const CipherKey key = context.Key();
-  zuna_toolkit::OpenedFile file = OpenInput(options.input, key);
+  const Keys keys = context.ReadKeys();
+  auto [file, key] = OpenInput(options.input, keys);
   const zuna_toolkit::Document input = zuna_toolkit::ReadDocument(file, zuna_toolkit::Expected::kCurrent);
   RequireTarget(input.type().kind, options.version);
   const zuna_toolkit::Document document = zuna_toolkit::Convert(input, options.version);
-  options.output.Write(*zuna_toolkit::CipherStreamOf(document, key));
+  context.Seal(document, *key, options.output);
   context.Note(file.name(), CountsText(document) + ", " + cmn::VersionText(input.type().version) + " -> " +
                                 cmn::VersionText(options.version));
 }

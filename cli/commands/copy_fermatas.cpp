@@ -5,7 +5,6 @@
 #include "cli/commands/input.h"
 #include "cli/terminal/standard_streams.h"
 #include "toolkit/conversion/copy_fermatas.h"
-#include "toolkit/document/write.h"
 #include "toolkit/words.h"
 
 namespace zuna_cli {
@@ -29,12 +28,12 @@ void Run(const Options& options, Context& context) {
   }
   const Output output{options.destination, true};
   context.CheckPaths(output, {options.source});
-  const CipherKey key = context.Key();
-  zuna_toolkit::OpenedFile source = OpenInput(options.source, key);
-  zuna_toolkit::OpenedFile destination = OpenInput(options.destination, key);
+  const Keys keys = context.ReadKeys();
+  zuna_toolkit::OpenedFile source = OpenInput(options.source, keys).file;
+  auto [destination, key] = OpenInput(options.destination, keys);
   const zuna_toolkit::FermataCopy copy =
       zuna_toolkit::CopyFermatas(zuna_toolkit::ReadDocument(source), zuna_toolkit::ReadDocument(destination));
-  output.Write(*zuna_toolkit::CipherStreamOf(copy.document, key));
+  context.Seal(copy.document, *key, output);
   if (copy.replaced_fermatas + copy.replaced_attaccas > 0) {
     context.Note(destination.name(),
                  FermatasText(copy.replaced_fermatas, copy.replaced_attaccas) + " of its own replaced");

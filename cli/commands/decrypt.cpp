@@ -13,7 +13,8 @@ namespace {
 
 void Run(const Paths& paths, Context& context) {
   context.CheckPaths(paths.output, {paths.input});
-  zuna_toolkit::OpenedFile file = OpenInput(paths.input, context.Key());
+  const Keys keys = context.ReadKeys();
+  zuna_toolkit::OpenedFile file = OpenInput(paths.input, keys).file;
   const std::string plaintext{std::istreambuf_iterator<char>(file.stream()), {}};
   paths.output.WritePlaintext(plaintext);
   context.Note(file.name(), zuna_toolkit::Counted(plaintext.size(), "byte", "bytes") + " decrypted");

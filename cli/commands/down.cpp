@@ -5,7 +5,6 @@
 #include "cli/commands/document_text.h"
 #include "cli/commands/input.h"
 #include "toolkit/conversion/conversion.h"
-#include "toolkit/document/write.h"
 
 namespace zuna_cli {
 
@@ -13,12 +12,12 @@ namespace {
 
 void Run(const Paths& paths, Context& context) {
   context.CheckPaths(paths.output, {paths.input});
-  const CipherKey key = context.Key();
-  zuna_toolkit::OpenedFile file = OpenInput(paths.input, key);
+  const Keys keys = context.ReadKeys();
+  auto [file, key] = OpenInput(paths.input, keys);
   const zuna_toolkit::Document current = zuna_toolkit::ReadDocument(file, zuna_toolkit::Expected::kCurrent);
   const zuna_toolkit::Document legacy = zuna_toolkit::Down(current);
   for (const std::string& line : DownLossLines(current, legacy)) context.Note(file.name(), line);
-  paths.output.Write(*zuna_toolkit::CipherStreamOf(legacy, key));
+  context.Seal(legacy, *key, paths.output);
   context.Note(file.name(),
                CountsText(current) + ", " + cmn::VersionText(current.type().version) + " -> 0.0");
 }

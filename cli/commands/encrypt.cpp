@@ -22,7 +22,8 @@ void CheckPlaintext(const std::vector<std::uint8_t>& bytes, const std::string& n
 
 void Run(const Paths& paths, Context& context) {
   context.CheckPaths(paths.output, {paths.input});
-  const CipherKey key = context.Key();
+  const Keys keys = context.ReadKeys();
+  const CipherKey& key = keys.front().material();
   const std::string name = InputName(paths.input);
   const auto bytes = ReadInput(paths.input, zuna_toolkit::kMaxFileSize);
   if (!paths.output.force) CheckPlaintext(bytes, name);
@@ -31,6 +32,7 @@ void Run(const Paths& paths, Context& context) {
   cipher.GetStream().write(reinterpret_cast<const char*>(bytes.data()),
                            static_cast<std::streamsize>(bytes.size()));
   paths.output.Write(cipher);
+  context.NoteSealed(key, paths.output);
   context.Note(name, zuna_toolkit::Counted(bytes.size(), "byte", "bytes") + " encrypted");
 }
 

@@ -15,18 +15,18 @@ struct Options {
   bool json = false;
 };
 
-std::string InfoOf(const std::string& path, const CipherKey& key, bool json) {
-  zuna_toolkit::OpenedFile file = OpenInput(path, key);
+std::string InfoOf(const std::string& path, const Keys& keys, bool json) {
+  zuna_toolkit::OpenedFile file = OpenInput(path, keys).file;
   const zuna_toolkit::Document document = zuna_toolkit::ReadDocument(file);
   return json ? InfoJson(document) : InfoText(document);
 }
 
 /// Describes all inputs. Continues after failed ones and sets the exit code then.
-std::string InfoOfAll(const Options& options, const CipherKey& key, Context& context) {
+std::string InfoOfAll(const Options& options, const Keys& keys, Context& context) {
   std::string text;
   for (const std::string& path : options.inputs) {
     try {
-      const std::string info = InfoOf(path, key, options.json);
+      const std::string info = InfoOf(path, keys, options.json);
       if (options.json && !text.empty()) text += ",\n ";
       text += info;
     } catch (const std::exception& error) {
@@ -38,8 +38,8 @@ std::string InfoOfAll(const Options& options, const CipherKey& key, Context& con
 }
 
 void Run(const Options& options, Context& context) {
-  RequireUsableInputs(options.inputs);
-  const std::string text = InfoOfAll(options, context.Key(), context);
+  context.CheckInputs(options.inputs);
+  const std::string text = InfoOfAll(options, context.ReadKeys(), context);
   const bool several = options.inputs.size() > 1;
   if (!options.json) return WriteStandardOutput(text);
   WriteStandardOutput(several ? "[" + text + "]\n" : text + "\n");

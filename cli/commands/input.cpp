@@ -5,9 +5,11 @@
 
 #include "cli/terminal/standard_streams.h"
 #include "kit/file.h"
+#include "toolkit/error.h"
 
 namespace zuna_cli {
 
+using zuna_toolkit::ErrorKind;
 using zuna_toolkit::OpenedFile;
 
 std::vector<std::uint8_t> ReadInput(const std::string& path, std::size_t limit) {
@@ -17,9 +19,21 @@ std::vector<std::uint8_t> ReadInput(const std::string& path, std::size_t limit) 
   return {file.bytes().begin(), file.bytes().end()};
 }
 
-OpenedFile OpenInput(const std::string& path, const CipherKey& key, zuna_toolkit::Accept accept) {
-  if (path != kStandardStream) return {path, key, accept};
-  return OpenedFile::FromBytes(ReadInput(path, zuna_toolkit::kMaxFileSize), InputName(path), key, accept);
+OpenedInput OpenInput(const std::string& path, const Keys& keys, zuna_toolkit::Accept accept) {
+  const std::vector<std::uint8_t> bytes = ReadInput(path, zuna_toolkit::kMaxFileSize);
+  const std::string name = InputName(path);
+  for (const SecretKey& key : keys) {
+    try {
+      return {OpenedFile::FromBytes(bytes, name, key.material(), accept), &key.material()};
+    } catch (const zuna_toolkit::Error& error) {
+      const bool other_key_helps =
+          error.kind() == ErrorKind::kWrongKey || error.kind() == ErrorKind::kKeyMissing;
+      if (!other_key_helps || keys.size() == 1) throw;
+    }
+  }
+  throw Failure(ExitCode::kWrongKey, name,
+                "none of the " + std::to_string(keys.size()) +
+                    " keys and IVs is the one that this was encrypted with; give the right key file");
 }
 
 }  // namespace zuna_cli

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/commands/keys.h"
 #include "toolkit/document/open.h"
 #include "zuna_sec/cipher_key.h"
 
@@ -15,8 +16,15 @@ namespace zuna_cli {
 /// and kit::FileTooLargeError where it has more than `limit` bytes.
 std::vector<std::uint8_t> ReadInput(const std::string& path, std::size_t limit);
 
-/// Reads and decrypts an input. Throws zuna_toolkit::Error.
-zuna_toolkit::OpenedFile OpenInput(const std::string& path, const CipherKey& key,
-                                   zuna_toolkit::Accept accept = zuna_toolkit::Accept::kEncrypted);
+/// An input and the key that opened it, one of those that were tried.
+struct OpenedInput {
+  zuna_toolkit::OpenedFile file;
+  const CipherKey* key;
+};
+
+/// Reads an input and decrypts it with the first of `keys` that opens it. Throws zuna_toolkit::Error,
+/// kit::IoError, or Failure (kWrongKey) where none of several keys opens it.
+OpenedInput OpenInput(const std::string& path, const Keys& keys,
+                      zuna_toolkit::Accept accept = zuna_toolkit::Accept::kEncrypted);
 
 }  // namespace zuna_cli

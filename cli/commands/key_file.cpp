@@ -1,14 +1,11 @@
-// Key files.
+// The text of a key file.
 #include "cli/commands/key_file.h"
 
+#include <algorithm>
 #include <cstdint>
-#include <cstdlib>
-#include <optional>
 #include <vector>
 
-#include "cli/commands/input.h"
 #include "cli/terminal/failure.h"
-#include "cli/terminal/standard_streams.h"
 #include "kit/hex.h"
 
 namespace zuna_cli {
@@ -17,8 +14,8 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-constexpr std::size_t kMaxKeyFile = std::size_t{1} << 20;
 constexpr std::string_view kBlanks = " \t\r";
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 std::string_view Trim(std::string_view text) {
   const std::size_t first = text.find_first_not_of(kBlanks);
@@ -26,10 +23,23 @@ std::string_view Trim(std::string_view text) {
   return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-std::optional<Bytes> ParseHex(std::string_view text) {
-  const std::optional<std::string> bytes = kit::DecodeHex(text);
-  if (!bytes) return std::nullopt;
-  return Bytes(bytes->begin(), bytes->end());
+/// Whether `text` is `word`, which is in lower case, in any case.
+bool IsWord(std::string_view text, std::string_view word) {
+  const auto same = [](char letter, char lower) { return (letter | 0x20) == lower; };
+  return std::equal(text.begin(), text.end(), word.begin(), word.end(), same);
+}
+
+/// Decodes into memory that never moves, so that no copy of a key stays behind.
+bool DecodeHex(std::string_view digits, Bytes& bytes) {
+  if (digits.size() % 2 != 0) return false;
+  bytes.reserve(digits.size() / 2);
+  for (std::size_t i = 0; i < digits.size(); i += 2) {
+    const int high = kit::HexDigit(digits[i]);
+    const int low = kit::HexDigit(digits[i + 1]);
+    if (high < 0 || low < 0) return false;
+    bytes.push_back(static_cast<std::uint8_t>(high * 16 + low));
+  }
+  return true;
 }
 
 /// Reads the lines of a key file.
@@ -43,21 +53,30 @@ class KeyFileParser {
     if (line.empty()) return;
     const std::size_t equals = line.find('=');
     const std::string_view field = Trim(line.substr(0, equals));
-    if (equals == std::string_view::npos || (field != "key" && field != "iv")) {
+    const bool is_key = IsWord(field, "key");
+    if (equals == std::string_view::npos || (!is_key && !IsWord(field, "iv"))) {
       FailLine("is neither \"key = HEX\" nor \"iv = HEX\"");
     }
-    std::optional<Bytes>& value = field == "key" ? key_ : iv_;
-    if (value) FailLine("gives \"" + std::string(field) + "\" a second time");
-    value = ParseHex(Trim(line.substr(equals + 1)));
-    if (!value) FailLine("has no whole bytes of hexadecimal digits after \"=\"");
+    bool& found = is_key ? has_key_ : has_iv_;
+    if (found) FailLine(std::string("gives \"") + (is_key ? "key" : "iv") + "\" a second time");
+    found = true;
+    Bytes& bytes = is_key ? secret_.material().key : secret_.material().iv;
+    if (!DecodeHex(Trim(line.substr(equals + 1)), bytes)) {
+      FailLine("has no whole bytes of hexadecimal digits after \"=\"");
+    }
   }
 
-  CipherKey Finish() {
-    if (!key_ || !iv_) {
-      throw Failure(ExitCode::kBadInput, name_,
-                    std::string("has no line \"") + (key_ ? "iv" : "key") + " = HEX\"; add it");
+  SecretKey Finish(bool may_be_empty) {
+    const bool is_empty = secret_.material().key.empty();
+    if (is_empty && !may_be_empty) {
+      throw Failure(ExitCode::kRefused, name_,
+                    "states no key, and an empty one protects nothing; give it a line \"key = HEX\", or give "
+                    "--empty-key");
     }
-    return {std::move(*key_), std::move(*iv_)};
+    if (!is_empty && !has_iv_) {
+      throw Failure(ExitCode::kBadInput, name_, "has no line \"iv = HEX\"; add it");
+    }
+    return std::move(secret_);
   }
 
  private:
@@ -68,32 +87,22 @@ class KeyFileParser {
 
   const std::string& name_;
   std::size_t line_number_ = 0;
-  std::optional<Bytes> key_;
-  std::optional<Bytes> iv_;
+  bool has_key_ = false;
+  bool has_iv_ = false;
+  SecretKey secret_;
 };
 
 }  // namespace
 
-CipherKey ParseKeyFile(std::string_view text, const std::string& name) {
+SecretKey ParseKeyFile(std::string_view text, const std::string& name, bool may_be_empty) {
+  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
   KeyFileParser parser(name);
   while (!text.empty()) {
     const std::size_t end = text.find('\n');
     parser.AddLine(text.substr(0, end));
     text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
   }
-  return parser.Finish();
-}
-
-CipherKey LoadKey(const std::string& path) {
-  if (path.empty()) return {};
-  const std::vector<std::uint8_t> bytes = ReadInput(path, kMaxKeyFile);
-  return ParseKeyFile({reinterpret_cast<const char*>(bytes.data()), bytes.size()}, InputName(path));
-}
-
-std::string KeyFilePath(const std::string& option) {
-  if (!option.empty()) return option;
-  const char* variable = std::getenv("ZUNA_KEY_FILE");
-  return variable == nullptr ? "" : variable;
+  return parser.Finish(may_be_empty);
 }
 
 }  // namespace zuna_cli

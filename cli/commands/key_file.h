@@ -1,21 +1,37 @@
-// Key files.
+// The text of a key file.
 #pragma once
 
 #include <string>
 #include <string_view>
+#include <utility>
 
+#include "kit/wipe.h"
 #include "zuna_sec/cipher_key.h"
 
 namespace zuna_cli {
 
-/// The key and IV of a text with the lines "key = HEX" and "iv = HEX"; "#" begins a comment. `name` is the
-/// file in messages, which never repeat what the text says. Throws Failure (kBadInput) with the line.
-CipherKey ParseKeyFile(std::string_view text, const std::string& name);
+/// Key material that is wiped from memory when it is destroyed.
+class SecretKey {
+ public:
+  SecretKey() = default;
+  explicit SecretKey(CipherKey&& material) : material_(std::move(material)) {}
+  SecretKey(SecretKey&&) = default;
+  SecretKey& operator=(SecretKey&&) = delete;
+  ~SecretKey() {
+    kit::Wipe(material_.key);
+    kit::Wipe(material_.iv);
+  }
 
-/// The key and IV of the file at `path`; both empty for an empty path. Throws Failure.
-CipherKey LoadKey(const std::string& path);
+  const CipherKey& material() const { return material_; }
+  CipherKey& material() { return material_; }
 
-/// The key file to take: `option` where it is given, else what ZUNA_KEY_FILE names, else none.
-std::string KeyFilePath(const std::string& option);
+ private:
+  CipherKey material_;
+};
+
+/// The key and IV of a text with the lines "key = HEX" and "iv = HEX", in any case; "#" begins a comment.
+/// `name` is the file in messages, which never repeat what the text says. Throws Failure: kBadInput with the
+/// line, kRefused for an empty key that was not allowed.
+SecretKey ParseKeyFile(std::string_view text, const std::string& name, bool may_be_empty);
 
 }  // namespace zuna_cli

@@ -26,12 +26,12 @@ struct Options {
 
 /// The line about every show that matches. Continues after files that cannot be read and sets the exit code
 /// then.
-std::string ListShows(const Options& options, const CipherKey& key, Context& context) {
+std::string ListShows(const Options& options, const Keys& keys, Context& context) {
   std::string text;
   for (const std::string& name : kit::listdir(options.folder)) {
     if (kit::path::extension(name) != kExtension) continue;
     try {
-      zuna_toolkit::OpenedFile file(kit::path::Join(options.folder, name), key);
+      zuna_toolkit::OpenedFile file = OpenInput(kit::path::Join(options.folder, name), keys).file;
       const zuna_toolkit::FileType type = zuna_toolkit::Detect(file);
       zuna_toolkit::RequireShow(type, file.name());
       if (!options.Matches(type.version)) continue;
@@ -45,7 +45,7 @@ std::string ListShows(const Options& options, const CipherKey& key, Context& con
 
 void Run(const Options& options, Context& context) {
   RequireFolder(options.folder, "give the folder of the shows");
-  const std::string text = ListShows(options, context.Key(), context);
+  const std::string text = ListShows(options, context.ReadKeys(), context);
   WriteStandardOutput(text);
   if (!text.empty() || context.code != ExitCode::kDone) return;
   throw Failure(ExitCode::kNothingMatched, options.folder,

@@ -58,7 +58,8 @@ std::vector<std::string> PathsFor(const zuna_midi::ShowData& show, const Options
 
 /// Makes all files in memory, so that a song that cannot be exported leaves nothing behind.
 std::vector<MidiFile> ExportAll(const Options& options, Context& context) {
-  zuna_toolkit::OpenedFile file = OpenInput(options.input, context.Key());
+  const Keys keys = context.ReadKeys();
+  zuna_toolkit::OpenedFile file = OpenInput(options.input, keys).file;
   const zuna_toolkit::Document document =
       zuna_toolkit::CurrentForm(zuna_toolkit::ReadDocument(file, zuna_toolkit::Expected::kShow));
   const zuna_midi::ShowData& show = *document.As<zuna_midi::ShowData>();
@@ -88,7 +89,7 @@ void WriteAll(const std::vector<MidiFile>& files) {
 }
 
 void Run(const Options& options, Context& context) {
-  RequireUsableInputs({options.input});
+  context.CheckInputs({options.input});
   RequireFolder(options.folder, "create it first");
   const std::vector<MidiFile> files = ExportAll(options, context);
   WriteAll(files);

@@ -8,7 +8,6 @@
 #include "cli/commands/document_text.h"
 #include "cli/commands/input.h"
 #include "cli/terminal/standard_streams.h"
-#include "toolkit/document/write.h"
 #include "toolkit/error.h"
 #include "toolkit/midi/songs.h"
 #include "toolkit/smf/file.h"
@@ -97,14 +96,14 @@ std::shared_ptr<zuna_midi::SongData> ImportFile(const std::string& path, const s
 void Run(const Options& options, Context& context) {
   context.CheckPaths(options.output, options.inputs);
   const std::vector<std::string> numbers = SongNumbers(options);
-  const CipherKey key = context.Key();
+  const Keys keys = context.ReadKeys();
   zuna_midi::ShowData show;
   show.show_name = options.show_name.value_or(Stem(options.output.path));
   for (std::size_t i = 0; i < numbers.size(); ++i) {
     show.AddSongData(ImportFile(options.inputs[i], numbers[i], context));
   }
   const zuna_toolkit::Document document(std::move(show), options.version, OutputName(options.output.path));
-  options.output.Write(*zuna_toolkit::CipherStreamOf(document, key));
+  context.Seal(document, keys.front().material(), options.output);
   context.Note(document.name(), CountsText(document) + ", MIDI -> " + cmn::VersionText(options.version));
 }
 

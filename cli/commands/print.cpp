@@ -108,8 +108,9 @@ std::string TextOf(zuna_toolkit::OpenedFile& file, const Options& options) {
 }
 
 void Run(const Options& options, const Context& context) {
-  RequireUsableInputs({options.input});
-  zuna_toolkit::OpenedFile file = OpenInput(options.input, context.Key());
+  context.CheckInputs({options.input});
+  const Keys keys = context.ReadKeys();
+  zuna_toolkit::OpenedFile file = OpenInput(options.input, keys).file;
   WriteStandardOutput(TextOf(file, options));
 }
 

@@ -6,7 +6,6 @@
 #include "cli/commands/input.h"
 #include "cli/terminal/standard_streams.h"
 #include "toolkit/conversion/conversion.h"
-#include "toolkit/document/write.h"
 #include "toolkit/words.h"
 
 namespace zuna_cli {
@@ -52,17 +51,17 @@ std::string TakenText(const zuna_toolkit::Companion& companion, bool is_log) {
 
 void Run(const Options& options, Context& context) {
   context.CheckPaths(options.output, {options.input, options.companion});
-  const CipherKey key = context.Key();
-  zuna_toolkit::OpenedFile file = OpenInput(options.input, key);
+  const Keys keys = context.ReadKeys();
+  auto [file, key] = OpenInput(options.input, keys);
   const zuna_toolkit::Document legacy = zuna_toolkit::ReadDocument(file, zuna_toolkit::Expected::kLegacy);
   RequireTarget(legacy.type().kind, options.version);
   zuna_toolkit::OpenedFile companion_file =
-      OpenInput(options.companion, key, zuna_toolkit::Accept::kEncryptedOrPlain);
+      OpenInput(options.companion, keys, zuna_toolkit::Accept::kEncryptedOrPlain).file;
   const zuna_toolkit::Companion companion = ReadCompanion(legacy, companion_file);
   const zuna_toolkit::UpResult result = zuna_toolkit::Up(legacy, companion, options.version);
   for (const std::string& note : CompanionNotes(result, companion.name)) context.Note(file.name(), note);
   for (const std::string& line : UpLossLines(legacy, result.document)) context.Note(file.name(), line);
-  options.output.Write(*zuna_toolkit::CipherStreamOf(result.document, key));
+  context.Seal(result.document, *key, options.output);
   context.Note(file.name(), CountsText(result.document) + ", 0.0 -> " + cmn::VersionText(options.version) +
                                 TakenText(companion, legacy.type().is_log()));
 }

@@ -10,6 +10,9 @@
 
 namespace kit {
 
+/// The value of a hexadecimal digit of either case; -1 for anything else.
+ZUNA_API int HexDigit(char digit);
+
 /// The bytes that pairs of hexadecimal digits of either case spell; none where `digits` is anything else.
 ZUNA_API std::optional<std::string> DecodeHex(std::string_view digits);
 

@@ -4,25 +4,20 @@
 
 namespace kit {
 
-namespace {
-
-/// The value of a digit, or -1.
-int HexValue(char digit) {
+int HexDigit(char digit) {
   if (digit >= '0' && digit <= '9') return digit - '0';
   if (digit >= 'a' && digit <= 'f') return digit - 'a' + 10;
   if (digit >= 'A' && digit <= 'F') return digit - 'A' + 10;
   return -1;
 }
 
-}  // namespace
-
 std::optional<std::string> DecodeHex(std::string_view digits) {
   if (digits.size() % 2 != 0) return std::nullopt;
   std::string bytes;
   bytes.reserve(digits.size() / 2);
   for (std::size_t i = 0; i < digits.size(); i += 2) {
-    const int high = HexValue(digits[i]);
-    const int low = HexValue(digits[i + 1]);
+    const int high = HexDigit(digits[i]);
+    const int low = HexDigit(digits[i + 1]);
     if (high < 0 || low < 0) return std::nullopt;
     bytes.push_back(static_cast<char>(high * 16 + low));
   }

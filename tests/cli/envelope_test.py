@@ -1,65 +1,9 @@
-"""encrypt and decrypt of zuna-convert, key files, and damaged envelopes."""
+"""encrypt and decrypt of zuna-convert, and damaged envelopes."""
 
 import os
 import unittest
 
-from tool import BAD_INPUT, IO, REFUSED, WRONG_KEY, WithShows, legacy_log
-
-
-class KeyTest(WithShows):
-    def setUp(self):
-        super().setUp()
-        self.write("key", "# the key\nkey = 00112233\r\n\n  iv=AABBccdd # the IV\n")
-        self.run_tool("--key-file", "key", "encrypt", "old.logdata", "-o", "secret")
-
-    def test_takes_the_key_from_option_or_environment(self):
-        self.environment["ZUNA_KEY_FILE"] = "key"
-        self.assertEqual(self.plaintext("secret"), legacy_log())
-        self.environment["ZUNA_KEY_FILE"] = "missing"
-        done = self.run_tool("decrypt", "secret", "-o", "-", "--key-file", "key")
-        self.assertEqual(done.stdout, legacy_log())
-
-    def test_tells_a_wrong_key_and_a_wrong_iv(self):
-        self.write("wrong-key", "key = 00112234\niv = AABBCCDD\n")
-        self.write("wrong-iv", "key = 00112233\niv = AABBCCDE\n")
-        for options in (["--key-file", "wrong-key"], ["--key-file", "wrong-iv"]):
-            self.refuse("decrypt", "secret", "-o", "out", *options, code=WRONG_KEY,
-                        message="secret: the key or the IV is not the one that this was encrypted with; give the "
-                                "right key file")
-        secret = self.read("secret")
-        self.refuse("decrypt", "-", "-o", "out", "--key-file", "wrong-key", stdin=secret, code=WRONG_KEY,
-                    message="standard input: the key or the IV is not the one that this was encrypted with; give "
-                            "the right key file")
-
-    def test_says_that_no_key_was_given(self):
-        needed = "is encrypted with a key, and none was given; name its key file with --key-file or ZUNA_KEY_FILE"
-        self.refuse("decrypt", "secret", "-o", "out", code=WRONG_KEY, message="secret: " + needed)
-        self.refuse("info", "-", stdin=self.read("secret"), code=WRONG_KEY, message="standard input: " + needed)
-        self.refuse("up", "old.showdata", "-o", "out", "--companion", "secret", code=WRONG_KEY,
-                    message="secret: " + needed)
-
-    def test_refuses_bad_key_files_without_repeating_them(self):
-        cases = {
-            "key = 00\niv = 0\n": "has no whole bytes of hexadecimal digits after \"=\" (line 2); correct the key "
-                                  "file",
-            "key = 5EC8ET\niv =\n": "has no whole bytes of hexadecimal digits after \"=\" (line 1); correct the "
-                                    "key file",
-            "5EC8E7": "is neither \"key = HEX\" nor \"iv = HEX\" (line 1); correct the key file",
-            "\n\nsalt = 00\n": "is neither \"key = HEX\" nor \"iv = HEX\" (line 3); correct the key file",
-            "key = 00\nkey = 00\n": "gives \"key\" a second time (line 2); correct the key file",
-            "key = 00\n": "has no line \"iv = HEX\"; add it",
-            "iv = 00\n": "has no line \"key = HEX\"; add it",
-        }
-        for content, message in cases.items():
-            self.write("bad-key", content)
-            self.refuse("decrypt", "secret", "-o", "out", "--key-file", "bad-key", code=BAD_INPUT,
-                        message="bad-key: " + message)
-        done = self.run_tool("decrypt", "secret", "-o", "out", "--key-file", "none", code=IO)
-        self.assertRegex(done.stderr, b"^zuna-convert: none: cannot be opened: ")
-
-    def test_protects_the_key_file(self):
-        self.refuse("decrypt", "secret", "-o", "key", "--force", "--key-file", "key", code=REFUSED,
-                    message="key: is an input as well; give another output")
+from tool import BAD_INPUT, REFUSED, WithShows, legacy_log
 
 
 class EnvelopeTest(WithShows):

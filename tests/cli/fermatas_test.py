@@ -69,7 +69,7 @@ class CopyFermatasTest(WithLogs):
         done = self.run_tool("copy-fermatas", "source", "cut", code=BAD_INPUT)
         self.assertRegex(done.stderr, b"^zuna-convert: cut: ends after .*; .*\n$")
         self.assertEqual(self.read("cut"), self.read("new.log")[:-1])
-        self.write("key", "key = 01\niv = 02\n")
+        self.write_key("key", "key = 01\niv = 02\n")
         self.run_tool("copy-fermatas", "source", "new.log", "--key-file", "key", code=WRONG_KEY)
         self.assertRegex(self.run_tool("copy-fermatas", "source", "none", code=IO).stderr,
                          b"^zuna-convert: none: cannot be opened")

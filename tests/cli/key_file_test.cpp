@@ -3,43 +3,72 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "cli/commands/keys.h"
 #include "cli/terminal/failure.h"
 
 namespace zuna_cli {
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
 
 TEST(KeyFile, HoldsKeyAndIv) {
-  const CipherKey key = ParseKeyFile("# ours\n\nkey = 00fF10\r\n\tiv=a0 # short\n", "k");
-  EXPECT_THAT(key.key, ElementsAre(0x00, 0xFF, 0x10));
-  EXPECT_THAT(key.iv, ElementsAre(0xA0));
+  const SecretKey key = ParseKeyFile("# ours\n\nkey = 00fF10\r\n\tiv=a0 # short\n", "k", false);
+  EXPECT_THAT(key.material().key, ElementsAre(0x00, 0xFF, 0x10));
+  EXPECT_THAT(key.material().iv, ElementsAre(0xA0));
 }
 
-TEST(KeyFile, MayHoldEmptyValues) {
-  const CipherKey key = ParseKeyFile("iv =\nkey = #none", "k");
-  EXPECT_THAT(key.key, IsEmpty());
-  EXPECT_THAT(key.iv, IsEmpty());
+TEST(KeyFile, IsReadInAnyCaseAndWithAByteOrderMark) {
+  const SecretKey key = ParseKeyFile("\xEF\xBB\xBFKEY = aBCd\r\nIv = EF\r\n", "k", false);
+  EXPECT_THAT(key.material().key, ElementsAre(0xAB, 0xCD));
+  EXPECT_THAT(key.material().iv, ElementsAre(0xEF));
+  EXPECT_THROW(ParseKeyFile("key = 00\n\xEF\xBB\xBFiv = 00", "k", false), Failure);
+  EXPECT_THROW(ParseKeyFile("kei = 00\niv = 00", "k", false), Failure);
+}
+
+TEST(KeyFile, MayHoldAnEmptyIv) {
+  EXPECT_THAT(ParseKeyFile("iv =\nkey = 00", "k", false).material().iv, IsEmpty());
+}
+
+TEST(KeyFile, HoldsAnEmptyKeyOnlyWhereThatIsAllowed) {
+  for (const char* text : {"", "\n# none\n", "key =\niv = 00", "key = #none\niv =", "iv = 00"}) {
+    EXPECT_THAT(ParseKeyFile(text, "k", true).material().key, IsEmpty()) << text;
+    try {
+      ParseKeyFile(text, "k", false);
+      ADD_FAILURE() << "nothing was thrown for " << text;
+    } catch (const Failure& failure) {
+      EXPECT_EQ(failure.code(), ExitCode::kRefused);
+      EXPECT_STREQ(
+          failure.what(),
+          "k: states no key, and an empty one protects nothing; give it a line \"key = HEX\", or give "
+          "--empty-key");
+    }
+  }
+  EXPECT_THAT(ParseKeyFile("iv = 07", "k", true).material().iv, ElementsAre(7));
 }
 
 TEST(KeyFile, NamesTheLineAndNeverTheSecret) {
   for (const char* text : {"5EC8E7", "key 5EC8E7", "key = 5EC8E7X0", "key = 5EC8E", "5EC8E7 = key",
-                           "= 5EC8E7", "key = 5E C8", "key = 00\nkey = 5EC8E7"}) {
+                           "= 5EC8E7", "key = 5E C8", "key = 00\nKEY = 5EC8E7"}) {
     try {
-      ParseKeyFile(text, "k");
+      ParseKeyFile(text, "k", false);
       ADD_FAILURE() << "nothing was thrown for " << text;
     } catch (const Failure& failure) {
       EXPECT_EQ(failure.code(), ExitCode::kBadInput);
       EXPECT_THAT(failure.what(), testing::MatchesRegex("k: .* \\(line [12]\\); correct the key file"));
-      EXPECT_THAT(failure.what(), testing::Not(testing::HasSubstr("5E")));
+      EXPECT_THAT(failure.what(), Not(HasSubstr("5E")));
     }
   }
 }
 
-TEST(KeyFile, IsNotNeeded) {
-  EXPECT_THAT(LoadKey("").key, IsEmpty());
-  EXPECT_THAT(LoadKey("").iv, IsEmpty());
+TEST(Keys, AreOneEmptyKeyWithoutAKeyFile) {
+  const Keys keys = LoadKeys({}, true);
+  ASSERT_THAT(keys, SizeIs(1));
+  EXPECT_THAT(keys[0].material().key, IsEmpty());
+  EXPECT_THAT(keys[0].material().iv, IsEmpty());
 }
 
 }  // namespace

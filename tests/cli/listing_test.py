@@ -38,7 +38,7 @@ class ListTest(WithLogs):
         self.write("shows/bad.showdata", "bad")
         self.encrypt("shows/noise.showdata", b"noise")
         self.encrypt("shows/log.showdata", legacy_log())
-        self.write("key", "key = 01\niv = 02\n")
+        self.write_key("key", "key = 01\niv = 02\n")
         self.run_tool("--key-file", "key", "encrypt", "new.showdata", "--force", "-o", "shows/secret.showdata")
         done = self.run_tool("list", "shows", "--from", "2.0", code=PART_FAILED)
         self.assertEqual(done.stdout, b"2.0.showdata: 2.0\n")
@@ -49,7 +49,7 @@ class ListTest(WithLogs):
         self.assertEqual(self.listed("--from", "3.0", code=PART_FAILED), [])
 
     def test_takes_a_key(self):
-        self.write("key", "key = 01\niv = 02\n")
+        self.write_key("key", "key = 01\niv = 02\n")
         show = legacy_show(legacy_song())
         self.run_tool("--key-file", "key", "encrypt", "-", "-o", "shows/secret.showdata", stdin=show)
         done = self.run_tool("list", "shows", "--key-file", "key", code=PART_FAILED)

@@ -50,7 +50,7 @@ class UpTest(WithLogs):
         self.refuse(*arguments, "noise", code=BAD_INPUT,
                     message=f"noise: ends too early or is damaged; {UNDAMAGED}")
         self.assertRegex(self.run_tool(*arguments, "none", code=IO).stderr, b"^zuna-convert: none: cannot be opened")
-        self.write("key", "key = 01\niv = 02\n")
+        self.write_key("key", "key = 01\niv = 02\n")
         self.run_tool("--key-file", "key", "encrypt", "noise", "-o", "secret")
         done = self.run_tool(*arguments, "secret", code=WRONG_KEY)
         self.assertRegex(done.stderr, b"^zuna-convert: secret: .*; .*\n$")

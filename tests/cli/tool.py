@@ -10,6 +10,11 @@ import unittest
 
 TOOL = os.environ["ZUNA_CONVERT"]
 
+# The key that every test uses unless it says otherwise; readable by its owner only.
+KEY_FILE = tempfile.NamedTemporaryFile("w", prefix="zuna-key-")
+KEY_FILE.write("key = 6b6579\niv = 6976\n")
+KEY_FILE.flush()
+
 # The exit codes.
 DONE, NEGATIVE, USAGE, REFUSED, BAD_INPUT, WRONG_KEY, IO, PART_FAILED, NOTHING_MATCHED = range(9)
 INTERRUPTED, CLOSED_PIPE = 130, 141
@@ -23,7 +28,8 @@ class ToolTest(unittest.TestCase):
     def setUp(self):
         self.folder = tempfile.mkdtemp(prefix="zuna-convert-")
         self.addCleanup(shutil.rmtree, self.folder)
-        self.environment = {k: v for k, v in os.environ.items() if k not in ("ZUNA_KEY_FILE", "NO_COLOR")}
+        self.environment = {k: v for k, v in os.environ.items() if k != "NO_COLOR"}
+        self.environment["ZUNA_KEY_FILE"] = KEY_FILE.name
 
     def run_tool(self, *arguments, stdin=b"", code=DONE, **options):
         """Runs the tool and requires this exit code; gives the finished process."""
@@ -47,6 +53,12 @@ class ToolTest(unittest.TestCase):
     def write(self, name, content):
         with open(self.path(name), "wb") as file:
             file.write(content.encode() if isinstance(content, str) else content)
+        return name
+
+    def write_key(self, name, content):
+        """Writes a key file that only its owner may read."""
+        self.write(name, content)
+        os.chmod(self.path(name), 0o600)
         return name
 
     def read(self, name):

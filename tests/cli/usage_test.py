@@ -31,7 +31,7 @@ class UsageTest(WithShows):
                         ["print"], ["midi", "import"],
                         ["midi", "export"]):
             shown = self.run_tool(*command, "--help").stdout
-            for option in (b"--key-file FILE", b"--quiet"):
+            for option in (b"--key-file FILE", b"--empty-key", b"--quiet"):
                 self.assertIn(option, shown)
 
     def test_shared_options_stand_anywhere(self):
