@@ -31,6 +31,7 @@ RESPELLED, REPEATED, ARRANGED = 0.5, 0.1, 0.3
 # Shares of the damaged files: changed before they were written, changed values of a text, lengths and checksums that are
 # right again.
 MODELS_CHANGED, VALUES_CHANGED, MENDED = 0.1, 0.7, 0.8
+PADDED = 0.02  # the share of damaged texts that are longer than the piece in which a reader takes them
 RECENT = 50  # how many files the damage takes pieces from
 
 
@@ -73,6 +74,10 @@ class Source:
 
     def damaged(self):
         """The random file of before with some damage."""
+        data = self.damage()
+        return mutate.pad(self.random, data) if self.random.random() < PADDED else data
+
+    def damage(self):
         if self.version != LEGACY and self.random.random() < MODELS_CHANGED:
             return self.write(mutate.change_model(self.random, self.model))
         if self.version == "2.0" and self.random.random() < VALUES_CHANGED:

@@ -22,6 +22,7 @@ DECIMALS = ("1.0", "1e0", "0.5", "-0.0", "0e5", "1E5", "1e+2", "-1e-2", "0.1", "
             "7.0064923216240854e-46", "1e-46", "5e-324", "0." + "0" * 400 + "1e401", "1" + "0" * 300 + "e-300",
             "1.17549435e-38")
 NO_NUMBERS = ("00", "01", "+1", "1.", ".5", "0x1", "1e", "1e+", "NaN", "Infinity", "-Infinity", "-", "--1", "1 2")
+PIECE = 1 << 16
 BAR_NUMBERS = (b"", b"1234567", b"12345678", b"1\0", b"\0", b"\0" * 7, b"a\0b", b"1234567\0", b"\xff" * 7)
 KEYS = ("kind", "fileVersion", "showName", "songs", "songNumber", "label", "value", "time", "bytes", "bits", "", "Kind")
 STRINGS = ("", "showdata", "logdata", "2.0", "1.2", "2.1", "3.0", "02.0", "2.00", "2", "2.0 ", "256.0", "255.255", "2.-0",
@@ -191,6 +192,13 @@ def any_value(random, before=None):
 
 def any_number(random):
     return Number(random.choice(random.choices((INTEGERS, DECIMALS, NO_NUMBERS), (10, 5, 1))[0]))
+
+
+def pad(random, data):
+    """A text form with so much white space that one of its places is near the end of a piece in which the text is read."""
+    if not data.startswith(b"{"):
+        return data
+    return b"{" + b" " * (PIECE - random.randrange(min(PIECE, len(data)))) + data[1:]
 
 
 def respell(random, tree):

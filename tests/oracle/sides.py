@@ -14,6 +14,7 @@ import version2
 from current import FormatError, UnsupportedVersion
 
 CURRENT = ("show", "log")
+ENVELOPE = b"\x89"  # the first byte of an encrypted file; the library names a damaged one as such
 MODEL = b'{"ok": true, "model": '  # how an answer of dump with a model begins; it ends with MODEL_END
 MODEL_END = b"}\n"
 
@@ -59,7 +60,7 @@ def answer(reader, data):
     except UnsupportedVersion:
         return "refused", "UnsupportedVersionError"
     except FormatError:
-        return "refused", "DataError" if reader in CURRENT and not data.startswith(b"{") else None
+        return "refused", "DataError" if reader in CURRENT and not data.startswith((b"{", ENVELOPE)) else None
 
 
 def same(ours, theirs):
