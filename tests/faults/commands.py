@@ -1,0 +1,95 @@
+"""Every command of zuna-convert with arguments, in a folder of inputs that make_inputs() fills. A new command joins by a line."""
+
+import dataclasses
+import json
+import os
+import pathlib
+import shutil
+import subprocess
+
+EXAMPLES = pathlib.Path(__file__).resolve().parents[2] / "examples"
+EXPORTED = ("songs/1 Auld Lang Syne.mid", "songs/2 Greensleeves.mid", "songs/2a Scarborough Fair.mid")
+
+
+@dataclasses.dataclass(frozen=True)
+class Command:
+    """A command line that goes through. It runs in the folder of inputs."""
+
+    arguments: tuple
+    outputs: tuple = ()     # the files that it writes
+    stdin: str = ""         # the input that it reads there
+    in_place: bool = False  # the outputs are inputs as well, and there is no --force
+
+    def __str__(self):
+        return " ".join(self.arguments)
+
+    @property
+    def writes(self):
+        return bool(self.outputs)
+
+
+def one_file(*arguments, stdin=""):
+    """A command that writes one file."""
+    return Command((*arguments, "-o", "out"), ("out",), stdin)
+
+
+COMMANDS = (
+    one_file("up", "old.showdata", "--companion", "old.logdata"),
+    one_file("up", "old.logdata", "--companion", "old.showdata"),
+    one_file("down", "new.showdata"),
+    one_file("down", "new.logdata"),
+    one_file("convert", "new.showdata", "--to", "1.0"),
+    one_file("convert", "new.showdata", "--to", "2.0"),
+    one_file("convert", "text.showdata", "--to", "1.1"),
+    one_file("convert", "new.logdata", "--to", "2.0"),
+    Command(("copy-fermatas", "fermatas.logdata", "new.logdata"), ("new.logdata",), in_place=True),
+    one_file("encrypt", "plain.json"),
+    one_file("encrypt", "-", stdin="plain.json"),
+    one_file("decrypt", "new.showdata"),
+    one_file("midi", "import", "1.mid", "2.mid"),
+    Command(("midi", "export", "new.showdata", "--out-dir", "songs"), EXPORTED),
+    Command(("midi", "export", "old.showdata", "--out-dir", "songs"), EXPORTED),
+    Command(("convert", "-", "-o", "-", "--to", "1.1"), stdin="new.showdata"),
+    Command(("decrypt", "new.logdata", "-o", "-")),
+    Command(("info", "old.showdata", "new.logdata")),
+    Command(("info", "--json", "new.showdata", "text.showdata")),
+    Command(("print", "new.logdata")),
+    Command(("print", "old.showdata")),
+    Command(("list", ".")),
+    Command(("--help",)),
+    Command(("--version",)),
+)
+
+
+def environment():
+    """The variables for a command that runs in the folder of inputs."""
+    return {**os.environ, "ZUNA_KEY_FILE": "key"}
+
+
+def make_inputs(tool, folder):
+    """Fills an empty folder, which may be copied and moved. Commands change no other file of it than their outputs."""
+    folder = pathlib.Path(folder)
+
+    def run(*arguments, **options):
+        return subprocess.run([tool, *arguments], cwd=folder, env=environment(), check=True, capture_output=True,
+                              **options).stdout
+
+    def as_text(name):
+        run("convert", name, "-o", "text", "--to", "2.0", "--force")
+        return run("decrypt", "text", "-o", "-")
+
+    (folder / "songs").mkdir()
+    shutil.copyfile(EXAMPLES / "three-tunes.key", folder / "key")
+    (folder / "key").chmod(0o600)
+    for kind in ("showdata", "logdata"):
+        shutil.copyfile(EXAMPLES / f"three-tunes-0.0.{kind}", folder / f"old.{kind}")
+        shutil.copyfile(EXAMPLES / f"three-tunes-1.2.{kind}", folder / f"new.{kind}")
+    for number, path in enumerate(sorted((EXAMPLES / "midi").iterdir())[:2], 1):
+        shutil.copyfile(path, folder / f"{number}.mid")
+    (folder / "plain.json").write_bytes(as_text("new.showdata"))
+    run("encrypt", "plain.json", "-o", "text.showdata")
+    log = json.loads(as_text("new.logdata"))
+    for song in log["songLogs"]:
+        song["fermatas"] = [{"start": 480, "end": 960, "label": "", "value": 2}]
+    run("encrypt", "-", "-o", "fermatas.logdata", input=json.dumps(log).encode())
+    (folder / "text").unlink()
