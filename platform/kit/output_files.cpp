@@ -4,6 +4,7 @@
 
 #include <exception>
 #include <map>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -42,7 +43,11 @@ class OutputFiles::Set {
 
   void Commit() {
     try {
-      for (StagedFile& file : files_) file.Place(files_.size() > 1);
+      std::set<FileId> placed;
+      for (StagedFile& file : files_) {
+        file.Place(files_.size() > 1, placed);
+        placed.insert(file.id());
+      }
     } catch (...) {
       TakeBack();
       RemoveLeftovers();
@@ -66,7 +71,7 @@ class OutputFiles::Set {
     for (auto file = files_.rbegin(); file != files_.rend(); ++file) {
       try {
         file->TakeBack();
-      } catch (const kit::IoError&) {
+      } catch (...) {  // The message may lack memory; the other files are taken back all the same.
         failure = std::current_exception();
       }
     }

@@ -47,7 +47,7 @@ void RequireSameFile(const Target& target, const std::string& path) {
   struct stat found {};
   const bool exists =
       ::fstatat(target.folder->number(), target.name.c_str(), &found, AT_SYMLINK_NOFOLLOW) == 0;
-  if (exists && found.st_dev == followed.st_dev && found.st_ino == followed.st_ino) return;
+  if (exists && IdOf(found) == IdOf(followed)) return;
   throw kit::IoError(path + ": leads to a file that has no name, or is being changed; give another path");
 }
 

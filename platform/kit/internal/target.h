@@ -7,10 +7,16 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "platform/kit/internal/system_calls.h"
 
 namespace kit {
+
+/// What tells a file or a folder from all others while it exists: device and inode.
+using FileId = std::pair<dev_t, ino_t>;
+
+inline FileId IdOf(const struct stat& status) { return {status.st_dev, status.st_ino}; }
 
 /// An open folder. Its files are named relative to it, so that nobody can exchange a part of its path.
 class Folder {

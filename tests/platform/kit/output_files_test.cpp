@@ -169,6 +169,32 @@ TEST(OutputFiles, AFolderThatIsExchangedMeanwhileIsNotFollowed) {
   EXPECT_TRUE(std::filesystem::is_empty(folder / "other"));
 }
 
+TEST(OutputFiles, TwoPathsThatLeadToOneFileAreRefused) {
+  const TemporaryFolder folder;
+  std::filesystem::create_directory(folder / "a");
+  std::filesystem::create_symlink("a", folder / "b");
+  for (const kit::Existing existing : {kit::Existing::kRefuse, kit::Existing::kReplace}) {
+    Written files(folder, existing, {"a/x", "a/y", "b/x"});
+    EXPECT_EQ(files.Refusal(),
+              folder / "b/x" + ": leads to the file of another output; give each output a path of its own");
+    EXPECT_TRUE(std::filesystem::is_empty(folder / "a"));
+  }
+  folder.Put("a/x", "old");
+  Written files(folder, kit::Existing::kReplace, {"a/x", "b/x"});
+  EXPECT_NE(files.Refusal(), "");
+  EXPECT_EQ(zuna_test::FileText(folder / "a/x"), "old");
+}
+
+TEST(OutputFiles, NamesOfOneOldFileAreSeparateOutputs) {
+  const TemporaryFolder folder;
+  folder.Put("a", "old");
+  std::filesystem::create_hard_link(folder / "a", folder / "b");
+  Written files(folder, kit::Existing::kReplace, {"a", "b"});
+  files.Commit();
+  EXPECT_EQ(zuna_test::FileText(folder / "a"), "new a");
+  EXPECT_EQ(zuna_test::FileText(folder / "b"), "new b");
+}
+
 TEST(OutputFiles, OneOfManyThreadsCreatesAFile) {
   const TemporaryFolder folder;
   for (int round = 0; round < 50; ++round) {
