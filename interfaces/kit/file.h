@@ -72,6 +72,7 @@ enum class Existing {
 ///
 /// Until then the files are in a folder ".zuna-*.tmp" beside their places, which only its owner can enter.
 /// They are flushed to the disk. Only a crash, or a signal that ends the process, leaves that folder behind.
+/// Two descriptors are open for each folder with outputs.
 class ZUNA_API OutputFiles {
  public:
   /// No files yet.

@@ -26,9 +26,11 @@ class OutputFiles::Set {
   void Add(const std::string& path) {
     if (path.empty()) throw kit::IoError("the path to write to is empty; give the path of a file");
     const std::string folder_name = FolderOf(path);
-    std::shared_ptr<const Folder>& folder = folders_[folder_name];
-    if (!folder) folder = std::make_shared<Folder>(AT_FDCWD, folder_name, path);
-    StagedFile file(path, Resolve(folder, path), files_.size(), existing_);
+    std::shared_ptr<const Folder>& folder = by_name_[folder_name];
+    if (!folder) folder = Known(std::make_shared<Folder>(AT_FDCWD, folder_name, path));
+    Target target = Resolve(folder, path);
+    target.folder = Known(std::move(target.folder));
+    StagedFile file(path, std::move(target), files_.size(), existing_);
     file.Inspect();
     files_.push_back(std::move(file));
   }
@@ -65,6 +67,11 @@ class OutputFiles::Set {
   }
 
  private:
+  /// The open folder that is the same as `folder`, so that each is open once whatever its names are.
+  std::shared_ptr<const Folder> Known(std::shared_ptr<const Folder> folder) {
+    return by_id_.emplace(folder->id(), folder).first->second;
+  }
+
   /// Makes all places what they were, as far as possible. Throws where one of them is not.
   void TakeBack() {
     std::exception_ptr failure;
@@ -103,7 +110,8 @@ class OutputFiles::Set {
   }
 
   Existing existing_;
-  std::map<std::string, std::shared_ptr<const Folder>> folders_;     ///< by the paths that name them
+  std::map<std::string, std::shared_ptr<const Folder>> by_name_;  ///< by the paths that name them
+  std::map<FileId, std::shared_ptr<const Folder>> by_id_;
   std::map<const Folder*, std::unique_ptr<StagingFolder>> staging_;  ///< by where they are
   std::vector<StagedFile> files_;
 };

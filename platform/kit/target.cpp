@@ -17,6 +17,7 @@ namespace {
 
 constexpr int kMostLinks = 40;
 constexpr const char* kNotWritten = "cannot be written";
+constexpr const char* kNoFolder = "cannot be written (opening its folder)";
 
 #if defined(O_SEARCH)
 constexpr int kSearchOnly = O_SEARCH;
@@ -59,7 +60,9 @@ Folder::Folder(int base, const std::string& folder, const std::string& path)
     readable_ = false;
     descriptor_ = FileDescriptor(OpenFolder(base, folder, kSearchOnly));
   }
-  if (!descriptor_.is_open()) ThrowIoError(path, "cannot be written (opening its folder)", errno);
+  struct stat status {};
+  if (!descriptor_.is_open() || ::fstat(number(), &status) != 0) ThrowIoError(path, kNoFolder, errno);
+  id_ = IdOf(status);
 }
 
 int Folder::Flush() const {

@@ -25,6 +25,7 @@ class Folder {
   Folder(int base, const std::string& folder, const std::string& path);
 
   int number() const { return descriptor_.number(); }
+  FileId id() const { return id_; }
 
   /// Makes the names in it survive a power failure. Returns 0, or a value of errno. A folder that may not be
   /// read, or whose file system flushes no folders, cannot be flushed; that counts as done.
@@ -33,6 +34,7 @@ class Folder {
  private:
   bool readable_ = true;
   FileDescriptor descriptor_;
+  FileId id_;
 };
 
 /// The name of a file, which need not exist, without symbolic links.

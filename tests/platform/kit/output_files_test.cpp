@@ -1,6 +1,7 @@
 // Files that take their places together, and what other programs do meanwhile.
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <atomic>
@@ -193,6 +194,26 @@ TEST(OutputFiles, NamesOfOneOldFileAreSeparateOutputs) {
   files.Commit();
   EXPECT_EQ(zuna_test::FileText(folder / "a"), "new a");
   EXPECT_EQ(zuna_test::FileText(folder / "b"), "new b");
+}
+
+TEST(OutputFiles, AFolderIsOpenOnceWhateverLeadsToIt) {
+  const TemporaryFolder folder;
+  std::filesystem::create_directory(folder / "sub");
+  Names names;
+  for (int i = 0; i < 100; ++i) {
+    names.push_back("link" + std::to_string(i));
+    std::filesystem::create_symlink("sub/" + std::to_string(i), folder / names.back());
+  }
+  rlimit before{};
+  ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+  const rlimit few{50, before.rlim_max};
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
+  {
+    Written files(folder, kit::Existing::kReplace, names);
+    files.Commit();
+  }
+  ::setrlimit(RLIMIT_NOFILE, &before);
+  EXPECT_EQ(zuna_test::FileText(folder / "sub/99"), "new link99");
 }
 
 TEST(OutputFiles, OneOfManyThreadsCreatesAFile) {
