@@ -47,8 +47,9 @@ class OutputFiles::Set {
     try {
       std::set<FileId> placed;
       for (StagedFile& file : files_) {
+        std::set<FileId> id{file.id()};  // Nothing may lack memory once the file has its place.
         file.Place(files_.size() > 1, placed);
-        placed.insert(file.id());
+        placed.merge(id);
       }
     } catch (...) {
       TakeBack();
