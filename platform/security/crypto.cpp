@@ -6,6 +6,7 @@
 #include <gcrypt.h>
 
 #include <algorithm>
+#include <array>
 #include <mutex>
 #include <new>
 #include <string>
@@ -14,6 +15,22 @@
 namespace zuna_security {
 
 namespace {
+
+/// What libgcrypt does on its first use. Where memory or descriptors run out, its own initialisation ends the
+/// process, and its test of Twofish leaves the process without Twofish. When this library is loaded, nobody's
+/// work is at stake yet.
+class FirstUse {
+ public:
+  FirstUse() noexcept {
+    gcry_check_version(nullptr);
+    gcry_cipher_hd_t handle = nullptr;
+    if (gcry_cipher_open(&handle, GCRY_CIPHER_TWOFISH, GCRY_CIPHER_MODE_ECB, 0) != 0) return;
+    static constexpr std::array<std::uint8_t, 32> kAnyKey{};
+    gcry_cipher_setkey(handle, kAnyKey.data(), kAnyKey.size());
+    gcry_cipher_close(handle);
+  }
+};
+const FirstUse g_first_use;
 
 void InitializeOnce() {
   if (gcry_check_version("1.10.0") == nullptr) {
@@ -26,8 +43,8 @@ void InitializeOnce() {
   gcry_control(GCRYCTL_INITIALIZATION_FINISHED, 0);
 }
 
-/// Initialises libgcrypt on the first call. Every function that uses libgcrypt calls this first. Throws
-/// GcryptFailure where the library is too old.
+/// Completes the initialisation on the first call. Every function that uses libgcrypt calls this first.
+/// Throws GcryptFailure where the library is too old.
 void InitializeGcrypt() {
   static std::once_flag once;
   std::call_once(once, InitializeOnce);
