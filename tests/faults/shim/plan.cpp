@@ -45,7 +45,7 @@ Plan g_plan;
 Report* g_report = nullptr;
 Report g_unread;  // counts when there is no report file
 bool g_open_at_start[kMostDescriptors];
-std::atomic<bool> g_ready{false};
+std::atomic<bool> g_counting{false};
 
 Report& Counts() { return g_report != nullptr ? *g_report : g_unread; }
 
@@ -99,24 +99,20 @@ void MapReport(const char* path) {
   for (std::size_t i = 0; i < kCalls; ++i) std::strcpy(g_report->entries[i].name, kNames[i]);
 }
 
-/// Before the first call is counted. The program's first allocations come before any constructor of this
-/// library.
-void Prepare() {
-  if (g_ready.exchange(true)) return;
-  const int error = errno;
-  for (int i = 0; i < kMostDescriptors; ++i) g_open_at_start[i] = IsOpen(i);
-  if (const char* path = std::getenv("ZUNA_FAULT_REPORT")) MapReport(path);
-  if (const char* plan = std::getenv("ZUNA_FAULT")) ReadPlan(plan);
-  errno = error;
-}
-
 std::uint64_t Count(std::uint64_t& counter) { return __atomic_add_fetch(&counter, 1, __ATOMIC_RELAXED); }
 
 }  // namespace
 
+void NoteStart() {
+  for (int i = 0; i < kMostDescriptors; ++i) g_open_at_start[i] = IsOpen(i);
+  if (const char* path = std::getenv("ZUNA_FAULT_REPORT")) MapReport(path);
+  if (const char* plan = std::getenv("ZUNA_FAULT")) ReadPlan(plan);
+  errno = 0;
+  g_counting = true;
+}
+
 Verdict Decide(Call call) {
-  if (environ == nullptr) return Verdict::kProceed;  // the C library is not there yet
-  Prepare();
+  if (!g_counting) return Verdict::kProceed;
   Report& report = Counts();
   const auto index = static_cast<std::size_t>(call);
   std::uint64_t number = Count(report.entries[index].count);
@@ -142,8 +138,6 @@ void NoteExit() {
 }
 
 namespace {
-
-[[gnu::constructor]] void AtStart() { Prepare(); }
 
 [[gnu::destructor]] void AtEnd() { NoteExit(); }
 

@@ -1,4 +1,6 @@
-// Which call of a process is to fail, and how; counts of all calls.
+// Which call of a process is to fail, and how; counts of all calls from the beginning of main() on. What
+// comes before it is the loader's, the C++ library's and that of other libraries, which end the process where
+// they lack something.
 //
 // ZUNA_FAULT=CALL:N:ACTION names the fault. CALL is the name of a system call's wrapper, "any" for all of
 // them together, or "memory" for all allocations together. ACTION is one of
@@ -97,6 +99,9 @@ Verdict Decide(Call call);
 
 /// Counts a call that can only succeed or fail.
 inline bool Fails(Call call) { return Decide(call) == Verdict::kFail; }
+
+/// Reads the plan from the environment and begins to count. Called when main() begins.
+void NoteStart();
 
 /// Completes the report. Called when the process ends by itself.
 void NoteExit();

@@ -212,6 +212,28 @@ VISIBLE int fcntl64(int file, int command, ...) {
   return Fails(Call::kFcntl) ? -1 : Real(known, "fcntl64")(file, command, argument);
 }
 
+namespace {
+
+using Main = int(int, char**, char**);
+Main* g_main;
+
+int MainWithFaults(int count, char** arguments, char** environment) {
+  zuna_faults::NoteStart();
+  return g_main(count, arguments, environment);
+}
+
+}  // namespace
+
+// Replaced to know when main() begins.
+// NOLINTNEXTLINE(clang-diagnostic-reserved-identifier): the C library prescribes the name
+VISIBLE int __libc_start_main(Main* main, int count, char** arguments, void (*start)(), void (*end)(),
+                              void (*loader_end)(), void* stack_end) {
+  static int (*known)(Main*, int, char**, void (*)(), void (*)(), void (*)(), void*);
+  g_main = main;
+  return Real(known, "__libc_start_main")(MainWithFaults, count, arguments, start, end, loader_end,
+                                          stack_end);
+}
+
 // Replaced for the report: it runs no destructors.
 // NOLINTNEXTLINE(clang-diagnostic-reserved-identifier): the C library prescribes the name
 VISIBLE [[noreturn]] void _exit(int status) {
