@@ -1,22 +1,57 @@
-// Directories and names by std::filesystem.
+// Directories by POSIX, names by std::filesystem.
 
 #include "kit/path.h"
 
+#include <dirent.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
+#include <memory>
+#include <string_view>
+#include <system_error>
 
 #include "kit/error.h"
 
 namespace kit {
 
+namespace {
+
+struct CloseDirectory {
+  void operator()(DIR* directory) const { ::closedir(directory); }
+};
+
+using Directory = std::unique_ptr<DIR, CloseDirectory>;
+
+[[noreturn]] void ThrowCannotList(const std::string& dir, int error) {
+  throw IoError(dir + ": cannot list the directory: " + std::generic_category().message(error));
+}
+
+Directory OpenDirectory(const std::string& dir) {
+  for (;;) {
+    Directory directory(::opendir(dir.c_str()));
+    if (directory) return directory;
+    if (errno != EINTR) ThrowCannotList(dir, errno);
+  }
+}
+
+/// The next entry, or nullptr after the last one.
+const dirent* NextEntry(const Directory& directory, const std::string& dir) {
+  errno = 0;
+  const dirent* const entry = ::readdir(directory.get());
+  if (entry == nullptr && errno != 0) ThrowCannotList(dir, errno);
+  return entry;
+}
+
+}  // namespace
+
+// Not by std::filesystem::directory_iterator, which ends the process where it lacks memory.
 std::vector<std::string> listdir(const std::string& dir) {
+  const Directory directory = OpenDirectory(dir);
   std::vector<std::string> names;
-  try {
-    for (const auto& entry : std::filesystem::directory_iterator(dir)) {
-      names.push_back(entry.path().filename().string());
-    }
-  } catch (const std::filesystem::filesystem_error& error) {
-    throw IoError(dir + ": cannot list the directory: " + error.code().message());
+  while (const dirent* entry = NextEntry(directory, dir)) {
+    const std::string_view name = entry->d_name;
+    if (name != "." && name != "..") names.emplace_back(name);
   }
   std::sort(names.begin(), names.end());
   return names;
