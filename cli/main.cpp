@@ -1,5 +1,6 @@
 // The tool zuna-convert: options, commands, exit code.
 #include <CLI/CLI.hpp>
+#include <new>
 #include <sstream>
 
 #include "cli/commands/context.h"
@@ -12,7 +13,8 @@ namespace {
 
 constexpr const char* kFooter =
     "The key and IV of encrypted files come from --key-file, or the file that ZUNA_KEY_FILE names, with the\n"
-    "lines \"key = HEX\" and \"iv = HEX\"; without one both are empty, which protects nothing. Only the owner\n"
+    "lines \"key = HEX\" and \"iv = HEX\"; without one both are empty, which protects nothing. Only the "
+    "owner\n"
     "should be able to read a key file (chmod 600).\n"
     "Exit codes: 0 done, 1 no such song, 2 usage, 3 refused by policy, 4 bad or unsupported input,\n"
     "5 wrong key, 6 input or output failed, 7 part of a batch failed, 8 nothing matched, 70 internal error,\n"
@@ -39,6 +41,22 @@ void AddCommands(CLI::App& app, Context& context) {
   AddMidiExportCommand(*midi, context);
 }
 
+bool g_lacked_memory = false;
+
+void NoteLackOfMemory() {
+  g_lacked_memory = true;
+  throw std::bad_alloc();
+}
+
+/// The text of help or of the version. The parser's own streams drop what they have no memory for.
+std::string HelpText(const CLI::App& app, const CLI::ParseError& error) {
+  std::ostringstream text;
+  std::set_new_handler(NoteLackOfMemory);
+  app.exit(error, text, text);
+  if (g_lacked_memory) throw std::bad_alloc();
+  return text.str();
+}
+
 /// What is wrong with the command line. An unknown word is the reason where the parser
 /// misses another one.
 std::string Complaint(const CLI::App& app, const CLI::ParseError& error) {
@@ -50,9 +68,7 @@ std::string Complaint(const CLI::App& app, const CLI::ParseError& error) {
 /// Shows help, or tells what is wrong with the command line.
 ExitCode ReportParse(const CLI::App& app, const CLI::ParseError& error) {
   if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-    std::ostringstream text;
-    app.exit(error, text, text);
-    WriteStandardOutput(text.str());
+    WriteStandardOutput(HelpText(app, error));
     return ExitCode::kDone;
   }
   PrintError(Failure(ExitCode::kUsage, "command line",
@@ -71,6 +87,7 @@ ExitCode Run(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
       return ReportParse(app, error);
     }
+    context.work();
     context.PrintNotes();
     return context.code;
   } catch (...) {
@@ -85,7 +102,15 @@ ExitCode Run(int argc, char** argv) {
 }  // namespace zuna_cli
 
 int main(int argc, char** argv) {
-  if (!zuna_cli::OccupyStandardDescriptors()) return static_cast<int>(zuna_cli::ExitCode::kIo);
+  if (!zuna_cli::OccupyStandardDescriptors()) {
+    zuna_cli::PrintLine("zuna-convert: /dev/null: cannot be opened; close other files or programs\n");
+    return static_cast<int>(zuna_cli::ExitCode::kIo);
+  }
   zuna_cli::HandleSignals();
-  return static_cast<int>(zuna_cli::Run(argc, argv));
+  try {
+    return static_cast<int>(zuna_cli::Run(argc, argv));
+  } catch (...) {  // There is no memory for a message of its own.
+    zuna_cli::PrintLine("zuna-convert: out of memory; close other programs or take a smaller file\n");
+    return static_cast<int>(zuna_cli::ExitCode::kInternal);
+  }
 }

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <filesystem>
 #include <new>
+#include <utility>
 
-#include "cli/terminal/standard_streams.h"
 #include "cmn/file_format.h"
 #include "toolkit/document/write.h"
 
@@ -71,6 +71,10 @@ void AddKeyOptions(CLI::App& app, KeyOptions& options) {
 
 }  // namespace
 
+void Context::SetWork(CLI::App& command, std::function<void()> run) {
+  command.callback([this, run = std::move(run)] { work = run; });
+}
+
 void Context::ReportPart(const std::exception& error) {
   if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) throw;
   PrintError(CurrentFailure());
@@ -79,7 +83,7 @@ void Context::ReportPart(const std::exception& error) {
 
 void Context::PrintNotes() const {
   if (quiet) return;
-  for (const auto& [name, text] : notes) PrintNote(name, text);
+  for (const std::string& note : notes) PrintLine(note);
 }
 
 void Context::CheckInputs(const std::vector<std::string>& inputs) const {
@@ -93,8 +97,8 @@ void Context::CheckPaths(const Output& output, const std::vector<std::string>& i
 }
 
 void Context::Seal(const zuna_toolkit::Document& document, const CipherKey& key, const Output& output) {
-  output.Write(*zuna_toolkit::CipherStreamOf(document, key));
   NoteSealed(key, output);
+  output.Write(*zuna_toolkit::CipherStreamOf(document, key));
 }
 
 void Context::NoteSealed(const CipherKey& key, const Output& output) {
@@ -119,11 +123,11 @@ void AddInput(CLI::App& command, std::string& input) {
   command.add_option("IN", input, "The input file; - for standard input")->required();
 }
 
-void AddOutput(CLI::App& command, Output& output) {
+CLI::Option* AddOutput(CLI::App& command, Output& output) {
   command.add_option("-o,--output", output.path, "The output file; - for standard output")
       ->required()
       ->type_name("OUT");
-  command.add_flag("--force", output.force, "Replace the output when it exists");
+  return command.add_flag("--force", output.force, "Replace the output when it exists");
 }
 
 CLI::App* AddFileCommand(CLI::App& app, Context& context, const std::string& name,

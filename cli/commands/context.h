@@ -3,13 +3,14 @@
 
 #include <CLI/CLI.hpp>
 #include <exception>
+#include <functional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "cli/commands/keys.h"
 #include "cli/commands/output.h"
 #include "cli/terminal/failure.h"
+#include "cli/terminal/standard_streams.h"
 #include "cmn/file_format.h"
 #include "cmn/file_version.h"
 #include "toolkit/document/document.h"
@@ -21,21 +22,26 @@ namespace zuna_cli {
 struct Context {
   KeyOptions key_options;
   bool quiet = false;
-  ExitCode code = ExitCode::kDone;                         ///< of a command that went through
-  std::vector<std::pair<std::string, std::string>> notes;  ///< names of files, and what to tell about them
+  ExitCode code = ExitCode::kDone;  ///< of a command that went through
+  std::function<void()> work;       ///< of the command that the command line names
+  std::vector<std::string> notes;   ///< lines to print when the command has gone through
+
+  /// Makes `run` the work of `command`. The command line is read before it: outputs take their places at the
+  /// end of the work, and from then on nothing may need memory.
+  void SetWork(CLI::App& command, std::function<void()> run);
 
   /// Reads the key files. Throws what LoadKeys() throws.
   Keys ReadKeys() const { return LoadKeys(key_options, quiet); }
 
   /// Tells the user about the file called `name` once the command has gone through: nothing is said about
-  /// what a failed command would have dropped.
-  void Note(const std::string& name, const std::string& text) { notes.emplace_back(name, text); }
+  /// what a failed command would have dropped. Called before the output takes its place.
+  void Note(const std::string& name, const std::string& text) { notes.push_back(NoteLine(name, text)); }
 
   /// Called in a handler of `error`, which one of several inputs made: prints it and sets the exit code. A
   /// lack of memory is passed on, because it ends the whole command.
   void ReportPart(const std::exception& error);
 
-  /// Prints all notes, unless told to be quiet.
+  /// Prints all notes, unless told to be quiet. Needs no memory.
   void PrintNotes() const;
 
   /// Checks what can be checked before work begins: that no input has an empty path, and that only one of
@@ -45,7 +51,8 @@ struct Context {
   /// The same, and `output` as Output::Check does. Throws Failure.
   void CheckPaths(const Output& output, const std::vector<std::string>& inputs) const;
 
-  /// Writes a document, sealed with `key`. Throws Failure, kit::IoError or zuna_toolkit::Error.
+  /// Writes a document, sealed with `key`, as the last step of a command. Throws Failure, kit::IoError or
+  /// zuna_toolkit::Error.
   void Seal(const zuna_toolkit::Document& document, const CipherKey& key, const Output& output);
 
   /// Notes where the key that an output was sealed with is empty, unless that was asked for.
@@ -55,9 +62,9 @@ struct Context {
 /// Adds "--key-file", "--empty-key" and "--quiet", which may stand before a command and after it.
 void AddSharedOptions(CLI::App& app, Context& context);
 
-/// Adds an input; "-o OUT" and "--force"; "--to VERSION".
+/// Adds an input; "-o OUT" and "--force", which is returned; "--to VERSION".
 void AddInput(CLI::App& command, std::string& input);
-void AddOutput(CLI::App& command, Output& output);
+CLI::Option* AddOutput(CLI::App& command, Output& output);
 void AddTarget(CLI::App& command, cmn::FileVersion& version);
 
 /// Throws Failure (kUsage) for a version that files of this kind are not written in.

@@ -21,9 +21,9 @@ void Run(const Options& options, Context& context) {
   const zuna_toolkit::Document input = zuna_toolkit::ReadDocument(file, zuna_toolkit::Expected::kCurrent);
   RequireTarget(input.type().kind, options.version);
   const zuna_toolkit::Document document = zuna_toolkit::Convert(input, options.version);
-  context.Seal(document, *key, options.output);
   context.Note(file.name(), CountsText(document) + ", " + cmn::VersionText(input.type().version) + " -> " +
                                 cmn::VersionText(options.version));
+  context.Seal(document, *key, options.output);
 }
 
 }  // namespace
@@ -33,7 +33,7 @@ void AddConvertCommand(CLI::App& app, Context& context) {
   CLI::App* command = AddFileCommand(app, context, "convert",
                                      "Write a show or a log of a current version at another one", *options);
   AddTarget(*command, options->version);
-  command->callback([options, &context] { Run(*options, context); });
+  context.SetWork(*command, [options, &context] { Run(*options, context); });
 }
 
 }  // namespace zuna_cli

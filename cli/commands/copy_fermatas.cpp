@@ -33,13 +33,13 @@ void Run(const Options& options, Context& context) {
   auto [destination, key] = OpenInput(options.destination, keys);
   const zuna_toolkit::FermataCopy copy =
       zuna_toolkit::CopyFermatas(zuna_toolkit::ReadDocument(source), zuna_toolkit::ReadDocument(destination));
-  context.Seal(copy.document, *key, output);
   if (copy.replaced_fermatas + copy.replaced_attaccas > 0) {
     context.Note(destination.name(),
                  FermatasText(copy.replaced_fermatas, copy.replaced_attaccas) + " of its own replaced");
   }
   context.Note(destination.name(), FermatasText(copy.fermatas, copy.attaccas) + " copied from " +
                                        source.name() + ", in " + Counted(copy.songs, "song", "songs"));
+  context.Seal(copy.document, *key, output);
 }
 
 }  // namespace
@@ -57,7 +57,7 @@ void AddCopyFermatasCommand(CLI::App& app, Context& context) {
       ->add_option("DESTINATION", options->destination,
                    "The log that gets them, of a current version, which it keeps; rewritten in its place")
       ->required();
-  command->callback([options, &context] { Run(*options, context); });
+  context.SetWork(*command, [options, &context] { Run(*options, context); });
 }
 
 }  // namespace zuna_cli

@@ -16,8 +16,8 @@ void Run(const Paths& paths, Context& context) {
   const Keys keys = context.ReadKeys();
   zuna_toolkit::OpenedFile file = OpenInput(paths.input, keys).file;
   const std::string plaintext{std::istreambuf_iterator<char>(file.stream()), {}};
-  paths.output.WritePlaintext(plaintext);
   context.Note(file.name(), zuna_toolkit::Counted(plaintext.size(), "byte", "bytes") + " decrypted");
+  paths.output.WritePlaintext(plaintext);
 }
 
 }  // namespace
@@ -26,7 +26,7 @@ void AddDecryptCommand(CLI::App& app, Context& context) {
   const auto paths = std::make_shared<Paths>();
   CLI::App* command =
       AddFileCommand(app, context, "decrypt", "Write the plaintext of an encrypted file as it is", *paths);
-  command->callback([paths, &context] { Run(*paths, context); });
+  context.SetWork(*command, [paths, &context] { Run(*paths, context); });
 }
 
 }  // namespace zuna_cli

@@ -17,9 +17,9 @@ void Run(const Paths& paths, Context& context) {
   const zuna_toolkit::Document current = zuna_toolkit::ReadDocument(file, zuna_toolkit::Expected::kCurrent);
   const zuna_toolkit::Document legacy = zuna_toolkit::Down(current);
   for (const std::string& line : DownLossLines(current, legacy)) context.Note(file.name(), line);
-  context.Seal(legacy, *key, paths.output);
   context.Note(file.name(),
                CountsText(current) + ", " + cmn::VersionText(current.type().version) + " -> 0.0");
+  context.Seal(legacy, *key, paths.output);
 }
 
 }  // namespace
@@ -28,7 +28,7 @@ void AddDownCommand(CLI::App& app, Context& context) {
   const auto paths = std::make_shared<Paths>();
   CLI::App* command = AddFileCommand(app, context, "down",
                                      "Bring a show or a log of a current version to version 0.0", *paths);
-  command->callback([paths, &context] { Run(*paths, context); });
+  context.SetWork(*command, [paths, &context] { Run(*paths, context); });
 }
 
 }  // namespace zuna_cli

@@ -31,20 +31,23 @@ void Run(const Paths& paths, Context& context) {
   cipher.GetStream().exceptions(std::ios_base::failbit | std::ios_base::badbit);
   cipher.GetStream().write(reinterpret_cast<const char*>(bytes.data()),
                            static_cast<std::streamsize>(bytes.size()));
-  paths.output.Write(cipher);
   context.NoteSealed(key, paths.output);
   context.Note(name, zuna_toolkit::Counted(bytes.size(), "byte", "bytes") + " encrypted");
+  paths.output.Write(cipher);
 }
 
 }  // namespace
 
 void AddEncryptCommand(CLI::App& app, Context& context) {
   const auto paths = std::make_shared<Paths>();
-  CLI::App* command = AddFileCommand(app, context, "encrypt",
-                                     "Encrypt plaintext as it is, such as an edited text form", *paths);
-  command->get_option("--force")->description(
-      "Replace the output when it exists; encrypt what is encrypted already, or a text form with errors");
-  command->callback([paths, &context] { Run(*paths, context); });
+  CLI::App* command =
+      app.add_subcommand("encrypt", "Encrypt plaintext as it is, such as an edited text form");
+  AddSharedOptions(*command, context);
+  AddInput(*command, paths->input);
+  AddOutput(*command, paths->output)
+      ->description(
+          "Replace the output when it exists; encrypt what is encrypted already, or a text form with errors");
+  context.SetWork(*command, [paths, &context] { Run(*paths, context); });
 }
 
 }  // namespace zuna_cli

@@ -56,7 +56,7 @@ void AddInfoCommand(CLI::App& app, Context& context) {
   command->add_flag("--json", options->json,
                     "Write JSON: an object for one input, an array for several (without those that failed). "
                     "Bytes of names that are no UTF-8 are written as U+FFFD");
-  command->callback([options, &context] { Run(*options, context); });
+  context.SetWork(*command, [options, &context] { Run(*options, context); });
 }
 
 }  // namespace zuna_cli

@@ -41,8 +41,9 @@ void WarnIfOpenToOthers(const std::string& path) {
   const auto status = std::filesystem::status(path, ignored);
   const perms open = status.permissions() & (perms::group_all | perms::others_all);
   if (!std::filesystem::is_regular_file(status) || open == perms::none) return;
-  PrintNote(path, kit::format("is open to other users (mode %04o); let only its owner read it (chmod 600)",
-                              static_cast<unsigned>(status.permissions() & perms::mask)));
+  PrintLine(
+      NoteLine(path, kit::format("is open to other users (mode %04o); let only its owner read it (chmod 600)",
+                                 static_cast<unsigned>(status.permissions() & perms::mask))));
 }
 
 void RequireName(const std::string& path, const std::string& source, const KeyOptions& options) {

@@ -76,7 +76,7 @@ void AddListCommand(CLI::App& app, Context& context) {
              [options](const cmn::FileVersion& version) { options->from = version; });
   AddVersion(*command, "--below", "Only shows of lower versions than this",
              [options](const cmn::FileVersion& version) { options->below = version; });
-  command->callback([options, &context] { Run(*options, context); });
+  context.SetWork(*command, [options, &context] { Run(*options, context); });
 }
 
 }  // namespace zuna_cli

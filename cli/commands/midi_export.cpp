@@ -92,8 +92,8 @@ void Run(const Options& options, Context& context) {
   context.CheckInputs({options.input});
   RequireFolder(options.folder, "create it first");
   const std::vector<MidiFile> files = ExportAll(options, context);
-  WriteAll(files);
   context.Note(options.folder, zuna_toolkit::Counted(files.size(), "MIDI file", "MIDI files") + " written");
+  WriteAll(files);
 }
 
 }  // namespace
@@ -108,7 +108,7 @@ void AddMidiExportCommand(CLI::App& midi, Context& context) {
       ->required()
       ->type_name("DIR");
   command->add_flag("--force", options->force, "Replace files that exist");
-  command->callback([options, &context] { Run(*options, context); });
+  context.SetWork(*command, [options, &context] { Run(*options, context); });
 }
 
 }  // namespace zuna_cli

@@ -103,8 +103,8 @@ void Run(const Options& options, Context& context) {
     show.AddSongData(ImportFile(options.inputs[i], numbers[i], context));
   }
   const zuna_toolkit::Document document(std::move(show), options.version, OutputName(options.output.path));
-  context.Seal(document, keys.front().material(), options.output);
   context.Note(document.name(), CountsText(document) + ", MIDI -> " + cmn::VersionText(options.version));
+  context.Seal(document, keys.front().material(), options.output);
 }
 
 }  // namespace
@@ -127,7 +127,7 @@ void AddMidiImportCommand(CLI::App& midi, Context& context) {
       ->take_all();
   command->add_option("--show-name", options->show_name, "The show's name; the name of OUT unless given")
       ->type_name("NAME");
-  command->callback([options, &context] { Run(*options, context); });
+  context.SetWork(*command, [options, &context] { Run(*options, context); });
 }
 
 }  // namespace zuna_cli

@@ -81,6 +81,7 @@ void PrintSong(const std::shared_ptr<zuna_midi::SongData>& song, std::ostream& o
 template <typename Songs>
 std::string SongsText(const Songs& songs, const Options& options) {
   std::ostringstream text;
+  text.exceptions(std::ios_base::badbit);  // it would drop what it has no memory for
   std::string numbers;
   bool found = !options.song;
   for (const auto& [number, song] : songs) {
@@ -123,7 +124,7 @@ void AddPrintCommand(CLI::App& app, Context& context) {
   const auto options = std::make_shared<Options>();
   AddInput(*command, options->input);
   command->add_option("--song", options->song, "Only the song of this number")->type_name("NUMBER");
-  command->callback([options, &context] { Run(*options, context); });
+  context.SetWork(*command, [options, &context] { Run(*options, context); });
 }
 
 }  // namespace zuna_cli

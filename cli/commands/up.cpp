@@ -61,9 +61,9 @@ void Run(const Options& options, Context& context) {
   const zuna_toolkit::UpResult result = zuna_toolkit::Up(legacy, companion, options.version);
   for (const std::string& note : CompanionNotes(result, companion.name)) context.Note(file.name(), note);
   for (const std::string& line : UpLossLines(legacy, result.document)) context.Note(file.name(), line);
-  context.Seal(result.document, *key, options.output);
   context.Note(file.name(), CountsText(result.document) + ", 0.0 -> " + cmn::VersionText(options.version) +
                                 TakenText(companion, legacy.type().is_log()));
+  context.Seal(result.document, *key, options.output);
 }
 
 }  // namespace
@@ -79,7 +79,7 @@ void AddUpCommand(CLI::App& app, Context& context) {
                    "show's name, or the show of a log, which tells the songs' divisions")
       ->required()
       ->type_name("FILE");
-  command->callback([options, &context] { Run(*options, context); });
+  context.SetWork(*command, [options, &context] { Run(*options, context); });
 }
 
 }  // namespace zuna_cli

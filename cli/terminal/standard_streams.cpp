@@ -6,7 +6,6 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <iostream>
 #include <system_error>
 
 #include "cli/terminal/text.h"
@@ -27,12 +26,13 @@ bool Colourful() {
 
 bool OccupyStandardDescriptors() {
   for (int number = STDIN_FILENO; number <= STDERR_FILENO; ++number) {
-    if (fcntl(number, F_GETFD) != -1) continue;
+    if (fcntl(number, F_GETFD) != -1 || errno != EBADF) continue;
     // The lowest free number is this one: those below it are open by now.
     const int direction = number == STDIN_FILENO ? O_WRONLY : O_RDONLY;
     int opened = open("/dev/null", direction);
     while (opened == -1 && errno == EINTR) opened = open("/dev/null", direction);
-    if (opened != number) return false;
+    if (opened == -1) return false;
+    if (opened > number) close(opened);  // It was open after all.
   }
   return true;
 }
@@ -59,12 +59,20 @@ void WriteStandardOutput(std::string_view bytes) {
 void PrintError(const Failure& failure) {
   if (failure.code() == ExitCode::kClosedPipe) return;  // the reader has stopped on purpose
   const bool colour = Colourful();
-  std::cerr << (colour ? kRed : "") << "zuna-convert:" << (colour ? kPlain : "") << ' '
-            << Printable(failure.what()) << '\n';
+  PrintLine(std::string(colour ? kRed : "") + "zuna-convert:" + (colour ? kPlain : "") + ' ' +
+            Printable(failure.what()) + '\n');
 }
 
-void PrintNote(const std::string& name, const std::string& text) {
-  std::cerr << "zuna-convert: " << Printable(name + ": " + text) << '\n';
+std::string NoteLine(const std::string& name, const std::string& text) {
+  return "zuna-convert: " + Printable(name + ": " + text) + '\n';
+}
+
+void PrintLine(std::string_view line) {
+  while (!line.empty()) {
+    const ssize_t count = write(STDERR_FILENO, line.data(), line.size());
+    if (count < 0 && errno != EINTR) return;
+    if (count > 0) line.remove_prefix(static_cast<std::size_t>(count));
+  }
 }
 
 }  // namespace zuna_cli

@@ -30,7 +30,11 @@ void WriteStandardOutput(std::string_view bytes);
 /// A closed output pipe is not reported: its reader has stopped on purpose.
 void PrintError(const Failure& failure);
 
-/// Writes "zuna-convert: NAME: " and the text to standard error.
-void PrintNote(const std::string& name, const std::string& text);
+/// "zuna-convert: NAME: " and the text, as a line for a terminal.
+std::string NoteLine(const std::string& name, const std::string& text);
+
+/// Writes a line, which ends with its line break, to standard error. Needs no memory. What cannot be written
+/// there is not said at all: the result does not depend on it.
+void PrintLine(std::string_view line);
 
 }  // namespace zuna_cli
