@@ -18,7 +18,8 @@ class ZUNA_API CoutBuffer {
   CoutBuffer(const CoutBuffer&) = delete;
   CoutBuffer& operator=(const CoutBuffer&) = delete;
 
-  /// The stream that takes the text; the same object on every call.
+  /// The stream that takes the text; the same object on every call. Throws std::bad_alloc where it lacks
+  /// memory.
   std::ostream& stream();
 
   /// Writes what was collected to std::cout, flushes it and starts anew.

@@ -8,6 +8,9 @@
 namespace kit {
 
 struct CoutBuffer::Text {
+  // By itself the stream would drop what it has no memory for.
+  Text() { stream.exceptions(std::ios_base::badbit); }
+
   std::ostringstream stream;
 };
 

@@ -17,6 +17,7 @@ namespace {
 
 std::string TextOf(const cmn::ZunaEvent& event) {
   std::ostringstream text;
+  text.exceptions(std::ios_base::badbit);  // it would drop what it has no memory for
   event.WriteString(text);
   return text.str();
 }
