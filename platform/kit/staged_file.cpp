@@ -31,7 +31,7 @@ StagedFile::StagedFile(std::string path, Target target, std::size_t number, Exis
 
 std::optional<struct stat> StagedFile::Inspect() const {
   if (existing_ == Existing::kReplace) return LookForWriting(target_, path_);
-  if (Look(target_, path_)) throw FileExistsError(path_);
+  if (FileInPlace()) throw FileExistsError(path_);  // whatever it is, a symbolic link too
   return std::nullopt;
 }
 

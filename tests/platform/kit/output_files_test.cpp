@@ -145,6 +145,17 @@ TEST(OutputFiles, ALinkThatIsPlantedMeanwhileIsNotFollowed) {
   EXPECT_EQ(zuna_test::FileText(elsewhere / "victim"), "untouched");
 }
 
+TEST(OutputFiles, ALinkThatIsPlantedBeforeTheWriteIsAFileThatExists) {
+  const TemporaryFolder folder;
+  {
+    kit::OutputFiles files(kit::Existing::kRefuse);
+    files.Add(folder / "a");
+    std::filesystem::create_symlink("absent", folder / "a");
+    EXPECT_THROW(files.Write(0, {}), kit::FileExistsError);
+  }
+  EXPECT_EQ(folder.Names(), Names{"a"});
+}
+
 TEST(OutputFiles, ALinkIsFollowedOnce) {
   const TemporaryFolder folder;
   folder.Put("first", "old");
