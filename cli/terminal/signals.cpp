@@ -3,11 +3,16 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
+
 #include "cli/terminal/failure.h"
 
 namespace zuna_cli {
 
 namespace {
+
+constexpr std::array kEnding = {SIGINT, SIGTERM, SIGHUP};
 
 extern "C" void EndInterrupted(int) {
   constexpr char kMessage[] = "zuna-convert: interrupted\n";
@@ -16,22 +21,38 @@ extern "C" void EndInterrupted(int) {
   _exit(static_cast<int>(ExitCode::kInterrupted));
 }
 
+bool IsIgnored(int number) {
+  struct sigaction action {};
+  sigaction(number, nullptr, &action);
+  return action.sa_handler == SIG_IGN;
+}
+
 }  // namespace
 
 void HandleSignals() {
   struct sigaction action {};
   action.sa_handler = EndInterrupted;
-  sigaction(SIGINT, &action, nullptr);
+  if (!IsIgnored(SIGINT)) sigaction(SIGINT, &action, nullptr);
   action.sa_handler = SIG_IGN;
   sigaction(SIGPIPE, &action, nullptr);
   sigaction(SIGXFSZ, &action, nullptr);
 }
 
-HoldSignals::HoldSignals() : before_() {
-  sigset_t held;
-  sigemptyset(&held);
-  for (const int number : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&held, number);
-  sigprocmask(SIG_BLOCK, &held, &before_);
+HoldSignals::HoldSignals() : held_(), before_() {
+  sigemptyset(&held_);
+  for (const int number : kEnding) {
+    if (!IsIgnored(number)) sigaddset(&held_, number);
+  }
+  sigprocmask(SIG_BLOCK, &held_, &before_);
+}
+
+bool HoldSignals::IsPending() const {
+  sigset_t pending;
+  sigemptyset(&pending);
+  sigpending(&pending);
+  return std::any_of(kEnding.begin(), kEnding.end(), [&](int number) {
+    return sigismember(&held_, number) == 1 && sigismember(&pending, number) == 1;
+  });
 }
 
 HoldSignals::~HoldSignals() { sigprocmask(SIG_SETMASK, &before_, nullptr); }

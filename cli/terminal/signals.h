@@ -5,11 +5,13 @@
 
 namespace zuna_cli {
 
-/// From now on an interrupt (SIGINT) says so and ends the program at once with ExitCode::kInterrupted, and a
-/// closed pipe and a file size limit are errors of the write instead of the end of the program.
+/// From now on an interrupt (SIGINT), unless the program was told to ignore it, says so and ends the program
+/// at once with ExitCode::kInterrupted, and a closed pipe and a file size limit are errors of the write
+/// instead of the end of the program.
 void HandleSignals();
 
-/// While it lives, signals that would end the program wait: no temporary file is left behind.
+/// While it lives, signals that would end the program (SIGINT, SIGTERM, SIGHUP) wait: no temporary file is
+/// left behind. Those that the program was told to ignore stay ignored.
 class HoldSignals {
  public:
   HoldSignals();
@@ -17,7 +19,11 @@ class HoldSignals {
   HoldSignals(const HoldSignals&) = delete;
   HoldSignals& operator=(const HoldSignals&) = delete;
 
+  /// Whether one of them waits. It ends the program when this object is destroyed.
+  bool IsPending() const;
+
  private:
+  sigset_t held_;
   sigset_t before_;
 };
 
