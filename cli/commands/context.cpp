@@ -90,20 +90,20 @@ void Context::CheckInputs(const std::vector<std::string>& inputs) const {
   RequireUsableInputs(WithKeyFiles(inputs, key_options));
 }
 
-void Context::CheckPaths(const Output& output, const std::vector<std::string>& inputs) const {
+Destination Context::CheckPaths(const Output& output, const std::vector<std::string>& inputs) const {
   const std::vector<std::string> all = WithKeyFiles(inputs, key_options);
   RequireUsableInputs(all);
-  output.Check(all);
+  return Destination(output, all);
 }
 
-void Context::Seal(const zuna_toolkit::Document& document, const CipherKey& key, const Output& output) {
-  NoteSealed(key, output);
-  output.Write(*zuna_toolkit::CipherStreamOf(document, key));
+void Context::Seal(const zuna_toolkit::Document& document, const CipherKey& key, Destination& destination) {
+  NoteSealed(key, destination);
+  destination.WriteEncrypted(*zuna_toolkit::CipherStreamOf(document, key));
 }
 
-void Context::NoteSealed(const CipherKey& key, const Output& output) {
+void Context::NoteSealed(const CipherKey& key, const Destination& destination) {
   if (!key.key.empty() || key_options.empty_key) return;
-  Note(OutputName(output.path),
+  Note(destination.name(),
        "is encrypted with an empty key, which protects nothing; name a key file with --key-file or "
        "ZUNA_KEY_FILE");
 }

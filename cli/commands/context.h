@@ -48,15 +48,15 @@ struct Context {
   /// `inputs` and the key files is standard input. Throws Failure.
   void CheckInputs(const std::vector<std::string>& inputs) const;
 
-  /// The same, and `output` as Output::Check does. Throws Failure.
-  void CheckPaths(const Output& output, const std::vector<std::string>& inputs) const;
+  /// The same, and finds the place of the result. Throws what the constructor of Destination throws.
+  Destination CheckPaths(const Output& output, const std::vector<std::string>& inputs) const;
 
-  /// Writes a document, sealed with `key`, as the last step of a command. Throws Failure, kit::IoError or
-  /// zuna_toolkit::Error.
-  void Seal(const zuna_toolkit::Document& document, const CipherKey& key, const Output& output);
+  /// Writes a document, sealed with `key`, as the last step of a command. Throws what Destination::Write()
+  /// throws, or zuna_toolkit::Error.
+  void Seal(const zuna_toolkit::Document& document, const CipherKey& key, Destination& destination);
 
   /// Notes where the key that an output was sealed with is empty, unless that was asked for.
-  void NoteSealed(const CipherKey& key, const Output& output);
+  void NoteSealed(const CipherKey& key, const Destination& destination);
 };
 
 /// Adds "--key-file", "--empty-key" and "--quiet", which may stand before a command and after it.

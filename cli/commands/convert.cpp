@@ -15,7 +15,7 @@ struct Options : Paths {
 };
 
 void Run(const Options& options, Context& context) {
-  context.CheckPaths(options.output, {options.input});
+  Destination destination = context.CheckPaths(options.output, {options.input});
   const Keys keys = context.ReadKeys();
   auto [file, key] = OpenInput(options.input, keys);
   const zuna_toolkit::Document input = zuna_toolkit::ReadDocument(file, zuna_toolkit::Expected::kCurrent);
@@ -23,7 +23,7 @@ void Run(const Options& options, Context& context) {
   const zuna_toolkit::Document document = zuna_toolkit::Convert(input, options.version);
   context.Note(file.name(), CountsText(document) + ", " + cmn::VersionText(input.type().version) + " -> " +
                                 cmn::VersionText(options.version));
-  context.Seal(document, *key, options.output);
+  context.Seal(document, *key, destination);
 }
 
 }  // namespace

@@ -26,8 +26,7 @@ void Run(const Options& options, Context& context) {
   if (options.destination == kStandardStream) {
     throw Failure(ExitCode::kUsage, "command line", "the destination is rewritten in its place; give a file");
   }
-  const Output output{options.destination, true};
-  context.CheckPaths(output, {options.source});
+  Destination place = context.CheckPaths({options.destination, true}, {options.source});
   const Keys keys = context.ReadKeys();
   zuna_toolkit::OpenedFile source = OpenInput(options.source, keys).file;
   auto [destination, key] = OpenInput(options.destination, keys);
@@ -39,7 +38,7 @@ void Run(const Options& options, Context& context) {
   }
   context.Note(destination.name(), FermatasText(copy.fermatas, copy.attaccas) + " copied from " +
                                        source.name() + ", in " + Counted(copy.songs, "song", "songs"));
-  context.Seal(copy.document, *key, output);
+  context.Seal(copy.document, *key, place);
 }
 
 }  // namespace

@@ -12,12 +12,12 @@ namespace zuna_cli {
 namespace {
 
 void Run(const Paths& paths, Context& context) {
-  context.CheckPaths(paths.output, {paths.input});
+  Destination destination = context.CheckPaths(paths.output, {paths.input});
   const Keys keys = context.ReadKeys();
   zuna_toolkit::OpenedFile file = OpenInput(paths.input, keys).file;
   const std::string plaintext{std::istreambuf_iterator<char>(file.stream()), {}};
   context.Note(file.name(), zuna_toolkit::Counted(plaintext.size(), "byte", "bytes") + " decrypted");
-  paths.output.WritePlaintext(plaintext);
+  destination.Write({reinterpret_cast<const std::uint8_t*>(plaintext.data()), plaintext.size()});
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ namespace zuna_cli {
 namespace {
 
 void Run(const Paths& paths, Context& context) {
-  context.CheckPaths(paths.output, {paths.input});
+  Destination destination = context.CheckPaths(paths.output, {paths.input});
   const Keys keys = context.ReadKeys();
   auto [file, key] = OpenInput(paths.input, keys);
   const zuna_toolkit::Document current = zuna_toolkit::ReadDocument(file, zuna_toolkit::Expected::kCurrent);
@@ -19,7 +19,7 @@ void Run(const Paths& paths, Context& context) {
   for (const std::string& line : DownLossLines(current, legacy)) context.Note(file.name(), line);
   context.Note(file.name(),
                CountsText(current) + ", " + cmn::VersionText(current.type().version) + " -> 0.0");
-  context.Seal(legacy, *key, paths.output);
+  context.Seal(legacy, *key, destination);
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ void CheckPlaintext(const std::vector<std::uint8_t>& bytes, const std::string& n
 }
 
 void Run(const Paths& paths, Context& context) {
-  context.CheckPaths(paths.output, {paths.input});
+  Destination destination = context.CheckPaths(paths.output, {paths.input});
   const Keys keys = context.ReadKeys();
   const CipherKey& key = keys.front().material();
   const std::string name = InputName(paths.input);
@@ -31,9 +31,9 @@ void Run(const Paths& paths, Context& context) {
   cipher.GetStream().exceptions(std::ios_base::failbit | std::ios_base::badbit);
   cipher.GetStream().write(reinterpret_cast<const char*>(bytes.data()),
                            static_cast<std::streamsize>(bytes.size()));
-  context.NoteSealed(key, paths.output);
+  context.NoteSealed(key, destination);
   context.Note(name, zuna_toolkit::Counted(bytes.size(), "byte", "bytes") + " encrypted");
-  paths.output.Write(cipher);
+  destination.WriteEncrypted(cipher);
 }
 
 }  // namespace

@@ -94,7 +94,7 @@ std::shared_ptr<zuna_midi::SongData> ImportFile(const std::string& path, const s
 }
 
 void Run(const Options& options, Context& context) {
-  context.CheckPaths(options.output, options.inputs);
+  Destination destination = context.CheckPaths(options.output, options.inputs);
   const std::vector<std::string> numbers = SongNumbers(options);
   const Keys keys = context.ReadKeys();
   zuna_midi::ShowData show;
@@ -102,9 +102,9 @@ void Run(const Options& options, Context& context) {
   for (std::size_t i = 0; i < numbers.size(); ++i) {
     show.AddSongData(ImportFile(options.inputs[i], numbers[i], context));
   }
-  const zuna_toolkit::Document document(std::move(show), options.version, OutputName(options.output.path));
+  const zuna_toolkit::Document document(std::move(show), options.version, destination.name());
   context.Note(document.name(), CountsText(document) + ", MIDI -> " + cmn::VersionText(options.version));
-  context.Seal(document, keys.front().material(), options.output);
+  context.Seal(document, keys.front().material(), destination);
 }
 
 }  // namespace

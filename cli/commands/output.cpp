@@ -3,66 +3,36 @@
 
 #include <unistd.h>
 
-#include <filesystem>
-
 #include "cli/terminal/failure.h"
-#include "cli/terminal/signals.h"
 #include "cli/terminal/standard_streams.h"
-#include "kit/file.h"
+#include "zuna_sec/errors.h"
 
 namespace zuna_cli {
 
-namespace {
-
-bool IsSameFile(const std::string& a, const std::string& b) {
-  std::error_code ignored;  // An input that is not there is reported when it is read.
-  return a == b || std::filesystem::equivalent(a, b, ignored);
-}
-
-}  // namespace
-
-void Output::Check(const std::vector<std::string>& inputs) const {
-  if (path.empty()) {
-    throw Failure(ExitCode::kUsage, "command line", "the path of the output is empty; give a file");
-  }
-  if (path == kStandardStream) {
-    if (isatty(STDOUT_FILENO) == 0) return;
-    throw Failure(ExitCode::kRefused, "standard output",
+Destination::Destination(const Output& output, const std::vector<std::string>& inputs)
+    : path_(output.path), files_(output.force) {
+  if (path_ != kStandardStream) {
+    files_.Add(path_, inputs);
+  } else if (isatty(STDOUT_FILENO) != 0) {
+    throw Failure(ExitCode::kRefused, name(),
                   "is a terminal, and the result is binary; give -o FILE or a pipe");
   }
-  for (const std::string& input : inputs) {
-    if (input != kStandardStream && IsSameFile(path, input)) {
-      throw Failure(ExitCode::kRefused, path, "is an input as well; give another output");
-    }
-  }
-  std::error_code ignored;  // What cannot be looked at cannot be written, which says so better.
-  const auto status = std::filesystem::status(path, ignored);
-  if (!std::filesystem::exists(status)) return;
-  if (!std::filesystem::is_regular_file(status)) {
-    throw Failure(ExitCode::kRefused, path, "is not a regular file; give another output, or - for a pipe");
-  }
-  if (!force)
-    throw Failure(ExitCode::kRefused, path, "exists; give --force to replace it, or another output");
 }
 
-void Output::Write(zuna_sec::TwoFishCipherStream& stream) const {
-  if (path == kStandardStream) {
-    const auto bytes = stream.GetEncryptedBytes();
+std::string Destination::name() const { return OutputName(path_); }
+
+void Destination::WriteEncrypted(zuna_sec::TwoFishCipherStream& stream) try {
+  Write(stream.GetEncryptedBytes());
+} catch (const zuna_sec::CipherError& error) {
+  throw Failure(ExitCode::kBadInput, name(), error.problem() + "; " + error.remedy());
+}
+
+void Destination::Write(std::span<const std::uint8_t> bytes) {
+  if (path_ == kStandardStream) {
     return WriteStandardOutput({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
   }
-  const HoldSignals no_leftovers;
-  stream.WriteToFile(path);
-}
-
-void Output::WritePlaintext(std::string_view bytes) const {
-  if (path == kStandardStream) return WriteStandardOutput(bytes);
-  WritePlainFile(path, bytes, kit::kOwnerOnly);
-}
-
-void WritePlainFile(const std::string& path, std::string_view bytes, unsigned new_mode) {
-  const HoldSignals no_leftovers;
-  kit::WriteFileAtomically(path, {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()},
-                           new_mode);
+  files_.Write(0, bytes, kit::kOwnerOnly);
+  files_.Commit();
 }
 
 }  // namespace zuna_cli

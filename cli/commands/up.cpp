@@ -50,7 +50,7 @@ std::string TakenText(const zuna_toolkit::Companion& companion, bool is_log) {
 }
 
 void Run(const Options& options, Context& context) {
-  context.CheckPaths(options.output, {options.input, options.companion});
+  Destination destination = context.CheckPaths(options.output, {options.input, options.companion});
   const Keys keys = context.ReadKeys();
   auto [file, key] = OpenInput(options.input, keys);
   const zuna_toolkit::Document legacy = zuna_toolkit::ReadDocument(file, zuna_toolkit::Expected::kLegacy);
@@ -63,7 +63,7 @@ void Run(const Options& options, Context& context) {
   for (const std::string& line : UpLossLines(legacy, result.document)) context.Note(file.name(), line);
   context.Note(file.name(), CountsText(result.document) + ", 0.0 -> " + cmn::VersionText(options.version) +
                                 TakenText(companion, legacy.type().is_log()));
-  context.Seal(result.document, *key, options.output);
+  context.Seal(result.document, *key, destination);
 }
 
 }  // namespace

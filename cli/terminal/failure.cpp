@@ -46,6 +46,9 @@ Failure CurrentFailure() {
     return FailureFrom(error);
   } catch (const kit::IoError& error) {
     return {ExitCode::kIo, error.what()};
+  } catch (const kit::FileExistsError& error) {
+    return {ExitCode::kRefused, error.path(),
+            "has appeared meanwhile; give --force to replace it, or another output"};
   } catch (const kit::FileTooLargeError& error) {
     return {ExitCode::kBadInput, error.what()};
   } catch (const zuna_sec::CipherError& error) {

@@ -1,0 +1,222 @@
+"""What other programs do to an output of zuna-convert during the work, and signals that come then."""
+
+import contextlib
+import json
+import os
+import pathlib
+import signal
+import stat
+import subprocess
+import time
+import unittest
+
+from tool import DONE, IO, INTERRUPTED, REFUSED, TOOL, ToolTest, WithShows
+
+PLAINTEXT = bytes(200000)  # more than a pipe holds: when it is written, the tool has found its output and reads
+
+
+class MeanwhileTest(WithShows):
+    @contextlib.contextmanager
+    def working(self, command, *options, **process_options):
+        """Starts the tool with its plaintext or envelope on standard input, and ends it after the block."""
+        arguments = [TOOL, command, "-", "-o", "out", *options]
+        with subprocess.Popen(arguments, cwd=self.folder, env=self.environment, stdin=subprocess.PIPE,
+                              stderr=subprocess.PIPE, **process_options) as process:
+            process.stdin.write(self.input_of(command))
+            process.stdin.flush()
+            yield process
+            process.stdin.close()
+            process.message = process.stderr.read().decode()
+            process.wait(timeout=60)
+
+    def input_of(self, command):
+        if command == "encrypt":
+            return PLAINTEXT
+        if "sealed" not in os.listdir(self.folder):
+            self.encrypt("sealed", PLAINTEXT)
+        return self.read("sealed")
+
+    def expect(self, process, code, message):
+        self.assertEqual((process.returncode, process.message), (code, f"zuna-convert: {message}\n"))
+
+    def expect_done(self, process):
+        self.assertEqual(process.returncode, DONE, process.message)
+
+    def test_does_not_replace_what_appears(self):
+        for command in ("encrypt", "decrypt"):
+            self.input_of(command)
+            before = self.files()
+            with self.working(command) as process:
+                self.write("out", "of another program")
+            self.expect(process, REFUSED, "out: has appeared meanwhile; give --force to replace it, or another output")
+            self.assertEqual(self.files(), {**before, "out": b"of another program"})
+            os.remove(self.path("out"))
+
+    def test_replaces_what_appears_when_forced(self):
+        for command in ("encrypt", "decrypt"):
+            with self.working(command, "--force") as process:
+                self.write("out", "of another program")
+                os.chmod(self.path("out"), 0o604)
+            self.expect_done(process)
+            self.assertNotEqual(self.read("out"), b"of another program")
+            self.assertEqual(stat.S_IMODE(os.stat(self.path("out")).st_mode), 0o604)
+            os.remove(self.path("out"))
+
+    def test_does_not_follow_links_that_appear(self):
+        self.write("victim", "untouched")
+        for command in ("encrypt", "decrypt"):
+            self.input_of(command)
+            for target in ("victim", "absent"):
+                before = self.files()
+                os.symlink(target, self.path("link"))
+                for options, code in (((), REFUSED), (("--force",), IO)):
+                    with self.working(command, *options) as process:
+                        os.rename(self.path("link"), self.path("out"))
+                    self.assertEqual(process.returncode, code, process.message)
+                    os.rename(self.path("out"), self.path("link"))
+                os.remove(self.path("link"))
+                self.assertEqual(self.files(), before)
+
+    def test_follows_links_once(self):
+        for command in ("encrypt", "decrypt"):
+            self.write("first", "old")
+            self.write("second", "untouched")
+            os.symlink("first", self.path("out"))
+            with self.working(command, "--force") as process:
+                os.remove(self.path("out"))
+                os.symlink("second", self.path("out"))
+            self.expect_done(process)
+            self.assertNotEqual(self.read("first"), b"old")
+            self.assertEqual(self.read("second"), b"untouched")
+            os.remove(self.path("out"))
+
+    def test_lets_one_of_two_create_an_output(self):
+        for command in ("encrypt", "decrypt"):
+            for _ in range(20):
+                with self.working(command) as first, self.working(command) as second:
+                    first.stdin.close()
+                    second.stdin.close()
+                self.assertEqual(sorted((first.returncode, second.returncode)), [DONE, REFUSED])
+                loser = first if first.returncode == REFUSED else second
+                self.expect(loser, REFUSED,
+                            "out: has appeared meanwhile; give --force to replace it, or another output")
+                self.assertTrue(stat.S_ISREG(os.stat(self.path("out")).st_mode))
+                os.remove(self.path("out"))
+                self.assertFalse([name for name in self.files() if ".tmp" in name])
+
+    def test_ends_at_signals(self):
+        for number, code in ((signal.SIGINT, INTERRUPTED), (signal.SIGTERM, -signal.SIGTERM),
+                             (signal.SIGHUP, -signal.SIGHUP)):
+            before = self.files()
+            with self.working("encrypt") as process:
+                process.send_signal(number)
+                process.wait(timeout=60)
+            self.assertEqual(process.returncode, code)
+            self.assertEqual(process.message, "zuna-convert: interrupted\n" if code == INTERRUPTED else "")
+            self.assertEqual(self.files(), before)
+
+    def test_lets_signals_be_ignored(self):
+        def ignore():
+            for number in (signal.SIGINT, signal.SIGHUP):
+                signal.signal(number, signal.SIG_IGN)
+
+        with self.working("encrypt", preexec_fn=ignore) as process:
+            process.send_signal(signal.SIGINT)
+            process.send_signal(signal.SIGHUP)
+        self.expect_done(process)
+
+
+class ExportTest(ToolTest):
+    """Signals while many files are made complete."""
+
+    SONGS = 600
+
+    def setUp(self):
+        super().setUp()
+        songs = [{"songNumber": str(number), "songName": "", "division": 480, "songLength": 480, "voices": [],
+                  "timeline": {"tempos": [], "barsBeats": [], "keys": [], "pageNumbers": [],
+                               "meters": [{"time": 0, "numerator": 4, "denominator": 4, "clocksPerClick": 24,
+                                           "notated32PerQuarter": 8}]}}
+                 for number in range(self.SONGS)]
+        document = {"kind": "showdata", "fileVersion": "2.0", "showName": "", "songs": songs}
+        self.encrypt("show", json.dumps(document).encode())
+        self.songs = pathlib.Path(self.path("songs"))
+        self.songs.mkdir()
+
+    def signalled(self, number, **options):
+        """Sends a signal while no file has its place and not all are made; gives the finished process."""
+        for _ in range(20):
+            process = subprocess.Popen([TOOL, "midi", "export", "show", "--out-dir", "songs", "--force", "--quiet"],
+                                       cwd=self.folder, env=self.environment, stderr=subprocess.PIPE, **options)
+            with process:
+                while not list(self.songs.glob(".zuna-*.tmp")) and process.poll() is None:
+                    time.sleep(0.001)
+                process.send_signal(signal.SIGSTOP)
+                made = len(list(self.songs.glob(".zuna-*.tmp/*")))
+                process.send_signal(number)
+                process.send_signal(signal.SIGCONT)
+                process.wait(timeout=60)
+                process.message = process.stderr.read().decode()
+            if 0 < made < self.SONGS // 2:
+                return process
+        self.fail("the tool was never caught at work")
+
+    def test_leaves_old_files_at_signals(self):
+        (self.songs / "3.mid").write_bytes(b"old")
+        for number, code in ((signal.SIGINT, INTERRUPTED), (signal.SIGTERM, -signal.SIGTERM),
+                             (signal.SIGHUP, -signal.SIGHUP)):
+            process = self.signalled(number)
+            self.assertEqual(process.returncode, code)
+            self.assertEqual(process.message, "zuna-convert: interrupted\n" if code == INTERRUPTED else "")
+            self.assertEqual(self.files(), {"show": self.read("show"), "songs/3.mid": b"old"})
+            self.assertEqual(os.listdir(self.songs), ["3.mid"])
+
+    def test_goes_on_where_signals_are_ignored(self):
+        process = self.signalled(signal.SIGHUP, preexec_fn=lambda: signal.signal(signal.SIGHUP, signal.SIG_IGN))
+        self.assertEqual((process.returncode, process.message), (DONE, ""))
+        self.assertEqual(len(os.listdir(self.songs)), self.SONGS)
+
+
+class ModeTest(WithShows):
+    def mode(self, name):
+        return stat.S_IMODE(os.stat(self.path(name)).st_mode)
+
+    def test_gives_new_files_their_modes(self):
+        os.mkdir(self.path("songs"))
+        self.run_tool("convert", "new.showdata", "-o", "sealed", preexec_fn=lambda: os.umask(0))
+        self.run_tool("decrypt", "new.showdata", "-o", "plain", preexec_fn=lambda: os.umask(0))
+        self.run_tool("midi", "export", "new.showdata", "--out-dir", "songs", preexec_fn=lambda: os.umask(0o027))
+        self.assertEqual([self.mode(name) for name in ("sealed", "plain", "songs/2 Two.mid")], [0o600, 0o600, 0o640])
+
+    def test_drops_special_bits(self):
+        os.mkdir(self.path("songs"))
+        for command, name in ((["convert", "new.showdata", "-o", "out"], "out"),
+                              (["decrypt", "new.showdata", "-o", "out"], "out"),
+                              (["midi", "export", "new.showdata", "--out-dir", "songs"], "songs/2 Two.mid")):
+            self.write(name, "old")
+            os.chmod(self.path(name), 0o7755)
+            self.run_tool(*command, "--force")
+            self.assertEqual(self.mode(name), 0o755, command)
+
+    def test_gives_another_group_no_more_than_others_had(self):
+        if os.geteuid() != 0:
+            self.skipTest("only root can give files to other groups")
+        for path in (self.folder, self.environment["ZUNA_KEY_FILE"], self.path("new.showdata")):
+            os.chown(path, 65534, 65534)
+            self.addCleanup(os.chown, path, 0, 0)
+        for command in ("convert", "decrypt"):
+            self.write("out", "old")
+            os.chown(self.path("out"), 65534, 54321)
+            os.chmod(self.path("out"), 0o664)
+            self.run_tool(command, "new.showdata", "-o", "out", "--force", user=65534, group=65534, extra_groups=[])
+            self.assertEqual((self.mode("out"), os.stat(self.path("out")).st_gid), (0o644, 65534))
+
+    def test_writes_the_longest_names(self):
+        for command in ("convert", "decrypt"):
+            self.run_tool(command, "new.showdata", "-o", command[0] * 255)
+            self.run_tool(command, "new.showdata", "-o", command[0] * 255, "--force")
+            self.assertGreater(len(self.read(command[0] * 255)), 0)
+
+
+if __name__ == "__main__":
+    unittest.main()
