@@ -1,0 +1,76 @@
+"""That tests/faults/oracle.py notices each thing that must not happen, and that every call has its errors."""
+
+import unittest
+
+import errors
+import oracle
+import shim
+
+GOOD = oracle.Good(b"text", {"in": b"in"}, {"in": b"in", "out": b"new"}, [b"00ff"])
+REPLACING = oracle.Good(b"", {"out": b"old"}, {"out": b"new"}, [])
+UNTOUCHED, COMPLETE = {"in": b"in"}, {"in": b"in", "out": b"new"}
+MESSAGE = b"zuna-convert: in: cannot be read; try again\n"
+FAULT = "read:1:5"
+
+
+class Run:
+    """A run that failed as it should, apart from `changes`."""
+
+    def __init__(self, **changes):
+        self.code, self.output, self.errors = 6, b"", MESSAGE
+        self.fired, self.at_exit, self.descriptors = 1, 1, 0
+        vars(self).update(changes)
+
+
+class OracleTest(unittest.TestCase):
+    def expect(self, problem, files, good=GOOD, fault=FAULT, **changes):
+        found = oracle.problems(Run(**changes), fault, files, good)
+        self.assertEqual(found, [problem] if problem else [])
+
+    def test_failure_that_leaves_everything(self):
+        self.expect(None, UNTOUCHED)
+
+    def test_success_in_spite_of_the_fault(self):
+        self.expect(None, COMPLETE, code=0, output=b"text", errors=b"")
+
+    def test_process(self):
+        self.expect("died of signal 6", UNTOUCHED, code=-6, at_exit=0)
+        self.expect("did not end by itself", UNTOUCHED, at_exit=0)
+        self.expect("left 2 descriptors open", UNTOUCHED, descriptors=2)
+        self.expect("has made fewer calls than before", UNTOUCHED, fired=0)
+
+    def test_files(self):
+        self.expect("exit code 0 without the whole result", UNTOUCHED, code=0, output=b"text")
+        self.expect("exit code 0 without the whole text", COMPLETE, code=0, output=b"te")
+        self.expect("failed, but has changed files and does not say so", COMPLETE)
+        self.expect("left ['.zuna-1.tmp']", {**UNTOUCHED, ".zuna-1.tmp": b""})
+        for files in ({}, {"out": b"ne"}):
+            self.assertIn("out is neither old nor complete", oracle.problems(Run(), FAULT, files, REPLACING))
+
+    def test_files_where_the_tool_says_so(self):
+        said = b"zuna-convert: out: is written, but its folder cannot be flushed\n"
+        self.expect(None, COMPLETE, errors=said)
+        self.expect(None, {**UNTOUCHED, ".zuna-1.tmp": b""}, fault="rmdir:1:5")
+
+    def test_messages(self):
+        self.expect("failed without a message", UNTOUCHED, errors=b"")
+        self.expect(None, UNTOUCHED, errors=b"", code=141)
+        self.expect(None, UNTOUCHED, errors=b"", fault="write:1:5+")
+        self.expect("printed something else than messages", UNTOUCHED, errors=MESSAGE + b"terminate called\n")
+        self.expect("printed a secret", UNTOUCHED, errors=b"zuna-convert: key: 00FF\n")
+
+
+class ErrorsTest(unittest.TestCase):
+    def test_every_call_has_its_errors(self):
+        calls = shim.run(["/bin/true"]).counts
+        self.assertEqual({*errors.LISTED, "memory"}, set(calls))
+
+    def test_interruptions_end(self):
+        for call in errors.LISTED:
+            self.assertNotIn("4+", errors.actions(call))
+        self.assertIn("4x3", errors.actions("read"))
+        self.assertIn("short+", errors.actions("write"))
+
+
+if __name__ == "__main__":
+    unittest.main()
