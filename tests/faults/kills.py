@@ -89,12 +89,15 @@ class Case:
                 (self.folder / name).write_bytes(self.old[name][1])
                 (self.folder / name).chmod(self.old[name][0])
 
-    def kill_after(self, seconds):
+    def kill_after(self, part):
+        """Kills the command after this part of its life, which is longer or shorter as the machine is busy or not."""
+        seconds = part * self.life
         start = time.perf_counter()
         with self.stdin() as stdin, subprocess.Popen(self.arguments, cwd=self.folder, env=environment(), stdin=stdin,
                                                      stderr=subprocess.DEVNULL) as process:
             time.sleep(max(0, seconds - (time.perf_counter() - start)))
             process.kill()
+        self.life *= 1.01 if process.returncode == -signal.SIGKILL else 0.95
         self.judge(process.returncode)
 
     def calls(self):
@@ -141,7 +144,7 @@ def cases(folder):
 
 def kill(case, kills, calls, chance):
     while case.results["kills"] < kills:
-        case.kill_after(chance.uniform(0, case.life * 1.05))
+        case.kill_after(chance.uniform(0, 1.05))
     count = case.calls()
     for call in sorted(chance.sample(range(1, count + 1), min(calls, count))):
         case.judge(case.kill_at(call).code)
