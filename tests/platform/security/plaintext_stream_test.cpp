@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <limits>
 #include <random>
 #include <sstream>
 
@@ -144,6 +145,35 @@ TEST(PlaintextStream, PutsBack) {
   stream.seekg(0);
   stream.unget();
   EXPECT_TRUE(stream.bad());
+}
+
+TEST(PlaintextStream, WriteThatNoMemoryHoldsMakesItBadAndKeepsWhatWasThere) {
+  PlaintextStream stream;
+  stream << "kept";
+  const char byte = 'x';
+  stream.write(&byte, std::numeric_limits<std::streamsize>::max());
+  EXPECT_TRUE(stream.bad());
+  EXPECT_EQ(Text(stream), "kept");
+}
+
+/// The functions that a stream calls, which take the end of the file for "no character".
+struct Opened : std::streambuf {
+  using std::streambuf::overflow;
+  using std::streambuf::pbackfail;
+};
+
+TEST(PlaintextBuffer, TakesNoCharacterForACharacter) {
+  constexpr int kEnd = std::char_traits<char>::eof();
+  PlaintextStream stream;
+  std::streambuf& buffer = stream.buffer();
+  stream << "ab";
+  EXPECT_NE((buffer.*&Opened::overflow)(kEnd), kEnd);
+  EXPECT_EQ(Text(stream), "ab");
+  EXPECT_EQ((buffer.*&Opened::pbackfail)(kEnd), kEnd) << "there is nothing before the beginning";
+  EXPECT_EQ(stream.get(), 'a');
+  EXPECT_NE((buffer.*&Opened::pbackfail)(kEnd), kEnd);
+  EXPECT_EQ(stream.tellg(), 0);
+  EXPECT_EQ(Text(stream), "ab");
 }
 
 TEST(PlaintextStream, TakesOverABlock) {

@@ -93,6 +93,8 @@ TEST(EventObject, OrderIsTheOneThatItAlwaysWas) {
   EXPECT_FALSE(EventObject(0, 20, 0x80, 60, 0, 1) < EventObject(0, 10, 0x90, 60, 100, 1)) << "later";
   EXPECT_FALSE(EventObject(0, 10, 0x90, 61, 0, 1) < EventObject(0, 20, 0x90, 60, 100, 1)) << "larger data1";
   EXPECT_TRUE(EventObject(0, 10, 0x90, 60, 0, 1) < EventObject(0, 20, 0x90, 60, 100, 1));
+  EXPECT_TRUE(EventObject(0, 10, 0x90, 60, 0, 1) < EventObject(0, 10, 0x90, 60, 100, 1))
+      << "both times equal";
   EXPECT_FALSE(EventObject(0, 10, 0x90, 60, 100, 1) < EventObject(0, 20, 0x90, 60, 100, 1))
       << "data2 decides";
 }

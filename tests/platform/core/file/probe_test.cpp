@@ -68,6 +68,26 @@ TEST(VersionProbe, FindsTheVersionOfEveryLogWhereverTheStreamStands) {
   }
 }
 
+TEST(VersionProbe, StreamThatHadFailedKeepsItsStateAndItsMask) {
+  for (const auto state : {std::ios_base::failbit, std::ios_base::badbit}) {
+    std::istringstream is(zuna_test::SampleLogFile({1, 2}));
+    is.exceptions(std::ios_base::failbit | std::ios_base::badbit);
+    EXPECT_THROW(is.setstate(state), std::ios_base::failure);
+    EXPECT_EQ(cmn::get_logdata_version(is), (cmn::FileVersion{1, 2}));
+    EXPECT_EQ(is.rdstate(), state);
+    EXPECT_EQ(is.exceptions(), std::ios_base::failbit | std::ios_base::badbit);
+    EXPECT_THROW(is.clear(state), std::ios_base::failure);
+  }
+}
+
+TEST(VersionProbe, SkipsANumberThatTheBufferDivides) {
+  const std::string begin = R"({"kind": "showdata", "n": )";
+  for (const std::size_t digits : {1, 2, 3, 4}) {  // of the number, in the first 64 KiB
+    const std::string padding(65536 - begin.size() - digits, ' ');
+    EXPECT_EQ(ProbeShow(begin + padding + R"(12345, "fileVersion": "2.0"})"), (cmn::FileVersion{2, 0}));
+  }
+}
+
 TEST(VersionProbe, TakesTheKeysOfALogInAnyOrder) {
   EXPECT_EQ(ProbeLog(R"({"songLogs": [{"kind": "showdata", "tempoScales": [{"value": {"bits": 1}}]}],)"
                      R"( "tagPair": [1, 2], "fileVersion": "2.0", "logLabel": "showdata",)"

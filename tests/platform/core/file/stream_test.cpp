@@ -294,6 +294,14 @@ TEST(WriteLog, MissingListIsRefused) {
   EXPECT_EQ(MissingListError(&CL::SongLog::caesuras), refused + "caesuras is null");
 }
 
+TEST(WriteLog, FirstOfSeveralMissingListsIsNamed) {
+  EXPECT_EQ(ChangedLogError([](CL::ChangeLog& log) {
+              log.GetSongLog("2b")->markers.reset();
+              log.GetSongLog("2b")->repeats.reset();
+            }),
+            "Song \"2b\" cannot be written: its list repeats is null");
+}
+
 TEST(Frame, HoldsLessThanFourGibibytes) {
   using cmn::FileKind;
   using zuna_core::FrameHeader;

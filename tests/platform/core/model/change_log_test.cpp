@@ -91,8 +91,12 @@ TEST(ChangeLog, CopyHasItsOwnMapOfTheSameSongs) {
   copy.AddSongLog(Song("2"));
   EXPECT_EQ(log.song_logs().size(), 1U);
   EXPECT_EQ(copy.GetSongLog("1"), log.GetSongLog("1"));
-  log = std::move(copy);
+  log = copy;
+  copy.AddSongLog(Song("3"));
   EXPECT_EQ(log.song_logs().size(), 2U);
+  EXPECT_EQ(log.GetSongLog("2"), copy.GetSongLog("2"));
+  log = std::move(copy);
+  EXPECT_EQ(log.song_logs().size(), 3U);
 }
 
 TEST(SongLog, StartsWithNineEmptyLists) {

@@ -44,6 +44,21 @@ TEST(ShowData, LaterSongOfTheSameNumberWins) {
             "ShowData::AddSongData: no song was given");
 }
 
+TEST(ShowData, CopyHasItsOwnMapOfTheSameSongs) {
+  zuna_midi::ShowData show;
+  show.show_name = "Opera";
+  show.AddSongData(Song("1"));
+  zuna_midi::ShowData copy = show;
+  copy.AddSongData(Song("2"));
+  EXPECT_EQ(show.songs().size(), 1U);
+  EXPECT_EQ(copy.show_name, "Opera");
+  EXPECT_EQ(copy.songs().at("1"), show.songs().at("1"));
+  show = copy;
+  copy.AddSongData(Song("3"));
+  EXPECT_EQ(show.songs().size(), 2U);
+  EXPECT_EQ(show.songs().at("2"), copy.songs().at("2"));
+}
+
 TEST(VoiceData, WalksTracksByNumberAndFindsThem) {
   zuna_midi::VoiceData voices;
   for (const int number : {300, 9, 2}) {

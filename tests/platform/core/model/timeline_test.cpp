@@ -26,6 +26,11 @@ TEST(Tempo, TempoThatIsNotWholeIsKeptAsItIs) {
   EXPECT_DOUBLE_EQ((TL::Tempo{0, 545000}.bpm(24)), 1.44e9 / (545000.0 * 24));
 }
 
+TEST(Tempo, LessThanHalfAClickAMinuteIsKeptAsItIs) {
+  EXPECT_DOUBLE_EQ((TL::Tempo{0, 180000000}.bpm(24)), 1.44e9 / (180000000.0 * 24));
+  EXPECT_DOUBLE_EQ((TL::Tempo{0, 4294967295}.bpm(255)), 1.44e9 / (4294967295.0 * 255));
+}
+
 TEST(Tempo, WithoutMicrosecondsOrClocksIsInfinitelyFast) {
   EXPECT_TRUE(std::isinf(TL::Tempo{}.bpm(24)));
   EXPECT_TRUE(std::isinf((TL::Tempo{0, 500000}.bpm(0))));
