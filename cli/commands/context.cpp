@@ -86,14 +86,14 @@ void Context::PrintNotes() const {
   for (const std::string& note : notes) PrintLine(note);
 }
 
-void Context::CheckInputs(const std::vector<std::string>& inputs) const {
-  RequireUsableInputs(WithKeyFiles(inputs, key_options));
+std::vector<std::string> Context::CheckInputs(const std::vector<std::string>& inputs) const {
+  std::vector<std::string> all = WithKeyFiles(inputs, key_options);
+  RequireUsableInputs(all);
+  return all;
 }
 
 Destination Context::CheckPaths(const Output& output, const std::vector<std::string>& inputs) const {
-  const std::vector<std::string> all = WithKeyFiles(inputs, key_options);
-  RequireUsableInputs(all);
-  return Destination(output, all);
+  return Destination(output, CheckInputs(inputs));
 }
 
 void Context::Seal(const zuna_toolkit::Document& document, const CipherKey& key, Destination& destination) {

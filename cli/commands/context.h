@@ -45,8 +45,9 @@ struct Context {
   void PrintNotes() const;
 
   /// Checks what can be checked before work begins: that no input has an empty path, and that only one of
-  /// `inputs` and the key files is standard input. Throws Failure.
-  void CheckInputs(const std::vector<std::string>& inputs) const;
+  /// `inputs` and the key files is standard input. Returns all of them, none of which may become an output.
+  /// Throws Failure.
+  std::vector<std::string> CheckInputs(const std::vector<std::string>& inputs) const;
 
   /// The same, and finds the place of the result. Throws what the constructor of Destination throws.
   Destination CheckPaths(const Output& output, const std::vector<std::string>& inputs) const;

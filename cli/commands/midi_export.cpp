@@ -40,16 +40,17 @@ std::string ExportOne(const zuna_midi::SongData& song, const std::string& input,
   return bytes;
 }
 
-/// Adds the files for all songs. Throws what OutputSet::Add() throws.
-void AddFiles(const zuna_midi::ShowData& show, const Options& options, OutputSet& files) {
+/// Adds the files for all songs, none of which may be one of `inputs`. Throws what OutputSet::Add() throws.
+void AddFiles(const zuna_midi::ShowData& show, const std::string& folder,
+              const std::vector<std::string>& inputs, OutputSet& files) {
   zuna_toolkit::midi::FileNames names;
   for (const auto& [number, song] : show.songs()) {
-    files.Add(kit::path::Join(options.folder, names.Make(number, song->song_name)), {options.input});
+    files.Add(kit::path::Join(folder, names.Make(number, song->song_name)), inputs);
   }
 }
 
 void Run(const Options& options, Context& context) {
-  context.CheckInputs({options.input});
+  const std::vector<std::string> inputs = context.CheckInputs({options.input});
   RequireFolder(options.folder, "create it first");
   const Keys keys = context.ReadKeys();
   zuna_toolkit::OpenedFile input = OpenInput(options.input, keys).file;
@@ -57,7 +58,7 @@ void Run(const Options& options, Context& context) {
       zuna_toolkit::CurrentForm(zuna_toolkit::ReadDocument(input, zuna_toolkit::Expected::kShow));
   const zuna_midi::ShowData& show = *document.As<zuna_midi::ShowData>();
   OutputSet files(options.force);
-  AddFiles(show, options, files);
+  AddFiles(show, options.folder, inputs, files);
   std::size_t file = 0;
   for (const auto& [number, song] : show.songs()) {
     const std::string bytes = ExportOne(*song, input.name(), context);

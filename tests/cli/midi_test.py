@@ -115,6 +115,14 @@ class MidiTest(ToolTest):
         self.run_tool("midi", "export", "show", "--out-dir", "out", "--force")
         self.assertTrue(self.read("out/2 Two.mid").startswith(b"MThd"))
 
+    def test_never_writes_over_its_key_file(self):
+        self.encrypt("show", legacy_show(legacy_song("1", "One")))
+        os.mkdir(self.path("out"))
+        with open(self.environment["ZUNA_KEY_FILE"], "rb") as key:
+            self.write_key("out/1 One.mid", key.read())
+        self.refuse("midi", "export", "show", "--out-dir", "out", "--force", "--key-file", "out/1 One.mid",
+                    code=REFUSED, message="out/1 One.mid: is an input as well; give another output")
+
     def test_removes_what_it_created_when_it_cannot_go_on(self):
         tracks = tuple((i, "x" * 200) for i in range(1, 60))
         self.encrypt("show", legacy_show(legacy_song("1", "One"), legacy_song("2", "Two"),
