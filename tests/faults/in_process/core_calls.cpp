@@ -1,0 +1,189 @@
+#include <iostream>
+#include <memory>
+
+#include "CL/change_log.h"
+#include "cmn/data_error.h"
+#include "cmn/file_format.h"
+#include "cmn/version_probe.h"
+#include "kit/cout_buffer.h"
+#include "tests/faults/in_process/calls.h"
+#include "tests/support/encrypted.h"
+#include "tests/support/sample_models.h"
+#include "zuna_midi/show_data.h"
+
+namespace public_calls {
+
+namespace {
+
+using zuna_test::WrittenAt;
+
+const std::string kLong = "a text that does not fit into a string object";
+constexpr cmn::FileVersion kText{2, 0};
+constexpr cmn::FileVersion kBinary{1, 2};
+
+template <typename Number>
+std::string T(Number number) {
+  return std::to_string(number) + " ";
+}
+
+/// The text of a model.
+template <typename Model>
+std::string Text(const Model& model) {
+  return TextOf([&](std::ostream& os) { model.WriteBinary(os, kText); });
+}
+
+template <typename Model>
+void AddModel(Calls& calls, const std::string& name, const Model& model) {
+  for (const cmn::FileVersion version : {cmn::FileVersion{1, 1}, kBinary, kText}) {
+    calls.AddReader(name + "(istream)", WrittenAt(model, version),
+                    [](std::istream& is) { return Text(Model(is)); });
+    calls.AddWriter(name + "::WriteBinary", [=](std::ostream& os) { model.WriteBinary(os, version); });
+  }
+  calls.Add(name + ", copied, moved and assigned", [model] {
+    Model copy(model);
+    Model other;
+    other = copy;
+    copy = std::move(other);
+    const Model moved(std::move(copy));
+    return Text(moved);
+  });
+}
+
+std::string AddedSong() {
+  zuna_midi::SongData song(kLong, kLong, 480, 7680);
+  song.SetTimeline(std::make_shared<TL::Timeline>());
+  zuna_midi::VoiceTrack track;
+  track.name = kLong;
+  song.voice_data->AddTrack(std::make_shared<zuna_midi::VoiceTrack>(track));
+  zuna_midi::ShowData show;
+  show.AddSongData(std::make_shared<zuna_midi::SongData>(song));
+  return Text(show) + song.voice_data->GetTrack(0)->name;
+}
+
+std::string AddedSongLog() {
+  CL::ChangeLog log;
+  CL::SongLog song(kLong, kLong, 480, 7680);
+  CL::SongLog other(song);
+  other = song;
+  song = std::move(other);
+  log.AddSongLog(std::make_shared<CL::SongLog>(std::move(song)));
+  const CL::ChangeLog& constant = log;
+  return Text(log) + log.GetSongLog(kLong)->song_name + constant.GetSongLog(kLong)->song_name;
+}
+
+/// What an event tells by the functions of its bases, called as the base has them.
+std::string TextOfPaired(CL::PairedEvent& event) {
+  event.CL::PairedEvent::SetStartPosition(1);
+  event.CL::PairedEvent::SetEndPosition(2);
+  event.CL::PairedEvent::SetFloatValue(1.5);
+  event.CL::PairedEvent::SetFloatValue(1.5F);
+  event.CL::PairedEvent::SetIntValue(3);
+  event.CL::PairedEvent::Reserved1();
+  event.CL::PairedEvent::Reserved2();
+  event.CL::PairedEvent::Reserved3();
+  CL::DisplayRecord record;
+  event.CL::PairedEvent::FillDisplayRecord(record);
+  CL::DisplayWords words;
+  event.CL::PairedEvent::ClearDisplayWords(words);
+  return T(event.CL::PairedEvent::Position()) + T(event.CL::PairedEvent::StartPosition()) +
+         T(event.CL::PairedEvent::EndPosition()) + T(event.CL::PairedEvent::value()) +
+         T(event.CL::PairedEvent::IntValue()) + T(event.CL::PairedEvent::FloatValue()) +
+         T(event.CL::PairedEvent::Reserved4()) + T(event.CL::PairedEvent::Reserved5()) +
+         T(event.CL::PairedEvent::Span()) + T(record.x) + T(words[0]);
+}
+
+std::string TextOfAny(const cmn::ZunaEvent& event) {
+  kit::CoutBuffer buffer;
+  event.cmn::ZunaEvent::WriteString(buffer);
+  return T(event.Position()) + T(event.EventCode()) + T(event.cmn::ZunaEvent::operator<(event)) +
+         T(event.cmn::ZunaEvent::operator==(event)) + T(event.cmn::ZunaEvent::operator!=(event)) +
+         T(event.cmn::ZunaEvent::PositionLess(1)) + T(event.cmn::ZunaEvent::PositionGreater(1)) +
+         T(event.cmn::ZunaEvent::PositionEqual(1)) + T(event.cmn::ZunaEvent::PositionNotLess(1)) +
+         T(event.cmn::ZunaEvent::PositionNotGreater(1));
+}
+
+template <typename Event>
+void AddEvent(Calls& calls, const Event& event) {
+  calls.AddWriter("event, WriteString", [event](std::ostream& os) { event.Event::WriteString(os); });
+  calls.AddWriter("event, WriteBinary", [event](std::ostream& os) { event.Event::WriteBinary(os, kBinary); });
+  calls.Add("event",
+            [event] { return TextOfAny(event) + T(event.Event::EventCode()) + T(event.Event::Position()); });
+}
+
+template <typename Event, typename Value>
+void AddPaired(Calls& calls, Value value) {
+  AddEvent(calls, Event(0, 480, kLong, value));
+  calls.Add("paired event", [value] {
+    Event event(0, 480, kLong, value);
+    return T(event.value()) + TextOfPaired(event);
+  });
+}
+
+void AddEvents(Calls& calls) {
+  AddPaired<CL::Vamp>(calls, 2);
+  AddPaired<CL::Repeat>(calls, 2);
+  AddPaired<CL::Cut>(calls, 2);
+  AddPaired<CL::Click>(calls, 2);
+  AddPaired<CL::Fermata>(calls, 2);
+  AddPaired<CL::Transpose>(calls, 2);
+  AddPaired<CL::TempoScale>(calls, 1.5F);
+  AddEvent(calls, CL::Marker(1, kLong, kLong));
+  AddEvent(calls, CL::Caesura(1, kLong));
+  const std::shared_ptr<CL::SongLog> song = zuna_test::SampleLog().GetSongLog("2b");
+  calls.AddWriter("SongLog::WriteStringDetailed",
+                  [song](std::ostream& os) { song->WriteStringDetailed(os, 2); });
+  calls.AddWriter("VoiceMessage::WriteString", [](std::ostream& os) {
+    const std_midi::VoiceMessage message{0x90, 60, 100};
+    message.WriteString(os);
+  });
+}
+
+void AddVersions(Calls& calls) {
+  for (const cmn::FileVersion version : {kBinary, kText}) {
+    calls.AddProbe("get_showdata_version", WrittenAt(zuna_test::SampleShow(), version), [](std::istream& is) {
+      return cmn::VersionText(cmn::get_showdata_version(Throwing(is)));
+    });
+    calls.AddProbe("get_logdata_version", WrittenAt(zuna_test::SampleLog(), version),
+                   [](std::istream& is) { return cmn::VersionText(cmn::get_logdata_version(Throwing(is))); });
+  }
+  calls.Add("versions", [] {
+    constexpr cmn::FileKind kKind = cmn::FileKind::kLog;
+    return cmn::VersionText(cmn::ParseVersion("1.2").value()) + std::string(cmn::KindName(kKind)) +
+           std::string(cmn::BinaryMagic(kKind)) + T(cmn::SupportedVersions(kKind).size());
+  });
+}
+
+void AddErrors(Calls& calls) {
+  calls.Add("DataError", [] {
+    cmn::DataError::Parts parts;
+    parts.song = kLong;
+    parts.field = kLong;
+    parts.offset = 7;
+    parts.problem = kLong;
+    const cmn::DataError error(std::move(parts));
+    const cmn::DataError other(kLong, kLong);
+    return *error.song() + error.field() + T(*error.offset()) + error.problem() + other.remedy() +
+           error.what();
+  });
+}
+
+}  // namespace
+
+Calls OfTheCore() {
+  Calls calls;
+  AddModel(calls, "ShowData", zuna_test::SampleShow());
+  AddModel(calls, "ChangeLog", zuna_test::SampleLog());
+  calls.Add("AddSongData", AddedSong);
+  calls.Add("AddSongLog", AddedSongLog);
+  calls.Add("Timeline", [] {
+    const TL::BarsBeats label = zuna_test::SampleLabel(0, "12a", 0);
+    return std::string(label.bar_number()) + T(TL::Meter{0, 6, 8, 36, 8}.notated_32_per_click()) +
+           T(TL::Tempo{0, 500000}.bpm(24)) + T(TL::Tempo{0, 500000}.tick_time(480));
+  });
+  AddEvents(calls);
+  AddVersions(calls);
+  AddErrors(calls);
+  return calls;
+}
+
+}  // namespace public_calls

@@ -1,0 +1,209 @@
+#include <iostream>
+#include <memory>
+
+#include "tests/faults/in_process/calls.h"
+#include "tests/support/encrypted.h"
+#include "tests/support/legacy_samples.h"
+#include "tests/support/sample_models.h"
+#include "tests/support/temporary_folder.h"
+#include "toolkit/comparison/comparison.h"
+#include "toolkit/conversion/conversion.h"
+#include "toolkit/conversion/copy_fermatas.h"
+#include "toolkit/document/open.h"
+#include "toolkit/document/summary.h"
+#include "toolkit/document/write.h"
+#include "toolkit/error.h"
+#include "toolkit/midi/file_names.h"
+#include "toolkit/midi/songs.h"
+#include "toolkit/smf/file.h"
+#include "toolkit/words.h"
+
+namespace public_calls {
+
+namespace {
+
+using zuna_test::Encrypted;
+using zuna_test::kKey;
+using zuna_toolkit::Document;
+using zuna_toolkit::OpenedFile;
+using Bytes = std::vector<std::uint8_t>;
+using SharedDocument = std::shared_ptr<const Document>;
+
+const std::string kLong = "a text that does not fit into a string object";
+constexpr cmn::FileVersion kText{2, 0};
+constexpr cmn::FileVersion kBinary{1, 2};
+
+std::string TextOf(const Document& document) {
+  const auto bytes = zuna_toolkit::CipherStreamOf(document, kKey)->GetEncryptedBytes();
+  return {bytes.begin(), bytes.end()};
+}
+
+OpenedFile Opened(const Bytes& bytes) { return OpenedFile::FromBytes(bytes, kLong, kKey); }
+
+SharedDocument Read(const Bytes& bytes) {
+  OpenedFile file = Opened(bytes);
+  return std::make_shared<const Document>(zuna_toolkit::ReadDocument(file));
+}
+
+/// A file of each kind and age.
+struct Samples {
+  Bytes legacy_show = Encrypted(zuna_test::Written(zuna_test::SampleLegacyShow()));
+  Bytes legacy_log = Encrypted(zuna_test::Written(zuna_test::SampleLegacyLog()));
+  Bytes show = Encrypted(zuna_test::WrittenAt(zuna_test::SampleShow(), kBinary));
+  Bytes log = Encrypted(zuna_test::WrittenAt(zuna_test::SampleLog(), kText));
+
+  std::vector<Bytes> all() const { return {legacy_show, legacy_log, show, log}; }
+};
+
+void AddDocuments(Calls& calls, const Samples& samples) {
+  const auto folder = std::make_shared<zuna_test::TemporaryFolder>();
+  const std::string out = *folder / "an output whose path does not fit into a string object";
+  for (const Bytes& bytes : samples.all()) {
+    const std::string in = folder->Put("in " + std::to_string(bytes.size()), {bytes.begin(), bytes.end()});
+    const SharedDocument document = Read(bytes);
+    calls.Add("OpenDocument", [=, kept = folder] { return TextOf(zuna_toolkit::OpenDocument(in, kKey)); });
+    calls.Add("ReadDocument", [=, kept = folder] {
+      OpenedFile file(in, kKey);
+      return TextOf(zuna_toolkit::ReadDocument(file));
+    });
+    calls.Add("Detect", [=] {
+      OpenedFile file = Opened(bytes);
+      return zuna_toolkit::TypeText(zuna_toolkit::Detect(file)) +
+             std::to_string(zuna_toolkit::IsEncrypted(bytes));
+    });
+    calls.Add("WriteDocument", [=, kept = folder] {
+      zuna_toolkit::WriteDocument(*document, out, kKey);
+      return ContentOf(out);
+    });
+    calls.Add("Document",
+              [=] { return TextOf(Document(document->model(), document->type().version, kLong)); });
+    calls.Add("Summarise", [=] { return zuna_toolkit::Summarise(*document).songs.front().name; });
+    calls.Add("CurrentForm", [=] { return TextOf(zuna_toolkit::CurrentForm(*document)); });
+  }
+  calls.Add("ReadLegacyShowName", [samples] {
+    OpenedFile file = Opened(samples.legacy_log);
+    return zuna_toolkit::ReadLegacyShowName(file);
+  });
+  calls.Add("RequireCorrectText", [text = zuna_test::Decrypted(samples.log)] {
+    zuna_toolkit::RequireCorrectText({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()},
+                                     kLong);
+    return std::string();
+  });
+}
+
+void AddConversions(Calls& calls, const Samples& samples) {
+  const SharedDocument legacy_show = Read(samples.legacy_show);
+  const SharedDocument legacy_log = Read(samples.legacy_log);
+  const SharedDocument show = Read(samples.show);
+  const SharedDocument log = Read(samples.log);
+  calls.Add("Up, show", [=] {
+    OpenedFile file = Opened(samples.legacy_log);
+    return TextOf(zuna_toolkit::Up(*legacy_show, zuna_toolkit::ReadLogAsCompanion(file), kText).document);
+  });
+  calls.Add("Up, log", [=] {
+    OpenedFile file = Opened(samples.legacy_show);
+    return TextOf(zuna_toolkit::Up(*legacy_log, zuna_toolkit::ReadShowAsCompanion(file), kBinary).document);
+  });
+  calls.Add("CompanionFrom", [=] { return zuna_toolkit::CompanionFrom(*legacy_log).show_name; });
+  calls.Add("CopyFermatas", [=] { return TextOf(zuna_toolkit::CopyFermatas(*log, *log).document); });
+  for (const SharedDocument& document : {show, log}) {
+    calls.Add("Convert", [=] { return TextOf(zuna_toolkit::Convert(*document, kText)); });
+    calls.Add("Down", [=] { return TextOf(zuna_toolkit::Down(*document)); });
+  }
+  calls.Add("Require", [=] {
+    zuna_toolkit::RequireShow(show->type(), kLong);
+    zuna_toolkit::RequireCurrent(show->type(), kLong);
+    zuna_toolkit::RequireLegacy(legacy_show->type(), kLong);
+    return std::string();
+  });
+}
+
+void AddComparisons(Calls& calls, const Samples& samples) {
+  for (const Bytes& bytes : {samples.show, samples.log}) {
+    const SharedDocument current = Read(bytes);
+    const auto legacy = std::make_shared<const Document>(zuna_toolkit::Down(*current));
+    const auto up = std::make_shared<const Document>(zuna_toolkit::CurrentForm(*legacy));
+    const auto text = [](const auto& compare) {
+      std::string list;
+      zuna_toolkit::DifferenceGroups groups;
+      compare([&](const zuna_toolkit::Difference& difference) {
+        list += zuna_toolkit::CodeText(difference) + difference.before;
+        groups.Add(difference);
+      });
+      return list + std::to_string(groups.groups().size());
+    };
+    calls.Add("LossesOfDown", [=] {
+      return text([&](const auto& sink) { zuna_toolkit::LossesOfDown(*current, *legacy, sink); });
+    });
+    calls.Add("LossesOfUp",
+              [=] { return text([&](const auto& sink) { zuna_toolkit::LossesOfUp(*legacy, *up, sink); }); });
+    calls.Add("Compare",
+              [=] { return text([&](const auto& sink) { zuna_toolkit::Compare(*current, *up, sink); }); });
+    calls.Add("Compare", [=] { return std::to_string(zuna_toolkit::Compare(*current, *up).size()); });
+  }
+}
+
+void AddMidi(Calls& calls) {
+  const auto song = zuna_test::SampleShow().songs().at("2b");
+  zuna_toolkit::midi::Report exported;
+  const auto file =
+      std::make_shared<zuna_toolkit::smf::File>(zuna_toolkit::midi::ExportSong(*song, exported));
+  const std::string written = zuna_toolkit::smf::Write(*file);
+  calls.Add("ExportSong", [song] {
+    zuna_toolkit::midi::Report report;
+    return std::to_string(zuna_toolkit::midi::ExportSong(*song, report).tracks.size()) +
+           report.not_kept.ToString();
+  });
+  calls.Add("ImportSong", [file] {
+    zuna_toolkit::midi::Report report;
+    return zuna_toolkit::midi::ImportSong(*file, "12a", kLong, report)->song_name;
+  });
+  calls.Add("smf::Write", [file] { return zuna_toolkit::smf::Write(*file); });
+  calls.Add("smf::Read", [bytes = Bytes(written.begin(), written.end())] {
+    zuna_toolkit::smf::ReadNotes notes;
+    return zuna_toolkit::smf::Write(zuna_toolkit::smf::Read(bytes, notes));
+  });
+  calls.Add("FileNames", [] {
+    zuna_toolkit::midi::FileNames names;
+    return names.Make("12a", kLong) + names.Make("12A", kLong);
+  });
+}
+
+void AddWords(Calls& calls) {
+  calls.Add("Counted", [] { return zuna_toolkit::Counted(2, kLong, kLong); });
+  calls.Add("AppendListed", [] {
+    std::string list;
+    zuna_toolkit::AppendListed(list, kLong);
+    zuna_toolkit::AppendListed(list, kLong);
+    return list;
+  });
+  calls.Add("Tally", [] {
+    zuna_toolkit::Tally tally;
+    tally.Add(kLong, kLong);
+    tally.Add(kLong + "2", kLong);
+    return tally.ToString();
+  });
+  calls.Add("Error", [] {
+    zuna_toolkit::ErrorParts parts;
+    parts.problem = kLong;
+    using zuna_toolkit::Error;
+    constexpr auto kKind = zuna_toolkit::ErrorKind::kBadInput;
+    return std::string(Error(kKind, parts).WithFile(kLong).what()) + Error(kKind, parts, kLong).what() +
+           Error(kKind, kLong, kLong, kLong).what();
+  });
+}
+
+}  // namespace
+
+Calls OfTheToolkit() {
+  Calls calls;
+  const Samples samples;
+  AddDocuments(calls, samples);
+  AddConversions(calls, samples);
+  AddComparisons(calls, samples);
+  AddMidi(calls);
+  AddWords(calls);
+  return calls;
+}
+
+}  // namespace public_calls
