@@ -96,8 +96,9 @@ class ZUNA_API OutputFiles {
   /// others get only what both of them had. Throws kit::IoError, also where the old file is write-protected.
   void Write(std::size_t file, std::span<const std::uint8_t> bytes, unsigned new_mode = kOwnerOnly);
 
-  /// Puts all files, which have been written, in their places. Throws kit::IoError, also where two paths lead
-  /// to one file, and FileExistsError; the old files are back in their places then. Only the message "PATH: is written, but …" means that all files
+  /// Puts all files in their places. Throws kit::IoError, also where two paths lead to one file,
+  /// FileExistsError, and std::logic_error where one of the files was not written, or not completely; the old
+  /// files are back in their places then. Only the message "PATH: is written, but …" means that all files
   /// are in place: the folder could not be flushed, or the private folder could not be removed. Nothing may
   /// be called after it.
   void Commit();

@@ -5,6 +5,7 @@
 #include <exception>
 #include <map>
 #include <set>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -44,6 +45,10 @@ class OutputFiles::Set {
   }
 
   void Commit() {
+    for (const StagedFile& file : files_) {
+      if (!file.is_complete())
+        throw std::logic_error(file.path() + ": is to get its place without its bytes");
+    }
     try {
       std::set<FileId> placed;
       for (StagedFile& file : files_) {

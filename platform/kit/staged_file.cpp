@@ -46,6 +46,7 @@ void StagedFile::Write(const StagingFolder& staging, std::span<const std::uint8_
   WriteAll(file.number(), bytes, path_);
   if (old_) staging.GivePermissionsOf(*old_, new_name_, path_);
   FlushAndClose(file, path_);
+  is_complete_ = true;
 }
 
 void StagedFile::Place(bool keep, const std::set<FileId>& others) {

@@ -26,6 +26,8 @@ class StagedFile {
 
   const std::string& path() const { return path_; }
   const Target& target() const { return target_; }
+  /// Whether all its bytes are on the disk.
+  bool is_complete() const { return is_complete_; }
   /// What tells it from other files, once it is written.
   FileId id() const { return id_; }
 
@@ -66,6 +68,7 @@ class StagedFile {
   std::optional<struct stat> old_;  ///< the file whose permissions it has
   FileId id_;
   bool is_staged_ = false;  ///< the staging folder holds it
+  bool is_complete_ = false;
   bool is_placed_ = false;
   bool has_kept_ = false;  ///< the staging folder holds the file that was replaced
 };

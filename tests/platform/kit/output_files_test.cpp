@@ -11,6 +11,7 @@
 #include "kit/error.h"
 #include "kit/file.h"
 #include "tests/support/bytes.h"
+#include "tests/support/file_size_limit.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -77,6 +78,35 @@ TEST(OutputFiles, WithoutCommitNothingIsLeft) {
   const TemporaryFolder folder;
   folder.Put("b", "old");
   { const Written files(folder, kit::Existing::kReplace, {"a", "b"}); }
+  EXPECT_EQ(folder.Names(), Names{"b"});
+  EXPECT_EQ(zuna_test::FileText(folder / "b"), "old");
+}
+
+TEST(OutputFiles, APathThatIsRefusedIsNoneOfThem) {
+  const TemporaryFolder folder;
+  kit::OutputFiles files(kit::Existing::kReplace);
+  EXPECT_THROW(files.Add(folder / "none/a"), kit::IoError);
+  EXPECT_THROW(files.Add(""), kit::IoError);
+  EXPECT_EQ(files.size(), 0U);
+  files.Add(folder / "a");
+  files.Write(0, zuna_test::FromText("new"));
+  files.Commit();
+  EXPECT_EQ(folder.Names(), Names{"a"});
+}
+
+TEST(OutputFiles, AFileWithoutAllItsBytesGetsNoPlace) {
+  const TemporaryFolder folder;
+  folder.Put("b", "old");
+  {
+    kit::OutputFiles files(kit::Existing::kReplace);
+    files.Add(folder / "a");
+    files.Add(folder / "b");
+    files.Write(0, zuna_test::FromText("new"));
+    EXPECT_THROW(files.Commit(), std::logic_error);
+    const zuna_test::FileSizeLimit limit(10000);
+    EXPECT_THROW(files.Write(1, std::vector<std::uint8_t>(100000)), kit::IoError);
+    EXPECT_THROW(files.Commit(), std::logic_error);
+  }
   EXPECT_EQ(folder.Names(), Names{"b"});
   EXPECT_EQ(zuna_test::FileText(folder / "b"), "old");
 }

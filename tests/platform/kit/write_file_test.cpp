@@ -2,11 +2,9 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <thread>
@@ -14,10 +12,12 @@
 #include "kit/error.h"
 #include "kit/file.h"
 #include "tests/support/bytes.h"
+#include "tests/support/file_size_limit.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
 
+using zuna_test::FileSizeLimit;
 using zuna_test::TemporaryFolder;
 using Names = std::vector<std::string>;
 
@@ -221,26 +221,6 @@ TEST(WriteFile, PipesAreWrittenTo) {
   EXPECT_EQ(received, std::string(200000, 'p'));
   EXPECT_TRUE(std::filesystem::is_fifo(folder / "pipe"));
 }
-
-/// While it lives, no file of this process grows beyond `size` bytes: a write stops in the middle.
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(rlim_t size) : old_handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-    ::getrlimit(RLIMIT_FSIZE, &old_limit_);
-    const rlimit limit{size, old_limit_.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  FileSizeLimit(const FileSizeLimit&) = delete;
-  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-  ~FileSizeLimit() {
-    ::setrlimit(RLIMIT_FSIZE, &old_limit_);
-    std::signal(SIGXFSZ, old_handler_);
-  }
-
- private:
-  void (*old_handler_)(int);
-  rlimit old_limit_{};
-};
 
 TEST(WriteFile, AWriteThatFailsMidwayLeavesTheOldFileAndNothingElse) {
   const TemporaryFolder folder;
