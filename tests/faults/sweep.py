@@ -1,13 +1,13 @@
 #!/usr/bin/env python3
 """Lets every call of every command of zuna-convert fail, each in a run of its own, and looks at what is left.
 
-    sweep.py [--sample RUNS] [--seed NUMBER] [--commands TEXT] [--calls NAME,...] [-j JOBS]
+    sweep.py [--sample RUNS] [--seed NUMBER] [--skip RUNS] [--commands TEXT] [--calls NAME,...] [-j JOBS]
 
 A call fails at its Nth time, and from its Nth time on, with each error of its manual page; it transfers one byte; it is
 interrupted once and three times; an allocation fails. Before a command line is read, the tool describes all commands to
 the parser; the allocations of that are the same in each run and fail with the first command only. A whole sweep takes
-some 70,000 runs, half an hour of one processor; --sample takes as many of them as told, chosen by --seed. --commands and
---calls choose by name. ZUNA_CONVERT and ZUNA_FAULTS name the tool and the library of tests/faults/shim/.
+some 70,000 runs, half an hour of one processor; --sample takes as many of them as told, chosen by --seed. Interrupted,
+it reports what it has done; --skip goes on after as many runs. --commands and --calls choose by name. ZUNA_CONVERT and ZUNA_FAULTS name the tool and the library of tests/faults/shim/.
 """
 
 import argparse
@@ -131,7 +131,7 @@ def chunks(inputs, arguments):
     if arguments.sample:
         work = random.Random(arguments.seed).sample(work, min(arguments.sample, len(work)))
     by_case = collections.defaultdict(list)
-    for case, good, fault in work:
+    for case, good, fault in work[arguments.skip:]:
         by_case[case, good].append(fault)
     return [(case, good, some[i:i + CHUNK]) for (case, good), some in by_case.items()
             for i in range(0, len(some), CHUNK)]
@@ -151,32 +151,52 @@ def parse(arguments):
     parser = argparse.ArgumentParser(description=__doc__.partition("\n")[0])
     parser.add_argument("--sample", type=int, default=0)
     parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--skip", type=int, default=0)
     parser.add_argument("--commands", default="")
     parser.add_argument("--calls", type=lambda names: names.split(","), default=[])
     parser.add_argument("-j", dest="jobs", type=int, default=1)
     return parser.parse_args(arguments)
 
 
+class Tally:
+    """What has been done so far."""
+
+    def __init__(self, total):
+        self.total, self.done, self.successes = total, 0, 0
+        self.runs, self.problems = collections.defaultdict(collections.Counter), []
+        self.reported = time.monotonic()
+
+    def add(self, case, counts, successes, problems):
+        self.runs[case] += counts
+        self.done += sum(counts.values())
+        self.successes += successes
+        self.problems += problems
+        if time.monotonic() > self.reported + SECONDS_BETWEEN_REPORTS:
+            self.reported = time.monotonic()
+            print(f"{self.done} of {self.total} runs, {len(self.problems)} problems", file=sys.stderr, flush=True)
+
+
+def sweep(inputs, arguments):
+    """Does the work, in its order, and tells what was done when it is interrupted."""
+    work = chunks(inputs, arguments)
+    tally = Tally(sum(len(chosen) for _, _, chosen in work))
+    with concurrent.futures.ProcessPoolExecutor(arguments.jobs) as pool:
+        try:
+            for future in [pool.submit(run_faults, inputs, *item) for item in work]:
+                tally.add(*future.result())
+        except KeyboardInterrupt:
+            pool.shutdown(wait=False, cancel_futures=True)
+    return tally
+
+
 def main(arguments):
     os.nice(19)
-    runs, successes, found = collections.defaultdict(collections.Counter), 0, []
-    with tempfile.TemporaryDirectory(prefix="zuna-sweep-") as folder, \
-            concurrent.futures.ProcessPoolExecutor(arguments.jobs) as pool:
+    with tempfile.TemporaryDirectory(prefix="zuna-sweep-") as folder:
         inputs = pathlib.Path(folder)
         commands.make_inputs(TOOL, inputs)
-        work = chunks(inputs, arguments)
-        total, done, reported = sum(len(chosen) for _, _, chosen in work), 0, time.monotonic()
-        for future in concurrent.futures.as_completed(pool.submit(run_faults, inputs, *item) for item in work):
-            case, counts, completed, problems = future.result()
-            runs[case] += counts
-            successes += completed
-            found += problems
-            done += sum(counts.values())
-            if time.monotonic() > reported + SECONDS_BETWEEN_REPORTS:
-                reported = time.monotonic()
-                print(f"{done} of {total} runs, {len(found)} problems", file=sys.stderr, flush=True)
-    report(runs, successes, found)
-    return 1 if found else 0
+        tally = sweep(inputs, arguments)
+    report(tally.runs, tally.successes, tally.problems)
+    return 0 if not tally.problems and tally.done == tally.total else 1
 
 
 if __name__ == "__main__":
