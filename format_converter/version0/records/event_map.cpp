@@ -15,11 +15,21 @@
 
 namespace version0 {
 
-// Events are read and written as their memory images.
-static_assert(std::endian::native == std::endian::little,
-              "a big-endian host must swap the times of every event");
-
 namespace {
+
+// Events are read and written as their memory images. A big-endian host swaps the bytes of their times
+// besides.
+constexpr bool kSwaps = std::endian::native == std::endian::big;
+
+std::uint32_t swapped(std::uint32_t value) {
+  return value << 24 | (value & 0xFF00) << 8 | (value >> 8 & 0xFF00) | value >> 24;
+}
+
+EventObject swapped(EventObject event) {
+  event.delta_time = swapped(event.delta_time);
+  event.abs_time = swapped(event.abs_time);
+  return event;
+}
 
 constexpr std::uint32_t kWindow = 512;    ///< events that are read at once
 constexpr std::uint32_t kMany = 1 << 16;  ///< events beyond the size of a processor's first caches
@@ -43,7 +53,8 @@ void read_runs(std::istream& is, std::uint32_t count, Window& window, TakeRun ta
                  static_cast<std::streamsize>(size * sizeof(EventObject)))) {
       return;
     }
-    const EventObject* const last = window.data() + size;
+    EventObject* const last = window.data() + size;
+    if (kSwaps) std::transform(window.data(), last, window.data(), [](EventObject e) { return swapped(e); });
     for (const EventObject* first = window.data(); first != last;) {
       const EventObject* const end = end_of_run(first, last);
       take_run(first, end);
@@ -72,6 +83,18 @@ void reserve(std::istream& is, std::uint32_t count, Window& window, EventMap& ev
   }
 }
 
+void write_images(std::ostream& os, const EventObject* events, std::size_t count) {
+  os.write(reinterpret_cast<const char*>(events), static_cast<std::streamsize>(count * sizeof(EventObject)));
+}
+
+void write_track(std::ostream& os, const std::vector<EventObject>& track) {
+  if (!kSwaps) return write_images(os, track.data(), track.size());
+  for (const EventObject& event : track) {
+    const EventObject image = swapped(event);
+    write_images(os, &image, 1);
+  }
+}
+
 }  // namespace
 
 EventMap read_events(std::istream& is) {
@@ -92,10 +115,7 @@ void write_events(std::ostream& os, const EventMap& events) {
   put_u32(os, count);
   // The legacy format has always refused a song without events here, with this message.
   if (count == 0) throw std::out_of_range("vector");
-  for (const auto& [id, track] : events) {
-    os.write(reinterpret_cast<const char*>(track.data()),
-             static_cast<std::streamsize>(track.size() * sizeof(EventObject)));
-  }
+  for (const auto& [id, track] : events) write_track(os, track);
 }
 
 }  // namespace version0
