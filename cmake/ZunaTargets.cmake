@@ -1,4 +1,5 @@
 # What every target of the project has in common.
+include(ZunaExports)
 
 # Flags for code of our own; not handed on to consumers. The presets make warnings errors.
 add_library(zuna_flags INTERFACE)
@@ -30,8 +31,7 @@ function(zuna_add_library name)
   if(ARG_OUTPUT)
     set_target_properties(${name} PROPERTIES OUTPUT_NAME ${ARG_OUTPUT})
   endif()
-  if(ARG_EXPORTS AND NOT APPLE)
-    target_link_options(${name} PRIVATE "LINKER:--version-script=${ARG_EXPORTS}")
-    set_target_properties(${name} PROPERTIES LINK_DEPENDS "${ARG_EXPORTS}")
+  if(ARG_EXPORTS)
+    zuna_link_exports(${name} "${ARG_EXPORTS}")
   endif()
 endfunction()
