@@ -11,10 +11,10 @@ CLOSED_PIPE = 141
 
 
 class Good:
-    """A command that went through: what it printed, and the files before and after it."""
+    """A command to which nothing happened: its exit code, what it printed, and the files before and after it."""
 
-    def __init__(self, output, before, after, secrets):
-        self.output, self.before, self.after, self.secrets = output, before, after, secrets
+    def __init__(self, code, output, before, after, secrets):
+        self.code, self.output, self.before, self.after, self.secrets = code, output, before, after, secrets
 
 
 def problems(run, fault, files, good):
@@ -42,6 +42,8 @@ def of_the_files(run, fault, files, good):
     for name in known:
         if files.get(name) not in (good.before.get(name), good.after.get(name)):
             yield f"{name} is neither old nor complete"
+    if run.code == 0 and good.code != 0:
+        yield "exit code 0 for a command that fails"
     if run.code == 0 and not complete:
         yield "exit code 0 without the whole result"
     if run.code == 0 and run.output != good.output:
@@ -54,7 +56,7 @@ def of_the_files(run, fault, files, good):
 
 
 def of_the_messages(run, fault, good):
-    writes_nothing = fault.startswith("write:") and fault.endswith("+")
+    writes_nothing = fault.startswith("write:") and (fault.endswith("+") or good.code != 0)
     if not all(LINE.fullmatch(line) for line in run.errors.splitlines(keepends=True)):
         yield "printed something else than messages"
     if run.code not in (0, CLOSED_PIPE) and not run.errors and not writes_nothing:

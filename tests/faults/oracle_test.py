@@ -6,8 +6,9 @@ import errors
 import oracle
 import shim
 
-GOOD = oracle.Good(b"text", {"in": b"in"}, {"in": b"in", "out": b"new"}, [b"00ff"])
-REPLACING = oracle.Good(b"", {"out": b"old"}, {"out": b"new"}, [])
+GOOD = oracle.Good(0, b"text", {"in": b"in"}, {"in": b"in", "out": b"new"}, [b"00ff"])
+FAILING = oracle.Good(6, b"", {"in": b"in"}, {"in": b"in"}, [])
+REPLACING = oracle.Good(0, b"", {"out": b"old"}, {"out": b"new"}, [])
 UNTOUCHED, COMPLETE = {"in": b"in"}, {"in": b"in", "out": b"new"}
 MESSAGE = b"zuna-convert: in: cannot be read; try again\n"
 FAULT = "read:1:5"
@@ -38,6 +39,11 @@ class OracleTest(unittest.TestCase):
         self.expect("did not end by itself", UNTOUCHED, at_exit=0)
         self.expect("left 2 descriptors open", UNTOUCHED, descriptors=2)
         self.expect("has made fewer calls than before", UNTOUCHED, fired=0)
+
+    def test_command_that_fails_by_itself(self):
+        self.expect(None, UNTOUCHED, FAILING)
+        self.expect(None, UNTOUCHED, FAILING, fault="write:1:5", errors=b"")
+        self.expect("exit code 0 for a command that fails", UNTOUCHED, FAILING, code=0)
 
     def test_files(self):
         self.expect("exit code 0 without the whole result", UNTOUCHED, code=0, output=b"text")
