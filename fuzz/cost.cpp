@@ -9,9 +9,6 @@ namespace fuzz {
 
 namespace {
 
-constexpr std::size_t kFreeText = std::size_t{4} << 10;
-constexpr std::size_t kTextPerByte = 64;
-
 void RequireAtMost(const char* what, std::size_t bytes, std::size_t limit) {
   if (bytes <= limit) return;
   std::fprintf(stderr, "does not hold: %s: %zu bytes, and at most %zu are allowed\n", what, bytes, limit);
@@ -27,7 +24,7 @@ MemoryBound::~MemoryBound() {
 }
 
 void RequireShort(std::size_t printed, std::size_t input) {
-  RequireAtMost("what is printed", printed, kFreeText + kTextPerByte * input);
+  RequireAtMost("what is printed", printed, zuna_test::PrintedBound(input));
 }
 
 }  // namespace fuzz

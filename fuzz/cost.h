@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <string>
 
+#include "tests/support/cost_bounds.h"
 #include "tests/support/heap_peak.h"
 
 namespace fuzz {

@@ -9,6 +9,8 @@
 #include <new>
 #include <thread>
 
+#include "tests/support/cost_bounds.h"
+
 namespace {
 
 using zuna_test::HeapPeak;
@@ -90,9 +92,10 @@ TEST(HeapPeak, CountsOtherThreads) {
   EXPECT_GE(peak.bytes(), 10 * kBlock);
 }
 
-TEST(HeapPeak, KnowsTheBounds) {
+TEST(CostBounds, AreThoseThatTheDocumentsState) {
   EXPECT_EQ(zuna_test::HeapBound(1000), 1'048'576U + 64'000U);
   EXPECT_EQ(zuna_test::CommandHeapBound(1000), 1'048'576U + 128'000U);
+  EXPECT_EQ(zuna_test::PrintedBound(1000), 4096U + 64'000U);
 }
 
 }  // namespace

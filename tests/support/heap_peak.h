@@ -32,12 +32,4 @@ class HeapPeak {
   std::size_t peak_before_;
 };
 
-/// The most bytes that a reader or a conversion may take for an input of this size.
-constexpr std::size_t HeapBound(std::size_t input_size) { return (std::size_t{1} << 20) + 64 * input_size; }
-
-/// The most bytes that a command may take for inputs of this size.
-constexpr std::size_t CommandHeapBound(std::size_t input_size) {
-  return (std::size_t{1} << 20) + 128 * input_size;
-}
-
 }  // namespace zuna_test
