@@ -40,9 +40,10 @@ std::string InfoOfAll(const Options& options, const Keys& keys, Context& context
 void Run(const Options& options, Context& context) {
   context.CheckInputs(options.inputs);
   const std::string text = InfoOfAll(options, context.ReadKeys(), context);
-  const bool several = options.inputs.size() > 1;
-  if (!options.json) return WriteStandardOutput(text);
-  WriteStandardOutput(several ? "[" + text + "]\n" : text + "\n");
+  const bool is_array = options.json && options.inputs.size() > 1;
+  if (is_array) WriteStandardOutput("[");
+  WriteStandardOutput(text);
+  if (options.json) WriteStandardOutput(is_array ? "]\n" : "\n");
 }
 
 }  // namespace

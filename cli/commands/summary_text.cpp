@@ -20,22 +20,33 @@ using zuna_toolkit::Document;
 using zuna_toolkit::SongSummary;
 using zuna_toolkit::Summary;
 
-/// The sum of a count over all songs; of all counts for an empty key.
-std::size_t Sum(const Summary& summary, std::string_view key) {
-  std::size_t sum = 0;
-  for (const SongSummary& song : summary.songs) {
+/// Counts over all songs.
+struct Totals {
+  std::size_t songs = 0;
+  std::size_t voices = 0;
+  std::size_t events = 0;
+  std::size_t all = 0;  ///< of every kind
+
+  void Add(const SongSummary& song) {
+    ++songs;
     for (const Count& count : song.counts) {
-      if (key.empty() || count.key == key) sum += count.value;
+      if (count.key == "voices") voices += count.value;
+      if (count.key == "events") events += count.value;
+      all += count.value;
     }
   }
-  return sum;
+};
+
+Totals TotalsOf(const Document& document) {
+  Totals totals;
+  zuna_toolkit::SummariseSongs(document, [&](const SongSummary& song) { totals.Add(song); });
+  return totals;
 }
 
-std::string CountsText(const Summary& summary) {
-  const std::string songs = Counted(summary.songs.size(), "song", "songs") + ", ";
-  if (summary.log) return songs + Counted(Sum(summary, ""), "edit", "edits");
-  return songs + Counted(Sum(summary, "voices"), "voice", "voices") + ", " +
-         Counted(Sum(summary, "events"), "event", "events");
+std::string CountsText(const Totals& totals, bool is_log) {
+  const std::string songs = Counted(totals.songs, "song", "songs") + ", ";
+  if (is_log) return songs + Counted(totals.all, "edit", "edits");
+  return songs + Counted(totals.voices, "voice", "voices") + ", " + Counted(totals.events, "event", "events");
 }
 
 /// "2 vamps, 1 marker"
@@ -53,25 +64,33 @@ std::string NumberText(const std::optional<Number>& number, const std::string& u
   return number ? std::to_string(*number) : unknown;
 }
 
-Table ShowTable(const Summary& summary) {
-  Table table("<<>>>>>>>",
-              {"number", "name", "division", "length", "voices", "events", "bars", "tempos", "meters"});
-  for (const SongSummary& song : summary.songs) {
-    std::vector<std::string> row{Printable(song.number), Printable(song.name), NumberText(song.division, "-"),
-                                 std::to_string(song.length)};
-    for (const Count& count : song.counts) row.push_back(std::to_string(count.value));
-    table.Add(row);
-  }
-  return table;
+Table::Row Titles(bool is_log) {
+  if (is_log) return {"number", "name", "division", "length", "attacca", "edits"};
+  return {"number", "name", "division", "length", "voices", "events", "bars", "tempos", "meters"};
 }
 
-Table LogTable(const Summary& summary) {
-  Table table("<<>>><", {"number", "name", "division", "length", "attacca", "edits"});
-  for (const SongSummary& song : summary.songs) {
-    table.Add({Printable(song.number), Printable(song.name), NumberText(song.division, "-"),
-               std::to_string(song.length), NumberText(song.attacca, "-"), EditsText(song)});
+Table::Row RowOf(const SongSummary& song, bool is_log) {
+  Table::Row row{Printable(song.number), Printable(song.name), NumberText(song.division, "-"),
+                 std::to_string(song.length)};
+  if (is_log) {
+    row.push_back(NumberText(song.attacca, "-"));
+    row.push_back(EditsText(song));
+  } else {
+    for (const Count& count : song.counts) row.push_back(std::to_string(count.value));
   }
-  return table;
+  return row;
+}
+
+std::string SongsTable(const Document& document) {
+  const bool is_log = document.type().is_log();
+  const Table::Row titles = Titles(is_log);
+  Table table(is_log ? "<<>>><" : "<<>>>>>>>");
+  table.Fit(titles);
+  zuna_toolkit::SummariseSongs(document, [&](const SongSummary& song) { table.Fit(RowOf(song, is_log)); });
+  std::string text = table.Line(titles);
+  zuna_toolkit::SummariseSongs(document,
+                               [&](const SongSummary& song) { text += table.Line(RowOf(song, is_log)); });
+  return text;
 }
 
 std::string SongJson(const SongSummary& song, bool is_log) {
@@ -94,20 +113,23 @@ std::string HeaderJson(const zuna_toolkit::LogHeader& header) {
 
 }  // namespace
 
-std::string CountsText(const Document& document) { return CountsText(zuna_toolkit::Summarise(document)); }
+std::string CountsText(const Document& document) {
+  return CountsText(TotalsOf(document), document.type().is_log());
+}
 
 std::string InfoText(const Document& document) {
-  const Summary summary = zuna_toolkit::Summarise(document);
+  const Summary summary = zuna_toolkit::SummariseWhole(document);
   std::string text = Printable(document.name()) + ": " + std::string(cmn::KindName(document.type().kind)) +
                      ", version " + cmn::VersionText(document.type().version);
   if (summary.show_name) text += ", \"" + Printable(*summary.show_name) + '"';
-  text += ", " + CountsText(summary) + '\n';
-  if (summary.songs.empty()) return text;
-  return text + (summary.log ? LogTable(summary) : ShowTable(summary)).ToString();
+  const Totals totals = TotalsOf(document);
+  text += ", " + CountsText(totals, document.type().is_log()) + '\n';
+  if (totals.songs > 0) text += SongsTable(document);
+  return text;
 }
 
 std::string InfoJson(const Document& document) {
-  const Summary summary = zuna_toolkit::Summarise(document);
+  const Summary summary = zuna_toolkit::SummariseWhole(document);
   std::string json = "{\"path\": " + JsonString(document.name()) + ", \"kind\": \"" +
                      std::string(cmn::KindName(document.type().kind)) + "data\", \"fileVersion\": \"" +
                      cmn::VersionText(document.type().version) +
@@ -115,11 +137,12 @@ std::string InfoJson(const Document& document) {
   if (summary.log) json += HeaderJson(*summary.log);
   json += summary.log ? ", \"songLogs\": [" : ", \"songs\": [";
   const char* separator = "";
-  for (const SongSummary& song : summary.songs) {
+  zuna_toolkit::SummariseSongs(document, [&](const SongSummary& song) {
     json += separator + SongJson(song, summary.log.has_value());
     separator = ", ";
-  }
-  return json + "]}";
+  });
+  json += "]}";
+  return json;
 }
 
 }  // namespace zuna_cli

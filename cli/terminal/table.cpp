@@ -4,11 +4,12 @@
 #include <algorithm>
 #include <cstdint>
 #include <string_view>
-#include <utility>
 
 namespace zuna_cli {
 
 namespace {
+
+constexpr std::size_t kWidest = 40;  // characters of a column
 
 /// The number of characters, for alignment.
 std::size_t Width(std::string_view text) {
@@ -18,22 +19,20 @@ std::size_t Width(std::string_view text) {
 
 }  // namespace
 
-Table::Table(std::string alignment, const std::vector<std::string>& titles)
-    : alignment_(std::move(alignment)), rows_{titles} {}
+void Table::Fit(const Row& row) {
+  for (std::size_t i = 0; i < widths_.size(); ++i) {
+    const std::size_t width = Width(row[i]);
+    if (width <= kWidest) widths_[i] = std::max(widths_[i], width);
+  }
+}
 
-std::string Table::ToString() const {
-  std::vector<std::size_t> widths(alignment_.size());
-  for (const auto& row : rows_) {
-    for (std::size_t i = 0; i < widths.size(); ++i) widths[i] = std::max(widths[i], Width(row[i]));
-  }
+std::string Table::Line(const Row& row) const {
   std::string text;
-  for (const auto& row : rows_) {
-    for (std::size_t i = 0; i < widths.size(); ++i) {
-      const std::string padding(widths[i] - Width(row[i]), ' ');
-      text += "  " + (alignment_[i] == '<' ? row[i] + padding : padding + row[i]);
-    }
-    text.erase(text.find_last_not_of(' ') + 1) += '\n';
+  for (std::size_t i = 0; i < widths_.size(); ++i) {
+    const std::string padding(widths_[i] - std::min(widths_[i], Width(row[i])), ' ');
+    text += "  " + (alignment_[i] == '<' ? row[i] + padding : padding + row[i]);
   }
+  text.erase(text.find_last_not_of(' ') + 1) += '\n';
   return text;
 }
 

@@ -1,26 +1,32 @@
 // Aligned columns.
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zuna_cli {
 
-/// A table whose columns stand to the left ('<') or to the right ('>').
+/// The columns of a table, which stand to the left ('<') or to the right ('>'). Holds no rows: there may be
+/// many, and each is made twice instead, to measure it and to show it.
 class Table {
  public:
+  using Row = std::vector<std::string>;  ///< printable texts, one for each column
+
   /// `alignment` has a character for each column.
-  Table(std::string alignment, const std::vector<std::string>& titles);
+  explicit Table(std::string alignment) : alignment_(std::move(alignment)), widths_(alignment_.size()) {}
 
-  /// Adds a row of printable texts, one for each column.
-  void Add(const std::vector<std::string>& row) { rows_.push_back(row); }
+  /// Widens the columns to the texts of a row. A text of more than 40 characters widens nothing: it takes the
+  /// room that it needs in its own row, so that one long name does not fill all rows with blanks.
+  void Fit(const Row& row);
 
-  /// All rows, each with two blanks before every column and a line break at its end.
-  std::string ToString() const;
+  /// A row with two blanks before every column and a line break at its end.
+  std::string Line(const Row& row) const;
 
  private:
   std::string alignment_;
-  std::vector<std::vector<std::string>> rows_;
+  std::vector<std::size_t> widths_;
 };
 
 }  // namespace zuna_cli

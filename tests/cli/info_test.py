@@ -42,6 +42,16 @@ class InfoTest(WithShows):
         info = json.loads(self.run_tool("info", "--json", "odd").stdout)
         self.assertEqual(info["songs"][0]["songName"], '\x1b[31m\ufffd"\\\n\xe9')
 
+    def test_keeps_its_columns_beside_a_long_name(self):
+        longest, longer = "n" * 40, "x" * 41
+        self.encrypt("long", legacy_show(legacy_song("1", longest), legacy_song("2", longer), legacy_song("3", "c")))
+        lines = self.run_tool("info", "long").stdout.decode().splitlines()[1:]
+        self.assertEqual([line[:70] for line in lines], [
+            "  number  name" + " " * 38 + "division  length  ",
+            f"  1       {longest}       480    1920  ",
+            f"  2       {longer}       480    1920 ",
+            "  3       c" + " " * 46 + "480    1920  "])
+
     def test_reads_standard_input(self):
         done = self.run_tool("info", "-", stdin=self.read("new.showdata"))
         self.assertTrue(done.stdout.startswith(b"standard input: show, version 1.2"))

@@ -80,36 +80,49 @@ SongSummary SongOf(const CL::SongLog& song) {
                  song.fermatas->events.size(), song.markers->events.size(), song.caesuras->events.size())};
 }
 
-/// Summarises each of the four models.
-struct Summariser {
-  Summary operator()(const LegacyShow& legacy) const {
-    Summary summary;
-    for (const auto& [number, song] : legacy.show.songs) summary.songs.push_back(SongOf(song));
-    return summary;
+/// Tells of each of the four models what it says about the whole.
+struct WholeSummariser {
+  Summary operator()(const LegacyShow&) const { return {}; }
+  Summary operator()(const LegacyLog& legacy) const { return OfLog(legacy.log); }
+  Summary operator()(const zuna_midi::ShowData& show) const { return {show.show_name, std::nullopt, {}}; }
+  Summary operator()(const CL::ChangeLog& log) const { return OfLog(log); }
+
+  template <typename Log>
+  static Summary OfLog(const Log& log) {
+    return {log.show_name, LogHeader{log.log_label, log.identifier.ToString(), log.log_tag_pair}, {}};
+  }
+};
+
+/// Hands out the songs of each of the four models.
+struct SongSummariser {
+  void operator()(const LegacyShow& legacy) const {
+    for (const auto& [number, song] : legacy.show.songs) sink(SongOf(song));
+  }
+  void operator()(const LegacyLog& legacy) const {
+    for (const auto& [number, song] : legacy.log.songs) sink(SongOf(song));
+  }
+  void operator()(const zuna_midi::ShowData& show) const {
+    for (const auto& [number, song] : show.songs()) sink(SongOf(*song));
+  }
+  void operator()(const CL::ChangeLog& log) const {
+    for (const auto& [number, song] : log.song_logs()) sink(SongOf(*song));
   }
 
-  Summary operator()(const LegacyLog& legacy) const {
-    const version0::ChangeLogV0& log = legacy.log;
-    Summary summary{log.show_name, LogHeader{log.log_label, log.identifier.ToString(), log.log_tag_pair}, {}};
-    for (const auto& [number, song] : log.songs) summary.songs.push_back(SongOf(song));
-    return summary;
-  }
-
-  Summary operator()(const zuna_midi::ShowData& show) const {
-    Summary summary{show.show_name, std::nullopt, {}};
-    for (const auto& [number, song] : show.songs()) summary.songs.push_back(SongOf(*song));
-    return summary;
-  }
-
-  Summary operator()(const CL::ChangeLog& log) const {
-    Summary summary{log.show_name, LogHeader{log.log_label, log.identifier.ToString(), log.log_tag_pair}, {}};
-    for (const auto& [number, song] : log.song_logs()) summary.songs.push_back(SongOf(*song));
-    return summary;
-  }
+  const SongSummarySink& sink;
 };
 
 }  // namespace
 
-Summary Summarise(const Document& document) { return std::visit(Summariser(), document.model()); }
+Summary SummariseWhole(const Document& document) { return std::visit(WholeSummariser(), document.model()); }
+
+void SummariseSongs(const Document& document, const SongSummarySink& sink) {
+  std::visit(SongSummariser{sink}, document.model());
+}
+
+Summary Summarise(const Document& document) {
+  Summary summary = SummariseWhole(document);
+  SummariseSongs(document, [&](const SongSummary& song) { summary.songs.push_back(song); });
+  return summary;
+}
 
 }  // namespace zuna_toolkit

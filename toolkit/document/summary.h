@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -50,5 +51,14 @@ struct Summary {
 
 /// What there is to tell about `document`.
 ZUNA_API Summary Summarise(const Document& document);
+
+/// The same without the songs.
+ZUNA_API Summary SummariseWhole(const Document& document);
+
+/// Takes one song. It is gone afterwards, so many songs take no memory.
+using SongSummarySink = std::function<void(const SongSummary&)>;
+
+/// Hands the songs to `sink`, in the order of the document.
+ZUNA_API void SummariseSongs(const Document& document, const SongSummarySink& sink);
 
 }  // namespace zuna_toolkit

@@ -78,6 +78,13 @@ void AddDocuments(Calls& calls, const Samples& samples) {
     calls.Add("Document",
               [=] { return TextOf(Document(document->model(), document->type().version, kLong)); });
     calls.Add("Summarise", [=] { return zuna_toolkit::Summarise(*document).songs.front().name; });
+    calls.Add("SummariseWhole",
+              [=] { return zuna_toolkit::SummariseWhole(*document).show_name.value_or(""); });
+    calls.Add("SummariseSongs", [=] {
+      std::string names;
+      zuna_toolkit::SummariseSongs(*document, [&](const auto& song) { names += song.name; });
+      return names;
+    });
     calls.Add("CurrentForm", [=] { return TextOf(zuna_toolkit::CurrentForm(*document)); });
   }
   calls.Add("ReadLegacyShowName", [samples] {
