@@ -77,42 +77,51 @@ void PrintSong(const std::shared_ptr<zuna_midi::SongData>& song, std::ostream& o
   }
 }
 
-/// The song asked for, or all. Throws Failure (kNegative) where there is no such song.
+/// Throws Failure (kNegative) where the song asked for is none of `songs`.
 template <typename Songs>
-std::string SongsText(const Songs& songs, const Options& options) {
-  std::ostringstream text;
-  text.exceptions(std::ios_base::badbit);  // it would drop what it has no memory for
+void RequireSong(const Songs& songs, const Options& options) {
+  if (!options.song || songs.contains(*options.song)) return;
   std::string numbers;
-  bool found = !options.song;
-  for (const auto& [number, song] : songs) {
-    zuna_toolkit::AppendListed(numbers, number);
-    if (options.song && number != *options.song) continue;
-    PrintSong(song, text);
-    found = true;
-  }
-  if (found) return text.str();
+  for (const auto& [number, song] : songs) zuna_toolkit::AppendListed(numbers, number);
   throw Failure(ExitCode::kNegative, InputName(options.input),
                 "has no song " + *options.song + "; its songs are " + (numbers.empty() ? "none" : numbers));
 }
 
-std::string TextOf(zuna_toolkit::OpenedFile& file, const Options& options) {
+/// Prints the song asked for, or all, piece by piece: the text may be much larger than the songs.
+template <typename Songs>
+void PrintSongs(const Songs& songs, const Options& options) {
+  RequireSong(songs, options);
+  constexpr std::streamoff kPiece = 64 * 1024;  // bytes
+  std::ostringstream text;
+  text.exceptions(std::ios_base::badbit);  // it would drop what it has no memory for
+  for (const auto& [number, song] : songs) {
+    if (options.song && number != *options.song) continue;
+    PrintSong(song, text);
+    if (text.tellp() < kPiece) continue;
+    WriteStandardOutput(text.str());
+    text.str("");
+  }
+  WriteStandardOutput(text.str());
+}
+
+void PrintFile(zuna_toolkit::OpenedFile& file, const Options& options) {
   const bool is_log = zuna_toolkit::Detect(file).is_log();
   const zuna_toolkit::Document document = zuna_toolkit::ReadDocument(file);
   if (!is_log) {
     const zuna_toolkit::Document show = zuna_toolkit::CurrentForm(document);
-    return SongsText(show.As<zuna_midi::ShowData>()->songs(), options);
+    return PrintSongs(show.As<zuna_midi::ShowData>()->songs(), options);
   }
   if (const auto* legacy = document.As<zuna_toolkit::LegacyLog>()) {
-    return SongsText(legacy->log.songs, options);
+    return PrintSongs(legacy->log.songs, options);
   }
-  return SongsText(document.As<CL::ChangeLog>()->song_logs(), options);
+  PrintSongs(document.As<CL::ChangeLog>()->song_logs(), options);
 }
 
 void Run(const Options& options, const Context& context) {
   context.CheckInputs({options.input});
   const Keys keys = context.ReadKeys();
   zuna_toolkit::OpenedFile file = OpenInput(options.input, keys).file;
-  WriteStandardOutput(TextOf(file, options));
+  PrintFile(file, options);
 }
 
 }  // namespace
