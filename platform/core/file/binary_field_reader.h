@@ -100,8 +100,8 @@ class BinaryFieldReader {
   void List(std::string_view key, std::vector<Entry>& entries) {
     static const std::size_t smallest = SizeOf(Blank<Entry>::Make());
     const std::size_t count = in_.Entries(Count(key), smallest, key);
-    // No more memory than there are bytes left: an entry in memory is larger than the smallest one in a file.
-    entries.reserve(std::min(count, in_.remaining() / sizeof(Entry)));
+    // A list that grew would take up to three times the memory for a moment.
+    entries.reserve(count);
     in_.path.list = key;
     before_ = 0;
     for (in_.path.index = 0; in_.path.index < count; ++in_.path.index) {
