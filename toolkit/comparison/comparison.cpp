@@ -83,7 +83,7 @@ void LossesOfDown(const Document& current, const Document& legacy, const Differe
   RequireTwoForms(legacy, current);
   OnFile(current.name(), [&] {
     if (const auto* log = current.As<CL::ChangeLog>()) {
-      CompareLogs(*log, legacy.As<LegacyLog>()->log.get_version_1_0(), sink);
+      CompareWithUpAgain(*log, legacy.As<LegacyLog>()->log, sink);
     } else {
       CompareWithUpAgain(*current.As<zuna_midi::ShowData>(), legacy.As<LegacyShow>()->show, sink);
     }

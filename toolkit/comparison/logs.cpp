@@ -160,19 +160,38 @@ void CompareSongLogs(const SongDifferences& differences, const CL::SongLog& a, c
   CompareEdits(Subject::kCaesura, "caesuras", a.caesuras, b.caesuras, differences);
 }
 
-std::string TagPairText(const CL::ChangeLog& log) {
+template <typename Log>
+std::string TagPairText(const Log& log) {
   return std::to_string(log.log_tag_pair.first) + ", " + std::to_string(log.log_tag_pair.second);
 }
 
-}  // namespace
-
-void CompareLogs(const CL::ChangeLog& before, const CL::ChangeLog& after, const DifferenceSink& sink) {
+template <typename Log>
+void CompareHeaders(const CL::ChangeLog& before, const Log& after, const DifferenceSink& sink) {
   const SongDifferences whole("", sink);
   whole.AddField(Subject::kShowName, before.show_name, after.show_name);
   whole.AddField(Subject::kLogLabel, before.log_label, after.log_label);
   whole.AddField(Subject::kIdentifier, before.identifier.ToString(), after.identifier.ToString());
   whole.AddField(Subject::kTagPair, TagPairText(before), TagPairText(after));
-  CompareSongs(before.song_logs(), after.song_logs(), sink, CompareSongLogs);
+}
+
+}  // namespace
+
+void CompareLogs(const CL::ChangeLog& before, const CL::ChangeLog& after, const DifferenceSink& sink) {
+  CompareHeaders(before, after, sink);
+  CompareSongs(before.song_logs(), after.song_logs(), sink,
+               [](const SongDifferences& differences, const auto& a, const auto& b) {
+                 CompareSongLogs(differences, *a, *b);
+               });
+}
+
+void CompareWithUpAgain(const CL::ChangeLog& log, const version0::ChangeLogV0& legacy,
+                        const DifferenceSink& sink) {
+  CompareHeaders(log, legacy, sink);
+  CompareSongs(log.song_logs(), legacy.songs, sink,
+               [](const SongDifferences& differences, const auto& song, const auto& old_form) {
+                 // one song at a time, for the sake of memory
+                 CompareSongLogs(differences, *song, *old_form.get_version_1_0());
+               });
 }
 
 }  // namespace zuna_toolkit

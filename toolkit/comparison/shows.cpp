@@ -98,9 +98,9 @@ void CompareShows(const zuna_midi::ShowData& before, const zuna_midi::ShowData& 
   SongDifferences("", sink).AddField(Subject::kShowName, before.show_name, after.show_name);
   CompareSongs(before.songs(), after.songs(), sink,
                [](const SongDifferences& differences, const auto& a, const auto& b) {
-                 CompareFields(a, b, differences);
-                 CompareVoices(PairByName(*a.voice_data, *b.voice_data), differences);
-                 CompareTimelines(*a.timeline, *b.timeline, differences);
+                 CompareFields(*a, *b, differences);
+                 CompareVoices(PairByName(*a->voice_data, *b->voice_data), differences);
+                 CompareTimelines(*a->timeline, *b->timeline, differences);
                });
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "CL/change_log.h"
+#include "format_converter/version0/containers/change_log.h"
 #include "format_converter/version0/containers/show_data.h"
 #include "toolkit/comparison/comparison.h"
 #include "zuna_midi/show_data.h"
@@ -28,5 +29,9 @@ void CompareWithDownAgain(const version0::ShowData& legacy, const zuna_midi::Sho
 
 /// Two current logs.
 void CompareLogs(const CL::ChangeLog& before, const CL::ChangeLog& after, const DifferenceSink& sink);
+
+/// A current log and what comes back up of `legacy`, its legacy form.
+void CompareWithUpAgain(const CL::ChangeLog& log, const version0::ChangeLogV0& legacy,
+                        const DifferenceSink& sink);
 
 }  // namespace zuna_toolkit

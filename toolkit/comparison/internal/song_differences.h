@@ -43,10 +43,10 @@ class SongDifferences {
   const DifferenceSink& sink_;
 };
 
-/// Calls `both(number, a, b)` for the songs of one number, and adds those that only one side has. The maps
-/// have the same order.
-template <typename Songs, typename Both>
-void CompareSongs(const Songs& before, const Songs& after, const DifferenceSink& sink, Both both) {
+/// Calls `both(differences, a, b)` with the values of the songs of one number, and adds those that only one
+/// side has. The maps have the same order.
+template <typename Before, typename After, typename Both>
+void CompareSongs(const Before& before, const After& after, const DifferenceSink& sink, Both both) {
   const auto less = before.key_comp();
   auto a = before.begin();
   auto b = after.begin();
@@ -61,7 +61,7 @@ void CompareSongs(const Songs& before, const Songs& after, const DifferenceSink&
       difference.after = b->first;
       SongDifferences((b++)->first, sink).Add(std::move(difference));
     } else {
-      both(SongDifferences(a->first, sink), *a->second, *b->second);
+      both(SongDifferences(a->first, sink), a->second, b->second);
       ++a;
       ++b;
     }
