@@ -1,6 +1,7 @@
 // The losses of a conversion, as lines of text.
 #include "cli/commands/document_text.h"
 
+#include "kit/utf8.h"
 #include "toolkit/comparison/comparison.h"
 #include "toolkit/words.h"
 
@@ -141,9 +142,15 @@ std::string GroupText(const DifferenceGroups::Group& group) {
   return Counted(group.count, noun.one, noun.many) + " (" + song + DetailText(first) + ")";
 }
 
+/// The beginning of a long number, which would stand in very many lines.
+std::string ShortNumber(const std::string& number) {
+  constexpr std::size_t kMost = 64;  // bytes
+  return number.size() <= kMost ? number : std::string(kit::CutUtf8(number, kMost)) + "...";
+}
+
 /// A loss of the way up that gets a line of its own; empty for any other.
 std::string OwnLine(const Difference& loss) {
-  const std::string song = "song " + loss.song + ": ";
+  const std::string song = "song " + ShortNumber(loss.song) + ": ";
   if (loss.subject == Subject::kBarLabel && loss.action == Action::kChanged) {
     return song + "the label at " + std::to_string(loss.place.tick.value_or(0)) + " is cut: " + loss.before +
            " becomes " + loss.after;
