@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "format_converter/version0/conversions/repeated_tempos.h"
 #include "toolkit/conversion/internal/legacy_limits.h"
 #include "toolkit/document/internal/content.h"
 #include "toolkit/error.h"
@@ -47,11 +48,17 @@ zuna_midi::ShowData UpShow(const version0::ShowData& legacy, const std::string& 
 
 version0::ShowData DownShow(const zuna_midi::ShowData& show, const std::string& file) {
   version0::ShowData legacy;
+  version0::RepeatedTempos repeated;
   for (const auto& entry : show.songs()) {
     const zuna_midi::SongData& song = *entry.second;
-    legacy.songs.emplace(entry.first, ConvertSong(
-                                          file, entry.first, [&] { return version0::SongData(song); },
-                                          [&] { return ObstacleDown(song); }, kCorrectSong));
+    const auto convert = [&] {
+      version0::SongData converted(song);
+      repeated.Add(*song.timeline, converted.timeline);
+      return converted;
+    };
+    legacy.songs.emplace(entry.first,
+                         ConvertSong(
+                             file, entry.first, convert, [&] { return ObstacleDown(song); }, kCorrectSong));
   }
   return legacy;
 }

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "format_converter/version0/containers/show_data.h"
+#include "format_converter/version0/conversions/repeated_tempos.h"
 #include "format_converter/version0/conversions/track_ids.h"
 #include "format_converter/version0/primitives/errors.h"
 #include "zuna_midi/show_data.h"
@@ -113,8 +114,10 @@ zuna_midi::ShowData ShowData::get_version_1_0() const {
 }
 
 ShowData::ShowData(const zuna_midi::ShowData& show) {
+  RepeatedTempos repeated;
   for (const auto& [number, source] : show.songs()) {
     SongData song(*source);
+    repeated.Add(*source->timeline, song.timeline);
     SongData& entry = songs[song.song_number];
     entry = std::move(song);
   }

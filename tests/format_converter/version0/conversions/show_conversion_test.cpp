@@ -3,10 +3,12 @@
 
 #include <stdexcept>
 
+#include "format_converter/version0/containers/show_data.h"
 #include "format_converter/version0/containers/song_data.h"
 #include "format_converter/version0/conversions/track_ids.h"
 #include "format_converter/version0/primitives/errors.h"
 #include "tests/support/bytes.h"
+#include "zuna_midi/show_data.h"
 #include "zuna_midi/song_data.h"
 
 namespace {
@@ -81,6 +83,28 @@ TEST(SongDown, SkipsIdsOfChannelTen) {
   EXPECT_EQ(ids[8], 10);
   EXPECT_EQ(ids[22], 24);
   EXPECT_EQ(ids[23], 26);
+}
+
+/// A show of songs with `meters` meters and 64 tempos, all at time 0.
+zuna_midi::ShowData ShowInDisorder(int songs, std::size_t meters) {
+  zuna_midi::ShowData show;
+  for (int i = 0; i < songs; ++i) {
+    auto song = std::make_shared<zuna_midi::SongData>(CurrentSong({"Piano"}));
+    song->song_number = std::to_string(i);
+    song->timeline->tempos.assign(64, {0, 500'000});
+    song->timeline->meters.assign(meters, {0, 4, 4, 24, 8});
+    show.AddSongData(song);
+  }
+  return show;
+}
+
+TEST(ShowDown, RepeatsAtMost4096TemposBeyondTwiceTheEntries) {
+  // Each song gets 64 × 64 tempos, and twice its entries are 256.
+  EXPECT_EQ(version0::ShowData(ShowInDisorder(1, 64)).songs.size(), 1U);
+  EXPECT_THROW(version0::ShowData(ShowInDisorder(2, 64)), std::length_error);
+  // Each song gets 64 × 4 tempos, and twice its entries are 136.
+  EXPECT_EQ(version0::ShowData(ShowInDisorder(34, 4)).songs.size(), 34U) << "4080 tempos";
+  EXPECT_THROW(version0::ShowData(ShowInDisorder(35, 4)), std::length_error) << "4200 tempos";
 }
 
 TEST(SongDown, DrumVoicesShareOneList) {
