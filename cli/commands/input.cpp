@@ -19,9 +19,8 @@ std::vector<std::uint8_t> ReadInput(const std::string& path, std::size_t limit) 
   return {file.bytes().begin(), file.bytes().end()};
 }
 
-OpenedInput OpenInput(const std::string& path, const Keys& keys, zuna_toolkit::Accept accept) {
-  const std::vector<std::uint8_t> bytes = ReadInput(path, zuna_toolkit::kMaxFileSize);
-  const std::string name = InputName(path);
+OpenedInput DecryptInput(const std::vector<std::uint8_t>& bytes, const std::string& name, const Keys& keys,
+                         zuna_toolkit::Accept accept) {
   for (const SecretKey& key : keys) {
     try {
       return {OpenedFile::FromBytes(bytes, name, key.material(), accept), &key.material()};
@@ -34,6 +33,10 @@ OpenedInput OpenInput(const std::string& path, const Keys& keys, zuna_toolkit::A
   throw Failure(ExitCode::kWrongKey, name,
                 "none of the " + std::to_string(keys.size()) +
                     " keys and IVs is the one that this was encrypted with; give the right key file");
+}
+
+OpenedInput OpenInput(const std::string& path, const Keys& keys, zuna_toolkit::Accept accept) {
+  return DecryptInput(ReadInput(path, zuna_toolkit::kMaxFileSize), InputName(path), keys, accept);
 }
 
 }  // namespace zuna_cli

@@ -22,6 +22,11 @@ struct OpenedInput {
   const CipherKey* key;
 };
 
+/// Decrypts the bytes of a file with the first of `keys` that opens it. `name` is what messages call it.
+/// Throws zuna_toolkit::Error, or Failure (kWrongKey) where none of several keys opens it.
+OpenedInput DecryptInput(const std::vector<std::uint8_t>& bytes, const std::string& name, const Keys& keys,
+                         zuna_toolkit::Accept accept = zuna_toolkit::Accept::kEncrypted);
+
 /// Reads an input and decrypts it with the first of `keys` that opens it. Throws zuna_toolkit::Error,
 /// kit::IoError, or Failure (kWrongKey) where none of several keys opens it.
 OpenedInput OpenInput(const std::string& path, const Keys& keys,

@@ -1,11 +1,13 @@
 // zuna-convert list
 #include <memory>
 #include <optional>
+#include <span>
 
 #include "cli/commands/context.h"
 #include "cli/commands/input.h"
 #include "cli/terminal/standard_streams.h"
 #include "cli/terminal/text.h"
+#include "kit/file.h"
 #include "kit/path.h"
 
 namespace zuna_cli {
@@ -24,6 +26,17 @@ struct Options {
   }
 };
 
+/// The version of the show in the file at `path`; nothing where it is no regular file.
+std::optional<cmn::FileVersion> VersionOf(const std::string& path, const Keys& keys) {
+  const auto content = kit::ReadRegularFile(path, zuna_toolkit::kMaxFileSize);
+  if (!content) return std::nullopt;
+  const std::span<const std::uint8_t> bytes = content->bytes();
+  zuna_toolkit::OpenedFile file = DecryptInput({bytes.begin(), bytes.end()}, path, keys).file;
+  const zuna_toolkit::FileType type = zuna_toolkit::Detect(file);
+  zuna_toolkit::RequireShow(type, file.name());
+  return type.version;
+}
+
 /// The line about every show that matches. Continues after files that cannot be read and sets the exit code
 /// then.
 std::string ListShows(const Options& options, const Keys& keys, Context& context) {
@@ -31,11 +44,9 @@ std::string ListShows(const Options& options, const Keys& keys, Context& context
   for (const std::string& name : kit::listdir(options.folder)) {
     if (kit::path::extension(name) != kExtension) continue;
     try {
-      zuna_toolkit::OpenedFile file = OpenInput(kit::path::Join(options.folder, name), keys).file;
-      const zuna_toolkit::FileType type = zuna_toolkit::Detect(file);
-      zuna_toolkit::RequireShow(type, file.name());
-      if (!options.Matches(type.version)) continue;
-      text += Printable(name) + ": " + cmn::VersionText(type.version) + '\n';
+      const auto version = VersionOf(kit::path::Join(options.folder, name), keys);
+      if (!version || !options.Matches(*version)) continue;
+      text += Printable(name) + ": " + cmn::VersionText(*version) + '\n';
     } catch (const std::exception& error) {
       context.ReportPart(error);
     }
@@ -70,7 +81,9 @@ void AddListCommand(CLI::App& app, Context& context) {
   CLI::App* command = app.add_subcommand("list", "List the show files of a folder with their versions");
   AddSharedOptions(*command, context);
   const auto options = std::make_shared<Options>();
-  command->add_option("DIR", options->folder, "The folder; only names ending in .showdata are looked at")
+  command
+      ->add_option("DIR", options->folder,
+                   "The folder; only files whose names end in .showdata are looked at")
       ->required();
   AddVersion(*command, "--from", "Only shows of this version and higher ones",
              [options](const cmn::FileVersion& version) { options->from = version; });

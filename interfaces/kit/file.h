@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -44,6 +45,11 @@ ZUNA_API FileBytes ReadWholeFile(const std::string& path, std::size_t limit);
 /// The same from the current position of the open `descriptor`, which stays open: 0 is standard input. `name`
 /// begins the messages.
 ZUNA_API FileBytes ReadWholeFile(int descriptor, const std::string& name, std::size_t limit);
+
+/// Reads the whole file at `path` as ReadWholeFile() does, where it is a regular file or a link to one.
+/// Nothing for a folder, pipe, device or socket, which is not opened or, where it appears during the call,
+/// not read and not waited for.
+ZUNA_API std::optional<FileBytes> ReadRegularFile(const std::string& path, std::size_t limit);
 
 /// Permissions of a file that only its owner may read and write.
 inline constexpr unsigned kOwnerOnly = 0600;

@@ -41,6 +41,18 @@ FileBytes ReadWholeFile(const std::string& path, std::size_t limit) {
   return ReadWholeFile(file.number(), path, limit);
 }
 
+std::optional<FileBytes> ReadRegularFile(const std::string& path, std::size_t limit) {
+  struct stat status {};
+  // To open a device may do something to it.
+  if (::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) return std::nullopt;
+  const int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+  const FileDescriptor file(RetryInterrupted([&] { return ::open(path.c_str(), flags); }));
+  if (!file.is_open()) ThrowIoError(path, "cannot be opened", errno);
+  if (::fstat(file.number(), &status) != 0) ThrowIoError(path, "cannot be read", errno);
+  if (!S_ISREG(status.st_mode)) return std::nullopt;
+  return ReadWholeFile(file.number(), path, limit);
+}
+
 FileBytes ReadWholeFile(int descriptor, const std::string& name, std::size_t limit) {
   FileBytes bytes;
   bytes.block.Grow(FirstCapacity(descriptor, name, limit));

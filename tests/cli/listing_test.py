@@ -1,6 +1,7 @@
 """list and print of zuna-convert."""
 
 import os
+import socket
 import unittest
 
 from tool import (BAD_INPUT, IO, NEGATIVE, NOTHING_MATCHED, PART_FAILED, USAGE, WithLogs, legacy_log, legacy_show,
@@ -47,6 +48,18 @@ class ListTest(WithLogs):
                                                "zuna-convert: shows/noise.showdata: is no show and no log .*; .*\n"
                                                "zuna-convert: shows/secret.showdata: .*; .*\n$")
         self.assertEqual(self.listed("--from", "3.0", code=PART_FAILED), [])
+
+    def test_looks_at_regular_files_only(self):
+        os.symlink("1.2.showdata", self.path("shows/link.showdata"))
+        expected = self.listed()
+        self.assertIn("link.showdata: 1.2", expected)
+        os.mkfifo(self.path("shows/pipe.showdata"))
+        os.mkdir(self.path("shows/folder.showdata"))
+        os.symlink("pipe.showdata", self.path("shows/link-to-pipe.showdata"))
+        os.symlink("/dev/zero", self.path("shows/device.showdata"))
+        with socket.socket(socket.AF_UNIX) as server:
+            server.bind(self.path("shows/socket.showdata"))
+            self.assertEqual(self.listed(), expected)
 
     def test_takes_a_key(self):
         self.write_key("key", "key = 01\niv = 02\n")

@@ -77,6 +77,7 @@ void AddFiles(Calls& calls) {
   calls.Add("listdir", [folder] { return ListOf(kit::listdir(folder->path().string())); });
   calls.Add("path", [in] { return kit::path::Join(in, kLong) + kit::path::extension(in + "." + kLong); });
   calls.Add("ReadWholeFile", [in, folder] { return TextOf(kit::ReadWholeFile(in, 1000)); });
+  calls.Add("ReadRegularFile", [in, folder] { return TextOf(kit::ReadRegularFile(in, 1000).value()); });
   calls.Add("ReadWholeFile of a descriptor", [in, folder] {
     const auto close = [](const int* file) { ::close(*file); };
     int number = ::open(in.c_str(), O_RDONLY | O_CLOEXEC);

@@ -40,6 +40,29 @@ TEST(ReadWholeFile, ReadsFilesOfAnySize) {
   }
 }
 
+TEST(ReadRegularFile, ReadsRegularFilesAndLinksToThem) {
+  const TemporaryFolder folder;
+  folder.Put("file", "content");
+  ASSERT_EQ(::symlink("file", (folder / "link").c_str()), 0);
+  for (const char* name : {"file", "link"}) {
+    const auto file = kit::ReadRegularFile(folder / name, 7);
+    ASSERT_TRUE(file) << name;
+    EXPECT_EQ(Content(*file), "content");
+  }
+  EXPECT_THROW(kit::ReadRegularFile(folder / "file", 6), kit::FileTooLargeError);
+  EXPECT_THROW(kit::ReadRegularFile(folder / "none", 6), kit::IoError);
+}
+
+TEST(ReadRegularFile, PassesOverEverythingElseWithoutWaiting) {
+  const TemporaryFolder folder;
+  ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+  ASSERT_EQ(::symlink("pipe", (folder / "link").c_str()), 0);
+  EXPECT_FALSE(kit::ReadRegularFile(folder / "pipe", 7));
+  EXPECT_FALSE(kit::ReadRegularFile(folder / "link", 7));
+  EXPECT_FALSE(kit::ReadRegularFile(folder.path(), 7));
+  EXPECT_FALSE(kit::ReadRegularFile("/dev/zero", 7));
+}
+
 TEST(ReadWholeFile, ReadsPipes) {
   const TemporaryFolder folder;
   ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
