@@ -91,7 +91,7 @@ void RequireSong(const Songs& songs, const Options& options) {
 template <typename Songs>
 void PrintSongs(const Songs& songs, const Options& options) {
   RequireSong(songs, options);
-  constexpr std::streamoff kPiece = 64 * 1024;  // bytes
+  constexpr std::streamoff kPiece = 65536;  // bytes
   std::ostringstream text;
   text.exceptions(std::ios_base::badbit);  // it would drop what it has no memory for
   for (const auto& [number, song] : songs) {
