@@ -184,7 +184,8 @@ bool ObjectHandler::Text(Code& code) {
   if (member == nullptr) return Unexpected(code);
   const char* problem = member->store(member->target, std::move(text_));
   text_.clear();
-  return problem == nullptr || Fail(code, problem);
+  if (problem != nullptr) return Fail(code, problem);
+  return true;
 }
 
 /// Takes an integer outside of rows, or refuses one that does not fit into its row.
