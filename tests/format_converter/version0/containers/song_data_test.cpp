@@ -84,6 +84,12 @@ TEST(EventObject, NamesTheFirstFieldThatDiffers) {
   EXPECT_FALSE(event != EventObject(99, 1, 0x90, 60, 100, 1));
 }
 
+TEST(EventObject, StartsWithZeros) {
+  const EventObject event;
+  EXPECT_TRUE(event == EventObject(0, 0, 0, 0, 0, 0));
+  EXPECT_EQ(event.delta_time, 0U);
+}
+
 TEST(EventObject, OrderIsTheOneThatItAlwaysWas) {
   EXPECT_TRUE(EventObject(5, 100, 0x90, 60, 100, 1) < EventObject(0, 100, 0x80, 60, 0, 1))
       << "larger delta first";
