@@ -8,6 +8,7 @@
 #include "cmn/file_format.h"
 #include "tests/support/bytes.h"
 #include "tests/support/encrypted.h"
+#include "tests/support/legacy_samples.h"
 #include "tests/support/log_equality.h"
 #include "tests/support/random_legacy_log.h"
 #include "tests/support/random_legacy_show.h"
@@ -143,6 +144,7 @@ TEST_F(OpenTest, TellsAWrongKeyFromAMissingOne) {
   const std::vector<std::uint8_t> sealed = Encrypted("x");
   const std::string bytes(sealed.begin(), sealed.end());
   EXPECT_EQ(ErrorOf(bytes, {{1}, {2}}).kind(), ErrorKind::kWrongKey);
+  EXPECT_EQ(ErrorOf(bytes, {{}, {2}}).kind(), ErrorKind::kWrongKey);
   EXPECT_EQ(ErrorOf(bytes, {}).kind(), ErrorKind::kKeyMissing);
   EXPECT_EQ(ErrorOf(bytes, {}).parts().problem, "is encrypted with a key, and none was given");
 }
@@ -256,6 +258,12 @@ TEST(RequireCorrectText, ReadsTextFormsOnly) {
   EXPECT_EQ(message(R"({"kind": "showdata", "fileVersion": "2.0", "showName": "", "songs": []})"), passed);
   EXPECT_THAT(message("{"), testing::MatchesRegex("name: .*\\(at byte [0-9]+\\); correct the text"));
   EXPECT_THAT(message("{\"kind\": \"logdata\"}"), EndsWith("; correct the text"));
+  EXPECT_EQ(message(zuna_test::WrittenAt(zuna_test::SampleCurrentLog(), {2, 0})), passed);
+  EXPECT_THAT(message(R"({"kind": "logdata", "fileVersion": "2.0", "songs")"),
+              EndsWith("; correct the text"));
+  EXPECT_EQ(message(R"({"kind")"),
+            "name: kind: the text ends before its JSON value does (at byte 7); correct the text");
+  EXPECT_THAT(message(R"({"kind": )"), EndsWith("; correct the text"));
   // Only the value of "kind" tells a log, and no other text that reads the same.
   EXPECT_EQ(message(R"({"kind": "showdata", "fileVersion": "2.0", "showName": "logdata", "songs": []})"),
             passed);
