@@ -31,15 +31,23 @@ std::string LowerCase(std::string text) {
   return text;
 }
 
-bool IsControl(char byte) { return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F; }
+bool HasControl(std::string_view text) {
+  while (!text.empty()) {
+    const std::size_t length = kit::Utf8Length(text);
+    if (kit::IsControl(kit::CodePoint(text.substr(0, length)))) return true;
+    text.remove_prefix(length);
+  }
+  return false;
+}
 
 void CheckName(const std::string& name) {
   fuzz::Require(name.size() <= kLongestName, "a name has at most 255 bytes");
   fuzz::Require(name.ends_with(".mid"), "a name has the extension of a MIDI file");
   fuzz::Require(name.find_first_of(kSeparators) == std::string::npos, "a name has no separator of paths");
-  fuzz::Require(std::none_of(name.begin(), name.end(), IsControl), "a name has no control character");
   fuzz::Require(kit::IsUtf8(name), "a name is UTF-8");
-  fuzz::Require(!name.starts_with('.') && !name.starts_with(' '), "a name begins with no point and no blank");
+  fuzz::Require(!HasControl(name), "a name has no control or bidirectional character");
+  fuzz::Require(std::string_view(" .-").find(name.front()) == std::string_view::npos,
+                "a name begins with no blank, point or hyphen");
 }
 
 }  // namespace
