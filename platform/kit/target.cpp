@@ -52,6 +52,20 @@ void RequireSameFile(const Target& target, const std::string& path) {
   throw kit::IoError(path + ": leads to a file that has no name, or is being changed; give another path");
 }
 
+/// The regular file at `target`, or nothing where there is none. Throws where something else is there.
+std::optional<struct stat> Look(const Target& target, const std::string& path) {
+  struct stat status {};
+  if (::fstatat(target.folder->number(), target.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
+    if (errno == ENOENT) return std::nullopt;
+    ThrowIoError(path, kNotWritten, errno);
+  }
+  if (S_ISDIR(status.st_mode)) ThrowIoError(path, kNotWritten, EISDIR);
+  if (!S_ISREG(status.st_mode)) {
+    throw kit::IoError(path + ": cannot be written: Not a regular file; give the path of a file");
+  }
+  return status;
+}
+
 }  // namespace
 
 Folder::Folder(int base, const std::string& folder, const std::string& path)
@@ -88,19 +102,6 @@ Target Resolve(std::shared_ptr<const Folder> folder, const std::string& path) {
   }
   RequireSameFile(target, path);
   return target;
-}
-
-std::optional<struct stat> Look(const Target& target, const std::string& path) {
-  struct stat status {};
-  if (::fstatat(target.folder->number(), target.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
-    if (errno == ENOENT) return std::nullopt;
-    ThrowIoError(path, kNotWritten, errno);
-  }
-  if (S_ISDIR(status.st_mode)) ThrowIoError(path, kNotWritten, EISDIR);
-  if (!S_ISREG(status.st_mode)) {
-    throw kit::IoError(path + ": cannot be written: Not a regular file; give the path of a file");
-  }
-  return status;
 }
 
 std::optional<struct stat> LookForWriting(const Target& target, const std::string& path) {

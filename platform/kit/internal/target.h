@@ -51,10 +51,7 @@ std::string FolderOf(const std::string& path);
 Target Resolve(std::shared_ptr<const Folder> folder, const std::string& path);
 
 /// The regular file at `target`, or nothing where there is none. Throws kit::IoError about `path` where
-/// something else is there, a symbolic link included.
-std::optional<struct stat> Look(const Target& target, const std::string& path);
-
-/// The same, and throws kit::IoError where the caller may not write to the file.
+/// something else is there, a symbolic link included, and where the caller may not write to the file.
 std::optional<struct stat> LookForWriting(const Target& target, const std::string& path);
 
 }  // namespace kit
