@@ -14,7 +14,7 @@ LIBRARY = os.environ["ZUNA_HEAP_REPORT_LIBRARY"]
 TOOL = os.environ["ZUNA_CONVERT"]
 WRITER = os.environ["ZUNA_WORST_FILES"]
 
-BAD_INPUT = 4
+BAD_INPUT, PART_FAILED = 4, 7
 
 
 class CostsTest(unittest.TestCase):
@@ -54,7 +54,7 @@ class CostsTest(unittest.TestCase):
         report = self.path("report")
         done = subprocess.run([TOOL, *arguments], cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
                               env=self.environment(LD_PRELOAD=LIBRARY, ZUNA_HEAP_REPORT=report), check=False)
-        self.assertIn(done.returncode, (0, BAD_INPUT), (arguments, done.stderr[-500:]))
+        self.assertIn(done.returncode, (0, BAD_INPUT, PART_FAILED), (arguments, done.stderr[-500:]))
         with open(report, encoding="ascii") as file:
             heap = int(file.read())
         os.remove(report)
@@ -107,10 +107,7 @@ class CostsTest(unittest.TestCase):
         for name in ("songs-1.2", "songs-2.0", "legacy-tracks-0.0", "song-logs-2.0"):
             os.mkdir(self.path("shows"))
             shutil.copy(self.path(name), self.path("shows/a.showdata"))
-            done = subprocess.run([TOOL, "list", "shows"], cwd=self.folder, env=self.environment(), check=False,
-                                  stdout=subprocess.PIPE, stderr=subprocess.PIPE)
-            if done.returncode == 0:
-                self.measure([name], "list", "shows")
+            self.measure([name], "list", "shows")
             shutil.rmtree(self.path("shows"))
             self.measure([f"plain/{name}"], "encrypt", f"plain/{name}", "-o", "out", "--force")
             self.measure([name], "decrypt", name, "-o", "out", "--force")
