@@ -7,7 +7,8 @@ A call fails at its Nth time, and from its Nth time on, with each error of its m
 interrupted once and three times; an allocation fails. Before a command line is read, the tool describes all commands to
 the parser; the allocations of that are the same in each run and fail with the first command only. A whole sweep takes
 some 70,000 runs, half an hour of one processor; --sample takes as many of them as told, chosen by --seed. Interrupted,
-it reports what it has done; --skip goes on after as many runs. --commands and --calls choose by name. ZUNA_CONVERT and ZUNA_FAULTS name the tool and the library of tests/faults/shim/.
+it reports what it has done; --skip goes on after as many runs. --commands and --calls choose by name. ZUNA_CONVERT and
+ZUNA_FAULTS name the tool and the library of tests/faults/shim/.
 """
 
 import argparse
