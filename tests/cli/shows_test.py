@@ -168,6 +168,11 @@ class DownTest(WithShows):
         def no_tempos(document):
             document["songs"][1]["timeline"]["tempos"] = []
 
+        def disorder_in_all_songs(document):
+            for song in document["songs"]:
+                for kind in ("tempos", "meters"):
+                    song["timeline"][kind] = [{**song["timeline"][kind][0], "time": 0}] * 64
+
         def many_voices(document):
             voice = document["songs"][0]["voices"][0]
             document["songs"][0]["voices"] = [{**voice, "trackNumber": i} for i in range(1, 241)]
@@ -195,6 +200,8 @@ class DownTest(WithShows):
         self.refuse_document(no_meters, "song 10: the timeline has no meter; correct the song (edit its text form)")
         self.refuse_document(no_tempos, "song 10: the first meter has no tempo; correct the song (edit its text "
                                         "form)")
+        self.refuse_document(disorder_in_all_songs, "song 10: The meters of the show are in disorder and would repeat its "
+                                                    "tempos too often; correct the song (edit its text form)")
         self.refuse_document(many_voices, "song 2: has 240 voices besides drums, and format 0.0 holds 239; remove "
                                           "some of them")
 
