@@ -44,7 +44,7 @@ void StagedFile::Write(const StagingFolder& staging, std::span<const std::uint8_
   if (::fstat(file.number(), &status) != 0) ThrowIoError(path_, "cannot be written", errno);
   id_ = IdOf(status);
   WriteAll(file.number(), bytes, path_);
-  if (old_) staging.GivePermissionsOf(*old_, new_name_, path_);
+  if (old_) GivePermissionsOf(*old_, file.number(), path_);
   FlushAndClose(file, path_);
   is_complete_ = true;
 }
@@ -82,12 +82,25 @@ void StagedFile::PlaceNew(const std::set<FileId>& others) {
 void StagedFile::PlaceReplacing(bool keep, const std::set<FileId>& others) {
   const std::optional<struct stat> old = Inspect();  // It may be another file by now.
   if (old) RequireNoneOf(others);
-  if (old && HasOtherPermissions(*old, old_)) staging_->GivePermissionsOf(*old, new_name_, path_);
+  if (old && HasOtherPermissions(*old, old_)) GivePermissionsOf(*old, Reopen().number(), path_);
   if (old && keep) Keep(*old);
   if (staging_->MoveReplacing(new_name_, target_) != 0) {
     ThrowIoError(path_, "cannot be written (replacing it)", errno);
   }
   is_staged_ = false;
+}
+
+FileDescriptor StagedFile::Reopen() const {
+  constexpr int kFlags = O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+  FileDescriptor file(
+      RetryInterrupted([&] { return ::openat(staging_->number(), new_name_.text.data(), kFlags); }));
+  struct stat status {};
+  if (!file.is_open() || ::fstat(file.number(), &status) != 0) {
+    ThrowIoError(path_, "cannot be written (setting its mode)", errno);
+  }
+  if (IdOf(status) == id_) return file;
+  throw kit::IoError(path_ +
+                     ": is replaced by another program before it has its place; choose another folder");
 }
 
 void StagedFile::Keep(const struct stat& old) {
@@ -111,7 +124,7 @@ void StagedFile::KeepCopy(const struct stat& old) {
     if (size == 0) break;
     WriteAll(to.number(), {piece.data(), static_cast<std::size_t>(size)}, path_);
   }
-  staging_->GivePermissionsOf(old, old_name_, path_);
+  GivePermissionsOf(old, to.number(), path_);
   FlushAndClose(to, path_);
 }
 

@@ -29,6 +29,16 @@ mode_t WithoutGroup(mode_t mode) {
 
 }  // namespace
 
+void GivePermissionsOf(const struct stat& old, int file, const std::string& path) {
+  constexpr const char* kFailed = "cannot be written (setting its mode)";
+  constexpr auto kSameOwner = static_cast<uid_t>(-1);
+  struct stat status {};
+  if (::fstat(file, &status) != 0) ThrowIoError(path, kFailed, errno);
+  const bool group_kept = status.st_gid == old.st_gid || ::fchown(file, kSameOwner, old.st_gid) == 0;
+  const mode_t mode = old.st_mode & kPermissions;
+  if (::fchmod(file, group_kept ? mode : WithoutGroup(mode)) != 0) ThrowIoError(path, kFailed, errno);
+}
+
 StagedName::StagedName(const char* prefix, std::size_t number) : text() {
   std::snprintf(text.data(), text.size(), "%s-%zu", prefix, number);
 }
@@ -59,21 +69,6 @@ FileDescriptor StagingFolder::Create(const StagedName& name, unsigned mode, cons
       [&] { return ::openat(number(), name.text.data(), kFlags, static_cast<mode_t>(mode)); }));
   if (!file.is_open()) ThrowIoError(path, kNotCreated, errno);
   return file;
-}
-
-void StagingFolder::GivePermissionsOf(const struct stat& old, const StagedName& name,
-                                      const std::string& path) const {
-  constexpr const char* kFailed = "cannot be written (setting its mode)";
-  constexpr auto kSameOwner = static_cast<uid_t>(-1);
-  const char* const file = name.text.data();
-  struct stat status {};
-  if (::fstatat(number(), file, &status, AT_SYMLINK_NOFOLLOW) != 0) ThrowIoError(path, kFailed, errno);
-  const bool group_kept = status.st_gid == old.st_gid ||
-                          ::fchownat(number(), file, kSameOwner, old.st_gid, AT_SYMLINK_NOFOLLOW) == 0;
-  const mode_t mode = old.st_mode & kPermissions;
-  if (::fchmodat(number(), file, group_kept ? mode : WithoutGroup(mode), 0) != 0) {
-    ThrowIoError(path, kFailed, errno);
-  }
 }
 
 int StagingFolder::MoveReplacing(const StagedName& name, const Target& target) const {

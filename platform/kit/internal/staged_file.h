@@ -52,6 +52,8 @@ class StagedFile {
  private:
   void PlaceNew(const std::set<FileId>& others);
   void PlaceReplacing(bool keep, const std::set<FileId>& others);
+  /// Opens the file in the staging folder again. Throws kit::IoError where another one has its name.
+  FileDescriptor Reopen() const;
   void Keep(const struct stat& old);
   void KeepCopy(const struct stat& old);
   /// Nothing, and errno, where there is none.

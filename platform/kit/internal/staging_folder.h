@@ -13,6 +13,12 @@
 
 namespace kit {
 
+/// Gives the open file `file` the permissions of `old`, which it replaces: its bits without set-user-ID,
+/// set-group-ID and sticky, and its group. Where the group cannot be kept, group and others get what both of
+/// them had. Throws kit::IoError about `path`. It takes no name: whoever owns the folder around a staging
+/// folder may put a link to any file in the place of a name.
+void GivePermissionsOf(const struct stat& old, int file, const std::string& path);
+
 /// A name in a staging folder: "new-N" or "old-N". Needs no memory of its own.
 struct StagedName {
   StagedName(const char* prefix, std::size_t number);
@@ -37,11 +43,6 @@ class StagingFolder {
   /// Creates the file called `name`, with the permissions `mode` as far as the umask allows. Throws
   /// kit::IoError about `path`.
   FileDescriptor Create(const StagedName& name, unsigned mode, const std::string& path) const;
-
-  /// Gives the file called `name` the permissions of `old`, which it replaces: its bits without set-user-ID,
-  /// set-group-ID and sticky, and its group. Where the group cannot be kept, group and others get what both
-  /// of them had. Throws kit::IoError about `path`.
-  void GivePermissionsOf(const struct stat& old, const StagedName& name, const std::string& path) const;
 
   /// Moves the file called `name` to `target`, in the place of what is there. Returns 0, or -1 and errno.
   int MoveReplacing(const StagedName& name, const Target& target) const;
