@@ -41,10 +41,14 @@ std::optional<std::string> ReadLink(const Target& target, const std::string& pat
 }
 
 /// Throws unless `path` leads to `target` now, as the system follows it. It does not where a link was changed
-/// meanwhile, or where it leads to a file that has lost its name (links below /proc do).
+/// meanwhile, where it leads to a file that has lost its name (links below /proc do), or where the system
+/// does not follow a link: Linux protects against links of others in folders that everybody may write to.
 void RequireSameFile(const Target& target, const std::string& path) {
   struct stat followed {};
-  if (::stat(path.c_str(), &followed) != 0) return;  // A file that does not exist yet has no identity.
+  if (::stat(path.c_str(), &followed) != 0) {
+    if (errno == ENOENT) return;  // A file that does not exist yet has no identity.
+    ThrowIoError(path, kNotWritten, errno);
+  }
   struct stat found {};
   const bool exists =
       ::fstatat(target.folder->number(), target.name.c_str(), &found, AT_SYMLINK_NOFOLLOW) == 0;

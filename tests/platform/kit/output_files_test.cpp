@@ -199,6 +199,21 @@ TEST(OutputFiles, ALinkIsFollowedOnce) {
   EXPECT_EQ(zuna_test::FileText(folder / "second"), "untouched");
 }
 
+TEST(OutputFiles, LinksThatTheSystemDoesNotFollowAreNotFollowed) {
+  const TemporaryFolder folder;
+  std::filesystem::create_directory_symlink(".", folder / "here");
+  std::filesystem::create_symlink("here/file", folder / "link0");
+  for (int i = 1; i < 35; ++i) {  // with "here", too many for the system
+    std::filesystem::create_symlink("here/link" + std::to_string(i - 1), folder / "link" + std::to_string(i));
+  }
+  kit::OutputFiles files(kit::Existing::kRefuse);
+  files.Add(folder / "link5");
+  EXPECT_THROW(files.Add(folder / "link34"), kit::IoError);
+  folder.Put("file", "old");
+  kit::OutputFiles replacing(kit::Existing::kReplace);
+  EXPECT_THROW(replacing.Add(folder / "link34"), kit::IoError);
+}
+
 TEST(OutputFiles, AFolderThatIsExchangedMeanwhileIsNotFollowed) {
   const TemporaryFolder folder;
   std::filesystem::create_directory(folder / "sub");
