@@ -3,9 +3,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <stdexcept>
 
 #include "kit/file.h"
+#include "kit/path.h"
 #include "tests/faults/in_process/calls.h"
 #include "tests/support/encrypted.h"
 
@@ -44,7 +46,9 @@ std::vector<std::uint8_t> EncryptedElsewhere(const std::string& plaintext, const
 
 std::string ContentOf(const std::string& path) {
   const kit::FileBytes file = kit::ReadWholeFile(path, std::size_t{1} << 20);
-  return {file.bytes().begin(), file.bytes().end()};
+  std::string text(file.bytes().begin(), file.bytes().end());
+  for (const std::string& name : kit::listdir(std::filesystem::path(path).parent_path())) text += '\n' + name;
+  return text;
 }
 
 }  // namespace public_calls

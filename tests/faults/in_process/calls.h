@@ -67,7 +67,8 @@ Calls OfTheToolkit();
 std::vector<std::uint8_t> EncryptedElsewhere(const std::string& plaintext);
 std::vector<std::uint8_t> EncryptedElsewhere(const std::string& plaintext, const CipherKey& key);
 
-/// The text of a file. Throws where it cannot be read.
+/// The text of a file, and the names in its folder: what a failed call has left there is among them. Throws
+/// where it cannot be read.
 std::string ContentOf(const std::string& path);
 
 /// What is written to it, in memory that is there from the beginning.
