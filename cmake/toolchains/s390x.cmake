@@ -1,0 +1,15 @@
+# A big-endian machine: Debian's cross compiler, Debian's packages unpacked in ZUNA_SYSROOT, programs run under qemu.
+# scripts/big-endian prepares and uses it.
+set(CMAKE_SYSTEM_NAME Linux)
+set(CMAKE_SYSTEM_PROCESSOR s390x)
+set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES ZUNA_SYSROOT)
+set(CMAKE_SYSROOT "${ZUNA_SYSROOT}")
+set(CMAKE_CXX_COMPILER s390x-linux-gnu-g++)
+set(CMAKE_LIBRARY_ARCHITECTURE s390x-linux-gnu)
+set(CMAKE_CROSSCOMPILING_EMULATOR qemu-s390x -L "${ZUNA_SYSROOT}")
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+set(ENV{PKG_CONFIG_SYSROOT_DIR} "${ZUNA_SYSROOT}")
+set(ENV{PKG_CONFIG_LIBDIR} "${ZUNA_SYSROOT}/usr/lib/s390x-linux-gnu/pkgconfig")
