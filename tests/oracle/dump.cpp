@@ -113,7 +113,9 @@ std::uint32_t Bits(float value) { return std::bit_cast<std::uint32_t>(value); }
 
 /// An entry of numbers around a text.
 void TextEntry(Writer& out, std::uint32_t time, std::string_view text, const std::string& after) {
-  out.Raw("[" + std::to_string(time) + ", " + Quoted(text) + after + "]");
+  out.Raw("[");
+  out.Raw(std::to_string(time));
+  out.Raw(", " + Quoted(text) + after + "]");
 }
 
 void WriteTimeline(Writer& out, const version0::Timeline& timeline) {
