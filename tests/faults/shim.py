@@ -1,6 +1,7 @@
 """Runs a program under the preloaded library of tests/faults/shim/, and reads what it reports."""
 
 import os
+import signal
 import struct
 import subprocess
 import tempfile
@@ -23,12 +24,16 @@ class Run:
 
 
 def run(arguments, fault="", folder=None, environment=None, stdin=b"", timeout=60):
-    """Runs a program with a fault, such as "write:2:28+"; shim/plan.h says how faults are written."""
+    """Runs a program with a fault, such as "write:2:28+"; shim/plan.h says how faults are written. One that does not end is
+    killed after `timeout` seconds."""
     with tempfile.NamedTemporaryFile(prefix="zuna-faults-") as report:
         variables = dict(os.environ if environment is None else environment)
         variables.update(LD_PRELOAD=LIBRARY, ZUNA_FAULT=fault, ZUNA_FAULT_REPORT=report.name)
-        done = subprocess.run(arguments, input=stdin, stdout=subprocess.PIPE, stderr=subprocess.PIPE, cwd=folder,
-                              env=variables, timeout=timeout, check=False)
+        try:
+            done = subprocess.run(arguments, input=stdin, stdout=subprocess.PIPE, stderr=subprocess.PIPE, cwd=folder,
+                                  env=variables, timeout=timeout, check=False)
+            code, output, errors = done.returncode, done.stdout, done.stderr
+        except subprocess.TimeoutExpired as late:
+            code, output, errors = -signal.SIGKILL, late.stdout or b"", late.stderr or b""
         content = report.read()
-    return Run(arguments, done.returncode, done.stdout, done.stderr,
-               content or bytes(HEADER.size + ENTRIES * ENTRY.size))
+    return Run(arguments, code, output, errors, content or bytes(HEADER.size + ENTRIES * ENTRY.size))

@@ -60,6 +60,10 @@ class ShimTest(unittest.TestCase):
             self.assertEqual(run([CAT, self.name], f"any:{call}:kill").code, -signal.SIGKILL)
         self.assertEqual(run([CAT, self.name], f"any:{calls + 1}:kill").code, 0)
 
+    def test_kills_what_does_not_end(self):
+        done = run(["/bin/sleep", "600"], timeout=1)
+        self.assertEqual((done.code, done.at_exit), (-signal.SIGKILL, 0))
+
     def test_counts_descriptors_that_stay_open(self):
         done = run(["/usr/bin/env", "python3", "-c", f"import os; os.open({self.name!r}, 0); os._exit(3)"])
         self.assertEqual((done.code, done.at_exit, done.descriptors), (3, 1, 1))

@@ -203,7 +203,8 @@ def sweep(inputs, arguments):
 
 
 def main(arguments):
-    os.nice(19)
+    if not arguments.sample:  # a whole sweep takes long; everything else goes first
+        os.nice(19)
     with tempfile.TemporaryDirectory(prefix="zuna-sweep-") as folder:
         inputs = pathlib.Path(folder)
         commands.make_inputs(TOOL, inputs)
