@@ -4,32 +4,18 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <istream>
 #include <ostream>
 #include <stdexcept>
 #include <vector>
 
 #include "format_converter/version0/primitives/internal/primitives.h"
+#include "format_converter/version0/records/internal/event_image.h"
 #include "kit/stream_size.h"
 
 namespace version0 {
 
 namespace {
-
-// Events are read and written as their memory images. A big-endian host swaps the bytes of their times
-// besides.
-constexpr bool kSwaps = std::endian::native == std::endian::big;
-
-std::uint32_t swapped(std::uint32_t value) {
-  return value << 24 | (value & 0xFF00) << 8 | (value >> 8 & 0xFF00) | value >> 24;
-}
-
-EventObject swapped(EventObject event) {
-  event.delta_time = swapped(event.delta_time);
-  event.abs_time = swapped(event.abs_time);
-  return event;
-}
 
 constexpr std::uint32_t kWindow = 512;    ///< events that are read at once
 constexpr std::uint32_t kMany = 1 << 16;  ///< events beyond the size of a processor's first caches
@@ -54,7 +40,10 @@ void read_runs(std::istream& is, std::uint32_t count, Window& window, TakeRun ta
       return;
     }
     EventObject* const last = window.data() + size;
-    if (kSwaps) std::transform(window.data(), last, window.data(), [](EventObject e) { return swapped(e); });
+    if constexpr (kSwapsTimes) {
+      std::transform(window.data(), last, window.data(),
+                     [](const EventObject& event) { return swapped(event); });
+    }
     for (const EventObject* first = window.data(); first != last;) {
       const EventObject* const end = end_of_run(first, last);
       take_run(first, end);
@@ -88,10 +77,13 @@ void write_images(std::ostream& os, const EventObject* events, std::size_t count
 }
 
 void write_track(std::ostream& os, const std::vector<EventObject>& track) {
-  if (!kSwaps) return write_images(os, track.data(), track.size());
-  for (const EventObject& event : track) {
-    const EventObject image = swapped(event);
-    write_images(os, &image, 1);
+  if constexpr (kSwapsTimes) {
+    for (const EventObject& event : track) {
+      const EventObject image = swapped(event);
+      write_images(os, &image, 1);
+    }
+  } else {
+    write_images(os, track.data(), track.size());
   }
 }
 

@@ -6,10 +6,14 @@
 #include <ostream>
 
 #include "format_converter/version0/primitives/errors.h"
+#include "format_converter/version0/records/internal/event_image.h"
 
 namespace version0 {
 
-EventObject::EventObject(std::istream& is) { is.read(reinterpret_cast<char*>(this), sizeof(*this)); }
+EventObject::EventObject(std::istream& is) {
+  is.read(reinterpret_cast<char*>(this), sizeof(*this));
+  if constexpr (kSwapsTimes) *this = swapped(*this);
+}
 
 EventObject::EventObject(unsigned int new_delta_time, unsigned int new_abs_time,
                          unsigned char new_status_high, unsigned char new_data1, unsigned char new_data2,

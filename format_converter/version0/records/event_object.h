@@ -12,7 +12,7 @@
 
 namespace version0 {
 
-/// One MIDI message of a legacy song. Its memory image is its file image of 12 bytes.
+/// One MIDI message of a legacy song. On a little-endian host its memory image is its file image of 12 bytes.
 struct ZUNA_API EventObject {
   std::uint32_t delta_time = 0;  ///< ticks since the previous event of the same voice; not compared
   std::uint32_t abs_time = 0;    ///< ticks since the beginning of the song
