@@ -12,7 +12,8 @@ namespace zuna_cli {
 
 namespace {
 
-constexpr std::array kEnding = {SIGINT, SIGTERM, SIGHUP};
+/// What people, batch systems and timers send to end a program.
+constexpr std::array kEnding = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU, SIGALRM, SIGUSR1, SIGUSR2};
 
 extern "C" void EndInterrupted(int) {
   constexpr char kMessage[] = "zuna-convert: interrupted\n";

@@ -10,8 +10,9 @@ namespace zuna_cli {
 /// instead of the end of the program.
 void HandleSignals();
 
-/// While it lives, signals that would end the program (SIGINT, SIGTERM, SIGHUP) wait: no temporary file is
-/// left behind. Those that the program was told to ignore stay ignored.
+/// While it lives, signals that are sent to end a program (SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU,
+/// SIGALRM, SIGUSR1, SIGUSR2) wait: no temporary file is left behind. Those that the program was told to
+/// ignore stay ignored.
 class HoldSignals {
  public:
   HoldSignals();

@@ -169,8 +169,9 @@ class ExportTest(ToolTest):
 
     def test_leaves_old_files_at_signals(self):
         (self.songs / "3.mid").write_bytes(b"old")
-        for number, code in ((signal.SIGINT, INTERRUPTED), (signal.SIGTERM, -signal.SIGTERM),
-                             (signal.SIGHUP, -signal.SIGHUP)):
+        for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP, signal.SIGQUIT, signal.SIGXCPU, signal.SIGALRM,
+                       signal.SIGUSR1, signal.SIGUSR2):
+            code = INTERRUPTED if number == signal.SIGINT else -number
             process = self.signalled(number)
             self.assertEqual(process.returncode, code)
             self.assertEqual(process.message, "zuna-convert: interrupted\n" if code == INTERRUPTED else "")
