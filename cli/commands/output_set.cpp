@@ -54,6 +54,7 @@ void OutputSet::Write(std::size_t file, std::span<const std::uint8_t> bytes, uns
 void OutputSet::Commit() {
   EndIfInterrupted();
   files_.Commit();
+  NoteOutput();
 }
 
 /// The signal itself ends the program, when this object has removed what is left and lets it through.

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string_view>
 
 #include "cli/terminal/failure.h"
 
@@ -15,10 +16,14 @@ namespace {
 /// What people, batch systems and timers send to end a program.
 constexpr std::array kEnding = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU, SIGALRM, SIGUSR1, SIGUSR2};
 
+volatile std::sig_atomic_t g_has_output = 0;
+
 extern "C" void EndInterrupted(int) {
-  constexpr char kMessage[] = "zuna-convert: interrupted\n";
+  constexpr std::string_view kWithout = "zuna-convert: interrupted\n";
+  constexpr std::string_view kWith = "zuna-convert: interrupted after all output was written\n";
+  const std::string_view message = g_has_output != 0 ? kWith : kWithout;
   // Nothing could be done about a failure here.
-  [[maybe_unused]] const auto written = write(STDERR_FILENO, kMessage, sizeof kMessage - 1);
+  [[maybe_unused]] const auto written = write(STDERR_FILENO, message.data(), message.size());
   _exit(static_cast<int>(ExitCode::kInterrupted));
 }
 
@@ -38,6 +43,8 @@ void HandleSignals() {
   sigaction(SIGPIPE, &action, nullptr);
   sigaction(SIGXFSZ, &action, nullptr);
 }
+
+void NoteOutput() { g_has_output = 1; }
 
 HoldSignals::HoldSignals() : held_(), before_() {
   sigemptyset(&held_);

@@ -10,6 +10,9 @@ namespace zuna_cli {
 /// instead of the end of the program.
 void HandleSignals();
 
+/// From now on the message of an interrupt says that all files of the output are in their places.
+void NoteOutput();
+
 /// While it lives, signals that are sent to end a program (SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU,
 /// SIGALRM, SIGUSR1, SIGUSR2) wait: no temporary file is left behind. Those that the program was told to
 /// ignore stay ignored.

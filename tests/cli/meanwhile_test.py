@@ -1,6 +1,7 @@
 """What other programs do to an output of zuna-convert during the work, and signals that come then."""
 
 import contextlib
+import glob
 import json
 import os
 import pathlib
@@ -143,23 +144,30 @@ class ExportTest(ToolTest):
         self.songs = pathlib.Path(self.path("songs"))
         self.songs.mkdir()
 
-    def signalled(self, number, **options):
-        """Sends a signal while no file has its place and not all are made; gives the finished process. A process that was
-        too fast is run again on the old files."""
+    def is_being_made(self):
+        """Whether no file has its place and not all are made."""
+        return 0 < len(glob.glob(self.path("songs/.zuna-*.tmp/*"))) < self.SONGS // 2
+
+    def is_being_placed(self):
+        return (self.songs / "0.mid").exists() and glob.glob(self.path("songs/.zuna-*.tmp"))
+
+    def signalled(self, number, is_time=is_being_made, **options):
+        """Sends a signal at the time given; gives the finished process. A process that was too fast is run again on the
+        old files."""
         old = {path: path.read_bytes() for path in self.songs.iterdir()}
         for _ in range(20):
             process = subprocess.Popen([TOOL, "midi", "export", "show", "--out-dir", "songs", "--force", "--quiet"],
                                        cwd=self.folder, env=self.environment, stderr=subprocess.PIPE, **options)
             with process:
-                while not list(self.songs.glob(".zuna-*.tmp")) and process.poll() is None:
-                    time.sleep(0.001)
+                while not is_time(self) and process.poll() is None:
+                    time.sleep(0.0001)
                 process.send_signal(signal.SIGSTOP)
-                made = len(list(self.songs.glob(".zuna-*.tmp/*")))
+                in_time = is_time(self)
                 process.send_signal(number)
                 process.send_signal(signal.SIGCONT)
                 process.wait(timeout=60)
                 process.message = process.stderr.read().decode()
-            if 0 < made < self.SONGS // 2:
+            if in_time:
                 return process
             for path in self.songs.iterdir():
                 path.unlink()
@@ -177,6 +185,12 @@ class ExportTest(ToolTest):
             self.assertEqual(process.message, "zuna-convert: interrupted\n" if code == INTERRUPTED else "")
             self.assertEqual(self.files(), {"show": self.read("show"), "songs/3.mid": b"old"})
             self.assertEqual(os.listdir(self.songs), ["3.mid"])
+
+    def test_tells_of_files_that_have_their_places(self):
+        process = self.signalled(signal.SIGINT, ExportTest.is_being_placed)
+        self.assertEqual(process.returncode, INTERRUPTED)
+        self.assertEqual(process.message, "zuna-convert: interrupted after all output was written\n")
+        self.assertEqual(len(os.listdir(self.songs)), self.SONGS)
 
     def test_lets_one_of_two_create_all_files(self):
         for _ in range(3):
