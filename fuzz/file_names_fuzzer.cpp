@@ -19,7 +19,7 @@ constexpr std::string_view kSeparators = "/\\:?*\"<>|";
 /// Takes a line off the front; the line break goes too.
 std::string TakeLine(std::string_view& text) {
   const std::size_t end = std::min(text.find('\n'), text.size());
-  const std::string line(text.substr(0, end));
+  std::string line(text.substr(0, end));
   text.remove_prefix(std::min(end + 1, text.size()));
   return line;
 }
