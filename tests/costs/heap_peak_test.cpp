@@ -28,6 +28,12 @@ struct Free {
 };
 using Memory = std::unique_ptr<void, Free>;
 
+/// Memory of an operator that is called by its name: compilers may leave out a new expression.
+struct Delete {
+  void operator()(void* memory) const { ::operator delete(memory); }
+};
+using NewMemory = std::unique_ptr<void, Delete>;
+
 TEST(HeapPeak, IsZeroWhileNothingIsAllocated) {
   const HeapPeak peak;
   EXPECT_EQ(peak.bytes(), 0U);
@@ -36,10 +42,10 @@ TEST(HeapPeak, IsZeroWhileNothingIsAllocated) {
 TEST(HeapPeak, CountsTheWorstMoment) {
   const HeapPeak peak;
   for (int i = 0; i < 3; ++i) {
-    const std::unique_ptr<char[]> one(new char[kBlock]);
-    const std::unique_ptr<char[]> two(new char[kBlock]);
+    const NewMemory one(::operator new(kBlock));
+    const NewMemory two(::operator new(kBlock));
   }
-  const std::unique_ptr<char[]> after(new char[kBlock]);
+  const NewMemory after(::operator new(kBlock));
   ExpectAbout(peak.bytes(), 2 * kBlock);
 }
 
