@@ -1,6 +1,7 @@
 // Signals.
 #include "cli/terminal/signals.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -22,8 +23,12 @@ extern "C" void EndInterrupted(int) {
   constexpr std::string_view kWithout = "zuna-convert: interrupted\n";
   constexpr std::string_view kWith = "zuna-convert: interrupted after all output was written\n";
   const std::string_view message = g_has_output != 0 ? kWith : kWithout;
-  // Nothing could be done about a failure here.
-  [[maybe_unused]] const auto written = write(STDERR_FILENO, message.data(), message.size());
+  // To write to a pipe that is full and not read would keep the program from ending.
+  pollfd standard_error{STDERR_FILENO, POLLOUT, 0};
+  if (poll(&standard_error, 1, 0) == 1) {
+    // Nothing could be done about a failure here.
+    [[maybe_unused]] const auto written = write(STDERR_FILENO, message.data(), message.size());
+  }
   _exit(static_cast<int>(ExitCode::kInterrupted));
 }
 

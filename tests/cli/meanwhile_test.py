@@ -116,6 +116,24 @@ class MeanwhileTest(WithShows):
             self.assertEqual(process.message, "zuna-convert: interrupted\n" if code == INTERRUPTED else "")
             self.assertEqual(self.files(), before)
 
+    def test_ends_at_an_interrupt_that_nobody_reads_about(self):
+        reading, writing = os.pipe()
+        self.addCleanup(os.close, reading)
+        os.set_blocking(writing, False)
+        with contextlib.suppress(BlockingIOError):
+            while True:
+                os.write(writing, bytes(512))
+        os.set_blocking(writing, True)
+        with subprocess.Popen([TOOL, "info", "none"], cwd=self.folder, env=self.environment, stderr=writing) as process:
+            os.close(writing)
+            with self.assertRaises(subprocess.TimeoutExpired):
+                process.wait(timeout=0.5)  # for its message
+            process.send_signal(signal.SIGINT)
+            try:
+                self.assertEqual(process.wait(timeout=20), INTERRUPTED)
+            finally:
+                process.kill()
+
     def test_lets_signals_be_ignored(self):
         def ignore():
             for number in (signal.SIGINT, signal.SIGHUP):
