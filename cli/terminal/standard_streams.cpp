@@ -2,6 +2,7 @@
 #include "cli/terminal/standard_streams.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -20,6 +21,14 @@ constexpr const char* kPlain = "\033[0m";
 bool Colourful() {
   const char* no_color = std::getenv("NO_COLOR");  // https://no-color.org
   return isatty(STDERR_FILENO) != 0 && (no_color == nullptr || *no_color == '\0');
+}
+
+/// Whether a write that failed may be tried again. Waits for room where another program that shares the pipe
+/// has made it non-blocking.
+bool MayWriteAgain(int file) {
+  if (errno != EAGAIN) return errno == EINTR;
+  pollfd output{file, POLLOUT, 0};
+  return poll(&output, 1, -1) == 1 || errno == EINTR;
 }
 
 }  // namespace
@@ -48,7 +57,7 @@ void WriteStandardOutput(std::string_view bytes) {
       bytes.remove_prefix(static_cast<std::size_t>(count));
     } else if (errno == EPIPE) {
       throw Failure(ExitCode::kClosedPipe, "standard output: output pipe closed");
-    } else if (errno != EINTR) {
+    } else if (!MayWriteAgain(STDOUT_FILENO)) {
       throw Failure(ExitCode::kIo, "standard output",
                     "cannot be written: " + std::generic_category().message(errno) +
                         "; check where it goes and whether there is space");
@@ -70,7 +79,7 @@ std::string NoteLine(const std::string& name, const std::string& text) {
 void PrintLine(std::string_view line) {
   while (!line.empty()) {
     const ssize_t count = write(STDERR_FILENO, line.data(), line.size());
-    if (count < 0 && errno != EINTR) return;
+    if (count < 0 && !MayWriteAgain(STDERR_FILENO)) return;
     if (count > 0) line.remove_prefix(static_cast<std::size_t>(count));
   }
 }

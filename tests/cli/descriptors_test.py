@@ -1,5 +1,6 @@
-"""What zuna-convert does when it is started with closed standard descriptors."""
+"""What zuna-convert does when it is started with closed standard descriptors, or with non-blocking ones."""
 
+import contextlib
 import itertools
 import os
 import subprocess
@@ -70,6 +71,36 @@ class ClosedDescriptorsTest(WithShows):
                 if 2 not in closed:
                     self.assertRegex(done.stderr, b"^zuna-convert: standard input: cannot be read")
                 self.assertFalse(os.path.exists(self.path("out")))
+
+
+class NonBlockingPipesTest(WithShows):
+    """Another program that shares a pipe may have made it non-blocking."""
+
+    def output_of(self, stream, *arguments):
+        """What the tool writes to a full pipe in the place of `stream` that is read later on."""
+        reading, writing = os.pipe()
+        os.set_blocking(writing, False)
+        with contextlib.suppress(BlockingIOError):
+            while True:
+                os.write(writing, b"x" * 512)
+        with open(reading, "rb") as pipe, \
+                subprocess.Popen([TOOL, *arguments], cwd=self.folder, env=self.environment,
+                                 **{"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL, stream: writing}) as process:
+            os.close(writing)
+            with contextlib.suppress(subprocess.TimeoutExpired):
+                process.wait(timeout=0.5)
+            return pipe.read().lstrip(b"x"), process.wait(timeout=60)
+
+    def test_outputs_are_complete(self):
+        self.write("plain", bytes(200000))
+        self.run_tool("encrypt", "plain", "-o", "expected")
+        output, code = self.output_of("stdout", "encrypt", "plain", "-o", "-")
+        self.assertEqual(code, DONE)
+        self.assertTrue(output == self.read("expected"))
+
+    def test_messages_are_complete(self):
+        message = b"zuna-convert: none: cannot be opened: No such file or directory; check the path\n"
+        self.assertEqual(self.output_of("stderr", "info", "none"), (message, IO))
 
 
 if __name__ == "__main__":
