@@ -1,6 +1,7 @@
 // Reads whole files, pipes and devices into one block.
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -17,6 +18,15 @@ namespace {
 
 constexpr std::size_t kFirstBlockOfPipe = std::size_t{64} << 10;
 constexpr std::size_t kLargestRead = std::size_t{1} << 30;  // some systems refuse 2 GiB
+
+/// Waits for bytes of a pipe that another program, which shares it, has made non-blocking. Returns false
+/// where there is nothing to wait for: files of the system that look regular may have no bytes either.
+bool WaitForBytes(int file) {
+  struct stat status {};
+  if (::fstat(file, &status) != 0 || S_ISREG(status.st_mode)) return false;
+  pollfd input{file, POLLIN, 0};
+  return RetryInterrupted([&] { return ::poll(&input, 1, -1); }) == 1;
+}
 
 /// The size of the first block: for a regular file its size and one byte more, so that the end is found
 /// without growing the block.
@@ -62,6 +72,7 @@ FileBytes ReadWholeFile(int descriptor, const std::string& name, std::size_t lim
         RetryInterrupted([&] { return ::read(descriptor, bytes.block.data() + bytes.size, room); });
     if (count < 0) {
       const int error = errno;
+      if (error == EAGAIN && WaitForBytes(descriptor)) continue;
       ThrowIoError(name, kit::format("cannot be read (offset %zu)", bytes.size), error);
     }
     if (count == 0) return bytes;

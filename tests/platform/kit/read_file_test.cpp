@@ -5,6 +5,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
+#include <chrono>
 #include <fstream>
 #include <thread>
 
@@ -124,6 +126,27 @@ TEST(ReadWholeFile, Folder) {
   const TemporaryFolder folder;
   EXPECT_EQ(Refusal<kit::IoError>(folder.path(), 100),
             folder.path().string() + ": cannot be read (offset 0): Is a directory; give the path of a file");
+}
+
+TEST(ReadWholeFile, WaitsForAPipeThatDoesNotBlock) {
+  std::array<int, 2> ends{};
+  ASSERT_EQ(::pipe(ends.data()), 0);
+  ASSERT_EQ(::fcntl(ends[0], F_SETFL, O_NONBLOCK), 0);
+  std::thread writer([&] {
+    for (const char* piece : {"first ", "second"}) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+      EXPECT_EQ(::write(ends[1], piece, 6), 6);
+    }
+    ::close(ends[1]);
+  });
+  std::string text;
+  EXPECT_NO_THROW({
+    const kit::FileBytes file = kit::ReadWholeFile(ends[0], "pipe", 100);
+    text = Content(file);
+  });
+  writer.join();
+  ::close(ends[0]);
+  EXPECT_EQ(text, "first second");
 }
 
 }  // namespace
