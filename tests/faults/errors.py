@@ -75,6 +75,7 @@ def actions(call):
     found = ["short", "short+"] if call in MAY_BE_SHORT else []
     for name in LISTED[call].split():
         number = getattr(errno, name)
-        # A call that is interrupted for ever would be made for ever.
-        found += [f"{number}", f"{number}x3"] if name == "EINTR" else [f"{number}", f"{number}+"]
+        # A call that is interrupted, or has to wait, for ever would be made for ever.
+        is_repeated = name == "EINTR" or (name == "EAGAIN" and call in ("read", "write"))
+        found += [f"{number}", f"{number}x3"] if is_repeated else [f"{number}", f"{number}+"]
     return found
