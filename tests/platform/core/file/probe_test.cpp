@@ -82,7 +82,7 @@ TEST(VersionProbe, StreamThatHadFailedKeepsItsStateAndItsMask) {
 
 TEST(VersionProbe, SkipsANumberThatTheBufferDivides) {
   const std::string begin = R"({"kind": "showdata", "n": )";
-  for (const std::size_t digits : {1, 2, 3, 4}) {  // of the number, in the first 64 KiB
+  for (const std::size_t digits : {1U, 2U, 3U, 4U}) {  // of the number, in the first 64 KiB
     const std::string padding(65536 - begin.size() - digits, ' ');
     EXPECT_EQ(ProbeShow(begin + padding + R"(12345, "fileVersion": "2.0"})"), (cmn::FileVersion{2, 0}));
   }
