@@ -30,7 +30,7 @@ class OutputFiles::Set {
     std::shared_ptr<const Folder>& folder = by_name_[folder_name];
     if (!folder) folder = Known(std::make_shared<Folder>(AT_FDCWD, folder_name, path));
     Target target = Resolve(folder, path);
-    target.folder = Known(std::move(target.folder));
+    target.folder = Known(target.folder);
     StagedFile file(path, std::move(target), files_.size(), existing_);
     file.Inspect();
     files_.push_back(std::move(file));
@@ -74,7 +74,7 @@ class OutputFiles::Set {
 
  private:
   /// The open folder that is the same as `folder`, so that each is open once whatever its names are.
-  std::shared_ptr<const Folder> Known(std::shared_ptr<const Folder> folder) {
+  std::shared_ptr<const Folder> Known(const std::shared_ptr<const Folder>& folder) {
     return by_id_.emplace(folder->id(), folder).first->second;
   }
 
