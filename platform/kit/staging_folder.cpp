@@ -6,8 +6,10 @@
 
 #include <cstdio>
 #include <random>
+#include <stdexcept>
 #include <utility>
 
+#include "kit/error.h"
 #include "kit/format.h"
 
 namespace kit {
@@ -25,6 +27,16 @@ constexpr mode_t kOthersPermissions = 0007;
 mode_t WithoutGroup(mode_t mode) {
   const mode_t shared = (mode >> 3) & mode & kOthersPermissions;
   return static_cast<mode_t>((mode & kOwnersPermissions) | (shared << 3) | shared);
+}
+
+/// A name that nobody can foresee. Throws kit::IoError about `path`.
+std::string RandomName(const std::string& path) {
+  try {
+    std::random_device random;  // some standard libraries read it from a device
+    return kit::format(".zuna-%08x%08x.tmp", random(), random());
+  } catch (const std::runtime_error&) {
+    throw kit::IoError(path + ": cannot be written: the system gives no random numbers; check /dev/urandom");
+  }
 }
 
 }  // namespace
@@ -45,10 +57,9 @@ StagedName::StagedName(const char* prefix, std::size_t number) : text() {
 
 StagingFolder::StagingFolder(std::shared_ptr<const Folder> parent, const std::string& path)
     : parent_(std::move(parent)), descriptor_(-1) {
-  std::random_device random;
   int made = -1;
   for (int names = 0; names < kMostNames && made != 0; ++names) {
-    name_ = kit::format(".zuna-%08x%08x.tmp", random(), random());
+    name_ = RandomName(path);
     made = ::mkdirat(parent_->number(), name_.c_str(), kPrivateFolder);
     if (made != 0 && errno != EEXIST) break;
   }

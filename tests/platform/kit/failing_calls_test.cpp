@@ -110,7 +110,8 @@ TEST(FailingCalls, AnOldFileThatCannotBeKeptIsNotReplaced) {
   const TemporaryFolder folder;
   folder.Put("a", "old a");
   folder.Put("b", "old b");
-  // The fourth write is that of the copy of "b", when "a" is in its place.
+  // The fourth write is that of the copy of "b", when "a" is in its place. The first read is that of the
+  // copy, or that of a random number in standard libraries that read one.
   for (const Failure& failure : {Failure{"read", EIO, 1}, Failure{"write", EIO, 4}}) {
     EXPECT_NE(Write(folder, {"a", "b"}, {{"linkat", EPERM}, failure}), "");
     ExpectFiles(folder, {{"a", "old a"}, {"b", "old b"}});
