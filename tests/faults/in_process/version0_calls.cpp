@@ -44,7 +44,8 @@ void AddCompared(Calls& calls, const std::string& name, const Value& value) {
 template <typename Value>
 void AddOrdered(Calls& calls, const std::string& name, const Value& value) {
   AddCompared(calls, name, value);
-  calls.Add(name + ", ordered", [value] { return T(value < value); });
+  const auto other = std::make_shared<Value>(value);
+  calls.Add(name + ", ordered", [value, other] { return T(value < *other); });
 }
 
 template <typename Value>
@@ -81,7 +82,8 @@ void AddRecords(Calls& calls) {
   calls.AddWriter("EventObject, <<", [event](std::ostream& os) { os << event; });
   calls.AddReader("EventObject(istream)", TextOf([&](std::ostream& os) { os << event; }),
                   [](std::istream& is) { return T(version0::EventObject(is).abs_time); });
-  calls.Add("EventObject", [event] { return T(event == event) + T(event != event) + T(event < event); });
+  const version0::EventObject same = event;
+  calls.Add("EventObject", [event, same] { return T(event == same) + T(event != same) + T(event < same); });
 }
 
 version0::SongData Song() {
