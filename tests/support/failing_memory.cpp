@@ -5,25 +5,13 @@
 
 #include <gcrypt.h>
 
-#include <cerrno>
 #include <cstdlib>
 #include <new>
 
-namespace {
+#include "tests/support/allocation_faults.h"
 
-long g_live = 0;
-long g_calls_left = 0;  // 0: not counting
-bool g_for_ever = false;
-bool g_failed = false;
-
-bool Fails() {
-  if (g_failed && g_for_ever) return true;
-  if (g_calls_left == 0 || --g_calls_left > 0) return false;
-  g_failed = true;
-  return true;
-}
-
-}  // namespace
+using failing_memory::Fails;
+using failing_memory::g_live;
 
 extern "C" {
 // NOLINTBEGIN(clang-diagnostic-reserved-identifier): the linker's --wrap prescribes these names
@@ -33,20 +21,14 @@ void __real_free(void* memory);
 
 // Visible, because the linker also wraps the names that a sanitized shared library asks for.
 [[gnu::visibility("default")]] void* __wrap_realloc(void* memory, std::size_t size) {
-  if (Fails()) {
-    errno = ENOMEM;  // libgcrypt looks at it
-    return nullptr;
-  }
+  if (Fails()) return nullptr;
   void* const grown = __real_realloc(memory, size);
   if (grown != nullptr && memory == nullptr) ++g_live;
   return grown;
 }
 
 [[gnu::visibility("default")]] void* __wrap_malloc(std::size_t size) {
-  if (Fails()) {
-    errno = ENOMEM;
-    return nullptr;
-  }
+  if (Fails()) return nullptr;
   void* const memory = __real_malloc(size);
   if (memory != nullptr) ++g_live;
   return memory;
@@ -76,21 +58,5 @@ namespace failing_memory {
 void Install() {
   gcry_set_allocation_handler(AllocateForGcrypt, AllocateForGcrypt, IsSecure, __wrap_realloc, __wrap_free);
 }
-
-void FailAt(long call, bool for_ever) {
-  g_calls_left = call;
-  g_for_ever = for_ever;
-  g_failed = false;
-}
-
-bool Stop() {
-  const bool failed = g_failed;
-  g_calls_left = 0;
-  g_for_ever = false;
-  g_failed = false;
-  return failed;
-}
-
-long Live() { return g_live; }
 
 }  // namespace failing_memory

@@ -1,26 +1,15 @@
 // Every allocation of the process: those of the libraries below, of the C library and of libgcrypt as well.
 
-#include <atomic>
 #include <cerrno>
 #include <cstddef>
 
+#include "tests/support/allocation_faults.h"
 #include "tests/support/failing_memory.h"
 
+using failing_memory::Fails;
+using failing_memory::g_live;
+
 namespace {
-
-std::atomic<long> g_live{0};
-long g_calls_left = 0;  // 0: not counting
-bool g_for_ever = false;
-bool g_failed = false;
-
-bool Fails() {
-  if (!(g_failed && g_for_ever)) {
-    if (g_calls_left == 0 || --g_calls_left > 0) return false;
-    g_failed = true;
-  }
-  errno = ENOMEM;
-  return true;
-}
 
 void* Counted(void* memory) {
   if (memory != nullptr) ++g_live;
@@ -74,21 +63,5 @@ void __libc_free(void* memory);
 namespace failing_memory {
 
 void Install() {}
-
-void FailAt(long call, bool for_ever) {
-  g_calls_left = call;
-  g_for_ever = for_ever;
-  g_failed = false;
-}
-
-bool Stop() {
-  const bool failed = g_failed;
-  g_calls_left = 0;
-  g_for_ever = false;
-  g_failed = false;
-  return failed;
-}
-
-long Live() { return g_live; }
 
 }  // namespace failing_memory
