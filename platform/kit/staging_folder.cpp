@@ -29,7 +29,7 @@ mode_t WithoutGroup(mode_t mode) {
   return static_cast<mode_t>((mode & kOwnersPermissions) | (shared << 3) | shared);
 }
 
-/// A name that nobody can foresee. Throws kit::IoError about `path`.
+/// A name that cannot be guessed. Throws kit::IoError about `path`.
 std::string RandomName(const std::string& path) {
   try {
     std::random_device random;  // some standard libraries read it from a device

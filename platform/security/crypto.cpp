@@ -17,8 +17,8 @@ namespace zuna_security {
 namespace {
 
 /// What libgcrypt does on its first use. Where memory or descriptors run out, its own initialisation ends the
-/// process, and its test of Twofish leaves the process without Twofish. When this library is loaded, nobody's
-/// work is at stake yet.
+/// process, and its test of Twofish leaves the process without Twofish. When this library is loaded, the
+/// program has no work to lose yet.
 class FirstUse {
  public:
   FirstUse() noexcept {
