@@ -14,6 +14,7 @@
 #include "tests/support/encrypted.h"
 #include "tests/support/legacy_samples.h"
 #include "tests/support/nothing_opens.h"
+#include "tests/support/sanitized.h"
 #include "tests/support/temporary_folder.h"
 #include "zuna_sec/errors.h"
 
@@ -156,9 +157,7 @@ TEST_F(AttaccaFermataTest, CipherErrorsPass) {
 }
 
 TEST_F(AttaccaFermataTest, VectorFormNeverTouchesTheFileSystem) {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-  GTEST_SKIP() << "a sanitizer opens files itself";
-#endif
+  if (zuna_test::kSanitized) GTEST_SKIP() << "a sanitizer opens files itself";
   const std::string source = WrittenAt(WithFermatas(), {1, 2});
   const std::string destination = WrittenAt(SampleCurrentLog(), {1, 2});
   const std::string expected = Copied(source, destination);  // what libraries open once for all

@@ -18,6 +18,7 @@
 #include "tests/support/nothing_opens.h"
 #include "tests/support/random_legacy_log.h"
 #include "tests/support/random_log.h"
+#include "tests/support/sanitized.h"
 #include "tests/support/temporary_folder.h"
 #include "zuna_sec/errors.h"
 
@@ -338,9 +339,7 @@ TEST_F(LogdataTest, FailedWriteLeavesTheOldOutput) {
 }
 
 TEST_F(LogdataTest, VectorFormsNeverTouchTheFileSystem) {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-  GTEST_SKIP() << "a sanitizer opens files itself";
-#endif
+  if (zuna_test::kSanitized) GTEST_SKIP() << "a sanitizer opens files itself";
   const std::string log = Written(SampleLegacyLog());
   const std::string show = Written(SampleLegacyShow());
   const auto up = [&] { return Up(log, show, {1, 2}); };

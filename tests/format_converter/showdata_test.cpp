@@ -16,6 +16,7 @@
 #include "tests/support/encrypted.h"
 #include "tests/support/nothing_opens.h"
 #include "tests/support/random_legacy_show.h"
+#include "tests/support/sanitized.h"
 #include "tests/support/temporary_folder.h"
 #include "zuna_midi/show_data.h"
 #include "zuna_sec/errors.h"
@@ -295,9 +296,7 @@ TEST_F(ShowdataTest, FailedWriteLeavesTheOldOutput) {
 }
 
 TEST_F(ShowdataTest, VectorFormsNeverTouchTheFileSystem) {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-  GTEST_SKIP() << "a sanitizer opens files itself";
-#endif
+  if (zuna_test::kSanitized) GTEST_SKIP() << "a sanitizer opens files itself";
   const auto current = Encrypted(WrittenAt(CurrentShow(), {1, 2}));
   const auto down = [&] { return showdata_down_vector(current, kKey.key, kKey.iv); };
   const auto convert = [&] { return showdata_converter_vector(current, {2, 0}, kKey.key, kKey.iv); };
