@@ -17,7 +17,7 @@ class ZUNA_API UUID {
   /// The binary form.
   using Bytes = std::array<std::uint8_t, 16>;
 
-  /// A new random identifier (version 4).
+  /// A new random identifier (version 4). Throws IoError where the system gives no random numbers.
   UUID();
 
   /// The identifier with these bytes.

@@ -10,6 +10,9 @@
 #include <istream>
 #include <ostream>
 #include <stdexcept>
+#include <system_error>
+
+#include "kit/error.h"
 
 namespace kit {
 
@@ -25,7 +28,15 @@ UUID FromBoost(const boost::uuids::uuid& uuid) {
 
 }  // namespace
 
-UUID::UUID() : UUID(FromBoost(boost::uuids::random_generator()())) {}
+UUID::UUID() : bytes_{} {
+  try {
+    *this = FromBoost(boost::uuids::random_generator()());
+  } catch (const boost::uuids::entropy_error& error) {
+    const int code = static_cast<int>(error.errcode());
+    throw IoError("A new identifier needs random numbers, and the system gives none: " +
+                  std::generic_category().message(code) + "; check the system");
+  }
+}
 
 UUID::UUID(std::istream& is, bool binary) : bytes_{} {
   if (binary) {

@@ -62,6 +62,10 @@ ssize_t read(int file, void* to, size_t size) { return Call("read", SYS_read, fi
 
 ssize_t write(int file, const void* from, size_t size) { return Call("write", SYS_write, file, from, size); }
 
+ssize_t getrandom(void* to, size_t size, unsigned flags) {
+  return Call("getrandom", SYS_getrandom, to, size, flags);
+}
+
 /// A file is closed also where that fails.
 int close(int file) {
   const long closed = ::syscall(SYS_close, file);

@@ -11,6 +11,7 @@
 
 #include "kit/error.h"
 #include "kit/file.h"
+#include "kit/uuid.h"
 #include "tests/support/bytes.h"
 #include "tests/support/temporary_folder.h"
 
@@ -199,6 +200,17 @@ TEST(FailingCalls, AFolderThatCannotBeFlushedIsReported) {
             folder / "a" + ": is written, but its folder cannot be flushed: " + Reason(EIO) +
                 "; check the disk, or choose another folder");
   ExpectFiles(folder, {{"a", "new a"}});
+}
+
+TEST(FailingCalls, AnIdentifierWithoutRandomNumbersIsRefused) {
+  const Failures failures({{"getrandom", EIO}});
+  try {
+    const kit::UUID identifier;
+    FAIL() << "nothing was thrown";
+  } catch (const kit::IoError& error) {
+    EXPECT_EQ(error.what(), "A new identifier needs random numbers, and the system gives none: " +
+                                Reason(EIO) + "; check the system");
+  }
 }
 
 unsigned Mode(const std::string& path) {
