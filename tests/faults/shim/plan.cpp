@@ -94,9 +94,11 @@ void MapReport(const char* path) {
     if (mapped > 0) g_report = reinterpret_cast<Report*>(mapped);
   }
   syscall(SYS_close, file);
-  if (g_report == nullptr) return;
-  std::memset(g_report, 0, sizeof(Report));
-  for (std::size_t i = 0; i < kCalls; ++i) std::strcpy(g_report->entries[i].name, kNames[i]);
+}
+
+void ClearCounts() {
+  std::memset(&Counts(), 0, sizeof(Report));
+  for (std::size_t i = 0; i < kCalls; ++i) std::strcpy(Counts().entries[i].name, kNames[i]);
 }
 
 std::uint64_t Count(std::uint64_t& counter) { return __atomic_add_fetch(&counter, 1, __ATOMIC_RELAXED); }
@@ -106,6 +108,7 @@ std::uint64_t Count(std::uint64_t& counter) { return __atomic_add_fetch(&counter
 void NoteStart() {
   for (int i = 0; i < kMostDescriptors; ++i) g_open_at_start[i] = IsOpen(i);
   if (const char* path = std::getenv("ZUNA_FAULT_REPORT")) MapReport(path);
+  ClearCounts();
   if (const char* plan = std::getenv("ZUNA_FAULT")) ReadPlan(plan);
   errno = 0;
   g_counting = true;
@@ -135,6 +138,19 @@ void NoteExit() {
     if (IsOpen(i) && !g_open_at_start[i]) ++g_report->descriptors;
   }
   g_report->at_exit = 1;
+}
+
+void Begin(const char* plan) {
+  g_plan = {};
+  ReadPlan(plan);
+  ClearCounts();
+  g_counting = true;
+}
+
+const Report& End() {
+  g_plan = {};
+  g_counting = false;
+  return Counts();
 }
 
 namespace {

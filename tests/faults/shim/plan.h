@@ -106,4 +106,11 @@ void NoteStart();
 /// Completes the report. Called when the process ends by itself.
 void NoteExit();
 
+/// For a program that is linked with this library: counts anew from here on, with another plan, written as
+/// ZUNA_FAULT is, or with an empty one.
+[[gnu::visibility("default")]] void Begin(const char* plan);
+
+/// Ends that plan, and gives the counts since Begin().
+[[gnu::visibility("default")]] const Report& End();
+
 }  // namespace zuna_faults
