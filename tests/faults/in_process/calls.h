@@ -71,6 +71,9 @@ std::vector<std::uint8_t> EncryptedElsewhere(const std::string& plaintext, const
 /// where it cannot be read.
 std::string ContentOf(const std::string& path);
 
+/// How many descriptors are open, among those that a few files get.
+int OpenDescriptors();
+
 /// What is written to it, in memory that is there from the beginning.
 class FixedBuffer : public std::streambuf {
  public:

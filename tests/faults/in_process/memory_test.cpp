@@ -1,7 +1,6 @@
 // Every public function where memory runs out at each allocation in turn, once and for ever, in the first
 // call of a process and in later ones.
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -20,7 +19,6 @@ using public_calls::Call;
 using public_calls::Calls;
 
 constexpr long kMostAllocations = 20000;
-constexpr int kMostDescriptors = 64;
 
 /// The calls of a library, those that read and write streams among them.
 std::vector<Call> AllOf(const Calls& calls) {
@@ -42,13 +40,6 @@ std::vector<Call> AllOf(const Calls& calls) {
                    }});
   }
   return all;
-}
-
-/// How many descriptors are open, among those that a few files get.
-int OpenDescriptors() {
-  int open = 0;
-  for (int number = 0; number < kMostDescriptors; ++number) open += ::fcntl(number, F_GETFD) != -1 ? 1 : 0;
-  return open;
 }
 
 /// What a call gives and prints; nothing where it lacks memory, or a system call or stream does.
@@ -113,14 +104,14 @@ class Memory : public testing::Test {
         ASSERT_LT(allocation, kMostAllocations) << "does not end";
         SCOPED_TRACE(testing::Message() << "allocation " << allocation << (for_ever ? " and later" : ""));
         const long live = failing_memory::Live();
-        const int descriptors = OpenDescriptors();
+        const int descriptors = public_calls::OpenDescriptors();
         {
           const Outcome outcome = Run(call, allocation, for_ever);
           failed = outcome.failed;
           EXPECT_EQ(ProblemOf(outcome, *expected), "");
         }
         EXPECT_EQ(failing_memory::Live(), live) << "leaks";
-        EXPECT_EQ(OpenDescriptors(), descriptors) << "leaves files open";
+        EXPECT_EQ(public_calls::OpenDescriptors(), descriptors) << "leaves files open";
       }
     }
     EXPECT_EQ(Run(call, 0, false).text, expected);

@@ -1,7 +1,6 @@
 // Every public function where a system call fails: each call that it makes in turn, with several errors, once
 // and from then on, in the first call of a process and in later ones.
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -29,17 +28,10 @@ using public_calls::Call;
 using public_calls::Calls;
 
 constexpr int kErrors[] = {EACCES, EEXIST, EINTR, EINVAL, EIO, EMFILE, ENOENT, ENOSPC};
-constexpr int kMostDescriptors = 64;
 constexpr int kMostCalls = 2000;
 constexpr const char* kFilesInMemory = "/dev/shm";
 const std::set<std::string> kMayBeShort{"read", "write", "getrandom"};
 const std::set<std::string> kRemoving{"unlink", "unlinkat", "rmdir"};
-
-int OpenDescriptors() {
-  int open = 0;
-  for (int number = 0; number < kMostDescriptors; ++number) open += ::fcntl(number, F_GETFD) != -1 ? 1 : 0;
-  return open;
-}
 
 /// A fault as tests/faults/shim/plan.h writes it.
 std::string Fault(const std::string& call, int number, const std::string& action) {
@@ -148,10 +140,10 @@ class SystemCalls : public testing::Test {
       for (int number = 1; number <= count; ++number) {
         for (const std::string& action : Actions(name)) {
           SCOPED_TRACE(Fault(name, number, action));
-          const int descriptors = OpenDescriptors();
+          const int descriptors = public_calls::OpenDescriptors();
           const Outcome outcome = Run(call, Fault(name, number, action));
           EXPECT_EQ(ProblemOf(outcome, *good.text), "");
-          EXPECT_EQ(OpenDescriptors(), descriptors) << "leaves files open";
+          EXPECT_EQ(public_calls::OpenDescriptors(), descriptors) << "leaves files open";
           EXPECT_TRUE(RemoveTemporary() == 0 || kRemoving.count(name) != 0 || SaysWhatIsLeft(outcome))
               << "leaves temporary files";
           EXPECT_EQ(Files(), files) << outcome.failure;
