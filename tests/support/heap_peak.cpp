@@ -6,14 +6,7 @@
 #include <cerrno>
 #include <cstdlib>
 
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define ZUNA_SANITIZER_ALLOCATES
-#endif
-#endif
-#if defined(__SANITIZE_ADDRESS__)
-#define ZUNA_SANITIZER_ALLOCATES
-#endif
+#include "tests/support/sanitized.h"
 
 namespace {
 
@@ -31,7 +24,7 @@ void CountFreed(std::size_t size) { g_in_use -= size; }
 
 }  // namespace
 
-#ifdef ZUNA_SANITIZER_ALLOCATES
+#ifdef ZUNA_SANITIZED
 
 extern "C" {
 // NOLINTBEGIN(clang-diagnostic-reserved-identifier): the names of the sanitizers' interface
