@@ -4,6 +4,7 @@
 #include <map>
 #include <vector>
 
+#include "cli/terminal/columns.h"
 #include "cli/terminal/table.h"
 #include "cli/terminal/text.h"
 #include "cmn/file_format.h"
@@ -84,7 +85,7 @@ Table::Row RowOf(const SongSummary& song, bool is_log) {
 std::string SongsTable(const Document& document) {
   const bool is_log = document.type().is_log();
   const Table::Row titles = Titles(is_log);
-  Table table(is_log ? "<<>>><" : "<<>>>>>>>");
+  Table table(is_log ? "<<>>><" : "<<>>>>>>>", TerminalColumns());
   table.Fit(titles);
   zuna_toolkit::SummariseSongs(document, [&](const SongSummary& song) { table.Fit(RowOf(song, is_log)); });
   std::string text = table.Line(titles);

@@ -1,10 +1,7 @@
 """Where zuna-convert writes, and that nothing is left behind when it cannot."""
 
-import fcntl
 import os
-import pty
 import resource
-import select
 import signal
 import subprocess
 import unittest
@@ -91,45 +88,6 @@ class OutputTest(WithShows):
         done = self.run_tool("encrypt", "big", "-o", "disk/out", "--force", code=IO)
         self.assertRegex(done.stderr, b"^zuna-convert: disk/out: ")
         self.assertEqual(self.files(), before)
-
-
-class TerminalTest(WithShows):
-    def run_on_terminal(self, *arguments, stream):
-        """Runs the tool with a terminal for one of its streams; gives the exit code and what came there."""
-        try:
-            leader, terminal = pty.openpty()
-        except OSError as error:  # a container without /dev/pts
-            self.skipTest(f"there are no terminals here: {error}")
-        streams = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, stream: terminal}
-        with subprocess.Popen([TOOL, *arguments], cwd=self.folder, env=self.environment,
-                              stdin=subprocess.DEVNULL, **streams) as process:
-            process.communicate(timeout=60)
-        os.close(terminal)
-        shown = b""
-        fcntl.fcntl(leader, fcntl.F_SETFL, os.O_NONBLOCK)
-        while select.select([leader], [], [], 1)[0]:
-            try:
-                piece = os.read(leader, 65536)
-            except OSError:  # how Linux says that the terminal is closed
-                break
-            if not piece:
-                break
-            shown += piece
-        os.close(leader)
-        return process.returncode, shown
-
-    def test_writes_no_binary_to_a_terminal(self):
-        for command in ("convert", "decrypt"):
-            self.assertEqual(self.run_on_terminal(command, "new.showdata", "-o", "-", stream="stdout"),
-                             (REFUSED, b""))
-
-    def test_colours_errors_on_a_terminal_only(self):
-        arguments = ("convert", "none", "-o", "out")
-        code, shown = self.run_on_terminal(*arguments, stream="stderr")
-        self.assertEqual(code, IO)
-        self.assertTrue(shown.startswith(b"\x1b[31mzuna-convert:\x1b[0m none: "), shown)
-        self.environment["NO_COLOR"] = "1"
-        self.assertNotIn(b"\x1b", self.run_on_terminal(*arguments, stream="stderr")[1])
 
 
 class InterruptTest(WithShows):

@@ -47,6 +47,7 @@ FOREIGN = {
     "boost/json": "platform/core",
     "boost/uuid": "platform/kit",
     "gcrypt.h": "platform/security",
+    "utf8proc.h": "cli/terminal",
     "zlib.h": "platform/core",
 }
 ANY_FOREIGN = ("tests", "tests/conformance", "benchmarks", "fuzz")
@@ -109,7 +110,7 @@ def foreign_complaints(name, header):
         yield f"{library} may include the standard library only, not {header}"
         return
     homes = [home for foreign, home in FOREIGN.items() if header.startswith(foreign)]
-    if homes and library not in homes:
+    if homes and not below(name, homes):
         yield f"only {homes[0]} may include {header}"
     elif not homes and not below(header, SYSTEM):
         yield f"{header} is of no library that is known here"
