@@ -6,11 +6,6 @@ from tool import IO, USAGE, WithShows
 
 
 class UsageTest(WithShows):
-    def test_explains_itself(self):
-        for arguments in (["--help"], ["up", "--help"], ["midi", "import", "--help"]):
-            self.assertIn(b"Usage: ", self.run_tool(*arguments).stdout)
-        self.assertIn(b"130 interrupted", self.run_tool("--help").stdout)
-
     def test_tells_its_version(self):
         self.assertRegex(self.run_tool("--version").stdout, rb"^zuna-convert \d+\.\d+\.\d+\n$")
 
@@ -26,25 +21,74 @@ class UsageTest(WithShows):
             done = self.run_tool(*arguments, code=USAGE)
             self.assertRegex(done.stderr, b"^zuna-convert: command line: .*; .*\n$")
 
-    def test_the_help_of_every_command_tells_the_shared_options(self):
-        for command in (["up"], ["down"], ["convert"], ["info"], ["encrypt"], ["decrypt"], ["copy-fermatas"], ["list"],
-                        ["print"], ["midi", "import"],
-                        ["midi", "export"]):
-            shown = self.run_tool(*command, "--help").stdout
-            for option in (b"--key-file FILE", b"--empty-key", b"--quiet"):
-                self.assertIn(option, shown)
-
     def test_shared_options_stand_anywhere(self):
         for arguments in (["--quiet", "down", "new.showdata"], ["down", "--quiet", "new.showdata"]):
             self.assertEqual(self.run_tool(*arguments, "-o", "-").stderr, b"")
         self.write("song.mid", b"")
         self.run_tool("midi", "--key-file", "none", "import", "song.mid", "-o", "out", code=IO)
 
-    def test_names_words_that_are_not_known(self):
-        for arguments, word in ((["dwon", "new.showdata"], "dwon"),
-                                (["down", "new.showdata", "--ouptut", "out"], "--ouptut")):
-            done = self.run_tool(*arguments, code=USAGE)
-            self.assertIn(f'"{word}" is not known here'.encode(), done.stderr)
+    def refuse_line(self, *arguments, message, at=""):
+        """Requires that a command line is refused with this message, which points to the help of the command `at`."""
+        name = f"zuna-convert {at}".rstrip()
+        self.refuse(*arguments, code=USAGE, message=f"command line: {message}; see {name} --help")
+
+    def test_suggests_commands_that_may_be_meant(self):
+        for word, meant in (("conver", "convert"), ("dwon", "down"), ("ifno", "info"), ("copy-fermata", "copy-fermatas"),
+                            ("decrpyt", "decrypt")):
+            self.refuse_line(word, "new.showdata", "-o", "out",
+                             message=f'"{word}" is not known here; did you mean "{meant}"?')
+            self.refuse_line("help", word, message=f'"{word}" is not known here; did you mean "{meant}"?')
+        self.refuse_line("midi", "imprt", "a.mid", message='"imprt" is not known here; did you mean "import"?', at="midi")
+        self.refuse_line("help", "midi", "exprot", message='"exprot" is not known here; did you mean "export"?', at="midi")
+        for word in ("frobnicate", "u", "dn"):
+            self.refuse_line(word, message=f'"{word}" is not known here')
+
+    def test_suggests_options_that_may_be_meant(self):
+        self.refuse_line("down", "new.showdata", "--ouptut", "out",
+                         message='"--ouptut" is not known here; did you mean "--output"?', at="down")
+        self.refuse_line("down", "new.showdata", "-o", "out", "--forec=1",
+                         message='"--forec" is not known here; did you mean "--force"?', at="down")
+        self.refuse_line("--kye-file", "key", "info", "new.showdata",
+                         message='"--kye-file" is not known here; did you mean "--key-file"?', at="info")
+        self.refuse_line("--versoin", message='"--versoin" is not known here; did you mean "--version"?')
+        for option in ("--frob", "-x"):
+            self.refuse_line("info", "new.showdata", option, message=f'"{option}" is not known here', at="info")
+
+    def test_names_what_is_missing(self):
+        self.refuse_line(message="a command is missing")
+        self.refuse_line("midi", message="a command is missing", at="midi")
+        self.refuse_line("info", message="IN is missing", at="info")
+        self.refuse_line("copy-fermatas", "new.showdata", message="DESTINATION is missing", at="copy-fermatas")
+        self.refuse_line("midi", "export", "new.showdata", message="--out-dir DIR is missing", at="midi export")
+
+    def test_names_an_argument_too_many(self):
+        self.refuse_line("copy-fermatas", "a", "b", "c", message='unexpected argument "c"', at="copy-fermatas")
+        self.refuse_line("print", "a", "info", message='unexpected argument "info"', at="print")
+
+    def test_names_options_without_their_value(self):
+        self.refuse_line("print", "a", "--song", message="--song has no value", at="print")
+        self.refuse_line("--key-file", message="--key-file has no value")
+        self.refuse_line("convert", "a", "-o", message="-o has no value", at="convert")
+
+    def test_names_options_that_are_given_too_often(self):
+        self.refuse_line("print", "a", "--song", "1", "--song", "2", "--song", "3", message="--song is given 3 times",
+                         at="print")
+
+    def test_names_flags_with_a_value(self):
+        self.refuse_line("info", "a", "--json=yes please", message="--json takes no value", at="info")
+        self.refuse_line("info", "a", "--quiet=maybe", message="--quiet takes no value", at="info")
+
+    def test_names_values_that_are_wrong(self):
+        self.refuse_line("list", ".", "--from", "x", message="--from: a version is MAJOR.MINOR, such as 1.2", at="list")
+
+    def test_takes_every_argument_as_it_is(self):
+        names = ["[a]", "[b,c]", "[]", "{}", "%%", "--json", "up", "*", "d e"]
+        for name in names:
+            self.write(name, self.read("new.showdata"))
+            shown = self.run_tool("info", "--", name).stdout.decode()
+            self.assertTrue(shown.startswith(f"{name}: show"), shown)
+        shown = self.run_tool("info", "--", *names).stdout.decode()
+        self.assertEqual([line.partition(": show")[0] for line in shown.splitlines() if ": show" in line], names)
 
     def test_names_the_versions_that_it_writes(self):
         for version in ("0.0", "1.3", "3.0"):

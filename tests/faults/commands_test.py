@@ -16,7 +16,7 @@ TOOL = os.environ["ZUNA_CONVERT"]
 def subcommands(*path):
     """All commands below the command `path`, as tuples of words."""
     text = subprocess.run([TOOL, *path, "--help"], check=True, stdout=subprocess.PIPE, text=True).stdout
-    names = re.findall(r"^  (\S+)", text.partition("\nSubcommands:\n")[2].partition("\n\n")[0], re.MULTILINE)
+    names = re.findall(r"^  (\S+)", text.partition("\nCommands:\n")[2].partition("\n\n")[0], re.MULTILINE)
     return [found for name in names for found in subcommands(*path, name)] or [path]
 
 

@@ -1,0 +1,51 @@
+// Command lines that the help shows.
+#include "cli/help/examples.h"
+
+#include <array>
+
+namespace zuna_cli {
+
+namespace {
+
+struct Example {
+  std::string_view command;
+  std::string_view line;
+};
+
+constexpr auto kExamples = std::to_array<Example>({
+    {"", "zuna-convert info opera.showdata"},
+    {"", "zuna-convert help convert"},
+    {"", "zuna-convert --key-file opera.key convert in.showdata -o out.showdata"},
+    {"up", "zuna-convert up old.showdata -o new.showdata --companion old.logdata"},
+    {"up", "zuna-convert up old.logdata -o new.logdata --companion old.showdata"},
+    {"down", "zuna-convert down new.showdata -o old.showdata"},
+    {"convert", "zuna-convert convert opera.showdata -o text.showdata --to 2.0"},
+    {"convert", "zuna-convert convert - -o - --to 1.1 <in.showdata >out.showdata"},
+    {"copy-fermatas", "zuna-convert copy-fermatas before.logdata again.logdata"},
+    {"info", "zuna-convert info opera.showdata opera.logdata"},
+    {"info", "zuna-convert info --json opera.showdata"},
+    {"print", "zuna-convert print opera.logdata --song 2a"},
+    {"list", "zuna-convert list shows --below 1.2"},
+    {"encrypt", "zuna-convert encrypt opera.json -o edited.showdata --key-file opera.key"},
+    {"decrypt", "zuna-convert decrypt text.showdata -o opera.json"},
+    {"decrypt", "zuna-convert decrypt text.showdata -o -"},
+    {"midi", "zuna-convert midi import tune.mid -o tune.showdata"},
+    {"midi", "zuna-convert midi export opera.showdata --out-dir songs"},
+    {"midi import", "zuna-convert midi import *.mid -o opera.showdata --show-name Opera"},
+    {"midi import", "zuna-convert midi import a.mid -o a.showdata --song-number 12a"},
+    {"midi export", "zuna-convert midi export opera.showdata --out-dir songs"},
+    {"help", "zuna-convert help convert"},
+    {"help", "zuna-convert help midi import"},
+});
+
+}  // namespace
+
+std::vector<std::string_view> ExamplesOf(std::string_view command) {
+  std::vector<std::string_view> lines;
+  for (const Example& example : kExamples) {
+    if (example.command == command) lines.push_back(example.line);
+  }
+  return lines;
+}
+
+}  // namespace zuna_cli
