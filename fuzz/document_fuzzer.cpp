@@ -1,10 +1,11 @@
 // The input: a file of any kind and version, plain or encrypted with an empty key. Whatever it is, opening it
 // gives a document or a zuna_toolkit::Error; what there is to tell about a document is short; and a document
-// is written as a file that holds the same.
+// is written as a file that holds the same. A check of it finds at most a few things for each byte.
 
 #include "cli/commands/document_text.h"
 #include "fuzz/documents.h"
 #include "fuzz/target.h"
+#include "toolkit/checking/checking.h"
 #include "toolkit/conversion/conversion.h"
 
 namespace {
@@ -57,6 +58,19 @@ void CheckWriter(const fuzz::Document& document, std::size_t size) {
   fuzz::Require(fuzz::Written(*again) == written, "a written document is written again as the same bytes");
 }
 
+/// Any content can be checked.
+void CheckContent(const fuzz::Document& document, std::size_t size) {
+  constexpr std::size_t kMostOfARecord = 8;  // findings; a song without anything has several
+  std::size_t findings = 0;
+  fuzz::Bounded("check", size, [&] {
+    zuna_toolkit::Check(document, [&](const zuna_toolkit::Finding& finding) {
+      fuzz::Require(!finding.problem.empty() && !finding.remedy.empty(), "a finding says what to do");
+      ++findings;
+    });
+  });
+  fuzz::Require(findings <= kMostOfARecord * (size + 1), "there are few findings for each byte");
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -65,6 +79,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto document = fuzz::ReadDocument(bytes);
   if (!document) return 0;
   CheckTexts(*document, size);
+  CheckContent(*document, size);
   CheckWriter(*document, size);
   return 0;
 }

@@ -37,7 +37,7 @@ class Maker {
 
   std::string Text() {
     static constexpr std::array<const char*, 6> kPieces = {"a", "til cue", "\"\\\n", "é", "𝄐", "7"};
-    const bool any_bytes = Below(1) != 0;
+    const bool any_bytes = options_.wild && Below(1) != 0;
     std::string text;
     for (std::uint32_t left = Below(1) * Below(20); left != 0; --left) {
       if (any_bytes) {
@@ -49,7 +49,15 @@ class Maker {
     return text;
   }
 
+  /// A position after `start`, within the song.
+  std::uint32_t Position(std::uint32_t start = 0) {
+    return options_.wild ? Word() : start + Below(song_length_ - start);
+  }
+
+  std::int32_t Integer() { return static_cast<std::int32_t>(options_.wild ? Word() : 1 + Below(99)); }
+
   float Float() {
+    if (!options_.wild) return 0.25F * static_cast<float>(1 + Below(15));
     static constexpr std::array<std::uint32_t, 8> kBits = {
         0x00000000, 0x80000000,   // zero, minus zero
         0x00000001, 0x007FFFFF,   // the denormal numbers at both ends
@@ -61,30 +69,34 @@ class Maker {
   template <typename Event>
   void Fill(CL::EventList<Event>& list) {
     for (std::uint32_t left = Below(options_.max_events); left != 0; --left) {
-      list.events.emplace_back(Word(), Word(), Text(), static_cast<std::int32_t>(Word()));
+      const std::uint32_t start = Position();
+      list.events.emplace_back(start, Position(start), Text(), Integer());
     }
   }
 
   void Fill(CL::EventList<CL::TempoScale>& list) {
     for (std::uint32_t left = Below(options_.max_events); left != 0; --left) {
-      list.events.emplace_back(Word(), Word(), Text(), Float());
+      const std::uint32_t start = Position();
+      list.events.emplace_back(start, Position(start), Text(), Float());
     }
   }
 
   void Fill(CL::EventList<CL::Marker>& list) {
     for (std::uint32_t left = Below(options_.max_events); left != 0; --left) {
-      list.events.emplace_back(Word(), Text(), Text());
+      list.events.emplace_back(Position(), Text(), Text());
     }
   }
 
   void Fill(CL::EventList<CL::Caesura>& list) {
     for (std::uint32_t left = Below(options_.max_events); left != 0; --left) {
-      list.events.emplace_back(Word(), Text()).second_word = Word();
+      list.events.emplace_back(Position(), Text()).second_word = Word();
     }
   }
 
   std::shared_ptr<CL::SongLog> Song() {
-    auto song = std::make_shared<CL::SongLog>(Text(), Text(), Short(), Word());
+    song_length_ = options_.wild ? Word() : 1 + Below(100000);
+    const std::string number = options_.wild ? Text() : std::to_string(Below(100));
+    auto song = std::make_shared<CL::SongLog>(number, Text(), Short(), song_length_);
     song->attacca = static_cast<std::uint8_t>(Below(255));
     Fill(*song->vamps);
     Fill(*song->repeats);
@@ -100,6 +112,7 @@ class Maker {
 
   std::mt19937& random_;
   const LogOptions& options_;
+  std::uint32_t song_length_ = 0;  ///< of the song that is being made
 };
 
 }  // namespace

@@ -70,7 +70,9 @@ class Maker {
 
   std::shared_ptr<TL::Timeline> Timeline() {
     auto timeline = std::make_shared<TL::Timeline>();
-    Entries(timeline->tempos, [&](TL::Tempo& e) { e.microseconds = Number<std::uint32_t>(2000000); });
+    Entries(timeline->tempos, [&](TL::Tempo& e) {
+      e.microseconds = wild() ? Number<std::uint32_t>(0) : 1 + RandomNumber(random_, 2000000);
+    });
     Entries(timeline->bars_beats, [&](TL::BarsBeats& e) {
       e.bar_number(Text());
       e.tag = Number<std::uint8_t>(3);
@@ -115,8 +117,8 @@ class Maker {
   std::shared_ptr<zuna_midi::SongData> Song(std::uint32_t place) {
     const std::string number = std::to_string(place) + (wild() ? Text() : "");
     const auto division = wild() ? Number<std::uint16_t>(0) : std::uint16_t{480};
-    auto song =
-        std::make_shared<zuna_midi::SongData>(number, Text(), division, Number<std::uint32_t>(100000));
+    const std::uint32_t length = wild() ? Number<std::uint32_t>(0) : 1 + RandomNumber(random_, 100000);
+    auto song = std::make_shared<zuna_midi::SongData>(number, Text(), division, length);
     song->SetTimeline(Timeline());
     const std::uint32_t voices = Below(random_, options_.max_voices);
     for (std::uint32_t i = 0; i < voices; ++i) {

@@ -17,7 +17,7 @@ struct ShowOptions {
   unsigned max_messages = 60;  ///< of each voice
   /// Any value in any field: arbitrary bytes in texts, times in no order, a division of 0, status bytes below
   /// 0x80, reserved fields and track numbers from the whole range, lists without entries. Otherwise the show
-  /// is one that a user could have made: UTF-8 texts, ascending times, a meter and a tempo at 0.
+  /// is one that a user could have made: UTF-8 texts, ascending times, a meter and a tempo at 0, a length.
   bool wild = false;
 };
 

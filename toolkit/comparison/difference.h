@@ -3,11 +3,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
-#include <string_view>
 
 #include "kit/api.h"
+#include "toolkit/place.h"
 
 namespace zuna_toolkit {
 
@@ -59,15 +58,6 @@ enum class Action : std::uint8_t {
   kMerged,     ///< it is a part of something else in the second document
   kReplaced,   ///< a later one of the same number took its place
   kReordered,  ///< the second document has the same entries in another order
-};
-
-/// Where something is in a song.
-struct Place {
-  std::string_view list;  ///< as the text form calls it, such as "tempos"; empty for a single field
-  std::size_t index = 0;  ///< in the list: of the first document, of the second one if it was added
-  std::optional<std::uint32_t> tick;        ///< when in the first document; in the second one if it was added
-  std::optional<std::uint32_t> after_tick;  ///< when in the second document, of what both have
-  std::optional<std::uint16_t> voice;  ///< the number of the voice, in the first document unless it was added
 };
 
 /// One difference. Texts are for people and hold names as they stand in the document, in any bytes.

@@ -6,6 +6,7 @@
 #include "tests/support/legacy_samples.h"
 #include "tests/support/sample_models.h"
 #include "tests/support/temporary_folder.h"
+#include "toolkit/checking/checking.h"
 #include "toolkit/comparison/comparison.h"
 #include "toolkit/conversion/conversion.h"
 #include "toolkit/conversion/copy_fermatas.h"
@@ -84,6 +85,12 @@ void AddDocuments(Calls& calls, const Samples& samples) {
       std::string names;
       zuna_toolkit::SummariseSongs(*document, [&](const auto& song) { names += song.name; });
       return names;
+    });
+    calls.Add("Check", [=] {
+      std::string findings(CodeText(zuna_toolkit::FindingCode::kTempoZero));
+      zuna_toolkit::Check(*document, [&](const auto& finding) { findings += finding.problem; });
+      return findings + std::to_string(zuna_toolkit::FindingExplanations().size()) +
+             std::to_string(static_cast<int>(SeverityOf(zuna_toolkit::FindingCode::kTempoZero)));
     });
     calls.Add("CurrentForm", [=] { return TextOf(zuna_toolkit::CurrentForm(*document)); });
   }

@@ -1,0 +1,58 @@
+// The codes of findings, and the page that lists them.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <set>
+#include <sstream>
+
+#include "toolkit/checking/checking.h"
+
+namespace zuna_toolkit {
+namespace {
+
+/// The lines of a page of docs/ that are rows of a table of codes.
+std::vector<std::string> CodeRows(const std::string& page) {
+  std::ifstream file(std::string(std::getenv("ZUNA_SOURCE")) + "/docs/" + page);
+  std::vector<std::string> rows;
+  for (std::string line; std::getline(file, line);) {
+    if (line.starts_with("| `")) rows.push_back(line);
+  }
+  return rows;
+}
+
+std::string RowOf(FindingCode code) {
+  const Explanation& explanation = FindingExplanations()[static_cast<std::size_t>(code)];
+  std::ostringstream row;
+  row << "| `" << explanation.code << "` | " << (SeverityOf(code) == Severity::kError ? "error" : "warning")
+      << " | " << explanation.meaning << " | " << explanation.remedy << " |";
+  return row.str();
+}
+
+TEST(FindingExplanations, AreInTheDocumentation) {
+  std::vector<std::string> rows;
+  for (std::size_t code = 0; code < FindingExplanations().size(); ++code) {
+    rows.push_back(RowOf(static_cast<FindingCode>(code)));
+  }
+  EXPECT_EQ(rows, CodeRows("checks.md"));
+}
+
+TEST(FindingExplanations, HaveEachCodeOnce) {
+  std::set<std::string_view> codes;
+  for (const Explanation& explanation : FindingExplanations()) {
+    EXPECT_TRUE(codes.insert(explanation.code).second) << explanation.code;
+    EXPECT_EQ(explanation.code.find_first_not_of("abcdefghijklmnopqrstuvwxyz-8"), std::string_view::npos);
+    EXPECT_FALSE(explanation.meaning.empty() || explanation.remedy.empty()) << explanation.code;
+  }
+  EXPECT_EQ(CodeText(FindingCode::kTempoZero), "tempo-zero");
+  EXPECT_EQ(CodeText(FindingCode::kTempoScale), "tempo-scale-not-positive");
+}
+
+TEST(FindingExplanations, GiveTheRemedy) {
+  const Document empty(zuna_midi::ShowData{}, {1, 2}, "show");
+  Check(empty,
+        [](const Finding& finding) { EXPECT_EQ(finding.remedy, "check that this is the right file"); });
+}
+
+}  // namespace
+}  // namespace zuna_toolkit
