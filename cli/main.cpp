@@ -44,7 +44,7 @@ ExitCode ReportParse(const CLI::App& app, const CLI::ParseError& error, const st
     WriteStandardOutput(std::string(error.what()) + '\n');
     return ExitCode::kDone;
   }
-  PrintError(Failure(ExitCode::kUsage, "command line", Complaint(app, error, last_word)));
+  PrintError(Complaint(app, error, last_word));
   return ExitCode::kUsage;
 }
 
@@ -65,7 +65,7 @@ ExitCode Run(int argc, char** argv) {
   } catch (...) {
     const Failure failure = CurrentFailure();
     PrintError(failure);
-    return failure.code();
+    return failure.exit_code();
   }
 }
 

@@ -24,21 +24,21 @@ ErrorParts Parts(const std::string& file, const std::string& problem, const std:
 
 }  // namespace
 
-Error::Error(ErrorKind kind, ErrorParts parts, const std::string& message)
-    : RuntimeError(message), kind_(kind), parts_(std::make_shared<const ErrorParts>(std::move(parts))) {}
+Error::Error(ErrorCode code, ErrorParts parts, const std::string& message)
+    : RuntimeError(message), code_(code), parts_(std::make_shared<const ErrorParts>(std::move(parts))) {}
 
-Error::Error(ErrorKind kind, ErrorParts parts)
+Error::Error(ErrorCode code, ErrorParts parts)
     : RuntimeError(Message(parts)),
-      kind_(kind),
+      code_(code),
       parts_(std::make_shared<const ErrorParts>(std::move(parts))) {}
 
-Error::Error(ErrorKind kind, const std::string& file, const std::string& problem, const std::string& remedy)
-    : Error(kind, Parts(file, problem, remedy)) {}
+Error::Error(ErrorCode code, const std::string& file, const std::string& problem, const std::string& remedy)
+    : Error(code, Parts(file, problem, remedy)) {}
 
 Error Error::WithFile(const std::string& file) const {
   ErrorParts named = *parts_;
   named.file = file;
-  return {kind_, std::move(named)};
+  return {code_, std::move(named)};
 }
 
 }  // namespace zuna_toolkit

@@ -8,21 +8,13 @@
 
 #include "kit/api.h"
 #include "kit/error.h"
+#include "toolkit/error_code.h"
 
 namespace zuna_toolkit {
 
-/// What kind of trouble an error reports. A program maps it to an exit code.
-enum class ErrorKind {
-  kBadInput,       ///< the content of a file is damaged, unsupported or unsuitable
-  kWrongKey,       ///< an encrypted file needs another key or IV
-  kKeyMissing,     ///< an encrypted file needs a key, and none was given
-  kIo,             ///< a file or stream cannot be opened, read or written
-  kNoSuchVersion,  ///< the caller asked for a version that is not written, such as a log of version 1.0
-};
-
-/// What an error knows. Texts are empty where they do not apply. An error of kind kIo has the whole message
-/// as its problem, and no remedy of its own: the platform composes that message out of the path, the reason
-/// that the system gives, and the remedy.
+/// What an error knows. Texts are empty where they do not apply. An error with the code kIo has the whole
+/// message as its problem, and no remedy of its own: the platform composes that message out of the path, the
+/// reason that the system gives, and the remedy.
 struct ErrorParts {
   std::string file;                     ///< what messages call the file
   std::string problem;                  ///< what happened and where, without the file and the remedy
@@ -36,16 +28,18 @@ struct ErrorParts {
 class ZUNA_API Error : public kit::RuntimeError {
  public:
   /// An error whose message is composed of its parts.
-  Error(ErrorKind kind, ErrorParts parts);
+  Error(ErrorCode code, ErrorParts parts);
 
   /// An error whose message was composed elsewhere.
-  Error(ErrorKind kind, ErrorParts parts, const std::string& message);
+  Error(ErrorCode code, ErrorParts parts, const std::string& message);
 
   /// A problem of `file` with a remedy; no song, field or offset.
-  Error(ErrorKind kind, const std::string& file, const std::string& problem, const std::string& remedy);
+  Error(ErrorCode code, const std::string& file, const std::string& problem, const std::string& remedy);
 
-  /// What kind of trouble this is.
-  ErrorKind kind() const { return kind_; }
+  /// What happened, for programs.
+  ErrorCode code() const { return code_; }
+  /// What kind of trouble this is; it follows from the code.
+  ErrorKind kind() const { return KindOf(code_); }
   /// What the error knows.
   const ErrorParts& parts() const { return *parts_; }
 
@@ -53,7 +47,7 @@ class ZUNA_API Error : public kit::RuntimeError {
   Error WithFile(const std::string& file) const;
 
  private:
-  ErrorKind kind_;
+  ErrorCode code_;
   std::shared_ptr<const ErrorParts> parts_;  ///< shared, so that copying cannot fail
 };
 

@@ -40,10 +40,11 @@ std::string CheckTarget(const std::string& text) {
 /// Throws Failure (kUsage) where one of `inputs` is empty, or more than one of them is "-".
 void RequireUsableInputs(const std::vector<std::string>& inputs) {
   if (std::find(inputs.begin(), inputs.end(), "") != inputs.end()) {
-    throw Failure(ExitCode::kUsage, "command line", "the path of an input is empty; give a file");
+    throw Failure(ErrorCode::kUsage, "command line", "the path of an input is empty", "give a file");
   }
   if (std::count(inputs.begin(), inputs.end(), kStandardStream) > 1) {
-    throw Failure(ExitCode::kUsage, "standard input", "is given more than once; give a file for the others");
+    throw Failure(ErrorCode::kUsage, "standard input", "is given more than once",
+                  "give a file for the others");
   }
 }
 
@@ -111,7 +112,7 @@ void Context::NoteSealed(const CipherKey& key, const Destination& destination) {
 void RequireFolder(const std::string& path, const std::string& remedy) {
   std::error_code ignored;
   if (std::filesystem::is_directory(path, ignored)) return;
-  throw Failure(ExitCode::kIo, path, "is not a folder; " + remedy);
+  throw Failure(ErrorCode::kNotAFolder, path, "is not a folder", remedy);
 }
 
 void AddSharedOptions(CLI::App& app, Context& context) {
@@ -156,9 +157,10 @@ void AddTarget(CLI::App& command, cmn::FileVersion& version) {
 
 void RequireTarget(cmn::FileKind kind, const cmn::FileVersion& version) {
   if (IsSupported(kind, version)) return;
-  throw Failure(ExitCode::kUsage, "command line",
-                "--to: " + std::string(cmn::KindName(kind)) + "s have no version " +
-                    cmn::VersionText(version) + "; give " + VersionsText(kind));
+  throw Failure(
+      ErrorCode::kNoSuchVersion, "command line",
+      "--to: " + std::string(cmn::KindName(kind)) + "s have no version " + cmn::VersionText(version),
+      "give " + VersionsText(kind));
 }
 
 }  // namespace zuna_cli

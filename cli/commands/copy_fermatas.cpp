@@ -24,7 +24,8 @@ std::string FermatasText(std::size_t fermatas, std::size_t attaccas) {
 
 void Run(const Options& options, Context& context) {
   if (options.destination == kStandardStream) {
-    throw Failure(ExitCode::kUsage, "command line", "the destination is rewritten in its place; give a file");
+    throw Failure(ErrorCode::kUsage, "command line", "the destination is rewritten in its place",
+                  "give a file");
   }
   Destination place = context.CheckPaths({options.destination, true}, {options.source});
   const Keys keys = context.ReadKeys();

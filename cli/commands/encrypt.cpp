@@ -15,7 +15,8 @@ namespace {
 
 void CheckPlaintext(const std::vector<std::uint8_t>& bytes, const std::string& name) {
   if (zuna_toolkit::IsEncrypted(bytes)) {
-    throw Failure(ExitCode::kRefused, name, "is encrypted already; give --force to encrypt it again");
+    throw Failure(ErrorCode::kEncryptedAlready, name, "is encrypted already",
+                  "give --force to encrypt it again");
   }
   zuna_toolkit::RequireCorrectText(bytes, name);
 }

@@ -19,7 +19,7 @@ const CLI::App& CommandOf(const CLI::App& root, const std::vector<std::string>& 
     const auto found = std::find_if(commands.begin(), commands.end(),
                                     [&](const CLI::App* below) { return below->get_name() == word; });
     if (found == commands.end()) {
-      throw Failure(ExitCode::kUsage, "command line", UnknownCommand(*command, word));
+      throw UnknownCommand(*command, word);
     }
     command = *found;
   }

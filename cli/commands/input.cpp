@@ -9,7 +9,6 @@
 
 namespace zuna_cli {
 
-using zuna_toolkit::ErrorKind;
 using zuna_toolkit::OpenedFile;
 
 std::vector<std::uint8_t> ReadInput(const std::string& path, std::size_t limit) {
@@ -25,14 +24,14 @@ OpenedInput DecryptInput(const std::vector<std::uint8_t>& bytes, const std::stri
     try {
       return {OpenedFile::FromBytes(bytes, name, key.material(), accept), &key.material()};
     } catch (const zuna_toolkit::Error& error) {
-      const bool other_key_helps =
-          error.kind() == ErrorKind::kWrongKey || error.kind() == ErrorKind::kKeyMissing;
+      const bool other_key_helps = error.kind() == zuna_toolkit::ErrorKind::kWrongKey;
       if (!other_key_helps || keys.size() == 1) throw;
     }
   }
-  throw Failure(ExitCode::kWrongKey, name,
-                "none of the " + std::to_string(keys.size()) +
-                    " keys and IVs is the one that this was encrypted with; give the right key file");
+  throw Failure(
+      ErrorCode::kWrongKey, name,
+      "none of the " + std::to_string(keys.size()) + " keys and IVs is the one that this was encrypted with",
+      "give the right key file");
 }
 
 OpenedInput OpenInput(const std::string& path, const Keys& keys, zuna_toolkit::Accept accept) {

@@ -69,20 +69,20 @@ class KeyFileParser {
   SecretKey Finish(bool may_be_empty) {
     const bool is_empty = secret_.material().key.empty();
     if (is_empty && !may_be_empty) {
-      throw Failure(ExitCode::kRefused, name_,
-                    "states no key, and an empty one protects nothing; give it a line \"key = HEX\", or give "
+      throw Failure(ErrorCode::kEmptyKey, name_, "states no key, and an empty one protects nothing",
+                    "give it a line \"key = HEX\", or give "
                     "--empty-key");
     }
     if (!is_empty && !has_iv_) {
-      throw Failure(ExitCode::kBadInput, name_, "has no line \"iv = HEX\"; add it");
+      throw Failure(ErrorCode::kBadKeyFile, name_, "has no line \"iv = HEX\"", "add it");
     }
     return std::move(secret_);
   }
 
  private:
   [[noreturn]] void FailLine(const std::string& what) const {
-    throw Failure(ExitCode::kBadInput, name_,
-                  what + " (line " + std::to_string(line_number_) + "); correct the key file");
+    throw Failure(ErrorCode::kBadKeyFile, name_, what + " (line " + std::to_string(line_number_) + ")",
+                  "correct the key file");
   }
 
   const std::string& name_;

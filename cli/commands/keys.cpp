@@ -48,9 +48,8 @@ void WarnIfOpenToOthers(const std::string& path) {
 
 void RequireName(const std::string& path, const std::string& source, const KeyOptions& options) {
   if (!path.empty() || options.empty_key) return;
-  throw Failure(
-      ExitCode::kRefused, source,
-      "names no key file, and an empty key protects nothing; name one, or give --empty-key to use no key");
+  throw Failure(ErrorCode::kEmptyKey, source, "names no key file, and an empty key protects nothing",
+                "name one, or give --empty-key to use no key");
 }
 
 }  // namespace

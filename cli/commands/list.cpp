@@ -59,9 +59,10 @@ void Run(const Options& options, Context& context) {
   const std::string text = ListShows(options, context.ReadKeys(), context);
   WriteStandardOutput(text);
   if (!text.empty() || context.code != ExitCode::kDone) return;
-  throw Failure(ExitCode::kNothingMatched, options.folder,
-                std::string("has no show of these versions in a file whose name ends in \"") + kExtension +
-                    "\"; give another folder or range");
+  throw Failure(
+      ErrorCode::kNothingMatched, options.folder,
+      std::string("has no show of these versions in a file whose name ends in \"") + kExtension + "\"",
+      "give another folder or range");
 }
 
 /// Adds an option for a version, which `take` gets.

@@ -40,14 +40,14 @@ std::vector<std::string> SongNumbers(const Options& options) {
     for (std::size_t i = 1; i <= options.inputs.size(); ++i) numbers.push_back(std::to_string(i));
   }
   if (numbers.size() != options.inputs.size()) {
-    throw Failure(ExitCode::kUsage, "--song-number",
+    throw Failure(ErrorCode::kUsage, "--song-number",
                   "stands for " + Counted(numbers.size(), "song", "songs") + " and there " +
                       (options.inputs.size() == 1 ? "is " : "are ") +
-                      Counted(options.inputs.size(), "file", "files") +
-                      "; give it once for each, or not at all");
+                      Counted(options.inputs.size(), "file", "files"),
+                  "give it once for each, or not at all");
   }
   if (std::set<std::string>(numbers.begin(), numbers.end()).size() != numbers.size()) {
-    throw Failure(ExitCode::kUsage, "--song-number", "gives one number twice; give each song its own");
+    throw Failure(ErrorCode::kUsage, "--song-number", "gives one number twice", "give each song its own");
   }
   return numbers;
 }

@@ -14,8 +14,8 @@ Destination::Destination(const Output& output, const std::vector<std::string>& i
   if (path_ != kStandardStream) {
     files_.Add(path_, inputs);
   } else if (isatty(STDOUT_FILENO) != 0) {
-    throw Failure(ExitCode::kRefused, name(),
-                  "is a terminal, and the result is binary; give -o FILE or a pipe");
+    throw Failure(ErrorCode::kOutputIsTerminal, name(), "is a terminal, and the result is binary",
+                  "give -o FILE or a pipe");
   }
 }
 
@@ -24,7 +24,7 @@ std::string Destination::name() const { return OutputName(path_); }
 void Destination::WriteEncrypted(zuna_sec::TwoFishCipherStream& stream) try {
   Write(stream.GetEncryptedBytes());
 } catch (const zuna_sec::CipherError& error) {
-  throw Failure(ExitCode::kBadInput, name(), error.problem() + "; " + error.remedy());
+  throw Failure(zuna_toolkit::CodeOf(error), name(), error.problem(), error.remedy());
 }
 
 void Destination::Write(std::span<const std::uint8_t> bytes) {

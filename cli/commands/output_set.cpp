@@ -21,10 +21,11 @@ void RequireReplaceable(const std::string& path, bool force) {
   const auto status = std::filesystem::status(path, ignored);
   if (!std::filesystem::exists(status)) return;
   if (!std::filesystem::is_regular_file(status)) {
-    throw Failure(ExitCode::kRefused, path, "is not a regular file; give another output, or - for a pipe");
+    throw Failure(ErrorCode::kOutputIsNoFile, path, "is not a regular file",
+                  "give another output, or - for a pipe");
   }
   if (!force)
-    throw Failure(ExitCode::kRefused, path, "exists; give --force to replace it, or another output");
+    throw Failure(ErrorCode::kOutputExists, path, "exists", "give --force to replace it, or another output");
 }
 
 }  // namespace
@@ -34,11 +35,11 @@ OutputSet::OutputSet(bool force)
 
 void OutputSet::Add(const std::string& path, const std::vector<std::string>& inputs) {
   if (path.empty()) {
-    throw Failure(ExitCode::kUsage, "command line", "the path of the output is empty; give a file");
+    throw Failure(ErrorCode::kUsage, "command line", "the path of the output is empty", "give a file");
   }
   for (const std::string& input : inputs) {
     if (input != kStandardStream && IsSameFile(path, input)) {
-      throw Failure(ExitCode::kRefused, path, "is an input as well; give another output");
+      throw Failure(ErrorCode::kOutputIsInput, path, "is an input as well", "give another output");
     }
   }
   RequireReplaceable(path, force_);
@@ -59,7 +60,7 @@ void OutputSet::Commit() {
 
 /// The signal itself ends the program, when this object has removed what is left and lets it through.
 void OutputSet::EndIfInterrupted() const {
-  if (held_ && held_->IsPending()) throw Failure(ExitCode::kInterrupted, "interrupted");
+  if (held_ && held_->IsPending()) throw Failure(ErrorCode::kInterrupted, "", "interrupted", "");
 }
 
 }  // namespace zuna_cli

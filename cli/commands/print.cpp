@@ -83,8 +83,9 @@ void RequireSong(const Songs& songs, const Options& options) {
   if (!options.song || songs.contains(*options.song)) return;
   std::string numbers;
   for (const auto& [number, song] : songs) zuna_toolkit::AppendListed(numbers, number);
-  throw Failure(ExitCode::kNegative, InputName(options.input),
-                "has no song " + *options.song + "; its songs are " + (numbers.empty() ? "none" : numbers));
+  throw Failure(ErrorCode::kSongNotFound, InputName(options.input),
+                "has no song " + *options.song + "; its songs are " + (numbers.empty() ? "none" : numbers),
+                "");
 }
 
 /// Prints the song asked for, or all, piece by piece: the text may be much larger than the songs.

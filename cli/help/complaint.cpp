@@ -11,7 +11,7 @@ namespace zuna_cli {
 
 namespace {
 
-std::string WhereToRead(const CLI::App& command) { return "; see " + FullName(command) + " --help"; }
+std::string WhereToRead(const CLI::App& command) { return "see " + FullName(command) + " --help"; }
 
 /// The options of a command and of those above it; they may stand in its command line.
 std::vector<const CLI::Option*> AllOptionsOf(const CLI::App& command) {
@@ -116,13 +116,13 @@ std::string Problem(const CLI::App& root, const CLI::App& command, const CLI::Pa
 
 }  // namespace
 
-std::string UnknownCommand(const CLI::App& parent, const std::string& word) {
-  return UnknownCommandText(parent, word) + WhereToRead(parent);
+Failure UnknownCommand(const CLI::App& parent, const std::string& word) {
+  return {ErrorCode::kUsage, "command line", UnknownCommandText(parent, word), WhereToRead(parent)};
 }
 
-std::string Complaint(const CLI::App& root, const CLI::ParseError& error, const std::string& last_word) {
+Failure Complaint(const CLI::App& root, const CLI::ParseError& error, const std::string& last_word) {
   const CLI::App& command = NamedCommand(root);
-  return Problem(root, command, error, last_word) + WhereToRead(command);
+  return {ErrorCode::kUsage, "command line", Problem(root, command, error, last_word), WhereToRead(command)};
 }
 
 }  // namespace zuna_cli

@@ -2,10 +2,11 @@
 #include "cli/terminal/failure.h"
 
 #include <new>
+#include <string>
+#include <utility>
 
 #include "kit/error.h"
 #include "kit/file.h"
-#include "toolkit/error.h"
 #include "zuna_sec/errors.h"
 
 namespace zuna_cli {
@@ -14,51 +15,71 @@ namespace {
 
 using zuna_toolkit::ErrorKind;
 
-ExitCode CodeOf(ErrorKind kind) {
-  switch (kind) {
-    case ErrorKind::kBadInput:
-      return ExitCode::kBadInput;
-    case ErrorKind::kWrongKey:
-    case ErrorKind::kKeyMissing:
-      return ExitCode::kWrongKey;
-    case ErrorKind::kIo:
-      return ExitCode::kIo;
-    case ErrorKind::kNoSuchVersion:
-      return ExitCode::kUsage;
-  }
-  return ExitCode::kInternal;
+/// A message that was composed elsewhere, as a failure.
+Failure Composed(ErrorCode code, const std::exception& error) {
+  zuna_toolkit::ErrorParts parts;
+  parts.problem = error.what();
+  return {code, std::move(parts)};
 }
 
+/// The toolkit does not know where the tool gets its keys from.
 Failure FailureFrom(const zuna_toolkit::Error& error) {
-  if (error.kind() != ErrorKind::kKeyMissing) return {CodeOf(error.kind()), error.what()};
-  return {ExitCode::kWrongKey, error.parts().file,
-          error.parts().problem + "; name its key file with --key-file or ZUNA_KEY_FILE"};
+  if (error.code() != ErrorCode::kNoKey) return Failure(error);
+  zuna_toolkit::ErrorParts parts = error.parts();
+  parts.remedy = "name its key file with --key-file or ZUNA_KEY_FILE";
+  return {error.code(), std::move(parts)};
 }
 
 }  // namespace
 
+ExitCode ExitCodeOf(ErrorKind kind) {
+  switch (kind) {
+    case ErrorKind::kBadInput:
+      return ExitCode::kBadInput;
+    case ErrorKind::kWrongKey:
+      return ExitCode::kWrongKey;
+    case ErrorKind::kIo:
+      return ExitCode::kIo;
+    case ErrorKind::kUsage:
+      return ExitCode::kUsage;
+    case ErrorKind::kRefused:
+      return ExitCode::kRefused;
+    case ErrorKind::kNegative:
+      return ExitCode::kNegative;
+    case ErrorKind::kNothingMatched:
+      return ExitCode::kNothingMatched;
+    case ErrorKind::kInterrupted:
+      return ExitCode::kInterrupted;
+    case ErrorKind::kClosedPipe:
+      return ExitCode::kClosedPipe;
+    case ErrorKind::kInternal:
+      break;
+  }
+  return ExitCode::kInternal;
+}
+
+ExitCode Failure::exit_code() const { return ExitCodeOf(kind()); }
+
 Failure CurrentFailure() {
   try {
     throw;
-  } catch (const Failure& error) {
-    return error;
   } catch (const zuna_toolkit::Error& error) {
     return FailureFrom(error);
   } catch (const kit::IoError& error) {
-    return {ExitCode::kIo, error.what()};
+    return Composed(ErrorCode::kIo, error);
   } catch (const kit::FileExistsError& error) {
-    return {ExitCode::kRefused, error.path(),
-            "has appeared meanwhile; give --force to replace it, or another output"};
+    return {ErrorCode::kOutputExists, error.path(), "has appeared meanwhile",
+            "give --force to replace it, or another output"};
   } catch (const kit::FileTooLargeError& error) {
-    return {ExitCode::kBadInput, error.what()};
+    return Composed(ErrorCode::kTooLarge, error);
   } catch (const zuna_sec::CipherError& error) {
-    return {ExitCode::kBadInput, error.what()};
+    return {zuna_toolkit::CodeOf(error), error.name(), error.problem(), error.remedy()};
   } catch (const std::bad_alloc&) {
-    return {ExitCode::kInternal, "out of memory; close other programs or take a smaller file"};
+    return {ErrorCode::kOutOfMemory, "", "out of memory", "close other programs or take a smaller file"};
   } catch (const std::exception& error) {
-    return {ExitCode::kInternal, "internal error: " + std::string(error.what()) + "; please report it"};
+    return {ErrorCode::kInternal, "", "internal error: " + std::string(error.what()), "please report it"};
   } catch (...) {
-    return {ExitCode::kInternal, "internal error; please report it"};
+    return {ErrorCode::kInternal, "", "internal error", "please report it"};
   }
 }
 

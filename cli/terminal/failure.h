@@ -1,8 +1,7 @@
 // Exit codes, and what ends a command.
 #pragma once
 
-#include <stdexcept>
-#include <string>
+#include "toolkit/error.h"
 
 namespace zuna_cli {
 
@@ -22,20 +21,21 @@ enum class ExitCode : int {
   kClosedPipe = 141,  ///< the output pipe was closed; what a shell reports then
 };
 
-/// Ends a command. The message is ready for the user: "PATH: what happened (where); what to do".
-class Failure : public std::runtime_error {
+using zuna_toolkit::ErrorCode;
+
+/// Ends a command. Its message is ready for the user: "PATH: what happened (where); what to do".
+class Failure : public zuna_toolkit::Error {
  public:
-  Failure(ExitCode code, const std::string& message) : std::runtime_error(message), code_(code) {}
-  Failure(ExitCode code, const std::string& path, const std::string& what)
-      : Failure(code, path + ": " + what) {}
+  using Error::Error;
+  explicit Failure(const Error& error) : Error(error) {}
 
-  ExitCode code() const { return code_; }
-
- private:
-  ExitCode code_;
+  ExitCode exit_code() const;
 };
 
-/// The exception that is being handled, as a failure.
+/// The exit code of this kind of trouble.
+ExitCode ExitCodeOf(zuna_toolkit::ErrorKind kind);
+
+/// The exception that is being handled, as a failure with its parts.
 Failure CurrentFailure();
 
 }  // namespace zuna_cli

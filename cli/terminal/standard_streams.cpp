@@ -56,17 +56,17 @@ void WriteStandardOutput(std::string_view bytes) {
     if (count >= 0) {
       bytes.remove_prefix(static_cast<std::size_t>(count));
     } else if (errno == EPIPE) {
-      throw Failure(ExitCode::kClosedPipe, "standard output: output pipe closed");
+      throw Failure(ErrorCode::kClosedPipe, "standard output", "output pipe closed", "");
     } else if (!MayWriteAgain(STDOUT_FILENO)) {
-      throw Failure(ExitCode::kIo, "standard output",
-                    "cannot be written: " + std::generic_category().message(errno) +
-                        "; check where it goes and whether there is space");
+      throw Failure(ErrorCode::kIo, "standard output",
+                    "cannot be written: " + std::generic_category().message(errno),
+                    "check where it goes and whether there is space");
     }
   }
 }
 
 void PrintError(const Failure& failure) {
-  if (failure.code() == ExitCode::kClosedPipe) return;  // the reader has stopped on purpose
+  if (failure.code() == ErrorCode::kClosedPipe) return;  // the reader has stopped on purpose
   const bool colour = Colourful();
   PrintLine(std::string(colour ? kRed : "") + "zuna-convert:" + (colour ? kPlain : "") + ' ' +
             Printable(failure.what()) + '\n');

@@ -40,7 +40,7 @@ TEST(KeyFile, HoldsAnEmptyKeyOnlyWhereThatIsAllowed) {
       ParseKeyFile(text, "k", false);
       ADD_FAILURE() << "nothing was thrown for " << text;
     } catch (const Failure& failure) {
-      EXPECT_EQ(failure.code(), ExitCode::kRefused);
+      EXPECT_EQ(failure.code(), ErrorCode::kEmptyKey);
       EXPECT_STREQ(
           failure.what(),
           "k: states no key, and an empty one protects nothing; give it a line \"key = HEX\", or give "
@@ -57,7 +57,7 @@ TEST(KeyFile, NamesTheLineAndNeverTheSecret) {
       ParseKeyFile(text, "k", false);
       ADD_FAILURE() << "nothing was thrown for " << text;
     } catch (const Failure& failure) {
-      EXPECT_EQ(failure.code(), ExitCode::kBadInput);
+      EXPECT_EQ(failure.code(), ErrorCode::kBadKeyFile);
       EXPECT_THAT(failure.what(), testing::MatchesRegex("k: .* \\(line [12]\\); correct the key file"));
       EXPECT_THAT(failure.what(), Not(HasSubstr("5E")));
     }

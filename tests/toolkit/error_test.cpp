@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ios>
 #include <new>
 #include <stdexcept>
 #include <type_traits>
@@ -9,6 +10,7 @@
 #include "cmn/data_error.h"
 #include "kit/file.h"
 #include "toolkit/internal/translate.h"
+#include "zuna_sec/errors.h"
 
 namespace zuna_toolkit {
 namespace {
@@ -16,8 +18,9 @@ namespace {
 static_assert(std::is_nothrow_copy_constructible_v<Error>);
 
 TEST(Error, SaysFileProblemAndRemedy) {
-  const Error error(ErrorKind::kWrongKey, "a.showdata", "needs another key", "give the right key file");
+  const Error error(ErrorCode::kNoKey, "a.showdata", "needs another key", "give the right key file");
   EXPECT_STREQ(error.what(), "a.showdata: needs another key; give the right key file");
+  EXPECT_EQ(error.code(), ErrorCode::kNoKey);
   EXPECT_EQ(error.kind(), ErrorKind::kWrongKey);
   EXPECT_EQ(error.parts().file, "a.showdata");
   EXPECT_EQ(error.parts().problem, "needs another key");
@@ -25,7 +28,7 @@ TEST(Error, SaysFileProblemAndRemedy) {
 }
 
 TEST(Error, SaysNothingAboutWhatItLacks) {
-  EXPECT_STREQ(Error(ErrorKind::kIo, "", "problem", "").what(), "problem");
+  EXPECT_STREQ(Error(ErrorCode::kIo, "", "problem", "").what(), "problem");
 }
 
 TEST(Error, GetsItsFileLater) {
@@ -34,7 +37,8 @@ TEST(Error, GetsItsFileLater) {
   parts.song = "12a";
   parts.field = "timeline.tempos[3]";
   parts.offset = 40;
-  const Error error = Error(ErrorKind::kBadInput, parts).WithFile("b");
+  const Error error = Error(ErrorCode::kTextError, parts).WithFile("b");
+  EXPECT_EQ(error.code(), ErrorCode::kTextError);
   EXPECT_STREQ(error.what(), "b: is wrong");
   EXPECT_EQ(error.parts().song, "12a");
   EXPECT_EQ(error.parts().field, "timeline.tempos[3]");
@@ -63,11 +67,30 @@ TEST(Translation, KeepsThePartsOfADataError) {
   EXPECT_EQ(error.parts().remedy, "cut it");
 }
 
+TEST(Translation, GivesACodeByTheTypeOfTheError) {
+  EXPECT_EQ(Translated(cmn::DataError("no")).code(), ErrorCode::kBadContent);
+  EXPECT_EQ(Translated(cmn::UnsupportedVersionError("no")).code(), ErrorCode::kUnsupportedVersion);
+  EXPECT_EQ(Translated(zuna_sec::TruncatedError("f", "no", "do")).code(), ErrorCode::kCutOff);
+  EXPECT_EQ(Translated(std::ios_base::failure("no")).code(), ErrorCode::kBadContent);
+  EXPECT_EQ(Translated(std::runtime_error("no")).code(), ErrorCode::kBadContent);
+  EXPECT_EQ(Translated(Error(ErrorCode::kMidiFile, "", "no", "do")).code(), ErrorCode::kMidiFile);
+}
+
+TEST(Translation, GivesADataErrorTheCodeOfItsCaller) {
+  try {
+    OnFile(
+        "f", [] { throw cmn::DataError("no"); }, ErrorCode::kTextError);
+    FAIL() << "nothing was thrown";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.code(), ErrorCode::kTextError);
+  }
+}
+
 TEST(Translation, TakesTheErrorOfALargeFileApart) {
   const kit::FileTooLargeError thrown("f", 10);
   const Error error = Translated(thrown);
   EXPECT_STREQ(error.what(), thrown.what());
-  EXPECT_EQ(error.kind(), ErrorKind::kBadInput);
+  EXPECT_EQ(error.code(), ErrorCode::kTooLarge);
   EXPECT_EQ(error.parts().problem, "holds more than 10 bytes");
   EXPECT_EQ(error.parts().remedy, "give another file");
 }
@@ -75,7 +98,7 @@ TEST(Translation, TakesTheErrorOfALargeFileApart) {
 TEST(Translation, KeepsTheWholeMessageOfAnIoError) {
   const Error error = Translated(kit::IoError("f: cannot be read: no such file; check the path"));
   EXPECT_STREQ(error.what(), "f: cannot be read: no such file; check the path");
-  EXPECT_EQ(error.kind(), ErrorKind::kIo);
+  EXPECT_EQ(error.code(), ErrorCode::kIo);
   EXPECT_EQ(error.parts().file, "f");
   EXPECT_EQ(error.parts().problem, error.what());
   EXPECT_EQ(error.parts().remedy, "");

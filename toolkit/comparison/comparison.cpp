@@ -19,7 +19,7 @@ constexpr const char* kGiveBothForms = "give both forms of one document";
 void RequireParts(const Document& document) {
   const auto require = [&](const std::string& number, bool whole) {
     if (whole) return;
-    throw Error(ErrorKind::kBadInput, document.name(), "song " + number + " lacks a part",
+    throw Error(ErrorCode::kIncompleteSong, document.name(), "song " + number + " lacks a part",
                 "give every song all its lists");
   };
   if (const auto* show = document.As<zuna_midi::ShowData>()) {
@@ -42,7 +42,7 @@ void RequireTwoForms(const Document& legacy, const Document& current) {
   RequireCurrent(current.type(), current.name());
   RequireParts(current);
   if (legacy.type().kind == current.type().kind) return;
-  throw Error(ErrorKind::kBadInput, legacy.name(), "is not the legacy form of " + current.name(),
+  throw Error(ErrorCode::kNotOneDocument, legacy.name(), "is not the legacy form of " + current.name(),
               kGiveBothForms);
 }
 
@@ -53,12 +53,12 @@ void ThrowNotOneDocument(const std::string& song) {
   parts.song = song;
   parts.problem = "song " + song + " is not the same song in the other form";
   parts.remedy = kGiveBothForms;
-  throw Error(ErrorKind::kBadInput, std::move(parts));
+  throw Error(ErrorCode::kNotOneDocument, std::move(parts));
 }
 
 void Compare(const Document& before, const Document& after, const DifferenceSink& sink) {
   if (before.type().kind != after.type().kind) {
-    throw Error(ErrorKind::kBadInput, after.name(),
+    throw Error(ErrorCode::kWrongKind, after.name(),
                 "is " + TypeText(after.type()) + " and " + before.name() + " is " + TypeText(before.type()),
                 "give two shows or two logs");
   }

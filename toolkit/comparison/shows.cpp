@@ -87,7 +87,7 @@ std::shared_ptr<zuna_midi::SongData> UpAgain(const version0::SongData& song) {
     parts.song = song.song_number;
     parts.problem = "song " + song.song_number + " would not come up again from format 0.0: " + error.what();
     parts.remedy = kCorrectSong;
-    throw Error(ErrorKind::kBadInput, std::move(parts));
+    throw Error(ErrorCode::kCannotBeConverted, std::move(parts));
   }
 }
 

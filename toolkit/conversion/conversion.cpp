@@ -70,7 +70,7 @@ std::vector<std::string> UnknownSongs(const CL::ChangeLog& log, const Companion&
     if (!companion.songs.contains(number)) unknown.push_back(number);
   }
   if (unknown.empty() || unknown.size() < log.song_logs().size()) return unknown;
-  throw Error(ErrorKind::kBadInput, companion.name, "has none of the log's songs",
+  throw Error(ErrorCode::kUnrelatedCompanion, companion.name, "has none of the log's songs",
               "give the show of the log");
 }
 
@@ -122,7 +122,7 @@ Companion ReadLogAsCompanion(OpenedFile& file) { return {file.name(), ReadLegacy
 Companion ReadShowAsCompanion(OpenedFile& file) {
   const FileType type = TypeByMark(file);
   if (type.is_legacy() && !type.is_log()) return CompanionFrom(ReadDocument(file, Expected::kLegacy));
-  throw Error(ErrorKind::kBadInput, file.name(), "is " + TypeText(type) + ", no show of version 0.0",
+  throw Error(ErrorCode::kWrongCompanion, file.name(), "is " + TypeText(type) + ", no show of version 0.0",
               "give the show of the log");
 }
 

@@ -15,11 +15,11 @@ namespace {
 /// The log in `document`. `remedy` is for a log of version 0.0.
 const CL::ChangeLog& RequireLog(const Document& document, const std::string& remedy) {
   if (!document.type().is_log()) {
-    throw Error(ErrorKind::kBadInput, document.name(), "is a show, and this command takes logs",
+    throw Error(ErrorCode::kWrongKind, document.name(), "is a show, and this command takes logs",
                 "give a log");
   }
   if (document.type().is_legacy()) {
-    throw Error(ErrorKind::kBadInput, document.name(),
+    throw Error(ErrorCode::kCurrentWanted, document.name(),
                 "is a log of version 0.0, which holds no attaccas and fermatas", remedy);
   }
   return *document.As<CL::ChangeLog>();
@@ -32,7 +32,7 @@ void RequireSongs(const CL::ChangeLog& from, const CL::ChangeLog& to, const std:
     if (!to.song_logs().contains(number)) AppendListed(missing, number);
   }
   if (missing.empty()) return;
-  throw Error(ErrorKind::kBadInput, destination, "lacks songs of " + source + ": " + missing,
+  throw Error(ErrorCode::kSongsMissing, destination, "lacks songs of " + source + ": " + missing,
               "give a log of the same songs");
 }
 

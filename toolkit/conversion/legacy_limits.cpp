@@ -74,7 +74,7 @@ class LimitCheck {
     parts.problem = problem;
     parts.remedy = remedy;
     parts.song = song_;
-    throw Error(ErrorKind::kBadInput, std::move(parts));
+    throw Error(ErrorCode::kBeyondLegacyLimits, std::move(parts));
   }
 
   const std::string& file_;
@@ -125,7 +125,7 @@ Error SongError(const std::string& file, const std::string& number, const Obstac
   parts.problem = "song " + number + ": " + obstacle.problem;
   parts.remedy = obstacle.remedy;
   parts.song = number;
-  return {ErrorKind::kBadInput, std::move(parts)};
+  return {obstacle.code, std::move(parts)};
 }
 
 void RequireLegacyLimits(const Document& current) {
@@ -136,7 +136,8 @@ void RequireLegacyLimits(const Document& current) {
 
 std::optional<Obstacle> ObstacleDown(const zuna_midi::SongData& song) {
   if (const auto problem = TimelineProblem(*song.timeline)) return Obstacle{*problem, kCorrectSong};
-  if (const auto problem = VoicesProblem(*song.voice_data)) return Obstacle{*problem, "remove some of them"};
+  if (const auto problem = VoicesProblem(*song.voice_data))
+    return Obstacle{*problem, "remove some of them", ErrorCode::kBeyondLegacyLimits};
   return std::nullopt;
 }
 

@@ -83,11 +83,15 @@ bool BeginsLikeTextForm(std::string_view text) {
   return first != std::string_view::npos && text[first] == cmn::kTextFormStart;
 }
 
+ErrorCode DataCodeOf(std::istream& stream) {
+  return BeginsLikeTextForm(StartOf(stream, kTextFormProbe)) ? ErrorCode::kTextError : ErrorCode::kBadContent;
+}
+
 void RequireReadableText(std::istream& stream) {
   const std::string start = StartOf(stream, kTextFormProbe);
   if (!BeginsLikeTextForm(start) || IsReadableLegacyShow(stream)) return;
   if (start.front() != cmn::kTextFormStart) {
-    throw Error(ErrorKind::kBadInput, "", "a byte order mark or blanks stand before the text (at byte 0)",
+    throw Error(ErrorCode::kTextError, "", "a byte order mark or blanks stand before the text (at byte 0)",
                 "remove them, so that \"{\" comes first");
   }
   const bool is_show = cmn::get_showdata_version(stream) != kLegacyVersion;
@@ -100,13 +104,14 @@ void RequireReadableText(std::istream& stream) {
 }
 
 FileType TypeByMark(OpenedFile& file) {
-  return OnFile(file.name(), [&] { return TypeOf(file.stream()); });
+  return OnFile(
+      file.name(), [&] { return TypeOf(file.stream()); }, DataCodeOf(file.stream()));
 }
 
 FileType Detect(OpenedFile& file) {
   const FileType type = TypeByMark(file);
   if (!MayLackMark(type) || IsReadableLegacyShow(file.stream())) return type;
-  throw Error(ErrorKind::kBadInput, file.name(), "is no show and no log of any version",
+  throw Error(ErrorCode::kNotAShowOrLog, file.name(), "is no show and no log of any version",
               "give an undamaged file");
 }
 
@@ -124,7 +129,7 @@ void RequireCorrectText(std::span<const std::uint8_t> plaintext, const std::stri
       parts.song = error.song().value_or("");
       parts.field = error.field();
       parts.offset = error.offset();
-      throw Error(ErrorKind::kBadInput, parts, name + ": " + error.what() + "; " + parts.remedy);
+      throw Error(ErrorCode::kTextError, parts, name + ": " + error.what() + "; " + parts.remedy);
     }
   });
 }

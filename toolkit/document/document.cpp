@@ -34,7 +34,7 @@ void RequireVersion(const Document::Model& model, cmn::FileVersion version, cons
                         ? version == kLegacyVersion
                         : std::find(supported.begin(), supported.end(), version) != supported.end();
   if (fits) return;
-  throw Error(ErrorKind::kNoSuchVersion, name,
+  throw Error(ErrorCode::kNoSuchVersion, name,
               std::string(cmn::KindName(kind)) + "s have no version " + cmn::VersionText(version),
               "use one of " + SupportedText(kind));
 }
@@ -47,17 +47,18 @@ std::string TypeText(const FileType& type) {
 
 void RequireLegacy(const FileType& type, const std::string& name) {
   if (type.is_legacy()) return;
-  throw Error(ErrorKind::kBadInput, name, "is " + TypeText(type) + ", not 0.0", "use convert or down");
+  throw Error(ErrorCode::kLegacyWanted, name, "is " + TypeText(type) + ", not 0.0", "use convert or down");
 }
 
 void RequireCurrent(const FileType& type, const std::string& name) {
   if (!type.is_legacy()) return;
-  throw Error(ErrorKind::kBadInput, name, "is " + TypeText(type) + ", not a current one", "use up first");
+  throw Error(ErrorCode::kCurrentWanted, name, "is " + TypeText(type) + ", not a current one",
+              "use up first");
 }
 
 void RequireShow(const FileType& type, const std::string& name) {
   if (!type.is_log()) return;
-  throw Error(ErrorKind::kBadInput, name, "is a log, and this command takes shows", "give a show");
+  throw Error(ErrorCode::kWrongKind, name, "is a log, and this command takes shows", "give a show");
 }
 
 Document::Document(Model model, cmn::FileVersion version, std::string name)

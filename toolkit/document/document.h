@@ -35,8 +35,8 @@ struct FileType {
 /// "a show of version 1.2"
 ZUNA_API std::string TypeText(const FileType& type);
 
-/// Throw Error (kBadInput) where the document or file called `name` is something else than what is asked for:
-/// of the legacy format, of a current version, a show.
+/// Throw Error (kLegacyWanted, kCurrentWanted, kWrongKind) where the document or file called `name` is
+/// something else than what is asked for: of the legacy format, of a current version, a show.
 ///@{
 ZUNA_API void RequireLegacy(const FileType& type, const std::string& name);
 ZUNA_API void RequireCurrent(const FileType& type, const std::string& name);

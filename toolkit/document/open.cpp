@@ -23,11 +23,12 @@ using Cipher = zuna_sec::TwoFishCipherStream;
 struct PlainKind {
   std::string problem;
   std::string remedy = "use encrypt first";
+  ErrorCode code = ErrorCode::kPlainFile;
 };
 
 /// Both texts are empty where nothing is known about it.
 PlainKind PlainKindOf(std::string_view text) {
-  if (text.starts_with("MThd")) return {"is a MIDI file", "use midi import"};
+  if (text.starts_with("MThd")) return {"is a MIDI file", "use midi import", ErrorCode::kMidiFile};
   if (text.starts_with(version0::kChangeLogMagic)) return {"is a plain log"};
   for (const cmn::FileKind kind : {cmn::FileKind::kShow, cmn::FileKind::kLog}) {
     if (text.starts_with(cmn::BinaryMagic(kind))) return {"is a plain " + std::string(cmn::KindName(kind))};
@@ -52,10 +53,10 @@ std::unique_ptr<Cipher> Decrypt(const Bytes& bytes, const CipherKey& key, Accept
     if (accept == Accept::kEncryptedOrPlain) return MakePlain(bytes);
     const PlainKind kind = PlainKindOf(AsText(bytes));
     if (kind.problem.empty()) throw;
-    throw Error(ErrorKind::kBadInput, "", kind.problem, kind.remedy);
+    throw Error(kind.code, "", kind.problem, kind.remedy);
   } catch (const zuna_sec::WrongKeyError&) {
     if (!key.key.empty() || !key.iv.empty()) throw;
-    throw Error(ErrorKind::kKeyMissing, "", "is encrypted with a key, and none was given", "give its key");
+    throw Error(ErrorCode::kNoKey, "", "is encrypted with a key, and none was given", "give its key");
   }
 }
 

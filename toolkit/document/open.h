@@ -29,7 +29,7 @@ enum class Accept {
 class ZUNA_API OpenedFile {
  public:
   /// Reads the file at `path`, which may be a pipe, and decrypts it. Throws Error: kIo where it cannot be
-  /// read, kWrongKey and kKeyMissing, kBadInput where it is damaged, too large or not encrypted.
+  /// read, kWrongKey and kNoKey, others where it is damaged, too large or not encrypted.
   OpenedFile(const std::string& path, const CipherKey& key, Accept accept = Accept::kEncrypted);
 
   /// The same for bytes that were read elsewhere. `name` is what messages call them.
@@ -56,8 +56,8 @@ class ZUNA_API OpenedFile {
 ZUNA_API bool IsEncrypted(std::span<const std::uint8_t> bytes);
 
 /// What `file` holds, as its content tells. A legacy show begins with no mark: what has no other mark is read
-/// as one to be sure. Throws Error (kBadInput) where `file` is no show and no log of any version, and for a
-/// text that does not state what it holds.
+/// as one to be sure. Throws Error (kNotAShowOrLog) where `file` is no show and no log of any version, and
+/// for a text that does not state what it holds.
 ZUNA_API FileType Detect(OpenedFile& file);
 
 /// What a caller reads.
@@ -68,7 +68,7 @@ enum class Expected {
   kCurrent,  ///< a show or a log of a current version
 };
 
-/// Reads the show or log in `file`. Throws Error (kBadInput) where it is not what is expected, and where it
+/// Reads the show or log in `file`. Throws Error where it is not what is expected, and where it
 /// is damaged, with song, field and offset where they are known.
 ZUNA_API Document ReadDocument(OpenedFile& file, Expected expected = Expected::kAny);
 
@@ -77,11 +77,11 @@ ZUNA_API Document OpenDocument(const std::string& path, const CipherKey& key,
                                Accept accept = Accept::kEncrypted);
 
 /// The name of the show in the header of a legacy log; what follows the header is not read. Throws Error
-/// (kBadInput) where there is no legacy log.
+/// (kWrongCompanion) where there is no legacy log.
 ZUNA_API std::string ReadLegacyShowName(OpenedFile& file);
 
 /// Checks plaintext that is meant to be a text form (its first character is "{"); other plaintext passes.
-/// Throws Error (kBadInput) with the place of the first error.
+/// Throws Error (kTextError) with the place of the first error.
 ZUNA_API void RequireCorrectText(std::span<const std::uint8_t> plaintext, const std::string& name);
 
 }  // namespace zuna_toolkit

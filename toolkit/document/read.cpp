@@ -52,8 +52,7 @@ version0::ChangeLogV0 EmptyLog(std::istream& stream) {
 LegacyLog ReadLegacyLog(OpenedFile& file) {
   Rewind(file.stream());
   if (!check_log_size(file.cipher())) {
-    throw Error(ErrorKind::kBadInput, file.name(),
-                "is no complete log: its length is not what its header says",
+    throw Error(ErrorCode::kCutOff, file.name(), "is no complete log: its length is not what its header says",
                 "get a complete copy of the file");
   }
   const std::size_t count = CountSongLogs(file.stream());
@@ -103,13 +102,15 @@ FileType ExpectedType(OpenedFile& file, Expected expected) {
 
 Document ReadDocument(OpenedFile& file, Expected expected) {
   const FileType type = ExpectedType(file, expected);
-  return OnFile(file.name(), [&] { return Document(ReadModel(file, type), type.version, file.name()); });
+  return OnFile(
+      file.name(), [&] { return Document(ReadModel(file, type), type.version, file.name()); },
+      DataCodeOf(file.stream()));
 }
 
 std::string ReadLegacyShowName(OpenedFile& file) {
   std::istream& stream = file.stream();
   if (StartOf(stream, version0::kChangeLogMagic.size()) != version0::kChangeLogMagic) {
-    throw Error(ErrorKind::kBadInput, file.name(),
+    throw Error(ErrorCode::kWrongCompanion, file.name(),
                 "is no log of version 0.0 (it does not begin with \"ZUNA\")", "give the log of the show");
   }
   stream.exceptions(std::ios_base::failbit | std::ios_base::badbit);

@@ -27,10 +27,10 @@ ErrorParts PartsOf(const std::string& name, const cmn::DataError& error) {
 }
 
 /// The core library composes the place of its errors; what it lacks is the file, and at times the remedy.
-Error FromDataError(const std::string& name, const cmn::DataError& error) {
+Error FromDataError(ErrorCode code, const std::string& name, const cmn::DataError& error) {
   std::string message = name + ": " + error.what();
   if (error.remedy().empty()) message += std::string("; ") + kCorrectText;
-  return {ErrorKind::kBadInput, PartsOf(name, error), message};
+  return {code, PartsOf(name, error), message};
 }
 
 /// Its message holds the file and the remedy already.
@@ -38,12 +38,12 @@ Error FromIoError(const std::string& name, const kit::IoError& error) {
   ErrorParts parts;
   parts.file = name;
   parts.problem = error.what();
-  return {ErrorKind::kIo, std::move(parts), error.what()};
+  return {ErrorCode::kIo, std::move(parts), error.what()};
 }
 
 }  // namespace
 
-void ThrowAsError(const std::string& name) {
+void ThrowAsError(const std::string& name, ErrorCode data_code) {
   try {
     throw;
   } catch (const std::bad_alloc&) {
@@ -51,21 +51,21 @@ void ThrowAsError(const std::string& name) {
   } catch (const Error& error) {
     if (!error.parts().file.empty()) throw;
     throw error.WithFile(name);
-  } catch (const zuna_sec::WrongKeyError& error) {
-    throw Error(ErrorKind::kWrongKey, name, error.problem(), error.remedy());
   } catch (const zuna_sec::CipherError& error) {
-    throw Error(ErrorKind::kBadInput, name, error.problem(), error.remedy());
+    throw Error(CodeOf(error), name, error.problem(), error.remedy());
   } catch (const kit::IoError& error) {
     throw FromIoError(name, error);
   } catch (const kit::FileTooLargeError& error) {
-    throw Error(ErrorKind::kBadInput, name, "holds more than " + std::to_string(error.limit()) + " bytes",
+    throw Error(ErrorCode::kTooLarge, name, "holds more than " + std::to_string(error.limit()) + " bytes",
                 "give another file");
+  } catch (const cmn::UnsupportedVersionError& error) {
+    throw FromDataError(ErrorCode::kUnsupportedVersion, name, error);
   } catch (const cmn::DataError& error) {
-    throw FromDataError(name, error);
+    throw FromDataError(data_code, name, error);
   } catch (const std::ios_base::failure&) {
-    throw Error(ErrorKind::kBadInput, name, "ends too early or is damaged", kGetUndamagedCopy);
+    throw Error(ErrorCode::kBadContent, name, "ends too early or is damaged", kGetUndamagedCopy);
   } catch (const std::exception& error) {
-    throw Error(ErrorKind::kBadInput, name, error.what(), kGetUndamagedCopy);
+    throw Error(ErrorCode::kBadContent, name, error.what(), kGetUndamagedCopy);
   }
 }
 

@@ -23,15 +23,17 @@ inline void PassOnBadAlloc(const std::exception& error) {
 
 /// Called in a handler: throws the exception being handled as an Error about the file called `name`. Only
 /// std::bad_alloc stays what it is. An exception that tells nothing else means that the content is at fault.
-[[noreturn]] void ThrowAsError(const std::string& name);
+/// `data_code` is the code of a cmn::DataError.
+[[noreturn]] void ThrowAsError(const std::string& name, ErrorCode data_code);
 
-/// Returns what `work` returns. What it throws becomes an Error about the file called `name`.
+/// Returns what `work` returns. What it throws becomes an Error about the file called `name`, as
+/// ThrowAsError() does.
 template <typename Work>
-auto OnFile(const std::string& name, Work work) {
+auto OnFile(const std::string& name, Work work, ErrorCode data_code = ErrorCode::kBadContent) {
   try {
     return work();
   } catch (...) {
-    ThrowAsError(name);
+    ThrowAsError(name, data_code);
   }
 }
 

@@ -162,13 +162,13 @@ void CountVoiceFields(const zuna_midi::VoiceData& voices, Report& report) {
 smf::File ExportSong(const zuna_midi::SongData& song, Report& report) {
   if (song.division == 0 || song.division > kMaxDivision) {
     throw Error(
-        ErrorKind::kBadInput, "",
+        ErrorCode::kBeyondMidiLimits, "",
         "a quarter note has " + std::to_string(song.division) + " ticks, and a MIDI file holds 1 to 32767",
         "change the song's division");
   }
   const auto& voices = song.voice_data->tracks();
   if (voices.size() > kMaxVoices) {
-    throw Error(ErrorKind::kBadInput, "",
+    throw Error(ErrorCode::kBeyondMidiLimits, "",
                 "it has " + std::to_string(voices.size()) + " voices, and a MIDI file holds 65534",
                 "remove some of them");
   }

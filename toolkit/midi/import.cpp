@@ -67,7 +67,7 @@ class VoiceMaker {
  private:
   std::uint16_t NextNumber() {
     if (last_number_ == std::numeric_limits<std::uint16_t>::max()) {
-      throw Error(ErrorKind::kBadInput, "", "it has more than 65535 voices (channels of tracks)",
+      throw Error(ErrorCode::kBeyondShowLimits, "", "it has more than 65535 voices (channels of tracks)",
                   "split it into several files");
     }
     return ++last_number_;

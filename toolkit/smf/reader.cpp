@@ -20,18 +20,20 @@ constexpr std::size_t kDivisionOffset = 4 + 4 + 2 + 2;  // type, length, format,
 
 void CheckDivision(std::uint16_t division) {
   if ((division & kSmpteBit) != 0) {
-    throw DamageAt(kDivisionOffset, "times are in SMPTE frames",
+    throw DamageAt(ErrorCode::kUnsupportedMidi, kDivisionOffset, "times are in SMPTE frames",
                    "export the file with ticks of a quarter note instead");
   }
   if (division == 0) {
-    throw DamageAt(kDivisionOffset, "a quarter note has 0 ticks", "export the file with another resolution");
+    throw DamageAt(ErrorCode::kUnsupportedMidi, kDivisionOffset, "a quarter note has 0 ticks",
+                   "export the file with another resolution");
   }
 }
 
 /// Reads the header chunk: "MThd", length, format, number of tracks, division.
 File ReadHeader(ByteCursor& cursor, ReadNotes& notes) {
   if (cursor.left() < 4 || AsText(cursor.Take(4)) != "MThd") {
-    throw DamageAt(0, "not a Standard MIDI File: it does not begin with \"MThd\"", "give a .mid file");
+    throw DamageAt(ErrorCode::kNotAMidiFile, 0, "not a Standard MIDI File: it does not begin with \"MThd\"",
+                   "give a .mid file");
   }
   const std::uint32_t length = cursor.Number(4);
   if (length < kSmallestHeader) cursor.Fail("the header has " + std::to_string(length) + " bytes, not 6");
@@ -39,7 +41,8 @@ File ReadHeader(ByteCursor& cursor, ReadNotes& notes) {
   File file;
   file.format = static_cast<std::uint16_t>(cursor.Number(2));
   if (file.format > 1) {
-    throw DamageAt(kFormatOffset, "format " + std::to_string(file.format) + " is not supported",
+    throw DamageAt(ErrorCode::kUnsupportedMidi, kFormatOffset,
+                   "format " + std::to_string(file.format) + " is not supported",
                    "export the file as format 0 or 1");
   }
   notes.declared_tracks = cursor.Number(2);
@@ -125,7 +128,7 @@ class TrackReader {
 
 void CheckTrackCount(const File& file, const ReadNotes& notes, const ByteCursor& cursor) {
   if (file.tracks.size() >= notes.declared_tracks) return;
-  throw DamageAt(cursor.offset(),
+  throw DamageAt(ErrorCode::kCutOff, cursor.offset(),
                  "truncated: the header promises " + Counted(notes.declared_tracks, "track", "tracks") +
                      ", and the file has " + std::to_string(file.tracks.size()),
                  "get a complete copy of the file");

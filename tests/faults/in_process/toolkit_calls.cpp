@@ -18,6 +18,7 @@
 #include "toolkit/midi/songs.h"
 #include "toolkit/smf/file.h"
 #include "toolkit/words.h"
+#include "zuna_sec/errors.h"
 
 namespace public_calls {
 
@@ -201,9 +202,14 @@ void AddWords(Calls& calls) {
     zuna_toolkit::ErrorParts parts;
     parts.problem = kLong;
     using zuna_toolkit::Error;
-    constexpr auto kKind = zuna_toolkit::ErrorKind::kBadInput;
-    return std::string(Error(kKind, parts).WithFile(kLong).what()) + Error(kKind, parts, kLong).what() +
-           Error(kKind, kLong, kLong, kLong).what();
+    constexpr auto kCode = zuna_toolkit::ErrorCode::kBadContent;
+    return std::string(Error(kCode, parts).WithFile(kLong).what()) + Error(kCode, parts, kLong).what() +
+           Error(kCode, kLong, kLong, kLong).what();
+  });
+  calls.Add("CodeOf", [error = zuna_sec::WrongKeyError(kLong, kLong, kLong)] {
+    const zuna_toolkit::ErrorCode code = zuna_toolkit::CodeOf(error);
+    return std::string(CodeText(code)) + std::string(zuna_toolkit::ErrorExplanations().front().code) +
+           (zuna_toolkit::KindOf(code) == zuna_toolkit::ErrorKind::kWrongKey ? "" : "of another kind");
   });
 }
 

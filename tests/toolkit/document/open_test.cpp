@@ -129,12 +129,14 @@ TEST_F(OpenTest, ReadsALegacyLogWithoutSongs) {
 TEST_F(OpenTest, NamesTheFileAndTheRemedy) {
   EXPECT_EQ(ErrorOf("MThd").parts().problem, "is a MIDI file");
   EXPECT_EQ(ErrorOf("MThd").parts().remedy, "use midi import");
+  EXPECT_EQ(ErrorOf("MThd").code(), ErrorCode::kMidiFile);
   EXPECT_EQ(ErrorOf("{}").parts().problem, "is plain text");
   EXPECT_EQ(ErrorOf(std::string("\0ZSH\2", 5)).parts().problem, "is a plain show");
   EXPECT_EQ(ErrorOf(std::string("\0ZLG\2", 5)).parts().problem, "is a plain log");
   EXPECT_EQ(ErrorOf("ZUNA").parts().problem, "is a plain log");
+  EXPECT_EQ(ErrorOf("ZUNA").code(), ErrorCode::kPlainFile);
   const Error other = ErrorOf("something else");
-  EXPECT_EQ(other.kind(), ErrorKind::kBadInput);
+  EXPECT_EQ(other.code(), ErrorCode::kNotEncrypted);
   EXPECT_EQ(other.parts().file, folder_ / "file");
   EXPECT_EQ(std::string(other.what()),
             other.parts().file + ": " + other.parts().problem + "; " + other.parts().remedy);
@@ -143,9 +145,9 @@ TEST_F(OpenTest, NamesTheFileAndTheRemedy) {
 TEST_F(OpenTest, TellsAWrongKeyFromAMissingOne) {
   const std::vector<std::uint8_t> sealed = Encrypted("x");
   const std::string bytes(sealed.begin(), sealed.end());
-  EXPECT_EQ(ErrorOf(bytes, {{1}, {2}}).kind(), ErrorKind::kWrongKey);
-  EXPECT_EQ(ErrorOf(bytes, {{}, {2}}).kind(), ErrorKind::kWrongKey);
-  EXPECT_EQ(ErrorOf(bytes, {}).kind(), ErrorKind::kKeyMissing);
+  EXPECT_EQ(ErrorOf(bytes, {{1}, {2}}).code(), ErrorCode::kWrongKey);
+  EXPECT_EQ(ErrorOf(bytes, {{}, {2}}).code(), ErrorCode::kWrongKey);
+  EXPECT_EQ(ErrorOf(bytes, {}).code(), ErrorCode::kNoKey);
   EXPECT_EQ(ErrorOf(bytes, {}).parts().problem, "is encrypted with a key, and none was given");
 }
 
@@ -154,7 +156,7 @@ TEST_F(OpenTest, SaysThatAFileCannotBeRead) {
     OpenDocument(folder_ / "none", kKey);
     FAIL() << "nothing was thrown";
   } catch (const Error& error) {
-    EXPECT_EQ(error.kind(), ErrorKind::kIo);
+    EXPECT_EQ(error.code(), ErrorCode::kIo);
     EXPECT_EQ(error.parts().file, folder_ / "none");
     EXPECT_THAT(error.what(), StartsWith((folder_ / "none") + ": cannot be opened"));
   }
@@ -163,7 +165,7 @@ TEST_F(OpenTest, SaysThatAFileCannotBeRead) {
 TEST_F(OpenTest, CarriesThePlaceOfAnErrorInAText) {
   const Error error = ErrorOfPlaintext(
       R"({"kind": "showdata", "fileVersion": "2.0", "showName": "", "songs": [{"songNumber": "7", "x": 1}]})");
-  EXPECT_EQ(error.kind(), ErrorKind::kBadInput);
+  EXPECT_EQ(error.code(), ErrorCode::kTextError);
   EXPECT_TRUE(error.parts().offset.has_value());
   EXPECT_THAT(error.what(), HasSubstr("(at byte "));
   EXPECT_THAT(error.what(), EndsWith("; " + error.parts().remedy));
@@ -174,6 +176,14 @@ TEST_F(OpenTest, ReadsATextThatDoesNotStateWhatItHolds) {
               EndsWith("a byte order mark or blanks stand before the text (at byte 0); remove them, so that "
                        "\"{\" comes first"));
   EXPECT_THAT(ErrorOfPlaintext("{\"kind\": \"logdata\"}").what(), HasSubstr("(at byte "));
+  EXPECT_EQ(ErrorOfPlaintext("\xEF\xBB\xBF{}").code(), ErrorCode::kTextError);
+}
+
+TEST_F(OpenTest, TellsDamageFromAVersionThatIsNotKnown) {
+  std::string bytes = WrittenAt(zuna_midi::ShowData(), {1, 2});
+  EXPECT_EQ(ErrorOfPlaintext(bytes.substr(0, bytes.size() - 1)).code(), ErrorCode::kBadContent);
+  bytes[8] = 9;  // the major version
+  EXPECT_EQ(ErrorOfPlaintext(bytes).code(), ErrorCode::kUnsupportedVersion);
 }
 
 TEST_F(OpenTest, RefusesEveryTruncationOfALegacyFile) {

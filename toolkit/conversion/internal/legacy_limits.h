@@ -15,9 +15,10 @@ namespace zuna_toolkit {
 struct Obstacle {
   std::string problem;
   std::string remedy;
+  ErrorCode code = ErrorCode::kCannotBeConverted;
 };
 
-/// `obstacle` of the song with this number in `file`, as a kBadInput error.
+/// `obstacle` of the song with this number in `file`, as an error.
 Error SongError(const std::string& file, const std::string& number, const Obstacle& obstacle);
 
 /// Throws Error (kBadInput) for a current document that format 0.0 has no room for.

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "toolkit/document/open.h"
+#include "toolkit/error_code.h"
 
 namespace zuna_toolkit {
 
@@ -19,6 +20,10 @@ std::string StartOf(std::istream& stream, std::size_t size);
 /// Whether `text` is meant to be a text form: it begins with "{", perhaps after a byte order mark and white
 /// space. The text form itself allows neither.
 bool BeginsLikeTextForm(std::string_view text);
+
+/// The code of an error in the content of a current file: kTextError for a text form, kBadContent for
+/// another. The stream is at its beginning then.
+ErrorCode DataCodeOf(std::istream& stream);
 
 /// Throws what is wrong with a plaintext that begins like a text form: Error without a file, or
 /// cmn::DataError. Any other plaintext passes.

@@ -12,12 +12,13 @@
 namespace zuna_toolkit::smf {
 
 /// An error at an offset in bytes; `problem` is without the place.
-inline Error DamageAt(std::size_t offset, const std::string& problem, const std::string& remedy) {
+inline Error DamageAt(ErrorCode code, std::size_t offset, const std::string& problem,
+                      const std::string& remedy) {
   ErrorParts parts;
   parts.problem = problem + " (offset " + std::to_string(offset) + ")";
   parts.remedy = remedy;
   parts.offset = offset;
-  return {ErrorKind::kBadInput, std::move(parts)};
+  return {code, std::move(parts)};
 }
 
 /// Walks through a part of a file. Every read is checked against the bytes that remain.
@@ -67,14 +68,16 @@ class ByteCursor {
   }
 
   /// Throws Error for damage found here.
-  [[noreturn]] void Fail(const std::string& what) const {
-    throw DamageAt(offset(), what, "the file is damaged: export it again from the program that made it");
+  [[noreturn]] void Fail(const std::string& what, ErrorCode code = ErrorCode::kBadContent) const {
+    throw DamageAt(code, offset(), what,
+                   "the file is damaged: export it again from the program that made it");
   }
 
  private:
   void Need(std::size_t count) const {
     if (count > left()) {
-      Fail("truncated: " + std::to_string(count) + " bytes needed, " + std::to_string(left()) + " left");
+      Fail("truncated: " + std::to_string(count) + " bytes needed, " + std::to_string(left()) + " left",
+           ErrorCode::kCutOff);
     }
   }
 
