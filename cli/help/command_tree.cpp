@@ -1,6 +1,8 @@
 // The commands of the tool and their options, as the parser has them.
 #include "cli/help/command_tree.h"
 
+#include <algorithm>
+
 namespace zuna_cli {
 
 namespace {
@@ -40,6 +42,16 @@ std::vector<const CLI::Option*> OptionsOf(const CLI::App& command) {
 
 std::vector<const CLI::Option*> ArgumentsOf(const CLI::App& command) {
   return command.get_options([](const CLI::Option* option) { return option->get_positional(); });
+}
+
+std::vector<const CLI::Option*> AllOptionsOf(const CLI::App& command) {
+  std::vector<const CLI::Option*> options = OptionsOf(command);
+  if (command.get_parent() == nullptr) return options;
+  for (const CLI::Option* option : AllOptionsOf(*command.get_parent())) {
+    const auto is_same = [&](const CLI::Option* own) { return own->get_name() == option->get_name(); };
+    if (std::none_of(options.begin(), options.end(), is_same)) options.push_back(option);
+  }
+  return options;
 }
 
 std::vector<std::string> Spellings(const CLI::Option& option) {

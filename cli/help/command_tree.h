@@ -29,6 +29,10 @@ bool IsRepeated(const CLI::Option& argument);
 std::vector<const CLI::Option*> OptionsOf(const CLI::App& command);
 std::vector<const CLI::Option*> ArgumentsOf(const CLI::App& command);
 
+/// The options of a command and those of the commands above it that it does not have itself. All of them may
+/// stand in its command line.
+std::vector<const CLI::Option*> AllOptionsOf(const CLI::App& command);
+
 /// How an option may be written: "-o" and "--output".
 std::vector<std::string> Spellings(const CLI::Option& option);
 

@@ -13,14 +13,6 @@ namespace {
 
 std::string WhereToRead(const CLI::App& command) { return "see " + FullName(command) + " --help"; }
 
-/// The options of a command and of those above it; they may stand in its command line.
-std::vector<const CLI::Option*> AllOptionsOf(const CLI::App& command) {
-  std::vector<const CLI::Option*> options = OptionsOf(command);
-  if (command.get_parent() == nullptr) return options;
-  for (const CLI::Option* option : AllOptionsOf(*command.get_parent())) options.push_back(option);
-  return options;
-}
-
 /// The first of the options and arguments of a command that `is_meant`.
 template <typename IsMeant>
 const CLI::Option* Find(const CLI::App& command, IsMeant is_meant) {

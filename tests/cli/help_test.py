@@ -59,7 +59,7 @@ class HelpTest(ToolTest):
             examples = self.entries("Examples", *command)
             self.assertIn(len(examples), (1, 2, 3), command)
             for line in examples:
-                words = shlex.split(line.partition(" <")[0])
+                words = shlex.split(re.split(" [<>|]", line)[0])
                 self.assertEqual(words[0], "zuna-convert")
                 if command:
                     self.assertTrue(f"{line} ".startswith(" ".join(["zuna-convert", *command, ""])), line)
