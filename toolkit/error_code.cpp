@@ -30,6 +30,11 @@ constexpr std::array kRows = {
         ErrorKind::kBadInput,
         {"not-encrypted", "the file is empty or does not begin like an encrypted file",
          "give an encrypted show or log file"}},
+    Row{ErrorCode::kChangedInTransfer,
+        ErrorKind::kBadInput,
+        {"changed-in-transfer",
+         "an encrypted file was copied as text, which changed its line ends or its eighth bits",
+         "copy it again as binary"}},
     Row{ErrorCode::kPlainFile,
         ErrorKind::kBadInput,
         {"plain-file", "the file is a show, a log or a text that is not encrypted", "use encrypt first"}},
@@ -210,6 +215,7 @@ bool Is(const zuna_sec::CipherError& error) {
 
 ErrorCode CodeOf(const zuna_sec::CipherError& error) {
   if (Is<zuna_sec::WrongKeyError>(error)) return ErrorCode::kWrongKey;
+  if (Is<zuna_sec::ChangedInTransferError>(error)) return ErrorCode::kChangedInTransfer;
   if (Is<zuna_sec::NotEncryptedError>(error)) return ErrorCode::kNotEncrypted;
   if (Is<zuna_sec::UnsupportedEnvelopeError>(error)) return ErrorCode::kUnsupportedEnvelope;
   if (Is<zuna_sec::TruncatedError>(error)) return ErrorCode::kCutOff;

@@ -33,6 +33,7 @@ enum class ErrorCode {
   kWrongKey,             ///< "wrong-key"
   kNoKey,                ///< "no-key"
   kNotEncrypted,         ///< "not-encrypted"
+  kChangedInTransfer,    ///< "changed-in-transfer"
   kPlainFile,            ///< "plain-file"
   kMidiFile,             ///< "midi-file"
   kUnsupportedEnvelope,  ///< "unsupported-envelope"

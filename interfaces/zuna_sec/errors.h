@@ -43,6 +43,13 @@ class ZUNA_API NotEncryptedError : public CipherError {
   using CipherError::CipherError;
 };
 
+/// The data begins like an encrypted file that was copied as text: line ends were changed, or the eighth bit
+/// of every byte was cut off.
+class ZUNA_API ChangedInTransferError : public NotEncryptedError {
+ public:
+  using NotEncryptedError::NotEncryptedError;
+};
+
 /// The data ends before the length that its header states.
 class ZUNA_API TruncatedError : public CipherError {
  public:

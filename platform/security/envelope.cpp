@@ -15,7 +15,7 @@ namespace zuna_security {
 
 namespace {
 
-// The first byte is not text. The line ends reveal a transfer that changes line ends.
+// The first byte is not text. The line ends reveal a transfer that changes line ends; kChangedMagics.
 constexpr std::array<std::uint8_t, 8> kMagic{0x89, 'Z', 'S', 'C', '\r', '\n', 0x1a, '\n'};
 constexpr std::uint8_t kVersion = 1;
 constexpr std::uint8_t kSuite = 1;  // HKDF-SHA-256, Twofish-256 in SIV mode
@@ -46,12 +46,38 @@ std::uint64_t GetLength(Bytes field) {
   return length;
 }
 
+/// A magic that a copy as text has changed.
+struct ChangedMagic {
+  std::string_view bytes;
+  const char* problem;
+};
+
+constexpr const char* kLineEnds = "was changed in transfer: its line ends are not as they were (offset 4)";
+
+constexpr std::array kChangedMagics = {
+    ChangedMagic{"\x89ZSC\n\x1a\n", kLineEnds},        // CR LF became LF, or CR was removed
+    ChangedMagic{"\x89ZSC\r\r\n\x1a\r\n", kLineEnds},  // LF became CR LF
+    ChangedMagic{"\x89ZSC\r\n\x1a\r\n", kLineEnds},    // LF became CR LF, where no CR was before it
+    ChangedMagic{"\x89ZSC\n\n\x1a\n", kLineEnds},      // CR became LF
+    ChangedMagic{"\x09ZSC\r\n\x1a\n",
+                 "was changed in transfer: its bytes have lost their eighth bit (offset 0)"},
+};
+
+void CheckTransfer(Bytes bytes, const std::string& name) {
+  const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  for (const ChangedMagic& changed : kChangedMagics) {
+    if (!text.starts_with(changed.bytes)) continue;
+    throw zuna_sec::ChangedInTransferError(name, changed.problem, "copy it again as binary");
+  }
+}
+
 void CheckMagic(Bytes bytes, const std::string& name) {
   if (bytes.empty()) {
     throw zuna_sec::NotEncryptedError(name, "is empty, not an encrypted file", "give another file");
   }
   const std::size_t present = std::min(bytes.size(), kMagic.size());
   if (!std::equal(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(present), kMagic.begin())) {
+    CheckTransfer(bytes, name);
     throw zuna_sec::NotEncryptedError(name, "is not an encrypted file of this kind (offset 0)",
                                       "give an encrypted show or log file");
   }

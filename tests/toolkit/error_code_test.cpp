@@ -51,6 +51,7 @@ TEST(ErrorCode, IsKnownForEveryErrorOfTheSecurityLibrary) {
   using namespace zuna_sec;
   EXPECT_EQ(CodeOfThrown<WrongKeyError>(), ErrorCode::kWrongKey);
   EXPECT_EQ(CodeOfThrown<NotEncryptedError>(), ErrorCode::kNotEncrypted);
+  EXPECT_EQ(CodeOfThrown<ChangedInTransferError>(), ErrorCode::kChangedInTransfer);
   EXPECT_EQ(CodeOfThrown<UnsupportedEnvelopeError>(), ErrorCode::kUnsupportedEnvelope);
   EXPECT_EQ(CodeOfThrown<TruncatedError>(), ErrorCode::kCutOff);
   EXPECT_EQ(CodeOfThrown<TrailingBytesError>(), ErrorCode::kBytesAfterEnd);

@@ -85,6 +85,40 @@ TEST(Envelope, ForeignData) {
       "encrypted data: is not an encrypted file of this kind (offset 0); give an encrypted show or log file");
 }
 
+/// A good envelope whose magic became `beginning`.
+ByteVector Transferred(const std::string& beginning) {
+  const ByteVector good = Good();
+  ByteVector bytes = FromText(beginning);
+  bytes.insert(bytes.end(), good.begin() + 8, good.end());
+  return bytes;
+}
+
+TEST(Envelope, ChangedInTransfer) {
+  const std::string line_ends =
+      "encrypted data: was changed in transfer: its line ends are not as they were (offset 4); copy it again "
+      "as binary";
+  for (const char* beginning : {
+           "\x89ZSC\n\x1a\n",        // CR LF became LF, or CR was removed
+           "\x89ZSC\r\r\n\x1a\r\n",  // LF became CR LF
+           "\x89ZSC\r\n\x1a\r\n",    // LF became CR LF, where no CR was before it
+           "\x89ZSC\n\n\x1a\n",      // CR became LF
+       }) {
+    EXPECT_EQ(Refusal<zuna_sec::ChangedInTransferError>(FromText(beginning)), line_ends);
+    EXPECT_EQ(Refusal<zuna_sec::ChangedInTransferError>(Transferred(beginning)), line_ends);
+  }
+  EXPECT_EQ(
+      Refusal<zuna_sec::ChangedInTransferError>(Transferred("\x09ZSC\r\n\x1a\n")),
+      "encrypted data: was changed in transfer: its bytes have lost their eighth bit (offset 0); copy it "
+      "again as binary");
+}
+
+TEST(Envelope, ChangedInAnotherWayIsForeignData) {
+  for (const char* beginning :
+       {"\x89ZSC\n\x1a", "\x89ZSC\r\r", "\x89ZSC\r\n\n", "\x09ZSC\n\x1a\n", "ZSC\r\n\x1a\n"}) {
+    Refusal<zuna_sec::NotEncryptedError>(FromText(beginning));
+  }
+}
+
 TEST(Envelope, UnknownVersionSuiteOrFlag) {
   ByteVector bytes = Good();
   bytes[8] = 2;
@@ -153,14 +187,14 @@ TEST(Envelope, EveryTruncationIsRefused) {
   }
 }
 
-/// Every other value of each byte in [begin, end) is refused as `Error`.
+/// Every other value of each byte in [begin, end) is refused as `Error` or a class derived from it.
 template <typename Error>
 void ExpectRefused(const ByteVector& good, std::size_t begin, std::size_t end) {
   for (std::size_t i = begin; i < end; ++i) {
     for (unsigned change = 1; change < 256; ++change) {
       ByteVector bytes = good;
       bytes[i] = static_cast<std::uint8_t>(bytes[i] ^ change);
-      Refusal<Error>(bytes);
+      EXPECT_THROW(zuna_test::Decrypted(bytes, {Key(), Iv()}), Error) << i << ' ' << change;
     }
   }
 }

@@ -151,6 +151,18 @@ TEST_F(OpenTest, TellsAWrongKeyFromAMissingOne) {
   EXPECT_EQ(ErrorOf(bytes, {}).parts().problem, "is encrypted with a key, and none was given");
 }
 
+TEST_F(OpenTest, SaysThatATransferHasChangedAFile) {
+  const Error error = ErrorOf("\x89ZSC\n\x1a\n and the rest");
+  EXPECT_EQ(error.code(), ErrorCode::kChangedInTransfer);
+  EXPECT_EQ(error.parts().remedy, "copy it again as binary");
+}
+
+TEST_F(OpenTest, TakesAPlainFileThatBeginsLikeATransferredOne) {
+  const std::string bytes = "\x89ZSC\n\x1a\n and the rest";
+  OpenedFile file = OpenedFile::FromBytes(zuna_test::FromText(bytes), "f", kKey, Accept::kEncryptedOrPlain);
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file.stream()), {}), bytes);
+}
+
 TEST_F(OpenTest, SaysThatAFileCannotBeRead) {
   try {
     OpenDocument(folder_ / "none", kKey);
