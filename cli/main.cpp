@@ -30,6 +30,7 @@ void AddCommands(CLI::App& app, Context& context) {
   midi->require_subcommand(1);
   AddMidiImportCommand(*midi, context);
   AddMidiExportCommand(*midi, context);
+  AddExplainCommand(app, context);
   AddCompletionCommand(app, context);
   AddHelpCommand(app, context);
   TakeArgumentsAsTheyAre(app);

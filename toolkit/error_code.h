@@ -72,6 +72,7 @@ enum class ErrorCode {
   kEmptyKey,             ///< "empty-key"
   kBadKeyFile,           ///< "bad-key-file"
   kSongNotFound,         ///< "song-not-found"
+  kCodeNotFound,         ///< "code-not-found"
   kNothingMatched,       ///< "nothing-matched"
   kOutOfMemory,          ///< "out-of-memory"
   kInternal,             ///< "internal"

@@ -98,6 +98,7 @@ void AddEncryptCommand(CLI::App& app, Context& context);
 void AddDecryptCommand(CLI::App& app, Context& context);
 void AddInfoCommand(CLI::App& app, Context& context);
 void AddCompletionCommand(CLI::App& app, Context& context);
+void AddExplainCommand(CLI::App& app, Context& context);
 void AddHelpCommand(CLI::App& app, Context& context);
 void AddMidiImportCommand(CLI::App& midi, Context& context);
 void AddMidiExportCommand(CLI::App& midi, Context& context);

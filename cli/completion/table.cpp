@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "cli/completion/scripts.h"
+#include "cli/help/codes.h"
 #include "cli/help/command_tree.h"
 #include "cmn/file_format.h"
 #include "cmn/file_version.h"
@@ -44,6 +45,7 @@ CompletionValues ValuesOf(const std::string& name, const CLI::App& root) {
   if (name == "DIR") return {Kind::kFolders};
   if (name == "VERSION") return {Kind::kWords, VersionWords()};
   if (name == "SHELL") return {Kind::kWords, ShellWords()};
+  if (name == "CODE") return {Kind::kWords, AllCodes()};
   if (name == "COMMAND") return {Kind::kWords, CommandWords(root)};
   return {};
 }

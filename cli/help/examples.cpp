@@ -34,6 +34,8 @@ constexpr auto kExamples = std::to_array<Example>({
     {"midi import", "zuna-convert midi import *.mid -o opera.showdata --show-name Opera"},
     {"midi import", "zuna-convert midi import a.mid -o a.showdata --song-number 12a"},
     {"midi export", "zuna-convert midi export opera.showdata --out-dir songs"},
+    {"explain", "zuna-convert explain wrong-key"},
+    {"explain", "zuna-convert explain"},
     {"completion", "zuna-convert completion bash >/etc/bash_completion.d/zuna-convert"},
     {"completion", "zuna-convert completion fish | source"},
     {"help", "zuna-convert help convert"},

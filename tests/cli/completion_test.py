@@ -67,6 +67,9 @@ class OffersWords:
         self.assertEqual([word.rstrip("/") for word in self.completed("zuna-convert midi export a --out-dir s")],
                          ["songs"])
 
+    def test_codes(self):
+        self.assertEqual(self.completed("zuna-convert explain wrong-k"), ["wrong-key", "wrong-kind"])
+
     def test_shells(self):
         self.assertEqual(sorted(self.completed("zuna-convert completion ")), ["bash", "fish", "zsh"])
 

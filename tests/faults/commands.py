@@ -56,6 +56,7 @@ COMMANDS = (
     Command(("print", "new.logdata")),
     Command(("print", "old.showdata")),
     Command(("list", ".")),
+    Command(("explain",)),
     Command(("completion", "zsh")),
     Command(("help", "midi", "import")),
     Command(("--help",)),

@@ -1,0 +1,93 @@
+// zuna-convert explain
+#include <memory>
+#include <optional>
+
+#include "cli/commands/context.h"
+#include "cli/help/codes.h"
+#include "cli/help/nearest.h"
+#include "cli/terminal/columns.h"
+#include "cli/terminal/table.h"
+#include "cli/terminal/text.h"
+
+namespace zuna_cli {
+
+namespace {
+
+using zuna_toolkit::Explanation;
+
+struct Options {
+  std::optional<std::string> code;
+  bool json = false;
+};
+
+std::string Json(const CodeGroup& group, const Explanation& explanation) {
+  return "{\"code\": " + JsonString(explanation.code) + ", \"kind\": " + JsonString(group.kind) +
+         ", \"meaning\": " + JsonString(explanation.meaning) +
+         ", \"remedy\": " + JsonString(explanation.remedy) + '}';
+}
+
+std::string Text(const CodeGroup& group, const Explanation& explanation) {
+  return std::string(explanation.code) + " (" + std::string(group.kind) +
+         "): " + std::string(explanation.meaning) + "\nWhat to do: " + std::string(explanation.remedy);
+}
+
+/// What `code` means, in every kind that has it. Throws Failure (kCodeNotFound).
+std::string Explained(const std::string& code, bool json) {
+  std::string text;
+  for (const CodeGroup& group : CodeGroups()) {
+    for (const Explanation& explanation : group.codes) {
+      if (explanation.code != code) continue;
+      text += (json ? Json(group, explanation) : Text(group, explanation)) + '\n';
+    }
+  }
+  if (!text.empty()) return text;
+  throw Failure(ErrorCode::kCodeNotFound, "explain",
+                "there is no code \"" + code + '"' + Suggestion(code, AllCodes()),
+                "zuna-convert explain lists all");
+}
+
+std::string ListText() {
+  const std::array<CodeGroup, 2> groups = CodeGroups();
+  const auto row = [](const Explanation& explanation) {
+    return Table::Row{std::string(explanation.code), std::string(explanation.meaning)};
+  };
+  Table table("<<", TerminalColumns());
+  for (const CodeGroup& group : groups) {
+    for (const Explanation& explanation : group.codes) table.Fit(row(explanation));
+  }
+  std::string text;
+  for (const CodeGroup& group : groups) {
+    text += std::string(text.empty() ? "" : "\n") + std::string(group.title) + ":\n";
+    for (const Explanation& explanation : group.codes) text += table.Line(row(explanation));
+  }
+  return text;
+}
+
+std::string ListJson() {
+  std::string text;
+  for (const CodeGroup& group : CodeGroups()) {
+    for (const Explanation& explanation : group.codes) {
+      text += (text.empty() ? "[" : ",\n ") + Json(group, explanation);
+    }
+  }
+  return text + "]\n";
+}
+
+void Run(const Options& options) {
+  if (options.code) return WriteStandardOutput(Explained(*options.code, options.json));
+  WriteStandardOutput(options.json ? ListJson() : ListText());
+}
+
+}  // namespace
+
+void AddExplainCommand(CLI::App& app, Context& context) {
+  CLI::App* command = app.add_subcommand("explain", "Tell what a code means, and what to do about it");
+  AddSharedOptions(*command, context);
+  const auto options = std::make_shared<Options>();
+  command->add_option("CODE", options->code,
+                      "The code, such as wrong-key; all codes are listed unless given");
+  command->add_flag("--json", options->json, "Write JSON: an object for a code, an array for all");
+  context.SetWork(*command, [options] { Run(*options); });
+}
+
+}  // namespace zuna_cli

@@ -1,0 +1,22 @@
+// The codes that the tool prints, and what they mean.
+#include "cli/help/codes.h"
+
+#include "toolkit/checking/finding.h"
+#include "toolkit/error_code.h"
+
+namespace zuna_cli {
+
+std::array<CodeGroup, 2> CodeGroups() {
+  return {{{"error", "Errors", zuna_toolkit::ErrorExplanations()},
+           {"finding", "Findings", zuna_toolkit::FindingExplanations()}}};
+}
+
+std::vector<std::string> AllCodes() {
+  std::vector<std::string> codes;
+  for (const CodeGroup& group : CodeGroups()) {
+    for (const zuna_toolkit::Explanation& explanation : group.codes) codes.emplace_back(explanation.code);
+  }
+  return codes;
+}
+
+}  // namespace zuna_cli
