@@ -48,3 +48,6 @@ list(JOIN pc_libraries " " pc_libraries)
 configure_file("${PROJECT_SOURCE_DIR}/cmake/zuna_format_converter.pc.in"
   "${PROJECT_BINARY_DIR}/zuna_format_converter.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/zuna_format_converter.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+
+# A copy of the sources may be without documentation.
+install(FILES "${PROJECT_SOURCE_DIR}/docs/libzuna_format_converter.3" DESTINATION "${CMAKE_INSTALL_MANDIR}/man3" OPTIONAL)

@@ -72,19 +72,13 @@ std::string WrongCount(const CLI::App& command, const std::string& last_word) {
   return Spellings(*repeated).back() + " is given " + std::to_string(repeated->count()) + " times";
 }
 
-/// What is wrong where a value cannot be converted: a flag has one, or the last option that was looked at has
-/// another kind of one.
-std::string BadValue(const CLI::App& command) {
+/// What is wrong where a flag has a value.
+std::string FlagWithValue(const CLI::App& command, const CLI::ParseError& error) {
   const auto has_value = [](const CLI::Option& option) {
     return IsFlag(option) && option.count() > 0 && option.results().back() != "true";
   };
-  if (const CLI::Option* flag = Find(command, has_value)) return Spellings(*flag).back() + " takes no value";
-  const CLI::Option* last = nullptr;
-  for (const CLI::Option* option : OptionsOf(command)) {
-    if (option->get_callback_run() && option->count() > 0) last = option;
-  }
-  if (last == nullptr) return "a value is wrong";
-  return '"' + last->results().back() + "\" is no value for " + Spellings(*last).back();
+  const CLI::Option* flag = Find(command, has_value);
+  return flag == nullptr ? error.what() : Spellings(*flag).back() + " takes no value";
 }
 
 /// What is wrong where words are missing, or there are too many.
@@ -100,7 +94,9 @@ std::string WrongWords(const CLI::App& command, const std::vector<std::string>& 
 std::string Problem(const CLI::App& root, const CLI::App& command, const CLI::ParseError& error,
                     const std::string& last_word) {
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) return WrongCount(command, last_word);
-  if (dynamic_cast<const CLI::ConversionError*>(&error) != nullptr) return BadValue(command);
+  if (dynamic_cast<const CLI::ConversionError*>(&error) != nullptr) {
+    return FlagWithValue(command, error);
+  }
   if (dynamic_cast<const CLI::ValidationError*>(&error) != nullptr) return error.what();  // words of our own
   const bool is_short = dynamic_cast<const CLI::RequiredError*>(&error) != nullptr;
   return WrongWords(command, root.remaining(true), is_short);
