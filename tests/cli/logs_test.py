@@ -48,7 +48,8 @@ class UpTest(WithLogs):
                         message=f"{name}: is {what}, no show of version 0.0; give the show of the log")
         self.write("noise", "noise")
         self.refuse(*arguments, "noise", code=BAD_INPUT,
-                    message=f"noise: ends too early or is damaged; {UNDAMAGED}")
+                    message="noise: cannot be read as a show of version 0.0: it ends inside song 1 of 110, "
+                            "which begins at byte 1 (offset 5); get a complete copy of the file")
         self.assertRegex(self.run_tool(*arguments, "none", code=IO).stderr, b"^zuna-convert: none: cannot be opened")
         self.write_key("key", "key = 01\niv = 02\n")
         self.run_tool("--key-file", "key", "encrypt", "noise", "-o", "secret")
@@ -86,23 +87,30 @@ class UpTest(WithLogs):
 
     def test_refuses_damaged_logs(self):
         good = legacy_log(legacy_song_log(vamps=[(0, 480, 2)]))
-        incomplete = ("bad: is no complete log: its length is not what its header says; get a complete copy of the "
-                      "file")
-        for content in (good[:-1], good + b"\0", good[:9], good[:4]):
+        begin, end = len(legacy_log()), len(good)
+        for content, problem, remedy in (
+                (good[:-1], f"ends inside song 1, number 1, which begins at byte {begin} (offset {end - 1})",
+                 "a complete"),
+                (good + b"\0", f"has another length than its header says (offset {end})", "another"),
+                (good[:9], "ends before its first song (offset 9)", "a complete"),
+                (good[:4], "ends before its first song (offset 4)", "a complete")):
             self.encrypt("bad", content)
             for command in (["up", "bad", "-o", "out", "--companion", "old.showdata"], ["info", "bad"],
                             ["print", "bad"]):
-                self.refuse(*command, code=BAD_INPUT, message=incomplete)
+                self.refuse(*command, code=BAD_INPUT,
+                            message=f"bad: cannot be read as a log of version 0.0: it {problem}; "
+                                    f"get {remedy} copy of the file")
         for size in range(8, len(good)):  # Now the length fits.
             self.encrypt("bad", good[:4] + struct.pack("<I", size - 8) + good[8:size])
             done = self.run_tool("up", "bad", "-o", "out", "--force", "--companion", "old.showdata", "--quiet",
                                  code=BAD_INPUT if size != good.index(b"\3\0\4\0") + 4 else 0)
-            self.assertRegex(done.stderr, rb"^(zuna-convert: bad: .*; get an undamaged copy of the file\n)?$")
+            self.assertRegex(done.stderr, rb"^(zuna-convert: bad: .*; get a complete copy of the file\n)?$")
         stray = good.replace(b"@", b"?")
         self.encrypt("bad", stray)
         done = self.run_tool("up", "bad", "-o", "none", "--companion", "old.showdata", code=BAD_INPUT)
-        self.assertRegex(done.stderr.decode(),
-                         rf"^zuna-convert: bad: Unknown SongLogV0 eventCode 0x3f at \d+; {UNDAMAGED}\n$")
+        self.assertEqual(done.stderr.decode(),
+                         "zuna-convert: bad: cannot be read as a log of version 0.0: it is damaged in song 1, "
+                         f"number 1, which begins at byte {begin} (offset {stray.index(b'?')}); {UNDAMAGED}\n")
         self.assertNotIn("none", self.files())
 
     def test_refuses_current_logs(self):

@@ -5,6 +5,7 @@
 #include "format_converter/version0/containers/change_log_header.h"
 #include "kit/stream_size.h"
 #include "toolkit/document/internal/content.h"
+#include "toolkit/document/internal/legacy_damage.h"
 #include "toolkit/document/open.h"
 #include "toolkit/error.h"
 #include "toolkit/internal/translate.h"
@@ -49,24 +50,32 @@ version0::ChangeLogV0 EmptyLog(std::istream& stream) {
   return log;
 }
 
-LegacyLog ReadLegacyLog(OpenedFile& file) {
-  Rewind(file.stream());
-  if (!check_log_size(file.cipher())) {
-    throw Error(ErrorCode::kCutOff, file.name(), "is no complete log: its length is not what its header says",
-                "get a complete copy of the file");
-  }
-  const std::size_t count = CountSongLogs(file.stream());
-  Rewind(file.stream());
-  if (count == 0) return {EmptyLog(file.stream())};
-  LegacyLog legacy{version0::ChangeLogV0(file.stream())};
+LegacyLog ReadLegacyLog(std::istream& stream) {
+  const std::size_t count = CountSongLogs(stream);
+  Rewind(stream);
+  if (count == 0) return {EmptyLog(stream)};
+  LegacyLog legacy{version0::ChangeLogV0(stream)};
   legacy.replaced_songs = count - legacy.log.songs.size();
   return legacy;
 }
 
+/// Returns what `read` returns. Where it fails, the error names the place of the damage.
+template <typename Read>
+auto OrDamage(OpenedFile& file, cmn::FileKind kind, Read read) {
+  try {
+    return read(file.stream());
+  } catch (const std::exception& error) {
+    PassOnBadAlloc(error);
+    throw LegacyDamage(file.stream(), kind);
+  }
+}
+
 Document::Model ReadModel(OpenedFile& file, const FileType& type) {
   if (type.is_legacy()) {
-    if (type.is_log()) return ReadLegacyLog(file);
-    return ReadLegacyShow(file.stream());
+    if (!type.is_log()) return OrDamage(file, type.kind, ReadLegacyShow);
+    Rewind(file.stream());
+    if (!check_log_size(file.cipher())) throw LegacyDamage(file.stream(), type.kind);
+    return OrDamage(file, type.kind, ReadLegacyLog);
   }
   Rewind(file.stream());
   if (type.is_log()) return CL::ChangeLog(file.stream());
@@ -114,7 +123,7 @@ std::string ReadLegacyShowName(OpenedFile& file) {
                 "is no log of version 0.0 (it does not begin with \"ZUNA\")", "give the log of the show");
   }
   stream.exceptions(std::ios_base::failbit | std::ios_base::badbit);
-  return OnFile(file.name(), [&] { return version0::get_show_name(stream); });
+  return OnFile(file.name(), [&] { return OrDamage(file, cmn::FileKind::kLog, version0::get_show_name); });
 }
 
 }  // namespace zuna_toolkit
