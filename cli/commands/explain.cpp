@@ -47,7 +47,7 @@ std::string Explained(const std::string& code, bool json) {
 }
 
 std::string ListText() {
-  const std::array<CodeGroup, 2> groups = CodeGroups();
+  const std::vector<CodeGroup> groups = CodeGroups();
   const auto row = [](const Explanation& explanation) {
     return Table::Row{std::string(explanation.code), std::string(explanation.meaning)};
   };

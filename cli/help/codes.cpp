@@ -6,9 +6,9 @@
 
 namespace zuna_cli {
 
-std::array<CodeGroup, 2> CodeGroups() {
-  return {{{"error", "Errors", zuna_toolkit::ErrorExplanations()},
-           {"finding", "Findings", zuna_toolkit::FindingExplanations()}}};
+std::vector<CodeGroup> CodeGroups() {
+  return {{"error", "Errors", zuna_toolkit::ErrorExplanations()},
+          {"finding", "Findings", zuna_toolkit::FindingExplanations()}};
 }
 
 std::vector<std::string> AllCodes() {

@@ -1,7 +1,6 @@
 // The codes that the tool prints, and what they mean.
 #pragma once
 
-#include <array>
 #include <span>
 #include <string>
 #include <string_view>
@@ -19,7 +18,7 @@ struct CodeGroup {
 };
 
 /// All kinds.
-std::array<CodeGroup, 2> CodeGroups();
+std::vector<CodeGroup> CodeGroups();
 
 /// All codes of all kinds.
 std::vector<std::string> AllCodes();
