@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace zuna_toolkit {
@@ -16,6 +17,7 @@ struct Place {
   std::optional<std::uint32_t> tick = std::nullopt;        ///< when
   std::optional<std::uint32_t> after_tick = std::nullopt;  ///< when in the second document, of what both have
   std::optional<std::uint16_t> voice = std::nullopt;       ///< the number of the voice
+  std::string bar = {};  ///< the label of the bar that holds `tick`; empty where there is none
 };
 
 }  // namespace zuna_toolkit

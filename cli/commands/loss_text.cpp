@@ -22,8 +22,8 @@ struct Noun {
   std::string many;
 };
 
-Noun NounOf(Subject subject) {
-  switch (subject) {
+Noun NounOf(const Difference& loss) {
+  switch (loss.subject) {
     case Subject::kShowName:
       return {"show name", "show names"};
     case Subject::kTimelineName:
@@ -33,9 +33,8 @@ Noun NounOf(Subject subject) {
     case Subject::kDivision:
       return {"division", "divisions"};
     case Subject::kVoice:
+      if (loss.action == Action::kRenumbered) return {"voice number", "voice numbers"};
       return {"separate voice", "separate voices"};
-    case Subject::kVoiceNumber:
-      return {"voice number", "voice numbers"};
     case Subject::kVoiceName:
       return {"voice name", "voice names"};
     case Subject::kReservedField:
@@ -91,11 +90,10 @@ std::string VoiceText(const Difference& loss) {
     case Subject::kReservedField:
       return loss.where + ": " + loss.before;
     case Subject::kVoice:
+      if (loss.action == Action::kRenumbered) return loss.before + " becomes " + loss.after;
       return loss.where + " joins " + loss.after;
     case Subject::kVoiceName:
       return loss.where + " becomes \"" + loss.after + '"';
-    case Subject::kVoiceNumber:
-      return loss.before + " becomes " + loss.after;
     default:
       return loss.where + at + ": " + loss.before + " becomes " + loss.after;
   }
@@ -116,7 +114,6 @@ std::string DetailText(const Difference& loss) {
     case Subject::kCaesura:
       return loss.before + " is dropped";
     case Subject::kVoice:
-    case Subject::kVoiceNumber:
     case Subject::kVoiceName:
     case Subject::kReservedField:
     case Subject::kMessageChannel:
@@ -136,7 +133,7 @@ std::string DetailText(const Difference& loss) {
 /// "3 voice numbers (song 1: voice 12 becomes voice 2)"
 std::string GroupText(const DifferenceGroups::Group& group) {
   const Difference& first = group.first;
-  Noun noun = NounOf(first.subject);
+  Noun noun = NounOf(first);
   if (first.action == Action::kAdded) noun = {"additional " + noun.one, "additional " + noun.many};
   const std::string song = first.song.empty() ? "" : "song " + first.song + ": ";
   return Counted(group.count, noun.one, noun.many) + " (" + song + DetailText(first) + ")";
@@ -151,7 +148,7 @@ std::string ShortNumber(const std::string& number) {
 /// A loss of the way up that gets a line of its own; empty for any other.
 std::string OwnLine(const Difference& loss) {
   const std::string song = "song " + ShortNumber(loss.song) + ": ";
-  if (loss.subject == Subject::kBarLabel && loss.action == Action::kChanged) {
+  if (loss.subject == Subject::kBarLabel && loss.action == Action::kCut) {
     return song + "the label at " + std::to_string(loss.place.tick.value_or(0)) + " is cut: " + loss.before +
            " becomes " + loss.after;
   }
@@ -165,6 +162,9 @@ std::string OwnLine(const Difference& loss) {
   }
   if (loss.subject == Subject::kSong) {
     return Counted(loss.count, "song was", "songs were") + " replaced by a later song of the same number";
+  }
+  if (loss.subject == Subject::kSequence) {
+    return Counted(loss.count, "list was", "lists were") + " replaced by a later list of the same kind";
   }
   if (loss.subject == Subject::kTrailingBytes) {
     return Counted(loss.count, "byte after the last song is", "bytes after the last song are") + " not kept";

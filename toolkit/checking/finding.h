@@ -23,6 +23,7 @@ enum class FindingCode : std::uint8_t {
   kShowEmpty,
   kLogEmpty,
   kSongReplaced,
+  kSequenceReplaced,
   kTrailingBytes,
   kTextNotUtf8,
   kSongNumberEmpty,

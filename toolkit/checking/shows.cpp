@@ -107,14 +107,22 @@ void CheckEmptyShow(bool empty, const FindingSink& sink) {
 void CheckShow(const version0::ShowData& show, const FindingSink& sink) {
   CheckEmptyShow(show.songs.empty(), sink);
   const auto notes = std::make_unique<SoundingNotes>();
-  for (const auto& [number, song] : show.songs) CheckSong(song, *notes, SongFindings(number, sink));
+  for (const auto& [number, song] : show.songs) {
+    SongFindings findings(number, sink);
+    findings.SetBars(BarLabels(song.timeline));
+    CheckSong(song, *notes, findings);
+  }
 }
 
 void CheckShow(const zuna_midi::ShowData& show, const FindingSink& sink) {
   SongFindings("", sink).CheckText(show.show_name, "the show name");
   CheckEmptyShow(show.songs().empty(), sink);
   const auto notes = std::make_unique<SoundingNotes>();
-  for (const auto& [number, song] : show.songs()) CheckSong(*song, *notes, SongFindings(number, sink));
+  for (const auto& [number, song] : show.songs()) {
+    SongFindings findings(number, sink);
+    if (song->timeline) findings.SetBars(BarLabels(*song->timeline));
+    CheckSong(*song, *notes, findings);
+  }
 }
 
 }  // namespace zuna_toolkit

@@ -20,6 +20,8 @@ std::string_view SubjectCode(Subject subject) {
       return "tag-pair";
     case Subject::kTrailingBytes:
       return "trailing-bytes";
+    case Subject::kSequence:
+      return "sequence";
     case Subject::kSong:
       return "song";
     case Subject::kSongName:
@@ -94,6 +96,14 @@ std::string_view ActionCode(Action action) {
       return "dropped";
     case Action::kChanged:
       return "changed";
+    case Action::kCut:
+      return "cut";
+    case Action::kApproximated:
+      return "approximated";
+    case Action::kDefaulted:
+      return "defaulted";
+    case Action::kRenumbered:
+      return "renumbered";
     case Action::kMerged:
       return "merged";
     case Action::kReplaced:

@@ -93,28 +93,30 @@ void LossesOfDown(const Document& current, const Document& legacy, const Differe
 void LossesOfUp(const Document& legacy, const Document& current, const DifferenceSink& sink) {
   RequireTwoForms(legacy, current);
   std::size_t replaced_songs = 0;
+  std::size_t replaced_sequences = 0;
   std::size_t trailing_bytes = 0;
   if (const auto* show = legacy.As<LegacyShow>()) {
     OnFile(legacy.name(),
            [&] { CompareWithDownAgain(show->show, *current.As<zuna_midi::ShowData>(), sink); });
     replaced_songs = show->replaced_songs;
+    replaced_sequences = show->replaced_sequences;
     trailing_bytes = show->trailing_bytes;
   } else {
     // The current model has a place for every field of a legacy log.
     replaced_songs = legacy.As<LegacyLog>()->replaced_songs;
+    replaced_sequences = legacy.As<LegacyLog>()->replaced_sequences;
   }
-  Difference difference;
-  if (replaced_songs > 0) {
-    difference.action = Action::kReplaced;
-    difference.count = replaced_songs;
+  const auto add = [&](Subject subject, Action action, std::size_t count) {
+    if (count == 0) return;
+    Difference difference;
+    difference.subject = subject;
+    difference.action = action;
+    difference.count = count;
     sink(difference);
-  }
-  if (trailing_bytes > 0) {
-    difference.subject = Subject::kTrailingBytes;
-    difference.action = Action::kDropped;
-    difference.count = trailing_bytes;
-    sink(difference);
-  }
+  };
+  add(Subject::kSong, Action::kReplaced, replaced_songs);
+  add(Subject::kSequence, Action::kReplaced, replaced_sequences);
+  add(Subject::kTrailingBytes, Action::kDropped, trailing_bytes);
 }
 
 void DifferenceGroups::Add(const Difference& difference) {

@@ -4,11 +4,13 @@
 
 #include <cstddef>
 #include <functional>
+#include <span>
 #include <vector>
 
 #include "kit/api.h"
 #include "toolkit/comparison/difference.h"
 #include "toolkit/document/document.h"
+#include "toolkit/explanation.h"
 
 namespace zuna_toolkit {
 
@@ -34,6 +36,9 @@ ZUNA_API void LossesOfDown(const Document& current, const Document& legacy, cons
 /// that are in disorder are compared by their times, microseconds and signatures. Throws Error (kBadInput)
 /// where the two are not forms of one document.
 ZUNA_API void LossesOfUp(const Document& legacy, const Document& current, const DifferenceSink& sink);
+
+/// The codes of all losses that LossesOfDown() and LossesOfUp() report for what Down() and Up() make.
+ZUNA_API std::span<const Explanation> LossExplanations();
 
 /// Differences grouped by code.
 class ZUNA_API DifferenceGroups {

@@ -17,6 +17,7 @@ enum class Subject : std::uint8_t {
   kIdentifier,
   kTagPair,
   kTrailingBytes,  ///< bytes after the last song of a legacy show's file
+  kSequence,       ///< a list of one kind in a legacy file
   kSong,
   kSongName,
   kDivision,
@@ -52,12 +53,16 @@ enum class Subject : std::uint8_t {
 
 /// How it differs.
 enum class Action : std::uint8_t {
-  kAdded,      ///< only the second document has it
-  kDropped,    ///< only the first document has it
-  kChanged,    ///< both have it, with other values
-  kMerged,     ///< it is a part of something else in the second document
-  kReplaced,   ///< a later one of the same number took its place
-  kReordered,  ///< the second document has the same entries in another order
+  kAdded,         ///< only the second document has it
+  kDropped,       ///< only the first document has it
+  kChanged,       ///< both have it, with other values
+  kCut,           ///< a part of it is left: the beginning of a text, or the low bits of a number
+  kApproximated,  ///< it is rounded
+  kDefaulted,     ///< it gets a value that does not come from it
+  kRenumbered,    ///< it gets another number
+  kMerged,        ///< it is a part of something else in the second document
+  kReplaced,      ///< another one of the same kind took its place
+  kReordered,     ///< the second document has the same entries in another order
 };
 
 /// One difference. Texts are for people and hold names as they stand in the document, in any bytes.

@@ -65,16 +65,17 @@ class EventComparison {
     const auto differs = [&](std::size_t i) {
       return (events_[i].status_high & smf::kChannelMask) != 0 && events_[i].status_high != Status(i);
     };
-    AddRuns(Subject::kMessageChannel, differs, [&](std::size_t i, Difference& difference) {
-      difference.before = "status " + std::to_string(events_[i].status_high);
-      difference.after = std::to_string(Status(i));
-    });
+    AddRuns(Subject::kMessageChannel, Action::kRenumbered, differs,
+            [&](std::size_t i, Difference& difference) {
+              difference.before = "status " + std::to_string(events_[i].status_high);
+              difference.after = std::to_string(Status(i));
+            });
   }
 
   /// Delta times are not kept. They come back from the times of the events.
   void CompareDeltaTimes() const {
     const auto differs = [&](std::size_t i) { return events_[i].delta_time != ComputedDelta(i); };
-    AddRuns(Subject::kDeltaTime, differs, [&](std::size_t i, Difference& difference) {
+    AddRuns(Subject::kDeltaTime, Action::kDefaulted, differs, [&](std::size_t i, Difference& difference) {
       difference.before = std::to_string(events_[i].delta_time);
       difference.after = std::to_string(ComputedDelta(i));
     });
@@ -90,7 +91,7 @@ class EventComparison {
 
   /// One difference for each run of events that differ, with the texts of the first.
   template <typename Differs, typename AddTexts>
-  void AddRuns(Subject subject, Differs differs, AddTexts add_texts) const {
+  void AddRuns(Subject subject, Action action, Differs differs, AddTexts add_texts) const {
     std::size_t i = 0;
     while (i < events_.size()) {
       std::size_t end = i;
@@ -98,6 +99,7 @@ class EventComparison {
       if (end > i) {
         Difference difference = At(i);
         difference.subject = subject;
+        difference.action = action;
         difference.count = end - i;
         add_texts(i, difference);
         differences_.Add(std::move(difference));
@@ -181,8 +183,9 @@ void CompareTemposAsTheyAre(const version0::Timeline& before, const zuna_midi::S
 
 void CompareTimelines(const version0::Timeline& before, const zuna_midi::SongData& song,
                       const SongDifferences& differences) {
-  differences.AddField(Subject::kTimelineName, before.name, song.song_number);
-  differences.AddNumber(Subject::kTimelineLength, before.song_length, song.song_length);
+  differences.AddDefaulted(Subject::kTimelineName, before.name, song.song_number);
+  differences.AddDefaulted(Subject::kTimelineLength, std::to_string(before.song_length),
+                           std::to_string(song.song_length));
   ComparePlainLists(before, *song.timeline, differences);
   // Meters in disorder cannot always come down again.
   if (!IsInOrder(*song.timeline)) return CompareTemposAsTheyAre(before, song, differences);
@@ -196,7 +199,8 @@ void CompareTimelines(const version0::Timeline& before, const zuna_midi::SongDat
 void CompareWithDownAgain(const version0::ShowData& legacy, const zuna_midi::ShowData& current,
                           const DifferenceSink& sink) {
   for (const auto& [number, song] : legacy.songs) {
-    const SongDifferences differences(number, sink);
+    SongDifferences differences(number, sink, Purpose::kLosses);
+    differences.SetBars(BarLabels(song.timeline));
     const auto found = current.songs().find(number);
     if (found == current.songs().end()) ThrowNotOneDocument(number);
     CompareTimelines(song.timeline, *found->second, differences);

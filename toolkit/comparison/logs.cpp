@@ -84,6 +84,16 @@ Subject ValueSubject(const CL::Caesura&) { return Subject::kSecondWord; }
 bool SameValue(const CL::PairedEvent& a, const CL::PairedEvent& b) { return a.value_bits == b.value_bits; }
 bool SameValue(const CL::Caesura& a, const CL::Caesura& b) { return a.second_word == b.second_word; }
 
+/// Whether an edit comes back from the legacy format.
+bool IsKept(const CL::PairedEvent&) { return true; }
+bool IsKept(const CL::Marker&) { return true; }
+bool IsKept(const CL::Fermata&) { return false; }
+bool IsKept(const CL::Caesura& caesura) { return caesura.second_word <= 1; }
+
+/// What the legacy format does to a value.
+Action LossOfValue(const CL::PairedEvent&) { return Action::kCut; }
+Action LossOfValue(const CL::Caesura&) { return Action::kDefaulted; }
+
 /// Compares one list of edits of two songs.
 template <typename Event>
 class EditComparison {
@@ -99,6 +109,13 @@ class EditComparison {
     const std::vector<Event>& a = before.events;
     const std::vector<Event>& b = after.events;
     if (std::equal(a.begin(), a.end(), b.begin(), b.end(), equal)) return;
+    if (differences_.are_losses()) {
+      const auto pairs = PairsInOrder(a, b, [](const Event& event) { return IsKept(event); });
+      if (pairs) {
+        for (const EntryPair<Event>& pair : *pairs) AddPair(pair);
+        return;
+      }
+    }
     const ListComparison<Event> comparison(a, b);
     for (const EntryPair<Event>& pair : comparison.pairs()) AddPair(pair);
     if (!comparison.reordered()) return;
@@ -118,7 +135,8 @@ class EditComparison {
     if (!SamePlace(before, after)) Add(subject_, Action::kChanged, pair);
     if (before.label != after.label) Add(Subject::kEditLabel, LabelAction(before, after), pair);
     if constexpr (!std::is_same_v<Event, CL::Marker>) {
-      if (!SameValue(before, after)) Add(ValueSubject(before), Action::kChanged, pair);
+      const Action action = differences_.are_losses() ? LossOfValue(before) : Action::kChanged;
+      if (!SameValue(before, after)) Add(ValueSubject(before), action, pair);
     }
   }
 
@@ -166,8 +184,9 @@ std::string TagPairText(const Log& log) {
 }
 
 template <typename Log>
-void CompareHeaders(const CL::ChangeLog& before, const Log& after, const DifferenceSink& sink) {
-  const SongDifferences whole("", sink);
+void CompareHeaders(const CL::ChangeLog& before, const Log& after, const DifferenceSink& sink,
+                    Purpose purpose) {
+  const SongDifferences whole("", sink, purpose);
   whole.AddField(Subject::kShowName, before.show_name, after.show_name);
   whole.AddField(Subject::kLogLabel, before.log_label, after.log_label);
   whole.AddField(Subject::kIdentifier, before.identifier.ToString(), after.identifier.ToString());
@@ -177,8 +196,8 @@ void CompareHeaders(const CL::ChangeLog& before, const Log& after, const Differe
 }  // namespace
 
 void CompareLogs(const CL::ChangeLog& before, const CL::ChangeLog& after, const DifferenceSink& sink) {
-  CompareHeaders(before, after, sink);
-  CompareSongs(before.song_logs(), after.song_logs(), sink,
+  CompareHeaders(before, after, sink, Purpose::kDifferences);
+  CompareSongs(before.song_logs(), after.song_logs(), sink, Purpose::kDifferences,
                [](const SongDifferences& differences, const auto& a, const auto& b) {
                  CompareSongLogs(differences, *a, *b);
                });
@@ -186,8 +205,8 @@ void CompareLogs(const CL::ChangeLog& before, const CL::ChangeLog& after, const 
 
 void CompareWithUpAgain(const CL::ChangeLog& log, const version0::ChangeLogV0& legacy,
                         const DifferenceSink& sink) {
-  CompareHeaders(log, legacy, sink);
-  CompareSongs(log.song_logs(), legacy.songs, sink,
+  CompareHeaders(log, legacy, sink, Purpose::kLosses);
+  CompareSongs(log.song_logs(), legacy.songs, sink, Purpose::kLosses,
                [](const SongDifferences& differences, const auto& song, const auto& old_form) {
                  // one song at a time, for the sake of memory
                  CompareSongLogs(differences, *song, *old_form.get_version_1_0());

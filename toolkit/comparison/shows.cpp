@@ -95,9 +95,11 @@ std::shared_ptr<zuna_midi::SongData> UpAgain(const version0::SongData& song) {
 
 void CompareShows(const zuna_midi::ShowData& before, const zuna_midi::ShowData& after,
                   const DifferenceSink& sink) {
-  SongDifferences("", sink).AddField(Subject::kShowName, before.show_name, after.show_name);
-  CompareSongs(before.songs(), after.songs(), sink,
-               [](const SongDifferences& differences, const auto& a, const auto& b) {
+  SongDifferences("", sink, Purpose::kDifferences)
+      .AddField(Subject::kShowName, before.show_name, after.show_name);
+  CompareSongs(before.songs(), after.songs(), sink, Purpose::kDifferences,
+               [](SongDifferences& differences, const auto& a, const auto& b) {
+                 differences.SetBars(BarLabels(*a->timeline));
                  CompareFields(*a, *b, differences);
                  CompareVoices(PairByName(*a->voice_data, *b->voice_data), differences);
                  CompareTimelines(*a->timeline, *b->timeline, differences);
@@ -106,14 +108,15 @@ void CompareShows(const zuna_midi::ShowData& before, const zuna_midi::ShowData& 
 
 void CompareWithUpAgain(const zuna_midi::ShowData& show, const version0::ShowData& legacy,
                         const DifferenceSink& sink) {
-  SongDifferences("", sink).AddField(Subject::kShowName, show.show_name, "");
+  SongDifferences("", sink, Purpose::kLosses).AddField(Subject::kShowName, show.show_name, "");
   for (const auto& [number, song] : show.songs()) {
     const auto found = legacy.songs.find(number);
     if (found == legacy.songs.end()) ThrowNotOneDocument(number);
     const version0::SongData& old_form = found->second;
     if (old_form.tracks.size() != song->voice_data->tracks().size()) ThrowNotOneDocument(number);
     const auto back = UpAgain(old_form);  // one song at a time, for the sake of memory
-    const SongDifferences differences(number, sink);
+    SongDifferences differences(number, sink, Purpose::kLosses);
+    differences.SetBars(BarLabels(*song->timeline));
     CompareFields(*song, *back, differences);
     CompareVoices(PairByTrack(*song->voice_data, old_form, *back->voice_data), differences);
     CompareTimelines(*song->timeline, *back->timeline, differences);

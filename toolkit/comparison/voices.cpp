@@ -60,17 +60,19 @@ class VoiceComparison {
       : pair_(pair), before_(*pair.before), after_(*pair.after), differences_(differences) {}
 
   void Compare() {
+    const bool are_losses = differences_.are_losses();
     if (before_.track_number != after_.track_number) {
-      Add(Subject::kVoiceNumber, Action::kChanged, VoiceText(before_),
+      Add(are_losses ? Subject::kVoice : Subject::kVoiceNumber,
+          are_losses ? Action::kRenumbered : Action::kChanged, VoiceText(before_),
           "voice " + std::to_string(after_.track_number));
     }
     if (before_.reserved != after_.reserved) {
-      Add(Subject::kReservedField, Action::kChanged, std::to_string(before_.reserved),
-          std::to_string(after_.reserved));
+      Add(Subject::kReservedField, are_losses ? Action::kDefaulted : Action::kChanged,
+          std::to_string(before_.reserved), std::to_string(after_.reserved));
     }
     if (pair_.merged) Add(Subject::kVoice, Action::kMerged, VoiceText(before_), VoiceText(after_));
     if (before_.name != after_.name) {
-      Add(Subject::kVoiceName, Action::kChanged, before_.name, after_.name);
+      Add(Subject::kVoiceName, are_losses ? Action::kReplaced : Action::kChanged, before_.name, after_.name);
     }
     CompareMessages();
   }
@@ -101,6 +103,7 @@ class VoiceComparison {
       if (all[i].second.status != kept[i].second.status) {
         Difference difference = At(i, all[i].first);
         difference.subject = Subject::kMessageChannel;
+        if (differences_.are_losses()) difference.action = Action::kRenumbered;
         difference.before = "status " + std::to_string(all[i].second.status);
         difference.after = std::to_string(kept[i].second.status);
         difference.count = end - i;

@@ -48,12 +48,16 @@ struct LegacyShow {
   version0::ShowData show;         ///< as far as the model holds the file
   std::size_t replaced_songs = 0;  ///< songs that were replaced by a later one of the same number
   std::size_t trailing_bytes = 0;  ///< bytes after the last song
+  std::size_t replaced_sequences =
+      0;  ///< sequences with records that were replaced by a later one of their kind
 };
 
 /// A legacy log, and what its file has that the log has not.
 struct LegacyLog {
   version0::ChangeLogV0 log;       ///< as far as the model holds the file
   std::size_t replaced_songs = 0;  ///< song logs that were replaced by a later one of the same number
+  std::size_t replaced_sequences =
+      0;  ///< sequences with records that were replaced by a later one of their kind
 };
 
 /// A show or a log, read from a file or made by a conversion.

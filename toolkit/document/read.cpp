@@ -6,6 +6,7 @@
 #include "kit/stream_size.h"
 #include "toolkit/document/internal/content.h"
 #include "toolkit/document/internal/legacy_damage.h"
+#include "toolkit/document/internal/replaced_sequences.h"
 #include "toolkit/document/open.h"
 #include "toolkit/error.h"
 #include "toolkit/internal/translate.h"
@@ -22,6 +23,7 @@ LegacyShow ReadLegacyShow(std::istream& stream) {
   LegacyShow legacy{version0::ShowData(stream)};
   legacy.replaced_songs = static_cast<std::size_t>(song_count) - legacy.show.songs.size();
   legacy.trailing_bytes = static_cast<std::size_t>(kit::BytesAhead(*stream.rdbuf()));
+  legacy.replaced_sequences = ReplacedSequencesOfShow(stream);
   return legacy;
 }
 
@@ -56,6 +58,7 @@ LegacyLog ReadLegacyLog(std::istream& stream) {
   if (count == 0) return {EmptyLog(stream)};
   LegacyLog legacy{version0::ChangeLogV0(stream)};
   legacy.replaced_songs = count - legacy.log.songs.size();
+  legacy.replaced_sequences = ReplacedSequencesOfLog(stream);
   return legacy;
 }
 

@@ -145,7 +145,7 @@ void AddComparisons(Calls& calls, const Samples& samples) {
         list += zuna_toolkit::CodeText(difference) + difference.before;
         groups.Add(difference);
       });
-      return list + std::to_string(groups.groups().size());
+      return list + std::to_string(groups.groups().size() + zuna_toolkit::LossExplanations().size());
     };
     calls.Add("LossesOfDown", [=] {
       return text([&](const auto& sink) { zuna_toolkit::LossesOfDown(*current, *legacy, sink); });

@@ -1,25 +1,14 @@
 // The codes of findings, and the page that lists them.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <fstream>
 #include <set>
 #include <sstream>
 
+#include "tests/support/code_tables.h"
 #include "toolkit/checking/checking.h"
 
 namespace zuna_toolkit {
 namespace {
-
-/// The lines of a page of docs/ that are rows of a table of codes.
-std::vector<std::string> CodeRows(const std::string& page) {
-  std::ifstream file(std::string(std::getenv("ZUNA_SOURCE")) + "/docs/" + page);
-  std::vector<std::string> rows;
-  for (std::string line; std::getline(file, line);) {
-    if (line.starts_with("| `")) rows.push_back(line);
-  }
-  return rows;
-}
 
 std::string RowOf(FindingCode code) {
   const Explanation& explanation = FindingExplanations()[static_cast<std::size_t>(code)];
@@ -34,7 +23,7 @@ TEST(FindingExplanations, AreInTheDocumentation) {
   for (std::size_t code = 0; code < FindingExplanations().size(); ++code) {
     rows.push_back(RowOf(static_cast<FindingCode>(code)));
   }
-  EXPECT_EQ(rows, CodeRows("checks.md"));
+  EXPECT_EQ(rows, zuna_test::CodeRows("checks.md"));
 }
 
 TEST(FindingExplanations, HaveEachCodeOnce) {

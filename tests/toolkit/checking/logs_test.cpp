@@ -124,6 +124,7 @@ TEST(CheckLog, FindsValues) {
 TEST(CheckLegacyLog, FindsItsRecords) {
   LegacyLog log;
   log.replaced_songs = 2;
+  log.replaced_sequences = 1;
   log.log.show_name.assign("\xFF");
   version0::SongLogV0& song = log.log.songs["1"];
   song.songNumber_.assign(1, '1');
@@ -140,6 +141,7 @@ TEST(CheckLegacyLog, FindsItsRecords) {
       zuna_test::FindingsOf({log, {}, "log"}),
       ElementsAre(
           "warning song-replaced: 2 songs were replaced by a later song of the same number",
+          "warning sequence-replaced: 1 list was replaced by a later list of the same kind",
           "warning text-not-utf8: the show name is not valid UTF-8",
           "warning vamp-count-not-positive, song 1, vamps[0] at 0: the vamp at 0 has the number 0",
           "error repeat-count-not-positive, song 1, repeats[0] at 0: the repeat at 0 has the number -1",

@@ -137,6 +137,19 @@ TEST(CheckShow, FindsTimelinesInDisorder) {
                   "not the only one there"));
 }
 
+TEST(CheckShow, NamesTheBar) {
+  const auto song = SoundSong();
+  song->timeline->bars_beats = {zuna_test::SampleLabel(480, "2", 0), zuna_test::SampleLabel(240, "1", 0)};
+  song->timeline->tempos = {{0, 0}, {240, 0}, {479, 0}, {1920, 0}};
+  zuna_midi::ShowData show;
+  show.AddSongData(song);
+  std::vector<std::string> bars;
+  Check({show, {1, 2}, "show"}, [&](const Finding& finding) {
+    if (finding.code == FindingCode::kTempoZero) bars.push_back(finding.place.bar);
+  });
+  EXPECT_THAT(bars, ElementsAre("", "1", "1", "2"));
+}
+
 TEST(CheckShow, FindsMessagesThatCannotBeSent) {
   EXPECT_THAT(
       FindingsOfMessages({{0, {0x7F, 1, 2}},

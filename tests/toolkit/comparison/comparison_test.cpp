@@ -128,7 +128,7 @@ TEST(CompareShows, NamesTheTagsOfLabels) {
   label.tag = 3;
   AddSong(b, "1")->timeline->bars_beats = {label};
   EXPECT_THAT(Compared(a, b),
-              ElementsAre(R"(song 1: bar-label-changed barsBeats[0] at 5: "A" -> "A" with tag 3)"));
+              ElementsAre(R"(song 1: bar-label-changed barsBeats[0] at 5 in bar A: "A" -> "A" with tag 3)"));
 }
 
 TEST(CompareShows, CutsLongNamesOfVoicesInPlaces) {

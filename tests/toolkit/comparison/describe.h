@@ -18,6 +18,7 @@ inline std::string Describe(const zuna_toolkit::Difference& difference) {
     text += ' ' + std::string(difference.place.list) + '[' + std::to_string(difference.place.index) + ']';
   }
   if (difference.place.tick) text += " at " + std::to_string(*difference.place.tick);
+  if (!difference.place.bar.empty()) text += " in bar " + difference.place.bar;
   if (!difference.where.empty()) text += " (" + difference.where + ')';
   text += ": " + difference.before + " -> " + difference.after;
   if (difference.count != 1) text += " x" + std::to_string(difference.count);

@@ -50,19 +50,19 @@ TEST(LogLosses, NameEveryKind) {
   EXPECT_THAT(Losses(log),
               ElementsAre("song 1: fermata-dropped fermatas[0] at 1: Fermata(1, 2, 3) -> ",
                           "song 1: attacca-dropped: 3 -> ", "song 1: division-dropped: 96 -> ",
-                          "song 1: edit-value-changed cuts[0] at 0: Cut(0, 1, 128) -> Cut(0, 1, -128)",
+                          "song 1: edit-value-cut cuts[0] at 0: Cut(0, 1, 128) -> Cut(0, 1, -128)",
                           "song 1: edit-label-dropped tempoScales[0] at 0: TempoScale(0, 1, 0.5) \"slow\" -> "
                           "TempoScale(0, 1, 0.5)",
                           "song 1: edit-label-dropped markers[0] at 7: Marker(7, A) \"m\" -> Marker(7, A)",
-                          "song 1: second-word-changed caesuras[1] at 1: Caesura(1, 1) -> Caesura(1, 0)",
+                          "song 1: second-word-defaulted caesuras[1] at 1: Caesura(1, 1) -> Caesura(1, 0)",
                           "song 1: caesura-dropped caesuras[2] at 2: Caesura(2, 2) -> "));
 }
 
 TEST(LogLosses, OfTheWayUpAreWhatTheFileHasBesides) {
-  const Document legacy(LegacyLog{{}, 2}, {}, "log");
+  const Document legacy(LegacyLog{{}, 2, 3}, {}, "log");
   const Document current = Up(legacy, {}, {1, 2}).document;
   EXPECT_THAT(zuna_test::Collected([&](const auto& sink) { LossesOfUp(legacy, current, sink); }),
-              ElementsAre("song-replaced:  ->  x2"));
+              ElementsAre("song-replaced:  ->  x2", "sequence-replaced:  ->  x3"));
 }
 
 }  // namespace

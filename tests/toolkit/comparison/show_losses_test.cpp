@@ -57,9 +57,9 @@ TEST_F(ShowLosses, NameVoiceNumbersAndReservedFields) {
   AddVoice(8, "Horn");
   EXPECT_THAT(
       Losses(),
-      ElementsAre(R"(song 1: voice-number-changed voices[0] (voice 7 "Bass"): voice 7 "Bass" -> voice 2)",
-                  R"(song 1: reserved-field-changed voices[0] (voice 7 "Bass"): 3 -> 65535)",
-                  R"(song 1: voice-number-changed voices[0] (voice 8 "Horn"): voice 8 "Horn" -> voice 3)"));
+      ElementsAre(R"(song 1: voice-renumbered voices[0] (voice 7 "Bass"): voice 7 "Bass" -> voice 2)",
+                  R"(song 1: reserved-field-defaulted voices[0] (voice 7 "Bass"): 3 -> 65535)",
+                  R"(song 1: voice-renumbered voices[0] (voice 8 "Horn"): voice 8 "Horn" -> voice 3)"));
 }
 
 TEST_F(ShowLosses, NameRunsOfMessagesWhoseChannelChanges) {
@@ -68,8 +68,8 @@ TEST_F(ShowLosses, NameRunsOfMessagesWhoseChannelChanges) {
   EXPECT_THAT(
       Losses(),
       ElementsAre(
-          R"(song 1: message-channel-changed messages[1] at 3 (voice 1 "Piano"): status 144 -> 145 x2)",
-          R"(song 1: message-channel-changed messages[3] at 4 (voice 1 "Piano"): status 181 -> 177)"));
+          R"(song 1: message-channel-renumbered messages[1] at 3 (voice 1 "Piano"): status 144 -> 145 x2)",
+          R"(song 1: message-channel-renumbered messages[3] at 4 (voice 1 "Piano"): status 181 -> 177)"));
 }
 
 TEST_F(ShowLosses, NameMergedDrums) {
@@ -78,7 +78,7 @@ TEST_F(ShowLosses, NameMergedDrums) {
   EXPECT_THAT(
       Losses(),
       ElementsAre(
-          R"(song 1: voice-number-changed voices[0] (voice 10 "Drums"): voice 10 "Drums" -> voice 9)",
+          R"(song 1: voice-renumbered voices[0] (voice 10 "Drums"): voice 10 "Drums" -> voice 9)",
           R"(song 1: voice-merged voices[0] (voice 10 "Drums"): voice 10 "Drums" -> voice 9 "Drums")"));
 }
 
@@ -99,15 +99,16 @@ TEST_F(ShowLosses, NameDroppedAddedAndRoundedTempos) {
   EXPECT_THAT(Losses(), ElementsAre("song 1: tempo-added tempos[1] at 960:  -> 500000 us"));
   Timeline().meters = {{0, 4, 4, 24, 8}};
   Timeline().tempos = {{0, 4000000001}};  // more digits than a single-precision float holds
-  EXPECT_THAT(Losses(), ElementsAre("song 1: tempo-changed tempos[0] at 0: 4000000001 us -> 3999999847 us"));
+  EXPECT_THAT(Losses(),
+              ElementsAre("song 1: tempo-approximated tempos[0] at 0: 4000000001 us -> 3999999847 us"));
 }
 
 TEST_F(ShowLosses, NameNarrowedKeysAndPages) {
   Timeline().keys = {{0, 128, 0}, {1, 0, 256}};
   Timeline().page_numbers = {{0, 65536}};
-  EXPECT_THAT(Losses(), ElementsAre("song 1: key-changed keys[0] at 0: key 128 mode 0 -> key -128 mode 0",
-                                    "song 1: key-changed keys[1] at 1: key 0 mode 256 -> key 0 mode 0",
-                                    "song 1: page-number-changed pageNumbers[0] at 0: page 65536 -> page 0"));
+  EXPECT_THAT(Losses(), ElementsAre("song 1: key-cut keys[0] at 0: key 128 mode 0 -> key -128 mode 0",
+                                    "song 1: key-cut keys[1] at 1: key 0 mode 256 -> key 0 mode 0",
+                                    "song 1: page-number-cut pageNumbers[0] at 0: page 65536 -> page 0"));
 }
 
 /// A legacy show of one song that the current versions hold whole.
@@ -143,8 +144,9 @@ TEST_F(UpLosses, AreNoneWhereTheCurrentVersionsHoldEverything) { EXPECT_THAT(Los
 TEST_F(UpLosses, NameCutLabels) {
   Song().timeline.bars_beats.emplace_back(0U, "1234567", std::uint8_t{0});
   Song().timeline.bars_beats.emplace_back(480U, "Prologue", std::uint8_t{0});
-  EXPECT_THAT(Losses(),
-              ElementsAre(R"(song 1: bar-label-changed barsBeats[1] at 480: "Prologue" -> "Prologu")"));
+  EXPECT_THAT(
+      Losses(),
+      ElementsAre(R"(song 1: bar-label-cut barsBeats[1] at 480 in bar Prologue: "Prologue" -> "Prologu")"));
 }
 
 TEST_F(UpLosses, NameMergedTracks) {
@@ -163,11 +165,11 @@ TEST_F(UpLosses, NameWhatIsComputedOnTheWayDown) {
   EXPECT_THAT(
       Losses(),
       ElementsAre(
-          "song 1: timeline-name-changed: other -> 1", "song 1: timeline-length-added:  -> 1920",
-          "song 1: tempo-changed tempos[0] at 0: 0.00104166672 s a tick and 119 bpm with a click of 8 "
+          "song 1: timeline-name-defaulted: other -> 1", "song 1: timeline-length-defaulted: 0 -> 1920",
+          "song 1: tempo-approximated tempos[0] at 0: 0.00104166672 s a tick and 119 bpm with a click of 8 "
           "of 8 32nds -> 0.00104166672 s a tick and 120 bpm with a click of 8 of 8 32nds",
-          "song 1: message-channel-changed messages[0] at 0 (track 1): status 146 -> 147",
-          "song 1: delta-time-changed messages[0] at 0 (track 1): 7 -> 0"));
+          "song 1: message-channel-renumbered messages[0] at 0 (track 1): status 146 -> 147",
+          "song 1: delta-time-defaulted messages[0] at 0 (track 1): 7 -> 0"));
 }
 
 TEST_F(UpLosses, AreNoneForAChannelThatStaysAsItIs) {
@@ -192,12 +194,14 @@ TEST_F(UpLosses, NameEverythingBesideMetersInDisorder) {
   timeline.meters.emplace_back(10U, std::uint8_t{3}, std::uint8_t{4});
   timeline.meters.emplace_back(0U, std::uint8_t{4}, std::uint8_t{4});
   timeline.tempos[0].time = 12;
-  EXPECT_THAT(Losses(), ElementsAre("song 1: timeline-name-changed: other -> 1",
-                                    "song 1: timeline-length-changed: 7 -> 1920",
-                                    R"(song 1: bar-label-changed barsBeats[0] at 0: "Prologue" -> "Prologu")",
-                                    "song 1: tempo-added tempos[1] at 12:  -> 500000 us",
-                                    "song 1: meter-changed meters[0] at 10: 3/4 -> 3/4",
-                                    "song 1: meter-changed meters[1] at 0: 4/4 -> 4/4"));
+  EXPECT_THAT(
+      Losses(),
+      ElementsAre("song 1: timeline-name-defaulted: other -> 1",
+                  "song 1: timeline-length-defaulted: 7 -> 1920",
+                  R"(song 1: bar-label-cut barsBeats[0] at 0 in bar Prologue: "Prologue" -> "Prologu")",
+                  "song 1: tempo-added tempos[1] at 12 in bar Prologue:  -> 500000 us",
+                  "song 1: meter-changed meters[0] at 10 in bar Prologue: 3/4 -> 3/4",
+                  "song 1: meter-changed meters[1] at 0 in bar Prologue: 4/4 -> 4/4"));
 }
 
 TEST_F(UpLosses, NameTwoClicksAtOneTime) {
@@ -218,7 +222,9 @@ TEST_F(UpLosses, NameTemposBeforeTheFirstMeter) {
 TEST_F(UpLosses, NameWhatTheFileHasBesides) {
   legacy_.replaced_songs = 2;
   legacy_.trailing_bytes = 3;
-  EXPECT_THAT(Losses(), ElementsAre("song-replaced:  ->  x2", "trailing-bytes-dropped:  ->  x3"));
+  legacy_.replaced_sequences = 4;
+  EXPECT_THAT(Losses(), ElementsAre("song-replaced:  ->  x2", "sequence-replaced:  ->  x4",
+                                    "trailing-bytes-dropped:  ->  x3"));
 }
 
 }  // namespace

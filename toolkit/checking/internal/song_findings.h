@@ -7,6 +7,7 @@
 
 #include "kit/utf8.h"
 #include "toolkit/checking/checking.h"
+#include "toolkit/internal/bar_labels.h"
 
 namespace zuna_toolkit {
 
@@ -15,10 +16,15 @@ class SongFindings {
  public:
   SongFindings(std::string song, const FindingSink& sink) : song_(std::move(song)), sink_(sink) {}
 
-  /// Fills in the song, the severity and the remedy.
-  void Add(FindingCode code, std::string problem, const Place& place = {}) const {
+  /// The bars of the song.
+  void SetBars(const BarLabels& bars) { bars_ = bars; }
+
+  /// Fills in the song, the bar, the severity and the remedy.
+  void Add(FindingCode code, std::string problem, Place place = {}) const {
+    if (place.tick) place.bar = bars_.At(*place.tick);
     const Explanation& explanation = FindingExplanations()[static_cast<std::size_t>(code)];
-    sink_({code, SeverityOf(code), song_, place, std::move(problem), std::string(explanation.remedy)});
+    sink_({code, SeverityOf(code), song_, std::move(place), std::move(problem),
+           std::string(explanation.remedy)});
   }
 
   /// Adds a finding where a text, which people know as `name`, is not UTF-8.
@@ -29,6 +35,7 @@ class SongFindings {
  private:
   std::string song_;
   const FindingSink& sink_;
+  BarLabels bars_;
 };
 
 }  // namespace zuna_toolkit

@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <limits>
+#include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -144,6 +146,31 @@ class ListComparison {
   std::vector<std::size_t> places_;  ///< in the second list, of the entries of the first that kept their time
   std::vector<EntryPair<Entry>> pairs_;
 };
+
+/// The entries that differ, where those of `before` for which `is_kept(entry)` holds stand in the same order
+/// in `after`; none where there are more or fewer of them there.
+template <typename Entry, typename IsKept>
+std::optional<std::vector<EntryPair<Entry>>> PairsInOrder(const std::vector<Entry>& before,
+                                                          const std::vector<Entry>& after, IsKept is_kept) {
+  using Traits = EntryTraits<Entry>;
+  if (std::count_if(before.begin(), before.end(), is_kept) != std::ssize(after)) return std::nullopt;
+  std::vector<EntryPair<Entry>> pairs;
+  std::size_t next = 0;
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    EntryPair<Entry> pair{{&before[i], i}, {}};
+    if (is_kept(before[i])) {
+      pair.after = {&after[next], next};
+      ++next;
+      const Entry& kept = *pair.after.entry;
+      if (Traits::Tick(before[i]) == Traits::Tick(kept) &&
+          Traits::Values(before[i]) == Traits::Values(kept)) {
+        continue;
+      }
+    }
+    pairs.push_back(pair);
+  }
+  return pairs;
+}
 
 /// The difference that a pair of entries of the list called `list` makes.
 template <typename Entry>

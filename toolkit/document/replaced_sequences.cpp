@@ -1,0 +1,146 @@
+// Counts the sequences that are replaced in legacy files (docs/format-0.md). The readers keep the last one of
+// a kind; this goes over the same bytes in the same way.
+#include "toolkit/document/internal/replaced_sequences.h"
+
+#include <bitset>
+#include <cstdint>
+#include <istream>
+
+#include "format_converter/version0/containers/change_log.h"
+#include "format_converter/version0/containers/change_log_header.h"
+#include "format_converter/version0/containers/timeline.h"
+#include "toolkit/document/internal/content.h"
+
+namespace zuna_toolkit {
+
+namespace {
+
+constexpr std::uint32_t kFrame = 1 + 2;  // event code and payload length
+constexpr std::uint32_t kEvent = 12;
+
+/// Goes through a stream that its reader has accepted.
+class Walk {
+ public:
+  Walk(std::istream& stream, std::uint32_t position) : stream_(stream), position_(position) {}
+
+  std::uint32_t position() const { return position_; }
+  std::size_t replaced() const { return replaced_; }
+
+  std::uint8_t Byte() {
+    ++position_;
+    return static_cast<std::uint8_t>(stream_.get());
+  }
+
+  void PassSong() {
+    Pass(4);  // record length
+    PassText();
+    PassText();
+    Pass(2 + 4);  // division and song length
+    for (std::uint8_t tracks = Byte(); tracks > 0; --tracks) {
+      Pass(1);  // id
+      PassText();
+    }
+    for (std::uint32_t events = Word(); events > 0; --events) Pass(kEvent);
+    PassTimeline();
+  }
+
+  void PassSongLog() {
+    const std::uint32_t length = Word();
+    PassText();
+    PassText();
+    Pass(4);  // song length
+    const std::uint32_t begin = position_;
+    filled_.reset();
+    do {
+      PassSequence();
+    } while (position_ - begin < length);
+  }
+
+ private:
+  void Pass(std::uint32_t bytes) {
+    stream_.ignore(bytes);
+    position_ += bytes;
+  }
+
+  void PassText() { Pass(Byte()); }
+
+  std::uint32_t Word() {
+    std::uint32_t word = 0;
+    for (unsigned shift = 0; shift < 32; shift += 8) word |= static_cast<std::uint32_t>(Byte()) << shift;
+    return word;
+  }
+
+  void PassTimeline() {
+    Pass(4);  // "TLMN"
+    PassText();
+    Pass(4);  // song length
+    const std::uint32_t length = Word();
+    const std::uint32_t end = position_ + length;
+    filled_.reset();
+    do {
+      PassSequence();
+    } while (position_ < end);
+  }
+
+  void PassSequence() {
+    const std::uint8_t code = Byte();
+    if (filled_.test(code)) ++replaced_;
+    const std::uint32_t length = Word();
+    filled_.set(code, length != 0);
+    if (length == 0) return;
+    const std::uint32_t end = position_ + length;
+    do {
+      PassRecord(code);
+    } while (position_ < end);
+  }
+
+  void PassRecord(std::uint8_t code) {
+    switch (code) {
+      case version0::RBarsBeats::eventCode:
+        Pass(kFrame + 4);  // time
+        PassText();
+        return Pass(1);  // tag
+      case version0::XScoreMarker::eventCode:
+        Pass(4);  // time
+        return PassText();
+      case version0::RTempo::eventCode:
+        return Pass(kFrame + version0::RTempo::kPayloadLength);
+      case version0::RKey::eventCode:
+        return Pass(kFrame + version0::RKey::kPayloadLength);
+      case version0::RPageNum::eventCode:
+        return Pass(kFrame + version0::RPageNum::kPayloadLength);
+      case version0::RMeter::eventCode:
+        return Pass(kFrame + version0::RMeter::kPayloadLength);
+      case version0::XCaesura::eventCode:
+        return Pass(kFrame + version0::XCaesura::kPayloadLength);
+      case version0::TempoScaleV0::eventCode:
+        return Pass(kFrame + version0::TempoScaleV0::kPayloadLength);
+      default:  // the other edits
+        return Pass(kFrame + version0::VampV0::kPayloadLength);
+    }
+  }
+
+  std::istream& stream_;
+  std::uint32_t position_;   ///< in the stream, modulo 2^32
+  std::bitset<256> filled_;  ///< the event codes whose last sequence in the song has records
+  std::size_t replaced_ = 0;
+};
+
+}  // namespace
+
+std::size_t ReplacedSequencesOfShow(std::istream& stream) {
+  Rewind(stream);
+  Walk walk(stream, 0);
+  for (std::uint8_t songs = walk.Byte(); songs > 0; --songs) walk.PassSong();
+  return walk.replaced();
+}
+
+std::size_t ReplacedSequencesOfLog(std::istream& stream) {
+  Rewind(stream);
+  const version0::ChangeLogHeader header(stream);
+  Walk walk(stream, static_cast<std::uint32_t>(static_cast<std::streamoff>(stream.tellg())));
+  while (walk.position() < header.end_position) walk.PassSongLog();
+  return walk.replaced();
+}
+
+}  // namespace zuna_toolkit
