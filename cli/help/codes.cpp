@@ -2,13 +2,15 @@
 #include "cli/help/codes.h"
 
 #include "toolkit/checking/finding.h"
+#include "toolkit/comparison/comparison.h"
 #include "toolkit/error_code.h"
 
 namespace zuna_cli {
 
 std::vector<CodeGroup> CodeGroups() {
   return {{"error", "Errors", zuna_toolkit::ErrorExplanations()},
-          {"finding", "Findings", zuna_toolkit::FindingExplanations()}};
+          {"finding", "Findings", zuna_toolkit::FindingExplanations()},
+          {"loss", "Losses", zuna_toolkit::LossExplanations()}};
 }
 
 std::vector<std::string> AllCodes() {

@@ -19,7 +19,7 @@ class ExplainTest(ToolTest):
     def test_lists_all_codes_by_their_kind(self):
         lines = self.explained().splitlines()
         titles = [line for line in lines if line and not line.startswith(" ")]
-        self.assertEqual(titles, ["Errors:", "Findings:"])
+        self.assertEqual(titles, ["Errors:", "Findings:", "Losses:"])
         codes = [line.split()[0] for line in lines if line.startswith(" ")]
         self.assertLess(codes.index("wrong-key"), codes.index("tempo-zero"))
         self.assertEqual(len(codes), len(json.loads(self.explained("--json"))))
