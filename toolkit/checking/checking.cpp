@@ -10,13 +10,13 @@ namespace {
 
 void AddReplacedSongs(std::size_t count, const SongFindings& findings) {
   if (count == 0) return;
-  findings.Add(FindingCode::kSongReplaced,
+  findings.Add(FindingCode::kSongRepeated,
                Counted(count, "song was", "songs were") + " replaced by a later song of the same number");
 }
 
 void AddReplacedSequences(std::size_t count, const SongFindings& findings) {
   if (count == 0) return;
-  findings.Add(FindingCode::kSequenceReplaced,
+  findings.Add(FindingCode::kSequenceRepeated,
                Counted(count, "list was", "lists were") + " replaced by a later list of the same kind");
 }
 

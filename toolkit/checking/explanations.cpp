@@ -14,9 +14,9 @@ constexpr std::size_t kCodes = static_cast<std::size_t>(FindingCode::kTempoScale
 constexpr std::array<Explanation, kCodes> kExplanations{{
     {"show-empty", "the show has no songs", "check that this is the right file"},
     {"log-empty", "the log has no songs", "check that this is the right file"},
-    {"song-replaced", "the legacy file has two songs of one number, and only the later one is read",
+    {"song-repeated", "the legacy file has two songs of one number, and only the later one is read",
      "give every song a number of its own in the program that wrote the file"},
-    {"sequence-replaced",
+    {"sequence-repeated",
      "a song of the legacy file has two lists of one kind, and only the later one is read",
      "compare the song with the program that wrote the file"},
     {"trailing-bytes", "bytes follow the last song of a legacy show; nothing reads them",

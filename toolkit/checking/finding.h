@@ -22,8 +22,8 @@ enum class Severity : std::uint8_t {
 enum class FindingCode : std::uint8_t {
   kShowEmpty,
   kLogEmpty,
-  kSongReplaced,
-  kSequenceReplaced,
+  kSongRepeated,
+  kSequenceRepeated,
   kTrailingBytes,
   kTextNotUtf8,
   kSongNumberEmpty,

@@ -6,6 +6,7 @@
 
 #include "tests/support/code_tables.h"
 #include "toolkit/checking/checking.h"
+#include "toolkit/comparison/comparison.h"
 
 namespace zuna_toolkit {
 namespace {
@@ -35,6 +36,14 @@ TEST(FindingExplanations, HaveEachCodeOnce) {
   }
   EXPECT_EQ(CodeText(FindingCode::kTempoZero), "tempo-zero");
   EXPECT_EQ(CodeText(FindingCode::kTempoScale), "tempo-scale-not-positive");
+}
+
+TEST(FindingExplanations, ShareNoCodeWithLosses) {
+  std::set<std::string_view> losses;
+  for (const Explanation& explanation : LossExplanations()) losses.insert(explanation.code);
+  for (const Explanation& explanation : FindingExplanations()) {
+    EXPECT_FALSE(losses.contains(explanation.code)) << explanation.code;
+  }
 }
 
 TEST(FindingExplanations, GiveTheRemedy) {

@@ -34,8 +34,8 @@ TEST(CheckLegacyShow, FindsWhatTheFileHasBesides) {
   show.trailing_bytes = 2;
   show.replaced_sequences = 3;
   EXPECT_THAT(zuna_test::FindingsOf({show, {}, "show"}),
-              ElementsAre("warning song-replaced: 1 song was replaced by a later song of the same number",
-                          "warning sequence-replaced: 3 lists were replaced by a later list of the same kind",
+              ElementsAre("warning song-repeated: 1 song was replaced by a later song of the same number",
+                          "warning sequence-repeated: 3 lists were replaced by a later list of the same kind",
                           "warning show-empty: there are no songs",
                           "warning trailing-bytes: 2 bytes follow the last song"));
 }

@@ -140,8 +140,8 @@ TEST(CheckLegacyLog, FindsItsRecords) {
   EXPECT_THAT(
       zuna_test::FindingsOf({log, {}, "log"}),
       ElementsAre(
-          "warning song-replaced: 2 songs were replaced by a later song of the same number",
-          "warning sequence-replaced: 1 list was replaced by a later list of the same kind",
+          "warning song-repeated: 2 songs were replaced by a later song of the same number",
+          "warning sequence-repeated: 1 list was replaced by a later list of the same kind",
           "warning text-not-utf8: the show name is not valid UTF-8",
           "warning vamp-count-not-positive, song 1, vamps[0] at 0: the vamp at 0 has the number 0",
           "error repeat-count-not-positive, song 1, repeats[0] at 0: the repeat at 0 has the number -1",
