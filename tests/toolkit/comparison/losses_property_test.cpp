@@ -251,10 +251,12 @@ TEST(UpLossesProperty, AreNoneForLogs) {
 
 /// Whether every meter of the timeline comes down as it is.
 bool IsInOrder(const TL::Timeline& timeline) {
-  const auto time = [](const auto& entry) { return entry.time; };
-  const auto ascends = [](std::uint32_t a, std::uint32_t b) { return a >= b; };
-  return std::ranges::adjacent_find(timeline.meters, ascends, time) == timeline.meters.end() &&
-         std::ranges::is_sorted(timeline.tempos, {}, time);
+  const auto not_before = [](const TL::Meter& a, const TL::Meter& b) { return a.time >= b.time; };
+  const auto later = [](const TL::Tempo& a, const TL::Tempo& b) { return a.time > b.time; };
+  const auto& meters = timeline.meters;
+  const auto& tempos = timeline.tempos;
+  return std::adjacent_find(meters.begin(), meters.end(), not_before) == meters.end() &&
+         std::adjacent_find(tempos.begin(), tempos.end(), later) == tempos.end();
 }
 
 template <typename Entry, typename Field>
