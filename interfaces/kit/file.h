@@ -77,7 +77,8 @@ enum class Existing {
 /// their paths finds the old bytes or the new ones, also after a crash at any moment.
 ///
 /// Until then the files are in a folder ".zuna-*.tmp" beside their places, which only its owner can enter.
-/// They are flushed to the disk. Only a crash, or a signal that ends the process, leaves that folder behind.
+/// They are flushed to the disk. Only a crash, or a signal that ends the process, leaves that folder behind;
+/// RemoveLeftovers() removes it.
 /// Two descriptors are open for each folder with outputs.
 class ZUNA_API OutputFiles {
  public:
@@ -113,6 +114,16 @@ class ZUNA_API OutputFiles {
   class Set;
   std::unique_ptr<Set> set_;
 };
+
+/// Removes what OutputFiles of processes that were killed have left in `folder`, as far as it is the caller's
+/// own: outputs that did not get their places. A private folder of a process that runs stays, and one with
+/// the old file of a place. Nothing is reported: whatever cannot be removed stays.
+ZUNA_API void RemoveLeftovers(const std::string& folder);
+
+/// Gives the regular file at `path`, which is no symbolic link, the second name "PATH.~N~" with the lowest N
+/// from 1 on that is free. Where the file system has no hard links that is a copy with its permissions, of at
+/// most `limit` bytes. Returns the name. Throws kit::IoError, and FileTooLargeError for a copy.
+ZUNA_API std::string BackUp(const std::string& path, std::size_t limit);
 
 /// Replaces the file at `path`, or creates it, as OutputFiles does with Existing::kReplace. What is not a
 /// regular file (a device, a pipe) cannot be replaced and is written to directly. Throws kit::IoError

@@ -2,7 +2,9 @@
 
 #pragma once
 
+#include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -15,5 +17,8 @@ ZUNA_API int HexDigit(char digit);
 
 /// The bytes that pairs of hexadecimal digits of either case spell; none where `digits` is anything else.
 ZUNA_API std::optional<std::string> DecodeHex(std::string_view digits);
+
+/// Two lower-case hexadecimal digits for each of the bytes.
+ZUNA_API std::string EncodeHex(std::span<const std::uint8_t> bytes);
 
 }  // namespace kit

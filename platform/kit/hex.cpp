@@ -1,4 +1,4 @@
-// Hexadecimal digits to bytes.
+// Hexadecimal digits to bytes and back.
 
 #include "kit/hex.h"
 
@@ -22,6 +22,17 @@ std::optional<std::string> DecodeHex(std::string_view digits) {
     bytes.push_back(static_cast<char>(high * 16 + low));
   }
   return bytes;
+}
+
+std::string EncodeHex(std::span<const std::uint8_t> bytes) {
+  constexpr char kDigits[] = "0123456789abcdef";
+  std::string digits;
+  digits.reserve(bytes.size() * 2);
+  for (const std::uint8_t byte : bytes) {
+    digits.push_back(kDigits[byte >> 4]);
+    digits.push_back(kDigits[byte & 0x0F]);
+  }
+  return digits;
 }
 
 }  // namespace kit

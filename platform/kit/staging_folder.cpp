@@ -3,6 +3,7 @@
 #include "platform/kit/internal/staging_folder.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 
 #include <cstdio>
 #include <random>
@@ -57,21 +58,33 @@ StagedName::StagedName(const char* prefix, std::size_t number) : text() {
 
 StagingFolder::StagingFolder(std::shared_ptr<const Folder> parent, const std::string& path)
     : parent_(std::move(parent)), descriptor_(-1) {
-  int made = -1;
-  for (int names = 0; names < kMostNames && made != 0; ++names) {
-    name_ = RandomName(path);
-    made = ::mkdirat(parent_->number(), name_.c_str(), kPrivateFolder);
-    if (made != 0 && errno != EEXIST) break;
-  }
-  if (made != 0) ThrowIoError(path, kNotCreated, errno);
+  int error = EEXIST;
+  for (int names = 0; names < kMostNames && error == EEXIST; ++names) error = Make(path);
+  if (error != 0) ThrowIoError(path, kNotCreated, error);
+}
+
+int StagingFolder::Make(const std::string& path) {
+  name_ = RandomName(path);
+  if (::mkdirat(parent_->number(), name_.c_str(), kPrivateFolder) != 0) return errno;
   exists_ = true;
   constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
   descriptor_ =
       FileDescriptor(RetryInterrupted([&] { return ::openat(parent_->number(), name_.c_str(), kFlags); }));
-  if (descriptor_.is_open()) return;
-  const int error = errno;
-  Remove();  // The destructor of an object that was not made is not called.
-  ThrowIoError(path, kNotCreated, error);
+  const int error = descriptor_.is_open() ? Lock() : errno;
+  if (error == 0) return 0;
+  Remove();
+  return error == ENOENT ? EEXIST : error;
+}
+
+int StagingFolder::Lock() const {
+  const int locked = RetryInterrupted([&] { return ::flock(number(), LOCK_EX | LOCK_NB); });
+  if (locked != 0 && errno == EWOULDBLOCK) return EEXIST;  // Elsewhere, some file systems have no locks.
+  struct stat opened {};
+  struct stat named {};
+  const bool is_known = ::fstat(number(), &opened) == 0 &&
+                        ::fstatat(parent_->number(), name_.c_str(), &named, AT_SYMLINK_NOFOLLOW) == 0;
+  if (!is_known) return errno;
+  return IdOf(opened) == IdOf(named) ? 0 : EEXIST;
 }
 
 FileDescriptor StagingFolder::Create(const StagedName& name, unsigned mode, const std::string& path) const {

@@ -67,17 +67,6 @@ gcry_buffer_t Piece(Bytes bytes) {
   return piece;
 }
 
-/// SHA-256 in one call. libgcrypt's own HMAC ends the process when memory runs out; this only reports.
-void Sha256(Bytes first, std::initializer_list<Bytes> rest, std::span<std::uint8_t, kSha256Size> digest) {
-  InitializeGcrypt();
-  std::vector<gcry_buffer_t> pieces{Piece(first)};
-  for (const Bytes part : rest) {
-    if (!part.empty()) pieces.push_back(Piece(part));
-  }
-  CheckGcrypt(
-      gcry_md_hash_buffers(GCRY_MD_SHA256, 0, digest.data(), pieces.data(), static_cast<int>(pieces.size())));
-}
-
 void Copy(Bytes from, MutableBytes to) { std::copy(from.begin(), from.end(), to.begin()); }
 
 void XorAll(std::span<std::uint8_t, kSha256BlockSize> block, std::uint8_t value) {
@@ -112,6 +101,17 @@ Byte* NeverNull(std::span<Byte> bytes) {
 }
 
 }  // namespace
+
+// In one call: libgcrypt's own HMAC ends the process when memory runs out; this only reports.
+void Sha256(Bytes first, std::initializer_list<Bytes> rest, std::span<std::uint8_t, kSha256Size> digest) {
+  InitializeGcrypt();
+  std::vector<gcry_buffer_t> pieces{Piece(first)};
+  for (const Bytes part : rest) {
+    if (!part.empty()) pieces.push_back(Piece(part));
+  }
+  CheckGcrypt(
+      gcry_md_hash_buffers(GCRY_MD_SHA256, 0, digest.data(), pieces.data(), static_cast<int>(pieces.size())));
+}
 
 void HmacSha256(Bytes key, std::initializer_list<Bytes> parts, std::span<std::uint8_t, kSha256Size> mac) {
   Secret<kSha256BlockSize> pad;

@@ -20,6 +20,9 @@ class GcryptFailure : public std::runtime_error {
 
 inline constexpr std::size_t kSha256Size = 32;
 
+/// SHA-256 (FIPS 180-4) of `first` and the rest, one after the other. Throws GcryptFailure.
+void Sha256(Bytes first, std::initializer_list<Bytes> rest, std::span<std::uint8_t, kSha256Size> digest);
+
 /// HMAC-SHA-256 (RFC 2104) of the parts, one after the other. Throws GcryptFailure.
 void HmacSha256(Bytes key, std::initializer_list<Bytes> parts, std::span<std::uint8_t, kSha256Size> mac);
 

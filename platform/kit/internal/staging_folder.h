@@ -28,6 +28,7 @@ struct StagedName {
 
 /// A folder ".zuna-*.tmp" that only its owner can enter, in the folder of outputs. Files have their final
 /// permissions before they leave it, and whatever is left in it after a crash is out of reach for others.
+/// It is locked (flock(2)) as long as the process lives, which tells it from one that was left behind.
 class StagingFolder {
  public:
   /// Makes it in `parent`. Throws kit::IoError about `path`.
@@ -55,6 +56,13 @@ class StagingFolder {
   int Remove();
 
  private:
+  /// Makes a folder of a new name, and opens and locks it. Returns 0, or a value of errno: EEXIST where
+  /// another name may help.
+  int Make(const std::string& path);
+  /// Locks the folder. Returns 0, or a value of errno: EEXIST or ENOENT where another process has taken it
+  /// for one that was left behind.
+  int Lock() const;
+
   std::shared_ptr<const Folder> parent_;
   std::string name_;
   FileDescriptor descriptor_;

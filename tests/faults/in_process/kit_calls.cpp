@@ -14,6 +14,7 @@
 #include "tests/support/temporary_folder.h"
 
 #include <fcntl.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace public_calls {
@@ -38,6 +39,10 @@ void AddTexts(Calls& calls) {
   calls.Add("HexDigit, DecodeHex", [] {
     return kit::DecodeHex("616263646566676869616263646566676869616263646566676869").value() +
            std::to_string(kit::HexDigit('f'));
+  });
+  calls.Add("EncodeHex", [] {
+    const std::vector<std::uint8_t> bytes(kLong.begin(), kLong.end());
+    return kit::EncodeHex(bytes);
   });
   calls.Add("Utf8", [] {
     const char32_t character = kit::CodePoint(kLong.substr(0, 1));
@@ -97,6 +102,17 @@ void AddFiles(Calls& calls) {
     for (std::size_t i = 0; i < files.size(); ++i) files.Write(i, kContent);
     files.Commit();
     return ContentOf(out) + ContentOf(out + "2");
+  });
+  calls.Add("BackUp", [in, folder] {
+    // Not by unlink(), which may be let fail: each call begins without backups.
+    const auto remove = [](const std::string* path) { ::syscall(SYS_unlinkat, AT_FDCWD, path->c_str(), 0); };
+    const std::string kept = kit::BackUp(in, 1000);
+    const std::unique_ptr<const std::string, decltype(remove)> removed(&kept, remove);
+    return TextOf(kit::ReadWholeFile(kept, 1000));
+  });
+  calls.Add("RemoveLeftovers", [folder] {
+    kit::RemoveLeftovers(folder->path().string());
+    return std::string();
   });
 }
 

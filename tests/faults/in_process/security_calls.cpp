@@ -6,6 +6,7 @@
 #include "tests/support/encrypted.h"
 #include "tests/support/temporary_folder.h"
 #include "zuna_sec/cipher_stream.h"
+#include "zuna_sec/digest.h"
 
 namespace public_calls {
 
@@ -51,6 +52,7 @@ Calls OfSecurity() {
     stream.WriteToFile(out);
     return ContentOf(out);
   });
+  calls.Add("Sha256Text", [sealed] { return zuna_sec::Sha256Text(sealed); });
   return calls;
 }
 

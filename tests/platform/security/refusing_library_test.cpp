@@ -7,6 +7,7 @@
 
 #include "tests/support/bytes.h"
 #include "zuna_sec/cipher_stream.h"
+#include "zuna_sec/digest.h"
 #include "zuna_sec/errors.h"
 
 namespace {
@@ -56,6 +57,8 @@ TEST(RefusingLibrary, IsTooOldAndIsAskedAgain) {
   const std::string too_old = "libgcrypt 1.10 or later is needed, this is 1.8.3";
   EXPECT_THAT(SealingError(), testing::HasSubstr(too_old));
   EXPECT_THAT(SealingError(), testing::HasSubstr(too_old));
+  EXPECT_EQ(zuna_test::MessageOf<zuna_sec::CipherUnavailableError>([] { zuna_sec::Sha256Text({}); }),
+            "SHA-256: is not available: " + too_old + "; install libgcrypt 1.10 or later");
   g_is_old = false;
 }
 

@@ -1,0 +1,54 @@
+// A second name for a file before another one takes its place.
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string>
+
+#include "kit/error.h"
+#include "kit/file.h"
+#include "platform/kit/internal/system_calls.h"
+
+namespace kit {
+
+namespace {
+
+constexpr const char* kNotKept = "cannot be kept beside the new file";
+constexpr unsigned kMostBackups = 99999;
+constexpr mode_t kPermissions = 0777;
+
+/// Some file systems have no hard links, and some files must get none.
+void Copy(const std::string& path, const std::string& copy, std::size_t limit) {
+  struct stat status {};
+  if (::stat(path.c_str(), &status) != 0) ThrowIoError(path, kNotKept, errno);
+  const FileBytes file = ReadWholeFile(path, limit);
+  OutputFiles output(Existing::kRefuse);
+  output.Add(copy);
+  output.Write(0, file.bytes(), status.st_mode & kPermissions);
+  output.Commit();
+}
+
+}  // namespace
+
+std::string BackUp(const std::string& path, std::size_t limit) {
+  for (unsigned number = 1; number <= kMostBackups; ++number) {
+    std::string name = path + ".~" + std::to_string(number) + '~';
+    if (::linkat(AT_FDCWD, path.c_str(), AT_FDCWD, name.c_str(), 0) == 0) return name;
+    if (errno == EEXIST) continue;
+    if (errno != EPERM && errno != ENOTSUP && errno != EMLINK && errno != EXDEV) {
+      ThrowIoError(path, kNotKept, errno);
+    }
+    try {
+      Copy(path, name, limit);
+      return name;
+    } catch (const FileExistsError&) {
+      continue;
+    }
+  }
+  throw IoError(path + ": cannot be kept beside the new file: " + std::to_string(kMostBackups) +
+                " older ones are there; remove some of them");
+}
+
+}  // namespace kit
