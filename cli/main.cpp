@@ -1,10 +1,10 @@
 // The tool zuna-convert: options, commands, exit code.
 #include <CLI/CLI.hpp>
 
-#include "cli/commands/context.h"
 #include "cli/help/command_tree.h"
 #include "cli/help/complaint.h"
 #include "cli/help/help_text.h"
+#include "cli/shared/context.h"
 #include "cli/terminal/signals.h"
 #include "cli/terminal/standard_streams.h"
 
@@ -21,6 +21,7 @@ void AddCommands(CLI::App& app, Context& context) {
   AddDownCommand(app, context);
   AddConvertCommand(app, context);
   AddCopyFermatasCommand(app, context);
+  AddCheckCommand(app, context);
   AddInfoCommand(app, context);
   AddPrintCommand(app, context);
   AddListCommand(app, context);

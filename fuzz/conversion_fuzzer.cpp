@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "cli/commands/document_text.h"
+#include "cli/shared/loss_text.h"
 #include "fuzz/documents.h"
 #include "fuzz/target.h"
 #include "toolkit/conversion/conversion.h"
@@ -34,8 +34,9 @@ void Convert(const Document& current, std::size_t size) {
 void Down(const Document& current, std::size_t size) {
   const fuzz::MemoryBound command("down", fuzz::CommandHeapBound(size));
   const Document legacy = Bounded("conversion down", size, [&] { return zuna_toolkit::Down(current); });
-  RequireShortLines(Bounded("losses of down", size, [&] { return zuna_cli::DownLossLines(current, legacy); }),
-                    size);
+  RequireShortLines(
+      Bounded("losses of down", size, [&] { return zuna_cli::Losses(current, legacy, false).Lines(); }),
+      size);
   const std::string written = fuzz::Written(legacy);
   fuzz::Require(fuzz::ReadDocument(written).has_value(), "a document that came down is read");
 }
@@ -43,10 +44,10 @@ void Down(const Document& current, std::size_t size) {
 void Up(const Document& legacy, std::size_t size) {
   const fuzz::MemoryBound command("up", fuzz::CommandHeapBound(size));
   const Document current = Bounded("conversion up", size, [&] {
-    return zuna_toolkit::Up(legacy, zuna_toolkit::Companion{}, cmn::kDefaultVersion).document;
+    return zuna_toolkit::Up(legacy, zuna_toolkit::Companion{}, cmn::kDefaultVersion);
   });
-  RequireShortLines(Bounded("losses of up", size, [&] { return zuna_cli::UpLossLines(legacy, current); }),
-                    size);
+  RequireShortLines(
+      Bounded("losses of up", size, [&] { return zuna_cli::Losses(legacy, current, false).Lines(); }), size);
   const auto again = fuzz::ReadDocument(fuzz::Written(current));
   fuzz::Require(again && fuzz::HoldTheSame(current, *again), "a document that came up is read as it is");
 }

@@ -2,11 +2,11 @@
 // gives a document or a zuna_toolkit::Error; what there is to tell about a document is short; and a document
 // is written as a file that holds the same. A check of it finds at most a few things for each byte.
 
-#include "cli/commands/document_text.h"
+#include "cli/shared/document_text.h"
 #include "fuzz/documents.h"
 #include "fuzz/target.h"
 #include "toolkit/checking/checking.h"
-#include "toolkit/conversion/conversion.h"
+#include "toolkit/conversion/companion.h"
 
 namespace {
 
@@ -30,8 +30,9 @@ void CallEveryReader(const std::string& bytes) {
         [&](auto& file) { zuna_toolkit::ReadDocument(file, expected); });
   }
   Try("detecting", bytes, [](auto& file) { zuna_toolkit::Detect(file); });
-  Try("reading a log as a companion", bytes, [](auto& file) { zuna_toolkit::ReadLogAsCompanion(file); });
-  Try("reading a show as a companion", bytes, [](auto& file) { zuna_toolkit::ReadShowAsCompanion(file); });
+  for (const cmn::FileKind kind : {cmn::FileKind::kShow, cmn::FileKind::kLog}) {
+    Try("reading a companion", bytes, [&](auto& file) { zuna_toolkit::ReadCompanion(file, kind); });
+  }
   Try("checking a text", bytes, [&](auto& file) {
     zuna_toolkit::RequireCorrectText({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()},
                                      file.name());

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "cli/commands/key_file.h"
+#include "cli/shared/key_file.h"
 #include "cli/terminal/failure.h"
 #include "fuzz/cost.h"
 #include "fuzz/target.h"

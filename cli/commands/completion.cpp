@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <memory>
 
-#include "cli/commands/context.h"
 #include "cli/completion/scripts.h"
+#include "cli/shared/context.h"
 
 namespace zuna_cli {
 

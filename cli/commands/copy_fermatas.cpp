@@ -1,8 +1,8 @@
 // zuna-convert copy-fermatas
 #include <memory>
 
-#include "cli/commands/context.h"
-#include "cli/commands/input.h"
+#include "cli/shared/context.h"
+#include "cli/shared/input.h"
 #include "cli/terminal/standard_streams.h"
 #include "toolkit/conversion/copy_fermatas.h"
 #include "toolkit/words.h"

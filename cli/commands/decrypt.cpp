@@ -3,8 +3,8 @@
 #include <iterator>
 #include <memory>
 
-#include "cli/commands/context.h"
-#include "cli/commands/input.h"
+#include "cli/shared/context.h"
+#include "cli/shared/input.h"
 #include "toolkit/words.h"
 
 namespace zuna_cli {

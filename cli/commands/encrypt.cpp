@@ -3,8 +3,8 @@
 #include <memory>
 #include <ostream>
 
-#include "cli/commands/context.h"
-#include "cli/commands/input.h"
+#include "cli/shared/context.h"
+#include "cli/shared/input.h"
 #include "cli/terminal/standard_streams.h"
 #include "toolkit/words.h"
 #include "zuna_sec/cipher_stream.h"

@@ -2,9 +2,9 @@
 #include <memory>
 #include <optional>
 
-#include "cli/commands/context.h"
 #include "cli/help/codes.h"
 #include "cli/help/nearest.h"
+#include "cli/shared/context.h"
 #include "cli/terminal/columns.h"
 #include "cli/terminal/table.h"
 #include "cli/terminal/text.h"

@@ -2,10 +2,10 @@
 #include <algorithm>
 #include <memory>
 
-#include "cli/commands/context.h"
 #include "cli/help/command_tree.h"
 #include "cli/help/complaint.h"
 #include "cli/help/help_text.h"
+#include "cli/shared/context.h"
 
 namespace zuna_cli {
 

@@ -1,9 +1,11 @@
 // zuna-convert info
 #include <memory>
 
-#include "cli/commands/context.h"
-#include "cli/commands/document_text.h"
-#include "cli/commands/input.h"
+#include "cli/batch/report.h"
+#include "cli/batch/runner.h"
+#include "cli/shared/context.h"
+#include "cli/shared/document_text.h"
+#include "cli/shared/input.h"
 #include "cli/terminal/standard_streams.h"
 
 namespace zuna_cli {
@@ -11,52 +13,44 @@ namespace zuna_cli {
 namespace {
 
 struct Options {
-  std::vector<std::string> inputs;
+  InputOptions inputs;
   bool json = false;
 };
 
 std::string InfoOf(const std::string& path, const Keys& keys, bool json) {
   zuna_toolkit::OpenedFile file = OpenInput(path, keys).file;
   const zuna_toolkit::Document document = zuna_toolkit::ReadDocument(file);
-  return json ? InfoJson(document) : InfoText(document);
-}
-
-/// Describes all inputs. Continues after failed ones and sets the exit code then.
-std::string InfoOfAll(const Options& options, const Keys& keys, Context& context) {
-  std::string text;
-  for (const std::string& path : options.inputs) {
-    try {
-      const std::string info = InfoOf(path, keys, options.json);
-      if (options.json && !text.empty()) text += ",\n ";
-      text += info;
-    } catch (const std::exception& error) {
-      if (options.inputs.size() == 1) throw;
-      context.ReportPart(error);
-    }
-  }
-  return text;
+  return json ? InfoJson(document) + '\n' : InfoText(document);
 }
 
 void Run(const Options& options, Context& context) {
-  context.CheckInputs(options.inputs);
-  const std::string text = InfoOfAll(options, context.ReadKeys(), context);
-  const bool is_array = options.json && options.inputs.size() > 1;
-  if (is_array) WriteStandardOutput("[");
-  WriteStandardOutput(text);
-  if (options.json) WriteStandardOutput(is_array ? "]\n" : "\n");
+  const std::vector<zuna_toolkit::Input> inputs = CollectInputs(options.inputs, context);
+  const Keys keys = context.ReadKeys();
+  const auto info = [&](const std::string& path) {
+    Outcome outcome;
+    outcome.text = InfoOf(path, keys, options.json);
+    return outcome;
+  };
+  Batch batch;
+  batch.work = [&](std::size_t number) {
+    const std::string& path = inputs[number].path;
+    return options.json ? WithFailureJson(path, [&] { return info(path); }) : info(path);
+  };
+  RunAll(inputs.size(), options.inputs, context, batch);
 }
 
 }  // namespace
 
 void AddInfoCommand(CLI::App& app, Context& context) {
-  CLI::App* command = app.add_subcommand(
-      "info", "Tell the version, name, songs and counts of shows and logs; continues after failed inputs");
+  CLI::App* command =
+      app.add_subcommand("info", "Tell the version, name, songs and counts of shows and logs");
   AddSharedOptions(*command, context);
   const auto options = std::make_shared<Options>();
-  command->add_option("IN", options->inputs, "The input files; - for standard input")->required();
-  command->add_flag("--json", options->json,
-                    "Write JSON: an object for one input, an array for several (without those that failed). "
-                    "Bytes of names that are no UTF-8 are written as U+FFFD");
+  AddInputs(*command, options->inputs);
+  command->add_flag(
+      "--json", options->json,
+      "Write a line of JSON for each input, failed ones too. Bytes of names that are no UTF-8 are "
+      "written as U+FFFD");
   context.SetWork(*command, [options, &context] { Run(*options, context); });
 }
 

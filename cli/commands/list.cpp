@@ -1,68 +1,66 @@
 // zuna-convert list
 #include <memory>
 #include <optional>
-#include <span>
 
-#include "cli/commands/context.h"
-#include "cli/commands/input.h"
-#include "cli/terminal/standard_streams.h"
+#include "cli/batch/report.h"
+#include "cli/batch/runner.h"
+#include "cli/shared/context.h"
+#include "cli/shared/input.h"
 #include "cli/terminal/text.h"
+#include "cmn/file_format.h"
 #include "kit/file.h"
-#include "kit/path.h"
+#include "toolkit/document/open.h"
 
 namespace zuna_cli {
 
 namespace {
 
-constexpr const char* kExtension = ".showdata";
-
 struct Options {
-  std::string folder;
+  InputOptions inputs;
   cmn::FileVersion from;
   std::optional<cmn::FileVersion> below;
+  bool json = false;
 
   bool Matches(const cmn::FileVersion& version) const {
     return from <= version && (!below || version < *below);
   }
 };
 
-/// The version of the show in the file at `path`; nothing where it is no regular file.
-std::optional<cmn::FileVersion> VersionOf(const std::string& path, const Keys& keys) {
-  const auto content = kit::ReadRegularFile(path, zuna_toolkit::kMaxFileSize);
-  if (!content) return std::nullopt;
-  const std::span<const std::uint8_t> bytes = content->bytes();
-  zuna_toolkit::OpenedFile file = DecryptInput({bytes.begin(), bytes.end()}, path, keys).file;
-  const zuna_toolkit::FileType type = zuna_toolkit::Detect(file);
-  zuna_toolkit::RequireShow(type, file.name());
-  return type.version;
+std::string LineOf(const std::string& path, const zuna_toolkit::FileType& type, bool json) {
+  const std::string kind(cmn::KindName(type.kind));
+  const std::string version = cmn::VersionText(type.version);
+  if (!json) return Printable(path) + ": " + kind + ", version " + version + '\n';
+  return "{\"schemaVersion\": 1, \"path\": " + JsonString(path) + ", \"kind\": \"" + kind +
+         "data\", \"fileVersion\": \"" + version + "\"}\n";
 }
 
-/// The line about every show that matches. Continues after files that cannot be read and sets the exit code
-/// then.
-std::string ListShows(const Options& options, const Keys& keys, Context& context) {
-  std::string text;
-  for (const std::string& name : kit::listdir(options.folder)) {
-    if (kit::path::extension(name) != kExtension) continue;
-    try {
-      const auto version = VersionOf(kit::path::Join(options.folder, name), keys);
-      if (!version || !options.Matches(*version)) continue;
-      text += Printable(name) + ": " + cmn::VersionText(*version) + '\n';
-    } catch (const std::exception& error) {
-      context.ReportPart(error);
-    }
+Outcome ListOne(const std::string& path, const Options& options, const Keys& keys) {
+  zuna_toolkit::OpenedFile file = OpenInput(path, keys).file;
+  const zuna_toolkit::FileType type = zuna_toolkit::Detect(file);
+  Outcome outcome;
+  if (options.Matches(type.version)) {
+    outcome.text = LineOf(path, type, options.json);
+  } else {
+    outcome.status = Status::kSkipped;
   }
-  return text;
+  return outcome;
 }
 
 void Run(const Options& options, Context& context) {
-  RequireFolder(options.folder, "give the folder of the shows");
-  const std::string text = ListShows(options, context.ReadKeys(), context);
-  WriteStandardOutput(text);
-  if (!text.empty() || context.code != ExitCode::kDone) return;
-  throw Failure(
-      ErrorCode::kNothingMatched, options.folder,
-      std::string("has no show of these versions in a file whose name ends in \"") + kExtension + "\"",
-      "give another folder or range");
+  const std::vector<zuna_toolkit::Input> inputs = CollectInputs(options.inputs, context);
+  const Keys keys = context.ReadKeys();
+  bool has_matched = false;
+  Batch batch;
+  batch.work = [&](std::size_t number) {
+    const std::string& path = inputs[number].path;
+    const auto list = [&] { return ListOne(path, options, keys); };
+    return options.json ? WithFailureJson(path, list) : list();
+  };
+  batch.take = [&](const Outcome& outcome) { has_matched = has_matched || outcome.status == Status::kDone; };
+  RunAll(inputs.size(), options.inputs, context, batch);
+  if (has_matched || context.code != ExitCode::kDone) return;
+  throw Failure(ErrorCode::kNothingMatched, "list", "none of the files is of these versions",
+                "give another range");
 }
 
 /// Adds an option for a version, which `take` gets.
@@ -79,17 +77,15 @@ void AddVersion(CLI::App& command, const std::string& name, const std::string& d
 }  // namespace
 
 void AddListCommand(CLI::App& app, Context& context) {
-  CLI::App* command = app.add_subcommand("list", "List the show files of a folder with their versions");
+  CLI::App* command = app.add_subcommand("list", "List shows and logs with their kinds and versions");
   AddSharedOptions(*command, context);
   const auto options = std::make_shared<Options>();
-  command
-      ->add_option("DIR", options->folder,
-                   "The folder; only files whose names end in .showdata are looked at")
-      ->required();
-  AddVersion(*command, "--from", "Only shows of this version and higher ones",
+  AddInputs(*command, options->inputs);
+  AddVersion(*command, "--from", "Only files of this version and higher ones",
              [options](const cmn::FileVersion& version) { options->from = version; });
-  AddVersion(*command, "--below", "Only shows of lower versions than this",
+  AddVersion(*command, "--below", "Only files of lower versions than this",
              [options](const cmn::FileVersion& version) { options->below = version; });
+  command->add_flag("--json", options->json, "Write a line of JSON for each file, failed ones too");
   context.SetWork(*command, [options, &context] { Run(*options, context); });
 }
 

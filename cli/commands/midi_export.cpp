@@ -2,9 +2,9 @@
 #include <cstdint>
 #include <memory>
 
-#include "cli/commands/context.h"
-#include "cli/commands/input.h"
-#include "cli/commands/output_set.h"
+#include "cli/shared/context.h"
+#include "cli/shared/input.h"
+#include "cli/shared/output_set.h"
 #include "kit/path.h"
 #include "toolkit/conversion/conversion.h"
 #include "toolkit/error.h"

@@ -4,9 +4,9 @@
 #include <optional>
 #include <set>
 
-#include "cli/commands/context.h"
-#include "cli/commands/document_text.h"
-#include "cli/commands/input.h"
+#include "cli/shared/context.h"
+#include "cli/shared/document_text.h"
+#include "cli/shared/input.h"
 #include "cli/terminal/standard_streams.h"
 #include "toolkit/error.h"
 #include "toolkit/midi/songs.h"

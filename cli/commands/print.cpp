@@ -5,8 +5,8 @@
 #include <type_traits>
 
 #include "CL/song_log.h"
-#include "cli/commands/context.h"
-#include "cli/commands/input.h"
+#include "cli/shared/context.h"
+#include "cli/shared/input.h"
 #include "cli/terminal/standard_streams.h"
 #include "cli/terminal/text.h"
 #include "format_converter/version0/containers/song_log.h"

@@ -1,84 +1,81 @@
 // zuna-convert up
 #include <memory>
 
-#include "cli/commands/context.h"
-#include "cli/commands/document_text.h"
-#include "cli/commands/input.h"
+#include "cli/batch/companions.h"
+#include "cli/batch/conversions.h"
 #include "cli/terminal/standard_streams.h"
 #include "toolkit/conversion/conversion.h"
-#include "toolkit/words.h"
 
 namespace zuna_cli {
 
 namespace {
 
-struct Options : Paths {
-  std::string companion;
+using zuna_toolkit::Document;
+using zuna_toolkit::Input;
+
+struct Options : ConversionOptions {
+  CompanionOptions companions;
   cmn::FileVersion version;
 };
 
-/// Reads what `legacy` needs from its companion.
-zuna_toolkit::Companion ReadCompanion(const zuna_toolkit::Document& legacy, zuna_toolkit::OpenedFile& file) {
-  if (legacy.type().is_log()) return zuna_toolkit::ReadShowAsCompanion(file);
-  return zuna_toolkit::ReadLogAsCompanion(file);
-}
-
-/// How the companion of a log differs from it.
-std::vector<std::string> CompanionNotes(const zuna_toolkit::UpResult& result, const std::string& companion) {
-  using zuna_toolkit::Counted;
-  std::vector<std::string> notes;
-  std::string unknown;
-  for (const std::string& number : result.unknown_songs) zuna_toolkit::AppendListed(unknown, number);
-  if (!unknown.empty()) {
-    const bool one = result.unknown_songs.size() == 1;
-    notes.push_back((one ? "song " : "songs ") + unknown + (one ? " is" : " are") + " not in " + companion +
-                    "; the division stays 0");
-  }
-  if (!result.renamed_songs.empty()) {
-    const auto& first = result.renamed_songs.front();
-    notes.push_back(Counted(result.renamed_songs.size(), "song has", "songs have") + " another name in " +
-                    companion + " (song " + first.number + ": \"" + first.name + "\", there \"" +
-                    first.companion_name + "\")");
-  }
-  return notes;
+std::string VersionsText(const Document& document, const cmn::FileVersion& version) {
+  return cmn::VersionText(document.type().version) + " -> " + cmn::VersionText(version);
 }
 
 /// What a conversion took from the companion.
-std::string TakenText(const zuna_toolkit::Companion& companion, bool is_log) {
-  if (is_log) return ", divisions from " + companion.name;
-  return ", named \"" + companion.show_name + "\" by its log";
+std::string TakenText(const FoundCompanion& found, bool is_log) {
+  if (!is_log) {
+    return ", named \"" + found.companion.show_name + "\"" + (found.path.empty() ? "" : " by its log");
+  }
+  if (found.path.empty()) return ", division " + std::to_string(found.companion.division);
+  return ", divisions from " + found.companion.name;
+}
+
+Converted UpLegacy(const Document& legacy, const Input& input, const Options& options, const Keys& keys) {
+  FoundCompanion found = FindCompanion(legacy, input, options.companions, keys);
+  return {zuna_toolkit::Up(legacy, found.companion, options.version),
+          VersionsText(legacy, options.version) + TakenText(found, legacy.type().is_log()),
+          std::move(found.notes), std::move(found.path)};
+}
+
+std::optional<Converted> UpOne(const Document& document, const Input& input, const Options& options,
+                               const Keys& keys) {
+  RequireTarget(document.type().kind, options.version);
+  if (document.type().is_legacy()) return UpLegacy(document, input, options, keys);
+  if (document.type().version == options.version) return std::nullopt;
+  return Converted{
+      zuna_toolkit::Convert(document, options.version), VersionsText(document, options.version), {}, ""};
+}
+
+/// What changes the result, for the report.
+std::string ReportOptions(const Options& options) {
+  const CompanionOptions& companions = options.companions;
+  std::string text = "up --to " + cmn::VersionText(options.version);
+  if (companions.any) text += " --any-companion";
+  if (companions.show_name) text += " --show-name " + *companions.show_name;
+  if (companions.division) text += " --division " + std::to_string(*companions.division);
+  return text;
 }
 
 void Run(const Options& options, Context& context) {
-  Destination destination = context.CheckPaths(options.output, {options.input, options.companion});
-  const Keys keys = context.ReadKeys();
-  auto [file, key] = OpenInput(options.input, keys);
-  const zuna_toolkit::Document legacy = zuna_toolkit::ReadDocument(file, zuna_toolkit::Expected::kLegacy);
-  RequireTarget(legacy.type().kind, options.version);
-  zuna_toolkit::OpenedFile companion_file =
-      OpenInput(options.companion, keys, zuna_toolkit::Accept::kEncryptedOrPlain).file;
-  const zuna_toolkit::Companion companion = ReadCompanion(legacy, companion_file);
-  const zuna_toolkit::UpResult result = zuna_toolkit::Up(legacy, companion, options.version);
-  for (const std::string& note : CompanionNotes(result, companion.name)) context.Note(file.name(), note);
-  for (const std::string& line : UpLossLines(legacy, result.document)) context.Note(file.name(), line);
-  context.Note(file.name(), CountsText(result.document) + ", 0.0 -> " + cmn::VersionText(options.version) +
-                                TakenText(companion, legacy.type().is_log()));
-  context.Seal(result.document, *key, destination);
+  Conversion conversion;
+  conversion.options = ReportOptions(options);
+  conversion.convert = [&](const Document& document, const Input& input, const Keys& keys) {
+    return UpOne(document, input, options, keys);
+  };
+  conversion.companion = options.companions.file;
+  conversion.companion_path = [&](const Input& input) { return CompanionPath(input, options.companions); };
+  ConvertAll(options, context, conversion);
 }
 
 }  // namespace
 
 void AddUpCommand(CLI::App& app, Context& context) {
   const auto options = std::make_shared<Options>();
-  CLI::App* command = AddFileCommand(app, context, "up",
-                                     "Bring a show or a log of version 0.0 to a current version", *options);
+  CLI::App* command = AddConversionCommand(app, context, "up",
+                                           "Bring shows and logs of any version to a current one", *options);
   AddTarget(*command, options->version);
-  command
-      ->add_option("--companion", options->companion,
-                   "The other file of version 0.0, encrypted or plain: the log of a show, which tells the "
-                   "show's name, or the show of a log, which tells the songs' divisions")
-      ->required()
-      ->type_name("FILE");
+  AddCompanions(*command, options->companions);
   context.SetWork(*command, [options, &context] { Run(*options, context); });
 }
 

@@ -18,6 +18,7 @@ namespace {
 constexpr std::array kEnding = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU, SIGALRM, SIGUSR1, SIGUSR2};
 
 volatile std::sig_atomic_t g_has_output = 0;
+volatile std::sig_atomic_t g_asked = 0;  ///< the signal that a DeferSignals holds back
 
 extern "C" void EndInterrupted(int) {
   constexpr std::string_view kWithout = "zuna-convert: interrupted\n";
@@ -32,6 +33,17 @@ extern "C" void EndInterrupted(int) {
   _exit(static_cast<int>(ExitCode::kInterrupted));
 }
 
+extern "C" void AskToEnd(int number) {
+  if (g_asked != 0) _exit(static_cast<int>(ExitCode::kInterrupted));
+  g_asked = number;
+}
+
+void SetHandler(int number, void (*handler)(int)) {
+  struct sigaction action {};
+  action.sa_handler = handler;
+  sigaction(number, &action, nullptr);
+}
+
 bool IsIgnored(int number) {
   struct sigaction action {};
   sigaction(number, nullptr, &action);
@@ -41,15 +53,12 @@ bool IsIgnored(int number) {
 }  // namespace
 
 void HandleSignals() {
-  struct sigaction action {};
-  action.sa_handler = EndInterrupted;
-  if (!IsIgnored(SIGINT)) sigaction(SIGINT, &action, nullptr);
-  action.sa_handler = SIG_IGN;
-  sigaction(SIGPIPE, &action, nullptr);
-  sigaction(SIGXFSZ, &action, nullptr);
+  if (!IsIgnored(SIGINT)) SetHandler(SIGINT, EndInterrupted);
+  SetHandler(SIGPIPE, SIG_IGN);
+  SetHandler(SIGXFSZ, SIG_IGN);
 }
 
-void NoteOutput() { g_has_output = 1; }
+void NoteOutput(bool is_whole) { g_has_output = is_whole ? 1 : 0; }
 
 HoldSignals::HoldSignals() : held_(), before_() {
   sigemptyset(&held_);
@@ -69,5 +78,21 @@ bool HoldSignals::IsPending() const {
 }
 
 HoldSignals::~HoldSignals() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+
+DeferSignals::DeferSignals() {
+  g_asked = 0;
+  for (const int number : kEnding) {
+    if (!IsIgnored(number)) SetHandler(number, AskToEnd);
+  }
+}
+
+DeferSignals::~DeferSignals() {
+  for (const int number : kEnding) {
+    if (!IsIgnored(number)) SetHandler(number, number == SIGINT ? EndInterrupted : SIG_DFL);
+  }
+  if (g_asked != 0) raise(g_asked);
+}
+
+bool DeferSignals::IsAsked() { return g_asked != 0; }
 
 }  // namespace zuna_cli

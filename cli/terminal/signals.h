@@ -10,8 +10,8 @@ namespace zuna_cli {
 /// instead of the end of the program.
 void HandleSignals();
 
-/// From now on the message of an interrupt says that all files of the output are in their places.
-void NoteOutput();
+/// Whether the message of an interrupt says from now on that all files of the output are in their places.
+void NoteOutput(bool is_whole);
 
 /// While it lives, signals that are sent to end a program (SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU,
 /// SIGALRM, SIGUSR1, SIGUSR2) wait: no temporary file is left behind. Those that the program was told to
@@ -29,6 +29,20 @@ class HoldSignals {
  private:
   sigset_t held_;
   sigset_t before_;
+};
+
+/// While it lives, the first of these signals only asks for the end of the command, so that files which are
+/// begun are finished, in whatever thread; a second one ends the program at once. The destructor of this
+/// object lets the first one through. There is one at a time.
+class DeferSignals {
+ public:
+  DeferSignals();
+  ~DeferSignals();
+  DeferSignals(const DeferSignals&) = delete;
+  DeferSignals& operator=(const DeferSignals&) = delete;
+
+  /// Whether one of them has come.
+  static bool IsAsked();
 };
 
 }  // namespace zuna_cli

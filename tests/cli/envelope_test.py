@@ -83,7 +83,7 @@ class EnvelopeTest(WithShows):
         self.assertEqual(done.stdout, show)
         self.assertEqual(done.stderr,
                          b"zuna-convert: standard input: 2 songs, 2 voices, 2 events, 0.0 -> 1.2, "
-                         b'named "My Show" by its log\n')
+                         b'named "My Show" by its log, lossless\n')
 
 
 if __name__ == "__main__":

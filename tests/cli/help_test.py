@@ -51,7 +51,7 @@ class HelpTest(ToolTest):
         for command in self.commands():
             if command == ("midi",):
                 continue
-            self.assertLessEqual({"-h, --help", "--key-file FILE", "--empty-key", "--quiet"},
+            self.assertLessEqual({"-h, --help", "--key-file FILE", "--empty-key", "-q, --quiet"},
                                  set(self.entries("Options", *command)), command)
 
     def test_has_examples_that_are_correct(self):

@@ -6,7 +6,7 @@ import sys
 import threading
 import unittest
 
-from tool import BAD_INPUT, PART_FAILED, WithLogs
+from tool import BAD_INPUT, WithLogs
 
 LIMIT = (1 << 30) + 4096        # bytes of an encrypted file
 KEY_LIMIT = (64 << 10) - 1   # bytes of a key file
@@ -25,15 +25,16 @@ class TooLargeTest(WithLogs):
         peak = resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss * MAXRSS_UNIT
         self.assertLess(peak, LIMIT, "of all processes so far")
 
-    def refuse_large(self, *arguments):
+    def refuse_large(self, *arguments, before=""):
         done = self.run_tool(*arguments, code=BAD_INPUT)
-        self.assertEqual(done.stderr.decode(), f"zuna-convert: {self.too_large}\n")
+        self.assertEqual(done.stderr.decode(), f"zuna-convert: {before}{self.too_large}\n")
         self.assertEqual(done.stdout, b"")
         self.assertFalse(os.path.exists(self.path("out")))
 
     def test_is_refused_by_every_command(self):
         self.refuse_large("up", "large", "-o", "out", "--companion", "old.logdata")
-        self.refuse_large("up", "old.showdata", "-o", "out", "--companion", "large")
+        self.refuse_large("up", "old.showdata", "-o", "out", "--companion", "large",
+                          before="old.showdata: companion ")
         self.refuse_large("down", "large", "-o", "out")
         self.refuse_large("convert", "large", "-o", "out")
         self.refuse_large("info", "large")
@@ -50,7 +51,7 @@ class TooLargeTest(WithLogs):
     def test_is_passed_over_by_list(self):
         os.mkdir(self.path("shows"))
         os.rename(self.path("large"), self.path("shows/large.showdata"))
-        done = self.run_tool("list", "shows", code=PART_FAILED)
+        done = self.run_tool("list", "shows", code=BAD_INPUT)
         self.assertEqual(done.stderr.decode(), f"zuna-convert: shows/{self.too_large.replace('large:', 'large.showdata:')}\n")
 
     def test_is_no_key_file(self):

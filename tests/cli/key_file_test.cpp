@@ -1,9 +1,9 @@
-#include "cli/commands/key_file.h"
+#include "cli/shared/key_file.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "cli/commands/keys.h"
+#include "cli/shared/keys.h"
 #include "cli/terminal/failure.h"
 
 namespace zuna_cli {

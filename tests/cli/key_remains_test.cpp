@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <string>
 
-#include "cli/commands/keys.h"
+#include "cli/shared/keys.h"
 #include "cli/terminal/failure.h"
 #include "tests/support/remains.h"
 #include "tests/support/temporary_folder.h"

@@ -170,7 +170,7 @@ class EmptyKeyTest(WithShows):
                         ["encrypt", "song.mid"], ["midi", "import", "song.mid"]):
             done = self.run_tool(*command, "-o", "out", "--force")
             self.assertEqual(done.stderr.decode().count(f"zuna-convert: out: {EMPTY}\n"), 1, command)
-            self.assertEqual(self.run_tool(*command, "-o", "out", "--force", "--quiet").stderr, b"")
+            self.assertEqual(self.run_tool(*command, "-o", "out", "--force", "-qq").stderr, b"")
             self.assertNotIn(b"empty key", self.run_tool(*command, "-o", "out", "--force", "--empty-key").stderr)
         self.assertIn(b"standard output: is encrypted with an empty key",
                       self.run_tool("convert", "open", "-o", "-").stderr)

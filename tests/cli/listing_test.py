@@ -1,5 +1,6 @@
 """list and print of zuna-convert."""
 
+import json
 import os
 import socket
 import unittest
@@ -15,36 +16,47 @@ class ListTest(WithLogs):
         for version in ("1.0", "1.1", "1.2", "2.0"):
             self.run_tool("convert", "new.showdata", "-o", f"shows/{version}.showdata", "--to", version)
         self.encrypt("shows/0.showdata", legacy_show(legacy_song()))
-        for name in ("upper.SHOWDATA", "more.showdata.bak", "log.logdata"):
+        self.run_tool("convert", "new.log", "-o", "shows/log.logdata", "--to", "1.1")
+        os.mkdir(self.path("shows/below"))
+        self.encrypt("shows/below/0.logdata", legacy_log())
+        for name in ("upper.SHOWDATA", "more.showdata.bak", ".hidden.showdata"):
             self.write("shows/" + name, "is not looked at")
 
     def listed(self, *options, **more):
         return self.run_tool("list", "shows", *options, **more).stdout.decode().splitlines()
 
     def test_lists_shows_by_version(self):
-        everything = ["0.showdata: 0.0", "1.0.showdata: 1.0", "1.1.showdata: 1.1", "1.2.showdata: 1.2",
-                      "2.0.showdata: 2.0"]
+        everything = [f"shows/{version}.showdata: show, version {version}" for version in ("1.0", "1.1", "1.2", "2.0")]
+        everything = ["shows/0.showdata: show, version 0.0", *everything, "shows/log.logdata: log, version 1.1"]
         self.assertEqual(self.listed(), everything)
-        self.assertEqual(self.listed("--from", "1.0", "--below", "1.2"), everything[1:3])
-        self.assertEqual(self.listed("--from", "1.1"), everything[2:])
+        self.assertEqual(self.listed("--recursive"),
+                         [everything[0], *everything[1:5], "shows/below/0.logdata: log, version 0.0", everything[5]])
+        self.assertEqual(self.listed("--from", "1.0", "--below", "1.1"), everything[1:2])
+        self.assertEqual(self.listed("--from", "1.2"), everything[3:5])
         self.assertEqual(self.listed("--below", "1.0"), everything[:1])
 
+    def test_writes_json(self):
+        self.write("shows/bad.showdata", "bad")
+        lines = [json.loads(line) for line in self.listed("--below", "1.1", "--json", code=PART_FAILED)]
+        self.assertEqual(lines[0], {"schemaVersion": 1, "path": "shows/0.showdata", "kind": "showdata",
+                                    "fileVersion": "0.0"})
+        self.assertEqual([line["path"] for line in lines],
+                         ["shows/0.showdata", "shows/1.0.showdata", "shows/bad.showdata"])
+        self.assertEqual(lines[2]["error"]["code"], "not-encrypted")
+
     def test_says_when_nothing_matches(self):
-        message = ('shows: has no show of these versions in a file whose name ends in ".showdata"; give another folder '
-                   "or range")
+        message = "list: none of the files is of these versions; give another range"
         self.refuse("list", "shows", "--from", "3.0", code=NOTHING_MATCHED, message=message)
         self.refuse("list", "shows", "--from", "1.2", "--below", "1.2", code=NOTHING_MATCHED, message=message)
 
     def test_goes_on_past_files_that_it_cannot_read(self):
         self.write("shows/bad.showdata", "bad")
         self.encrypt("shows/noise.showdata", b"noise")
-        self.encrypt("shows/log.showdata", legacy_log())
         self.write_key("key", "key = 01\niv = 02\n")
         self.run_tool("--key-file", "key", "encrypt", "new.showdata", "--force", "-o", "shows/secret.showdata")
         done = self.run_tool("list", "shows", "--from", "2.0", code=PART_FAILED)
-        self.assertEqual(done.stdout, b"2.0.showdata: 2.0\n")
+        self.assertEqual(done.stdout, b"shows/2.0.showdata: show, version 2.0\n")
         self.assertRegex(done.stderr.decode(), "^zuna-convert: shows/bad.showdata: .*; .*\n"
-                                               "zuna-convert: shows/log.showdata: is a log, .*; .*\n"
                                                "zuna-convert: shows/noise.showdata: is no show and no log .*; .*\n"
                                                "zuna-convert: shows/secret.showdata: .*; .*\n$")
         self.assertEqual(self.listed("--from", "3.0", code=PART_FAILED), [])
@@ -52,7 +64,7 @@ class ListTest(WithLogs):
     def test_looks_at_regular_files_only(self):
         os.symlink("1.2.showdata", self.path("shows/link.showdata"))
         expected = self.listed()
-        self.assertIn("link.showdata: 1.2", expected)
+        self.assertIn("shows/link.showdata: show, version 1.2", expected)
         os.mkfifo(self.path("shows/pipe.showdata"))
         os.mkdir(self.path("shows/folder.showdata"))
         os.symlink("pipe.showdata", self.path("shows/link-to-pipe.showdata"))
@@ -66,11 +78,15 @@ class ListTest(WithLogs):
         show = legacy_show(legacy_song())
         self.run_tool("--key-file", "key", "encrypt", "-", "-o", "shows/secret.showdata", stdin=show)
         done = self.run_tool("list", "shows", "--key-file", "key", code=PART_FAILED)
-        self.assertEqual(done.stdout, b"secret.showdata: 0.0\n")
+        self.assertEqual(done.stdout, b"shows/secret.showdata: show, version 0.0\n")
 
     def test_refuses_what_is_no_folder_or_version(self):
-        for name in ("none", "new.showdata"):
-            self.refuse("list", name, code=IO, message=f"{name}: is not a folder; give the folder of the shows")
+        self.assertRegex(self.run_tool("list", "none", code=IO).stderr, b"^zuna-convert: none: cannot be opened: ")
+        self.assertEqual(self.run_tool("list", "new.showdata").stdout, b"new.showdata: show, version 1.2\n")
+        os.mkdir(self.path("empty"))
+        self.refuse("list", "empty", code=NOTHING_MATCHED,
+                    message='empty: has no show and no log in a file whose name ends in ".showdata" or ".logdata"; give '
+                            "other files or folders, or -r for the folders below")
         for option in ("--from", "--below"):
             done = self.run_tool("list", "shows", option, "1", code=USAGE)
             self.assertIn(b"a version is MAJOR.MINOR, such as 1.2", done.stderr)

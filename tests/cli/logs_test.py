@@ -15,7 +15,7 @@ class UpTest(WithLogs):
     def test_brings_a_log_up(self):
         done = self.run_tool("up", "old.log", "-o", "out", "--companion", "old.showdata")
         self.assertEqual(done.stderr, b"zuna-convert: old.log: 2 songs, 6 edits, 0.0 -> 1.2, divisions from "
-                                      b"old.showdata\n")
+                                      b"old.showdata, lossless\n")
         self.assertEqual(done.stdout, b"")
         two = self.log_document("out")["songLogs"][1]
         self.assertEqual((two["songNumber"], two["division"], two["songLength"]), ("2", 480, 1920))
@@ -42,35 +42,46 @@ class UpTest(WithLogs):
 
     def test_refuses_companions_that_are_no_legacy_show(self):
         arguments = ["up", "old.log", "-o", "out", "--companion"]
-        for name, what in (("old.logdata", "a log of version 0.0"), ("new.log", "a log of version 1.2"),
-                           ("new.showdata", "a show of version 1.2")):
+        for name, what in (("old.logdata", "a log of version 0.0"), ("new.log", "a log of version 1.2")):
             self.refuse(*arguments, name, code=BAD_INPUT,
-                        message=f"{name}: is {what}, no show of version 0.0; give the show of the log")
+                        message=f"old.log: companion {name}: is {what}, no show; give the show of the log")
         self.write("noise", "noise")
-        self.refuse(*arguments, "noise", code=BAD_INPUT,
-                    message="noise: cannot be read as a show of version 0.0: it ends inside song 1 of 110, "
-                            "which begins at byte 1 (offset 5); get a complete copy of the file")
-        self.assertRegex(self.run_tool(*arguments, "none", code=IO).stderr, b"^zuna-convert: none: cannot be opened")
+        self.assertRegex(self.run_tool(*arguments, "noise", code=BAD_INPUT).stderr,
+                         b"^zuna-convert: old.log: companion noise: .*; .*")
+        self.assertRegex(self.run_tool(*arguments, "none", code=IO).stderr,
+                         b"^zuna-convert: old.log: companion none: cannot be opened")
         self.write_key("key", "key = 01\niv = 02\n")
         self.run_tool("--key-file", "key", "encrypt", "noise", "-o", "secret")
         done = self.run_tool(*arguments, "secret", code=WRONG_KEY)
-        self.assertRegex(done.stderr, b"^zuna-convert: secret: .*; .*\n$")
+        self.assertRegex(done.stderr, b"^zuna-convert: old.log: companion secret: .*; .*\n$")
         self.assertNotIn("out", self.files())
+
+    def test_takes_a_companion_of_a_current_version(self):
+        self.run_tool("up", "old.log", "-o", "out", "--companion", "new.showdata")
+        self.assertEqual(self.read("out"), self.read("new.log"))
+
+    def test_takes_a_division_in_place_of_the_show(self):
+        done = self.run_tool("up", "old.log", "-o", "out", "--division", "480")
+        self.assertEqual(done.stderr, b"zuna-convert: old.log: 2 songs, 6 edits, 0.0 -> 1.2, division 480, lossless\n")
+        self.assertEqual(self.read("out"), self.read("new.log"))
 
     def test_says_what_the_companion_lacks(self):
         self.encrypt("other", legacy_show(legacy_song("2", "Zwei")))
-        done = self.run_tool("up", "old.log", "-o", "out", "--companion", "other")
+        self.run_tool("up", "old.log", "-o", "out", "--companion", "other", code=REFUSED)
+        self.encrypt("other", legacy_show(legacy_song("2", "Zwei"), legacy_song("3", "Three")))
+        done = self.run_tool("up", "old.log", "-o", "out", "--companion", "other", "--any-companion")
         self.assertEqual(done.stderr.decode().splitlines(), [
             "zuna-convert: old.log: song 10 is not in other; the division stays 0",
-            'zuna-convert: old.log: 1 song has another name in other (song 2: "Two", there "Zwei")',
-            "zuna-convert: old.log: 2 songs, 6 edits, 0.0 -> 1.2, divisions from other",
+            'zuna-convert: old.log: song 2 has another name in other: "Two", there "Zwei"',
+            "zuna-convert: old.log: 2 songs, 6 edits, 0.0 -> 1.2, divisions from other, lossless",
         ])
         self.assertEqual([song["division"] for song in self.log_document("out")["songLogs"]], [0, 480])
 
     def test_refuses_a_foreign_companion(self):
         self.encrypt("other", legacy_show(legacy_song("7")))
-        self.refuse("up", "old.log", "-o", "out", "--companion", "other", code=BAD_INPUT,
-                    message="other: has none of the log's songs; give the show of the log")
+        self.refuse("up", "old.log", "-o", "out", "--companion", "other", code=REFUSED,
+                    message="old.log: companion other: does not belong to it: no song agrees in number and name; give "
+                            "the right file, or --any-companion to take this one")
 
     def test_says_which_songs_are_replaced(self):
         self.encrypt("twice", legacy_log(legacy_song_log("2", "First"), legacy_song_log("2", "Two")))
@@ -113,9 +124,10 @@ class UpTest(WithLogs):
                          f"number 1, which begins at byte {begin} (offset {stray.index(b'?')}); {UNDAMAGED}\n")
         self.assertNotIn("none", self.files())
 
-    def test_refuses_current_logs(self):
-        self.refuse("up", "new.log", "-o", "out", "--companion", "old.showdata", code=BAD_INPUT,
-                    message="new.log: is a log of version 1.2, not 0.0; use convert or down")
+    def test_takes_logs_of_current_versions(self):
+        self.run_tool("up", "new.log", "-o", "out", "--to", "1.1")
+        self.run_tool("up", "out", "-o", "again")
+        self.assertEqual(self.read("again"), self.read("new.log"))
 
 
 class DownTest(WithLogs):
@@ -149,7 +161,7 @@ class DownTest(WithLogs):
             'format 0.0 does not keep 1 label (song 2: Vamp(0, 480, 300) "lab")',
             'format 0.0 does not keep 1 value beyond 8 bits (song 2: Vamp(0, 480, 300) "lab" becomes Vamp(0, 480, 44))',
             "2 songs, 9 edits, 1.2 -> 0.0"]])
-        self.assertEqual(self.run_tool("down", "rich", "-o", "-", "--quiet").stderr, b"")
+        self.assertEqual(self.run_tool("down", "rich", "-o", "-", "-qq").stderr, b"")
 
     def test_refuses_texts_that_are_too_long(self):
         long = "x" * 256
@@ -174,15 +186,15 @@ class ConvertTest(WithLogs):
             self.run_tool("convert", "new.log", "-o", source, "--to", source)
             for target in VERSIONS:
                 done = self.run_tool("convert", source, "-o", "out", "--to", target, "--force")
-                self.assertEqual(done.stderr.decode(),
-                                 f"zuna-convert: {source}: 2 songs, 6 edits, {source} -> {target}\n")
+                said = (f"is of version {source} already, and is written as it is" if source == target else
+                        f"2 songs, 6 edits, {source} -> {target}, lossless")
+                self.assertEqual(done.stderr.decode(), f"zuna-convert: {source}: {said}\n")
                 self.run_tool("convert", "out", "-o", "back", "--to", "1.2", "--force")
                 self.assertEqual(self.read("back"), self.read("new.log"))
 
     def test_refuses_what_is_no_current_log(self):
-        for command in ("down", "convert"):
-            self.refuse(command, "old.log", "-o", "out", code=BAD_INPUT,
-                        message="old.log: is a log of version 0.0, not a current one; use up first")
+        self.refuse("convert", "old.log", "-o", "out", code=BAD_INPUT,
+                    message="old.log: is a log of version 0.0, not a current one; use up first")
         damaged = bytearray(self.plaintext("new.log"))
         damaged[-1] ^= 1
         self.encrypt("bad", bytes(damaged))
@@ -245,12 +257,13 @@ new.log: log, version 1.2, "My Show", 2 songs, 6 edits
         ten = {"songNumber": "10", "songName": "Ten", "division": 480, "songLength": 1920, "attacca": 0, **none,
                "markers": 2, "caesuras": 1}
         two = {**ten, "songNumber": "2", "songName": "Two", **none, "vamps": 2, "tempoScales": 1}
-        log = {"path": "new.log", "kind": "logdata", "fileVersion": "1.2", "showName": "My Show", "logLabel": "label",
+        log = {"schemaVersion": 1, "path": "new.log", "kind": "logdata", "fileVersion": "1.2", "showName": "My Show", "logLabel": "label",
                "identifier": "00010203-0405-0607-0809-0a0b0c0d0e0f", "tagPair": [3, 4], "songLogs": [ten, two]}
         unknown = {"division": None, "attacca": None}
         legacy = {**log, "path": "old.log", "fileVersion": "0.0", "songLogs": [{**ten, **unknown}, {**two, **unknown}]}
         self.assertEqual(json.loads(self.run_tool("info", "--json", "new.log").stdout), log)
-        found = json.loads(self.run_tool("info", "--json", "new.log", "new.showdata", "old.log").stdout)
+        found = [json.loads(line) for line in
+                 self.run_tool("info", "--json", "new.log", "new.showdata", "old.log").stdout.splitlines()]
         self.assertEqual([found[0], found[2]], [log, legacy])
         self.assertEqual(found[1]["kind"], "showdata")
 

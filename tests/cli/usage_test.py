@@ -10,7 +10,7 @@ class UsageTest(WithShows):
         self.assertRegex(self.run_tool("--version").stdout, rb"^zuna-convert \d+\.\d+\.\d+\n$")
 
     def test_refuses_wrong_command_lines(self):
-        for arguments in ([], ["frobnicate"], ["midi"], ["up", "old.showdata", "-o", "out"],
+        for arguments in ([], ["frobnicate"], ["midi"], ["up", "old.showdata"],
                           ["convert", "new.showdata"], ["convert", "new.showdata", "-o", "out", "--frob"],
                           ["convert", "new.showdata", "-o", "out", "--to", "1"],
                           ["convert", "new.showdata", "-o", "out", "--to", "1.256"],
@@ -23,7 +23,8 @@ class UsageTest(WithShows):
 
     def test_shared_options_stand_anywhere(self):
         for arguments in (["--quiet", "down", "new.showdata"], ["down", "--quiet", "new.showdata"]):
-            self.assertEqual(self.run_tool(*arguments, "-o", "-").stderr, b"")
+            self.assertNotIn(b"songs", self.run_tool(*arguments, "-o", "-").stderr)
+            self.assertEqual(self.run_tool("-q", *arguments, "-o", "-").stderr, b"")
         self.write("song.mid", b"")
         self.run_tool("midi", "--key-file", "none", "import", "song.mid", "-o", "out", code=IO)
 
@@ -57,7 +58,8 @@ class UsageTest(WithShows):
     def test_names_what_is_missing(self):
         self.refuse_line(message="a command is missing")
         self.refuse_line("midi", message="a command is missing", at="midi")
-        self.refuse_line("info", message="IN is missing", at="info")
+        self.refuse("info", code=USAGE,
+                    message="command line: no input is given; give files, folders or --files-from")
         self.refuse_line("copy-fermatas", "new.showdata", message="DESTINATION is missing", at="copy-fermatas")
         self.refuse_line("midi", "export", "new.showdata", message="--out-dir DIR is missing", at="midi export")
 

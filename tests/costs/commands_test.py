@@ -96,7 +96,7 @@ class CostsTest(unittest.TestCase):
                 continue
             is_log = name in ("legacy-song-logs-0.0", "legacy-vamps-0.0", "legacy-caesuras-0.0", "legacy-markers-0.0")
             companion = "legacy-songs-0.0" if is_log else "legacy-vamps-0.0"
-            self.measure([name, companion], "up", name, "-o", "out", "--companion", companion, "--force")
+            self.measure([name, companion], "up", name, "-o", "out", "--companion", companion, "--any-companion", "--force")
 
     def test_copy_fermatas(self):
         for name in ("fermatas-1.2", "song-logs-1.2", "each-list-1.2"):

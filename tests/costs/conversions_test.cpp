@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/commands/document_text.h"
+#include "cli/shared/loss_text.h"
 #include "cmn/file_format.h"
 #include "tests/costs/worst_inputs.h"
 #include "tests/support/cost_bounds.h"
@@ -79,13 +79,15 @@ void Write(const Document& document, const Steps& steps) {
 
 void ConvertUp(const Document& legacy, const Steps& steps) {
   const Document up = steps.Run("up", [&] { return zuna_toolkit::CurrentForm(legacy); });
-  steps.ExpectShort("losses", steps.Run("losses", [&] { return zuna_cli::UpLossLines(legacy, up); }));
+  steps.ExpectShort("losses",
+                    steps.Run("losses", [&] { return zuna_cli::Losses(legacy, up, false).Lines(); }));
 }
 
 void ConvertDown(const Document& current, const Steps& steps) {
   try {
     const Document down = steps.Run("down", [&] { return zuna_toolkit::Down(current); });
-    steps.ExpectShort("losses", steps.Run("losses", [&] { return zuna_cli::DownLossLines(current, down); }));
+    steps.ExpectShort("losses",
+                      steps.Run("losses", [&] { return zuna_cli::Losses(current, down, false).Lines(); }));
   } catch (const zuna_toolkit::Error&) {  // The refusal has been measured.
   }
 }

@@ -63,77 +63,25 @@ version0::ShowData DownShow(const zuna_midi::ShowData& show, const std::string& 
   return legacy;
 }
 
-/// The numbers of the songs of the log that the companion lacks. Throws Error where it lacks all of them.
-std::vector<std::string> UnknownSongs(const CL::ChangeLog& log, const Companion& companion) {
-  std::vector<std::string> unknown;
-  for (const auto& [number, song] : log.song_logs()) {
-    if (!companion.songs.contains(number)) unknown.push_back(number);
-  }
-  if (unknown.empty() || unknown.size() < log.song_logs().size()) return unknown;
-  throw Error(ErrorCode::kUnrelatedCompanion, companion.name, "has none of the log's songs",
-              "give the show of the log");
-}
-
-/// Gives every song of the log the division that it has in the companion. Returns those that have another
-/// name there.
-std::vector<UpResult::RenamedSong> TakeDivisions(CL::ChangeLog& log, const Companion& companion) {
-  std::vector<UpResult::RenamedSong> renamed;
-  for (const auto& [number, song] : log.song_logs()) {
-    const auto found = companion.songs.find(number);
-    if (found == companion.songs.end()) continue;
-    song->division = found->second.division;
-    if (song->song_name != found->second.name) {
-      renamed.push_back({number, song->song_name, found->second.name});
-    }
-  }
-  return renamed;
-}
-
-UpResult UpLog(const LegacyLog& legacy, const std::string& name, const Companion& companion,
+Document UpLog(const LegacyLog& legacy, const std::string& name, const Companion& companion,
                cmn::FileVersion version) {
   CL::ChangeLog log = legacy.log.get_version_1_0();
-  std::vector<std::string> unknown = UnknownSongs(log, companion);
-  std::vector<UpResult::RenamedSong> renamed = TakeDivisions(log, companion);
-  return {Document(std::move(log), version, name), std::move(unknown), std::move(renamed)};
+  for (const auto& [number, song] : log.song_logs()) {
+    const auto found = companion.songs.find(number);
+    const bool is_known = found != companion.songs.end() && found->second.division;
+    song->division = is_known ? *found->second.division : companion.division;
+  }
+  return {std::move(log), version, name};
 }
 
 }  // namespace
 
-Companion CompanionFrom(const Document& document) {
-  Companion companion{document.name(), "", {}};
-  if (const auto* legacy_log = document.As<LegacyLog>()) {
-    companion.show_name = legacy_log->log.show_name;
-  } else if (const auto* log = document.As<CL::ChangeLog>()) {
-    companion.show_name = log->show_name;
-  } else if (const auto* legacy_show = document.As<LegacyShow>()) {
-    for (const auto& [number, song] : legacy_show->show.songs) {
-      companion.songs[number] = {song.song_name, song.division};
-    }
-  } else {
-    for (const auto& [number, song] : document.As<zuna_midi::ShowData>()->songs()) {
-      companion.songs[number] = {song->song_name, song->division};
-    }
-  }
-  return companion;
-}
-
-Companion ReadLogAsCompanion(OpenedFile& file) { return {file.name(), ReadLegacyShowName(file), {}}; }
-
-Companion ReadShowAsCompanion(OpenedFile& file) {
-  const FileType type = TypeByMark(file);
-  if (type.is_legacy() && !type.is_log()) return CompanionFrom(ReadDocument(file, Expected::kLegacy));
-  throw Error(ErrorCode::kWrongCompanion, file.name(), "is " + TypeText(type) + ", no show of version 0.0",
-              "give the show of the log");
-}
-
-UpResult Up(const Document& legacy, const Companion& companion, cmn::FileVersion version) {
+Document Up(const Document& legacy, const Companion& companion, cmn::FileVersion version) {
   RequireLegacy(legacy.type(), legacy.name());
-  if (const auto* file = legacy.As<LegacyShow>()) {
-    zuna_midi::ShowData show = UpShow(file->show, legacy.name());
-    show.show_name = companion.show_name;
-    return {Document(std::move(show), version, legacy.name()), {}, {}};
-  }
-  return UpLog(*legacy.As<LegacyLog>(), legacy.name(), companion, version);
+  if (const auto* log = legacy.As<LegacyLog>()) return UpLog(*log, legacy.name(), companion, version);
+  zuna_midi::ShowData show = UpShow(legacy.As<LegacyShow>()->show, legacy.name());
+  show.show_name = companion.show_name;
+  return {std::move(show), version, legacy.name()};
 }
 
 Document Down(const Document& current) {
@@ -156,7 +104,7 @@ Document CurrentForm(const Document& document) {
   if (const auto* file = document.As<LegacyLog>()) {
     return {file->log.get_version_1_0(), cmn::kDefaultVersion, document.name()};
   }
-  return Up(document, Companion{}, cmn::kDefaultVersion).document;
+  return Up(document, Companion{}, cmn::kDefaultVersion);
 }
 
 }  // namespace zuna_toolkit

@@ -6,6 +6,7 @@
 #include "tests/support/legacy_samples.h"
 #include "tests/support/sample_models.h"
 #include "tests/support/temporary_folder.h"
+#include "toolkit/batch/inputs.h"
 #include "toolkit/checking/checking.h"
 #include "toolkit/comparison/comparison.h"
 #include "toolkit/conversion/conversion.h"
@@ -113,13 +114,20 @@ void AddConversions(Calls& calls, const Samples& samples) {
   const SharedDocument log = Read(samples.log);
   calls.Add("Up, show", [=] {
     OpenedFile file = Opened(samples.legacy_log);
-    return TextOf(zuna_toolkit::Up(*legacy_show, zuna_toolkit::ReadLogAsCompanion(file), kText).document);
+    return TextOf(
+        zuna_toolkit::Up(*legacy_show, zuna_toolkit::ReadCompanion(file, cmn::FileKind::kShow), kText));
   });
   calls.Add("Up, log", [=] {
     OpenedFile file = Opened(samples.legacy_show);
-    return TextOf(zuna_toolkit::Up(*legacy_log, zuna_toolkit::ReadShowAsCompanion(file), kBinary).document);
+    return TextOf(
+        zuna_toolkit::Up(*legacy_log, zuna_toolkit::ReadCompanion(file, cmn::FileKind::kLog), kBinary));
   });
   calls.Add("CompanionFrom", [=] { return zuna_toolkit::CompanionFrom(*legacy_log).show_name; });
+  calls.Add("FitOf", [=] {
+    const zuna_toolkit::CompanionFit fit =
+        zuna_toolkit::FitOf(*legacy_log, zuna_toolkit::CompanionFrom(*legacy_show));
+    return std::to_string(fit.unknown_songs.size()) + ' ' + std::to_string(fit.other_songs.size());
+  });
   calls.Add("CopyFermatas", [=] { return TextOf(zuna_toolkit::CopyFermatas(*log, *log).document); });
   for (const SharedDocument& document : {show, log}) {
     calls.Add("Convert", [=] { return TextOf(zuna_toolkit::Convert(*document, kText)); });
@@ -184,6 +192,21 @@ void AddMidi(Calls& calls) {
   });
 }
 
+void AddInputs(Calls& calls) {
+  const auto folder = std::make_shared<zuna_test::TemporaryFolder>();
+  folder->Put("a show whose path does not fit into a string object.showdata", "");
+  calls.Add("FindInputs", [folder] {
+    const std::vector<zuna_toolkit::Input> found =
+        zuna_toolkit::FindInputs({folder->path().string(), kLong}, {true, kLong});
+    return found.empty() ? kLong : found.back().path;
+  });
+  calls.Add("names of inputs", [] {
+    return zuna_toolkit::OtherKindPath(kLong + ".logdata").value() +
+           (zuna_toolkit::IsShowOrLogName(kLong) ? "a show" : "") +
+           (zuna_toolkit::IsInShard(kLong, {}) ? "all" : "");
+  });
+}
+
 void AddWords(Calls& calls) {
   calls.Add("Counted", [] { return zuna_toolkit::Counted(2, kLong, kLong); });
   calls.Add("AppendListed", [] {
@@ -222,6 +245,7 @@ Calls OfTheToolkit() {
   AddConversions(calls, samples);
   AddComparisons(calls, samples);
   AddMidi(calls);
+  AddInputs(calls);
   AddWords(calls);
   return calls;
 }

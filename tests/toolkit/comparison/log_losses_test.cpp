@@ -60,7 +60,7 @@ TEST(LogLosses, NameEveryKind) {
 
 TEST(LogLosses, OfTheWayUpAreWhatTheFileHasBesides) {
   const Document legacy(LegacyLog{{}, 2, 3}, {}, "log");
-  const Document current = Up(legacy, {}, {1, 2}).document;
+  const Document current = Up(legacy, {}, {1, 2});
   EXPECT_THAT(zuna_test::Collected([&](const auto& sink) { LossesOfUp(legacy, current, sink); }),
               ElementsAre("song-replaced:  ->  x2", "sequence-replaced:  ->  x3"));
 }

@@ -229,7 +229,7 @@ TEST(UpLossesProperty, AreNoneForShowsThatComeBackByteForByte) {
   std::mt19937 random(3);
   for (int round = 0; round < 100; ++round) {
     const Document legacy(LegacyShow{zuna_test::RandomLegacyShow(random)}, {}, "show");
-    const Document current = Up(legacy, {}, {1, 2}).document;
+    const Document current = Up(legacy, {}, {1, 2});
     LossesOfUp(legacy, current, [&](const Difference& difference) {
       ADD_FAILURE() << round << ": " << zuna_test::Describe(difference);
     });
@@ -349,7 +349,7 @@ TEST(UpLossesProperty, AreThoseOfTheWayThereAndBack) {
     const Document legacy(LegacyShow{zuna_test::OddLegacyShow(random)}, {}, "show");
     std::optional<Document> current;
     try {
-      current = Up(legacy, {}, {1, 2}).document;
+      current = Up(legacy, {}, {1, 2});
     } catch (const Error&) {
       continue;  // A meter moved away from its tempos.
     }

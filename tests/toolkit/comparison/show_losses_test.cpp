@@ -132,7 +132,7 @@ class UpLosses : public testing::Test {
 
   std::vector<std::string> Losses() const {
     const Document document(legacy_, {}, "show");
-    const Document current = Up(document, {}, {1, 2}).document;
+    const Document current = Up(document, {}, {1, 2});
     return Collected([&](const auto& sink) { LossesOfUp(document, current, sink); });
   }
 

@@ -29,7 +29,7 @@ TEST(Conversion, BringsAShowUpAndDownToTheSameBytes) {
     const version0::ShowData show = zuna_test::RandomLegacyShow(random);
     Companion companion;
     companion.show_name = "Gala";
-    const Document up = Up({LegacyShow{show}, {}, "show"}, companion, {1, 1}).document;
+    const Document up = Up({LegacyShow{show}, {}, "show"}, companion, {1, 1});
     EXPECT_EQ(up.type(), (FileType{cmn::FileKind::kShow, {1, 1}}));
     EXPECT_EQ(up.name(), "show");
     EXPECT_EQ(up.As<zuna_midi::ShowData>()->show_name, "Gala");
@@ -42,15 +42,11 @@ TEST(Conversion, BringsALogUpAndDownToTheSameBytes) {
   for (int round = 0; round < 20; ++round) {
     const version0::ChangeLogV0 log = zuna_test::RandomLegacyLog(random);
     Companion companion;
-    for (const auto& [number, song] : log.songs) companion.songs[number] = {song.songName_, 96};
-    const UpResult up = Up({LegacyLog{log}, {}, "log"}, companion, {2, 0});
-    EXPECT_EQ(up.document.type(), (FileType{cmn::FileKind::kLog, {2, 0}}));
-    EXPECT_TRUE(up.unknown_songs.empty());
-    EXPECT_TRUE(up.renamed_songs.empty());
-    for (const auto& [number, song] : up.document.As<CL::ChangeLog>()->song_logs()) {
-      EXPECT_EQ(song->division, 96);
-    }
-    EXPECT_EQ(Written(Down(up.document).As<LegacyLog>()->log), Written(log));
+    for (const auto& [number, song] : log.songs) companion.songs[number].division = 96;
+    const Document up = Up({LegacyLog{log}, {}, "log"}, companion, {2, 0});
+    EXPECT_EQ(up.type(), (FileType{cmn::FileKind::kLog, {2, 0}}));
+    for (const auto& [number, song] : up.As<CL::ChangeLog>()->song_logs()) EXPECT_EQ(song->division, 96);
+    EXPECT_EQ(Written(Down(up).As<LegacyLog>()->log), Written(log));
   }
 }
 
@@ -199,60 +195,6 @@ TEST(Conversion, NamesTheLegacySongThatCannotBeConverted) {
   EXPECT_EQ(message(),
             "x: song 7: a message belongs to track 5, which the song does not have; get an "
             "undamaged copy of the file");
-}
-
-TEST(Companions, TellNamesAndDivisions) {
-  auto song = std::make_shared<zuna_midi::SongData>("1", "Song", std::uint16_t{480}, 1920U);
-  zuna_midi::ShowData show;
-  show.AddSongData(song);
-  const Companion from_show = CompanionFrom({show, {1, 2}, "name"});
-  EXPECT_EQ(from_show.name, "name");
-  EXPECT_EQ(from_show.songs.at("1").name, "Song");
-  EXPECT_EQ(from_show.songs.at("1").division, 480);
-  CL::ChangeLog log;
-  log.show_name = "Gala";
-  EXPECT_EQ(CompanionFrom({log, {1, 2}, "name"}).show_name, "Gala");
-  EXPECT_EQ(CompanionFrom({LegacyLog{version0::ChangeLogV0(log)}, {}, "name"}).show_name, "Gala");
-}
-
-TEST(Companions, AreReadFromTheOtherKindOfLegacyFile) {
-  std::mt19937 random(4);
-  const auto read = [](const std::string& plaintext, cmn::FileKind kind) {
-    OpenedFile file = OpenedFile::FromBytes(zuna_test::FromText(plaintext), "file", zuna_test::kKey,
-                                            Accept::kEncryptedOrPlain);
-    return kind == cmn::FileKind::kShow ? ReadShowAsCompanion(file) : ReadLogAsCompanion(file);
-  };
-  const version0::ShowData show = zuna_test::RandomLegacyShow(random);
-  EXPECT_EQ(read(Written(show), cmn::FileKind::kShow).songs.size(), show.songs.size());
-  const version0::ChangeLogV0 log = zuna_test::RandomLegacyLog(random);
-  EXPECT_EQ(read(Written(log), cmn::FileKind::kLog).show_name, log.show_name);
-  EXPECT_EQ(MessageOf<Error>([&] { read(Written(log), cmn::FileKind::kShow); }),
-            "file: is a log of version 0.0, no show of version 0.0; give the show of the log");
-}
-
-TEST(Companions, NameTheSongsThatTheyLackOrCallOtherwise) {
-  CL::ChangeLog log;
-  for (const char* number : {"1", "2", "3"}) {
-    log.AddSongLog(std::make_shared<CL::SongLog>(number, "Name", std::uint16_t{0}, 1U));
-  }
-  const Document legacy(LegacyLog{version0::ChangeLogV0(log)}, {}, "log");
-  Companion companion;
-  companion.name = "show";
-  companion.songs["2"] = {"Other", 480};
-  companion.songs["9"] = {"Name", 480};
-  const UpResult result = Up(legacy, companion, {1, 2});
-  EXPECT_THAT(result.unknown_songs, ElementsAre("1", "3"));
-  ASSERT_EQ(result.renamed_songs.size(), 1U);
-  EXPECT_EQ(result.renamed_songs[0].number, "2");
-  EXPECT_EQ(result.renamed_songs[0].name, "Name");
-  EXPECT_EQ(result.renamed_songs[0].companion_name, "Other");
-  EXPECT_EQ(result.document.As<CL::ChangeLog>()->GetSongLog("2")->division, 480);
-  EXPECT_EQ(result.document.As<CL::ChangeLog>()->GetSongLog("1")->division, 0);
-  companion.songs.erase("2");
-  EXPECT_EQ(MessageOf<Error>([&] {
-              Up(legacy, companion, {1, 2});
-            }),
-            "show: has none of the log's songs; give the show of the log");
 }
 
 }  // namespace

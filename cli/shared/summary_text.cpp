@@ -1,5 +1,5 @@
 // What there is to tell about a document, as text and as JSON.
-#include "cli/commands/document_text.h"
+#include "cli/shared/document_text.h"
 
 #include <map>
 #include <vector>
@@ -131,7 +131,7 @@ std::string InfoText(const Document& document) {
 
 std::string InfoJson(const Document& document) {
   const Summary summary = zuna_toolkit::SummariseWhole(document);
-  std::string json = "{\"path\": " + JsonString(document.name()) + ", \"kind\": \"" +
+  std::string json = "{\"schemaVersion\": 1, \"path\": " + JsonString(document.name()) + ", \"kind\": \"" +
                      std::string(cmn::KindName(document.type().kind)) + "data\", \"fileVersion\": \"" +
                      cmn::VersionText(document.type().version) +
                      "\", \"showName\": " + (summary.show_name ? JsonString(*summary.show_name) : "null");

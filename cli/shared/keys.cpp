@@ -1,5 +1,5 @@
 // Finds and reads the key files of one run.
-#include "cli/commands/keys.h"
+#include "cli/shared/keys.h"
 
 #include <unistd.h>
 

@@ -2,13 +2,14 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
-#include <exception>
+#include <deque>
 #include <functional>
+#include <numeric>
 #include <string>
 #include <vector>
 
-#include "cli/commands/keys.h"
-#include "cli/commands/output.h"
+#include "cli/shared/keys.h"
+#include "cli/shared/output.h"
 #include "cli/terminal/failure.h"
 #include "cli/terminal/standard_streams.h"
 #include "cmn/file_format.h"
@@ -18,10 +19,15 @@
 
 namespace zuna_cli {
 
+/// What there is to say about an output that anybody can open.
+inline constexpr const char* kEmptyKeyNote =
+    "is encrypted with an empty key, which protects nothing; name a key file with --key-file or "
+    "ZUNA_KEY_FILE";
+
 /// The state of one run of the tool.
 struct Context {
   KeyOptions key_options;
-  bool quiet = false;
+  std::deque<int> quiet_counts;     ///< how often each command was given --quiet
   ExitCode code = ExitCode::kDone;  ///< of a command that went through
   std::function<void()> work;       ///< of the command that the command line names
   std::vector<std::string> notes;   ///< lines to print when the command has gone through
@@ -30,16 +36,15 @@ struct Context {
   /// end of the work, and from then on nothing may need memory.
   void SetWork(CLI::App& command, std::function<void()> run);
 
+  /// 1: errors and losses only, 2: errors only.
+  int quiet() const { return std::accumulate(quiet_counts.begin(), quiet_counts.end(), 0); }
+
   /// Reads the key files. Throws what LoadKeys() throws.
-  Keys ReadKeys() const { return LoadKeys(key_options, quiet); }
+  Keys ReadKeys() const { return LoadKeys(key_options, quiet() > 0); }
 
   /// Tells the user about the file called `name` once the command has gone through: nothing is said about
   /// what a failed command would have dropped. Called before the output takes its place.
   void Note(const std::string& name, const std::string& text) { notes.push_back(NoteLine(name, text)); }
-
-  /// Called in a handler of `error`, which one of several inputs made: prints it and sets the exit code. A
-  /// lack of memory is passed on, because it ends the whole command.
-  void ReportPart(const std::exception& error);
 
   /// Prints all notes, unless told to be quiet. Needs no memory.
   void PrintNotes() const;
@@ -56,7 +61,10 @@ struct Context {
   /// throws, or zuna_toolkit::Error.
   void Seal(const zuna_toolkit::Document& document, const CipherKey& key, Destination& destination);
 
-  /// Notes where the key that an output was sealed with is empty, unless that was asked for.
+  /// Whether `key` is empty without being asked for, which kEmptyKeyNote tells.
+  bool LacksKey(const CipherKey& key) const { return key.key.empty() && !key_options.empty_key; }
+
+  /// Notes where an output was sealed with such a key.
   void NoteSealed(const CipherKey& key, const Destination& destination);
 };
 
@@ -70,6 +78,9 @@ void AddTarget(CLI::App& command, cmn::FileVersion& version);
 
 /// Throws Failure (kUsage) for a version that files of this kind are not written in.
 void RequireTarget(cmn::FileKind kind, const cmn::FileVersion& version);
+
+/// What is wrong with `text` as the version of an output; empty for nothing.
+std::string CheckTarget(const std::string& text);
 
 /// What is wrong with a text that is no version.
 std::string NotAVersion();
@@ -88,6 +99,7 @@ CLI::App* AddFileCommand(CLI::App& app, Context& context, const std::string& nam
 void RequireFolder(const std::string& path, const std::string& remedy);
 
 /// Each adds its command to the tool.
+void AddCheckCommand(CLI::App& app, Context& context);
 void AddUpCommand(CLI::App& app, Context& context);
 void AddDownCommand(CLI::App& app, Context& context);
 void AddConvertCommand(CLI::App& app, Context& context);

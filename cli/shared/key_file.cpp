@@ -1,5 +1,5 @@
 // The text of a key file.
-#include "cli/commands/key_file.h"
+#include "cli/shared/key_file.h"
 
 #include <algorithm>
 #include <cstdint>

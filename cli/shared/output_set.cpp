@@ -1,5 +1,5 @@
 // The files that a command writes.
-#include "cli/commands/output_set.h"
+#include "cli/shared/output_set.h"
 
 #include <filesystem>
 
@@ -30,10 +30,7 @@ void RequireReplaceable(const std::string& path, bool force) {
 
 }  // namespace
 
-OutputSet::OutputSet(bool force)
-    : force_(force), files_(force ? kit::Existing::kReplace : kit::Existing::kRefuse) {}
-
-void OutputSet::Add(const std::string& path, const std::vector<std::string>& inputs) {
+void RequirePlace(const std::string& path, const std::vector<std::string>& inputs, bool force) {
   if (path.empty()) {
     throw Failure(ErrorCode::kUsage, "command line", "the path of the output is empty", "give a file");
   }
@@ -42,7 +39,14 @@ void OutputSet::Add(const std::string& path, const std::vector<std::string>& inp
       throw Failure(ErrorCode::kOutputIsInput, path, "is an input as well", "give another output");
     }
   }
-  RequireReplaceable(path, force_);
+  RequireReplaceable(path, force);
+}
+
+OutputSet::OutputSet(bool force)
+    : force_(force), files_(force ? kit::Existing::kReplace : kit::Existing::kRefuse) {}
+
+void OutputSet::Add(const std::string& path, const std::vector<std::string>& inputs) {
+  RequirePlace(path, inputs, force_);
   files_.Add(path);
 }
 
@@ -55,7 +59,7 @@ void OutputSet::Write(std::size_t file, std::span<const std::uint8_t> bytes, uns
 void OutputSet::Commit() {
   EndIfInterrupted();
   files_.Commit();
-  NoteOutput();
+  NoteOutput(true);
 }
 
 /// The signal itself ends the program, when this object has removed what is left and lets it through.

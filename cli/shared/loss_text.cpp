@@ -1,8 +1,9 @@
-// The losses of a conversion, as lines of text.
-#include "cli/commands/document_text.h"
+// The losses of a conversion, as text and as JSON.
+#include "cli/shared/loss_text.h"
 
+#include "cli/shared/json_text.h"
+#include "cli/terminal/text.h"
 #include "kit/utf8.h"
-#include "toolkit/comparison/comparison.h"
 #include "toolkit/words.h"
 
 namespace zuna_cli {
@@ -13,7 +14,6 @@ using zuna_toolkit::Action;
 using zuna_toolkit::Counted;
 using zuna_toolkit::Difference;
 using zuna_toolkit::DifferenceGroups;
-using zuna_toolkit::Document;
 using zuna_toolkit::Subject;
 
 /// What one and several of a kind are called.
@@ -172,33 +172,48 @@ std::string OwnLine(const Difference& loss) {
   return "";
 }
 
+std::string LossJson(const Difference& loss) {
+  return "{\"code\": \"" + CodeText(loss) + "\", \"song\": " + JsonString(loss.song) + ", " +
+         PlaceJson(loss.place) + ", \"before\": " + JsonString(loss.before) +
+         ", \"after\": " + JsonString(loss.after) + ", \"count\": " + std::to_string(loss.count) + "}";
+}
+
 }  // namespace
 
-std::vector<std::string> DownLossLines(const Document& current, const Document& legacy) {
-  DifferenceGroups groups;
-  LossesOfDown(current, legacy, [&](const Difference& loss) { groups.Add(loss); });
-  std::vector<std::string> lines;
-  for (const DifferenceGroups::Group& group : groups.groups()) {
-    lines.push_back("format 0.0 does not keep " + GroupText(group));
+Losses::Losses(const zuna_toolkit::Document& before, const zuna_toolkit::Document& after, bool keep_json)
+    : is_up_(before.type().is_legacy()) {
+  const auto add = [&](const Difference& loss) { Add(loss, keep_json); };
+  if (before.type().is_legacy() == after.type().is_legacy()) return;  // All current versions hold the same.
+  if (is_up_) {
+    LossesOfUp(before, after, add);
+  } else {
+    LossesOfDown(before, after, add);
   }
+}
+
+void Losses::Add(const Difference& loss, bool keep_json) {
+  groups_.Add(loss);
+  if (keep_json) json_ += (json_.empty() ? "" : ", ") + LossJson(loss);
+  const std::string line = is_up_ ? OwnLine(loss) : "";
+  if (line.empty()) {
+    grouped_lines_.Add(loss);
+  } else {
+    own_lines_.push_back(line);
+  }
+}
+
+std::vector<std::string> Losses::Lines() const {
+  std::vector<std::string> lines = own_lines_;
+  const std::string begin = is_up_ ? "the current versions do not keep " : "format 0.0 does not keep ";
+  for (const DifferenceGroups::Group& group : grouped_lines_.groups())
+    lines.push_back(begin + GroupText(group));
   return lines;
 }
 
-std::vector<std::string> UpLossLines(const Document& legacy, const Document& current) {
-  std::vector<std::string> lines;
-  DifferenceGroups groups;
-  LossesOfUp(legacy, current, [&](const Difference& loss) {
-    const std::string line = OwnLine(loss);
-    if (line.empty()) {
-      groups.Add(loss);
-    } else {
-      lines.push_back(line);
-    }
-  });
-  for (const DifferenceGroups::Group& group : groups.groups()) {
-    lines.push_back("the current versions do not keep " + GroupText(group));
-  }
-  return lines;
+std::vector<std::string> Losses::Codes() const {
+  std::vector<std::string> codes;
+  for (const DifferenceGroups::Group& group : groups_.groups()) codes.push_back(CodeText(group.first));
+  return codes;
 }
 
 }  // namespace zuna_cli

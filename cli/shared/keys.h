@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/commands/key_file.h"
+#include "cli/shared/key_file.h"
 
 namespace zuna_cli {
 

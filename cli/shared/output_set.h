@@ -13,6 +13,10 @@
 
 namespace zuna_cli {
 
+/// Throws Failure (kUsage) where the path of an output is empty and (kRefused) where a file is there that may
+/// not be replaced, is no regular file, or is one of `inputs`.
+void RequirePlace(const std::string& path, const std::vector<std::string>& inputs, bool force);
+
 /// Files that take their places together. The places are found before the work of the command: what others
 /// put there meanwhile is not followed, and only replaced where that was asked for.
 ///
@@ -23,8 +27,7 @@ class OutputSet {
   /// No files yet. They replace what is in their places where `force` says so.
   explicit OutputSet(bool force);
 
-  /// Adds the file at `path`. Throws Failure (kUsage) where the path is empty and (kRefused) where the file
-  /// exists and may not be replaced, is no regular file, or is one of `inputs`; and kit::IoError.
+  /// Adds the file at `path`. Throws what RequirePlace() throws, and kit::IoError.
   void Add(const std::string& path, const std::vector<std::string>& inputs);
 
   std::size_t size() const { return files_.size(); }

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/commands/keys.h"
+#include "cli/shared/keys.h"
 #include "toolkit/document/open.h"
 #include "zuna_sec/cipher_key.h"
 

@@ -1,5 +1,5 @@
 // Reading inputs, standard input included.
-#include "cli/commands/input.h"
+#include "cli/shared/input.h"
 
 #include <unistd.h>
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "cli/commands/output_set.h"
+#include "cli/shared/output_set.h"
 #include "zuna_sec/cipher_stream.h"
 
 namespace zuna_cli {
@@ -15,8 +15,12 @@ namespace zuna_cli {
 /// What the options tell about the result: the file at `path`, or standard output for "-".
 struct Output {
   std::string path;
-  bool force = false;  ///< replace a file that exists
+  bool force = false;     ///< replace a file that exists
+  bool keep_old = false;  ///< give the file that is replaced the name PATH.~N~
 };
+
+/// The encrypted content of `stream`. `name` is what messages call the result. Throws Failure.
+std::vector<std::uint8_t> EncryptedBytes(zuna_sec::TwoFishCipherStream& stream, const std::string& name);
 
 /// The place of one result: a file, or standard output.
 class Destination {
@@ -35,6 +39,7 @@ class Destination {
 
  private:
   std::string path_;
+  bool keep_old_;
   OutputSet files_;
 };
 

@@ -1,9 +1,8 @@
 // What the commands share: options, the key, notes and the exit code.
-#include "cli/commands/context.h"
+#include "cli/shared/context.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <new>
 #include <utility>
 
 #include "cmn/file_format.h"
@@ -27,14 +26,6 @@ std::string VersionsText(cmn::FileKind kind) {
 bool IsSupported(cmn::FileKind kind, const cmn::FileVersion& version) {
   const auto versions = cmn::SupportedVersions(kind);
   return std::find(versions.begin(), versions.end(), version) != versions.end();
-}
-
-/// What is wrong with `text` as the version of an output; empty for nothing.
-std::string CheckTarget(const std::string& text) {
-  const auto version = cmn::ParseVersion(text);
-  if (!version) return NotAVersion();
-  if (IsSupported(cmn::FileKind::kShow, *version)) return "";
-  return text + " is not a version to write: " + VersionsText(cmn::FileKind::kShow) + "; use down for 0.0";
 }
 
 /// Throws Failure (kUsage) where one of `inputs` is empty, or more than one of them is "-".
@@ -76,14 +67,8 @@ void Context::SetWork(CLI::App& command, std::function<void()> run) {
   command.callback([this, run = std::move(run)] { work = run; });
 }
 
-void Context::ReportPart(const std::exception& error) {
-  if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) throw;
-  PrintError(CurrentFailure());
-  code = ExitCode::kPartFailed;
-}
-
 void Context::PrintNotes() const {
-  if (quiet) return;
+  if (quiet() > 0) return;
   for (const std::string& note : notes) PrintLine(note);
 }
 
@@ -103,10 +88,7 @@ void Context::Seal(const zuna_toolkit::Document& document, const CipherKey& key,
 }
 
 void Context::NoteSealed(const CipherKey& key, const Destination& destination) {
-  if (!key.key.empty() || key_options.empty_key) return;
-  Note(destination.name(),
-       "is encrypted with an empty key, which protects nothing; name a key file with --key-file or "
-       "ZUNA_KEY_FILE");
+  if (LacksKey(key)) Note(destination.name(), kEmptyKeyNote);
 }
 
 void RequireFolder(const std::string& path, const std::string& remedy) {
@@ -117,7 +99,8 @@ void RequireFolder(const std::string& path, const std::string& remedy) {
 
 void AddSharedOptions(CLI::App& app, Context& context) {
   AddKeyOptions(app, context.key_options);
-  app.add_flag("--quiet", context.quiet, "Print errors only");
+  app.add_flag("-q,--quiet", context.quiet_counts.emplace_back(0),
+               "Print errors and losses only; given twice, errors only");
 }
 
 void AddInput(CLI::App& command, std::string& input) {
@@ -142,6 +125,13 @@ CLI::App* AddFileCommand(CLI::App& app, Context& context, const std::string& nam
 
 std::string NotAVersion() {
   return "a version is MAJOR.MINOR, such as " + cmn::VersionText(cmn::kDefaultVersion);
+}
+
+std::string CheckTarget(const std::string& text) {
+  const auto version = cmn::ParseVersion(text);
+  if (!version) return NotAVersion();
+  if (IsSupported(cmn::FileKind::kShow, *version)) return "";
+  return text + " is not a version to write: " + VersionsText(cmn::FileKind::kShow) + "; use down for 0.0";
 }
 
 void AddTarget(CLI::App& command, cmn::FileVersion& version) {

@@ -1,0 +1,136 @@
+// Finds the companion of a legacy file.
+#include "cli/batch/companions.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <new>
+
+#include "cli/shared/input.h"
+#include "cli/terminal/standard_streams.h"
+#include "kit/path.h"
+#include "toolkit/words.h"
+
+namespace zuna_cli {
+
+namespace {
+
+using zuna_toolkit::CompanionFit;
+using zuna_toolkit::Document;
+using zuna_toolkit::Input;
+
+[[noreturn]] void ThrowMissing(const Document& document, const std::optional<std::string>& path) {
+  const bool is_log = document.type().is_log();
+  std::string problem = is_log ? "needs its show, which has the divisions of the songs"
+                               : "needs its log, which has the name of the show";
+  if (path) problem += ", and " + *path + " is not there";
+  throw Failure(ErrorCode::kCompanionMissing, document.name(), problem,
+                std::string("give --companion or --companions, or ") +
+                    (is_log ? "--division TICKS" : "--show-name NAME"));
+}
+
+/// "song 3 is", "songs 3, 4 are"
+std::string SongsAre(const std::vector<std::string>& numbers) {
+  constexpr std::size_t kMost = 8;
+  std::string list;
+  for (std::size_t i = 0; i < std::min(numbers.size(), kMost); ++i) {
+    zuna_toolkit::AppendListed(list, numbers[i]);
+  }
+  if (numbers.size() > kMost) list += " and " + std::to_string(numbers.size() - kMost) + " more";
+  return (numbers.size() == 1 ? "song " + list + " is" : "songs " + list + " are");
+}
+
+std::string OtherSongText(const CompanionFit::OtherSong& song, const std::string& companion) {
+  const std::string begin = "song " + song.number + " has ";
+  if (song.name != song.companion_name) {
+    return begin + "another name in " + companion + ": \"" + song.name + "\", there \"" +
+           song.companion_name + '"';
+  }
+  return begin + "another length in " + companion + ": " + std::to_string(song.length) + " ticks, there " +
+         std::to_string(song.companion_length);
+}
+
+std::vector<std::string> NotesOf(const CompanionFit& fit, const std::string& companion, bool is_log) {
+  std::vector<std::string> notes;
+  if (is_log && !fit.unknown_songs.empty()) {  // A log need not have all songs of its show.
+    notes.push_back(SongsAre(fit.unknown_songs) + " not in " + companion + "; the division stays 0");
+  }
+  for (const CompanionFit::OtherSong& song : fit.other_songs) notes.push_back(OtherSongText(song, companion));
+  return notes;
+}
+
+/// The failure of a companion, as one of the input called `input`.
+Failure AboutCompanion(const Failure& failure, const std::string& input) {
+  zuna_toolkit::ErrorParts parts = failure.parts();
+  const bool is_composed = !parts.file.empty() && !parts.remedy.empty();
+  parts.problem = "companion " + (is_composed ? parts.file + ": " + parts.problem : failure.what());
+  parts.file = input;
+  return {failure.code(), std::move(parts)};
+}
+
+FoundCompanion ReadAndCheck(const Document& document, const std::string& path,
+                            const CompanionOptions& options, const Keys& keys) {
+  zuna_toolkit::OpenedFile file = OpenInput(path, keys, zuna_toolkit::Accept::kEncryptedOrPlain).file;
+  FoundCompanion found{zuna_toolkit::ReadCompanion(file, document.type().kind), path, {}};
+  const CompanionFit fit = zuna_toolkit::FitOf(document, found.companion);
+  if (!fit.belongs && !options.any) {
+    throw Failure(ErrorCode::kUnrelatedCompanion, file.name(),
+                  "does not belong to it: no song agrees in number and name",
+                  "give the right file, or --any-companion to take this one");
+  }
+  found.notes = NotesOf(fit, file.name(), document.type().is_log());
+  return found;
+}
+
+}  // namespace
+
+void AddCompanions(CLI::App& command, CompanionOptions& options) {
+  command
+      .add_option(
+          "--companion", options.file,
+          "The other file of one legacy input, of any version, encrypted or plain: the log of a show, "
+          "which has the show's name, or the show of a log, which has the songs' divisions. Unless "
+          "given, the file of the same stem beside the input: .logdata for .showdata and the reverse")
+      ->type_name("FILE");
+  command.add_option("--companions", options.folder, "Look for companions below DIR instead")
+      ->type_name("DIR");
+  command.add_flag("--any-companion", options.any, "Take a companion that shares no song with the input");
+  command.add_option("--show-name", options.show_name, "Name legacy shows so; their logs are not read")
+      ->type_name("NAME");
+  command
+      .add_option("--division", options.division,
+                  "Give all songs of legacy logs this division; their shows are not read")
+      ->type_name("TICKS");
+}
+
+std::optional<std::string> CompanionPath(const Input& input, const CompanionOptions& options) {
+  if (options.file) return options.file;
+  if (options.folder.empty()) return zuna_toolkit::OtherKindPath(input.path);
+  return zuna_toolkit::OtherKindPath(kit::path::Join(options.folder, input.relative));
+}
+
+FoundCompanion FindCompanion(const Document& document, const Input& input, const CompanionOptions& options,
+                             const Keys& keys) {
+  FoundCompanion stand_in;
+  const bool is_log = document.type().is_log();
+  if (is_log && options.division) {
+    stand_in.companion.division = *options.division;
+    return stand_in;
+  }
+  if (!is_log && options.show_name) {
+    stand_in.companion.show_name = *options.show_name;
+    return stand_in;
+  }
+  const std::optional<std::string> path = CompanionPath(input, options);
+  std::error_code ignored;
+  const bool is_named = options.file.has_value();
+  if (!path || (!is_named && !std::filesystem::exists(*path, ignored))) ThrowMissing(document, path);
+  try {
+    return ReadAndCheck(document, *path, options, keys);
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (...) {
+    throw AboutCompanion(CurrentFailure(), document.name());
+  }
+}
+
+}  // namespace zuna_cli

@@ -1,0 +1,44 @@
+// Finds the companion of a legacy file.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/shared/context.h"
+#include "toolkit/batch/inputs.h"
+#include "toolkit/conversion/companion.h"
+#include "toolkit/document/document.h"
+
+namespace zuna_cli {
+
+/// What the options tell about companions.
+struct CompanionOptions {
+  std::optional<std::string> file;        ///< of one input
+  std::string folder;                     ///< where companions are instead of beside the inputs
+  bool any = false;                       ///< take one that does not belong
+  std::optional<std::string> show_name;   ///< in place of the log of a show
+  std::optional<std::uint16_t> division;  ///< in place of the show of a log; ticks of a quarter note
+};
+
+/// Adds the options.
+void AddCompanions(CLI::App& command, CompanionOptions& options);
+
+/// Where the companion of `input` is, whether it is there or not: the file that was named, or the file of the
+/// same stem and path for the other kind. Nothing where the name of the input does not tell.
+std::optional<std::string> CompanionPath(const zuna_toolkit::Input& input, const CompanionOptions& options);
+
+/// The companion of one input.
+struct FoundCompanion {
+  zuna_toolkit::Companion companion;
+  std::string path;                ///< of its file; empty where an option stands in for it
+  std::vector<std::string> notes;  ///< how its songs differ
+};
+
+/// Finds and reads the companion of `document`, which `input` holds. Throws Failure naming the input:
+/// (kIo) where it is not there, (kRefused) where it does not belong, and what else keeps it from being read.
+FoundCompanion FindCompanion(const zuna_toolkit::Document& document, const zuna_toolkit::Input& input,
+                             const CompanionOptions& options, const Keys& keys);
+
+}  // namespace zuna_cli

@@ -1,0 +1,40 @@
+// The outputs of a command that makes one file of each input.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/shared/context.h"
+#include "toolkit/batch/inputs.h"
+
+namespace zuna_cli {
+
+/// What the options tell about the outputs. Exactly one of `file`, `folder` and `in_place` is given.
+struct OutputOptions {
+  std::string file;    ///< for one input; "-" for standard output
+  std::string folder;  ///< keeps the paths below the folders that were named
+  bool in_place = false;
+  bool force = false;
+  bool skip_existing = false;
+  bool dry_run = false;
+  bool verify = true;  ///< read every output back before it takes its place
+};
+
+/// Adds the options.
+void AddOutputs(CLI::App& command, OutputOptions& options);
+
+/// An input and the path of its output, "-" for standard output.
+struct Job {
+  zuna_toolkit::Input input;
+  std::string output;
+};
+
+/// The outputs of all inputs, in their order. Throws Failure (kUsage) where the options contradict each other
+/// or do not fit the number of inputs, or two inputs have the same output, and (kRefused) where an output is
+/// another input.
+std::vector<Job> PlanOutputs(const std::vector<zuna_toolkit::Input>& inputs, const OutputOptions& options);
+
+/// Makes the folder of an output. Throws Failure (kIo).
+void MakeFolderOf(const std::string& output);
+
+}  // namespace zuna_cli

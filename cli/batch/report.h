@@ -1,0 +1,55 @@
+// The report: a line of JSON for each finished input, and what --resume learns from it.
+#pragma once
+
+#include <functional>
+#include <set>
+#include <string>
+
+#include "cli/batch/outcome.h"
+
+namespace zuna_cli {
+
+/// What a line of the report tells.
+struct ReportLine {
+  std::string path;       ///< of the input
+  std::string digest;     ///< SHA-256 of its bytes; empty where it could not be read
+  std::string options;    ///< the command and what changes its result
+  std::string companion;  ///< the path of the companion that was read; may be empty
+  std::string output;
+  std::string losses;    ///< objects of JSON, separated by commas
+  std::string finished;  ///< the mark of finished work; empty where it failed
+};
+
+/// The line, with its line break. `failure` is null where there is none.
+std::string ReportJson(const ReportLine& line, Status status, const Failure* failure);
+
+/// What `work` returns. Where it throws, the outcome is that failure, with a line of JSON about it as its
+/// text; a lack of memory is thrown on.
+Outcome WithFailureJson(const std::string& path, const std::function<Outcome()>& work);
+
+/// The file of --report. Lines are added at its end, each with one write.
+class Report {
+ public:
+  /// None: nothing is written.
+  Report() = default;
+  /// Opens the file at `path`, or makes it. Throws kit::IoError.
+  explicit Report(const std::string& path);
+  Report(const Report&) = delete;
+  Report& operator=(const Report&) = delete;
+  ~Report();
+
+  bool is_open() const { return file_ >= 0; }
+
+  /// Throws Failure (kIo).
+  void Add(const std::string& line);
+
+ private:
+  std::string path_;
+  int file_ = -1;
+};
+
+/// The marks of finished work in the report at `path`; none where there is no file. A line that was cut off
+/// has none. Throws kit::IoError.
+std::set<std::string, std::less<>> FinishedMarks(const std::string& path);
+
+}  // namespace zuna_cli

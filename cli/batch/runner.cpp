@@ -1,0 +1,155 @@
+// Runs a command over its inputs and tells what became of them.
+#include "cli/batch/runner.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <new>
+#include <optional>
+#include <thread>
+
+#include "cli/terminal/signals.h"
+#include "cli/terminal/standard_streams.h"
+#include "toolkit/words.h"
+
+namespace zuna_cli {
+
+namespace {
+
+using zuna_toolkit::Counted;
+
+/// What `work` returns for an input, or the failure that it throws.
+Outcome OutcomeOf(const Work& work, std::size_t number) {
+  try {
+    return work(number);
+  } catch (const std::bad_alloc&) {
+    Outcome outcome;
+    outcome.status = Status::kFailed;
+    outcome.ends_command = std::current_exception();
+    return outcome;
+  } catch (...) {
+    Outcome outcome;
+    outcome.status = Status::kFailed;
+    outcome.failure = CurrentFailure();
+    if (outcome.failure->code() == ErrorCode::kInterrupted) outcome.ends_command = std::current_exception();
+    return outcome;
+  }
+}
+
+/// Tells the outcomes of one command.
+class Telling {
+ public:
+  Telling(std::size_t total, const InputOptions& options, Context& context, const Batch& batch)
+      : total_(total), options_(options), context_(context), batch_(batch), progress_(Form(), total) {}
+
+  /// Returns whether to go on.
+  bool Take(Outcome&& outcome) {
+    try {
+      if (outcome.ends_command) std::rethrow_exception(outcome.ends_command);
+      Tell(outcome);
+      if (outcome.failure) failures_.push_back(std::move(*outcome.failure));
+      return failures_.empty() || !options_.fail_fast;
+    } catch (...) {
+      if (!ends_command_) ends_command_ = std::current_exception();
+      return false;
+    }
+  }
+
+  /// Throws where the command failed as a whole, and for a single input that failed.
+  void End() {
+    progress_.Clear();
+    if (total_ == 1) {
+      if (ends_command_) std::rethrow_exception(ends_command_);
+      if (!failures_.empty()) throw failures_.front();
+    } else {
+      TellSummary();
+      for (const Failure& failure : failures_) PrintError(failure);
+      if (ends_command_) std::rethrow_exception(ends_command_);
+    }
+    if (!failures_.empty()) {
+      context_.code = ExitCode::kPartFailed;
+    } else if (is_negative_) {
+      context_.code = ExitCode::kNegative;
+    }
+  }
+
+  std::size_t finished() const { return done_ + current_ + skipped_ + failures_.size(); }
+
+ private:
+  ProgressForm Form() const {
+    if (options_.progress != ProgressForm::kNone || total_ == 1) return options_.progress;
+    const bool is_wanted = context_.quiet() == 0 && isatty(STDERR_FILENO) != 0;
+    return is_wanted ? ProgressForm::kTerminal : ProgressForm::kNone;
+  }
+
+  void Tell(const Outcome& outcome) {
+    progress_.Step();
+    Count(outcome);
+    if (batch_.take) batch_.take(outcome);
+    TellMessages(outcome);
+    if (outcome.text.empty()) return;
+    progress_.Clear();
+    WriteStandardOutput(outcome.text);
+  }
+
+  void Count(const Outcome& outcome) {
+    done_ += outcome.status == Status::kDone ? 1U : 0U;
+    current_ += outcome.status == Status::kCurrent ? 1U : 0U;
+    skipped_ += outcome.status == Status::kSkipped ? 1U : 0U;
+    with_losses_ += outcome.has_losses ? 1U : 0U;
+    is_negative_ = is_negative_ || outcome.is_negative;
+  }
+
+  void TellMessages(const Outcome& outcome) {
+    for (const Message& message : outcome.messages) {
+      if (context_.quiet() > (message.is_loss ? 1 : 0)) continue;
+      progress_.Clear();
+      PrintLine(message.line);
+    }
+  }
+
+  void TellSummary() const {
+    if (context_.quiet() > 0 || batch_.done.empty()) return;
+    std::string text = std::to_string(done_) + ' ' + batch_.done;
+    if (with_losses_ > 0) text += " (" + std::to_string(with_losses_) + " with losses)";
+    if (current_ > 0) text += ", " + std::to_string(current_) + " already current";
+    if (skipped_ > 0) text += ", " + std::to_string(skipped_) + " skipped";
+    text += ", " + std::to_string(failures_.size()) + " failed";
+    const std::size_t left = total_ - finished();
+    if (left > 0) text += ", " + std::to_string(left) + " not begun";
+    PrintLine(NoteLine(Counted(total_, "file", "files"), text));
+  }
+
+  std::size_t total_;
+  const InputOptions& options_;
+  Context& context_;
+  const Batch& batch_;
+  Progress progress_;
+  std::vector<Failure> failures_;
+  std::exception_ptr ends_command_;
+  std::size_t done_ = 0;
+  std::size_t current_ = 0;
+  std::size_t skipped_ = 0;
+  std::size_t with_losses_ = 0;
+  bool is_negative_ = false;
+};
+
+unsigned Workers(const InputOptions& options) {
+  return options.workers.value_or(std::max(1U, std::thread::hardware_concurrency()));
+}
+
+}  // namespace
+
+void RunAll(std::size_t count, const InputOptions& options, Context& context, const Batch& batch) {
+  std::optional<DeferSignals> deferred;
+  if (batch.writes && count > 1) deferred.emplace();
+  Telling telling(count, options, context, batch);
+  WorkInOrder(
+      count, Workers(options), [&](std::size_t number) { return OutcomeOf(batch.work, number); },
+      [&](Outcome&& outcome) { return telling.Take(std::move(outcome)); },
+      [&] { return deferred && DeferSignals::IsAsked(); });
+  if (deferred) NoteOutput(telling.finished() == count);
+  telling.End();
+}
+
+}  // namespace zuna_cli

@@ -1,0 +1,27 @@
+// Runs a command over its inputs and tells what became of them.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+
+#include "cli/batch/input_options.h"
+#include "cli/batch/pipeline.h"
+#include "cli/shared/context.h"
+
+namespace zuna_cli {
+
+/// What a command does with its inputs.
+struct Batch {
+  Work work;  ///< on the input of this number; what it throws becomes the failure of that input
+  std::function<void(const Outcome&)> take;  ///< gets every outcome, in the order of the inputs; may be empty
+  std::string done;     ///< what the summary calls inputs that are done; empty for no summary
+  bool writes = false;  ///< signals wait until files that are begun are finished
+};
+
+/// Works on the inputs 0 to `count` - 1. Texts and messages come in the order of the inputs, whatever the
+/// number of workers; failures come last, after a summary, and set the exit code. A single input fails as a
+/// command of its own.
+void RunAll(std::size_t count, const InputOptions& options, Context& context, const Batch& batch);
+
+}  // namespace zuna_cli

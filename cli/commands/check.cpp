@@ -1,0 +1,119 @@
+// zuna-convert check
+#include <map>
+#include <memory>
+#include <optional>
+
+#include "cli/batch/report.h"
+#include "cli/batch/runner.h"
+#include "cli/commands/finding_text.h"
+#include "cli/shared/context.h"
+#include "cli/shared/input.h"
+#include "cli/shared/loss_text.h"
+#include "cli/terminal/text.h"
+#include "toolkit/conversion/conversion.h"
+
+namespace zuna_cli {
+
+namespace {
+
+using zuna_toolkit::Document;
+
+struct Options {
+  InputOptions inputs;
+  std::optional<cmn::FileVersion> version;  ///< 0.0 too
+  bool json = false;
+};
+
+/// The document at the version asked for; nothing where it has that version, or none was asked for.
+std::optional<Document> ConvertedForm(const Document& document, const Options& options) {
+  const auto& version = options.version;
+  if (!version || document.type().version == *version) return std::nullopt;
+  if (*version == zuna_toolkit::kLegacyVersion) return zuna_toolkit::Down(document);
+  RequireTarget(document.type().kind, *version);
+  if (!document.type().is_legacy()) return zuna_toolkit::Convert(document, *version);
+  return zuna_toolkit::Up(document, zuna_toolkit::Companion{}, *version);
+}
+
+/// "opera.showdata: show, version 1.2"
+std::string Heading(const Document& document) {
+  return Printable(document.name()) + ": " + std::string(cmn::KindName(document.type().kind)) + ", version " +
+         cmn::VersionText(document.type().version);
+}
+
+std::string AsText(const Document& document, const Findings& findings, const Losses* losses,
+                   const Options& options) {
+  std::string text = Heading(document) + (findings.empty() ? ", no findings" : "");
+  if (losses != nullptr) {
+    text += ", to " + cmn::VersionText(*options.version) + (losses->empty() ? " lossless" : " with losses");
+  }
+  text += '\n' + findings.Text();
+  if (losses == nullptr) return text;
+  for (const std::string& line : losses->Lines()) text += "  loss: " + Printable(line) + '\n';
+  return text;
+}
+
+std::string AsJson(const Document& document, const Findings& findings, const Losses* losses,
+                   const Options& options) {
+  std::string json = "{\"schemaVersion\": 1, \"path\": " + JsonString(document.name()) + ", \"kind\": \"" +
+                     std::string(cmn::KindName(document.type().kind)) + "data\", \"fileVersion\": \"" +
+                     cmn::VersionText(document.type().version) + "\", \"findings\": [" + findings.Json() +
+                     "]";
+  if (losses != nullptr) {
+    json += ", \"to\": \"" + cmn::VersionText(*options.version) + "\", \"losses\": [" + losses->json() + "]";
+  }
+  return json + "}\n";
+}
+
+Outcome CheckOne(const std::string& path, const Options& options, const Keys& keys) {
+  zuna_toolkit::OpenedFile file = OpenInput(path, keys).file;
+  const Document document = zuna_toolkit::ReadDocument(file);
+  const Findings findings(document, options.json);
+  const std::optional<Document> converted = ConvertedForm(document, options);
+  std::optional<Losses> losses;
+  if (converted) losses.emplace(document, *converted, options.json);
+  Outcome outcome;
+  outcome.has_losses = losses && !losses->empty();
+  outcome.is_negative = findings.has_errors();
+  outcome.text = (options.json ? AsJson : AsText)(document, findings, losses ? &*losses : nullptr, options);
+  return outcome;
+}
+
+void Run(const Options& options, Context& context) {
+  const std::vector<zuna_toolkit::Input> inputs = CollectInputs(options.inputs, context);
+  const Keys keys = context.ReadKeys();
+  Batch batch;
+  batch.work = [&](std::size_t number) {
+    const std::string& path = inputs[number].path;
+    const auto check = [&] { return CheckOne(path, options, keys); };
+    return options.json ? WithFailureJson(path, check) : check();
+  };
+  batch.done = "checked";
+  RunAll(inputs.size(), options.inputs, context, batch);
+}
+
+std::string CheckVersion(const std::string& text) {
+  const auto version = cmn::ParseVersion(text);
+  if (!version) return NotAVersion();
+  return *version == zuna_toolkit::kLegacyVersion ? "" : CheckTarget(text);
+}
+
+}  // namespace
+
+void AddCheckCommand(CLI::App& app, Context& context) {
+  CLI::App* command = app.add_subcommand(
+      "check", "Tell whether shows and logs are whole and sensible, and what a conversion would lose");
+  AddSharedOptions(*command, context);
+  const auto options = std::make_shared<Options>();
+  AddInputs(*command, options->inputs);
+  command
+      ->add_option_function<std::string>(
+          "--to", [options](const std::string& text) { options->version = cmn::ParseVersion(text); },
+          "Tell what a conversion to this version would lose, too; 0.0 for the legacy format")
+      ->type_name("VERSION")
+      ->check(CLI::Validator(CheckVersion, ""));
+  command->add_flag("--json", options->json,
+                    "Write a line of JSON for each input, failed ones too, with all findings and losses");
+  context.SetWork(*command, [options, &context] { Run(*options, context); });
+}
+
+}  // namespace zuna_cli

@@ -1,0 +1,33 @@
+// Data of the toolkit as JSON.
+#include "cli/shared/json_text.h"
+
+#include "cli/terminal/text.h"
+
+namespace zuna_cli {
+
+namespace {
+
+template <typename Number>
+std::string NumberOrNull(const std::optional<Number>& number) {
+  return number ? std::to_string(*number) : "null";
+}
+
+std::string TextOrNull(const std::string& text) { return text.empty() ? "null" : JsonString(text); }
+
+}  // namespace
+
+std::string FailureJson(const Failure& failure) {
+  const zuna_toolkit::ErrorParts& parts = failure.parts();
+  return "{\"code\": \"" + std::string(CodeText(failure.code())) +
+         "\", \"message\": " + JsonString(failure.what()) + ", \"remedy\": " + TextOrNull(parts.remedy) +
+         ", \"song\": " + TextOrNull(parts.song) + ", \"field\": " + TextOrNull(parts.field) +
+         ", \"offset\": " + NumberOrNull(parts.offset) + "}";
+}
+
+std::string PlaceJson(const zuna_toolkit::Place& place) {
+  return "\"list\": \"" + std::string(place.list) + "\", \"index\": " + std::to_string(place.index) +
+         ", \"tick\": " + NumberOrNull(place.tick) + ", \"bar\": " + TextOrNull(place.bar) +
+         ", \"voice\": " + NumberOrNull(place.voice);
+}
+
+}  // namespace zuna_cli

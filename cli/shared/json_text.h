@@ -1,0 +1,17 @@
+// Data of the toolkit as JSON.
+#pragma once
+
+#include <string>
+
+#include "cli/terminal/failure.h"
+#include "toolkit/place.h"
+
+namespace zuna_cli {
+
+/// An object: {"code": …, "message": …, "remedy": …, "song": …, "field": …, "offset": …}
+std::string FailureJson(const Failure& failure);
+
+/// The members of an object: "list": …, "index": …, "tick": …, "bar": …, "voice": …
+std::string PlaceJson(const zuna_toolkit::Place& place);
+
+}  // namespace zuna_cli

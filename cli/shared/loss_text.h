@@ -1,0 +1,41 @@
+// The losses of a conversion, as text and as JSON.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "toolkit/comparison/comparison.h"
+#include "toolkit/document/document.h"
+
+namespace zuna_cli {
+
+/// The losses of one conversion.
+class Losses {
+ public:
+  /// What `before` loses in `after`, which a conversion made of it. `keep_json` keeps every single loss as
+  /// JSON. Throws zuna_toolkit::Error.
+  Losses(const zuna_toolkit::Document& before, const zuna_toolkit::Document& after, bool keep_json);
+
+  bool empty() const { return groups_.groups().empty(); }
+
+  /// A line for each kind of loss, with the first one of it. On the way up also one for every bar label that
+  /// was cut and all tracks of one id.
+  std::vector<std::string> Lines() const;
+
+  /// The code of each kind.
+  std::vector<std::string> Codes() const;
+
+  /// All of them as objects of JSON, separated by commas; empty where they were not kept.
+  const std::string& json() const { return json_; }
+
+ private:
+  void Add(const zuna_toolkit::Difference& loss, bool keep_json);
+
+  bool is_up_;
+  zuna_toolkit::DifferenceGroups groups_;
+  zuna_toolkit::DifferenceGroups grouped_lines_;  ///< those without lines of their own
+  std::vector<std::string> own_lines_;
+  std::string json_;
+};
+
+}  // namespace zuna_cli

@@ -1,0 +1,347 @@
+"""Commands of zuna-convert on many inputs: which files they take, where the results go, and what they say."""
+
+import json
+import os
+import subprocess
+import time
+import unittest
+
+from tool import (BAD_INPUT, INTERRUPTED, IO, NOTHING_MATCHED, PART_FAILED, REFUSED, TOOL, USAGE, WithLogs,
+                  legacy_log, legacy_show, legacy_song, legacy_song_log)
+
+
+class FolderTest(WithLogs):
+    """A folder with two legacy shows and their logs, one of them in a folder below, and other files."""
+
+    def setUp(self):
+        super().setUp()
+        os.makedirs(self.path("in/below"))
+        self.encrypt("in/opera.showdata", legacy_show(legacy_song("2", "Two"), legacy_song("10", "Ten")))
+        self.encrypt("in/opera.logdata", legacy_log(legacy_song_log("2", "Two", vamps=[(0, 480, 2)])))
+        self.encrypt("in/below/gala.showdata", legacy_show(legacy_song("1", "One")))
+        self.encrypt("in/below/gala.logdata", legacy_log(legacy_song_log("1", "One"), show_name="Gala"))
+        self.write("in/notes.txt", "no show")
+        self.write("in/.hidden.showdata", "no show")
+        os.mkfifo(self.path("in/pipe.showdata"))
+
+    def said(self, *arguments, **options):
+        """What the tool says, line by line without its name."""
+        lines = self.run_tool(*arguments, **options).stderr.decode().splitlines()
+        return [line.removeprefix("zuna-convert: ") for line in lines]
+
+    def written(self, folder):
+        return sorted(name for name in self.files() if name.startswith(folder + "/"))
+
+
+class InputsTest(FolderTest):
+    def test_takes_the_shows_and_logs_of_folders(self):
+        self.assertEqual(self.said("up", "in", "--out-dir", "out"), [
+            "in/opera.logdata: 1 song, 1 edit, 0.0 -> 1.2, divisions from in/opera.showdata, lossless",
+            'in/opera.showdata: 2 songs, 2 voices, 2 events, 0.0 -> 1.2, named "My Show" by its log, lossless',
+            "2 files: 2 done, 0 failed"])
+        self.assertEqual(self.written("out"), ["out/opera.logdata", "out/opera.showdata"])
+
+    def test_keeps_the_paths_below_a_folder(self):
+        self.run_tool("up", "in", "-r", "--out-dir", "out")
+        self.assertEqual(self.written("out"), ["out/below/gala.logdata", "out/below/gala.showdata", "out/opera.logdata",
+                                               "out/opera.showdata"])
+        self.run_tool("down", "out", "-r", "--out-dir", "back", "-q")
+        for name in self.written("back"):
+            self.assertEqual(self.read(name), self.read(name.replace("back", "in", 1)), name)
+
+    def test_does_not_take_its_own_outputs(self):
+        self.run_tool("up", "in", "-r", "--out-dir", "in/new")
+        self.assertEqual(self.said("up", "in", "-r", "--out-dir", "in/new", "--force")[-1], "4 files: 4 done, 0 failed")
+
+    def test_takes_a_list_of_files(self):
+        paths = ["in/opera.showdata", "", "in/below/gala.showdata"]
+        for options, separator in (((), "\n"), (("-0",), "\0")):
+            self.write("list", separator.join(paths))
+            for source, stdin in (("list", b""), ("-", self.read("list"))):
+                shown = self.run_tool("info", "--files-from", source, *options, stdin=stdin).stdout.decode()
+                self.assertEqual([line.partition(":")[0] for line in shown.splitlines() if ": show" in line],
+                                 [paths[0], paths[2]])
+        self.write("list", "")
+        self.refuse("info", "--files-from", "list", code=NOTHING_MATCHED,
+                    message='command line: has no show and no log in a file whose name ends in ".showdata" or '
+                            '".logdata"; give other files or folders, or -r for the folders below')
+
+    def test_takes_whatever_is_named(self):
+        os.rename(self.path("in/opera.showdata"), self.path("in/.opera"))
+        self.assertIn(b"in/.opera: show, version 0.0", self.run_tool("info", "in/.opera").stdout)
+
+    def test_shares_the_inputs_among_machines(self):
+        for count in (1, 2, 5):
+            names = []
+            for index in range(1, count + 1):
+                lines = self.run_tool("list", "in", "-r", "--json", "--shard", f"{index}/{count}", code=None).stdout
+                names += [json.loads(line)["path"] for line in lines.splitlines()]
+            self.assertEqual(sorted(names), sorted("in/" + name for name in (
+                "below/gala.logdata", "below/gala.showdata", "opera.logdata", "opera.showdata")))
+        for shard in ("0/2", "3/2", "1", "a/b", "1/2/3", "/2"):
+            self.refuse("list", "in", "--shard", shard, code=USAGE,
+                        message="command line: --shard: a shard is I/N, such as 1/4, with I from 1 to N; see zuna-convert "
+                                "list --help")
+
+    def test_says_the_same_with_any_number_of_workers(self):
+        self.write("in/bad.showdata", "bad")
+        one = self.run_tool("up", "in", "-r", "--out-dir", "1", "-j", "1", "--report", "1.json", code=PART_FAILED)
+        many = self.run_tool("up", "in", "-r", "--out-dir", "8", "-j", "8", "--report", "8.json", code=PART_FAILED)
+        self.assertEqual(one.stderr, many.stderr)
+        self.assertEqual([self.read(name) for name in self.written("1")], [self.read(name) for name in self.written("8")])
+        reports = [[json.loads(line) for line in self.read(name).splitlines()] for name in ("1.json", "8.json")]
+        for line in reports[0] + reports[1]:
+            line.pop("output")
+            line.pop("finished", None)
+        self.assertEqual(*reports)
+        for number in ("0", "-1", "x", "2000"):
+            self.run_tool("info", "in", "-j", number, code=USAGE)
+
+
+class FailureTest(FolderTest):
+    def test_goes_on_past_failures_and_tells_them_last(self):
+        self.write("in/a.showdata", "bad")
+        os.remove(self.path("in/below/gala.logdata"))
+        self.assertEqual(self.said("up", "in", "-r", "--out-dir", "out", code=PART_FAILED)[-3:], [
+            "4 files: 2 done, 2 failed",
+            "in/a.showdata: is not an encrypted file of this kind (offset 0); give an encrypted show or log file",
+            "in/below/gala.showdata: needs its log, which has the name of the show, and in/below/gala.logdata is not "
+            "there; give --companion or --companions, or --show-name NAME"])
+        self.assertEqual(self.written("out"), ["out/opera.logdata", "out/opera.showdata"])
+
+    def test_stops_at_the_first_failure_where_asked(self):
+        self.write("in/a.showdata", "bad")
+        said = self.said("up", "in", "-r", "--out-dir", "out", "--fail-fast", "-j", "1", code=PART_FAILED)
+        self.assertEqual(said[0], "5 files: 0 done, 1 failed, 4 not begun")
+        self.assertEqual(self.written("out"), [])
+
+    def test_fails_with_its_own_code_for_a_single_input(self):
+        self.write("bad.showdata", "bad")
+        self.run_tool("up", "bad.showdata", "-o", "out", code=BAD_INPUT)
+
+    def test_tells_which_input_a_companion_was_for(self):
+        self.write("in/opera.logdata", "bad")
+        self.assertIn("in/opera.showdata: companion in/opera.logdata: is no show and no log of any version; give an "
+                      "undamaged file", self.said("up", "in", "--out-dir", "out", code=PART_FAILED))
+
+
+class CompanionTest(FolderTest):
+    def test_finds_companions_in_another_folder(self):
+        os.makedirs(self.path("logs/below"))
+        os.rename(self.path("in/opera.logdata"), self.path("logs/opera.logdata"))
+        os.rename(self.path("in/below/gala.logdata"), self.path("logs/below/gala.logdata"))
+        self.run_tool("up", "in", "-r", "--companions", "logs", "--out-dir", "out")
+        info = json.loads(self.run_tool("info", "--json", "out/below/gala.showdata").stdout)
+        self.assertEqual(info["showName"], "Gala")
+
+    def test_takes_a_name_in_place_of_a_log(self):
+        os.remove(self.path("in/opera.logdata"))
+        self.assertEqual(self.said("up", "in/opera.showdata", "-o", "out", "--show-name", "Tosca"), [
+            'in/opera.showdata: 2 songs, 2 voices, 2 events, 0.0 -> 1.2, named "Tosca", lossless'])
+
+    def test_refuses_a_companion_that_does_not_belong(self):
+        self.encrypt("in/opera.logdata", legacy_log(legacy_song_log("2", "Other")))
+        message = ("in/opera.showdata: companion in/opera.logdata: does not belong to it: no song agrees in number and "
+                   "name; give the right file, or --any-companion to take this one")
+        self.refuse("up", "in/opera.showdata", "-o", "out", code=REFUSED, message=message)
+        self.assertEqual(self.said("up", "in/opera.showdata", "-o", "out", "--any-companion")[0],
+                         'in/opera.showdata: song 2 has another name in in/opera.logdata: "Two", there "Other"')
+
+    def test_names_songs_of_another_length(self):
+        self.encrypt("in/opera.logdata", legacy_log(legacy_song_log("2", "Two").replace(b"\x80\x07", b"\x81\x07")))
+        self.assertEqual(self.said("up", "in/opera.showdata", "-o", "out")[0],
+                         "in/opera.showdata: song 2 has another length in in/opera.logdata: 1920 ticks, there 1921")
+
+    def test_refuses_one_companion_for_many_inputs(self):
+        self.refuse("up", "in", "--out-dir", "out", "--companion", "in/opera.logdata", code=USAGE,
+                    message="command line: --companion is for one input, and there are 2; give --companions DIR")
+
+
+class OutputsTest(FolderTest):
+    def test_wants_exactly_one_kind_of_output(self):
+        message = "command line: the outputs are not named; give one of -o, --out-dir and --in-place"
+        for options in ((), ("-o", "out", "--in-place"), ("--in-place", "--out-dir", "out")):
+            self.refuse("up", "in/opera.showdata", *options, code=USAGE, message=message)
+        self.refuse("up", "in", "-o", "out", code=USAGE,
+                    message="command line: -o is for one input, and there are 2; give --out-dir or --in-place")
+        self.refuse("up", "-", "--in-place", code=USAGE, message="command line: standard input has no name; give -o")
+        for option in ("--force", "--skip-existing"):
+            self.refuse("up", "in", "--in-place", option, code=USAGE,
+                        message="command line: --in-place keeps the old files beside the new ones; leave out --force and "
+                                "--skip-existing")
+        self.refuse("up", "in", "--out-dir", "out", "--force", "--skip-existing", code=USAGE,
+                    message="command line: --force and --skip-existing contradict each other; give one of them")
+
+    def test_refuses_one_output_for_two_inputs(self):
+        self.encrypt("opera.showdata", legacy_show(legacy_song("2", "Two")))
+        self.refuse("up", "in/opera.showdata", "opera.showdata", "--out-dir", "out", code=USAGE,
+                    message="command line: in/opera.showdata and opera.showdata have the same output "
+                            "out/opera.showdata; name their folder instead, or convert them one after the other")
+
+    def test_never_writes_over_another_input(self):
+        self.refuse("up", "in/opera.showdata", "in/opera.logdata", "--out-dir", "in", "--force", code=REFUSED,
+                    message="in/opera.showdata: is an input as well; give another output")
+
+    def test_passes_over_outputs_that_exist(self):
+        os.mkdir(self.path("out"))
+        self.write("out/opera.logdata", "there")
+        said = self.said("up", "in", "--out-dir", "out", code=PART_FAILED)
+        self.assertEqual(said[-1], "out/opera.logdata: exists; give --force to replace it, or another output")
+        os.remove(self.path("out/opera.showdata"))
+        said = self.said("up", "in", "--out-dir", "out", "--skip-existing")
+        self.assertEqual([said[0], said[-1]], ["out/opera.logdata: exists and is passed over",
+                                               "2 files: 1 done, 1 skipped, 0 failed"])
+        self.assertEqual(self.read("out/opera.logdata"), b"there")
+
+    def test_writes_nothing_in_a_dry_run(self):
+        before = self.files()
+        for output in (("--out-dir", "out"), ("--in-place",)):
+            self.assertEqual(self.said("up", "in", "-n", *output)[-1], "2 files: 2 would be done, 0 failed")
+        self.assertEqual(self.files(), before)
+        self.assertFalse(os.path.exists(self.path("out")))
+
+    def test_keeps_the_old_file_in_place(self):
+        old = self.read("in/opera.showdata")
+        os.chmod(self.path("in/opera.showdata"), 0o640)
+        self.run_tool("up", "in/opera.showdata", "--in-place")
+        self.assertEqual(self.read("in/opera.showdata.~1~"), old)
+        new = self.read("in/opera.showdata")
+        self.assertNotEqual(new, old)
+        self.assertEqual(os.stat(self.path("in/opera.showdata")).st_mode & 0o777, 0o640)
+        self.run_tool("down", "in/opera.showdata", "--in-place")
+        self.assertEqual(self.read("in/opera.showdata.~2~"), new)
+        self.assertEqual(self.read("in/opera.showdata"), old)
+
+    def test_leaves_what_is_current_in_place(self):
+        self.run_tool("up", "in", "--in-place")
+        before = self.files()
+        self.assertEqual(self.said("up", "in", "--in-place"), [
+            "in/opera.logdata: is of version 1.2 already", "in/opera.showdata: is of version 1.2 already",
+            "2 files: 0 done, 2 already current, 0 failed"])
+        self.assertEqual(self.files(), before)
+
+    def test_follows_a_link_in_place(self):
+        os.symlink("in/opera.showdata", self.path("link"))
+        old = self.read("link")
+        self.run_tool("up", "link", "--in-place", "--companion", "in/opera.logdata")
+        self.assertTrue(os.path.islink(self.path("link")))
+        self.assertEqual(self.read("in/opera.showdata.~1~"), old)
+
+    def test_removes_what_killed_runs_have_left(self):
+        os.makedirs(self.path("out/.zuna-0123456789abcdef.tmp"))
+        self.write("out/.zuna-0123456789abcdef.tmp/new-0", "left")
+        self.run_tool("up", "in", "--out-dir", "out")
+        self.assertEqual(self.written("out"), ["out/opera.logdata", "out/opera.showdata"])
+        self.assertEqual(sorted(os.listdir(self.path("out"))), ["opera.logdata", "opera.showdata"])
+
+    def test_leaves_an_old_file_that_was_replaced(self):
+        os.makedirs(self.path("out/.zuna-0123456789abcdef.tmp"))
+        self.write("out/.zuna-0123456789abcdef.tmp/old-0", "the only copy")
+        self.run_tool("up", "in", "--out-dir", "out")
+        self.assertIn("out/.zuna-0123456789abcdef.tmp/old-0", self.files())
+
+
+class LossTest(FolderTest):
+    def setUp(self):
+        super().setUp()
+        self.run_tool("up", "in", "--out-dir", "new")
+
+    def test_tells_losses_by_kind(self):
+        self.assertEqual(self.said("down", "new", "--out-dir", "out", "-q"), [
+            "new/opera.logdata: format 0.0 does not keep 1 division (song 2: 480; up takes it from the show)",
+            'new/opera.showdata: format 0.0 does not keep 1 show name ("My Show"; up takes it from the log)'])
+        self.assertEqual(self.said("down", "new", "--out-dir", "out2")[-1], "2 files: 2 done (2 with losses), 0 failed")
+
+    def test_refuses_losses_where_asked(self):
+        self.refuse("down", "new/opera.showdata", "-o", "out", "--fail-on", "loss", code=REFUSED,
+                    message="new/opera.showdata: would lose something (show-name-dropped); give --accept "
+                            "show-name-dropped to let it go, or leave out --fail-on")
+        self.run_tool("down", "new", "--out-dir", "out", "--fail-on", "loss", "--accept",
+                      "show-name-dropped,division-dropped")
+        self.assertEqual(self.written("out"), ["out/opera.logdata", "out/opera.showdata"])
+
+
+class ReportTest(FolderTest):
+    def lines(self):
+        return [json.loads(line) for line in self.read("report").splitlines()]
+
+    def test_has_a_line_for_each_input(self):
+        self.write("in/bad.showdata", "bad")
+        self.run_tool("up", "in", "--out-dir", "out", "--report", "report", code=PART_FAILED)
+        bad, log, show = self.lines()
+        self.assertEqual((bad["path"], bad["status"], bad["exitCode"], bad["error"]["code"]),
+                         ("in/bad.showdata", "failed", BAD_INPUT, "not-encrypted"))
+        self.assertEqual(bad["error"]["remedy"], "give an encrypted show or log file")
+        self.assertEqual((log["status"], log["options"], log["companion"], log["losses"]),
+                         ("done", "up --to 1.2", "in/opera.showdata", []))
+        self.assertEqual((show["output"], show["exitCode"]), ("out/opera.showdata", 0))
+        sums = subprocess.run(["sha256sum", "in/opera.showdata"], cwd=self.folder, check=True, capture_output=True)
+        self.assertEqual(show["digest"], sums.stdout.decode().split()[0])
+
+    def test_has_every_loss(self):
+        self.run_tool("up", "in", "--out-dir", "new")
+        self.run_tool("down", "new/opera.showdata", "-o", "out", "--report", "report")
+        loss = self.lines()[0]["losses"][0]
+        self.assertEqual((loss["code"], loss["before"], loss["count"]), ("show-name-dropped", "My Show", 1))
+
+    def resume(self, **options):
+        return self.said("up", "in", "-r", "--out-dir", "out", "--report", "report", "--resume", **options)
+
+    def test_is_resumed_without_doing_anything_twice(self):
+        self.write("in/bad.showdata", "bad")
+        self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report", code=PART_FAILED)
+        before = self.files()
+        self.assertEqual(self.resume(code=PART_FAILED)[-2], "5 files: 0 done, 4 skipped, 1 failed")
+        after = self.files()
+        self.assertEqual({name: after[name] for name in before if name != "report"},
+                         {name: before[name] for name in before if name != "report"})
+        self.assertEqual(len(self.lines()), 6)  # the failure again, and nothing else
+
+    def test_does_again_what_has_changed(self):
+        self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report")
+        os.remove(self.path("out/below/gala.showdata"))
+        self.encrypt("in/opera.logdata", legacy_log(legacy_song_log("2", "Two"), show_name="New"))
+        os.remove(self.path("out/opera.logdata"))
+        os.remove(self.path("out/opera.showdata"))
+        self.assertEqual(self.resume()[-1], "4 files: 3 done, 1 skipped, 0 failed")
+
+    def test_knows_what_was_written_and_not_reported(self):
+        self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report")
+        lines = self.read("report").splitlines(keepends=True)
+        self.write("report", b"".join(lines[:2]) + lines[2][:100])
+        self.assertEqual(self.resume()[-1], "4 files: 2 done, 2 skipped, 0 failed")
+        self.write("out/opera.logdata", "another")
+        self.write("report", b"")
+        self.assertEqual(self.resume(code=PART_FAILED)[-1],
+                         "out/opera.logdata: exists; give --force to replace it, or another output")
+
+    def test_is_needed_to_resume(self):
+        self.refuse("up", "in", "--out-dir", "out", "--resume", code=USAGE,
+                    message="command line: --resume needs the report to resume; give --report FILE")
+
+    def test_is_no_reason_to_write_without_it(self):
+        done = self.run_tool("up", "in", "--out-dir", "out", "--report", "no/report", code=IO)
+        self.assertRegex(done.stderr, b"^zuna-convert: no/report: cannot be written: ")
+        self.assertEqual(self.written("out"), [])
+
+
+class InterruptTest(FolderTest):
+    def test_finishes_files_that_are_begun(self):
+        show = legacy_show(*(legacy_song(str(i), "Song") for i in range(200)))
+        for i in range(300):
+            self.encrypt(f"in/{i}.showdata", show) if i == 0 else self.write(f"in/{i}.showdata", self.read("in/0.showdata"))
+        with subprocess.Popen([TOOL, "up", "in", "--out-dir", "out", "--show-name", "X", "--report", "report", "-j", "2"],
+                              cwd=self.folder, env=self.environment, stderr=subprocess.PIPE) as process:
+            while not os.path.exists(self.path("report")) or not self.read("report"):
+                time.sleep(0.01)
+            process.send_signal(2)
+            said = process.stderr.read().decode()
+            self.assertEqual(process.wait(timeout=60), INTERRUPTED, said)
+        self.assertRegex(said, r"302 files: \d+ done, 0 failed, \d+ not begun\nzuna-convert: interrupted\n$")
+        finished = [json.loads(line)["output"] for line in self.read("report").splitlines()]
+        self.assertEqual(sorted(finished), self.written("out"))
+        self.assertLess(len(finished), 302)
+
+
+if __name__ == "__main__":
+    unittest.main()

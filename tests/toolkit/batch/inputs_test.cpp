@@ -1,0 +1,121 @@
+#include "toolkit/batch/inputs.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+
+#include "tests/support/temporary_folder.h"
+
+namespace zuna_toolkit {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using zuna_test::TemporaryFolder;
+
+std::vector<std::string> RelativePaths(const std::vector<Input>& inputs) {
+  std::vector<std::string> paths;
+  for (const Input& input : inputs) paths.push_back(input.relative);
+  return paths;
+}
+
+/// A folder with shows and logs, and with what is neither.
+class FindInputsTest : public testing::Test {
+ protected:
+  FindInputsTest() {
+    std::filesystem::create_directories(folder_.path() / "sub/deep");
+    std::filesystem::create_directories(folder_.path() / "folder.showdata");
+    for (const char* name : {"b.showdata", "a.logdata", ".h.showdata", "c.SHOWDATA", "d.showdata.~1~",
+                             "e.txt", "sub/x.showdata", "sub/deep/y.logdata", "folder.showdata/z.showdata"}) {
+      folder_.Put(name, "");
+    }
+    ::mkfifo((folder_ / "pipe.showdata").c_str(), 0600);
+    std::filesystem::create_symlink("b.showdata", folder_.path() / "link.showdata");
+    std::filesystem::create_symlink("pipe.showdata", folder_.path() / "link-to-pipe.showdata");
+    std::filesystem::create_symlink("gone", folder_.path() / "dangling.showdata");
+    std::filesystem::create_directory_symlink("..", folder_.path() / "sub/up");
+  }
+
+  std::vector<std::string> Found(const FolderSearch& search) const {
+    return RelativePaths(FindInputs({folder_.path().string()}, search));
+  }
+
+  TemporaryFolder folder_;
+};
+
+TEST_F(FindInputsTest, TakesShowsAndLogsOfAFolder) {
+  EXPECT_THAT(Found({}), ElementsAre("a.logdata", "b.showdata", "link.showdata"));
+  const std::vector<Input> inputs = FindInputs({folder_.path().string()}, {});
+  EXPECT_EQ(inputs[0].path, folder_ / "a.logdata");
+}
+
+TEST_F(FindInputsTest, TakesFoldersBelow) {
+  EXPECT_THAT(Found({true, ""}), ElementsAre("a.logdata", "b.showdata", "folder.showdata/z.showdata",
+                                             "link.showdata", "sub/deep/y.logdata", "sub/x.showdata"));
+}
+
+TEST_F(FindInputsTest, PassesOverAFolder) {
+  EXPECT_THAT(Found({true, (folder_.path() / "." / "sub").string()}),
+              ElementsAre("a.logdata", "b.showdata", "folder.showdata/z.showdata", "link.showdata"));
+}
+
+TEST_F(FindInputsTest, TakesEveryFileThatIsNamed) {
+  const std::vector<Input> inputs =
+      FindInputs({folder_ / "e.txt", "-", folder_ / "none", folder_ / "sub"}, {});
+  EXPECT_THAT(RelativePaths(inputs), ElementsAre("e.txt", "-", "none", "x.showdata"));
+  EXPECT_EQ(inputs[1].path, "-");
+}
+
+TEST_F(FindInputsTest, TakesAFolderThatCannotBeListed) {
+  const std::string closed = folder_ / "closed";
+  std::filesystem::create_directory(closed);
+  std::filesystem::permissions(closed, std::filesystem::perms::none);
+  if (::geteuid() == 0) GTEST_SKIP() << "the superuser lists every folder";
+  const std::vector<Input> inputs = FindInputs({closed}, {});
+  ASSERT_EQ(inputs.size(), 1U);
+  EXPECT_EQ(inputs[0].path, closed);
+}
+
+TEST(ShowOrLogName, EndsLikeAShowOrALogAndIsNotHidden) {
+  EXPECT_TRUE(IsShowOrLogName("a.showdata"));
+  EXPECT_TRUE(IsShowOrLogName("a b.logdata"));
+  for (const char* name :
+       {".a.showdata", ".showdata", "a.showdata~", "a.showdata.~1~", "showdata", "", "a.LOGDATA"}) {
+    EXPECT_FALSE(IsShowOrLogName(name)) << name;
+  }
+}
+
+TEST(OtherKindPath, HasTheSameStem) {
+  EXPECT_EQ(OtherKindPath("a/opera.showdata"), "a/opera.logdata");
+  EXPECT_EQ(OtherKindPath("a/opera.logdata"), "a/opera.showdata");
+  EXPECT_EQ(OtherKindPath("a.logdata/opera"), std::nullopt);
+  EXPECT_EQ(OtherKindPath("-"), std::nullopt);
+}
+
+// The hashes of the empty text, "a" and "foobar" are published with the algorithm.
+TEST(Shard, FollowsThePublishedHash) {
+  const auto shard_of = [](std::string_view path, std::uint64_t count) {
+    for (std::uint64_t index = 1; index <= count; ++index) {
+      if (IsInShard(path, {index, count})) return index - 1;
+    }
+    return count;
+  };
+  constexpr std::uint64_t kCount = 1000;
+  EXPECT_EQ(shard_of("", kCount), 0xcbf29ce484222325 % kCount);
+  EXPECT_EQ(shard_of("a", kCount), 0xaf63dc4c8601ec8c % kCount);
+  EXPECT_EQ(shard_of("foobar", kCount), 0x85944171f73967e8 % kCount);
+}
+
+TEST(Shard, HasEveryPathOnce) {
+  for (int i = 0; i < 1000; ++i) {
+    const std::string path = std::to_string(i) + ".showdata";
+    int shards = 0;
+    for (std::uint64_t index = 1; index <= 7; ++index) shards += IsInShard(path, {index, 7}) ? 1 : 0;
+    EXPECT_EQ(shards, 1);
+  }
+}
+
+}  // namespace
+}  // namespace zuna_toolkit

@@ -1,0 +1,109 @@
+// Finds the files that a command works on.
+#include "toolkit/batch/inputs.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <utility>
+
+#include "kit/error.h"
+#include "kit/path.h"
+
+namespace zuna_toolkit {
+
+namespace {
+
+constexpr std::array<std::string_view, 2> kExtensions = {".showdata", ".logdata"};
+
+bool IsFolder(const std::string& path) {
+  std::error_code ignored;  // What cannot be looked at is reported when it is opened.
+  return std::filesystem::is_directory(path, ignored);
+}
+
+bool IsSame(const std::string& a, const std::string& b) {
+  std::error_code ignored;
+  return std::filesystem::equivalent(a, b, ignored);
+}
+
+/// Whether there is a regular file, or what is there cannot be looked at: opening it tells why.
+bool MayBeFile(const std::filesystem::file_status& status) {
+  return std::filesystem::is_regular_file(status) || status.type() == std::filesystem::file_type::none;
+}
+
+class Search {
+ public:
+  explicit Search(const FolderSearch& options) : options_(options) {}
+
+  void Add(const std::string& path) {
+    if (IsFolder(path)) {
+      AddFolder(path, "");
+    } else {
+      found_.push_back({path, std::filesystem::path(path).filename().string()});
+    }
+  }
+
+  std::vector<Input> Take() { return std::move(found_); }
+
+ private:
+  void AddFolder(const std::string& path, const std::string& relative) {
+    if (!options_.passed_over.empty() && IsSame(path, options_.passed_over)) return;
+    std::vector<std::string> names;
+    try {
+      names = kit::listdir(path);
+    } catch (const kit::IoError&) {
+      found_.push_back({path, relative});
+      return;
+    }
+    for (const std::string& name : names) {
+      if (name.starts_with('.')) continue;
+      AddEntry({kit::path::Join(path, name), kit::path::Join(relative, name)}, name);
+    }
+  }
+
+  void AddEntry(Input entry, const std::string& name) {
+    std::error_code ignored;
+    const auto status = std::filesystem::status(entry.path, ignored);
+    if (std::filesystem::is_directory(status)) {
+      if (options_.recursive && !std::filesystem::is_symlink(entry.path, ignored)) {
+        AddFolder(entry.path, entry.relative);
+      }
+    } else if (IsShowOrLogName(name) && MayBeFile(status)) {
+      found_.push_back(std::move(entry));
+    }
+  }
+
+  const FolderSearch& options_;
+  std::vector<Input> found_;
+};
+
+}  // namespace
+
+std::vector<Input> FindInputs(const std::vector<std::string>& paths, const FolderSearch& search) {
+  Search found(search);
+  for (const std::string& path : paths) found.Add(path);
+  return found.Take();
+}
+
+bool IsShowOrLogName(std::string_view name) {
+  return !name.starts_with('.') &&
+         std::any_of(kExtensions.begin(), kExtensions.end(),
+                     [&](std::string_view extension) { return name.ends_with(extension); });
+}
+
+std::optional<std::string> OtherKindPath(const std::string& path) {
+  for (const auto& [from, to] :
+       {std::pair(kExtensions[0], kExtensions[1]), {kExtensions[1], kExtensions[0]}}) {
+    if (path.ends_with(from)) return path.substr(0, path.size() - from.size()) + std::string(to);
+  }
+  return std::nullopt;
+}
+
+bool IsInShard(std::string_view path, const Shard& shard) {
+  constexpr std::uint64_t kOffsetBasis = 0xcbf29ce484222325;
+  constexpr std::uint64_t kPrime = 0x100000001b3;
+  std::uint64_t hash = kOffsetBasis;
+  for (const char byte : path) hash = (hash ^ static_cast<std::uint8_t>(byte)) * kPrime;
+  return hash % shard.count == shard.index - 1;
+}
+
+}  // namespace zuna_toolkit
