@@ -27,7 +27,9 @@ bool IsSame(const std::string& a, const std::string& b) {
 
 /// Whether there is a regular file, or what is there cannot be looked at: opening it tells why.
 bool MayBeFile(const std::filesystem::file_status& status) {
-  return std::filesystem::is_regular_file(status) || status.type() == std::filesystem::file_type::none;
+  using std::filesystem::file_type;
+  return status.type() == file_type::regular || status.type() == file_type::none ||
+         status.type() == file_type::unknown;
 }
 
 class Search {

@@ -40,7 +40,7 @@ ZUNA_API std::optional<std::string> OtherKindPath(const std::string& path);
 /// One of `count` equal parts of a list of paths.
 struct Shard {
   std::uint64_t index = 1;  ///< from 1 to count
-  std::uint64_t count = 1;
+  std::uint64_t count = 1;  ///< how many there are
 };
 
 /// Whether `path` falls to `shard`: by its FNV-1a hash of 64 bits (Fowler, Noll and Vo), modulo the count.
