@@ -7,6 +7,8 @@ namespace zuna_cli {
 
 namespace {
 
+std::string CheckFailOn(const std::string& text) { return text == "loss" ? "" : "its value is loss"; }
+
 void RequireReport(const ConversionOptions& options) {
   if (!options.resume || !options.report.empty()) return;
   throw Failure(ErrorCode::kUsage, "command line", "--resume needs the report to resume",
@@ -32,7 +34,7 @@ CLI::App* AddConversionCommand(CLI::App& app, Context& context, const std::strin
           "--fail-on", [&options](const std::string&) { options.fail_on_loss = true; },
           "loss: write nothing that loses anything")
       ->type_name("loss")
-      ->check(CLI::IsMember({"loss"}));
+      ->check(CLI::Validator(CheckFailOn, ""));
   command->add_option("--accept", options.accepted, "Codes of losses that --fail-on lets through")
       ->type_name("CODE,...")
       ->delimiter(',')

@@ -7,6 +7,7 @@
 #include <set>
 #include <utility>
 
+#include "cli/batch/finished_work.h"
 #include "cli/batch/report.h"
 #include "cli/batch/runner.h"
 #include "cli/batch/verification.h"
@@ -43,7 +44,7 @@ class Converter {
   Converter(const ConversionOptions& options, const Context& context, const Conversion& conversion,
             const Keys& keys)
       : options_(options), context_(context), conversion_(conversion), keys_(keys) {
-    if (options.resume) finished_ = FinishedMarks(options.report);
+    if (options.resume) finished_ = FinishedWork(options.report);
   }
 
   /// What it throws is a lack of memory or an interrupt.
@@ -81,10 +82,9 @@ class Converter {
     Bytes bytes = ReadInput(job.input.path, zuna_toolkit::kMaxFileSize);
     if (HasReport()) {
       line.digest = zuna_sec::Sha256Text(bytes);
-      line.finished = Mark(job, line);
-      if ((exists || options_.outputs.in_place) && finished_.contains(line.finished)) {
+      line.companion = CompanionOf(job);
+      if (IsFinished(job, exists, line))
         return Passed(job.input.path, "is finished, as the report says", line);
-      }
     }
     auto [file, key] = DecryptInput(bytes, InputName(job.input.path), keys_);
     bytes = {};
@@ -130,9 +130,8 @@ class Converter {
       result.outcome.status = Status::kCurrent;
       Say(result.outcome, document->name(),
           "is of version " + cmn::VersionText(document->type().version) + " already" +
-              (options_.outputs.in_place ? "" : ", and is written as it is"));
+              (options_.outputs.in_place || options_.outputs.dry_run ? "" : ", and is written as it is"));
     } else {
-      line.companion = converted->companion;
       const Losses losses(*document, converted->document, HasReport());
       RequireAccepted(losses, document->name());
       Tell(*converted, *document, losses, result.outcome);
@@ -141,6 +140,9 @@ class Converter {
     }
     if (converted || !options_.outputs.in_place) {
       result.bytes = Seal(*document, key, OutputName(job.output));
+      if (HasReport() && !options_.outputs.dry_run) {
+        line.finished = FinishedMark(line, zuna_sec::Sha256Text(*result.bytes));
+      }
       if (context_.LacksKey(key)) Say(result.outcome, OutputName(job.output), kEmptyKeyNote);
     }
     if (HasReport()) result.outcome.report = ReportJson(line, result.outcome.status, nullptr);
@@ -188,39 +190,33 @@ class Converter {
     Outcome outcome;
     outcome.status = Status::kSkipped;
     Say(outcome, name, text);
-    const bool is_reported = finished_.contains(line.finished);
+    const bool is_reported = finished_.Contains(line.finished);
     if (HasReport() && !is_reported) outcome.report = ReportJson(line, outcome.status, nullptr);
     return outcome;
   }
 
-  /// Tells finished work from all other work: by the options, the contents and the output.
-  std::string Mark(const Job& job, const ReportLine& line) const {
-    std::string all = line.options + '\0' + line.path + '\0' + line.digest + '\0' + line.output + '\0';
-    const auto companion = conversion_.companion_path ? conversion_.companion_path(job.input) : std::nullopt;
-    if (companion && Exists(*companion)) {
-      const auto content = kit::ReadRegularFile(*companion, zuna_toolkit::kMaxFileSize);
-      if (content) all += zuna_sec::Sha256Text(content->bytes());
-    }
-    return zuna_sec::Sha256Text({reinterpret_cast<const std::uint8_t*>(all.data()), all.size()});
+  /// Whether the report has this input as finished, and what was written then is there.
+  bool IsFinished(const Job& job, bool exists, ReportLine& line) const {
+    if (finished_.empty() || (!exists && !options_.outputs.in_place)) return false;
+    const Bytes output = ReadInput(job.output, zuna_toolkit::kMaxFileSize);
+    const std::string mark = FinishedMark(line, zuna_sec::Sha256Text(output));
+    if (!finished_.Contains(mark)) return false;
+    line.finished = mark;
+    return true;
+  }
+
+  /// The companion that is there; empty for none.
+  std::string CompanionOf(const Job& job) const {
+    const auto path = conversion_.companion_path ? conversion_.companion_path(job.input) : std::nullopt;
+    return path && Exists(*path) ? *path : "";
   }
 
   const ConversionOptions& options_;
   const Context& context_;
   const Conversion& conversion_;
   const Keys& keys_;
-  std::set<std::string, std::less<>> finished_;
+  FinishedWork finished_;
 };
-
-/// Removes what runs that were killed have left beside the outputs.
-void CleanFolders(const std::vector<Job>& jobs) {
-  std::set<std::string> folders;
-  for (const Job& job : jobs) {
-    if (job.output != kStandardStream) {
-      folders.insert(std::filesystem::path(job.output).parent_path().string());
-    }
-  }
-  for (const std::string& folder : folders) kit::RemoveLeftovers(folder.empty() ? "." : folder);
-}
 
 }  // namespace
 
@@ -232,7 +228,7 @@ void ConvertAll(const ConversionOptions& options, Context& context, const Conver
   const Converter converter(options, context, conversion, keys);
   const std::unique_ptr<Report> report =
       options.report.empty() ? nullptr : std::make_unique<Report>(options.report);
-  if (!options.outputs.dry_run) CleanFolders(jobs);
+  if (!options.outputs.dry_run) RemoveLeftovers(jobs);
   Batch batch;
   batch.work = [&](std::size_t number) { return converter(jobs[number]); };
   batch.take = [&](const Outcome& outcome) {

@@ -41,6 +41,8 @@ std::string CheckWorkers(const std::string& text) {
   return number && *number > 0 && *number <= kMost ? "" : "the number of workers is 1 to 1024";
 }
 
+std::string CheckProgress(const std::string& text) { return text == "json" ? "" : "its value is json"; }
+
 /// The paths of the list, without empty ones.
 std::vector<std::string> ReadList(const InputOptions& options) {
   const std::vector<std::uint8_t> bytes = ReadInput(options.files_from, kMaxList);
@@ -97,7 +99,7 @@ void AddInputs(CLI::App& command, InputOptions& options) {
           "--progress", [&options](const std::string&) { options.progress = ProgressForm::kJson; },
           "json: tell the progress on standard error as lines of JSON")
       ->type_name("json")
-      ->check(CLI::IsMember({"json"}));
+      ->check(CLI::Validator(CheckProgress, ""));
 }
 
 std::vector<zuna_toolkit::Input> CollectInputs(const InputOptions& options, const Context& context,

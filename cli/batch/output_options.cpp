@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "cli/terminal/standard_streams.h"
+#include "kit/file.h"
 #include "kit/path.h"
 
 namespace zuna_cli {
@@ -116,6 +117,16 @@ void MakeFolderOf(const std::string& output) {
   if (!error) return;
   throw Failure(ErrorCode::kIo, folder.string(), "cannot be made: " + error.message(),
                 "check the path and its permissions");
+}
+
+void RemoveLeftovers(const std::vector<Job>& jobs) {
+  std::set<std::string> folders;
+  for (const Job& job : jobs) {
+    if (job.output != kStandardStream) {
+      folders.insert(std::filesystem::path(job.output).parent_path().string());
+    }
+  }
+  for (const std::string& folder : folders) kit::RemoveLeftovers(folder.empty() ? "." : folder);
 }
 
 }  // namespace zuna_cli

@@ -34,6 +34,9 @@ struct Job {
 /// another input.
 std::vector<Job> PlanOutputs(const std::vector<zuna_toolkit::Input>& inputs, const OutputOptions& options);
 
+/// Removes what runs that were killed have left beside the outputs.
+void RemoveLeftovers(const std::vector<Job>& jobs);
+
 /// Makes the folder of an output. Throws Failure (kIo).
 void MakeFolderOf(const std::string& output);
 

@@ -1,28 +1,25 @@
-// The report of a command: written line by line, and searched for finished work.
+// The report of a command, written line by line.
 #include "cli/batch/report.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
-#include <filesystem>
 #include <new>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
-#include "cli/shared/input.h"
 #include "cli/shared/json_text.h"
 #include "cli/terminal/text.h"
-#include "toolkit/words.h"
 
 namespace zuna_cli {
 
 namespace {
 
-constexpr std::string_view kMarkKey = "\"finished\"";
-constexpr std::size_t kMarkSize = 64;                     // digits
-constexpr std::size_t kMaxReport = std::size_t{1} << 32;  // bytes
+constexpr std::string_view kBegin = "{\"schemaVersion\"";
 
 std::string_view StatusText(Status status) {
   switch (status) {
@@ -46,16 +43,6 @@ std::string TextOrNull(const std::string& text) { return text.empty() ? "null" :
                 "check the path and whether there is space");
 }
 
-/// The value of the key at `position` in a line, where it is a mark.
-std::string_view MarkAt(std::string_view line, std::size_t position) {
-  line.remove_prefix(position + kMarkKey.size());
-  const std::size_t begin = line.find_first_not_of(" :\"");
-  if (begin == std::string_view::npos) return {};
-  line.remove_prefix(begin);
-  const bool is_whole = line.size() > kMarkSize && line[kMarkSize] == '"';
-  return is_whole ? line.substr(0, kMarkSize) : std::string_view();
-}
-
 }  // namespace
 
 std::string ReportJson(const ReportLine& line, Status status, const Failure* failure) {
@@ -68,7 +55,7 @@ std::string ReportJson(const ReportLine& line, Status status, const Failure* fai
   if (failure != nullptr) json += ", \"error\": " + FailureJson(*failure);
   json += ", \"losses\": [" + line.losses + "]";
   if (failure == nullptr && !line.finished.empty()) {
-    json += ", " + std::string(kMarkKey) + ": \"" + line.finished + '"';
+    json += ", " + std::string(kFinishedKey) + ": \"" + line.finished + '"';
   }
   return json + "}\n";
 }
@@ -95,10 +82,17 @@ Report::Report(const std::string& path) : path_(path) {
   } while (file_ < 0 && errno == EINTR);
   if (file_ < 0) ThrowUnwritten(path, errno);
   struct stat status {};
+  if (::fstat(file_, &status) != 0 || !S_ISREG(status.st_mode) || status.st_size == 0) return;
+  std::array<char, kBegin.size()> begin{};
+  const ssize_t size = ::pread(file_, begin.data(), begin.size(), 0);
+  if (size < 0 || !kBegin.starts_with({begin.data(), static_cast<std::size_t>(size)})) {
+    ::close(std::exchange(file_, -1));
+    throw Failure(ErrorCode::kOutputExists, path, "exists and is no report", "give another file to --report");
+  }
   char last = '\n';
-  const bool has_end = ::fstat(file_, &status) == 0 && S_ISREG(status.st_mode) && status.st_size > 0 &&
-                       ::pread(file_, &last, 1, status.st_size - 1) == 1;
-  if (has_end && last != '\n') Add("\n");  // The line before was cut off when the program was killed.
+  if (::pread(file_, &last, 1, status.st_size - 1) == 1 && last != '\n') {
+    Add("\n");  // The line before was cut off when the program was killed.
+  }
 }
 
 Report::~Report() {
@@ -113,20 +107,6 @@ void Report::Add(const std::string& line) {
     if (count < 0) ThrowUnwritten(path_, errno);
     rest.remove_prefix(static_cast<std::size_t>(count));
   }
-}
-
-std::set<std::string, std::less<>> FinishedMarks(const std::string& path) {
-  std::set<std::string, std::less<>> marks;
-  std::error_code ignored;
-  if (!std::filesystem::exists(path, ignored)) return marks;
-  const std::vector<std::uint8_t> bytes = ReadInput(path, kMaxReport);
-  const std::string_view text = zuna_toolkit::AsText(bytes);
-  // A key is followed by a quotation mark that no text of JSON has inside: there it would be escaped.
-  for (std::size_t at = text.find(kMarkKey); at != std::string_view::npos; at = text.find(kMarkKey, at + 1)) {
-    const std::string_view mark = MarkAt(text, at);
-    if (!mark.empty()) marks.emplace(mark);
-  }
-  return marks;
 }
 
 }  // namespace zuna_cli

@@ -1,13 +1,16 @@
-// The report: a line of JSON for each finished input, and what --resume learns from it.
+// The report: a line of JSON for each finished input.
 #pragma once
 
 #include <functional>
-#include <set>
 #include <string>
+#include <string_view>
 
 #include "cli/batch/outcome.h"
 
 namespace zuna_cli {
+
+/// The key of the mark by which finished work is known again (finished_work.h).
+inline constexpr std::string_view kFinishedKey = "\"finished\"";
 
 /// What a line of the report tells.
 struct ReportLine {
@@ -32,7 +35,7 @@ class Report {
  public:
   /// None: nothing is written.
   Report() = default;
-  /// Opens the file at `path`, or makes it. Throws kit::IoError.
+  /// Opens the report at `path`, or makes it. Throws Failure (kIo), and (kOutputExists) for another file.
   explicit Report(const std::string& path);
   Report(const Report&) = delete;
   Report& operator=(const Report&) = delete;
@@ -47,9 +50,5 @@ class Report {
   std::string path_;
   int file_ = -1;
 };
-
-/// The marks of finished work in the report at `path`; none where there is no file. A line that was cut off
-/// has none. Throws kit::IoError.
-std::set<std::string, std::less<>> FinishedMarks(const std::string& path);
 
 }  // namespace zuna_cli

@@ -35,7 +35,7 @@ Converted UpLegacy(const Document& legacy, const Input& input, const Options& op
   FoundCompanion found = FindCompanion(legacy, input, options.companions, keys);
   return {zuna_toolkit::Up(legacy, found.companion, options.version),
           VersionsText(legacy, options.version) + TakenText(found, legacy.type().is_log()),
-          std::move(found.notes), std::move(found.path)};
+          std::move(found.notes)};
 }
 
 std::optional<Converted> UpOne(const Document& document, const Input& input, const Options& options,
@@ -44,7 +44,8 @@ std::optional<Converted> UpOne(const Document& document, const Input& input, con
   if (document.type().is_legacy()) return UpLegacy(document, input, options, keys);
   if (document.type().version == options.version) return std::nullopt;
   return Converted{
-      zuna_toolkit::Convert(document, options.version), VersionsText(document, options.version), {}, ""};
+      zuna_toolkit::Convert(document, options.version), VersionsText(document, options.version),
+                   {}};
 }
 
 /// What changes the result, for the report.

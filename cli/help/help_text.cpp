@@ -27,7 +27,7 @@ struct Meaning {
 
 constexpr auto kExitCodes = std::to_array<Meaning>({
     {"0", "done"},
-    {"1", "negative answer: there is no such song or code"},
+    {"1", "negative answer: no such song or code, or check found an error"},
     {"2", "wrong usage"},
     {"3", "refused, such as replacing a file without --force"},
     {"4", "bad or unsupported input"},

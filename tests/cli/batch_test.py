@@ -315,6 +315,34 @@ class ReportTest(FolderTest):
         self.assertEqual(self.resume(code=PART_FAILED)[-1],
                          "out/opera.logdata: exists; give --force to replace it, or another output")
 
+    def test_does_again_what_is_not_there_as_it_was_written(self):
+        self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report")
+        self.write("out/opera.logdata", "")
+        self.assertEqual(self.resume(code=PART_FAILED)[-1],
+                         "out/opera.logdata: exists; give --force to replace it, or another output")
+        self.run_tool("up", "in", "--in-place", "--report", "place")
+        os.rename(self.path("in/opera.showdata.~1~"), self.path("in/opera.showdata"))
+        said = self.said("up", "in", "--in-place", "--report", "place", "--resume")
+        self.assertEqual(said[-1], "2 files: 1 done, 1 already current, 0 failed")
+
+    def test_takes_nothing_for_finished_that_was_not_written(self):
+        self.run_tool("up", "in", "--in-place", "-n", "--report", "report")
+        self.assertNotIn(b"finished", self.read("report"))
+        said = self.said("up", "in", "--in-place", "--report", "report", "--resume")
+        self.assertEqual(said[-1], "2 files: 2 done, 0 failed")
+
+    def test_is_no_other_file(self):
+        before = self.read("new.showdata")
+        self.refuse("up", "in", "--out-dir", "out", "--report", "new.showdata", code=REFUSED,
+                    message="new.showdata: exists and is no report; give another file to --report")
+        self.assertEqual(self.read("new.showdata"), before)
+
+    def test_names_the_companion_of_a_failure(self):
+        self.write("in/opera.logdata", self.read("in/opera.logdata")[:-1])
+        self.run_tool("up", "in/opera.showdata", "-o", "out", "--report", "report", code=BAD_INPUT)
+        line = self.lines()[0]
+        self.assertEqual((line["companion"], line["error"]["code"]), ("in/opera.logdata", "cut-off"))
+
     def test_is_needed_to_resume(self):
         self.refuse("up", "in", "--out-dir", "out", "--resume", code=USAGE,
                     message="command line: --resume needs the report to resume; give --report FILE")
