@@ -16,7 +16,8 @@ std::optional<Converted> ConvertOne(const zuna_toolkit::Document& document, cons
   RequireTarget(document.type().kind, version);
   if (document.type().version == version) return std::nullopt;
   return Converted{zuna_toolkit::Convert(document, version),
-                   cmn::VersionText(document.type().version) + " -> " + cmn::VersionText(version), {}};
+                   cmn::VersionText(document.type().version) + " -> " + cmn::VersionText(version),
+                   {}};
 }
 
 void Run(const Options& options, Context& context) {

@@ -44,8 +44,7 @@ std::optional<Converted> UpOne(const Document& document, const Input& input, con
   if (document.type().is_legacy()) return UpLegacy(document, input, options, keys);
   if (document.type().version == options.version) return std::nullopt;
   return Converted{
-      zuna_toolkit::Convert(document, options.version), VersionsText(document, options.version),
-                   {}};
+      zuna_toolkit::Convert(document, options.version), VersionsText(document, options.version), {}};
 }
 
 /// What changes the result, for the report.

@@ -25,11 +25,12 @@ bool IsSame(const std::string& a, const std::string& b) {
   return std::filesystem::equivalent(a, b, ignored);
 }
 
-/// Whether there is a regular file, or what is there cannot be looked at: opening it tells why.
+/// Whether it is a regular file, or nothing that is known to be something else: opening it tells why.
 bool MayBeFile(const std::filesystem::file_status& status) {
   using std::filesystem::file_type;
-  return status.type() == file_type::regular || status.type() == file_type::none ||
-         status.type() == file_type::unknown;
+  const file_type type = status.type();
+  return type == file_type::regular || type == file_type::none || type == file_type::not_found ||
+         type == file_type::unknown;
 }
 
 class Search {

@@ -26,7 +26,8 @@ struct FolderSearch {
 
 /// All inputs in the order of `paths`; the files of a folder byte by byte in the order of their names. What a
 /// folder holds is an input where its name is that of a show or a log (IsShowOrLogName()) and it is a regular
-/// file, or a link to one. A folder that cannot be listed is an input itself: opening it tells why.
+/// file, a link to one, or cannot be looked at. A folder that cannot be listed is an input itself: opening it
+/// tells why.
 ZUNA_API std::vector<Input> FindInputs(const std::vector<std::string>& paths, const FolderSearch& search);
 
 /// Whether the file called `name` may be a show or a log: it ends in ".showdata" or ".logdata", and is not

@@ -46,19 +46,21 @@ class FindInputsTest : public testing::Test {
 };
 
 TEST_F(FindInputsTest, TakesShowsAndLogsOfAFolder) {
-  EXPECT_THAT(Found({}), ElementsAre("a.logdata", "b.showdata", "link.showdata"));
+  EXPECT_THAT(Found({}), ElementsAre("a.logdata", "b.showdata", "dangling.showdata", "link.showdata"));
   const std::vector<Input> inputs = FindInputs({folder_.path().string()}, {});
   EXPECT_EQ(inputs[0].path, folder_ / "a.logdata");
 }
 
 TEST_F(FindInputsTest, TakesFoldersBelow) {
-  EXPECT_THAT(Found({true, ""}), ElementsAre("a.logdata", "b.showdata", "folder.showdata/z.showdata",
-                                             "link.showdata", "sub/deep/y.logdata", "sub/x.showdata"));
+  EXPECT_THAT(Found({true, ""}),
+              ElementsAre("a.logdata", "b.showdata", "dangling.showdata", "folder.showdata/z.showdata",
+                          "link.showdata", "sub/deep/y.logdata", "sub/x.showdata"));
 }
 
 TEST_F(FindInputsTest, PassesOverAFolder) {
   EXPECT_THAT(Found({true, (folder_.path() / "." / "sub").string()}),
-              ElementsAre("a.logdata", "b.showdata", "folder.showdata/z.showdata", "link.showdata"));
+              ElementsAre("a.logdata", "b.showdata", "dangling.showdata", "folder.showdata/z.showdata",
+                          "link.showdata"));
 }
 
 TEST_F(FindInputsTest, TakesEveryFileThatIsNamed) {
