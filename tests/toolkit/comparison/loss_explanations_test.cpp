@@ -38,7 +38,7 @@ void AddRandomDocuments(Codes& codes) {
   }
 }
 
-/// What no random document has.
+/// What no random document has, or few have: how random numbers are spread is the standard library's choice.
 void AddOddDocuments(Codes& codes) {
   AddCodes({LegacyShow{{}, 1, 1, 1}, {}, "show"}, codes);
   zuna_midi::ShowData show;
@@ -54,6 +54,11 @@ void AddOddDocuments(Codes& codes) {
   song->timeline->meters = {{0, 4, 4, 24, 8}};
   show.AddSongData(song);
   AddCodes({show, {1, 2}, "show"}, codes);
+  CL::ChangeLog log;
+  const auto song_log = std::make_shared<CL::SongLog>("1", "Song", std::uint16_t{480}, 1920U);
+  song_log->caesuras->events.emplace_back(0U, "").second_word = 1;
+  log.AddSongLog(song_log);
+  AddCodes({log, {1, 2}, "log"}, codes);
 }
 
 Codes ExplainedCodes() {
