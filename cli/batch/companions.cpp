@@ -123,7 +123,7 @@ FoundCompanion FindCompanion(const Document& document, const Input& input, const
   const std::optional<std::string> path = CompanionPath(input, options);
   std::error_code ignored;
   const bool is_named = options.file.has_value();
-  if (!path || (!is_named && !std::filesystem::exists(*path, ignored))) ThrowMissing(document, path);
+  if (!path || (!is_named && !std::filesystem::is_regular_file(*path, ignored))) ThrowMissing(document, path);
   try {
     return ReadAndCheck(document, *path, options, keys);
   } catch (const std::bad_alloc&) {

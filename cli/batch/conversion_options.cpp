@@ -1,6 +1,4 @@
 // The options of the commands that make one file of each input.
-#include <algorithm>
-
 #include "cli/batch/conversions.h"
 
 namespace zuna_cli {

@@ -8,15 +8,15 @@
 #include <utility>
 
 #include "cli/batch/finished_work.h"
+#include "cli/batch/loss_policy.h"
 #include "cli/batch/report.h"
 #include "cli/batch/runner.h"
-#include "cli/batch/verification.h"
+#include "cli/batch/sealing.h"
 #include "cli/shared/document_text.h"
 #include "cli/shared/input.h"
 #include "cli/shared/loss_text.h"
 #include "cli/terminal/standard_streams.h"
 #include "kit/file.h"
-#include "toolkit/document/write.h"
 #include "toolkit/words.h"
 #include "zuna_sec/digest.h"
 
@@ -30,6 +30,12 @@ using Bytes = std::vector<std::uint8_t>;
 bool Exists(const std::string& path) {
   std::error_code ignored;
   return path != kStandardStream && std::filesystem::exists(path, ignored);
+}
+
+/// Whether the file at `path` has these bytes.
+bool Holds(const std::string& path, const Bytes& bytes) {
+  const auto content = kit::ReadRegularFile(path, zuna_toolkit::kMaxFileSize);
+  return content && std::equal(content->bytes().begin(), content->bytes().end(), bytes.begin(), bytes.end());
 }
 
 /// What the work on one input has made.
@@ -51,7 +57,7 @@ class Converter {
   Outcome operator()(const Job& job) const {
     ReportLine line;
     line.path = job.input.path;
-    line.options = conversion_.options;
+    line.options = conversion_.options + PolicyText(options_);
     line.output = job.output;
     try {
       return Convert(job, line);
@@ -87,12 +93,11 @@ class Converter {
         return Passed(job.input.path, "is finished, as the report says", line);
     }
     auto [file, key] = DecryptInput(bytes, InputName(job.input.path), keys_);
-    bytes = {};
-    Result result = Make(job, std::move(file), *key, line);
+    Result result = Make(job, std::move(file), *key, std::move(bytes), line);
     if (!result.bytes || options_.outputs.dry_run) return std::move(result.outcome);
     if (destination) {
       destination->Write(*result.bytes);
-    } else if (ReadInput(job.output, zuna_toolkit::kMaxFileSize) != *result.bytes) {
+    } else if (!Holds(job.output, *result.bytes)) {
       throw Failure(ErrorCode::kOutputExists, job.output, "exists",
                     "give --force to replace it, or another output");
     }
@@ -107,6 +112,7 @@ class Converter {
     if (conversion_.companion_path) {
       if (const auto companion = conversion_.companion_path(job.input)) inputs.push_back(*companion);
     }
+    if (HasReport()) inputs.push_back(options_.report);
     const Output output{job.output, options_.outputs.force || options_.outputs.in_place,
                         options_.outputs.in_place};
     if (options_.outputs.dry_run) {
@@ -122,28 +128,34 @@ class Converter {
     return zuna_toolkit::ReadDocument(file, conversion_.expected);
   }
 
-  Result Make(const Job& job, zuna_toolkit::OpenedFile&& file, const CipherKey& key, ReportLine& line) const {
+  /// `bytes` are those of the file.
+  Result Make(const Job& job, zuna_toolkit::OpenedFile&& file, const CipherKey& key, Bytes bytes,
+              ReportLine& line) const {
     std::optional<Document> document = Read(std::move(file));
     std::optional<Converted> converted = conversion_.convert(*document, job.input, keys_);
     Result result;
-    if (!converted) {
-      result.outcome.status = Status::kCurrent;
-      Say(result.outcome, document->name(),
-          "is of version " + cmn::VersionText(document->type().version) + " already" +
-              (options_.outputs.in_place || options_.outputs.dry_run ? "" : ", and is written as it is"));
-    } else {
+    if (converted) {
+      bytes = Bytes();
       const Losses losses(*document, converted->document, HasReport());
-      RequireAccepted(losses, document->name());
+      RequireAccepted(losses, options_, document->name());
       Tell(*converted, *document, losses, result.outcome);
       line.losses = losses.json();
       document = std::move(converted->document);  // What was converted is not needed any more.
+      bytes = Sealed(*document, key, OutputName(job.output), options_.outputs.verify);
+    } else {
+      result.outcome.status = Status::kCurrent;
+      const bool is_written = !options_.outputs.in_place && !options_.outputs.dry_run;
+      Say(result.outcome, document->name(),
+          "is of version " + cmn::VersionText(document->type().version) + " already" +
+              (is_written ? ", and is written as it is" : ""));
+      if (options_.outputs.in_place) bytes = Bytes();
     }
-    if (converted || !options_.outputs.in_place) {
-      result.bytes = Seal(*document, key, OutputName(job.output));
+    if (!bytes.empty()) {
       if (HasReport() && !options_.outputs.dry_run) {
-        line.finished = FinishedMark(line, zuna_sec::Sha256Text(*result.bytes));
+        line.finished = FinishedMark(line, zuna_sec::Sha256Text(bytes));
       }
       if (context_.LacksKey(key)) Say(result.outcome, OutputName(job.output), kEmptyKeyNote);
+      result.bytes = std::move(bytes);
     }
     if (HasReport()) result.outcome.report = ReportJson(line, result.outcome.status, nullptr);
     return result;
@@ -163,29 +175,6 @@ class Converter {
     Say(outcome, name, CountsText(counted) + ", " + converted.text + (losses.empty() ? ", lossless" : ""));
   }
 
-  void RequireAccepted(const Losses& losses, const std::string& name) const {
-    if (!options_.fail_on_loss) return;
-    std::string refused;
-    for (const std::string& code : losses.Codes()) {
-      const auto& accepted = options_.accepted;
-      if (std::find(accepted.begin(), accepted.end(), code) != accepted.end()) continue;
-      refused += (refused.empty() ? "" : ",") + code;
-    }
-    if (refused.empty()) return;
-    throw Failure(ErrorCode::kLossRefused, name, "would lose something (" + refused + ")",
-                  "give --accept " + refused + " to let it go, or leave out --fail-on");
-  }
-
-  /// The bytes of the output. Throws Failure (kInternal) where they do not read back as they should.
-  Bytes Seal(const Document& document, const CipherKey& key, const std::string& name) const {
-    Bytes bytes = EncryptedBytes(*zuna_toolkit::CipherStreamOf(document, key), name);
-    if (!options_.outputs.verify) return bytes;
-    zuna_toolkit::OpenedFile again = zuna_toolkit::OpenedFile::FromBytes(bytes, name, key);
-    if (HoldTheSame(document, Read(std::move(again)))) return bytes;
-    throw Failure(ErrorCode::kInternal, name, "would not read back as it is written, and is not written",
-                  "please report it");
-  }
-
   Outcome Passed(const std::string& name, const std::string& text, const ReportLine& line) const {
     Outcome outcome;
     outcome.status = Status::kSkipped;
@@ -198,8 +187,9 @@ class Converter {
   /// Whether the report has this input as finished, and what was written then is there.
   bool IsFinished(const Job& job, bool exists, ReportLine& line) const {
     if (finished_.empty() || (!exists && !options_.outputs.in_place)) return false;
-    const Bytes output = ReadInput(job.output, zuna_toolkit::kMaxFileSize);
-    const std::string mark = FinishedMark(line, zuna_sec::Sha256Text(output));
+    const auto output = kit::ReadRegularFile(job.output, zuna_toolkit::kMaxFileSize);
+    if (!output) return false;
+    const std::string mark = FinishedMark(line, zuna_sec::Sha256Text(output->bytes()));
     if (!finished_.Contains(mark)) return false;
     line.finished = mark;
     return true;
@@ -223,12 +213,14 @@ class Converter {
 void ConvertAll(const ConversionOptions& options, Context& context, const Conversion& conversion) {
   const std::vector<zuna_toolkit::Input> inputs =
       CollectInputs(options.inputs, context, options.outputs.folder, conversion.companion);
-  const std::vector<Job> jobs = PlanOutputs(inputs, options.outputs);
+  std::vector<Job> jobs = PlanOutputs(inputs, options.outputs);
+  KeepShard(jobs, options.inputs.shard, [](const Job& job) -> const std::string& { return job.input.path; });
   const Keys keys = context.ReadKeys();
   const Converter converter(options, context, conversion, keys);
   const std::unique_ptr<Report> report =
       options.report.empty() ? nullptr : std::make_unique<Report>(options.report);
-  if (!options.outputs.dry_run) RemoveLeftovers(jobs);
+  // With shards, other machines may work in the same folders, and not all file systems tell of their locks.
+  if (!options.outputs.dry_run && options.inputs.shard.count == 1) RemoveLeftovers(jobs);
   Batch batch;
   batch.work = [&](std::size_t number) { return converter(jobs[number]); };
   batch.take = [&](const Outcome& outcome) {

@@ -115,18 +115,22 @@ std::vector<zuna_toolkit::Input> CollectInputs(const InputOptions& options, cons
   if (companion) streams.push_back(*companion);
   context.CheckInputs(streams);
   std::vector<zuna_toolkit::Input> found = zuna_toolkit::FindInputs(paths, {options.recursive, passed_over});
-  std::erase_if(found, [&](const zuna_toolkit::Input& input) {
-    return !zuna_toolkit::IsInShard(input.path, options.shard);
-  });
   if (companion && found.size() > 1) {
     throw Failure(ErrorCode::kUsage, "command line",
                   "--companion is for one input, and there are " + std::to_string(found.size()),
                   "give --companions DIR");
   }
-  if (!found.empty() || options.shard.count > 1) return found;
+  if (!found.empty()) return found;
   throw Failure(ErrorCode::kNothingMatched, Where(paths),
                 "has no show and no log in a file whose name ends in \".showdata\" or \".logdata\"",
                 "give other files or folders, or -r for the folders below");
+}
+
+std::vector<zuna_toolkit::Input> CollectShard(const InputOptions& options, const Context& context) {
+  std::vector<zuna_toolkit::Input> inputs = CollectInputs(options, context);
+  KeepShard(inputs, options.shard,
+            [](const zuna_toolkit::Input& input) -> const std::string& { return input.path; });
+  return inputs;
 }
 
 }  // namespace zuna_cli

@@ -26,12 +26,23 @@ struct InputOptions {
 /// Adds "IN..." and the options for them.
 void AddInputs(CLI::App& command, InputOptions& options);
 
-/// Finds the inputs, without those of other shards; `passed_over` is a folder of outputs, `companion` is read
+/// Finds the inputs of all shards; `passed_over` is a folder of outputs, `companion` is read
 /// besides a single input. Throws Failure
 /// (kUsage) where none was named or standard input is given more than once, (kNothingMatched) where none was
 /// found, and what reading the list of files throws.
 std::vector<zuna_toolkit::Input> CollectInputs(const InputOptions& options, const Context& context,
                                                const std::string& passed_over = "",
                                                const std::optional<std::string>& companion = {});
+
+/// Leaves out what belongs to other shards: `path_of` an element is the path of its input. What is wrong with
+/// all inputs together is to be found before.
+template <typename Element, typename PathOf>
+void KeepShard(std::vector<Element>& elements, const zuna_toolkit::Shard& shard, PathOf path_of) {
+  std::erase_if(elements,
+                [&](const Element& element) { return !zuna_toolkit::IsInShard(path_of(element), shard); });
+}
+
+/// The inputs of this shard alone, for commands without outputs. Throws as CollectInputs() does.
+std::vector<zuna_toolkit::Input> CollectShard(const InputOptions& options, const Context& context);
 
 }  // namespace zuna_cli

@@ -3,6 +3,7 @@
 
 #include <oneapi/tbb/global_control.h>
 #include <oneapi/tbb/parallel_pipeline.h>
+#include <oneapi/tbb/task_arena.h>
 
 #include <atomic>
 #include <memory>
@@ -38,11 +39,11 @@ void WorkInOrder(std::size_t count, unsigned workers, const Work& work, const Ou
     if (!sink(std::move(*outcome))) ended = true;
   };
   using tbb::filter_mode;
-  tbb::parallel_pipeline(
-      std::size_t{2} * workers,
-      tbb::make_filter<void, std::size_t>(filter_mode::serial_in_order, take) &
-          tbb::make_filter<std::size_t, std::shared_ptr<Outcome>>(filter_mode::parallel, do_work) &
-          tbb::make_filter<std::shared_ptr<Outcome>, void>(filter_mode::serial_in_order, hand_on));
+  const auto all = tbb::make_filter<void, std::size_t>(filter_mode::serial_in_order, take) &
+                   tbb::make_filter<std::size_t, std::shared_ptr<Outcome>>(filter_mode::parallel, do_work) &
+                   tbb::make_filter<std::shared_ptr<Outcome>, void>(filter_mode::serial_in_order, hand_on);
+  tbb::task_arena arena(static_cast<int>(workers));  // as many as were asked for, also beyond the processors
+  arena.execute([&] { tbb::parallel_pipeline(std::size_t{2} * workers, all); });
 }
 
 }  // namespace zuna_cli

@@ -19,8 +19,8 @@ using OutcomeSink = std::function<bool(Outcome&&)>;
 using StopRequest = std::function<bool()>;
 
 /// Calls `work` for the inputs 0 to `count` - 1, by `workers` at a time, and hands the outcomes to `sink`. At
-/// most twice as many outcomes as workers wait for their turn. Neither function throws. With one worker, no
-/// thread is started.
+/// most twice as many outcomes as workers wait for their turn. Neither function may throw. With one worker,
+/// no thread is started.
 void WorkInOrder(std::size_t count, unsigned workers, const Work& work, const OutcomeSink& sink,
                  const StopRequest& stop);
 

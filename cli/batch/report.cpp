@@ -35,9 +35,6 @@ std::string_view StatusText(Status status) {
   return "failed";
 }
 
-/// "null" for an empty text.
-std::string TextOrNull(const std::string& text) { return text.empty() ? "null" : JsonString(text); }
-
 [[noreturn]] void ThrowUnwritten(const std::string& path, int error) {
   throw Failure(ErrorCode::kIo, path, "cannot be written: " + std::generic_category().message(error),
                 "check the path and whether there is space");
@@ -89,10 +86,10 @@ Report::Report(const std::string& path) : path_(path) {
     ::close(std::exchange(file_, -1));
     throw Failure(ErrorCode::kOutputExists, path, "exists and is no report", "give another file to --report");
   }
-  char last = '\n';
-  if (::pread(file_, &last, 1, status.st_size - 1) == 1 && last != '\n') {
-    Add("\n");  // The line before was cut off when the program was killed.
-  }
+  // A line that was cut off when the program was killed goes.
+  off_t end = status.st_size;
+  for (char last = 0; end > 0 && ::pread(file_, &last, 1, end - 1) == 1 && last != '\n';) --end;
+  if (end < status.st_size && ::ftruncate(file_, end) != 0) ThrowUnwritten(path, errno);
 }
 
 Report::~Report() {

@@ -33,15 +33,11 @@ Outcome WithFailureJson(const std::string& path, const std::function<Outcome()>&
 /// The file of --report. Lines are added at its end, each with one write.
 class Report {
  public:
-  /// None: nothing is written.
-  Report() = default;
   /// Opens the report at `path`, or makes it. Throws Failure (kIo), and (kOutputExists) for another file.
   explicit Report(const std::string& path);
   Report(const Report&) = delete;
   Report& operator=(const Report&) = delete;
   ~Report();
-
-  bool is_open() const { return file_ >= 0; }
 
   /// Throws Failure (kIo).
   void Add(const std::string& line);

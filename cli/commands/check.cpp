@@ -79,7 +79,7 @@ Outcome CheckOne(const std::string& path, const Options& options, const Keys& ke
 }
 
 void Run(const Options& options, Context& context) {
-  const std::vector<zuna_toolkit::Input> inputs = CollectInputs(options.inputs, context);
+  const std::vector<zuna_toolkit::Input> inputs = CollectShard(options.inputs, context);
   const Keys keys = context.ReadKeys();
   Batch batch;
   batch.work = [&](std::size_t number) {

@@ -24,7 +24,7 @@ std::string InfoOf(const std::string& path, const Keys& keys, bool json) {
 }
 
 void Run(const Options& options, Context& context) {
-  const std::vector<zuna_toolkit::Input> inputs = CollectInputs(options.inputs, context);
+  const std::vector<zuna_toolkit::Input> inputs = CollectShard(options.inputs, context);
   const Keys keys = context.ReadKeys();
   const auto info = [&](const std::string& path) {
     Outcome outcome;

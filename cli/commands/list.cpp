@@ -47,7 +47,7 @@ Outcome ListOne(const std::string& path, const Options& options, const Keys& key
 }
 
 void Run(const Options& options, Context& context) {
-  const std::vector<zuna_toolkit::Input> inputs = CollectInputs(options.inputs, context);
+  const std::vector<zuna_toolkit::Input> inputs = CollectShard(options.inputs, context);
   const Keys keys = context.ReadKeys();
   bool has_matched = false;
   Batch batch;
@@ -58,7 +58,7 @@ void Run(const Options& options, Context& context) {
   };
   batch.take = [&](const Outcome& outcome) { has_matched = has_matched || outcome.status == Status::kDone; };
   RunAll(inputs.size(), options.inputs, context, batch);
-  if (has_matched || context.code != ExitCode::kDone) return;
+  if (has_matched || inputs.empty() || context.code != ExitCode::kDone) return;
   throw Failure(ErrorCode::kNothingMatched, "list", "none of the files is of these versions",
                 "give another range");
 }

@@ -12,9 +12,9 @@ std::string NumberOrNull(const std::optional<Number>& number) {
   return number ? std::to_string(*number) : "null";
 }
 
-std::string TextOrNull(const std::string& text) { return text.empty() ? "null" : JsonString(text); }
-
 }  // namespace
+
+std::string TextOrNull(const std::string& text) { return text.empty() ? "null" : JsonString(text); }
 
 std::string FailureJson(const Failure& failure) {
   const zuna_toolkit::ErrorParts& parts = failure.parts();

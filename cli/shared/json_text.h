@@ -8,6 +8,9 @@
 
 namespace zuna_cli {
 
+/// `text` as a JSON string; null where it is empty.
+std::string TextOrNull(const std::string& text);
+
 /// An object: {"code": …, "message": …, "remedy": …, "song": …, "field": …, "offset": …}
 std::string FailureJson(const Failure& failure);
 

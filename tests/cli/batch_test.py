@@ -70,11 +70,20 @@ class InputsTest(FolderTest):
         os.rename(self.path("in/opera.showdata"), self.path("in/.opera"))
         self.assertIn(b"in/.opera: show, version 0.0", self.run_tool("info", "in/.opera").stdout)
 
+    def test_takes_a_folder_that_is_the_output_too(self):
+        self.run_tool("up", "in", "--out-dir", "in", code=REFUSED)
+        self.run_tool("info", "none/", code=IO)
+
+    def test_checks_the_inputs_of_all_machines(self):
+        for shard in ("1/3", "2/3", "3/3"):
+            self.refuse("up", "in/opera.showdata", "in/opera.logdata", "--out-dir", "in", "--force", "--shard", shard,
+                        code=REFUSED, message="in/opera.showdata: is an input as well; give another output")
+
     def test_shares_the_inputs_among_machines(self):
         for count in (1, 2, 5):
             names = []
             for index in range(1, count + 1):
-                lines = self.run_tool("list", "in", "-r", "--json", "--shard", f"{index}/{count}", code=None).stdout
+                lines = self.run_tool("list", "in", "-r", "--json", "--shard", f"{index}/{count}").stdout
                 names += [json.loads(line)["path"] for line in lines.splitlines()]
             self.assertEqual(sorted(names), sorted("in/" + name for name in (
                 "below/gala.logdata", "below/gala.showdata", "opera.logdata", "opera.showdata")))
@@ -252,6 +261,11 @@ class LossTest(FolderTest):
             'new/opera.showdata: format 0.0 does not keep 1 show name ("My Show"; up takes it from the log)'])
         self.assertEqual(self.said("down", "new", "--out-dir", "out2")[-1], "2 files: 2 done (2 with losses), 0 failed")
 
+    def test_writes_a_current_file_as_it_is(self):
+        self.encrypt("odd.showdata", legacy_show(legacy_song()) + b"tail")
+        self.run_tool("down", "odd.showdata", "-o", "out")
+        self.assertEqual(self.read("out"), self.read("odd.showdata"))
+
     def test_refuses_losses_where_asked(self):
         self.refuse("down", "new/opera.showdata", "-o", "out", "--fail-on", "loss", code=REFUSED,
                     message="new/opera.showdata: would lose something (show-name-dropped); give --accept "
@@ -330,6 +344,16 @@ class ReportTest(FolderTest):
         self.assertNotIn(b"finished", self.read("report"))
         said = self.said("up", "in", "--in-place", "--report", "report", "--resume")
         self.assertEqual(said[-1], "2 files: 2 done, 0 failed")
+
+    def test_loses_a_line_that_was_cut_off(self):
+        self.run_tool("info", "in")
+        self.write("report", '{"schemaVersion": 1, "path": "a"}\n{"schemaVersion": 1, "pa')
+        self.run_tool("up", "in", "--out-dir", "out", "--report", "report")
+        self.assertEqual([line["path"] for line in self.lines()], ["a", "in/opera.logdata", "in/opera.showdata"])
+
+    def test_is_no_output(self):
+        done = self.run_tool("up", "in/opera.showdata", "-o", "report", "--report", "report", "--force", code=REFUSED)
+        self.assertEqual(done.stderr, b"zuna-convert: report: is an input as well; give another output\n")
 
     def test_is_no_other_file(self):
         before = self.read("new.showdata")

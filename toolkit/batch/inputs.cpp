@@ -33,6 +33,12 @@ bool MayBeFile(const std::filesystem::file_status& status) {
          type == file_type::unknown;
 }
 
+/// The last component of a path, which may end with slashes.
+std::string LastName(std::string_view path) {
+  while (path.size() > 1 && path.ends_with('/')) path.remove_suffix(1);
+  return std::filesystem::path(path).filename().string();
+}
+
 class Search {
  public:
   explicit Search(const FolderSearch& options) : options_(options) {}
@@ -41,7 +47,7 @@ class Search {
     if (IsFolder(path)) {
       AddFolder(path, "");
     } else {
-      found_.push_back({path, std::filesystem::path(path).filename().string()});
+      found_.push_back({path, LastName(path)});
     }
   }
 
@@ -49,12 +55,13 @@ class Search {
 
  private:
   void AddFolder(const std::string& path, const std::string& relative) {
-    if (!options_.passed_over.empty() && IsSame(path, options_.passed_over)) return;
+    const bool is_named = relative.empty();
+    if (!is_named && !options_.passed_over.empty() && IsSame(path, options_.passed_over)) return;
     std::vector<std::string> names;
     try {
       names = kit::listdir(path);
     } catch (const kit::IoError&) {
-      found_.push_back({path, relative});
+      found_.push_back({path, is_named ? LastName(path) : relative});
       return;
     }
     for (const std::string& name : names) {

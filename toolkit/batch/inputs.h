@@ -21,7 +21,7 @@ struct Input {
 /// Which folders are looked through.
 struct FolderSearch {
   bool recursive = false;   ///< folders below those that were named too; links to folders are not followed
-  std::string passed_over;  ///< a folder that is not looked through; may be empty
+  std::string passed_over;  ///< a folder that is not looked through below those that were named; may be empty
 };
 
 /// All inputs in the order of `paths`; the files of a folder byte by byte in the order of their names. What a

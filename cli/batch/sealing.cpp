@@ -1,7 +1,11 @@
-// Whether an output holds what it should.
-#include "cli/batch/verification.h"
+// The bytes of an output, which are read back before they count.
+#include "cli/batch/sealing.h"
 
+#include "cli/shared/output.h"
+#include "cli/terminal/failure.h"
 #include "toolkit/comparison/comparison.h"
+#include "toolkit/document/open.h"
+#include "toolkit/document/write.h"
 
 namespace zuna_cli {
 
@@ -24,8 +28,7 @@ bool HoldTheSameLegacy(const zuna_toolkit::Document& a, const zuna_toolkit::Docu
   return first != nullptr && second != nullptr && *first == *second && *second == *first;
 }
 
-}  // namespace
-
+/// Whether both hold the same.
 bool HoldTheSame(const zuna_toolkit::Document& a, const zuna_toolkit::Document& b) {
   // This takes no memory, as a comparison in the current form does. A value that is no number is not its own
   // equal here, but is there.
@@ -34,6 +37,20 @@ bool HoldTheSame(const zuna_toolkit::Document& a, const zuna_toolkit::Document& 
   bool is_same = true;
   zuna_toolkit::Compare(a, b, [&](const zuna_toolkit::Difference&) { is_same = false; });
   return is_same;
+}
+
+}  // namespace
+
+std::vector<std::uint8_t> Sealed(const zuna_toolkit::Document& document, const CipherKey& key,
+                                 const std::string& name, bool verify) {
+  std::vector<std::uint8_t> bytes = EncryptedBytes(*zuna_toolkit::CipherStreamOf(document, key), name);
+  if (!verify) return bytes;
+  std::optional<zuna_toolkit::OpenedFile> file = zuna_toolkit::OpenedFile::FromBytes(bytes, name, key);
+  const zuna_toolkit::Document again = zuna_toolkit::ReadDocument(*file);
+  file.reset();  // Its plaintext is not needed any more.
+  if (HoldTheSame(document, again)) return bytes;
+  throw Failure(ErrorCode::kInternal, name, "would not read back as it is written, and is not written",
+                "please report it");
 }
 
 }  // namespace zuna_cli

@@ -1,0 +1,27 @@
+// Which losses of a conversion may be.
+#include "cli/batch/loss_policy.h"
+
+#include <algorithm>
+
+namespace zuna_cli {
+
+std::string PolicyText(const ConversionOptions& options) {
+  std::string text = options.fail_on_loss ? " --fail-on loss" : "";
+  for (const std::string& code : options.accepted) text += " --accept " + code;
+  return text;
+}
+
+void RequireAccepted(const Losses& losses, const ConversionOptions& options, const std::string& name) {
+  if (!options.fail_on_loss) return;
+  std::string refused;
+  for (const std::string& code : losses.Codes()) {
+    const auto& accepted = options.accepted;
+    if (std::find(accepted.begin(), accepted.end(), code) != accepted.end()) continue;
+    refused += (refused.empty() ? "" : ",") + code;
+  }
+  if (refused.empty()) return;
+  throw Failure(ErrorCode::kLossRefused, name, "would lose something (" + refused + ")",
+                "give --accept " + refused + " to let it go, or leave out --fail-on");
+}
+
+}  // namespace zuna_cli
