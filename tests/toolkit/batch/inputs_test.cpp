@@ -12,7 +12,6 @@ namespace zuna_toolkit {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using zuna_test::TemporaryFolder;
 
 std::vector<std::string> RelativePaths(const std::vector<Input>& inputs) {

@@ -19,7 +19,6 @@
 namespace zuna_toolkit {
 namespace {
 
-using testing::ElementsAre;
 using zuna_test::MessageOf;
 using zuna_test::Written;
 
