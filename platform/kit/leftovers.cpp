@@ -31,8 +31,8 @@ bool IsStagingName(std::string_view name) {
   return std::all_of(digits.begin(), digits.end(), [](char digit) { return HexDigit(digit) >= 0; });
 }
 
-/// Whether it is an output that did not get its place. An old file that another one has replaced is not:
-/// nobody may have a second copy of it.
+/// Whether it is an output that did not get its place. An old file that another one has replaced is not one:
+/// there may be no second copy of it.
 bool IsUnplaced(std::string_view name) {
   constexpr std::string_view kBegin = "new-";
   return name.starts_with(kBegin) && name.size() > kBegin.size() &&
