@@ -24,7 +24,7 @@ enum class ErrorKind {
   kNothingMatched,  ///< nothing is as the caller asked for it
   kInternal,        ///< no fault of the caller or of a file
   kInterrupted,     ///< ended by a signal
-  kClosedPipe,      ///< nobody reads the output any more
+  kClosedPipe,      ///< the program that read the output has ended
 };
 
 /// What happened, for programs. docs/errors.md has the meaning of each; the toolkit throws those up to kIo,

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <memory>
 #include <new>
-#include <set>
 #include <utility>
 
 #include "cli/batch/finished_work.h"

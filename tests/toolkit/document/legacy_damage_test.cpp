@@ -17,7 +17,7 @@ using namespace std::string_literals;
 
 /// A song of 53 bytes.
 std::string Song(const std::string& number) {
-  return "\0\0\0\0"s  // 0: length of the record, which nobody uses
+  return "\0\0\0\0"s  // 0: length of the record, which is not used
          "\1" +
          number +                          // 4: number, a single character
          "\4Tune"                          // 6: name
