@@ -18,9 +18,10 @@ using OutcomeSink = std::function<bool(Outcome&&)>;
 /// Whether no further input is to be begun.
 using StopRequest = std::function<bool()>;
 
-/// Calls `work` for the inputs 0 to `count` - 1, by `workers` at a time, and hands the outcomes to `sink`. At
-/// most twice as many outcomes as workers wait for their turn. Neither function may throw. With one worker,
-/// no thread is started.
+/// Calls `work` for the inputs 0 to `count` - 1, by `workers` at a time, each a thread, and hands the
+/// outcomes to `sink`, in the caller's thread. At most twice as many outcomes as workers wait for their turn.
+/// Neither function may throw. Where the system gives fewer threads there are fewer workers; with one worker,
+/// or without any thread, everything is done in the caller's. Throws std::bad_alloc before anything is begun.
 void WorkInOrder(std::size_t count, unsigned workers, const Work& work, const OutcomeSink& sink,
                  const StopRequest& stop);
 

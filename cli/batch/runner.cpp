@@ -18,22 +18,29 @@ namespace {
 
 using zuna_toolkit::Counted;
 
-/// What `work` returns for an input, or the failure that it throws.
-Outcome OutcomeOf(const Work& work, std::size_t number) {
+/// The outcome after which no other input is tried: the exception that is being handled ends the command.
+Outcome Ending() {
+  Outcome outcome;
+  outcome.status = Status::kFailed;
+  outcome.ends_command = std::current_exception();
+  return outcome;
+}
+
+/// What `work` returns for an input, or the failure that it throws. Throws nothing.
+Outcome OutcomeOf(const Work& work, std::size_t number) try {
   try {
     return work(number);
   } catch (const std::bad_alloc&) {
-    Outcome outcome;
-    outcome.status = Status::kFailed;
-    outcome.ends_command = std::current_exception();
-    return outcome;
+    throw;
   } catch (...) {
     Outcome outcome;
     outcome.status = Status::kFailed;
     outcome.failure = CurrentFailure();
-    if (outcome.failure->code() == ErrorCode::kInterrupted) outcome.ends_command = std::current_exception();
+    if (outcome.failure->code() == ErrorCode::kInterrupted) throw;
     return outcome;
   }
+} catch (...) {  // The message of a failure may lack memory, too.
+  return Ending();
 }
 
 /// Tells the outcomes of one command.

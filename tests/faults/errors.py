@@ -64,6 +64,7 @@ LISTED = {
     "poll": "EFAULT EINTR EINVAL ENOMEM EAGAIN",
     "sigaction": "EFAULT EINVAL",
     "sigprocmask": "EFAULT EINVAL",
+    "pthread_create": "EAGAIN EINVAL EPERM",
 }
 MAY_BE_SHORT = ("read", "write", "sendfile", "getrandom")
 

@@ -47,7 +47,6 @@ FOREIGN = {
     "boost/json": "platform/core",
     "boost/uuid": "platform/kit",
     "gcrypt.h": "platform/security",
-    "oneapi/tbb": "cli",
     "utf8proc.h": "cli/terminal",
     "zlib.h": "platform/core",
 }

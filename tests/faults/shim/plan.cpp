@@ -19,13 +19,14 @@ namespace zuna_faults {
 namespace {
 
 constexpr const char* kNames[] = {
-    "open",      "openat",      "fopen",     "fdopen",   "read",      "write",     "writev",     "sendfile",
-    "close",     "fclose",      "fsync",     "rename",   "renameat",  "renameat2", "link",       "linkat",
-    "symlink",   "unlink",      "unlinkat",  "stat",     "lstat",     "fstat",     "fstatat",    "fchmod",
-    "fchmodat",  "fchown",      "ftruncate", "truncate", "fallocate", "mkdir",     "rmdir",      "readlink",
-    "realpath",  "access",      "lseek",     "mmap",     "munmap",    "getrandom", "getentropy", "opendir",
-    "fdopendir", "readdir",     "closedir",  "isatty",   "ioctl",     "fcntl",     "dup2",       "poll",
-    "sigaction", "sigprocmask", "memory"};
+    "open",        "openat",         "fopen",     "fdopen",     "read",     "write",     "writev",
+    "sendfile",    "close",          "fclose",    "fsync",      "rename",   "renameat",  "renameat2",
+    "link",        "linkat",         "symlink",   "unlink",     "unlinkat", "stat",      "lstat",
+    "fstat",       "fstatat",        "fchmod",    "fchmodat",   "fchown",   "ftruncate", "truncate",
+    "fallocate",   "mkdir",          "rmdir",     "readlink",   "realpath", "access",    "lseek",
+    "mmap",        "munmap",         "getrandom", "getentropy", "opendir",  "fdopendir", "readdir",
+    "closedir",    "isatty",         "ioctl",     "fcntl",      "dup2",     "poll",      "sigaction",
+    "sigprocmask", "pthread_create", "memory"};
 constexpr std::size_t kCalls = static_cast<std::size_t>(Call::kCount);
 static_assert(sizeof kNames / sizeof *kNames == kCalls);
 constexpr std::size_t kAny = kCalls;

@@ -70,6 +70,7 @@ enum class Call : std::uint8_t {
   kPoll,
   kSigaction,
   kSigprocmask,
+  kPthreadCreate,
   kMemory,
   kCount
 };

@@ -6,7 +6,9 @@
 #include <dlfcn.h>
 #include <stdarg.h>
 
+#include <cerrno>
 #include <cstddef>
+#include <utility>
 
 #include "tests/faults/shim/plan.h"
 
@@ -182,6 +184,14 @@ REPLACE(kSigaction, -1, int, sigaction, (int number, const void* action, void* b
         (number, action, before))
 REPLACE(kSigprocmask, -1, int, sigprocmask, (int how, const void* set, void* before), (how, set, before))
 REPLACE(kSigprocmask, -1, int, pthread_sigmask, (int how, const void* set, void* before), (how, set, before))
+
+// Returns the error and leaves errno as it is.
+VISIBLE int pthread_create(void* thread, const void* attributes, void* (*start)(void*), void* argument) {
+  static int (*known)(void*, const void*, void* (*)(void*), void*);
+  const int before = errno;
+  if (!Fails(Call::kPthreadCreate)) return Real(known, "pthread_create")(thread, attributes, start, argument);
+  return std::exchange(errno, before);
+}
 
 // Their last parameter is a number or a pointer, or is not there; passing one on that is not there does no
 // harm.
