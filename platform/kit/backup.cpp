@@ -19,6 +19,14 @@ constexpr const char* kNotKept = "cannot be kept beside the new file";
 constexpr unsigned kMostBackups = 99999;
 constexpr mode_t kPermissions = 0777;
 
+/// Whether both are names of one file.
+bool IsSameFile(const std::string& a, const std::string& b) {
+  struct stat first {};
+  struct stat second {};
+  return ::lstat(a.c_str(), &first) == 0 && ::lstat(b.c_str(), &second) == 0 &&
+         first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
 /// Some file systems have no hard links, and some files must get none.
 void Copy(const std::string& path, const std::string& copy, std::size_t limit) {
   struct stat status {};
@@ -36,7 +44,10 @@ std::string BackUp(const std::string& path, std::size_t limit) {
   for (unsigned number = 1; number <= kMostBackups; ++number) {
     std::string name = path + ".~" + std::to_string(number) + '~';
     if (::linkat(AT_FDCWD, path.c_str(), AT_FDCWD, name.c_str(), 0) == 0) return name;
-    if (errno == EEXIST) continue;
+    if (errno == EEXIST) {
+      if (IsSameFile(path, name)) return name;  // A process that was killed has kept it already.
+      continue;
+    }
     if (errno != EPERM && errno != ENOTSUP && errno != EMLINK && errno != EXDEV) {
       ThrowIoError(path, kNotKept, errno);
     }

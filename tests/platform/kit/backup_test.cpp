@@ -22,10 +22,20 @@ TEST(BackUp, GivesTheFileTheFirstFreeNumber) {
   const TemporaryFolder folder;
   const std::string path = folder.Put("show", "old");
   EXPECT_EQ(kit::BackUp(path, kAnySize), path + ".~1~");
+  kit::WriteFileAtomically(path, zuna_test::FromText("new"));
   EXPECT_EQ(kit::BackUp(path, kAnySize), path + ".~2~");
+  kit::WriteFileAtomically(path, zuna_test::FromText("newer"));
   std::filesystem::remove(path + ".~1~");
   EXPECT_EQ(kit::BackUp(path, kAnySize), path + ".~1~");
   EXPECT_THAT(folder.Names(), ElementsAre("show", "show.~1~", "show.~2~"));
+}
+
+TEST(BackUp, TakesTheNameThatAKilledProcessHasGivenIt) {
+  const TemporaryFolder folder;
+  const std::string path = folder.Put("show", "old");
+  EXPECT_EQ(kit::BackUp(path, kAnySize), path + ".~1~");
+  EXPECT_EQ(kit::BackUp(path, kAnySize), path + ".~1~");
+  EXPECT_THAT(folder.Names(), ElementsAre("show", "show.~1~"));
 }
 
 TEST(BackUp, IsTheFileItself) {
