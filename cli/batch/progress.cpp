@@ -1,8 +1,11 @@
 // How far a command is with its inputs.
 #include "cli/batch/progress.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 
+#include "cli/terminal/columns.h"
 #include "cli/terminal/standard_streams.h"
 #include "kit/format.h"
 
@@ -20,6 +23,12 @@ std::string Duration(double seconds) {
   return kit::format("%u:%02u:%02u", all / 3600, all / 60 % 60, all % 60);
 }
 
+/// What fits into one line of the terminal, beside the cursor: a line that is broken could not be removed.
+std::string Fitting(const std::string& text) {
+  const std::size_t columns = TerminalColumns(STDERR_FILENO).value_or(text.size() + 1);
+  return CutToColumns(text, std::max(columns, std::size_t{2}) - 1);
+}
+
 }  // namespace
 
 Progress::Progress(ProgressForm form, std::size_t total)
@@ -35,7 +44,7 @@ void Progress::Step() {
   shown_ = now;
   const double seconds = std::chrono::duration<double>(now - begin_).count();
   if (form_ == ProgressForm::kJson) return PrintLine(Json(seconds));
-  PrintLine("\r\033[K" + Text(seconds));
+  PrintLine("\r\033[K" + Fitting(Text(seconds)));
   is_shown_ = true;
 }
 

@@ -1,4 +1,6 @@
 // zuna-convert explain
+#include <unistd.h>
+
 #include <memory>
 #include <optional>
 
@@ -51,7 +53,7 @@ std::string ListText() {
   const auto row = [](const Explanation& explanation) {
     return Table::Row{std::string(explanation.code), std::string(explanation.meaning)};
   };
-  Table table("<<", TerminalColumns());
+  Table table("<<", TerminalColumns(STDOUT_FILENO));
   for (const CodeGroup& group : groups) {
     for (const Explanation& explanation : group.codes) table.Fit(row(explanation));
   }

@@ -1,6 +1,8 @@
 // What there is to tell about a document, as text and as JSON.
 #include "cli/shared/document_text.h"
 
+#include <unistd.h>
+
 #include <map>
 #include <vector>
 
@@ -85,7 +87,7 @@ Table::Row RowOf(const SongSummary& song, bool is_log) {
 std::string SongsTable(const Document& document) {
   const bool is_log = document.type().is_log();
   const Table::Row titles = Titles(is_log);
-  Table table(is_log ? "<<>>><" : "<<>>>>>>>", TerminalColumns());
+  Table table(is_log ? "<<>>><" : "<<>>>>>>>", TerminalColumns(STDOUT_FILENO));
   table.Fit(titles);
   zuna_toolkit::SummariseSongs(document, [&](const SongSummary& song) { table.Fit(RowOf(song, is_log)); });
   std::string text = table.Line(titles);

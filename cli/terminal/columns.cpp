@@ -89,10 +89,10 @@ std::string CutToColumns(std::string_view text, std::size_t columns) {
   return std::string(text.substr(0, LengthWithin(text, columns - 1))) += kEllipsis;
 }
 
-std::optional<std::size_t> TerminalColumns() {
-  if (isatty(STDOUT_FILENO) == 0) return std::nullopt;
+std::optional<std::size_t> TerminalColumns(int descriptor) {
+  if (isatty(descriptor) == 0) return std::nullopt;
   winsize size{};
-  if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) return size.ws_col;
+  if (ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) return size.ws_col;
   const char* variable = std::getenv("COLUMNS");
   const std::string_view text = variable == nullptr ? "" : variable;
   std::size_t columns = 0;

@@ -17,8 +17,8 @@ std::size_t Columns(std::string_view text);
 /// as leave room for a "…" behind them.
 std::string CutToColumns(std::string_view text, std::size_t columns);
 
-/// The number of columns of the terminal that standard output is; nothing where it is none, and where neither
+/// The number of columns of the terminal that `descriptor` is; nothing where it is none, and where neither
 /// the terminal nor COLUMNS tells.
-std::optional<std::size_t> TerminalColumns();
+std::optional<std::size_t> TerminalColumns(int descriptor);
 
 }  // namespace zuna_cli

@@ -2,15 +2,19 @@
 
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import tempfile
+import threading
+import time
 import unittest
 
 from terminal import run_on_terminal
-from tool import DONE, IO, WithShows
+from tool import DONE, IO, PART_FAILED, WithShows, legacy_log, legacy_show, legacy_song, legacy_song_log
 
 BUILD = os.environ["ZUNA_BUILD"]
+ESCAPE = re.compile("\\r?\x1b\\[[0-9;]*[A-Za-z]")
 
 
 class InstalledTest(WithShows):
@@ -24,29 +28,114 @@ class InstalledTest(WithShows):
 
 
 class TerminalTest(InstalledTest):
+    """Every command that prints, on terminals of several widths and through pipes."""
+
+    WIDTHS = (40, 80, 200)
+
+    def setUp(self):
+        super().setUp()
+        os.mkdir(self.path("in"))
+        long_name = "A very long name of a song that nobody could sing in one breath, not even twice"
+        self.encrypt("in/opera.showdata", legacy_show(legacy_song("1", long_name), legacy_song("2", "Two")))
+        self.encrypt("in/opera.logdata", legacy_log(legacy_song_log("2", "Two")))
+        self.write("in/bad.showdata", "bad")
+
     def on_terminal(self, *arguments, code=DONE, **options):
         shown, ended = run_on_terminal([self.tool, *arguments], cwd=self.folder, env=self.environment, **options)
         self.assertEqual(ended, code, shown)
         return shown
 
+    def through_pipes(self, *arguments, code=DONE):
+        """What the tool prints, as on a terminal."""
+        done = subprocess.run([self.tool, *arguments], cwd=self.folder, env=self.environment, stdin=subprocess.DEVNULL,
+                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False, timeout=60)
+        self.assertEqual(done.returncode, code, done.stdout)
+        text = done.stdout.decode()
+        self.assertNotIn("\x1b", text)
+        self.assertNotIn("\r", text)
+        return text
+
+    def slowly(self, run, *arguments, **options):
+        """Runs `up` on two inputs, of which the first one comes when a moment has passed."""
+        pipe = self.path("pipe.showdata")
+        os.mkfifo(pipe)
+
+        def feed():
+            with open(pipe, "wb") as writing:  # opens once the tool reads
+                time.sleep(0.3)
+                writing.write(self.read("in/opera.showdata"))
+
+        feeding = threading.Thread(target=feed)
+        feeding.start()
+        shown = run("up", "pipe.showdata", "in/opera.showdata", "--out-dir", "out", "--show-name", "X", "--force", "-j", "1",
+                    *arguments, **options)
+        feeding.join()
+        os.remove(pipe)
+        return shown
+
     def test_shows_help(self):
-        shown = self.on_terminal("help", "midi", "import")
-        self.assertTrue(shown.startswith("Make a show of MIDI files"), shown)
-        self.assertLessEqual(max(map(len, shown.splitlines())), 80)
-        self.assertEqual(self.on_terminal("midi", "import", "--help"), shown)
+        piped = self.through_pipes("help", "midi", "import")
+        self.assertTrue(piped.startswith("Make a show of MIDI files"), piped)
+        self.assertLessEqual(max(map(len, piped.splitlines())), 80)
+        for columns in self.WIDTHS:
+            self.assertEqual(self.on_terminal("help", "midi", "import", columns=columns), piped)
+        self.assertEqual(self.on_terminal("midi", "import", "--help"), piped)
 
     def test_shows_a_table_of_the_width_of_the_terminal(self):
         lines = self.on_terminal("info", "new.showdata", columns=80).splitlines()
         self.assertEqual(lines[1:3], ["  number  name  division  length  voices  events  bars  tempos  meters",
                                       "  2       Two        480    1920       1       1     1       1       1"])
-        lines = self.on_terminal("explain", columns=60).splitlines()
-        self.assertLessEqual(max(map(len, lines)), 60)
-        self.assertTrue(any(line.endswith("\u2026") for line in lines))
+        piped = self.through_pipes("explain")
+        for columns in self.WIDTHS:
+            lines = self.on_terminal("explain", columns=columns).splitlines()
+            self.assertLessEqual(max(map(len, lines)), columns)
+            self.assertEqual(len(lines), len(piped.splitlines()))
+            self.assertEqual(any(line.endswith("\u2026") for line in lines), columns < 200)
+        self.assertNotIn("\u2026", piped)
+
+    def test_cuts_long_names_of_songs(self):
+        for columns in self.WIDTHS:
+            title, _, song, *_ = self.on_terminal("info", "in/opera.showdata", columns=columns).splitlines()
+            self.assertTrue(title.startswith("in/opera.showdata: show, version 0.0"))
+            self.assertEqual("not even twice" in song, columns == 200)
+            if columns == 80:
+                self.assertEqual(len(song), columns)
+        self.assertIn("not even twice", self.through_pipes("info", "in/opera.showdata"))
+
+    def test_cuts_no_path_and_no_message(self):
+        for command in ("list", "check", "info"):
+            piped = self.through_pipes(command, "in", "-j", "1", code=PART_FAILED)
+            for columns in self.WIDTHS:
+                shown = self.on_terminal(command, "in", "-j", "1", columns=columns, code=PART_FAILED)
+                plain = ESCAPE.sub("", shown)
+                self.assertEqual(plain.splitlines()[-1], piped.splitlines()[-1])
+                if command != "info":
+                    self.assertEqual(plain, piped)
+
+    def test_shows_progress_in_one_line_of_the_terminal(self):
+        for columns in (20, *self.WIDTHS):
+            shown = self.slowly(self.on_terminal, columns=columns)
+            _, progress, after = shown.split("\r\x1b[K")
+            self.assertTrue(progress.startswith("1 of 2 files, "), shown)
+            self.assertLess(len(progress), columns)
+            self.assertEqual(progress.endswith(" left"), columns > 20)
+            self.assertNotIn("\x1b", after)
+            self.assertTrue(after.endswith("2 files: 2 done, 0 failed\n"), shown)
+
+    def test_shows_no_progress_where_nobody_looks(self):
+        said = self.slowly(self.through_pipes)
+        self.assertNotIn(" of 2 files", said)
+        self.assertNotIn("\x1b", self.slowly(self.on_terminal, streams=["stdout"]))
+        self.assertEqual(self.slowly(self.on_terminal, "--quiet"), "")
 
     def test_shows_errors_in_colour_where_it_is_wanted(self):
-        self.assertTrue(self.on_terminal("info", "none", code=IO).startswith("\x1b[31mzuna-convert:\x1b[0m none: "))
+        red = "\x1b[31mzuna-convert:\x1b[0m "
+        self.assertTrue(self.on_terminal("info", "none", code=IO).startswith(f"{red}none: "))
+        self.assertIn(f"{red}in/bad.showdata: ", self.on_terminal("check", "in", code=PART_FAILED))
         self.environment["NO_COLOR"] = "1"
         self.assertTrue(self.on_terminal("info", "none", code=IO).startswith("zuna-convert: none: "))
+        for command in (("up", "in", "--out-dir", "out"), ("check", "in"), ("list", "in"), ("info", "in")):
+            self.assertNotRegex(self.on_terminal(*command, code=PART_FAILED), "\x1b\\[[0-9;]*m")
 
 
 class CompletionTest(InstalledTest):
