@@ -2,10 +2,12 @@
 #include "cli/batch/finished_work.h"
 
 #include <filesystem>
+#include <optional>
 #include <string_view>
 #include <vector>
 
 #include "cli/shared/input.h"
+#include "kit/error.h"
 #include "kit/file.h"
 #include "toolkit/words.h"
 #include "zuna_sec/digest.h"
@@ -48,7 +50,12 @@ std::string FinishedMark(const ReportLine& line, const std::string& output_diges
     all += part + '\0';
   }
   if (!line.companion.empty()) {
-    const auto content = kit::ReadRegularFile(line.companion, zuna_toolkit::kMaxFileSize);
+    std::optional<kit::FileBytes> content;
+    try {
+      content = kit::ReadRegularFile(line.companion, zuna_toolkit::kMaxFileSize);
+    } catch (const kit::RuntimeError&) {
+      return "";
+    }
     if (content) all += zuna_sec::Sha256Text(content->bytes());
   }
   return zuna_sec::Sha256Text({reinterpret_cast<const std::uint8_t*>(all.data()), all.size()});

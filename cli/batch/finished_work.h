@@ -28,7 +28,7 @@ class FinishedWork {
 };
 
 /// The mark of work whose output has the content `output_digest`. `line` has the options, the paths and the
-/// digest of the input; its companion is read where there is one. Throws kit::IoError.
+/// digest of the input; its companion is read where there is one. Empty, which no work has, where that fails.
 std::string FinishedMark(const ReportLine& line, const std::string& output_digest);
 
 }  // namespace zuna_cli

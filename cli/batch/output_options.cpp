@@ -115,7 +115,7 @@ void MakeFolderOf(const std::string& output) {
   std::error_code error;
   std::filesystem::create_directories(folder, error);
   if (!error) return;
-  throw Failure(ErrorCode::kIo, folder.string(), "cannot be made: " + error.message(),
+  throw Failure(ErrorCode::kIo, output, "its folder cannot be made: " + error.message(),
                 "check the path and its permissions");
 }
 

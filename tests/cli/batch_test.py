@@ -74,6 +74,18 @@ class InputsTest(FolderTest):
         self.run_tool("up", "in", "--out-dir", "in", code=REFUSED)
         self.run_tool("info", "none/", code=IO)
 
+    def test_tells_of_a_folder_that_cannot_be_looked_at(self):
+        deep, name = os.open(self.path("in"), os.O_RDONLY), "d" * 250
+        for _ in range(20):  # longer than a path may be
+            os.mkdir(name, dir_fd=deep)
+            below = os.open(name, os.O_RDONLY, dir_fd=deep)
+            os.close(deep)
+            deep = below
+        os.close(deep)
+        done = self.run_tool("list", "in", "-r", code=PART_FAILED)
+        self.assertEqual(len(done.stdout.splitlines()), 4)
+        self.assertRegex(done.stderr.decode(), f"^zuna-convert: in/{name}/{name}/.*: File name too long; .*\n$")
+
     def test_checks_the_inputs_of_all_machines(self):
         for shard in ("1/3", "2/3", "3/3"):
             self.refuse("up", "in/opera.showdata", "in/opera.logdata", "--out-dir", "in", "--force", "--shard", shard,
@@ -180,6 +192,12 @@ class OutputsTest(FolderTest):
                                 "--skip-existing")
         self.refuse("up", "in", "--out-dir", "out", "--force", "--skip-existing", code=USAGE,
                     message="command line: --force and --skip-existing contradict each other; give one of them")
+
+    def test_names_each_file_whose_folder_cannot_be_made(self):
+        self.write("out", "a file")
+        said = self.said("up", "in", "--out-dir", "out/new", code=PART_FAILED)
+        for line, name in zip(said[-2:], ("opera.logdata", "opera.showdata")):
+            self.assertTrue(line.startswith(f"out/new/{name}: its folder cannot be made: Not a directory; check"), line)
 
     def test_refuses_one_output_for_two_inputs(self):
         self.encrypt("opera.showdata", legacy_show(legacy_song("2", "Two")))

@@ -8,6 +8,9 @@ import shutil
 import subprocess
 
 EXAMPLES = pathlib.Path(__file__).resolve().parents[2] / "examples"
+SEASON = ("a.logdata", "a.showdata", "below/b.logdata", "below/b.showdata")
+BOTH = ("new.logdata", "new.showdata")
+SEVERAL = "4"
 EXPORTED = ("songs/1 Auld Lang Syne.mid", "songs/2 Greensleeves.mid", "songs/2a Scarborough Fair.mid")
 
 
@@ -19,6 +22,8 @@ class Command:
     outputs: tuple = ()     # the files that it writes
     stdin: str = ""         # the input that it reads there
     in_place: bool = False  # the outputs are inputs as well, and there is no --force
+    is_many: bool = False   # each input is converted for itself: some outputs may be written where others fail
+    report: str = ""        # the file that gets a line for each input; the command goes on where it has stopped
 
     def __str__(self):
         return " ".join(self.arguments)
@@ -27,10 +32,28 @@ class Command:
     def writes(self):
         return bool(self.outputs)
 
+    @property
+    def has_threads(self):
+        """Whether the order of its calls differs from run to run."""
+        return self.arguments[-2:] == ("-j", SEVERAL)
+
 
 def one_file(*arguments, stdin=""):
     """A command that writes one file."""
     return Command((*arguments, "-o", "out"), ("out",), stdin)
+
+
+def many(*arguments, **more):
+    """A command on many inputs, with one worker and with several."""
+    return tuple(Command((*arguments, "-j", workers), is_many=True, **more) for workers in ("1", SEVERAL))
+
+
+def below(folder, names):
+    return tuple(f"{folder}/{name}" for name in names)
+
+
+def with_backups(names):
+    return (*names, *(f"{name}.~1~" for name in names))
 
 
 COMMANDS = (
@@ -59,6 +82,15 @@ COMMANDS = (
     Command(("print", "new.logdata")),
     Command(("print", "old.showdata")),
     Command(("list", ".")),
+    *many("up", "season", "-r", "--out-dir", "out", "--report", "report", "--resume", outputs=below("out", SEASON),
+          report="report"),
+    *many("up", "season", "-r", "--out-dir", "done", "--report", "done.json", "--resume", report="done.json"),
+    *many("up", "season", "-r", "--in-place", outputs=with_backups(below("season", SEASON)), in_place=True),
+    *many("down", *BOTH, "--out-dir", "out", outputs=below("out", BOTH)),
+    *many("convert", *BOTH, "--to", "2.0", "--out-dir", "out", "--report", "report", "--resume",
+          outputs=below("out", BOTH), report="report"),
+    *many("convert", *BOTH, "--to", "1.1", "--in-place", outputs=with_backups(BOTH), in_place=True),
+    *many("check", "season", "-r", "--to", "1.2"),
     Command(("explain",)),
     Command(("completion", "zsh")),
     Command(("help", "midi", "import")),
@@ -90,6 +122,10 @@ def make_inputs(tool, folder):
     for kind in ("showdata", "logdata"):
         shutil.copyfile(EXAMPLES / f"three-tunes-0.0.{kind}", folder / f"old.{kind}")
         shutil.copyfile(EXAMPLES / f"three-tunes-1.2.{kind}", folder / f"new.{kind}")
+    (folder / "season" / "below").mkdir(parents=True)
+    for name in SEASON:
+        shutil.copyfile(folder / f"old{pathlib.Path(name).suffix}", folder / "season" / name)
+    run("up", "season", "-r", "--out-dir", "done", "--report", "done.json")
     for number, path in enumerate(sorted((EXAMPLES / "midi").iterdir())[:2], 1):
         shutil.copyfile(path, folder / f"{number}.mid")
     (folder / "plain.json").write_bytes(as_text("new.showdata"))

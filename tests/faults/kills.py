@@ -7,6 +7,7 @@ old file or the new one, nothing else has changed, and only private folders rema
 
 import argparse
 import collections
+import json
 import os
 import pathlib
 import random
@@ -55,8 +56,10 @@ class Case:
         self.name = f"{command} ({'over old files' if replaces else 'new files'})"
         self.forced = [TOOL, *command.arguments] + ([] if command.in_place else ["--force"])
         self.arguments = self.forced if replaces else [TOOL, *command.arguments]
+        self.again = self.arguments if command.report else self.forced
         if replaces and not command.in_place:
             for name in command.outputs:
+                (self.folder / name).parent.mkdir(parents=True, exist_ok=True)
                 (self.folder / name).write_bytes(OLD)
                 (self.folder / name).chmod(OLD_MODE)
         self.old = files_and_left(self.folder)[0]
@@ -73,17 +76,35 @@ class Case:
             subprocess.run(arguments, cwd=self.folder, env=environment(), stdin=stdin, stderr=subprocess.DEVNULL,
                            check=True)
         life = time.perf_counter() - start
-        self.new = getattr(self, "new", None) or files_and_left(self.folder)[0]
-        if files_and_left(self.folder)[0] != self.new:
+        files, left = files_and_left(self.folder)
+        report = self.take_report(files)
+        self.new = getattr(self, "new", None) or files
+        if files != self.new:
             raise Violation("a run gives something else than the one before it")
+        if left and self.command.is_many:
+            raise Violation(f"a run has left {sorted(left)}")
+        self.judge_report(report, files)
         self.restore()
         return life
+
+    def take_report(self, files):
+        """Takes the report out of the files; every run makes it longer."""
+        return files.pop(self.command.report, (0, b""))[1]
+
+    def judge_report(self, report, files):
+        """Whatever the report has as done is there. Only its last line may be cut off."""
+        for line in report.splitlines(keepends=True):
+            if not line.endswith(b"\n"):
+                continue
+            entry = json.loads(line)
+            if entry["status"] == "done" and files.get(entry["output"]) != self.new[entry["output"]]:
+                raise Violation(f"{entry['output']} is reported and not there")
 
     def restore(self):
         """Makes the folder what it was before the command."""
         for path in files_and_left(self.folder)[1]:
             shutil.rmtree(path)
-        for name in self.command.outputs:
+        for name in (*self.command.outputs, *filter(None, [self.command.report])):
             (self.folder / name).unlink(missing_ok=True)
             if name in self.old:
                 (self.folder / name).write_bytes(self.old[name][1])
@@ -115,6 +136,8 @@ class Case:
         """Counts what a killed process has left, and runs the command once more where that is not nothing."""
         self.results["kills" if code == -signal.SIGKILL else "ended before"] += 1
         files, left = files_and_left(self.folder)
+        report = self.take_report(files)
+        self.judge_report(report, files)
         outputs = set(self.command.outputs)
         for name in set(files) | set(self.old):
             allowed = [self.old.get(name)] + ([self.new[name]] if name in outputs else [])
@@ -126,8 +149,8 @@ class Case:
         are_new = [files.get(name) == self.new[name] for name in outputs]
         self.results["new" if all(are_new) else "some new" if any(are_new) else "old"] += 1
         self.results["with a private folder"] += bool(left)
-        if left or any(are_new):
-            self.run_to_the_end(self.forced)
+        if left or any(are_new) or report:
+            self.run_to_the_end(self.again)
 
 
 def cases(folder):

@@ -5,12 +5,17 @@ import unittest
 import errors
 import oracle
 import shim
+from commands import Command, many
 
-GOOD = oracle.Good(0, b"text", {"in": b"in"}, {"in": b"in", "out": b"new"}, [b"00ff"])
-FAILING = oracle.Good(6, b"", {"in": b"in"}, {"in": b"in"}, [])
-REPLACING = oracle.Good(0, b"", {"out": b"old"}, {"out": b"new"}, [])
+ONE = Command(())
+GOOD = oracle.Good(0, b"text", {"in": b"in"}, {"in": b"in", "out": b"new"}, [b"00ff"], ONE)
+FAILING = oracle.Good(6, b"", {"in": b"in"}, {"in": b"in"}, [], ONE)
+REPLACING = oracle.Good(0, b"", {"out": b"old"}, {"out": b"new"}, [], ONE)
+ALONE, TOGETHER = (oracle.Good(0, b"", {"a": b"old", "b": b"old"}, {"a": b"new", "b": b"new", "a.~1~": b"old"}, [], command)
+                   for command in many(outputs=("a", "b"), report="report"))
 UNTOUCHED, COMPLETE = {"in": b"in"}, {"in": b"in", "out": b"new"}
 MESSAGE = b"zuna-convert: in: cannot be read; try again\n"
+OTHER = b"zuna-convert: it is lost\n"
 FAULT = "read:1:5"
 
 
@@ -57,6 +62,25 @@ class OracleTest(unittest.TestCase):
         said = b"zuna-convert: out: is written, but its folder cannot be flushed\n"
         self.expect(None, COMPLETE, errors=said)
         self.expect(None, {**UNTOUCHED, ".zuna-1.tmp": b""}, fault="rmdir:1:5")
+
+    def test_each_of_many_inputs(self):
+        some = {"a": b"new", "a.~1~": b"old", "b": b"old"}
+        self.expect("b is not made, and no message names it", some, ALONE, code=7, errors=OTHER)
+        self.expect(None, some, ALONE, code=7, errors=b"zuna-convert: in/b: cannot be read; try again\n")
+        self.expect(None, some, ALONE, code=70)
+        self.expect("a is replaced, and its old content is not kept", {"a": b"new", "b": b"old"}, ALONE, code=70)
+        self.expect(None, some, TOGETHER, code=70, fired=0)
+
+    def test_report(self):
+        line = b'{"status": "done", "output": "%s"}\n'
+        some = {"a": b"new", "a.~1~": b"old", "b": b"old"}
+        self.expect(None, {**some, "report": line % b"a" + b'{"sta'}, ALONE, code=70)
+        self.expect("b is reported and not there", {**some, "report": line % b"b"}, ALONE, code=70)
+        complete = {**some, "b": b"new"}
+        self.expect(None, {**complete, "report": line % b"a" + line % b"b"}, ALONE, code=0)
+        self.expect("exit code 0 without the whole report", {**complete, "report": line % b"a"}, ALONE, code=0)
+        self.assertIn("exit code 0 with a report that is cut off",
+                      oracle.problems(Run(code=0), FAULT, {**complete, "report": (line % b"a")[:-1]}, ALONE))
 
     def test_messages(self):
         self.expect("failed without a message", UNTOUCHED, errors=b"")

@@ -43,6 +43,7 @@ FAILING = (
     commands.Command(("convert", "old.showdata", "-o", "out")),
     commands.Command(("decrypt", "plain.json", "-o", "out")),
     commands.Command(("info", "missing", "new.logdata")),
+    commands.Command(("up", "old.showdata", "plain.json", "--out-dir", "out", "-j", "1"), is_many=True),
     commands.Command(("print", "new.logdata", "--song", "99")),
     commands.Command(("--key-file", "plain.json", "print", "new.logdata")),
 )
@@ -52,6 +53,7 @@ class Case:
     """A command, and whether its outputs exist before."""
 
     def __init__(self, command, replaces):
+        self.command = command
         self.arguments = (*command.arguments, "--force") if replaces else command.arguments
         self.stdin = command.stdin
         self.old = dict.fromkeys(command.outputs, OLD) if replaces else {}
@@ -80,6 +82,7 @@ class Place:
         shutil.rmtree(self.folder, ignore_errors=True)
         shutil.copytree(self.inputs, self.folder)
         for name, content in self.case.old.items():
+            (self.folder / name).parent.mkdir(parents=True, exist_ok=True)
             (self.folder / name).write_bytes(content)
         self.before = self.files()
 
@@ -104,7 +107,7 @@ def good_run(inputs, case):
     """How the command goes by itself, how often it makes each call, and how many allocations all commands begin with."""
     place = Place(inputs, case)
     run = place.run()
-    good = oracle.Good(run.code, run.output, place.before, place.files(), secrets(inputs))
+    good = oracle.Good(run.code, run.output, place.before, place.files(), secrets(inputs), case.command)
     before_work = min(place.run(f"{call}:1:kill").counts["memory"] for call in FIRST_CALLS_OF_THE_WORK)
     fails = case.arguments in [command.arguments for command in FAILING]
     place.remove()

@@ -77,9 +77,19 @@ class Search {
       if (options_.recursive && !std::filesystem::is_symlink(entry.path, ignored)) {
         AddFolder(entry.path, entry.relative);
       }
-    } else if (IsShowOrLogName(name) && MayBeFile(status)) {
+    } else if (IsShowOrLogName(name) ? MayBeFile(status) : MayBeUnseenFolder(entry.path, status)) {
       found_.push_back(std::move(entry));
     }
+  }
+
+  /// Whether it may be a folder with inputs, which cannot be looked at: opening it tells why.
+  bool MayBeUnseenFolder(const std::string& path, const std::filesystem::file_status& status) const {
+    using std::filesystem::file_type;
+    if (!options_.recursive) return false;
+    if (std::filesystem::exists(status) && status.type() != file_type::unknown) return false;
+    std::error_code ignored;
+    const file_type type = std::filesystem::symlink_status(path, ignored).type();
+    return type != file_type::symlink && type != file_type::not_found;  // It may have been removed meanwhile.
   }
 
   const FolderSearch& options_;
