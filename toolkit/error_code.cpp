@@ -211,7 +211,7 @@ constexpr bool AreInOrder() {
 }
 static_assert(AreInOrder(), "a row stands at the number of its code");
 
-constexpr std::array<Explanation, kRows.size()> kExplanations = [] {
+constexpr std::array<Explanation, kRows.size()> kErrors = [] {
   std::array<Explanation, kRows.size()> explanations;
   std::transform(kRows.begin(), kRows.end(), explanations.begin(),
                  [](const Row& row) { return row.explanation; });
@@ -237,10 +237,10 @@ ErrorCode CodeOf(const zuna_sec::CipherError& error) {
   return ErrorCode::kDamaged;
 }
 
-std::string_view CodeText(ErrorCode code) { return kExplanations.at(static_cast<std::size_t>(code)).code; }
+std::string_view CodeText(ErrorCode code) { return kErrors.at(static_cast<std::size_t>(code)).code; }
 
 ErrorKind KindOf(ErrorCode code) { return kRows.at(static_cast<std::size_t>(code)).kind; }
 
-std::span<const Explanation> ErrorExplanations() { return kExplanations; }
+std::span<const Explanation> ErrorExplanations() { return kErrors; }
 
 }  // namespace zuna_toolkit

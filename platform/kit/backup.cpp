@@ -15,9 +15,8 @@ namespace kit {
 
 namespace {
 
-constexpr const char* kNotKept = "cannot be kept beside the new file";
+constexpr const char* kNoBackup = "cannot be kept beside the new file";
 constexpr unsigned kMostBackups = 99999;
-constexpr mode_t kPermissions = 0777;
 
 /// Whether both are names of one file.
 bool IsSameFile(const std::string& a, const std::string& b) {
@@ -30,7 +29,7 @@ bool IsSameFile(const std::string& a, const std::string& b) {
 /// Some file systems have no hard links, and some files must get none.
 void Copy(const std::string& path, const std::string& copy, std::size_t limit) {
   struct stat status {};
-  if (::stat(path.c_str(), &status) != 0) ThrowIoError(path, kNotKept, errno);
+  if (::stat(path.c_str(), &status) != 0) ThrowIoError(path, kNoBackup, errno);
   const FileBytes file = ReadWholeFile(path, limit);
   OutputFiles output(Existing::kRefuse);
   output.Add(copy);
@@ -49,7 +48,7 @@ std::string BackUp(const std::string& path, std::size_t limit) {
       continue;
     }
     if (errno != EPERM && errno != ENOTSUP && errno != EMLINK && errno != EXDEV) {
-      ThrowIoError(path, kNotKept, errno);
+      ThrowIoError(path, kNoBackup, errno);
     }
     try {
       Copy(path, name, limit);

@@ -18,8 +18,6 @@ namespace kit {
 
 namespace {
 
-bool IsDigit(char character) { return character >= '0' && character <= '9'; }
-
 /// Whether a private folder has this name: ".zuna-", 16 hexadecimal digits, ".tmp".
 bool IsStagingName(std::string_view name) {
   constexpr std::string_view kBegin = ".zuna-";
@@ -36,7 +34,7 @@ bool IsStagingName(std::string_view name) {
 bool IsUnplaced(std::string_view name) {
   constexpr std::string_view kBegin = "new-";
   return name.starts_with(kBegin) && name.size() > kBegin.size() &&
-         std::all_of(name.begin() + kBegin.size(), name.end(), IsDigit);
+         name.find_first_not_of("0123456789", kBegin.size()) == std::string_view::npos;
 }
 
 /// Opens the folder called `name` and locks it: nothing where it is another user's or a process has it.

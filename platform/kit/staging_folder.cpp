@@ -20,7 +20,6 @@ namespace {
 constexpr const char* kNotCreated = "cannot be written (creating a file in its folder)";
 constexpr int kMostNames = 100;
 constexpr mode_t kPrivateFolder = 0700;
-constexpr mode_t kPermissions = 0777;
 constexpr mode_t kOwnersPermissions = 0700;
 constexpr mode_t kOthersPermissions = 0007;
 

@@ -20,7 +20,7 @@ bool IsFolder(const std::string& path) {
   return std::filesystem::is_directory(path, ignored);
 }
 
-bool IsSame(const std::string& a, const std::string& b) {
+bool IsSamePlace(const std::string& a, const std::string& b) {
   std::error_code ignored;
   return std::filesystem::equivalent(a, b, ignored);
 }
@@ -56,7 +56,7 @@ class Search {
  private:
   void AddFolder(const std::string& path, const std::string& relative) {
     const bool is_named = relative.empty();
-    if (!is_named && !options_.passed_over.empty() && IsSame(path, options_.passed_over)) return;
+    if (!is_named && !options_.passed_over.empty() && IsSamePlace(path, options_.passed_over)) return;
     std::vector<std::string> names;
     try {
       names = kit::listdir(path);

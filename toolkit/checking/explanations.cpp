@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t kCodes = static_cast<std::size_t>(FindingCode::kTempoScale) + 1;
 
 /// In the order of FindingCode.
-constexpr std::array<Explanation, kCodes> kExplanations{{
+constexpr std::array<Explanation, kCodes> kFindings{{
     {"show-empty", "the show has no songs", "check that this is the right file"},
     {"log-empty", "the log has no songs", "check that this is the right file"},
     {"song-repeated", "the legacy file has two songs of one number, and only the later one is read",
@@ -81,7 +81,7 @@ constexpr std::array<Explanation, kCodes> kExplanations{{
 
 }  // namespace
 
-std::string_view CodeText(FindingCode code) { return kExplanations.at(static_cast<std::size_t>(code)).code; }
+std::string_view CodeText(FindingCode code) { return kFindings.at(static_cast<std::size_t>(code)).code; }
 
 Severity SeverityOf(FindingCode code) {
   switch (code) {
@@ -107,6 +107,6 @@ Severity SeverityOf(FindingCode code) {
   }
 }
 
-std::span<const Explanation> FindingExplanations() { return kExplanations; }
+std::span<const Explanation> FindingExplanations() { return kFindings; }
 
 }  // namespace zuna_toolkit

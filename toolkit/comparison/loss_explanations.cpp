@@ -5,7 +5,7 @@ namespace zuna_toolkit {
 
 namespace {
 
-constexpr Explanation kExplanations[] = {
+constexpr Explanation kLosses[] = {
     {"show-name-dropped", "a legacy show holds no name", "keep its log too: up takes the name from it"},
     {"song-replaced", "a later song of the same number takes the place of an earlier one in the legacy file",
      "give every song a number of its own before the conversion"},
@@ -75,6 +75,6 @@ constexpr Explanation kExplanations[] = {
 
 }  // namespace
 
-std::span<const Explanation> LossExplanations() { return kExplanations; }
+std::span<const Explanation> LossExplanations() { return kLosses; }
 
 }  // namespace zuna_toolkit

@@ -36,7 +36,7 @@ void RequireSongs(const CL::ChangeLog& from, const CL::ChangeLog& to, const std:
               "give a log of the same songs");
 }
 
-bool IsSame(const CL::Fermata& a, const CL::Fermata& b) {
+bool IsSameFermata(const CL::Fermata& a, const CL::Fermata& b) {
   return a.start == b.start && a.end == b.end && a.value_bits == b.value_bits && a.label == b.label;
 }
 
@@ -46,7 +46,7 @@ void CountSong(const CL::SongLog& source, const CL::SongLog& destination, Fermat
   copy.fermatas += ours.size();
   if (source.attacca != 0) ++copy.attaccas;
   if (!ours.empty() || source.attacca != 0) ++copy.songs;
-  if (!std::equal(ours.begin(), ours.end(), theirs.begin(), theirs.end(), IsSame)) {
+  if (!std::equal(ours.begin(), ours.end(), theirs.begin(), theirs.end(), IsSameFermata)) {
     copy.replaced_fermatas += theirs.size();
   }
   if (destination.attacca != 0 && destination.attacca != source.attacca) ++copy.replaced_attaccas;

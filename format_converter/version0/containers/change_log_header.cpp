@@ -13,7 +13,7 @@ namespace version0 {
 
 namespace {
 
-void expect_magic(std::istream& is) {
+void expect_log_magic(std::istream& is) {
   std::array<char, kChangeLogMagic.size() + 1> magic{};  // with a terminating NUL
   is.read(magic.data(), kChangeLogMagic.size());
   if (magic.data() == kChangeLogMagic) return;
@@ -24,7 +24,7 @@ void expect_magic(std::istream& is) {
 }  // namespace
 
 ChangeLogHeader::ChangeLogHeader(std::istream& is) {
-  expect_magic(is);
+  expect_log_magic(is);
   const std::uint32_t length = get_u32(is);
   end_position = istream_tellg(is) + length;
   identifier = kit::UUID(is, true);

@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::string_view kMagic = "TLMN";
 
-void expect_magic(std::istream& is) {
+void expect_timeline_magic(std::istream& is) {
   std::array<char, kMagic.size()> magic{};
   is.read(magic.data(), magic.size());
   const std::string found(magic.data(), magic.size());
@@ -52,7 +52,7 @@ void read_list(std::istream& is, Timeline& timeline) {
 }  // namespace
 
 Timeline::Timeline(std::istream& is) {
-  expect_magic(is);
+  expect_timeline_magic(is);
   name = get_string(is);
   song_length = get_u32(is);
   const std::uint32_t body_length = get_u32(is);

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <sys/types.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -12,6 +13,9 @@
 #include <utility>
 
 namespace kit {
+
+/// The bits of a mode that an output keeps: not set-user-ID, set-group-ID and sticky.
+inline constexpr mode_t kPermissions = 0777;
 
 /// Throws kit::IoError "PATH: WHAT: REASON; REMEDY" for a value of errno; `what` says what failed and where.
 [[noreturn]] void ThrowIoError(const std::string& path, std::string_view what, int error);
