@@ -21,11 +21,21 @@ std::vector<Row>& Rows() {
   return rows;
 }
 
-void Register(const std::string& name, const std::function<void()>& work) {
-  benchmark::RegisterBenchmark(name.c_str(),
-                               [&work](benchmark::State& state) {
-                                 for ([[maybe_unused]] auto iteration : state) work();
-                               })
+void Measure(benchmark::State& state, const std::function<void()>& work,
+             const std::function<void()>& prepare) {
+  for ([[maybe_unused]] auto iteration : state) {
+    if (prepare) {
+      state.PauseTiming();
+      prepare();
+      state.ResumeTiming();
+    }
+    work();
+  }
+}
+
+void Register(const std::string& name, const std::function<void()>& work,
+              const std::function<void()>& prepare) {
+  benchmark::RegisterBenchmark(name.c_str(), [&](benchmark::State& state) { Measure(state, work, prepare); })
       ->Repetitions(kRepetitions)
       ->ReportAggregatesOnly()
       ->Unit(benchmark::kMillisecond)
@@ -45,19 +55,28 @@ class MedianReporter : public benchmark::ConsoleReporter {
   }
 };
 
+void PrintRate(const Row& row, double seconds) {
+  if (row.files > 0) {
+    std::printf("  %6.0f files/s", static_cast<double>(row.files) / seconds);
+  } else {
+    std::printf("  %6.1f M events/s", static_cast<double>(row.events) / seconds / 1e6);
+  }
+  if (row.bytes > 0) std::printf("  %5.2f GB/s", static_cast<double>(row.bytes) / seconds / 1e9);
+}
+
 void PrintRow(const Row& row, const std::map<std::string, double>& medians) {
   const auto own = medians.find(row.work);
   if (own == medians.end()) return;  // filtered out
   const double seconds = own->second;
-  const auto events = static_cast<double>(row.events);
   std::printf("%-46s %9.2f ms", row.work.c_str(), seconds * 1e3);
   if (row.limit) {
     const double limit = medians.at(row.work + kLimit);
     std::printf("  limit %9.2f ms  ratio %5.2f", limit * 1e3, seconds / limit);
-    std::printf("  above it %6.1f ns/event", (seconds - limit) * 1e9 / events);
+    if (row.events > 0) {
+      std::printf("  above it %6.1f ns/event", (seconds - limit) * 1e9 / static_cast<double>(row.events));
+    }
   }
-  std::printf("  %6.1f M events/s", events / seconds / 1e6);
-  if (row.bytes > 0) std::printf("  %5.2f GB/s", static_cast<double>(row.bytes) / seconds / 1e9);
+  PrintRate(row, seconds);
   std::printf("  [%s]\n", row.goals.c_str());
 }
 
@@ -67,8 +86,8 @@ void AddRow(Row row) { Rows().push_back(std::move(row)); }
 
 void RunRows(int argc, char** argv) {
   for (const Row& row : Rows()) {
-    Register(row.work, row.run);
-    if (row.limit) Register(row.work + kLimit, row.limit);
+    Register(row.work, row.run, row.prepare);
+    if (row.limit) Register(row.work + kLimit, row.limit, row.prepare);
   }
   // In turn, so that a change of the machine's speed meets the work and its limit alike.
   std::string interleave = "--benchmark_enable_random_interleaving=true";

@@ -16,6 +16,8 @@ struct Row {
   std::size_t events = 0;  ///< in one run; gives events a second, and nanoseconds an event above the limit
   std::size_t bytes = 0;   ///< of text in one run, or 0
   std::string goals;       ///< the first goal and the aim, for the reader
+  std::size_t files = 0;   ///< in one run; gives files a second, in place of events
+  std::function<void()> prepare = {};  ///< done before each run, and not measured; may be empty
 };
 
 /// Adds a row. Its work and its limit are run in turn.
