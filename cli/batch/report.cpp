@@ -49,7 +49,7 @@ std::string ReportJson(const ReportLine& line, Status status, const Failure* fai
       ", \"digest\": " + TextOrNull(line.digest) + ", \"options\": " + JsonString(line.options) +
       ", \"companion\": " + TextOrNull(line.companion) + ", \"output\": " + TextOrNull(line.output) +
       ", \"status\": \"" + std::string(StatusText(status)) + "\", \"exitCode\": " + std::to_string(code);
-  if (failure != nullptr) json += ", \"error\": " + FailureJson(*failure);
+  if (failure != nullptr) json += ", \"error\": " + ErrorJson(*failure);
   json += ", \"losses\": [" + line.losses + "]";
   if (failure == nullptr && !line.finished.empty()) {
     json += ", " + std::string(kFinishedKey) + ": \"" + line.finished + '"';
@@ -67,7 +67,7 @@ Outcome WithFailureJson(const std::string& path, const std::function<Outcome()>&
     outcome.status = Status::kFailed;
     outcome.failure = CurrentFailure();
     outcome.text = "{\"schemaVersion\": 1, \"path\": " + JsonString(path) +
-                   ", \"error\": " + FailureJson(*outcome.failure) + "}\n";
+                   ", \"error\": " + ErrorJson(*outcome.failure) + "}\n";
     return outcome;
   }
 }

@@ -16,10 +16,10 @@ std::string NumberOrNull(const std::optional<Number>& number) {
 
 std::string TextOrNull(const std::string& text) { return text.empty() ? "null" : JsonString(text); }
 
-std::string FailureJson(const Failure& failure) {
-  const zuna_toolkit::ErrorParts& parts = failure.parts();
-  return "{\"code\": \"" + std::string(CodeText(failure.code())) +
-         "\", \"message\": " + JsonString(failure.what()) + ", \"remedy\": " + TextOrNull(parts.remedy) +
+std::string ErrorJson(const zuna_toolkit::Error& error) {
+  const zuna_toolkit::ErrorParts& parts = error.parts();
+  return "{\"code\": \"" + std::string(CodeText(error.code())) +
+         "\", \"message\": " + JsonString(error.what()) + ", \"remedy\": " + TextOrNull(parts.remedy) +
          ", \"song\": " + TextOrNull(parts.song) + ", \"field\": " + TextOrNull(parts.field) +
          ", \"offset\": " + NumberOrNull(parts.offset) + "}";
 }

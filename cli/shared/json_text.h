@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "cli/terminal/failure.h"
+#include "toolkit/error.h"
 #include "toolkit/place.h"
 
 namespace zuna_cli {
@@ -12,7 +12,7 @@ namespace zuna_cli {
 std::string TextOrNull(const std::string& text);
 
 /// An object: {"code": …, "message": …, "remedy": …, "song": …, "field": …, "offset": …}
-std::string FailureJson(const Failure& failure);
+std::string ErrorJson(const zuna_toolkit::Error& error);
 
 /// The members of an object: "list": …, "index": …, "tick": …, "bar": …, "voice": …
 std::string PlaceJson(const zuna_toolkit::Place& place);

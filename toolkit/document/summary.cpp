@@ -84,12 +84,12 @@ SongSummary SongOf(const CL::SongLog& song) {
 struct WholeSummariser {
   Summary operator()(const LegacyShow&) const { return {}; }
   Summary operator()(const LegacyLog& legacy) const { return OfLog(legacy.log); }
-  Summary operator()(const zuna_midi::ShowData& show) const { return {show.show_name, std::nullopt, {}}; }
+  Summary operator()(const zuna_midi::ShowData& show) const { return {show.show_name, std::nullopt}; }
   Summary operator()(const CL::ChangeLog& log) const { return OfLog(log); }
 
   template <typename Log>
   static Summary OfLog(const Log& log) {
-    return {log.show_name, LogHeader{log.log_label, log.identifier.ToString(), log.log_tag_pair}, {}};
+    return {log.show_name, LogHeader{log.log_label, log.identifier.ToString(), log.log_tag_pair}};
   }
 };
 
@@ -117,12 +117,6 @@ Summary SummariseWhole(const Document& document) { return std::visit(WholeSummar
 
 void SummariseSongs(const Document& document, const SongSummarySink& sink) {
   std::visit(SongSummariser{sink}, document.model());
-}
-
-Summary Summarise(const Document& document) {
-  Summary summary = SummariseWhole(document);
-  SummariseSongs(document, [&](const SongSummary& song) { summary.songs.push_back(song); });
-  return summary;
 }
 
 }  // namespace zuna_toolkit

@@ -42,17 +42,13 @@ struct LogHeader {
   std::pair<std::uint16_t, std::uint16_t> tag_pair;  ///< carried unchanged
 };
 
-/// A whole document.
+/// What a whole document says besides its songs.
 struct Summary {
   std::optional<std::string> show_name;  ///< a legacy show has none
   std::optional<LogHeader> log;          ///< of a log
-  std::vector<SongSummary> songs;        ///< in the order of the document
 };
 
-/// What there is to tell about `document`.
-ZUNA_API Summary Summarise(const Document& document);
-
-/// The same without the songs.
+/// What there is to tell about `document` besides its songs.
 ZUNA_API Summary SummariseWhole(const Document& document);
 
 /// Takes one song. It is gone afterwards, so many songs take no memory.

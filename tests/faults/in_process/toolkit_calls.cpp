@@ -80,7 +80,6 @@ void AddDocuments(Calls& calls, const Samples& samples) {
     });
     calls.Add("Document",
               [=] { return TextOf(Document(document->model(), document->type().version, kLong)); });
-    calls.Add("Summarise", [=] { return zuna_toolkit::Summarise(*document).songs.front().name; });
     calls.Add("SummariseWhole",
               [=] { return zuna_toolkit::SummariseWhole(*document).show_name.value_or(""); });
     calls.Add("SummariseSongs", [=] {

@@ -4,16 +4,25 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <vector>
 
 namespace zuna_toolkit {
 namespace {
 
 using Counts = std::map<std::string, std::size_t>;
 
-/// The counts of the first song that are not 0.
-Counts CountsOf(const Summary& summary) {
+/// The only song of `document`.
+SongSummary SongOf(const Document& document) {
+  std::vector<SongSummary> songs;
+  SummariseSongs(document, [&](const SongSummary& song) { songs.push_back(song); });
+  EXPECT_EQ(songs.size(), 1U);
+  return songs.at(0);
+}
+
+/// The counts that are not 0.
+Counts CountsOf(const SongSummary& song) {
   Counts counts;
-  for (const Count& count : summary.songs.at(0).counts) {
+  for (const Count& count : song.counts) {
     if (count.value != 0) counts[std::string(count.key)] = count.value;
   }
   return counts;
@@ -31,19 +40,19 @@ TEST(Summary, CountsWhatASongOfAShowHas) {
   show.show_name = "Gala";
   show.AddSongData(song);
   const Document current(show, {1, 2}, "name");
-  const Summary summary = Summarise(current);
-  EXPECT_EQ(summary.show_name, "Gala");
-  EXPECT_FALSE(summary.log);
-  EXPECT_EQ(summary.songs.at(0).number, "1a");
-  EXPECT_EQ(summary.songs.at(0).name, "Song");
-  EXPECT_EQ(summary.songs.at(0).division, 480);
-  EXPECT_EQ(summary.songs.at(0).length, 1920U);
-  EXPECT_FALSE(summary.songs.at(0).attacca);
+  EXPECT_EQ(SummariseWhole(current).show_name, "Gala");
+  EXPECT_FALSE(SummariseWhole(current).log);
+  const SongSummary summary = SongOf(current);
+  EXPECT_EQ(summary.number, "1a");
+  EXPECT_EQ(summary.name, "Song");
+  EXPECT_EQ(summary.division, 480);
+  EXPECT_EQ(summary.length, 1920U);
+  EXPECT_FALSE(summary.attacca);
   const Counts expected{{"voices", 1}, {"events", 2}, {"bars", 4}, {"tempos", 1}, {"meters", 3}};
   EXPECT_EQ(CountsOf(summary), expected);
-  const Summary legacy = Summarise({LegacyShow{version0::ShowData(show)}, {}, "name"});
-  EXPECT_FALSE(legacy.show_name);
-  EXPECT_EQ(CountsOf(legacy), expected);
+  const Document legacy(LegacyShow{version0::ShowData(show)}, {}, "name");
+  EXPECT_FALSE(SummariseWhole(legacy).show_name);
+  EXPECT_EQ(CountsOf(SongOf(legacy)), expected);
 }
 
 TEST(Summary, CountsTheEditsOfALog) {
@@ -57,21 +66,22 @@ TEST(Summary, CountsTheEditsOfALog) {
   log.log_label = "label";
   log.log_tag_pair = {3, 4};
   log.AddSongLog(song);
-  const Summary summary = Summarise({log, {1, 2}, "name"});
+  const Document current(log, {1, 2}, "name");
+  const Summary summary = SummariseWhole(current);
   EXPECT_EQ(summary.show_name, "Gala");
   ASSERT_TRUE(summary.log);
   EXPECT_EQ(summary.log->label, "label");
   EXPECT_EQ(summary.log->identifier, "00000000-0000-0000-0000-000000000000");
   EXPECT_EQ(summary.log->tag_pair.second, 4);
-  EXPECT_EQ(summary.songs.at(0).division, 96);
-  EXPECT_EQ(summary.songs.at(0).attacca, 3);
+  EXPECT_EQ(SongOf(current).division, 96);
+  EXPECT_EQ(SongOf(current).attacca, 3);
   const Counts expected{{"vamps", 1}, {"tempoScales", 2}, {"markers", 1}};
-  EXPECT_EQ(CountsOf(summary), expected);
-  const Summary legacy = Summarise({LegacyLog{version0::ChangeLogV0(log)}, {}, "name"});
-  EXPECT_EQ(legacy.show_name, "Gala");
-  EXPECT_FALSE(legacy.songs.at(0).division);
-  EXPECT_FALSE(legacy.songs.at(0).attacca);
-  EXPECT_EQ(CountsOf(legacy), expected);
+  EXPECT_EQ(CountsOf(SongOf(current)), expected);
+  const Document legacy(LegacyLog{version0::ChangeLogV0(log)}, {}, "name");
+  EXPECT_EQ(SummariseWhole(legacy).show_name, "Gala");
+  EXPECT_FALSE(SongOf(legacy).division);
+  EXPECT_FALSE(SongOf(legacy).attacca);
+  EXPECT_EQ(CountsOf(SongOf(legacy)), expected);
 }
 
 }  // namespace
