@@ -21,8 +21,8 @@ std::string_view SeverityText(Severity severity) {
 std::string Line(const Finding& finding) {
   std::string text = "  " + std::string(SeverityText(finding.severity)) + ": ";
   if (!finding.song.empty()) text += "song " + finding.song + ": ";
-  text += finding.problem + "; " + finding.remedy + " (" + std::string(CodeText(finding.code)) + ')';
-  return Printable(text) + '\n';
+  text += finding.problem + "; " + finding.remedy;
+  return Printable(WithCode(text, CodeText(finding.code))) + '\n';
 }
 
 std::string Object(const Finding& finding) {

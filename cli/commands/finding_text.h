@@ -19,7 +19,7 @@ class Findings {
   bool empty() const { return !has_findings_; }
   bool has_errors() const { return has_errors_; }
 
-  /// A line for each, indented: "  error: song 2: the tempo at 480 is 0 us; correct it (tempo-zero)". Of many
+  /// A line for each, indented: "  error: song 2: the tempo at 480 is 0 us; correct it [tempo-zero]". Of many
   /// of one kind the first ones, and how many more there are.
   std::string Text() const;
 

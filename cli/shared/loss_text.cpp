@@ -198,15 +198,16 @@ void Losses::Add(const Difference& loss, bool keep_json) {
   if (line.empty()) {
     grouped_lines_.Add(loss);
   } else {
-    own_lines_.push_back(line);
+    own_lines_.push_back(WithCode(line, CodeText(loss)));
   }
 }
 
 std::vector<std::string> Losses::Lines() const {
   std::vector<std::string> lines = own_lines_;
   const std::string begin = is_up_ ? "the current versions do not keep " : "format 0.0 does not keep ";
-  for (const DifferenceGroups::Group& group : grouped_lines_.groups())
-    lines.push_back(begin + GroupText(group));
+  for (const DifferenceGroups::Group& group : grouped_lines_.groups()) {
+    lines.push_back(WithCode(begin + GroupText(group), CodeText(group.first)));
+  }
   return lines;
 }
 

@@ -18,8 +18,8 @@ class Losses {
 
   bool empty() const { return groups_.groups().empty(); }
 
-  /// A line for each kind of loss, with the first one of it. On the way up also one for every bar label that
-  /// was cut and all tracks of one id.
+  /// A line for each kind of loss, with the first one of it and its code. On the way up also one for every bar
+  /// label that was cut and all tracks of one id.
   std::vector<std::string> Lines() const;
 
   /// The code of each kind.

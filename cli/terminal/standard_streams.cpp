@@ -31,6 +31,16 @@ bool MayWriteAgain(int file) {
   return poll(&output, 1, -1) == 1 || errno == EINTR;
 }
 
+/// Whether the explanation of its code says more than a message of this kind.
+bool IsExplained(zuna_toolkit::ErrorKind kind) {
+  using zuna_toolkit::ErrorKind;
+  return kind != ErrorKind::kUsage && kind != ErrorKind::kInternal && kind != ErrorKind::kInterrupted;
+}
+
+std::string MessageOf(const Failure& failure) {
+  return IsExplained(failure.kind()) ? WithCode(failure.what(), CodeText(failure.code())) : failure.what();
+}
+
 }  // namespace
 
 bool OccupyStandardDescriptors() {
@@ -69,7 +79,7 @@ void PrintError(const Failure& failure) {
   if (failure.code() == ErrorCode::kClosedPipe) return;  // the reader has stopped on purpose
   const bool colour = Colourful();
   PrintLine(std::string(colour ? kRed : "") + "zuna-convert:" + (colour ? kPlain : "") + ' ' +
-            Printable(failure.what()) + '\n');
+            Printable(MessageOf(failure)) + '\n');
 }
 
 std::string NoteLine(const std::string& name, const std::string& text) {

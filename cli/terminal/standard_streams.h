@@ -25,9 +25,9 @@ std::string OutputName(const std::string& path);
 /// Writes to standard output. Throws Failure: kIo, or kClosedPipe.
 void WriteStandardOutput(std::string_view bytes);
 
-/// Writes "zuna-convert: " and the message to standard error, in colour on a terminal unless the environment
-/// has NO_COLOR.
-/// A closed output pipe is not reported: its reader has stopped on purpose.
+/// Writes "zuna-convert: ", the message and its code to standard error, in colour on a terminal unless the
+/// environment has NO_COLOR. Wrong usage, internal errors and interrupts stand without a code: it would say
+/// nothing more than the message. A closed output pipe is not reported: its reader has stopped on purpose.
 void PrintError(const Failure& failure);
 
 /// "zuna-convert: NAME: " and the text, as a line for a terminal.

@@ -59,6 +59,10 @@ std::string Printable(std::string_view text) {
   return Rewritten(text, shown, ByteEscape);
 }
 
+std::string WithCode(std::string_view text, std::string_view code) {
+  return std::string(text) + " [" + std::string(code) + ']';
+}
+
 std::string JsonString(std::string_view text) {
   const auto shown = [](std::string_view character, char32_t value) {
     if (IsEscaped(value)) return JsonEscape(value);

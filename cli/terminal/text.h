@@ -11,6 +11,9 @@ namespace zuna_cli {
 /// becomes "\xNN".
 std::string Printable(std::string_view text);
 
+/// "TEXT [CODE]": how a line ends that "zuna-convert explain CODE" tells more about.
+std::string WithCode(std::string_view text, std::string_view code);
+
 /// `text` as a JSON string with its quotation marks; the same characters are escaped as JSON does. Every byte
 /// that is no UTF-8 becomes U+FFFD.
 std::string JsonString(std::string_view text);

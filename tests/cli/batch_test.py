@@ -7,7 +7,7 @@ import time
 import unittest
 
 from tool import (BAD_INPUT, INTERRUPTED, IO, NOTHING_MATCHED, PART_FAILED, REFUSED, TOOL, USAGE, WithLogs,
-                  legacy_log, legacy_show, legacy_song, legacy_song_log)
+                  legacy_log, legacy_show, legacy_song, legacy_song_log, without_codes)
 
 
 class FolderTest(WithLogs):
@@ -25,8 +25,8 @@ class FolderTest(WithLogs):
         os.mkfifo(self.path("in/pipe.showdata"))
 
     def said(self, *arguments, **options):
-        """What the tool says, line by line without its name."""
-        lines = self.run_tool(*arguments, **options).stderr.decode().splitlines()
+        """What the tool says, line by line without its name and the codes."""
+        lines = without_codes(self.run_tool(*arguments, **options).stderr.decode()).splitlines()
         return [line.removeprefix("zuna-convert: ") for line in lines]
 
     def written(self, folder):
@@ -139,6 +139,14 @@ class FailureTest(FolderTest):
     def test_fails_with_its_own_code_for_a_single_input(self):
         self.write("bad.showdata", "bad")
         self.run_tool("up", "bad.showdata", "-o", "out", code=BAD_INPUT)
+
+    def test_ends_what_can_be_explained_with_its_code(self):
+        self.write("in/a.showdata", "bad")
+        os.remove(self.path("in/opera.logdata"))
+        said = self.run_tool("up", "in", "--out-dir", "out", code=PART_FAILED).stderr.decode()
+        self.assertRegex(said, r"(?m)^zuna-convert: in/a\.showdata: .*; .* \[not-encrypted\]$")
+        self.assertRegex(said, r"(?m)^zuna-convert: in/opera\.showdata: .*; .* \[companion-missing\]\n\Z")
+        self.assertRegex(self.run_tool("up", "in", code=USAGE).stderr, rb"--in-place\n$")
 
     def test_tells_which_input_a_companion_was_for(self):
         self.write("in/opera.logdata", "bad")
@@ -371,7 +379,7 @@ class ReportTest(FolderTest):
 
     def test_is_no_output(self):
         done = self.run_tool("up", "in/opera.showdata", "-o", "report", "--report", "report", "--force", code=REFUSED)
-        self.assertEqual(done.stderr, b"zuna-convert: report: is an input as well; give another output\n")
+        self.assertEqual(done.stderr, b"zuna-convert: report: is an input as well; give another output [output-is-input]\n")
 
     def test_is_no_other_file(self):
         before = self.read("new.showdata")

@@ -3,7 +3,8 @@
 import json
 import unittest
 
-from tool import BAD_INPUT, NEGATIVE, PART_FAILED, USAGE, WithLogs, legacy_log, legacy_show, legacy_song, legacy_song_log
+from tool import (BAD_INPUT, NEGATIVE, PART_FAILED, USAGE, WithLogs, legacy_log, legacy_show, legacy_song, legacy_song_log,
+                  without_codes)
 
 
 class CheckTest(WithLogs):
@@ -19,11 +20,11 @@ class CheckTest(WithLogs):
         done = self.run_tool("check", self.damaged_song(), code=NEGATIVE)
         lines = done.stdout.decode().splitlines()
         self.assertEqual(lines[0], "odd.showdata: show, version 0.0")
-        self.assertRegex("\n".join(lines), r"\n  error: song 7: .*; .* \(meter-zero\)")
+        self.assertRegex(done.stdout.decode(), r"\n  error: song 7: .*; .* \[meter-zero\]\n")
 
     def test_says_what_a_conversion_would_lose(self):
         done = self.run_tool("check", "new.showdata", "--to", "0.0", code=None)
-        self.assertIn(b'  loss: format 0.0 does not keep 1 show name ("My Show"; up takes it from the log)\n', done.stdout)
+        self.assertIn(b'  loss: format 0.0 does not keep 1 show name ("My Show"; up takes it from the log) [show-name-dropped]\n', done.stdout)
         done = self.run_tool("check", "new.log", "--to", "2.0")
         self.assertRegex(done.stdout, b"^new.log: log, version 1.2, to 2.0 lossless\n  warning: song 2: the vamp at 480 ")
         self.assertIn(b"old.showdata: show, version 0.0", self.run_tool("check", "old.showdata", "--to", "1.2",
@@ -47,8 +48,8 @@ class CheckTest(WithLogs):
 
     def test_tells_damage(self):
         self.write("cut", self.read("new.log")[:-1])
-        self.refuse("check", "cut", code=BAD_INPUT, message=self.run_tool("info", "cut", code=BAD_INPUT).stderr.decode()
-                    .removeprefix("zuna-convert: ").rstrip("\n"))
+        said = without_codes(self.run_tool("info", "cut", code=BAD_INPUT).stderr.decode())
+        self.refuse("check", "cut", code=BAD_INPUT, message=said.removeprefix("zuna-convert: ").rstrip("\n"))
 
 
 if __name__ == "__main__":

@@ -63,7 +63,7 @@ class EnvelopeTest(WithShows):
         self.assertEqual(self.read("good"), self.read("text"))
         self.write("edited", good.replace(b'"division"', b'"divison"', 1))
         done = self.run_tool("encrypt", "edited", "-o", "out", code=BAD_INPUT)
-        self.assertRegex(done.stderr, rb"^zuna-convert: edited: .*divison.*at byte \d+\); correct the text\n$")
+        self.assertRegex(done.stderr, rb"^zuna-convert: edited: .*divison.*at byte \d+\); correct the text \[text-error\]\n$")
         self.assertNotIn("out", self.files())
         self.run_tool("encrypt", "edited", "-o", "out", "--force")
         self.refuse("encrypt", "-", "-o", "new", stdin=b"\xef\xbb\xbf" + good, code=BAD_INPUT,

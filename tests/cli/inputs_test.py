@@ -27,7 +27,7 @@ class TooLargeTest(WithLogs):
 
     def refuse_large(self, *arguments, before=""):
         done = self.run_tool(*arguments, code=BAD_INPUT)
-        self.assertEqual(done.stderr.decode(), f"zuna-convert: {before}{self.too_large}\n")
+        self.assertEqual(done.stderr.decode(), f"zuna-convert: {before}{self.too_large} [too-large]\n")
         self.assertEqual(done.stdout, b"")
         self.assertFalse(os.path.exists(self.path("out")))
 
@@ -52,12 +52,14 @@ class TooLargeTest(WithLogs):
         os.mkdir(self.path("shows"))
         os.rename(self.path("large"), self.path("shows/large.showdata"))
         done = self.run_tool("list", "shows", code=BAD_INPUT)
-        self.assertEqual(done.stderr.decode(), f"zuna-convert: shows/{self.too_large.replace('large:', 'large.showdata:')}\n")
+        self.assertEqual(done.stderr.decode(), "zuna-convert: shows/"
+                         f"{self.too_large.replace('large:', 'large.showdata:')} [too-large]\n")
 
     def test_is_no_key_file(self):
         os.truncate(self.path(self.write_key("key", "")), LIMIT + 1)
         done = self.run_tool("info", "new.log", "--key-file", "key", code=BAD_INPUT)
-        self.assertEqual(done.stderr.decode(), f"zuna-convert: key: holds more than {KEY_LIMIT} bytes; give another file\n")
+        self.assertEqual(done.stderr.decode(), f"zuna-convert: key: holds more than {KEY_LIMIT} bytes; "
+                         "give another file [too-large]\n")
 
 
 class PipeTest(WithLogs):

@@ -87,7 +87,7 @@ class UpTest(WithLogs):
         self.encrypt("twice", legacy_log(legacy_song_log("2", "First"), legacy_song_log("2", "Two")))
         done = self.run_tool("up", "twice", "-o", "out", "--companion", "old.showdata")
         self.assertEqual(done.stderr.decode().splitlines(), [
-            "zuna-convert: twice: 1 song was replaced by a later song of the same number",
+            "zuna-convert: twice: 1 song was replaced by a later song of the same number [song-replaced]",
             "zuna-convert: twice: 1 song, 0 edits, 0.0 -> 1.2, divisions from old.showdata"])
 
     def test_brings_a_log_without_songs_up(self):
@@ -115,13 +115,13 @@ class UpTest(WithLogs):
             self.encrypt("bad", good[:4] + struct.pack("<I", size - 8) + good[8:size])
             done = self.run_tool("up", "bad", "-o", "out", "--force", "--companion", "old.showdata", "--quiet",
                                  code=BAD_INPUT if size != good.index(b"\3\0\4\0") + 4 else 0)
-            self.assertRegex(done.stderr, rb"^(zuna-convert: bad: .*; get a complete copy of the file\n)?$")
+            self.assertRegex(done.stderr, rb"^(zuna-convert: bad: .*; get a complete copy of the file \[cut-off\]\n)?$")
         stray = good.replace(b"@", b"?")
         self.encrypt("bad", stray)
         done = self.run_tool("up", "bad", "-o", "none", "--companion", "old.showdata", code=BAD_INPUT)
         self.assertEqual(done.stderr.decode(),
                          "zuna-convert: bad: cannot be read as a log of version 0.0: it is damaged in song 1, "
-                         f"number 1, which begins at byte {begin} (offset {stray.index(b'?')}); {UNDAMAGED}\n")
+                         f"number 1, which begins at byte {begin} (offset {stray.index(b'?')}); {UNDAMAGED} [bad-content]\n")
         self.assertNotIn("none", self.files())
 
     def test_takes_logs_of_current_versions(self):
@@ -137,7 +137,7 @@ class DownTest(WithLogs):
             done = self.run_tool("down", version, "-o", "out", "--force")
             self.assertEqual(done.stderr.decode().splitlines(), [
                 f"zuna-convert: {version}: format 0.0 does not keep 2 divisions (song 10: 480; up takes it from the "
-                "show)",
+                "show) [division-dropped]",
                 f"zuna-convert: {version}: 2 songs, 6 edits, {version} -> 0.0"])
             self.assertEqual(self.read("out"), self.read("old.log"))
             self.run_tool("up", "out", "-o", "again", "--companion", "old.showdata", "--force")
@@ -153,13 +153,17 @@ class DownTest(WithLogs):
         self.write_log("rich", document)
         done = self.run_tool("down", "rich", "-o", "out")
         self.assertEqual(done.stderr.decode().splitlines(), ["zuna-convert: rich: " + line for line in [
-            "format 0.0 does not keep 2 divisions (song 10: 480; up takes it from the show)",
-            "format 0.0 does not keep 1 second word of a caesura (song 10: Caesura(5, 1) becomes Caesura(5, 0))",
-            "format 0.0 does not keep 1 caesura with a second word above 1 (song 10: Caesura(6, 2) is dropped)",
-            'format 0.0 does not keep 1 fermata (song 2: Fermata(0, 10, 2) "f"; copy-fermatas brings it back)',
-            "format 0.0 does not keep 1 attacca (song 2: 1; copy-fermatas brings it back)",
-            'format 0.0 does not keep 1 label (song 2: Vamp(0, 480, 300) "lab")',
-            'format 0.0 does not keep 1 value beyond 8 bits (song 2: Vamp(0, 480, 300) "lab" becomes Vamp(0, 480, 44))',
+            "format 0.0 does not keep 2 divisions (song 10: 480; up takes it from the show) [division-dropped]",
+            "format 0.0 does not keep 1 second word of a caesura (song 10: Caesura(5, 1) becomes Caesura(5, 0)) "
+            "[second-word-defaulted]",
+            "format 0.0 does not keep 1 caesura with a second word above 1 (song 10: Caesura(6, 2) is dropped) "
+            "[caesura-dropped]",
+            'format 0.0 does not keep 1 fermata (song 2: Fermata(0, 10, 2) "f"; copy-fermatas brings it back) '
+            "[fermata-dropped]",
+            "format 0.0 does not keep 1 attacca (song 2: 1; copy-fermatas brings it back) [attacca-dropped]",
+            'format 0.0 does not keep 1 label (song 2: Vamp(0, 480, 300) "lab") [edit-label-dropped]',
+            'format 0.0 does not keep 1 value beyond 8 bits (song 2: Vamp(0, 480, 300) "lab" becomes Vamp(0, 480, 44)) '
+            "[edit-value-cut]",
             "2 songs, 9 edits, 1.2 -> 0.0"]])
         self.assertEqual(self.run_tool("down", "rich", "-o", "-", "-qq").stderr, b"")
 
@@ -227,11 +231,11 @@ class ConvertTest(WithLogs):
         good = self.plaintext("text")
         for bad in (good.replace(b'"attacca"', b'"atacca"', 1), b'{"kind": "logdata"}'):
             done = self.run_tool("encrypt", "-", "-o", "out", stdin=bad, code=BAD_INPUT)
-            self.assertRegex(done.stderr, rb"^zuna-convert: standard input: .* \(.*at byte \d+\); correct the text\n$")
+            self.assertRegex(done.stderr, rb"^zuna-convert: standard input: .* \(.*at byte \d+\); correct the text \[text-error\]\n$")
             self.encrypt("bad", bad)
             for command in (["convert", "bad", "-o", "out"], ["info", "bad"], ["print", "bad"]):
                 done = self.run_tool(*command, code=BAD_INPUT)
-                self.assertRegex(done.stderr, rb"^zuna-convert: bad: .*at byte \d+\); .*correct its text\n$")
+                self.assertRegex(done.stderr, rb"^zuna-convert: bad: .*at byte \d+\); .*correct its text \[text-error\]\n$")
         self.run_tool("encrypt", "-", "-o", "out", stdin=good)
         self.assertEqual(self.read("out"), self.read("text"))
 

@@ -145,7 +145,7 @@ class MidiTest(ToolTest):
         done = self.run_tool("midi", "export", "show", "--out-dir", "out", code=BAD_INPUT)
         self.assertEqual(done.stderr.decode().splitlines()[-1],
                          "zuna-convert: show: song 1: a quarter note has 32768 ticks, and a MIDI file holds 1 to "
-                         "32767; change the song's division")
+                         "32767; change the song's division [beyond-midi-limits]")
         self.assertEqual(list(self.files()), ["show"])
         self.refuse("midi", "export", "show", "--out-dir", "none", code=IO,
                     message="none: is not a folder; create it first")

@@ -63,12 +63,12 @@ class UpTest(WithShows):
         self.encrypt("odd", legacy_show(song, twin, twin) + b"tail")
         done = self.run_tool("up", "odd", "-o", "out", "--companion", "old.logdata")
         self.assertEqual(done.stderr.decode().splitlines(), [
-            'zuna-convert: odd: song 7: the label at 0 is cut: "Prologue" becomes "Prologu"',
-            "zuna-convert: odd: song 7: the order of the tracks is not kept: 9, 1 becomes 1, 9",
+            'zuna-convert: odd: song 7: the label at 0 is cut: "Prologue" becomes "Prologu" [bar-label-cut]',
+            "zuna-convert: odd: song 7: the order of the tracks is not kept: 9, 1 becomes 1, 9 [voice-reordered]",
             'zuna-convert: odd: song 7: 2 tracks share id 9 and become one voice named "Drum Kit": "Drums", '
-            '"Drum Kit"',
-            "zuna-convert: odd: 1 song was replaced by a later song of the same number",
-            "zuna-convert: odd: 4 bytes after the last song are not kept",
+            '"Drum Kit" [voice-merged]',
+            "zuna-convert: odd: 1 song was replaced by a later song of the same number [song-replaced]",
+            "zuna-convert: odd: 4 bytes after the last song are not kept [trailing-bytes-dropped]",
             'zuna-convert: odd: 2 songs, 3 voices, 4 events, 0.0 -> 1.2, named "My Show" by its log',
         ])
 
@@ -78,7 +78,7 @@ class UpTest(WithShows):
         done = self.run_tool("up", "odd", "-o", "out", "--companion", "old.logdata")
         self.assertEqual(done.stderr.decode().splitlines(), [
             "zuna-convert: odd: the current versions do not keep 2 tempos (song 7: 0.00104166672 s a tick and 120 bpm "
-            "with a click of 8 of 8 32nds at 0 is dropped)",
+            "with a click of 8 of 8 32nds at 0 is dropped) [tempo-dropped]",
             'zuna-convert: odd: 1 song, 1 voice, 1 event, 0.0 -> 1.2, named "My Show" by its log'])
         quiet = self.run_tool("up", "odd", "-o", "-", "--companion", "old.logdata", "--quiet")
         self.assertEqual(quiet.stdout, self.read("out"))
@@ -110,7 +110,7 @@ class DownTest(WithShows):
             done = self.run_tool("down", version, "-o", version + ".old")
             self.assertEqual(done.stderr.decode().splitlines(), [
                 f'zuna-convert: {version}: format 0.0 does not keep 1 show name ("My Show"; up takes it from the '
-                "log)",
+                "log) [show-name-dropped]",
                 f"zuna-convert: {version}: 2 songs, 2 voices, 2 events, {version} -> 0.0",
             ])
             self.assertEqual(self.plaintext(version + ".old"), self.plaintext("old.showdata"))
@@ -133,16 +133,17 @@ class DownTest(WithShows):
         done = self.run_tool("down", "rich", "-o", "out")
         prefix = "zuna-convert: rich: format 0.0 does not keep "
         self.assertEqual(done.stderr.decode().splitlines(), [
-            prefix + '1 show name ("My Show"; up takes it from the log)',
-            prefix + '3 voice numbers (song 2: voice 12 "Piano" becomes voice 1)',
-            prefix + '1 reserved field (song 2: voice 12 "Piano": 5)',
-            prefix + '1 voice name (song 2: voice 13 "Drums" becomes "Drum Kit")',
-            prefix + '1 separate voice (song 2: voice 14 "Drum Kit" joins voice 9 "Drum Kit")',
-            prefix + '2 message channels (song 2: voice 14 "Drum Kit" at 0: status 147 becomes 153)',
-            prefix + "1 key (song 2: key 300 mode 1 at 0 becomes key 44 mode 1 at 0)",
-            prefix + "1 page number (song 2: page 65537 at 0 becomes page 1 at 0)",
+            prefix + '1 show name ("My Show"; up takes it from the log) [show-name-dropped]',
+            prefix + '3 voice numbers (song 2: voice 12 "Piano" becomes voice 1) [voice-renumbered]',
+            prefix + '1 reserved field (song 2: voice 12 "Piano": 5) [reserved-field-defaulted]',
+            prefix + '1 voice name (song 2: voice 13 "Drums" becomes "Drum Kit") [voice-name-replaced]',
+            prefix + '1 separate voice (song 2: voice 14 "Drum Kit" joins voice 9 "Drum Kit") [voice-merged]',
+            prefix + '2 message channels (song 2: voice 14 "Drum Kit" at 0: status 147 becomes 153) '
+                     "[message-channel-renumbered]",
+            prefix + "1 key (song 2: key 300 mode 1 at 0 becomes key 44 mode 1 at 0) [key-cut]",
+            prefix + "1 page number (song 2: page 65537 at 0 becomes page 1 at 0) [page-number-cut]",
             prefix + "1 meter (song 2: 6/8 with 36 clocks and 8 32nds at 480 becomes 6/8 with 36 clocks and 8 "
-                     "32nds at 700)",
+                     "32nds at 700) [meter-changed]",
             "zuna-convert: rich: 2 songs, 4 voices, 5 events, 2.0 -> 0.0",
         ])
         self.assertEqual(self.run_tool("-qq", "down", "rich", "-o", "quiet").stderr, b"")

@@ -2,6 +2,7 @@
 
 import json
 import os
+import re
 import shutil
 import struct
 import subprocess
@@ -18,6 +19,11 @@ KEY_FILE.flush()
 # The exit codes.
 DONE, NEGATIVE, USAGE, REFUSED, BAD_INPUT, WRONG_KEY, IO, PART_FAILED, NOTHING_MATCHED = range(9)
 INTERRUPTED, CLOSED_PIPE = 130, 141
+
+
+def without_codes(said):
+    """The lines of a text without the codes at their ends."""
+    return re.sub(r" \[[a-z-]+\]$", "", said, flags=re.MULTILINE)
 
 
 class ToolTest(unittest.TestCase):
@@ -42,10 +48,14 @@ class ToolTest(unittest.TestCase):
         return done
 
     def refuse(self, *arguments, code, message, **options):
-        """Requires that the tool fails with this code and message, and leaves the folder as it was."""
+        """Requires that the tool fails with this exit code and message, and leaves the folder as it was.
+
+        The message is without the code of the error, which all but usage errors must have.
+        """
         before = self.files()
-        done = self.run_tool(*arguments, code=code, **options)
-        self.assertEqual(done.stderr.decode(), f"zuna-convert: {message}\n")
+        said = self.run_tool(*arguments, code=code, **options).stderr.decode()
+        self.assertEqual(without_codes(said), f"zuna-convert: {message}\n")
+        self.assertEqual(said == without_codes(said), code == USAGE)
         self.assertEqual(self.files(), before)
 
     def path(self, name):
