@@ -68,6 +68,7 @@ class Converter {
       outcome.failure = CurrentFailure();
       if (outcome.failure->code() == ErrorCode::kInterrupted) throw;
       outcome.status = Status::kFailed;
+      if (!Exists(line.backup)) line.backup.clear();
       if (HasReport()) outcome.report = ReportJson(line, outcome.status, &*outcome.failure);
       return outcome;
     }
@@ -94,7 +95,11 @@ class Converter {
     }
     auto [file, key] = DecryptInput(bytes, InputName(job.input.path), keys_);
     Result result = Make(job, std::move(file), *key, std::move(bytes), line);
-    if (!result.bytes || options_.outputs.dry_run) return std::move(result.outcome);
+    const bool is_written = result.bytes && !options_.outputs.dry_run;
+    if (is_written && destination) line.backup = destination->KeepOld();
+    // Nothing needs memory once the output has its place.
+    if (HasReport()) result.outcome.report = ReportJson(line, result.outcome.status, nullptr);
+    if (!is_written) return std::move(result.outcome);
     if (destination) {
       destination->Write(*result.bytes);
     } else if (!Holds(job.output, *result.bytes)) {
@@ -137,6 +142,7 @@ class Converter {
     if (converted) {
       bytes = Bytes();
       const Losses losses(*document, converted->document, HasReport());
+      line.notes = converted->notes;
       RequireAccepted(losses, options_, document->name());
       Tell(*converted, *document, losses, result.outcome);
       line.losses = losses.json();
@@ -157,7 +163,6 @@ class Converter {
       if (context_.LacksKey(key)) Say(result.outcome, OutputName(job.output), kEmptyKeyNote);
       result.bytes = std::move(bytes);
     }
-    if (HasReport()) result.outcome.report = ReportJson(line, result.outcome.status, nullptr);
     return result;
   }
 

@@ -14,6 +14,7 @@
 
 #include "cli/shared/json_text.h"
 #include "cli/terminal/text.h"
+#include "toolkit/words.h"
 
 namespace zuna_cli {
 
@@ -35,6 +36,12 @@ std::string_view StatusText(Status status) {
   return "failed";
 }
 
+std::string JsonStrings(const std::vector<std::string>& texts) {
+  std::string list;
+  for (const std::string& text : texts) zuna_toolkit::AppendListed(list, JsonString(text));
+  return '[' + list + ']';
+}
+
 [[noreturn]] void ThrowUnwritten(const std::string& path, int error) {
   throw Failure(ErrorCode::kIo, path, "cannot be written: " + std::generic_category().message(error),
                 "check the path and whether there is space");
@@ -47,7 +54,8 @@ std::string ReportJson(const ReportLine& line, Status status, const Failure* fai
   std::string json =
       "{\"schemaVersion\": 1, \"path\": " + JsonString(line.path) +
       ", \"digest\": " + TextOrNull(line.digest) + ", \"options\": " + JsonString(line.options) +
-      ", \"companion\": " + TextOrNull(line.companion) + ", \"output\": " + TextOrNull(line.output) +
+      ", \"companion\": " + TextOrNull(line.companion) + ", \"notes\": " + JsonStrings(line.notes) +
+      ", \"output\": " + TextOrNull(line.output) + ", \"backup\": " + TextOrNull(line.backup) +
       ", \"status\": \"" + std::string(StatusText(status)) + "\", \"exitCode\": " + std::to_string(code);
   if (failure != nullptr) json += ", \"error\": " + ErrorJson(*failure);
   json += ", \"losses\": [" + line.losses + "]";

@@ -1,9 +1,8 @@
 // Where a command puts its result.
 #include "cli/shared/output.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
-
-#include <filesystem>
 
 #include "cli/terminal/failure.h"
 #include "cli/terminal/standard_streams.h"
@@ -11,6 +10,18 @@
 #include "zuna_sec/errors.h"
 
 namespace zuna_cli {
+
+namespace {
+
+/// Needs no memory.
+bool AreOneFile(const char* path, const char* other) {
+  struct stat one {};
+  struct stat two {};
+  return ::stat(path, &one) == 0 && ::stat(other, &two) == 0 && one.st_dev == two.st_dev &&
+         one.st_ino == two.st_ino;
+}
+
+}  // namespace
 
 Destination::Destination(const Output& output, const std::vector<std::string>& inputs)
     : path_(output.path), keep_old_(output.keep_old), files_(output.force) {
@@ -20,6 +31,15 @@ Destination::Destination(const Output& output, const std::vector<std::string>& i
     throw Failure(ErrorCode::kOutputIsTerminal, name(), "is a terminal, and the result is binary",
                   "give -o FILE or a pipe");
   }
+}
+
+Destination::~Destination() {
+  if (!kept_.empty() && AreOneFile(path_.c_str(), kept_.c_str())) ::unlink(kept_.c_str());
+}
+
+const std::string& Destination::KeepOld() {
+  if (keep_old_) kept_ = kit::BackUp(path_, zuna_toolkit::kMaxFileSize);
+  return kept_;
 }
 
 std::string Destination::name() const { return OutputName(path_); }
@@ -33,15 +53,7 @@ void Destination::Write(std::span<const std::uint8_t> bytes) {
     return WriteStandardOutput({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
   }
   files_.Write(0, bytes, kit::kOwnerOnly);
-  if (!keep_old_) return files_.Commit();
-  const std::string kept = kit::BackUp(path_, zuna_toolkit::kMaxFileSize);
-  try {
-    files_.Commit();
-  } catch (...) {
-    std::error_code ignored;  // Where the old file has its place yet, it needs no second name.
-    if (std::filesystem::equivalent(path_, kept, ignored)) std::filesystem::remove(kept, ignored);
-    throw;
-  }
+  files_.Commit();
 }
 
 std::vector<std::uint8_t> EncryptedBytes(zuna_sec::TwoFishCipherStream& stream, const std::string& name) try {

@@ -28,9 +28,17 @@ class Destination {
   /// Throws what OutputSet::Add() throws, and Failure (kRefused) where standard output is a terminal. Called
   /// before any work is done.
   Destination(const Output& output, const std::vector<std::string>& inputs);
+  Destination(const Destination&) = delete;
+  Destination& operator=(const Destination&) = delete;
+  /// Takes the second name of an old file back that still has its place.
+  ~Destination();
 
   /// What messages call it.
   std::string name() const;
+
+  /// Gives an old file that is to be kept its second name, which it returns; empty for none. Called before
+  /// the result is written. Throws what kit::BackUp() throws.
+  const std::string& KeepOld();
 
   /// Encrypts and writes the content of `stream`. Throws Failure, kit::IoError or kit::FileExistsError.
   void WriteEncrypted(zuna_sec::TwoFishCipherStream& stream);
@@ -40,6 +48,7 @@ class Destination {
  private:
   std::string path_;
   bool keep_old_;
+  std::string kept_;  ///< the second name of the old file
   OutputSet files_;
 };
 

@@ -2,12 +2,16 @@
 
 import json
 import os
+import pathlib
+import shutil
 import subprocess
 import time
 import unittest
 
 from tool import (BAD_INPUT, INTERRUPTED, IO, NOTHING_MATCHED, PART_FAILED, REFUSED, TOOL, USAGE, WithLogs,
                   legacy_log, legacy_show, legacy_song, legacy_song_log, without_codes)
+
+FOLDERS_PAGE = pathlib.Path(__file__).parents[2] / "docs/folders.md"
 
 
 class FolderTest(WithLogs):
@@ -323,6 +327,45 @@ class ReportTest(FolderTest):
         self.run_tool("down", "new/opera.showdata", "-o", "out", "--report", "report")
         loss = self.lines()[0]["losses"][0]
         self.assertEqual((loss["code"], loss["before"], loss["count"]), ("show-name-dropped", "My Show", 1))
+
+    def test_names_the_backups_of_old_files(self):
+        self.run_tool("up", "in", "--out-dir", "out", "--report", "report")
+        self.run_tool("up", "in", "--in-place", "-n", "--report", "report")
+        self.run_tool("up", "in", "--in-place", "--report", "report")
+        self.run_tool("up", "in", "--in-place", "--report", "report")
+        self.run_tool("down", "in/opera.logdata", "--in-place", "--report", "report")
+        path = os.path.realpath(self.path("in/opera."))
+        self.assertEqual([line["backup"] for line in self.lines()], [None] * 4 + [
+            path + "logdata.~1~", path + "showdata.~1~", None, None, path + "logdata.~2~"])
+
+    @unittest.skipUnless(shutil.which("jq"), "there is no jq here")
+    def test_undoes_what_was_done_in_place(self):
+        for name in ("-q", "it's $HOME `ls` \\", "two\nlines", "\u00e9 \"x\""):
+            self.write(f"in/{name}.showdata", self.read("in/opera.showdata"))
+            self.write(f"in/{name}.logdata", self.read("in/opera.logdata"))
+            self.write(f"in/{name}.showdata.~1~", "an older backup")
+        before = self.files()
+        for command in ("up", "down", "up"):
+            self.run_tool(command, "in", "-r", "--in-place", "--report", "up.json")
+        self.assertNotEqual(self.files()["in/-q.showdata"], before["in/-q.showdata"])
+        commands = [line for line in FOLDERS_PAGE.read_text().splitlines() if ".backup" in line and "| sh" in line]
+        self.assertEqual(len(commands), 1)
+        subprocess.run(["sh", "-c", commands[0]], cwd=self.folder, check=True)
+        os.remove(self.path("up.json"))
+        self.assertEqual(self.files(), before)
+
+    def test_has_the_notes_about_a_companion(self):
+        self.encrypt("in/opera.showdata", legacy_show(legacy_song("2", "Two"), legacy_song("3", "Three")))
+        self.encrypt("in/opera.logdata", legacy_log(legacy_song_log("2", "Two"), legacy_song_log("3", "Drei"),
+                                                    legacy_song_log("4", "Four")))
+        self.run_tool("up", "in", "-qq", "--out-dir", "out", "--report", "report")
+        log, show = self.lines()
+        self.assertEqual(log["notes"], [
+            "song 4 is not in in/opera.showdata; the division stays 0",
+            'song 3 has another name in in/opera.showdata: "Drei", there "Three"'])
+        self.assertEqual(show["notes"], ['song 3 has another name in in/opera.logdata: "Three", there "Drei"'])
+        self.run_tool("down", "out/opera.showdata", "-o", "old", "--report", "report")
+        self.assertEqual(self.lines()[-1]["notes"], [])
 
     def resume(self, **options):
         return self.said("up", "in", "-r", "--out-dir", "out", "--report", "report", "--resume", **options)
