@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "cli/shared/loss_text.h"
+#include "cli/shared/losses.h"
 #include "fuzz/documents.h"
 #include "fuzz/target.h"
 #include "toolkit/conversion/conversion.h"

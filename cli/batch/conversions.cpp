@@ -7,17 +7,16 @@
 #include <new>
 #include <utility>
 
+#include "cli/batch/conversion_messages.h"
 #include "cli/batch/finished_work.h"
 #include "cli/batch/loss_policy.h"
 #include "cli/batch/report.h"
 #include "cli/batch/runner.h"
 #include "cli/batch/sealing.h"
-#include "cli/shared/document_text.h"
 #include "cli/shared/input.h"
-#include "cli/shared/loss_text.h"
+#include "cli/shared/losses.h"
 #include "cli/terminal/standard_streams.h"
 #include "kit/file.h"
-#include "toolkit/words.h"
 #include "zuna_sec/digest.h"
 
 namespace zuna_cli {
@@ -48,8 +47,12 @@ struct Result {
 class Converter {
  public:
   Converter(const ConversionOptions& options, const Context& context, const Conversion& conversion,
-            const Keys& keys)
-      : options_(options), context_(context), conversion_(conversion), keys_(keys) {
+            const Keys& keys, bool is_one_of_many)
+      : options_(options),
+        context_(context),
+        conversion_(conversion),
+        keys_(keys),
+        is_one_of_many_(is_one_of_many) {
     if (options.resume) finished_ = FinishedWork(options.report);
   }
 
@@ -144,7 +147,7 @@ class Converter {
       const Losses losses(*document, converted->document, HasReport());
       line.notes = converted->notes;
       RequireAccepted(losses, options_, document->name());
-      Tell(*converted, *document, losses, result.outcome);
+      TellConversion(*converted, *document, losses, is_one_of_many_, result.outcome);
       line.losses = losses.json();
       document = std::move(converted->document);  // What was converted is not needed any more.
       bytes = Sealed(*document, key, OutputName(job.output), options_.outputs.verify);
@@ -164,20 +167,6 @@ class Converter {
       result.bytes = std::move(bytes);
     }
     return result;
-  }
-
-  static void Say(Outcome& outcome, const std::string& name, const std::string& text) {
-    outcome.messages.push_back({false, NoteLine(name, text)});
-  }
-
-  static void Tell(const Converted& converted, const Document& before, const Losses& losses,
-                   Outcome& outcome) {
-    const std::string& name = before.name();
-    for (const std::string& note : converted.notes) Say(outcome, name, note);
-    for (const std::string& loss : losses.Lines()) outcome.messages.push_back({true, NoteLine(name, loss)});
-    outcome.has_losses = !losses.empty();
-    const Document& counted = before.type().is_legacy() ? converted.document : before;
-    Say(outcome, name, CountsText(counted) + ", " + converted.text + (losses.empty() ? ", lossless" : ""));
   }
 
   Outcome Passed(const std::string& name, const std::string& text, const ReportLine& line) const {
@@ -210,6 +199,7 @@ class Converter {
   const Context& context_;
   const Conversion& conversion_;
   const Keys& keys_;
+  bool is_one_of_many_;  ///< of the inputs, each of which says less then
   FinishedWork finished_;
 };
 
@@ -221,7 +211,7 @@ void ConvertAll(const ConversionOptions& options, Context& context, const Conver
   std::vector<Job> jobs = PlanOutputs(inputs, options.outputs);
   KeepShard(jobs, options.inputs.shard, [](const Job& job) -> const std::string& { return job.input.path; });
   const Keys keys = context.ReadKeys();
-  const Converter converter(options, context, conversion, keys);
+  const Converter converter(options, context, conversion, keys, jobs.size() > 1);
   const std::unique_ptr<Report> report =
       options.report.empty() ? nullptr : std::make_unique<Report>(options.report);
   // With shards, other machines may work in the same folders, and not all file systems tell of their locks.
@@ -231,7 +221,7 @@ void ConvertAll(const ConversionOptions& options, Context& context, const Conver
   batch.take = [&](const Outcome& outcome) {
     if (report) report->Add(outcome.report);
   };
-  batch.done = options.outputs.dry_run ? "would be done" : "done";
+  batch.done = {options.outputs.dry_run ? "would be done" : "done"};
   batch.writes = true;
   RunAll(jobs.size(), options.inputs, context, batch);
 }

@@ -14,10 +14,10 @@ std::string PolicyText(const ConversionOptions& options) {
 void RequireAccepted(const Losses& losses, const ConversionOptions& options, const std::string& name) {
   if (!options.fail_on_loss) return;
   std::string refused;
-  for (const std::string& code : losses.Codes()) {
+  for (const LossKind& kind : losses.Kinds()) {
     const auto& accepted = options.accepted;
-    if (std::find(accepted.begin(), accepted.end(), code) != accepted.end()) continue;
-    refused += (refused.empty() ? "" : ",") + code;
+    if (std::find(accepted.begin(), accepted.end(), kind.code) != accepted.end()) continue;
+    refused += (refused.empty() ? "" : ",") + kind.code;
   }
   if (refused.empty()) return;
   throw Failure(ErrorCode::kLossRefused, name, "would lose something (" + refused + ")",

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "cli/batch/conversions.h"
-#include "cli/shared/loss_text.h"
+#include "cli/shared/losses.h"
 
 namespace zuna_cli {
 

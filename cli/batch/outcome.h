@@ -1,11 +1,13 @@
 // What became of one input of a command.
 #pragma once
 
+#include <cstddef>
 #include <exception>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "cli/shared/loss_text.h"
 #include "cli/terminal/failure.h"
 
 namespace zuna_cli {
@@ -27,7 +29,8 @@ struct Message {
 /// What became of one input, ready to be told: nothing of it needs memory any more.
 struct Outcome {
   Status status = Status::kDone;
-  bool has_losses = false;
+  std::size_t group = 0;  ///< which of Batch::done an input that is done belongs to
+  std::vector<LossKind> losses;
   bool is_negative = false;         ///< the answer about it is no
   std::string text;                 ///< for standard output
   std::vector<Message> messages;    ///< for standard error

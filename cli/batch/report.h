@@ -20,10 +20,10 @@ struct ReportLine {
   std::string options;    ///< the command and what changes its result
   std::string companion;  ///< the path of the companion that was read; may be empty
   std::string output;
-  std::string backup;              ///< the name that the old file in the place of the output got; may be empty
+  std::string backup;  ///< the name that the old file in the place of the output got; may be empty
   std::vector<std::string> notes;  ///< what there is to say about the companion
-  std::string losses;    ///< objects of JSON, separated by commas
-  std::string finished;  ///< the mark of finished work; empty where it failed
+  std::string losses;              ///< objects of JSON, separated by commas
+  std::string finished;            ///< the mark of finished work; empty where it failed
 };
 
 /// The line, with its line break. `failure` is null where there is none.

@@ -5,9 +5,12 @@
 
 #include <algorithm>
 #include <new>
+#include <numeric>
 #include <optional>
 #include <thread>
+#include <vector>
 
+#include "cli/batch/loss_totals.h"
 #include "cli/terminal/signals.h"
 #include "cli/terminal/standard_streams.h"
 #include "toolkit/words.h"
@@ -47,7 +50,12 @@ Outcome OutcomeOf(const Work& work, std::size_t number) try {
 class Telling {
  public:
   Telling(std::size_t total, const InputOptions& options, Context& context, const Batch& batch)
-      : total_(total), options_(options), context_(context), batch_(batch), progress_(Form(), total) {}
+      : total_(total),
+        options_(options),
+        context_(context),
+        batch_(batch),
+        progress_(Form(), total),
+        done_(std::max<std::size_t>(1, batch.done.size())) {}
 
   /// Returns whether to go on.
   bool Take(Outcome&& outcome) {
@@ -70,6 +78,7 @@ class Telling {
       if (!failures_.empty()) throw failures_.front();
     } else {
       TellSummary();
+      TellLosses();
       for (const Failure& failure : failures_) PrintError(failure);
       if (ends_command_) std::rethrow_exception(ends_command_);
     }
@@ -80,7 +89,9 @@ class Telling {
     }
   }
 
-  std::size_t finished() const { return done_ + current_ + skipped_ + failures_.size(); }
+  std::size_t finished() const {
+    return std::accumulate(done_.begin(), done_.end(), current_) + skipped_ + failures_.size();
+  }
 
  private:
   ProgressForm Form() const {
@@ -100,10 +111,10 @@ class Telling {
   }
 
   void Count(const Outcome& outcome) {
-    done_ += outcome.status == Status::kDone ? 1U : 0U;
+    if (outcome.status == Status::kDone) ++done_.at(outcome.group);
     current_ += outcome.status == Status::kCurrent ? 1U : 0U;
     skipped_ += outcome.status == Status::kSkipped ? 1U : 0U;
-    with_losses_ += outcome.has_losses ? 1U : 0U;
+    losses_.Add(outcome.losses);
     is_negative_ = is_negative_ || outcome.is_negative;
   }
 
@@ -117,8 +128,14 @@ class Telling {
 
   void TellSummary() const {
     if (context_.quiet() > 0 || batch_.done.empty()) return;
-    std::string text = std::to_string(done_) + ' ' + batch_.done;
-    if (with_losses_ > 0) text += " (" + std::to_string(with_losses_) + " with losses)";
+    std::string text;
+    for (std::size_t i = 0; i < done_.size(); ++i) {
+      zuna_toolkit::AppendListed(text, std::to_string(done_[i]) + ' ' + batch_.done[i]);
+    }
+    if (losses_.inputs() > 0) {
+      const std::string with_losses = std::to_string(losses_.inputs()) + " with losses";
+      text += done_.size() == 1 ? " (" + with_losses + ')' : ", " + with_losses;
+    }
     if (current_ > 0) text += ", " + std::to_string(current_) + " already current";
     if (skipped_ > 0) text += ", " + std::to_string(skipped_) + " skipped";
     text += ", " + std::to_string(failures_.size()) + " failed";
@@ -127,17 +144,22 @@ class Telling {
     PrintLine(NoteLine(Counted(total_, "file", "files"), text));
   }
 
+  void TellLosses() const {
+    if (context_.quiet() > 1) return;
+    for (const std::string& line : losses_.Lines()) PrintLine(line);
+  }
+
   std::size_t total_;
   const InputOptions& options_;
   Context& context_;
   const Batch& batch_;
   Progress progress_;
+  LossTotals losses_;
   std::vector<Failure> failures_;
   std::exception_ptr ends_command_;
-  std::size_t done_ = 0;
+  std::vector<std::size_t> done_;  ///< by group
   std::size_t current_ = 0;
   std::size_t skipped_ = 0;
-  std::size_t with_losses_ = 0;
   bool is_negative_ = false;
 };
 

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "cli/batch/input_options.h"
 #include "cli/batch/pipeline.h"
@@ -15,13 +16,14 @@ namespace zuna_cli {
 struct Batch {
   Work work;  ///< on the input of this number; what it throws becomes the failure of that input
   std::function<void(const Outcome&)> take;  ///< gets every outcome, in the order of the inputs; may be empty
-  std::string done;     ///< what the summary calls inputs that are done; empty for no summary
+  std::vector<std::string>
+      done;             ///< what the summary calls inputs that are done, by group; empty for no summary
   bool writes = false;  ///< signals wait until files that are begun are finished
 };
 
 /// Works on the inputs 0 to `count` - 1. Texts and messages come in the order of the inputs, whatever the
-/// number of workers; failures come last, after a summary, and set the exit code. A single input fails as a
-/// command of its own.
+/// number of workers. A summary and the totals of the losses follow, and failures come last and set the exit
+/// code. A single input fails as a command of its own.
 void RunAll(std::size_t count, const InputOptions& options, Context& context, const Batch& batch);
 
 }  // namespace zuna_cli

@@ -8,7 +8,7 @@
 #include "cli/commands/finding_text.h"
 #include "cli/shared/context.h"
 #include "cli/shared/input.h"
-#include "cli/shared/loss_text.h"
+#include "cli/shared/losses.h"
 #include "cli/terminal/text.h"
 #include "toolkit/conversion/conversion.h"
 
@@ -40,15 +40,36 @@ std::string Heading(const Document& document) {
          cmn::VersionText(document.type().version);
 }
 
+/// How much is told about one file.
+struct Telling {
+  int quiet;            ///< how often --quiet was given
+  bool is_one_of_many;  ///< losses that do no harm have no lines then
+};
+
+/// " with losses and without 1 show name"; `has_lines` says whether losses have lines.
+std::string LossesHeading(const Losses& losses, bool has_lines, const Telling& telling) {
+  if (losses.empty()) return " lossless";
+  const std::string harmless = telling.is_one_of_many ? losses.HarmlessText() : "";
+  std::string text = has_lines ? " with losses" : "";
+  if (!harmless.empty()) text += (has_lines ? " and without " : " without ") + harmless;
+  return text;
+}
+
+/// Empty where --quiet leaves nothing.
 std::string AsText(const Document& document, const Findings& findings, const Losses* losses,
-                   const Options& options) {
+                   const Options& options, const Telling& telling) {
+  const bool errors_only = telling.quiet > 1;
+  std::vector<std::string> lines;
+  if (losses != nullptr) lines = telling.is_one_of_many ? losses->HarmfulLines() : losses->Lines();
+  if (telling.quiet > 0 && findings.empty() && lines.empty()) return "";
+  if (errors_only && !findings.has_errors()) return "";
   std::string text = Heading(document) + (findings.empty() ? ", no findings" : "");
   if (losses != nullptr) {
-    text += ", to " + cmn::VersionText(*options.version) + (losses->empty() ? " lossless" : " with losses");
+    text += ", to " + cmn::VersionText(*options.version) + LossesHeading(*losses, !lines.empty(), telling);
   }
-  text += '\n' + findings.Text();
-  if (losses == nullptr) return text;
-  for (const std::string& line : losses->Lines()) text += "  loss: " + Printable(line) + '\n';
+  text += '\n' + findings.Text(errors_only);
+  if (errors_only) return text;
+  for (const std::string& line : lines) text += "  loss: " + Printable(line) + '\n';
   return text;
 }
 
@@ -64,7 +85,15 @@ std::string AsJson(const Document& document, const Findings& findings, const Los
   return json + "}\n";
 }
 
-Outcome CheckOne(const std::string& path, const Options& options, const Keys& keys) {
+/// The groups of files in the summary.
+enum Group : std::size_t { kClean, kWithWarnings, kWithErrors };
+
+Group GroupOf(const Findings& findings) {
+  if (findings.empty()) return kClean;
+  return findings.has_errors() ? kWithErrors : kWithWarnings;
+}
+
+Outcome CheckOne(const std::string& path, const Options& options, const Keys& keys, const Telling& telling) {
   zuna_toolkit::OpenedFile file = OpenInput(path, keys).file;
   const Document document = zuna_toolkit::ReadDocument(file);
   const Findings findings(document, options.json);
@@ -72,22 +101,26 @@ Outcome CheckOne(const std::string& path, const Options& options, const Keys& ke
   std::optional<Losses> losses;
   if (converted) losses.emplace(document, *converted, options.json);
   Outcome outcome;
-  outcome.has_losses = losses && !losses->empty();
+  outcome.group = GroupOf(findings);
+  if (losses) outcome.losses = losses->Kinds();
   outcome.is_negative = findings.has_errors();
-  outcome.text = (options.json ? AsJson : AsText)(document, findings, losses ? &*losses : nullptr, options);
+  const Losses* told = losses ? &*losses : nullptr;
+  outcome.text = options.json ? AsJson(document, findings, told, options)
+                              : AsText(document, findings, told, options, telling);
   return outcome;
 }
 
 void Run(const Options& options, Context& context) {
   const std::vector<zuna_toolkit::Input> inputs = CollectShard(options.inputs, context);
   const Keys keys = context.ReadKeys();
+  const Telling telling{context.quiet(), inputs.size() > 1};
   Batch batch;
   batch.work = [&](std::size_t number) {
     const std::string& path = inputs[number].path;
-    const auto check = [&] { return CheckOne(path, options, keys); };
+    const auto check = [&] { return CheckOne(path, options, keys, telling); };
     return options.json ? WithFailureJson(path, check) : check();
   };
-  batch.done = "checked";
+  batch.done = {"clean", "with warnings", "with errors"};  // in the order of Group
   RunAll(inputs.size(), options.inputs, context, batch);
 }
 
@@ -111,8 +144,10 @@ void AddCheckCommand(CLI::App& app, Context& context) {
           "Tell what a conversion to this version would lose, too; 0.0 for the legacy format")
       ->type_name("VERSION")
       ->check(CLI::Validator(CheckVersion, ""));
-  command->add_flag("--json", options->json,
-                    "Write a line of JSON for each input, failed ones too, with all findings and losses");
+  command->add_flag(
+      "--json", options->json,
+      "Write a line of JSON for each input, failed ones too, with all findings and losses; --quiet "
+      "leaves none out");
   context.SetWork(*command, [options, &context] { Run(*options, context); });
 }
 

@@ -47,9 +47,11 @@ void Findings::Add(const Finding& finding, bool all) {
   if (++kind.count <= kMostOfAKind) kind.lines += Line(finding);
 }
 
-std::string Findings::Text() const {
+std::string Findings::Text(bool errors_only) const {
   std::string text;
   for (std::size_t i = 0; i < kinds_.size(); ++i) {
+    const auto code = static_cast<zuna_toolkit::FindingCode>(i);
+    if (errors_only && SeverityOf(code) != Severity::kError) continue;
     text += kinds_[i].lines;
     if (kinds_[i].count <= kMostOfAKind) continue;
     text +=

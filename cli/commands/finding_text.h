@@ -20,8 +20,8 @@ class Findings {
   bool has_errors() const { return has_errors_; }
 
   /// A line for each, indented: "  error: song 2: the tempo at 480 is 0 us; correct it [tempo-zero]". Of many
-  /// of one kind the first ones, and how many more there are.
-  std::string Text() const;
+  /// of one kind the first ones, and how many more there are. `errors_only` leaves warnings out.
+  std::string Text(bool errors_only) const;
 
   /// Objects of JSON, separated by commas.
   const std::string& Json() const { return json_; }

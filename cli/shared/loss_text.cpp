@@ -1,7 +1,6 @@
-// The losses of a conversion, as text and as JSON.
+// What is said about losses.
 #include "cli/shared/loss_text.h"
 
-#include "cli/shared/json_text.h"
 #include "cli/terminal/text.h"
 #include "kit/utf8.h"
 #include "toolkit/words.h"
@@ -13,7 +12,6 @@ namespace {
 using zuna_toolkit::Action;
 using zuna_toolkit::Counted;
 using zuna_toolkit::Difference;
-using zuna_toolkit::DifferenceGroups;
 using zuna_toolkit::Subject;
 
 /// What one and several of a kind are called.
@@ -22,8 +20,8 @@ struct Noun {
   std::string many;
 };
 
-Noun NounOf(const Difference& loss) {
-  switch (loss.subject) {
+Noun NounOf(Subject subject, Action action) {
+  switch (subject) {
     case Subject::kShowName:
       return {"show name", "show names"};
     case Subject::kTimelineName:
@@ -33,7 +31,8 @@ Noun NounOf(const Difference& loss) {
     case Subject::kDivision:
       return {"division", "divisions"};
     case Subject::kVoice:
-      if (loss.action == Action::kRenumbered) return {"voice number", "voice numbers"};
+      if (action == Action::kRenumbered) return {"voice number", "voice numbers"};
+      if (action == Action::kReordered) return {"order of tracks", "orders of tracks"};
       return {"separate voice", "separate voices"};
     case Subject::kVoiceName:
       return {"voice name", "voice names"};
@@ -46,7 +45,7 @@ Noun NounOf(const Difference& loss) {
     case Subject::kTempo:
       return {"tempo", "tempos"};
     case Subject::kBarLabel:
-      return {"bar label", "bar labels"};
+      return {"whole bar label", "whole bar labels"};
     case Subject::kKey:
       return {"key", "keys"};
     case Subject::kPageNumber:
@@ -65,9 +64,35 @@ Noun NounOf(const Difference& loss) {
       return {"value beyond 8 bits", "values beyond 8 bits"};
     case Subject::kSecondWord:
       return {"second word of a caesura", "second words of caesuras"};
+    case Subject::kSong:
+      return {"song of a repeated number", "songs of repeated numbers"};
+    case Subject::kSequence:
+      return {"list of a repeated kind", "lists of repeated kinds"};
+    case Subject::kTrailingBytes:
+      return {"byte after the last song", "bytes after the last song"};
     default:
       return {"other detail", "other details"};
   }
+}
+
+/// "3 additional tempos"
+std::string CountText(const LossKind& kind) {
+  const Noun noun = NounOf(kind.subject, kind.action);
+  const std::string more = kind.action == Action::kAdded ? "additional " : "";
+  return Counted(kind.count, more + noun.one, more + noun.many);
+}
+
+/// The beginning of a line about a loss.
+std::string NotKept(bool is_up) {
+  return is_up ? "the current versions do not keep " : "format 0.0 does not keep ";
+}
+
+/// Why a loss of a kind does no harm; empty where it may.
+std::string HarmlessText(const LossKind& kind) {
+  if (!kind.is_harmless) return "";
+  if (kind.subject == Subject::kShowName) return " (up takes this from the log)";
+  if (kind.subject == Subject::kDivision) return " (up takes this from the show)";
+  return " (the music is the same)";
 }
 
 /// An entry of a timeline with its time.
@@ -130,23 +155,14 @@ std::string DetailText(const Difference& loss) {
   }
 }
 
-/// "3 voice numbers (song 1: voice 12 becomes voice 2)"
-std::string GroupText(const DifferenceGroups::Group& group) {
-  const Difference& first = group.first;
-  Noun noun = NounOf(first);
-  if (first.action == Action::kAdded) noun = {"additional " + noun.one, "additional " + noun.many};
-  const std::string song = first.song.empty() ? "" : "song " + first.song + ": ";
-  return Counted(group.count, noun.one, noun.many) + " (" + song + DetailText(first) + ")";
-}
-
 /// The beginning of a long number, which would stand in very many lines.
 std::string ShortNumber(const std::string& number) {
   constexpr std::size_t kMost = 64;  // bytes
   return number.size() <= kMost ? number : std::string(kit::CutUtf8(number, kMost)) + "...";
 }
 
-/// A loss of the way up that gets a line of its own; empty for any other.
-std::string OwnLine(const Difference& loss) {
+/// A loss of the way up that gets a line of its own, without its code; empty for any other.
+std::string OwnText(const Difference& loss) {
   const std::string song = "song " + ShortNumber(loss.song) + ": ";
   if (loss.subject == Subject::kBarLabel && loss.action == Action::kCut) {
     return song + "the label at " + std::to_string(loss.place.tick.value_or(0)) + " is cut: " + loss.before +
@@ -172,49 +188,26 @@ std::string OwnLine(const Difference& loss) {
   return "";
 }
 
-std::string LossJson(const Difference& loss) {
-  return "{\"code\": \"" + CodeText(loss) + "\", \"song\": " + JsonString(loss.song) + ", " +
-         PlaceJson(loss.place) + ", \"before\": " + JsonString(loss.before) +
-         ", \"after\": " + JsonString(loss.after) + ", \"count\": " + std::to_string(loss.count) + "}";
-}
-
 }  // namespace
 
-Losses::Losses(const zuna_toolkit::Document& before, const zuna_toolkit::Document& after, bool keep_json)
-    : is_up_(before.type().is_legacy()) {
-  const auto add = [&](const Difference& loss) { Add(loss, keep_json); };
-  if (before.type().is_legacy() == after.type().is_legacy()) return;  // All current versions hold the same.
-  if (is_up_) {
-    LossesOfUp(before, after, add);
-  } else {
-    LossesOfDown(before, after, add);
-  }
+std::string OwnLine(const Difference& loss) {
+  const std::string text = OwnText(loss);
+  return text.empty() ? "" : WithCode(text, CodeText(loss));
 }
 
-void Losses::Add(const Difference& loss, bool keep_json) {
-  groups_.Add(loss);
-  if (keep_json) json_ += (json_.empty() ? "" : ", ") + LossJson(loss);
-  const std::string line = is_up_ ? OwnLine(loss) : "";
-  if (line.empty()) {
-    grouped_lines_.Add(loss);
-  } else {
-    own_lines_.push_back(WithCode(line, CodeText(loss)));
-  }
+std::string KindLine(const LossKind& kind, const Difference& first) {
+  const std::string song = first.song.empty() ? "" : "song " + first.song + ": ";
+  return WithCode(NotKept(kind.is_up) + CountText(kind) + " (" + song + DetailText(first) + ")", kind.code);
 }
 
-std::vector<std::string> Losses::Lines() const {
-  std::vector<std::string> lines = own_lines_;
-  const std::string begin = is_up_ ? "the current versions do not keep " : "format 0.0 does not keep ";
-  for (const DifferenceGroups::Group& group : grouped_lines_.groups()) {
-    lines.push_back(WithCode(begin + GroupText(group), CodeText(group.first)));
-  }
-  return lines;
+std::string KindsText(const std::vector<LossKind>& kinds) {
+  std::string list;
+  for (const LossKind& kind : kinds) zuna_toolkit::AppendListed(list, CountText(kind));
+  return list;
 }
 
-std::vector<std::string> Losses::Codes() const {
-  std::vector<std::string> codes;
-  for (const DifferenceGroups::Group& group : groups_.groups()) codes.push_back(CodeText(group.first));
-  return codes;
+std::string TotalLine(const LossKind& kind) {
+  return WithCode(NotKept(kind.is_up) + CountText(kind) + HarmlessText(kind), kind.code);
 }
 
 }  // namespace zuna_cli

@@ -1,41 +1,35 @@
-// The losses of a conversion, as text and as JSON.
+// What is said about losses.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
 #include "toolkit/comparison/comparison.h"
-#include "toolkit/document/document.h"
 
 namespace zuna_cli {
 
-/// The losses of one conversion.
-class Losses {
- public:
-  /// What `before` loses in `after`, which a conversion made of it. `keep_json` keeps every single loss as
-  /// JSON. Throws zuna_toolkit::Error.
-  Losses(const zuna_toolkit::Document& before, const zuna_toolkit::Document& after, bool keep_json);
-
-  bool empty() const { return groups_.groups().empty(); }
-
-  /// A line for each kind of loss, with the first one of it and its code. On the way up also one for every bar
-  /// label that was cut and all tracks of one id.
-  std::vector<std::string> Lines() const;
-
-  /// The code of each kind.
-  std::vector<std::string> Codes() const;
-
-  /// All of them as objects of JSON, separated by commas; empty where they were not kept.
-  const std::string& json() const { return json_; }
-
- private:
-  void Add(const zuna_toolkit::Difference& loss, bool keep_json);
-
-  bool is_up_;
-  zuna_toolkit::DifferenceGroups groups_;
-  zuna_toolkit::DifferenceGroups grouped_lines_;  ///< those without lines of their own
-  std::vector<std::string> own_lines_;
-  std::string json_;
+/// All losses of one code.
+struct LossKind {
+  std::string code;
+  zuna_toolkit::Subject subject;
+  zuna_toolkit::Action action;
+  bool is_up;        ///< on the way to a current version
+  bool is_harmless;  ///< zuna_toolkit::IsHarmless()
+  std::size_t count = 0;
 };
+
+/// The line of a loss on the way up that has one of its own; empty for any other.
+std::string OwnLine(const zuna_toolkit::Difference& loss);
+
+/// The line of a kind in one file, with the first loss: "format 0.0 does not keep 3 voice numbers (song 1:
+/// voice 12 becomes voice 2) [voice-renumbered]".
+std::string KindLine(const LossKind& kind, const zuna_toolkit::Difference& first);
+
+/// "3 voice numbers, 1 show name"
+std::string KindsText(const std::vector<LossKind>& kinds);
+
+/// The line of a kind in several files, and why it does no harm.
+std::string TotalLine(const LossKind& kind);
 
 }  // namespace zuna_cli

@@ -285,11 +285,51 @@ class LossTest(FolderTest):
         super().setUp()
         self.run_tool("up", "in", "--out-dir", "new")
 
+    def damage(self):
+        """Gives the logs a fermata, which format 0.0 does not hold."""
+        for name in ("new/opera.logdata", "new/gala.logdata"):
+            self.run_tool("convert", name, "-o", "text", "--to", "2.0", "--force")
+            text = self.plaintext("text").replace(b'"fermatas": []', b'"fermatas": [{"start": 0, "end": 9, '
+                                                  b'"label": "", "value": 2}, {"start": 9, "end": 9, "label": "", "value": 1}]')
+            self.encrypt(name, text)
+
     def test_tells_losses_by_kind(self):
-        self.assertEqual(self.said("down", "new", "--out-dir", "out", "-q"), [
-            "new/opera.logdata: format 0.0 does not keep 1 division (song 2: 480; up takes it from the show)",
-            'new/opera.showdata: format 0.0 does not keep 1 show name ("My Show"; up takes it from the log)'])
-        self.assertEqual(self.said("down", "new", "--out-dir", "out2")[-1], "2 files: 2 done (2 with losses), 0 failed")
+        self.run_tool("up", "in/below", "--out-dir", "new")
+        self.damage()
+        lost = "format 0.0 does not keep 2 fermatas (song {}: Fermata(0, 9, 2); copy-fermatas brings it back) [fermata-dropped]"
+        harmful = [f"new/gala.logdata: {lost.format(1)}", f"new/opera.logdata: {lost.format(2)}"]
+        totals = ["2 files: format 0.0 does not keep 4 fermatas [fermata-dropped]",
+                  "2 files: format 0.0 does not keep 2 divisions (up takes this from the show) [division-dropped]",
+                  "2 files: format 0.0 does not keep 2 show names (up takes this from the log) [show-name-dropped]"]
+        said = self.run_tool("down", "new", "--out-dir", "1").stderr.decode().replace("zuna-convert: ", "").splitlines()
+        self.assertEqual(said, [
+            harmful[0], "new/gala.logdata: 1 song, 2 edits, 2.0 -> 0.0, without 1 division",
+            "new/gala.showdata: 1 song, 1 voice, 1 event, 1.2 -> 0.0, without 1 show name",
+            harmful[1], "new/opera.logdata: 1 song, 3 edits, 2.0 -> 0.0, without 1 division",
+            "new/opera.showdata: 2 songs, 2 voices, 2 events, 1.2 -> 0.0, without 1 show name",
+            "4 files: 4 done (4 with losses), 0 failed", *totals])
+        said = self.run_tool("down", "new", "--out-dir", "2", "-q").stderr.decode().replace("zuna-convert: ", "").splitlines()
+        self.assertEqual(said, harmful + totals)
+        self.assertEqual(self.said("down", "new", "--out-dir", "3", "-qq"), [])
+
+    def test_tells_the_losses_of_the_way_up(self):
+        os.mkdir(self.path("odd"))
+        for name in ("a", "b"):
+            self.encrypt(f"odd/{name}.showdata", legacy_show(legacy_song("2", labels=((0, "Prologue"), (9, "Epilogue")))) + b"tail")
+        said = self.run_tool("up", "odd", "--show-name", "X", "--out-dir", "out").stderr.decode().splitlines()
+        self.assertEqual([line.removeprefix("zuna-convert: ") for line in said if "b.showdata" not in line], [
+            'odd/a.showdata: song 2: the label at 0 is cut: "Prologue" becomes "Prologu" [bar-label-cut]',
+            'odd/a.showdata: song 2: the label at 9 is cut: "Epilogue" becomes "Epilogu" [bar-label-cut]',
+            'odd/a.showdata: 1 song, 1 voice, 1 event, 0.0 -> 1.2, named "X", without 4 bytes after the last song',
+            "2 files: 2 done (2 with losses), 0 failed",
+            "2 files: the current versions do not keep 4 whole bar labels [bar-label-cut]",
+            "2 files: the current versions do not keep 8 bytes after the last song (the music is the same) "
+            "[trailing-bytes-dropped]"])
+
+    def test_tells_every_loss_of_a_single_file(self):
+        self.assertEqual(self.said("down", "new/opera.showdata", "-o", "out"), [
+            'new/opera.showdata: format 0.0 does not keep 1 show name ("My Show"; up takes it from the log)',
+            "new/opera.showdata: 2 songs, 2 voices, 2 events, 1.2 -> 0.0"])
 
     def test_writes_a_current_file_as_it_is(self):
         self.encrypt("odd.showdata", legacy_show(legacy_song()) + b"tail")

@@ -1,6 +1,7 @@
 """check of zuna-convert: what is wrong with a file, and what a conversion would lose."""
 
 import json
+import os
 import unittest
 
 from tool import (BAD_INPUT, NEGATIVE, PART_FAILED, USAGE, WithLogs, legacy_log, legacy_show, legacy_song, legacy_song_log,
@@ -29,6 +30,54 @@ class CheckTest(WithLogs):
         self.assertRegex(done.stdout, b"^new.log: log, version 1.2, to 2.0 lossless\n  warning: song 2: the vamp at 480 ")
         self.assertIn(b"old.showdata: show, version 0.0", self.run_tool("check", "old.showdata", "--to", "1.2",
                                                                        code=None).stdout)
+
+    def folder_of_all_kinds(self):
+        """A folder with files that are clean, have warnings, have errors, and cannot be read."""
+        os.mkdir(self.path("all"))
+        os.rename(self.path(self.damaged_song()), self.path("all/odd.showdata"))
+        self.encrypt("all/good.logdata", legacy_log(legacy_song_log("2", "Two", vamps=[(0, 480, 2)])))
+        document = self.log_document()
+        document["songLogs"][1]["vamps"].pop()
+        self.write_log("all/new.logdata", document)
+        self.encrypt("all/vamp.logdata", legacy_log(legacy_song_log("2", "Two", vamps=[(0, 480, -2)])))
+        return "all"
+
+    def names(self, *arguments, **options):
+        """The files that standard output has something about, and the severities."""
+        lines = self.run_tool("check", *arguments, **options).stdout.decode().splitlines()
+        return [line.partition(":")[0].strip() for line in lines]
+
+    def test_leaves_out_files_without_findings_where_asked(self):
+        folder = self.folder_of_all_kinds()
+        self.assertEqual(self.names(folder, "-q", code=NEGATIVE),
+                         ["all/odd.showdata", "error", "warning", "all/vamp.logdata", "warning"])
+        self.assertEqual(self.names(folder, "-qq", code=NEGATIVE), ["all/odd.showdata", "error"])
+        self.assertEqual(self.names("all/good.logdata", "-q"), [])
+        self.assertEqual(self.names("all/new.logdata", "-q", "--to", "0.0"), ["all/new.logdata", "loss"])
+        self.assertEqual(self.names("all/new.logdata", "-qq", "--to", "0.0"), [])
+        self.assertEqual(len(self.names(folder, "-qq", "--json", code=NEGATIVE)), 4)
+
+    def test_counts_files_by_severity(self):
+        folder = self.folder_of_all_kinds()
+        self.assertEqual(self.run_tool("check", folder, code=NEGATIVE).stderr.decode(),
+                         "zuna-convert: 4 files: 2 clean, 1 with warnings, 1 with errors, 0 failed\n")
+        self.write("all/bad.showdata", "bad")
+        said = self.run_tool("check", folder, "--to", "0.0", code=PART_FAILED).stderr.decode().splitlines()
+        self.assertEqual(said[:2], [
+            "zuna-convert: 5 files: 2 clean, 1 with warnings, 1 with errors, 1 with losses, 1 failed",
+            "zuna-convert: 1 file: format 0.0 does not keep 2 divisions (up takes this from the show) [division-dropped]"])
+        self.assertEqual(self.run_tool("check", "all/good.logdata", "all/vamp.logdata", "-q").stderr, b"")
+
+    def test_counts_harmless_losses_of_many_files_in_their_headings(self):
+        document = self.log_document()
+        document["songLogs"][1]["attacca"] = 1
+        self.write_log("attacca.log", document)
+        lines = self.run_tool("check", "attacca.log", "new.showdata", "--to", "0.0").stdout.decode().splitlines()
+        self.assertIn("attacca.log: log, version 1.2, to 0.0 with losses and without 2 divisions", lines)
+        self.assertEqual(sum("loss:" in line for line in lines), 1)
+        self.assertIn("new.showdata: show, version 1.2, to 0.0 without 1 show name", lines)
+        self.assertEqual(self.names("attacca.log", "new.showdata", "--to", "0.0", "-q"),
+                         ["attacca.log", "warning", "loss", "new.showdata", "warning", "warning"])
 
     def test_refuses_other_versions(self):
         for version in ("0.1", "3.0", "x"):

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/shared/loss_text.h"
+#include "cli/shared/losses.h"
 #include "cmn/file_format.h"
 #include "tests/costs/worst_inputs.h"
 #include "tests/support/cost_bounds.h"

@@ -37,6 +37,10 @@ ZUNA_API void LossesOfDown(const Document& current, const Document& legacy, cons
 /// where the two are not forms of one document.
 ZUNA_API void LossesOfUp(const Document& legacy, const Document& current, const DifferenceSink& sink);
 
+/// Whether a loss of this kind does no harm: the music is the same without it, or `up` brings it back out of
+/// the companion.
+ZUNA_API bool IsHarmless(const Difference& loss);
+
 /// The codes of all losses that LossesOfDown() and LossesOfUp() report for what Down() and Up() make.
 ZUNA_API std::span<const Explanation> LossExplanations();
 

@@ -75,6 +75,26 @@ constexpr Explanation kLosses[] = {
 
 }  // namespace
 
+bool IsHarmless(const Difference& loss) {
+  switch (loss.subject) {
+    case Subject::kShowName:
+    case Subject::kDivision:
+    case Subject::kTimelineName:
+    case Subject::kReservedField:
+    case Subject::kDeltaTime:
+    case Subject::kTrailingBytes:
+      return true;
+    case Subject::kVoice:
+      return loss.action == Action::kReordered;
+    case Subject::kTempo:
+      return loss.action == Action::kAdded || loss.action == Action::kApproximated;
+    case Subject::kMeter:
+      return loss.action == Action::kAdded;
+    default:
+      return false;
+  }
+}
+
 std::span<const Explanation> LossExplanations() { return kLosses; }
 
 }  // namespace zuna_toolkit

@@ -150,6 +150,7 @@ void AddComparisons(Calls& calls, const Samples& samples) {
       zuna_toolkit::DifferenceGroups groups;
       compare([&](const zuna_toolkit::Difference& difference) {
         list += zuna_toolkit::CodeText(difference) + difference.before;
+        if (zuna_toolkit::IsHarmless(difference)) list += ", harmless";
         groups.Add(difference);
       });
       return list + std::to_string(groups.groups().size() + zuna_toolkit::LossExplanations().size());

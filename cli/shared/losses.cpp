@@ -1,0 +1,76 @@
+// The losses of a conversion.
+#include "cli/shared/losses.h"
+
+#include "cli/shared/json_text.h"
+#include "cli/terminal/text.h"
+
+namespace zuna_cli {
+
+namespace {
+
+using zuna_toolkit::Difference;
+using zuna_toolkit::DifferenceGroups;
+
+std::string LossJson(const Difference& loss) {
+  return "{\"code\": \"" + CodeText(loss) + "\", \"song\": " + JsonString(loss.song) + ", " +
+         PlaceJson(loss.place) + ", \"before\": " + JsonString(loss.before) +
+         ", \"after\": " + JsonString(loss.after) + ", \"count\": " + std::to_string(loss.count) + "}";
+}
+
+}  // namespace
+
+Losses::Losses(const zuna_toolkit::Document& before, const zuna_toolkit::Document& after, bool keep_json)
+    : is_up_(before.type().is_legacy()) {
+  const auto add = [&](const Difference& loss) { Add(loss, keep_json); };
+  if (before.type().is_legacy() == after.type().is_legacy()) return;  // All current versions hold the same.
+  if (is_up_) {
+    LossesOfUp(before, after, add);
+  } else {
+    LossesOfDown(before, after, add);
+  }
+}
+
+void Losses::Add(const Difference& loss, bool keep_json) {
+  groups_.Add(loss);
+  if (keep_json) json_ += (json_.empty() ? "" : ", ") + LossJson(loss);
+  const std::string line = is_up_ ? OwnLine(loss) : "";
+  if (line.empty()) {
+    grouped_lines_.Add(loss);
+  } else {
+    own_lines_.push_back({line, IsHarmless(loss)});
+  }
+}
+
+LossKind Losses::KindOf(const DifferenceGroups::Group& group) const {
+  const Difference& first = group.first;
+  return {CodeText(first), first.subject, first.action, is_up_, IsHarmless(first), group.count};
+}
+
+std::vector<std::string> Losses::Lines(bool with_harmless) const {
+  std::vector<std::string> lines;
+  for (const Line& line : own_lines_) {
+    if (with_harmless || !line.is_harmless) lines.push_back(line.text);
+  }
+  for (const DifferenceGroups::Group& group : grouped_lines_.groups()) {
+    if (with_harmless || !IsHarmless(group.first)) lines.push_back(KindLine(KindOf(group), group.first));
+  }
+  return lines;
+}
+
+std::vector<std::string> Losses::Lines() const { return Lines(true); }
+
+std::vector<std::string> Losses::HarmfulLines() const { return Lines(false); }
+
+std::string Losses::HarmlessText() const {
+  std::vector<LossKind> kinds = Kinds();
+  std::erase_if(kinds, [](const LossKind& kind) { return !kind.is_harmless; });
+  return KindsText(kinds);
+}
+
+std::vector<LossKind> Losses::Kinds() const {
+  std::vector<LossKind> kinds;
+  for (const DifferenceGroups::Group& group : groups_.groups()) kinds.push_back(KindOf(group));
+  return kinds;
+}
+
+}  // namespace zuna_cli
