@@ -41,15 +41,15 @@ std::string Heading(const Document& document) {
 }
 
 /// How much is told about one file.
-struct Telling {
+struct Detail {
   int quiet;            ///< how often --quiet was given
   bool is_one_of_many;  ///< losses that do no harm have no lines then
 };
 
 /// " with losses and without 1 show name"; `has_lines` says whether losses have lines.
-std::string LossesHeading(const Losses& losses, bool has_lines, const Telling& telling) {
+std::string LossesHeading(const Losses& losses, bool has_lines, const Detail& detail) {
   if (losses.empty()) return " lossless";
-  const std::string harmless = telling.is_one_of_many ? losses.HarmlessText() : "";
+  const std::string harmless = detail.is_one_of_many ? losses.HarmlessText() : "";
   std::string text = has_lines ? " with losses" : "";
   if (!harmless.empty()) text += (has_lines ? " and without " : " without ") + harmless;
   return text;
@@ -57,15 +57,15 @@ std::string LossesHeading(const Losses& losses, bool has_lines, const Telling& t
 
 /// Empty where --quiet leaves nothing.
 std::string AsText(const Document& document, const Findings& findings, const Losses* losses,
-                   const Options& options, const Telling& telling) {
-  const bool errors_only = telling.quiet > 1;
+                   const Options& options, const Detail& detail) {
+  const bool errors_only = detail.quiet > 1;
   std::vector<std::string> lines;
-  if (losses != nullptr) lines = telling.is_one_of_many ? losses->HarmfulLines() : losses->Lines();
-  if (telling.quiet > 0 && findings.empty() && lines.empty()) return "";
+  if (losses != nullptr) lines = detail.is_one_of_many ? losses->HarmfulLines() : losses->Lines();
+  if (detail.quiet > 0 && findings.empty() && lines.empty()) return "";
   if (errors_only && !findings.has_errors()) return "";
   std::string text = Heading(document) + (findings.empty() ? ", no findings" : "");
   if (losses != nullptr) {
-    text += ", to " + cmn::VersionText(*options.version) + LossesHeading(*losses, !lines.empty(), telling);
+    text += ", to " + cmn::VersionText(*options.version) + LossesHeading(*losses, !lines.empty(), detail);
   }
   text += '\n' + findings.Text(errors_only);
   if (errors_only) return text;
@@ -93,7 +93,7 @@ Group GroupOf(const Findings& findings) {
   return findings.has_errors() ? kWithErrors : kWithWarnings;
 }
 
-Outcome CheckOne(const std::string& path, const Options& options, const Keys& keys, const Telling& telling) {
+Outcome CheckOne(const std::string& path, const Options& options, const Keys& keys, const Detail& detail) {
   zuna_toolkit::OpenedFile file = OpenInput(path, keys).file;
   const Document document = zuna_toolkit::ReadDocument(file);
   const Findings findings(document, options.json);
@@ -106,18 +106,18 @@ Outcome CheckOne(const std::string& path, const Options& options, const Keys& ke
   outcome.is_negative = findings.has_errors();
   const Losses* told = losses ? &*losses : nullptr;
   outcome.text = options.json ? AsJson(document, findings, told, options)
-                              : AsText(document, findings, told, options, telling);
+                              : AsText(document, findings, told, options, detail);
   return outcome;
 }
 
 void Run(const Options& options, Context& context) {
   const std::vector<zuna_toolkit::Input> inputs = CollectShard(options.inputs, context);
   const Keys keys = context.ReadKeys();
-  const Telling telling{context.quiet(), inputs.size() > 1};
+  const Detail detail{context.quiet(), inputs.size() > 1};
   Batch batch;
   batch.work = [&](std::size_t number) {
     const std::string& path = inputs[number].path;
-    const auto check = [&] { return CheckOne(path, options, keys, telling); };
+    const auto check = [&] { return CheckOne(path, options, keys, detail); };
     return options.json ? WithFailureJson(path, check) : check();
   };
   batch.done = {"clean", "with warnings", "with errors"};  // in the order of Group

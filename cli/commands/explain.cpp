@@ -3,6 +3,8 @@
 
 #include <memory>
 #include <optional>
+#include <sstream>
+#include <vector>
 
 #include "cli/help/codes.h"
 #include "cli/help/nearest.h"
@@ -10,6 +12,7 @@
 #include "cli/terminal/columns.h"
 #include "cli/terminal/table.h"
 #include "cli/terminal/text.h"
+#include "toolkit/words.h"
 
 namespace zuna_cli {
 
@@ -22,15 +25,30 @@ struct Options {
   bool json = false;
 };
 
+std::vector<std::string> CommandLines(const Explanation& explanation) {
+  std::istringstream lines{std::string(explanation.commands)};
+  std::vector<std::string> commands;
+  for (std::string line; std::getline(lines, line);) commands.push_back(line);
+  return commands;
+}
+
 std::string Json(const CodeGroup& group, const Explanation& explanation) {
+  std::string commands;
+  for (const std::string& command : CommandLines(explanation)) {
+    zuna_toolkit::AppendListed(commands, JsonString(command));
+  }
   return "{\"code\": " + JsonString(explanation.code) + ", \"kind\": " + JsonString(group.kind) +
          ", \"meaning\": " + JsonString(explanation.meaning) +
-         ", \"remedy\": " + JsonString(explanation.remedy) + '}';
+         ", \"cause\": " + JsonString(explanation.cause) + ", \"remedy\": " + JsonString(explanation.remedy) +
+         ", \"commands\": [" + commands + "]}";
 }
 
 std::string Text(const CodeGroup& group, const Explanation& explanation) {
-  return std::string(explanation.code) + " (" + std::string(group.kind) +
-         "): " + std::string(explanation.meaning) + "\nWhat to do: " + std::string(explanation.remedy);
+  std::string text = std::string(explanation.code) + " (" + std::string(group.kind) +
+                     "): " + std::string(explanation.meaning) + "\nWhy: " + std::string(explanation.cause) +
+                     "\nWhat to do: " + std::string(explanation.remedy);
+  for (const std::string& command : CommandLines(explanation)) text += "\n  " + command;
+  return text;
 }
 
 /// What `code` means, in every kind that has it. Throws Failure (kCodeNotFound).

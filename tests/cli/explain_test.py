@@ -1,9 +1,11 @@
 """explain of zuna-convert."""
 
 import json
+import os
+import subprocess
 import unittest
 
-from tool import NEGATIVE, ToolTest
+from tool import NEGATIVE, TOOL, USAGE, ToolTest
 
 
 class ExplainTest(ToolTest):
@@ -13,8 +15,23 @@ class ExplainTest(ToolTest):
     def test_tells_what_a_code_means(self):
         self.assertEqual(self.explained("wrong-key"),
                          "wrong-key (error): the file was encrypted with another key or IV\n"
-                         "What to do: give the right key file\n")
-        self.assertRegex(self.explained("tempo-zero"), r"^tempo-zero \(finding\): .+\nWhat to do: .+\n$")
+                         "Why: it comes from another installation, or the key was changed after it was written\n"
+                         "What to do: give the right key file; of several, each is tried\n"
+                         "  zuna-convert info FILE --key-file KEY --key-file OLDKEY\n")
+        self.assertRegex(self.explained("cut-off"), r"^cut-off \(error\): .+\nWhy: .+\nWhat to do: .+\n$")
+        self.assertRegex(self.explained("tempo-zero"),
+                         r"^tempo-zero \(finding\): .+\nWhy: .+\nWhat to do: .+\n  zuna-convert up FILE -o TEXT --to 2.0\n")
+
+    def test_has_commands_that_are_right(self):
+        self.environment["PATH"] = f"{os.path.dirname(os.path.abspath(TOOL))}:{self.environment['PATH']}"
+        commands = {command for code in json.loads(self.explained("--json")) for command in code["commands"]}
+        self.assertGreater(len(commands), 30)
+        for command in sorted(commands):
+            if command.startswith("$EDITOR"):
+                continue
+            done = subprocess.run(["sh", "-c", command], cwd=self.folder, env=self.environment, capture_output=True)
+            if done.returncode == USAGE:  # The words in capitals are no names of commands.
+                self.assertIn(b'"COMMAND" is not known here', done.stderr, command)
 
     def test_lists_all_codes_by_their_kind(self):
         lines = self.explained().splitlines()
@@ -28,7 +45,9 @@ class ExplainTest(ToolTest):
 
     def test_writes_json(self):
         wanted = {"code": "wrong-key", "kind": "error", "meaning": "the file was encrypted with another key or IV",
-                  "remedy": "give the right key file"}
+                  "cause": "it comes from another installation, or the key was changed after it was written",
+                  "remedy": "give the right key file; of several, each is tried",
+                  "commands": ["zuna-convert info FILE --key-file KEY --key-file OLDKEY"]}
         self.assertEqual(json.loads(self.explained("wrong-key", "--json")), wanted)
         self.assertIn(wanted, json.loads(self.explained("--json")))
 

@@ -15,8 +15,9 @@ namespace {
 TEST(ErrorCode, IsLowerCaseWordsWithHyphens) {
   for (const Explanation& row : ErrorExplanations()) {
     EXPECT_THAT(std::string(row.code), testing::MatchesRegex("[a-z]+(-[a-z]+)*"));
-    EXPECT_FALSE(row.meaning.empty() || row.remedy.empty()) << row.code;
-    EXPECT_FALSE(row.meaning.ends_with('.') || row.remedy.ends_with('.')) << row.code;
+    EXPECT_FALSE(row.meaning.empty() || row.cause.empty() || row.remedy.empty()) << row.code;
+    EXPECT_FALSE(row.meaning.ends_with('.') || row.cause.ends_with('.') || row.remedy.ends_with('.'))
+        << row.code;
   }
 }
 

@@ -32,7 +32,8 @@ TEST(FindingExplanations, HaveEachCodeOnce) {
   for (const Explanation& explanation : FindingExplanations()) {
     EXPECT_TRUE(codes.insert(explanation.code).second) << explanation.code;
     EXPECT_EQ(explanation.code.find_first_not_of("abcdefghijklmnopqrstuvwxyz-8"), std::string_view::npos);
-    EXPECT_FALSE(explanation.meaning.empty() || explanation.remedy.empty()) << explanation.code;
+    EXPECT_FALSE(explanation.meaning.empty() || explanation.cause.empty() || explanation.remedy.empty())
+        << explanation.code;
   }
   EXPECT_EQ(CodeText(FindingCode::kTempoZero), "tempo-zero");
   EXPECT_EQ(CodeText(FindingCode::kTempoScale), "tempo-scale-not-positive");

@@ -70,7 +70,8 @@ std::set<std::string> ExplainedCodes() {
   std::set<std::string> codes;
   for (const Explanation& explanation : LossExplanations()) {
     EXPECT_TRUE(codes.insert(std::string(explanation.code)).second) << explanation.code;
-    EXPECT_FALSE(explanation.meaning.empty() || explanation.remedy.empty()) << explanation.code;
+    EXPECT_FALSE(explanation.meaning.empty() || explanation.cause.empty() || explanation.remedy.empty())
+        << explanation.code;
   }
   return codes;
 }
