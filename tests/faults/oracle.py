@@ -25,12 +25,18 @@ class Good:
 
 def problems(run, fault, files, good):
     """What is wrong with a run that had this fault and left `files`, as texts."""
-    files = dict(files)
+    files = {first_backup(name, files): content for name, content in files.items()}
     report = files.pop(good.command.report, b"")
     found = [*of_the_process(run, good), *of_the_files(run, fault, files, good), *of_the_messages(run, fault, good)]
     if good.command.is_many:
         found += [*of_each_input(run, fault, files, good), *of_the_report(run, report, files, good)]
     return found
+
+
+def first_backup(name, files):
+    """The name of the first backup for one with another number, which it has where that name seemed to be taken."""
+    first = BACKUP.sub(".~1~", name)
+    return name if first in files else first
 
 
 def of_the_process(run, good):

@@ -70,6 +70,8 @@ class OracleTest(unittest.TestCase):
         self.expect(None, some, ALONE, code=70)
         self.expect("a is replaced, and its old content is not kept", {"a": b"new", "b": b"old"}, ALONE, code=70)
         self.expect(None, some, TOGETHER, code=70, fired=0)
+        self.expect(None, {"a": b"new", "a.~2~": b"old", "b": b"old"}, ALONE, code=70)
+        self.expect("left ['a.~2~']", {**some, "a.~2~": b"old"}, ALONE, code=70)
 
     def test_report(self):
         line = b'{"status": "done", "output": "%s"}\n'

@@ -84,7 +84,10 @@ class Place:
         for name, content in self.case.old.items():
             (self.folder / name).parent.mkdir(parents=True, exist_ok=True)
             (self.folder / name).write_bytes(content)
-        self.before = self.files()
+        self.before, self.names = self.files(), self.all_names()
+
+    def all_names(self):
+        return {str(path) for path in self.folder.rglob("*")}
 
     def files(self):
         """The files with their contents, and whatever else has a name that begins with a dot."""
@@ -132,7 +135,7 @@ def run_faults(inputs, case, good, chosen):
         texts = oracle.problems(run, fault, files, good)
         found += [(str(case), fault, text, run.errors.decode(errors="replace")) for text in texts]
         successes += run.code == 0
-        if files != place.before:
+        if files != place.before or place.all_names() != place.names:
             place.make()
     place.remove()
     return str(case), collections.Counter(fault.partition(":")[0] for fault in chosen), successes, found
