@@ -1,4 +1,4 @@
-// The table of all error codes, and the codes of the errors that other libraries throw.
+// The table of all error codes.
 #include "toolkit/error_code.h"
 
 #include <algorithm>
@@ -7,7 +7,6 @@
 
 #include "toolkit/internal/file_errors.h"
 #include "toolkit/internal/tool_errors.h"
-#include "zuna_sec/errors.h"
 
 namespace zuna_toolkit {
 
@@ -36,24 +35,7 @@ constexpr std::array<Explanation, kRows.size()> kErrors = [] {
   return explanations;
 }();
 
-template <typename Type>
-bool Is(const zuna_sec::CipherError& error) {
-  return dynamic_cast<const Type*>(&error) != nullptr;
-}
-
 }  // namespace
-
-ErrorCode CodeOf(const zuna_sec::CipherError& error) {
-  if (Is<zuna_sec::WrongKeyError>(error)) return ErrorCode::kWrongKey;
-  if (Is<zuna_sec::ChangedInTransferError>(error)) return ErrorCode::kChangedInTransfer;
-  if (Is<zuna_sec::NotEncryptedError>(error)) return ErrorCode::kNotEncrypted;
-  if (Is<zuna_sec::UnsupportedEnvelopeError>(error)) return ErrorCode::kUnsupportedEnvelope;
-  if (Is<zuna_sec::TruncatedError>(error)) return ErrorCode::kCutOff;
-  if (Is<zuna_sec::TrailingBytesError>(error)) return ErrorCode::kBytesAfterEnd;
-  if (Is<zuna_sec::TooLargeError>(error)) return ErrorCode::kTooLarge;
-  if (Is<zuna_sec::CipherUnavailableError>(error)) return ErrorCode::kCipherUnavailable;
-  return ErrorCode::kDamaged;
-}
 
 std::string_view CodeText(ErrorCode code) { return kErrors.at(static_cast<std::size_t>(code)).code; }
 

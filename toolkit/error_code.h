@@ -71,6 +71,7 @@ enum class ErrorCode {
   kOutputIsTerminal,     ///< "output-is-terminal"
   kLossRefused,          ///< "loss-refused"
   kEncryptedAlready,     ///< "encrypted-already"
+  kOwnFermatas,          ///< "own-fermatas"
   kEmptyKey,             ///< "empty-key"
   kBadKeyFile,           ///< "bad-key-file"
   kSongNotFound,         ///< "song-not-found"

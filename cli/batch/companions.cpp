@@ -1,14 +1,13 @@
 // Finds the companion of a legacy file.
 #include "cli/batch/companions.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <new>
 
+#include "cli/shared/document_text.h"
 #include "cli/shared/input.h"
 #include "cli/terminal/standard_streams.h"
 #include "kit/path.h"
-#include "toolkit/words.h"
 
 namespace zuna_cli {
 
@@ -28,17 +27,6 @@ using zuna_toolkit::Input;
                     (is_log ? "--division TICKS" : "--show-name NAME"));
 }
 
-/// "song 3 is", "songs 3, 4 are"
-std::string SongsAre(const std::vector<std::string>& numbers) {
-  constexpr std::size_t kMost = 8;
-  std::string list;
-  for (std::size_t i = 0; i < std::min(numbers.size(), kMost); ++i) {
-    zuna_toolkit::AppendListed(list, numbers[i]);
-  }
-  if (numbers.size() > kMost) list += " and " + std::to_string(numbers.size() - kMost) + " more";
-  return (numbers.size() == 1 ? "song " + list + " is" : "songs " + list + " are");
-}
-
 std::string OtherSongText(const CompanionFit::OtherSong& song, const std::string& companion) {
   const std::string begin = "song " + song.number + " has ";
   if (song.name != song.companion_name) {
@@ -52,7 +40,8 @@ std::string OtherSongText(const CompanionFit::OtherSong& song, const std::string
 std::vector<std::string> NotesOf(const CompanionFit& fit, const std::string& companion, bool is_log) {
   std::vector<std::string> notes;
   if (is_log && !fit.unknown_songs.empty()) {  // A log need not have all songs of its show.
-    notes.push_back(SongsAre(fit.unknown_songs) + " not in " + companion + "; the division stays 0");
+    const char* are = fit.unknown_songs.size() == 1 ? " is not in " : " are not in ";
+    notes.push_back(SongsText(fit.unknown_songs) + are + companion + "; the division stays 0");
   }
   for (const CompanionFit::OtherSong& song : fit.other_songs) notes.push_back(OtherSongText(song, companion));
   return notes;

@@ -2,6 +2,7 @@
 #include <memory>
 
 #include "cli/shared/context.h"
+#include "cli/shared/document_text.h"
 #include "cli/shared/input.h"
 #include "cli/terminal/standard_streams.h"
 #include "toolkit/conversion/copy_fermatas.h"
@@ -16,29 +17,47 @@ using zuna_toolkit::Counted;
 struct Options {
   std::string source;
   std::string destination;
+  Output output;  ///< without a path, the destination is written itself
 };
 
 std::string FermatasText(std::size_t fermatas, std::size_t attaccas) {
   return Counted(fermatas, "fermata", "fermatas") + " and " + Counted(attaccas, "attacca", "attaccas");
 }
 
-void Run(const Options& options, Context& context) {
+/// The place of the result, which is neither input unless it is the destination itself.
+Destination PlaceOf(const Options& options, const Context& context) {
+  if (!options.output.path.empty()) {
+    return context.CheckPaths(options.output, {options.source, options.destination});
+  }
   if (options.destination == kStandardStream) {
     throw Failure(ErrorCode::kUsage, "command line", "the destination is rewritten in its place",
-                  "give a file");
+                  "give a file, or -o");
   }
-  Destination place = context.CheckPaths({options.destination, true}, {options.source});
+  return context.CheckPaths({options.destination, true}, {options.source});
+}
+
+void RequireNothingErased(const zuna_toolkit::FermataCopy& copy) {
+  if (copy.erased_in.empty()) return;
+  throw Failure(ErrorCode::kOwnFermatas, copy.document.name(),
+                FermatasText(copy.erased_fermatas, copy.erased_attaccas) + " of its own would be erased (" +
+                    SongsText(copy.erased_in) + ")",
+                "give --force to replace them");
+}
+
+void Run(const Options& options, Context& context) {
+  Destination place = PlaceOf(options, context);
   const Keys keys = context.ReadKeys();
   zuna_toolkit::OpenedFile source = OpenInput(options.source, keys).file;
   auto [destination, key] = OpenInput(options.destination, keys);
   const zuna_toolkit::FermataCopy copy =
       zuna_toolkit::CopyFermatas(zuna_toolkit::ReadDocument(source), zuna_toolkit::ReadDocument(destination));
-  if (copy.replaced_fermatas + copy.replaced_attaccas > 0) {
-    context.Note(destination.name(),
-                 FermatasText(copy.replaced_fermatas, copy.replaced_attaccas) + " of its own replaced");
+  if (!options.output.force) RequireNothingErased(copy);
+  if (!copy.erased_in.empty()) {
+    context.Note(place.name(),
+                 FermatasText(copy.erased_fermatas, copy.erased_attaccas) + " of its own replaced");
   }
-  context.Note(destination.name(), FermatasText(copy.fermatas, copy.attaccas) + " copied from " +
-                                       source.name() + ", in " + Counted(copy.songs, "song", "songs"));
+  context.Note(place.name(), FermatasText(copy.fermatas, copy.attaccas) + " copied from " + source.name() +
+                                 ", in " + Counted(copy.songs, "song", "songs"));
   context.Seal(copy.document, *key, place);
 }
 
@@ -55,8 +74,14 @@ void AddCopyFermatasCommand(CLI::App& app, Context& context) {
       ->required();
   command
       ->add_option("DESTINATION", options->destination,
-                   "The log that gets them, of a current version, which it keeps; rewritten in its place")
+                   "The log that gets them, of a current version, which it keeps; rewritten in its place "
+                   "unless -o is given")
       ->required();
+  AddOutput(*command, options->output)
+      ->description("Erase fermatas and attaccas that DESTINATION has itself; replace OUT when it exists");
+  command->get_option("--output")
+      ->required(false)
+      ->description("Write the result to OUT and leave DESTINATION as it is; - for standard output");
   context.SetWork(*command, [options, &context] { Run(*options, context); });
 }
 

@@ -26,6 +26,7 @@ constexpr auto kExamples = std::to_array<Example>({
     {"check", "zuna-convert check opera.showdata --to 0.0"},
     {"convert", "zuna-convert convert - -o - --to 1.1 <in.showdata >out.showdata"},
     {"copy-fermatas", "zuna-convert copy-fermatas before.logdata again.logdata"},
+    {"copy-fermatas", "zuna-convert copy-fermatas before.logdata again.logdata -o new.logdata"},
     {"info", "zuna-convert info opera.showdata opera.logdata"},
     {"info", "zuna-convert info --json opera.showdata"},
     {"print", "zuna-convert print opera.logdata --song 2a"},

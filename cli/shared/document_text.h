@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "toolkit/document/document.h"
 
@@ -9,6 +10,9 @@ namespace zuna_cli {
 
 /// "3 songs, 12 voices, 4711 events" for a show, "3 songs, 12 edits" for a log.
 std::string CountsText(const zuna_toolkit::Document& document);
+
+/// "song 3", "songs 3, 4", "songs 1, 2, 3, 4, 5, 6, 7, 8 and 30 more"
+std::string SongsText(const std::vector<std::string>& numbers);
 
 /// The whole as aligned text for people, with a line break at its end.
 std::string InfoText(const zuna_toolkit::Document& document);

@@ -3,6 +3,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <map>
 #include <vector>
 
@@ -115,6 +116,16 @@ std::string HeaderJson(const zuna_toolkit::LogHeader& header) {
 }
 
 }  // namespace
+
+std::string SongsText(const std::vector<std::string>& numbers) {
+  constexpr std::size_t kMost = 8;
+  std::string list;
+  for (std::size_t i = 0; i < std::min(numbers.size(), kMost); ++i) {
+    zuna_toolkit::AppendListed(list, numbers[i]);
+  }
+  if (numbers.size() > kMost) list += " and " + std::to_string(numbers.size() - kMost) + " more";
+  return (numbers.size() == 1 ? "song " : "songs ") + list;
+}
 
 std::string CountsText(const Document& document) {
   return CountsText(TotalsOf(document), document.type().is_log());

@@ -6,6 +6,7 @@ import unittest
 from tool import BAD_INPUT, IO, REFUSED, USAGE, WRONG_KEY, WithLogs
 
 FERMATA = {"start": 0, "end": 10, "label": "f", "value": 2}
+OTHER = {"start": 20, "end": 30, "label": "", "value": 3}
 
 
 class CopyFermatasTest(WithLogs):
@@ -32,16 +33,38 @@ class CopyFermatasTest(WithLogs):
         self.run_tool("copy-fermatas", "-", "new.log", stdin=self.read("source"))
         self.assertEqual(self.read("new.log"), self.read("source"))
 
-    def test_says_what_is_replaced(self):
+    def write_own(self):
+        """Writes a log with another fermata, one that the source has too, and another attacca."""
         document = self.log_document("source")
-        document["songLogs"][0].update(attacca=0, fermatas=[FERMATA])
-        document["songLogs"][1].update(attacca=7)
+        document["songLogs"][0].update(attacca=0, fermatas=[OTHER])
+        document["songLogs"][1].update(attacca=7, fermatas=[FERMATA])
         self.write_log("destination", document)
-        done = self.run_tool("copy-fermatas", "source", "destination")
+
+    def test_erases_nothing_of_the_destination_unless_forced(self):
+        self.write_own()
+        message = ("destination: 1 fermata and 1 attacca of its own would be erased (songs 10, 2); give --force to replace "
+                   "them")
+        self.refuse("copy-fermatas", "source", "destination", code=REFUSED, message=message)
+        self.refuse("copy-fermatas", "source", "destination", "-o", "out", code=REFUSED, message=message)
+        done = self.run_tool("copy-fermatas", "source", "destination", "--force")
         self.assertEqual(done.stderr.decode().splitlines(), [
             "zuna-convert: destination: 1 fermata and 1 attacca of its own replaced",
             "zuna-convert: destination: 2 fermatas and 2 attaccas copied from source, in 2 songs"])
         self.assertEqual(self.read("destination"), self.read("source"))
+        self.run_tool("copy-fermatas", "source", "destination")  # once more changes nothing
+
+    def test_writes_another_file(self):
+        before = self.read("new.log")
+        done = self.run_tool("copy-fermatas", "source", "new.log", "-o", "out")
+        self.assertEqual(done.stderr, b"zuna-convert: out: 2 fermatas and 2 attaccas copied from source, in 2 songs\n")
+        self.assertEqual((self.read("out"), self.read("new.log")), (self.read("source"), before))
+        self.refuse("copy-fermatas", "source", "new.log", "-o", "out", code=REFUSED,
+                    message="out: exists; give --force to replace it, or another output")
+        for name in ("source", "new.log"):
+            self.refuse("copy-fermatas", "source", "new.log", "-o", name, "--force", code=REFUSED,
+                        message=f"{name}: is an input as well; give another output")
+        done = self.run_tool("copy-fermatas", "source", "-", "-o", "-", stdin=before)
+        self.assertEqual(done.stdout, self.read("source"))
 
     def test_leaves_other_songs_alone(self):
         document = self.log_document("source")
@@ -49,7 +72,7 @@ class CopyFermatasTest(WithLogs):
         self.write_log("two", document)
         document["songLogs"][0].update(attacca=0, fermatas=[])
         self.write_log("less", document)
-        self.assertEqual(self.run_tool("copy-fermatas", "less", "source", "--quiet").stderr, b"")
+        self.assertEqual(self.run_tool("copy-fermatas", "less", "source", "--quiet", "--force").stderr, b"")
         ten, two = self.log_document("source")["songLogs"]
         self.assertEqual((ten["attacca"], two["attacca"], two["fermatas"]), (1, 0, []))
         self.refuse("copy-fermatas", "source", "two", code=BAD_INPUT,
@@ -77,7 +100,7 @@ class CopyFermatasTest(WithLogs):
 
     def test_refuses_destinations_that_are_no_other_file(self):
         self.refuse("copy-fermatas", "source", "-", code=USAGE,
-                    message="command line: the destination is rewritten in its place; give a file")
+                    message="command line: the destination is rewritten in its place; give a file, or -o")
         self.refuse("copy-fermatas", "source", "./source", code=REFUSED,
                     message="./source: is an input as well; give another output")
         self.refuse("copy-fermatas", "source", ".", code=REFUSED,

@@ -2,8 +2,11 @@
 #include "toolkit/conversion/copy_fermatas.h"
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <string>
+#include <tuple>
+#include <vector>
 
 #include "toolkit/error.h"
 #include "toolkit/words.h"
@@ -36,20 +39,42 @@ void RequireSongs(const CL::ChangeLog& from, const CL::ChangeLog& to, const std:
               "give a log of the same songs");
 }
 
-bool IsSameFermata(const CL::Fermata& a, const CL::Fermata& b) {
-  return a.start == b.start && a.end == b.end && a.value_bits == b.value_bits && a.label == b.label;
+using Fermatas = std::vector<const CL::Fermata*>;
+
+bool IsBefore(const CL::Fermata* a, const CL::Fermata* b) {
+  return std::tie(a->start, a->end, a->value_bits, a->label) <
+         std::tie(b->start, b->end, b->value_bits, b->label);
+}
+
+/// All fermatas of a song, so that equal ones stand together.
+Fermatas Sorted(const CL::SongLog& song) {
+  Fermatas sorted;
+  sorted.reserve(song.fermatas->events.size());
+  for (const CL::Fermata& fermata : song.fermatas->events) sorted.push_back(&fermata);
+  std::sort(sorted.begin(), sorted.end(), IsBefore);
+  return sorted;
+}
+
+/// How many fermatas of `destination` are not in `source`.
+std::size_t CountErased(const CL::SongLog& source, const CL::SongLog& destination) {
+  const Fermatas ours = Sorted(source);
+  const Fermatas theirs = Sorted(destination);
+  Fermatas erased;
+  std::set_difference(theirs.begin(), theirs.end(), ours.begin(), ours.end(), std::back_inserter(erased),
+                      IsBefore);
+  return erased.size();
 }
 
 void CountSong(const CL::SongLog& source, const CL::SongLog& destination, FermataCopy& copy) {
-  const auto& ours = source.fermatas->events;
-  const auto& theirs = destination.fermatas->events;
-  copy.fermatas += ours.size();
+  const std::size_t fermatas = source.fermatas->events.size();
+  copy.fermatas += fermatas;
   if (source.attacca != 0) ++copy.attaccas;
-  if (!ours.empty() || source.attacca != 0) ++copy.songs;
-  if (!std::equal(ours.begin(), ours.end(), theirs.begin(), theirs.end(), IsSameFermata)) {
-    copy.replaced_fermatas += theirs.size();
-  }
-  if (destination.attacca != 0 && destination.attacca != source.attacca) ++copy.replaced_attaccas;
+  if (fermatas > 0 || source.attacca != 0) ++copy.songs;
+  const std::size_t erased = CountErased(source, destination);
+  const bool erases_attacca = destination.attacca != 0 && destination.attacca != source.attacca;
+  copy.erased_fermatas += erased;
+  copy.erased_attaccas += erases_attacca ? 1U : 0U;
+  if (erased > 0 || erases_attacca) copy.erased_in.push_back(destination.song_number);
 }
 
 }  // namespace

@@ -52,6 +52,11 @@ inline constexpr std::array kToolErrors = {
              {"encrypted-already", "the file to encrypt is encrypted already",
               "the product and the other commands do not read what is encrypted twice",
               "give --force to encrypt it again", "zuna-convert decrypt FILE -o OUT"}},
+    ErrorRow{ErrorCode::kOwnFermatas,
+             ErrorKind::kRefused,
+             {"own-fermatas", "copying would erase fermatas or attaccas that the log has itself",
+              "they were added after the log went down and up, and the other log has not got them",
+              "give --force to replace them", "zuna-convert copy-fermatas SOURCE DESTINATION --force"}},
     ErrorRow{
         ErrorCode::kEmptyKey,
         ErrorKind::kRefused,

@@ -31,8 +31,9 @@ TEST(CopyFermatas, CopiesAndCountsThem) {
   EXPECT_EQ(copy.fermatas, 1U);
   EXPECT_EQ(copy.attaccas, 1U);
   EXPECT_EQ(copy.songs, 2U);
-  EXPECT_EQ(copy.replaced_fermatas, 2U);
-  EXPECT_EQ(copy.replaced_attaccas, 1U);
+  EXPECT_EQ(copy.erased_fermatas, 2U);
+  EXPECT_EQ(copy.erased_attaccas, 1U);
+  EXPECT_EQ(copy.erased_in, (std::vector<std::string>{"1", "3"}));
   EXPECT_EQ(copy.document.name(), "b");
   EXPECT_EQ(copy.document.type(), (FileType{cmn::FileKind::kLog, {2, 0}}));
   const CL::ChangeLog& result = *copy.document.As<CL::ChangeLog>();
@@ -43,6 +44,30 @@ TEST(CopyFermatas, CopiesAndCountsThem) {
   EXPECT_EQ(result.GetSongLog("4")->attacca, 8);
   EXPECT_EQ(old->fermatas->events.size(), 2U);  // The destination itself has not changed.
   EXPECT_EQ(destination.GetSongLog("3")->attacca, 7);
+}
+
+/// How many of the destination's fermatas are erased where the song of the source has these.
+std::size_t Erased(const std::vector<CL::Fermata>& source, const std::vector<CL::Fermata>& destination) {
+  CL::ChangeLog from;
+  CL::ChangeLog to;
+  AddSong(from, "1")->fermatas->events = source;
+  AddSong(to, "1")->fermatas->events = destination;
+  const FermataCopy copy = CopyFermatas({from, {1, 2}, "a"}, {to, {1, 2}, "b"});
+  EXPECT_EQ(copy.erased_in.size(), copy.erased_fermatas > 0 ? 1U : 0U);
+  return copy.erased_fermatas;
+}
+
+TEST(CopyFermatas, TellsFermatasApartByEveryField) {
+  const CL::Fermata fermata(1, 2, "label", 3);
+  EXPECT_EQ(Erased({fermata}, {fermata}), 0U);
+  for (const CL::Fermata& other : {CL::Fermata(0, 2, "label", 3), CL::Fermata(1, 0, "label", 3),
+                                   CL::Fermata(1, 2, "", 3), CL::Fermata(1, 2, "label", 0)}) {
+    EXPECT_EQ(Erased({fermata}, {other}), 1U);
+    EXPECT_EQ(Erased({fermata, other}, {other}), 0U);
+    EXPECT_EQ(Erased({fermata, other}, {other, fermata}), 0U);
+    EXPECT_EQ(Erased({fermata, other}, {other, other}), 1U);
+    EXPECT_EQ(Erased({}, {other, other}), 2U);
+  }
 }
 
 TEST(CopyFermatas, NeedsTwoCurrentLogsOfTheSameSongs) {
