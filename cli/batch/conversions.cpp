@@ -1,8 +1,6 @@
 // Commands that make one file of each input.
 #include "cli/batch/conversions.h"
 
-#include <algorithm>
-#include <filesystem>
 #include <memory>
 #include <new>
 #include <utility>
@@ -10,6 +8,7 @@
 #include "cli/batch/conversion_messages.h"
 #include "cli/batch/finished_work.h"
 #include "cli/batch/loss_policy.h"
+#include "cli/batch/placing.h"
 #include "cli/batch/report.h"
 #include "cli/batch/runner.h"
 #include "cli/batch/sealing.h"
@@ -26,17 +25,6 @@ namespace {
 using zuna_toolkit::Document;
 using Bytes = std::vector<std::uint8_t>;
 
-bool Exists(const std::string& path) {
-  std::error_code ignored;
-  return path != kStandardStream && std::filesystem::exists(path, ignored);
-}
-
-/// Whether the file at `path` has these bytes.
-bool Holds(const std::string& path, const Bytes& bytes) {
-  const auto content = kit::ReadRegularFile(path, zuna_toolkit::kMaxFileSize);
-  return content && std::equal(content->bytes().begin(), content->bytes().end(), bytes.begin(), bytes.end());
-}
-
 /// What the work on one input has made.
 struct Result {
   Outcome outcome;
@@ -52,9 +40,9 @@ class Converter {
         context_(context),
         conversion_(conversion),
         keys_(keys),
-        is_one_of_many_(is_one_of_many) {
-    if (options.resume) finished_ = FinishedWork(options.report);
-  }
+        is_one_of_many_(is_one_of_many),
+        finished_(options.resume ? FinishedWork(options.report) : FinishedWork()),
+        placing_(options, context, conversion, finished_) {}
 
   /// What it throws is a lack of memory or an interrupt.
   Outcome operator()(const Job& job) const {
@@ -68,7 +56,7 @@ class Converter {
       throw;
     } catch (...) {
       Outcome outcome;
-      outcome.failure = CurrentFailure();
+      outcome.failure = placing_.WithRemedy(CurrentFailure());
       if (outcome.failure->code() == ErrorCode::kInterrupted) throw;
       outcome.status = Status::kFailed;
       if (!Exists(line.backup)) line.backup.clear();
@@ -85,10 +73,7 @@ class Converter {
     if (exists && options_.outputs.skip_existing) {
       return Passed(job.output, "exists and is passed over", line);
     }
-    // What a run wrote that was killed before it reported so is known by its bytes.
-    const bool may_be_finished = exists && options_.resume && !options_.outputs.force;
-    std::optional<Destination> destination;
-    if (!may_be_finished) Place(job, destination);
+    std::optional<Destination> destination = placing_.Find(job);
     Bytes bytes = ReadInput(job.input.path, zuna_toolkit::kMaxFileSize);
     if (HasReport()) {
       line.digest = zuna_sec::Sha256Text(bytes);
@@ -102,33 +87,8 @@ class Converter {
     if (is_written && destination) line.backup = destination->KeepOld();
     // Nothing needs memory once the output has its place.
     if (HasReport()) result.outcome.report = ReportJson(line, result.outcome.status, nullptr);
-    if (!is_written) return std::move(result.outcome);
-    if (destination) {
-      destination->Write(*result.bytes);
-    } else if (!Holds(job.output, *result.bytes)) {
-      throw Failure(ErrorCode::kOutputExists, job.output, "exists",
-                    "give --force to replace it, or another output");
-    }
+    if (result.bytes) placing_.Write(job, *result.bytes, destination);
     return std::move(result.outcome);
-  }
-
-  /// Finds the place of the output, which is none of what is read; only looks at it where nothing is to be
-  /// written.
-  void Place(const Job& job, std::optional<Destination>& destination) const {
-    std::vector<std::string> inputs = context_.CheckInputs({});
-    if (!options_.outputs.in_place) inputs.push_back(job.input.path);
-    if (conversion_.companion_path) {
-      if (const auto companion = conversion_.companion_path(job.input)) inputs.push_back(*companion);
-    }
-    if (HasReport()) inputs.push_back(options_.report);
-    const Output output{job.output, options_.outputs.force || options_.outputs.in_place,
-                        options_.outputs.in_place};
-    if (options_.outputs.dry_run) {
-      if (job.output != kStandardStream) RequirePlace(job.output, inputs, output.force);
-      return;
-    }
-    if (!options_.outputs.folder.empty()) MakeFolderOf(job.output);
-    destination.emplace(output, inputs);
   }
 
   /// Reads a document, and lets go of the plaintext.
@@ -161,7 +121,9 @@ class Converter {
     }
     if (!bytes.empty()) {
       if (HasReport() && !options_.outputs.dry_run) {
-        line.finished = FinishedMark(line, zuna_sec::Sha256Text(bytes));
+        const std::string digest = zuna_sec::Sha256Text(bytes);
+        line.finished = FinishedMark(line, digest);
+        line.written = WrittenMark(line.path, line.output, digest);
       }
       if (context_.LacksKey(key)) Say(result.outcome, OutputName(job.output), kEmptyKeyNote);
       result.bytes = std::move(bytes);
@@ -201,6 +163,7 @@ class Converter {
   const Keys& keys_;
   bool is_one_of_many_;  ///< of the inputs, each of which says less then
   FinishedWork finished_;
+  Placing placing_;
 };
 
 }  // namespace

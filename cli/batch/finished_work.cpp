@@ -19,14 +19,20 @@ namespace {
 constexpr std::size_t kMarkSize = 64;                     // digits
 constexpr std::size_t kMaxReport = std::size_t{1} << 32;  // bytes
 
-/// The value of the key at `position` in a line, where it is a mark.
-std::string_view MarkAt(std::string_view line, std::size_t position) {
-  line.remove_prefix(position + kFinishedKey.size());
+/// The value of the key that `line` begins with, where it is a mark.
+std::string_view MarkAt(std::string_view line, std::string_view key) {
+  line.remove_prefix(key.size());
   const std::size_t begin = line.find_first_not_of(" :\"");
   if (begin == std::string_view::npos) return {};
   line.remove_prefix(begin);
   const bool is_whole = line.size() > kMarkSize && line[kMarkSize] == '"';
   return is_whole ? line.substr(0, kMarkSize) : std::string_view();
+}
+
+std::string Digest(const std::vector<std::string>& parts) {
+  std::string all;
+  for (const std::string& part : parts) all += part + '\0';
+  return zuna_sec::Sha256Text({reinterpret_cast<const std::uint8_t*>(all.data()), all.size()});
 }
 
 }  // namespace
@@ -36,19 +42,21 @@ FinishedWork::FinishedWork(const std::string& path) {
   if (!std::filesystem::exists(path, ignored)) return;
   const std::vector<std::uint8_t> bytes = ReadInput(path, kMaxReport);
   const std::string_view text = zuna_toolkit::AsText(bytes);
-  // A key is followed by a quotation mark that no text of JSON has inside: there it would be escaped.
-  for (std::size_t at = text.find(kFinishedKey); at != std::string_view::npos;
-       at = text.find(kFinishedKey, at + 1)) {
-    const std::string_view mark = MarkAt(text, at);
-    if (!mark.empty()) marks_.emplace(mark);
+  // A key begins with a quotation mark that no text of JSON has inside: there it would be escaped.
+  for (const std::string_view key : {kFinishedKey, kWrittenKey}) {
+    for (std::size_t at = text.find(key); at != std::string_view::npos; at = text.find(key, at + 1)) {
+      const std::string_view mark = MarkAt(text.substr(at), key);
+      if (!mark.empty()) marks_.emplace(mark);
+    }
   }
 }
 
+std::string WrittenMark(const std::string& path, const std::string& output, const std::string& digest) {
+  return Digest({"written", path, output, digest});
+}
+
 std::string FinishedMark(const ReportLine& line, const std::string& output_digest) {
-  std::string all;
-  for (const std::string& part : {line.options, line.path, line.digest, line.output, output_digest}) {
-    all += part + '\0';
-  }
+  std::string companion;
   if (!line.companion.empty()) {
     std::optional<kit::FileBytes> content;
     try {
@@ -56,9 +64,9 @@ std::string FinishedMark(const ReportLine& line, const std::string& output_diges
     } catch (const kit::RuntimeError&) {
       return "";
     }
-    if (content) all += zuna_sec::Sha256Text(content->bytes());
+    if (content) companion = zuna_sec::Sha256Text(content->bytes());
   }
-  return zuna_sec::Sha256Text({reinterpret_cast<const std::uint8_t*>(all.data()), all.size()});
+  return Digest({line.options, line.path, line.digest, line.output, output_digest, companion});
 }
 
 }  // namespace zuna_cli

@@ -10,8 +10,8 @@
 
 namespace zuna_cli {
 
-/// The work that a report has as finished. Each piece has a mark, a digest of the options, the contents of
-/// the input and its companion, and what was written.
+/// The work that a report has as finished. Each piece has two marks: FinishedMark() of all that it depends
+/// on, and WrittenMark() of what was written.
 class FinishedWork {
  public:
   /// None.
@@ -26,6 +26,9 @@ class FinishedWork {
  private:
   std::set<std::string, std::less<>> marks_;
 };
+
+/// The mark of an output at the path `output` that has the content `digest`, made of the input at `path`.
+std::string WrittenMark(const std::string& path, const std::string& output, const std::string& digest);
 
 /// The mark of work whose output has the content `output_digest`. `line` has the options, the paths and the
 /// digest of the input; its companion is read where there is one. Empty, which no work has, where that fails.

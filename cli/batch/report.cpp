@@ -60,7 +60,8 @@ std::string ReportJson(const ReportLine& line, Status status, const Failure* fai
   if (failure != nullptr) json += ", \"error\": " + ErrorJson(*failure);
   json += ", \"losses\": [" + line.losses + "]";
   if (failure == nullptr && !line.finished.empty()) {
-    json += ", " + std::string(kFinishedKey) + ": \"" + line.finished + '"';
+    json += ", " + std::string(kFinishedKey) + ": \"" + line.finished + "\", " + std::string(kWrittenKey) +
+            ": \"" + line.written + '"';
   }
   return json + "}\n";
 }

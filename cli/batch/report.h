@@ -12,6 +12,8 @@ namespace zuna_cli {
 
 /// The key of the mark by which finished work is known again (finished_work.h).
 inline constexpr std::string_view kFinishedKey = "\"finished\"";
+/// The key of the mark by which its output is known again.
+inline constexpr std::string_view kWrittenKey = "\"written\"";
 
 /// What a line of the report tells.
 struct ReportLine {
@@ -24,6 +26,7 @@ struct ReportLine {
   std::vector<std::string> notes;  ///< what there is to say about the companion
   std::string losses;              ///< objects of JSON, separated by commas
   std::string finished;            ///< the mark of finished work; empty where it failed
+  std::string written;             ///< the mark of its output; empty where `finished` is
 };
 
 /// The line, with its line break. `failure` is null where there is none.

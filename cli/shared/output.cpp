@@ -48,11 +48,12 @@ void Destination::WriteEncrypted(zuna_sec::TwoFishCipherStream& stream) {
   Write(EncryptedBytes(stream, name()));
 }
 
-void Destination::Write(std::span<const std::uint8_t> bytes) {
+void Destination::Write(std::span<const std::uint8_t> bytes, const std::function<void()>& check) {
   if (path_ == kStandardStream) {
     return WriteStandardOutput({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
   }
   files_.Write(0, bytes, kit::kOwnerOnly);
+  if (check) check();
   files_.Commit();
 }
 

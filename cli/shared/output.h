@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -42,8 +43,9 @@ class Destination {
 
   /// Encrypts and writes the content of `stream`. Throws Failure, kit::IoError or kit::FileExistsError.
   void WriteEncrypted(zuna_sec::TwoFishCipherStream& stream);
-  /// The same with `bytes` as they are.
-  void Write(std::span<const std::uint8_t> bytes);
+  /// The same with `bytes` as they are. `check` is called right before they take their place; nothing changes
+  /// where it throws.
+  void Write(std::span<const std::uint8_t> bytes, const std::function<void()>& check = {});
 
  private:
   std::string path_;

@@ -118,6 +118,7 @@ class InputsTest(FolderTest):
         for line in reports[0] + reports[1]:
             line.pop("output")
             line.pop("finished", None)
+            line.pop("written", None)
         self.assertEqual(*reports)
         for number in ("0", "-1", "x", "2000"):
             self.run_tool("info", "in", "-j", number, code=USAGE)
@@ -225,7 +226,12 @@ class OutputsTest(FolderTest):
         os.mkdir(self.path("out"))
         self.write("out/opera.logdata", "there")
         said = self.said("up", "in", "--out-dir", "out", code=PART_FAILED)
-        self.assertEqual(said[-1], "out/opera.logdata: exists; give --force to replace it, or another output")
+        self.assertEqual(said[-1], "out/opera.logdata: exists; give --force to replace it, --skip-existing to pass over "
+                                   "it, or another output")
+        self.write("report", '{"schemaVersion": 1}\n')
+        said = self.said("up", "in/opera.logdata", "-o", "out/opera.logdata", "--report", "report", code=REFUSED)
+        self.assertEqual(said[-1], "out/opera.logdata: exists; give --force to replace it, --skip-existing to pass over "
+                                   "it, or --resume to go on after the report")
         os.remove(self.path("out/opera.showdata"))
         said = self.said("up", "in", "--out-dir", "out", "--skip-existing")
         self.assertEqual([said[0], said[-1]], ["out/opera.logdata: exists and is passed over",
@@ -407,8 +413,8 @@ class ReportTest(FolderTest):
         self.run_tool("down", "out/opera.showdata", "-o", "old", "--report", "report")
         self.assertEqual(self.lines()[-1]["notes"], [])
 
-    def resume(self, **options):
-        return self.said("up", "in", "-r", "--out-dir", "out", "--report", "report", "--resume", **options)
+    def resume(self, *arguments, **options):
+        return self.said("up", "in", "-r", "--out-dir", "out", "--report", "report", "--resume", *arguments, **options)
 
     def test_is_resumed_without_doing_anything_twice(self):
         self.write("in/bad.showdata", "bad")
@@ -428,6 +434,28 @@ class ReportTest(FolderTest):
         os.remove(self.path("out/opera.showdata"))
         self.assertEqual(self.resume()[-1], "4 files: 3 done, 1 skipped, 0 failed")
 
+    def test_replaces_what_it_wrote_for_an_older_input(self):
+        self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report")
+        old = self.read("out/below/gala.showdata")
+        self.encrypt("in/below/gala.showdata", legacy_show(legacy_song("1", "One", tracks=((1, "Organ"),))))
+        before = self.files()
+        self.assertEqual(self.resume("-n")[-1], "4 files: 2 would be done, 2 skipped, 0 failed")
+        self.assertEqual({name: content for name, content in self.files().items() if name != "report"},
+                         {name: content for name, content in before.items() if name != "report"})
+        self.assertEqual(self.resume()[-1], "4 files: 2 done, 2 skipped, 0 failed")  # the show, and the log again
+        self.assertNotEqual(self.read("out/below/gala.showdata"), old)
+        self.assertEqual(self.resume()[-1], "4 files: 0 done, 4 skipped, 0 failed")
+
+    def test_replaces_nothing_that_it_did_not_write(self):
+        self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report")
+        self.encrypt("in/below/gala.showdata", legacy_show(legacy_song("1", "One", tracks=((1, "Organ"),))))
+        for content in (b"another", self.read("out/opera.showdata")):
+            self.write("out/below/gala.showdata", content)
+            self.assertEqual(self.resume(code=PART_FAILED)[-1],
+                             "out/below/gala.showdata: exists, and is not what the report says was written for "
+                             "in/below/gala.showdata; give --force to replace it, or --skip-existing to pass over it")
+            self.assertEqual(self.read("out/below/gala.showdata"), content)
+
     def test_knows_what_was_written_and_not_reported(self):
         self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report")
         lines = self.read("report").splitlines(keepends=True)
@@ -436,13 +464,15 @@ class ReportTest(FolderTest):
         self.write("out/opera.logdata", "another")
         self.write("report", b"")
         self.assertEqual(self.resume(code=PART_FAILED)[-1],
-                         "out/opera.logdata: exists; give --force to replace it, or another output")
+                         "out/opera.logdata: exists, and is not what the report says was written for in/opera.logdata; "
+                         "give --force to replace it, or --skip-existing to pass over it")
 
     def test_does_again_what_is_not_there_as_it_was_written(self):
         self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report")
         self.write("out/opera.logdata", "")
         self.assertEqual(self.resume(code=PART_FAILED)[-1],
-                         "out/opera.logdata: exists; give --force to replace it, or another output")
+                         "out/opera.logdata: exists, and is not what the report says was written for in/opera.logdata; "
+                         "give --force to replace it, or --skip-existing to pass over it")
         self.run_tool("up", "in", "--in-place", "--report", "place")
         os.rename(self.path("in/opera.showdata.~1~"), self.path("in/opera.showdata"))
         said = self.said("up", "in", "--in-place", "--report", "place", "--resume")

@@ -221,7 +221,8 @@ class ConvertTest(WithLogs):
     def test_writes_like_every_command(self):
         for command in (["up", "old.log", "--companion", "old.showdata"], ["down", "new.log"], ["convert", "new.log"]):
             self.refuse(*command, "-o", "old.logdata", code=REFUSED,
-                        message="old.logdata: exists; give --force to replace it, or another output")
+                        message="old.logdata: exists; give --force to replace it, --skip-existing to pass over it, or another "
+                                "output")
             with open("/dev/full", "wb") as full:
                 done = self.run_tool(*command, "-o", "-", code=IO, stdout=full)
             self.assertRegex(done.stderr, b"^zuna-convert: standard output: cannot be written: .*\n$")

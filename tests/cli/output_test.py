@@ -12,7 +12,8 @@ from tool import CLOSED_PIPE, IO, INTERRUPTED, REFUSED, TOOL, WithShows, legacy_
 class OutputTest(WithShows):
     def test_does_not_replace_files_unless_forced(self):
         self.refuse("convert", "new.showdata", "-o", "old.logdata", code=REFUSED,
-                    message="old.logdata: exists; give --force to replace it, or another output")
+                    message="old.logdata: exists; give --force to replace it, --skip-existing to pass over it, or another "
+                            "output")
         self.run_tool("convert", "new.showdata", "-o", "old.logdata", "--force")
         self.assertEqual(self.read("old.logdata"), self.read("new.showdata"))
 

@@ -1,0 +1,108 @@
+// The places of outputs, and what may be replaced there.
+#include "cli/batch/placing.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <utility>
+
+#include "cli/terminal/standard_streams.h"
+#include "kit/file.h"
+#include "toolkit/document/open.h"
+#include "zuna_sec/digest.h"
+
+namespace zuna_cli {
+
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+/// Whether the file at `path` has these bytes.
+bool Holds(const std::string& path, const Bytes& bytes) {
+  const auto content = kit::ReadRegularFile(path, zuna_toolkit::kMaxFileSize);
+  return content && std::equal(content->bytes().begin(), content->bytes().end(), bytes.begin(), bytes.end());
+}
+
+}  // namespace
+
+bool Exists(const std::string& path) {
+  std::error_code ignored;
+  return path != kStandardStream && std::filesystem::exists(path, ignored);
+}
+
+Placing::Placing(const ConversionOptions& options, const Context& context, const Conversion& conversion,
+                 const FinishedWork& finished)
+    : options_(options),
+      context_(context),
+      conversion_(conversion),
+      finished_(finished),
+      has_old_report_(!options.report.empty() && Exists(options.report)) {}
+
+bool Placing::MayBeOwn(const Job& job) const {
+  const OutputOptions& outputs = options_.outputs;
+  return options_.resume && !outputs.force && !outputs.in_place && Exists(job.output);
+}
+
+std::vector<std::string> Placing::ReadBy(const Job& job) const {
+  std::vector<std::string> inputs = context_.CheckInputs({});
+  if (!options_.outputs.in_place) inputs.push_back(job.input.path);
+  if (conversion_.companion_path) {
+    if (const auto companion = conversion_.companion_path(job.input)) inputs.push_back(*companion);
+  }
+  if (!options_.report.empty()) inputs.push_back(options_.report);
+  return inputs;
+}
+
+std::optional<Destination> Placing::Open(const Job& job, bool replace) const {
+  const std::vector<std::string> inputs = ReadBy(job);
+  if (options_.outputs.dry_run) {
+    if (job.output != kStandardStream) RequirePlace(job.output, inputs, replace);
+    return std::nullopt;
+  }
+  if (!options_.outputs.folder.empty()) MakeFolderOf(job.output);
+  return std::optional<Destination>(std::in_place, Output{job.output, replace, options_.outputs.in_place},
+                                    inputs);
+}
+
+std::optional<Destination> Placing::Find(const Job& job) const {
+  if (MayBeOwn(job)) return std::nullopt;
+  return Open(job, options_.outputs.force || options_.outputs.in_place);
+}
+
+void Placing::RequireOwn(const Job& job) const {
+  const auto content = kit::ReadRegularFile(job.output, zuna_toolkit::kMaxFileSize);
+  if (content &&
+      finished_.Contains(WrittenMark(job.input.path, job.output, zuna_sec::Sha256Text(content->bytes()))))
+    return;
+  throw Failure(ErrorCode::kOutputExists, job.output,
+                "exists, and is not what the report says was written for " + job.input.path,
+                "give --force to replace it");
+}
+
+void Placing::Write(const Job& job, const Bytes& bytes, std::optional<Destination>& destination) const {
+  if (destination) return destination->Write(bytes);
+  // Nothing was there or an output of an earlier run, and it may be gone by now.
+  const bool replaces = MayBeOwn(job);
+  if (!replaces && options_.outputs.dry_run) return;
+  if (replaces && Holds(job.output, bytes)) return;
+  const auto check = [&] {
+    if (replaces) RequireOwn(job);
+  };
+  check();
+  std::optional<Destination> found = Open(job, replaces);
+  if (found) found->Write(bytes, check);
+}
+
+Failure Placing::WithRemedy(const Failure& failure) const {
+  if (failure.code() != ErrorCode::kOutputExists) return failure;
+  zuna_toolkit::ErrorParts parts = failure.parts();
+  parts.remedy = "give --force to replace it, ";
+  if (options_.resume) {
+    parts.remedy += "or --skip-existing to pass over it";
+  } else {
+    parts.remedy += "--skip-existing to pass over it, or ";
+    parts.remedy += has_old_report_ ? "--resume to go on after the report" : "another output";
+  }
+  return {failure.code(), std::move(parts)};
+}
+
+}  // namespace zuna_cli
