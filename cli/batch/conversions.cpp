@@ -69,6 +69,9 @@ class Converter {
   bool HasReport() const { return !options_.report.empty(); }
 
   Outcome Convert(const Job& job, ReportLine& line) const {
+    if (!job.same_as.empty()) {
+      return Passed(job.input.path, "is the same file as " + job.same_as + ", and is passed over", line);
+    }
     const bool exists = !options_.outputs.in_place && Exists(job.output);
     if (exists && options_.outputs.skip_existing) {
       return Passed(job.output, "exists and is passed over", line);
@@ -171,7 +174,7 @@ class Converter {
 void ConvertAll(const ConversionOptions& options, Context& context, const Conversion& conversion) {
   const std::vector<zuna_toolkit::Input> inputs =
       CollectInputs(options.inputs, context, options.outputs.folder, conversion.companion);
-  std::vector<Job> jobs = PlanOutputs(inputs, options.outputs);
+  std::vector<Job> jobs = PlanOutputs(inputs, options.outputs, conversion.companion_path);
   KeepShard(jobs, options.inputs.shard, [](const Job& job) -> const std::string& { return job.input.path; });
   const Keys keys = context.ReadKeys();
   const Converter converter(options, context, conversion, keys, jobs.size() > 1);

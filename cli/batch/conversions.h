@@ -44,8 +44,7 @@ struct Conversion {
                                          const zuna_toolkit::Input& input, const Keys& keys)>
       convert;
   std::optional<std::string> companion;  ///< the one that the command line names
-  /// Where a companion of `input` may be.
-  std::function<std::optional<std::string>(const zuna_toolkit::Input& input)> companion_path;
+  CompanionPathOf companion_path;        ///< where a companion may be; may be empty
 };
 
 /// Converts all inputs. Throws what CollectInputs(), PlanOutputs() and RunAll() throw.

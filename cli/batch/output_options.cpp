@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <map>
 #include <set>
+#include <string>
 #include <utility>
 
 #include "cli/terminal/standard_streams.h"
@@ -59,27 +60,39 @@ std::string OutputOf(const Input& input, const OutputOptions& options) {
   return kit::path::Join(options.folder, input.relative);
 }
 
-void RequireDistinct(const std::vector<Job>& jobs) {
+/// Two inputs may have one output only where they are one file, which is worked on once.
+void FindSame(std::vector<Job>& jobs) {
   std::map<std::string, const Job*> known;
-  for (const Job& job : jobs) {
-    const auto [found, is_new] = known.emplace(job.output, &job);
+  for (Job& job : jobs) {
+    const auto [found, is_new] = known.emplace(WithoutLinks(job.output), &job);
     if (is_new) continue;
-    Refuse(found->second->input.path + " and " + job.input.path + " have the same output " + job.output,
+    const Job& first = *found->second;
+    if (WithoutLinks(job.input.path) == WithoutLinks(first.input.path)) {
+      job.same_as = first.input.path;
+      continue;
+    }
+    Refuse(first.input.path + " and " + job.input.path + " have the same output " + job.output,
            "name their folder instead, or convert them one after the other");
   }
 }
 
 /// A file that is to be read may not be replaced before.
-void RequireNoInputs(const std::vector<Job>& jobs) {
-  if (jobs.size() < 2) return;  // An output is compared with its own input before the work on it.
-  std::set<FileId> inputs;
+void RequireNoneRead(const std::vector<Job>& jobs, const CompanionPathOf& companion_of) {
+  if (jobs.size() < 2) return;  // An output is compared with what its own input needs before the work on it.
+  std::map<FileId, std::string> read;
   for (const Job& job : jobs) {
-    if (const auto id = IdOf(job.input.path)) inputs.insert(*id);
+    if (const auto id = IdOf(job.input.path)) read.emplace(*id, "is an input as well");
+  }
+  for (const Job& job : jobs) {
+    const auto path = companion_of ? companion_of(job.input) : std::nullopt;
+    const auto id = path ? IdOf(*path) : std::nullopt;
+    if (id) read.emplace(*id, "is the companion of " + job.input.path);
   }
   for (const Job& job : jobs) {
     const auto id = IdOf(job.output);
-    if (!id || !inputs.contains(*id)) continue;
-    throw Failure(ErrorCode::kOutputIsInput, job.output, "is an input as well", "give another output");
+    const auto found = id ? read.find(*id) : read.end();
+    if (found == read.end()) continue;
+    throw Failure(ErrorCode::kOutputIsInput, job.output, found->second, "give another output");
   }
 }
 
@@ -99,13 +112,14 @@ void AddOutputs(CLI::App& command, OutputOptions& options) {
                    "Do not read the outputs back before they take their places");
 }
 
-std::vector<Job> PlanOutputs(const std::vector<Input>& inputs, const OutputOptions& options) {
+std::vector<Job> PlanOutputs(const std::vector<Input>& inputs, const OutputOptions& options,
+                             const CompanionPathOf& companion_of) {
   RequireOneOutput(options, inputs.size());
   std::vector<Job> jobs;
   jobs.reserve(inputs.size());
-  for (const Input& input : inputs) jobs.push_back({input, OutputOf(input, options)});
-  RequireDistinct(jobs);
-  if (!options.in_place) RequireNoInputs(jobs);
+  for (const Input& input : inputs) jobs.push_back({input, OutputOf(input, options), ""});
+  FindSame(jobs);
+  if (!options.in_place) RequireNoneRead(jobs, companion_of);
   return jobs;
 }
 

@@ -1,6 +1,8 @@
 // The outputs of a command that makes one file of each input.
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,12 +29,17 @@ void AddOutputs(CLI::App& command, OutputOptions& options);
 struct Job {
   zuna_toolkit::Input input;
   std::string output;
+  std::string same_as;  ///< an earlier input that is the same file and has the same output; empty for none
 };
 
+/// Where a companion of an input may be.
+using CompanionPathOf = std::function<std::optional<std::string>(const zuna_toolkit::Input&)>;
+
 /// The outputs of all inputs, in their order. Throws Failure (kUsage) where the options contradict each other
-/// or do not fit the number of inputs, or two inputs have the same output, and (kRefused) where an output is
-/// another input.
-std::vector<Job> PlanOutputs(const std::vector<zuna_toolkit::Input>& inputs, const OutputOptions& options);
+/// or do not fit the number of inputs, or two inputs that are different files have the same output, and
+/// (kOutputIsInput) where an output is an input or, by `companion_of`, a companion of one.
+std::vector<Job> PlanOutputs(const std::vector<zuna_toolkit::Input>& inputs, const OutputOptions& options,
+                             const CompanionPathOf& companion_of);
 
 /// Removes what runs that were killed have left beside the outputs.
 void RemoveLeftovers(const std::vector<Job>& jobs);

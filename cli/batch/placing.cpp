@@ -70,9 +70,8 @@ std::optional<Destination> Placing::Find(const Job& job) const {
 
 void Placing::RequireOwn(const Job& job) const {
   const auto content = kit::ReadRegularFile(job.output, zuna_toolkit::kMaxFileSize);
-  if (content &&
-      finished_.Contains(WrittenMark(job.input.path, job.output, zuna_sec::Sha256Text(content->bytes()))))
-    return;
+  const std::string digest = content ? zuna_sec::Sha256Text(content->bytes()) : "";
+  if (content && finished_.Contains(WrittenMark(job.input.path, job.output, digest))) return;
   throw Failure(ErrorCode::kOutputExists, job.output,
                 "exists, and is not what the report says was written for " + job.input.path,
                 "give --force to replace it");

@@ -222,6 +222,42 @@ class OutputsTest(FolderTest):
         self.refuse("up", "in/opera.showdata", "in/opera.logdata", "--out-dir", "in", "--force", code=REFUSED,
                     message="in/opera.showdata: is an input as well; give another output")
 
+    def test_never_writes_over_a_companion(self):
+        os.makedirs(self.path("out/below"))
+        os.link(self.path("in/below/gala.logdata"), self.path("out/opera.showdata"))
+        self.refuse("up", "in/opera.showdata", "in/below/gala.showdata", "--out-dir", "out", "--force", code=REFUSED,
+                    message="out/opera.showdata: is the companion of in/below/gala.showdata; give another output")
+        self.refuse("up", "in/opera.showdata", "in/below/gala.showdata", "--out-dir", "out", "--resume", "--report", "report",
+                    code=REFUSED,
+                    message="out/opera.showdata: is the companion of in/below/gala.showdata; give another output")
+
+    def test_works_once_on_a_file_with_two_names(self):
+        os.symlink("opera.showdata", self.path("in/z.showdata"))
+        os.symlink("opera.logdata", self.path("in/z.logdata"))
+        said = self.said("up", "in", "--out-dir", "out")
+        self.assertEqual(said[-1], "4 files: 4 done, 0 failed")
+        self.assertEqual(self.read("out/z.showdata"), self.read("out/opera.showdata"))
+        said = self.said("up", "in", "in/../in/opera.showdata", "--in-place")
+        self.assertEqual(said[2:], [
+            "in/z.logdata: is the same file as in/opera.logdata, and is passed over",
+            "in/z.showdata: is the same file as in/opera.showdata, and is passed over",
+            "in/../in/opera.showdata: is the same file as in/opera.showdata, and is passed over",
+            "5 files: 2 done, 3 skipped, 0 failed"])
+        self.assertEqual([name for name in self.written("in") if "~" in name], ["in/opera.logdata.~1~",
+                                                                                "in/opera.showdata.~1~"])
+        self.assertTrue(os.path.islink(self.path("in/z.showdata")))
+        said = self.said("up", "in/opera.showdata", "in/opera.showdata", "--out-dir", "new")
+        self.assertEqual(said[1:], ["in/opera.showdata: is the same file as in/opera.showdata, and is passed over",
+                                    "2 files: 0 done, 1 already current, 1 skipped, 0 failed"])
+
+    def test_refuses_outputs_that_are_links_to_each_other(self):
+        os.mkdir(self.path("out"))
+        self.write("out/opera.logdata", "old")
+        os.symlink("opera.logdata", self.path("out/opera.showdata"))
+        self.refuse("up", "in", "--out-dir", "out", "--force", code=USAGE,
+                    message="command line: in/opera.logdata and in/opera.showdata have the same output out/opera.showdata; "
+                            "name their folder instead, or convert them one after the other")
+
     def test_passes_over_outputs_that_exist(self):
         os.mkdir(self.path("out"))
         self.write("out/opera.logdata", "there")

@@ -29,7 +29,7 @@ inline constexpr std::array kToolErrors = {
     ErrorRow{
         ErrorCode::kOutputIsInput,
         ErrorKind::kRefused,
-        {"output-is-input", "the output is an input as well", "it would be replaced while it is still needed",
+        {"output-is-input", "the output is an input or a companion as well", "it would be replaced while it is still needed",
          "give another output", "zuna-convert up FILE --in-place"}},
     ErrorRow{ErrorCode::kOutputIsNoFile,
              ErrorKind::kRefused,
