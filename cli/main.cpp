@@ -35,6 +35,7 @@ void AddCommands(CLI::App& app, Context& context) {
   AddCompletionCommand(app, context);
   AddHelpCommand(app, context);
   TakeArgumentsAsTheyAre(app);
+  RefuseEmptyValues(app);
 }
 
 /// Shows help or the version, or tells what is wrong with the command line, whose last word is given.

@@ -1,5 +1,8 @@
 // The options of the commands that make one file of each input.
+#include <algorithm>
+
 #include "cli/batch/conversions.h"
+#include "toolkit/comparison/comparison.h"
 
 namespace zuna_cli {
 
@@ -7,10 +10,23 @@ namespace {
 
 std::string CheckFailOn(const std::string& text) { return text == "loss" ? "" : "its value is loss"; }
 
-void RequireReport(const ConversionOptions& options) {
-  if (!options.resume || !options.report.empty()) return;
-  throw Failure(ErrorCode::kUsage, "command line", "--resume needs the report to resume",
-                "give --report FILE");
+std::string CheckLossCode(const std::string& text) {
+  const auto codes = zuna_toolkit::LossExplanations();
+  const bool is_known =
+      std::any_of(codes.begin(), codes.end(), [&](const auto& row) { return row.code == text; });
+  return is_known ? "" : "there is no loss of the code \"" + text + "\"";
+}
+
+/// Some options change only what others do.
+void RequireWhatIsNeeded(const ConversionOptions& options) {
+  if (options.resume && options.report.empty()) {
+    throw Failure(ErrorCode::kUsage, "command line", "--resume needs the report to resume",
+                  "give --report FILE");
+  }
+  if (!options.accepted.empty() && !options.fail_on_loss) {
+    throw Failure(ErrorCode::kUsage, "command line", "--accept is about --fail-on, which is not given",
+                  "give --fail-on loss, or leave out --accept");
+  }
 }
 
 }  // namespace
@@ -36,8 +52,9 @@ CLI::App* AddConversionCommand(CLI::App& app, Context& context, const std::strin
   command->add_option("--accept", options.accepted, "Codes of losses that --fail-on lets through")
       ->type_name("CODE,...")
       ->delimiter(',')
+      ->check(CLI::Validator(CheckLossCode, ""))
       ->allow_extra_args(false);
-  command->parse_complete_callback([&options] { RequireReport(options); });
+  command->parse_complete_callback([&options] { RequireWhatIsNeeded(options); });
   return command;
 }
 

@@ -105,6 +105,11 @@ void AddInputs(CLI::App& command, InputOptions& options) {
 std::vector<zuna_toolkit::Input> CollectInputs(const InputOptions& options, const Context& context,
                                                const std::string& passed_over,
                                                const std::optional<std::string>& companion) {
+  if (options.separated_by_nul && options.files_from.empty()) {
+    throw Failure(ErrorCode::kUsage, "command line",
+                  "-0 is about the list of --files-from, and there is none",
+                  "give --files-from, or leave out -0");
+  }
   const std::vector<std::string> paths = AllPaths(options);
   if (paths.empty() && options.files_from.empty()) {
     throw Failure(ErrorCode::kUsage, "command line", "no input is given",

@@ -9,6 +9,13 @@ namespace {
 
 constexpr int kNoEnd = CLI::detail::expected_max_vector_size;
 
+bool MayBeEmpty(const CLI::Option& option) {
+  const std::string type = option.get_type_name();
+  return IsFlag(option) || type == "NAME" || type == "NUMBER" || option.check_lname("key-file");
+}
+
+std::string CheckNotEmpty(const std::string& text) { return text.empty() ? "its value is empty" : ""; }
+
 }  // namespace
 
 std::vector<const CLI::App*> CommandsOf(const CLI::App& command) {
@@ -68,6 +75,15 @@ void TakeArgumentsAsTheyAre(CLI::App& root) {
       option->expected(kNoEnd, kNoEnd)->take_all()->allow_extra_args(false);
     }
     TakeArgumentsAsTheyAre(*command);
+  }
+}
+
+void RefuseEmptyValues(CLI::App& root) {
+  for (CLI::App* command : root.get_subcommands([](CLI::App*) { return true; })) {
+    for (CLI::Option* option : command->get_options()) {
+      if (!MayBeEmpty(*option)) option->check(CLI::Validator(CheckNotEmpty, ""));
+    }
+    RefuseEmptyValues(*command);
   }
 }
 

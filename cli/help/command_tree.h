@@ -40,4 +40,8 @@ std::vector<std::string> Spellings(const CLI::Option& option);
 /// lists where an argument may be repeated without end, so the end is put out of reach instead.
 void TakeArgumentsAsTheyAre(CLI::App& root);
 
+/// Makes all commands below `root` refuse an empty value of an option or an argument. Names of shows and
+/// numbers of songs may be empty, and what an empty --key-file means depends on --empty-key.
+void RefuseEmptyValues(CLI::App& root);
+
 }  // namespace zuna_cli

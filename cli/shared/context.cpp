@@ -28,11 +28,8 @@ bool IsSupported(cmn::FileKind kind, const cmn::FileVersion& version) {
   return std::find(versions.begin(), versions.end(), version) != versions.end();
 }
 
-/// Throws Failure (kUsage) where one of `inputs` is empty, or more than one of them is "-".
-void RequireUsableInputs(const std::vector<std::string>& inputs) {
-  if (std::find(inputs.begin(), inputs.end(), "") != inputs.end()) {
-    throw Failure(ErrorCode::kUsage, "command line", "the path of an input is empty", "give a file");
-  }
+/// Throws Failure (kUsage) where more than one of `inputs` is "-".
+void RequireOneStandardInput(const std::vector<std::string>& inputs) {
   if (std::count(inputs.begin(), inputs.end(), kStandardStream) > 1) {
     throw Failure(ErrorCode::kUsage, "standard input", "is given more than once",
                   "give a file for the others");
@@ -74,7 +71,7 @@ void Context::PrintNotes() const {
 
 std::vector<std::string> Context::CheckInputs(const std::vector<std::string>& inputs) const {
   std::vector<std::string> all = WithKeyFiles(inputs, key_options);
-  RequireUsableInputs(all);
+  RequireOneStandardInput(all);
   return all;
 }
 

@@ -49,9 +49,8 @@ struct Context {
   /// Prints all notes, unless told to be quiet. Needs no memory.
   void PrintNotes() const;
 
-  /// Checks what can be checked before work begins: that no input has an empty path, and that only one of
-  /// `inputs` and the key files is standard input. Returns all of them, none of which may become an output.
-  /// Throws Failure.
+  /// Checks before work begins that only one of `inputs` and the key files is standard input. Returns all of
+  /// them, none of which may become an output. Throws Failure.
   std::vector<std::string> CheckInputs(const std::vector<std::string>& inputs) const;
 
   /// The same, and finds the place of the result. Throws what the constructor of Destination throws.

@@ -31,9 +31,6 @@ void RequireReplaceable(const std::string& path, bool force) {
 }  // namespace
 
 void RequirePlace(const std::string& path, const std::vector<std::string>& inputs, bool force) {
-  if (path.empty()) {
-    throw Failure(ErrorCode::kUsage, "command line", "the path of the output is empty", "give a file");
-  }
   for (const std::string& input : inputs) {
     if (input != kStandardStream && IsSameFile(path, input)) {
       throw Failure(ErrorCode::kOutputIsInput, path, "is an input as well", "give another output");

@@ -13,8 +13,8 @@
 
 namespace zuna_cli {
 
-/// Throws Failure (kUsage) where the path of an output is empty and (kRefused) where a file is there that may
-/// not be replaced, is no regular file, or is one of `inputs`.
+/// Throws Failure (kRefused) where at the path of an output a file is that may not be replaced, is no regular
+/// file, or is one of `inputs`.
 void RequirePlace(const std::string& path, const std::vector<std::string>& inputs, bool force);
 
 /// Files that take their places together. The places are found before the work of the command: what others

@@ -83,12 +83,44 @@ class UsageTest(WithShows):
     def test_names_values_that_are_wrong(self):
         self.refuse_line("list", ".", "--from", "x", message="--from: a version is MAJOR.MINOR, such as 1.2", at="list")
 
+    def test_refuses_empty_values(self):
+        for command, option in (("up", "--report"), ("up", "--companion"), ("up", "--companions"), ("up", "--out-dir"),
+                                ("down", "--output"), ("down", "--files-from"),
+                                ("midi export", "--out-dir"), ("midi import", "--output"), ("print", "IN"),
+                                ("copy-fermatas", "SOURCE"), ("explain", "CODE"), ("info", "IN")):
+            value = [option, ""] if option.startswith("-") else [""]
+            self.refuse_line(*command.split(), *value, *([] if option == "IN" else ["new.showdata"]), at=command,
+                             message=f"{option}: its value is empty")
+        self.refuse_line("info", "new.showdata", "", message="IN: its value is empty", at="info")
+
+    def test_takes_an_empty_name(self):
+        self.run_tool("up", "old.showdata", "-o", "out", "--show-name", "")
+        self.assertIn(b'version 1.2, ""', self.run_tool("info", "out").stdout)
+
+    def test_refuses_options_that_would_be_ignored(self):
+        self.refuse("info", "new.showdata", "-0", code=USAGE,
+                    message="command line: -0 is about the list of --files-from, and there is none; give --files-from, or "
+                            "leave out -0")
+        self.refuse("down", "new.showdata", "-o", "out", "--accept", "show-name-dropped", code=USAGE,
+                    message="command line: --accept is about --fail-on, which is not given; give --fail-on loss, or leave "
+                            "out --accept")
+
+    def test_names_words_that_are_not_known(self):
+        self.refuse_line("down", "new.showdata", "-o", "out", "--fail-on", "losses", at="down",
+                         message="--fail-on: its value is loss")
+        self.refuse_line("down", "new.showdata", "-o", "out", "--fail-on", "loss", "--accept", "show-name-drop", at="down",
+                         message='--accept: there is no loss of the code "show-name-drop"')
+        self.refuse_line("down", "new.showdata", "-o", "out", "--fail-on", "loss", "--accept", "", at="down",
+                         message='--accept: there is no loss of the code ""')
+        self.refuse_line("info", "new.showdata", "--progress", "xml", at="info", message="--progress: its value is json")
+
     def test_takes_every_argument_as_it_is(self):
         names = ["[a]", "[b,c]", "[]", "{}", "%%", "--json", "up", "*", "d e"]
         for name in names:
             self.write(name, self.read("new.showdata"))
             shown = self.run_tool("info", "--", name).stdout.decode()
             self.assertTrue(shown.startswith(f"{name}: show"), shown)
+        self.assertTrue(self.run_tool("info", "[a]").stdout.startswith(b"[a]: show"))
         shown = self.run_tool("info", "--", *names).stdout.decode()
         self.assertEqual([line.partition(": show")[0] for line in shown.splitlines() if ": show" in line], names)
 
