@@ -12,9 +12,8 @@
 
 namespace zuna_toolkit {
 
-/// What an error knows. Texts are empty where they do not apply. An error with the code kIo has the whole
-/// message as its problem, and no remedy of its own: the platform composes that message out of the path, the
-/// reason that the system gives, and the remedy.
+/// What an error knows. Texts are empty where they do not apply. Where the platform throws a kit::IoError
+/// that is no kit::FileIoError, the problem is that whole message, and there is no remedy.
 struct ErrorParts {
   std::string file;                     ///< what messages call the file
   std::string problem;                  ///< what happened and where, without the file and the remedy

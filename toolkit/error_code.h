@@ -32,6 +32,7 @@ enum class ErrorKind {
 enum class ErrorCode {
   kWrongKey,             ///< "wrong-key"
   kNoKey,                ///< "no-key"
+  kEmptyFile,            ///< "empty-file"
   kNotEncrypted,         ///< "not-encrypted"
   kChangedInTransfer,    ///< "changed-in-transfer"
   kPlainFile,            ///< "plain-file"
@@ -62,6 +63,9 @@ enum class ErrorCode {
   kBeyondMidiLimits,     ///< "beyond-midi-limits"
   kBeyondShowLimits,     ///< "beyond-show-limits"
   kNoSuchVersion,        ///< "no-such-version"
+  kNotFound,             ///< "not-found"
+  kNoPermission,         ///< "no-permission"
+  kNoSpace,              ///< "no-space"
   kIo,                   ///< "io"
   kNotAFolder,           ///< "not-a-folder"
   kUsage,                ///< "usage"
@@ -85,6 +89,9 @@ enum class ErrorCode {
 
 /// The code of an error of the security library.
 ZUNA_API ErrorCode CodeOf(const zuna_sec::CipherError& error);
+
+/// The code of an input or output that failed for the reason `error`, a value of errno.
+ZUNA_API ErrorCode CodeOfSystemError(int error);
 
 /// The code as text, such as "wrong-key".
 ZUNA_API std::string_view CodeText(ErrorCode code);

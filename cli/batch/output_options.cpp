@@ -129,8 +129,8 @@ void MakeFolderOf(const std::string& output) {
   std::error_code error;
   std::filesystem::create_directories(folder, error);
   if (!error) return;
-  throw Failure(ErrorCode::kIo, output, "its folder cannot be made: " + error.message(),
-                "check the path and its permissions");
+  throw Failure(zuna_toolkit::CodeOfSystemError(error.value()), output,
+                "its folder cannot be made: " + error.message(), "check the path and its permissions");
 }
 
 void RemoveLeftovers(const std::vector<Job>& jobs) {

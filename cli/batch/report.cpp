@@ -43,7 +43,8 @@ std::string JsonStrings(const std::vector<std::string>& texts) {
 }
 
 [[noreturn]] void ThrowUnwritten(const std::string& path, int error) {
-  throw Failure(ErrorCode::kIo, path, "cannot be written: " + std::generic_category().message(error),
+  throw Failure(zuna_toolkit::CodeOfSystemError(error), path,
+                "cannot be written: " + std::generic_category().message(error),
                 "check the path and whether there is space");
 }
 

@@ -83,9 +83,12 @@ void RequireSong(const Songs& songs, const Options& options) {
   if (!options.song || songs.contains(*options.song)) return;
   std::string numbers;
   for (const auto& [number, song] : songs) zuna_toolkit::AppendListed(numbers, number);
-  throw Failure(ErrorCode::kSongNotFound, InputName(options.input),
-                "has no song " + *options.song + "; its songs are " + (numbers.empty() ? "none" : numbers),
-                "");
+  zuna_toolkit::ErrorParts parts;
+  parts.file = InputName(options.input);
+  parts.problem = "has no song " + *options.song;
+  parts.remedy = "its songs are " + (numbers.empty() ? "none" : numbers);
+  parts.song = *options.song;
+  throw Failure(ErrorCode::kSongNotFound, std::move(parts));
 }
 
 /// Prints the song asked for, or all, piece by piece: the text may be much larger than the songs.

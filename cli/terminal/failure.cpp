@@ -15,13 +15,6 @@ namespace {
 
 using zuna_toolkit::ErrorKind;
 
-/// A message that was composed elsewhere, as a failure.
-Failure Composed(ErrorCode code, const std::exception& error) {
-  zuna_toolkit::ErrorParts parts;
-  parts.problem = error.what();
-  return {code, std::move(parts)};
-}
-
 /// The toolkit does not know where the tool gets its keys from.
 Failure FailureFrom(const zuna_toolkit::Error& error) {
   if (error.code() != ErrorCode::kNoKey) return Failure(error);
@@ -65,13 +58,16 @@ Failure CurrentFailure() {
     throw;
   } catch (const zuna_toolkit::Error& error) {
     return FailureFrom(error);
+  } catch (const kit::FileIoError& error) {
+    return {zuna_toolkit::CodeOfSystemError(error.error()), error.path(), error.problem(), error.remedy()};
   } catch (const kit::IoError& error) {
-    return Composed(ErrorCode::kIo, error);
+    return {ErrorCode::kIo, "", error.what(), ""};
   } catch (const kit::FileExistsError& error) {
     return {ErrorCode::kOutputExists, error.path(), "has appeared meanwhile",
             "give --force to replace it, or another output"};
   } catch (const kit::FileTooLargeError& error) {
-    return Composed(ErrorCode::kTooLarge, error);
+    return {ErrorCode::kTooLarge, error.name(), "holds more than " + std::to_string(error.limit()) + " bytes",
+            "give another file"};
   } catch (const zuna_sec::CipherError& error) {
     return {zuna_toolkit::CodeOf(error), error.name(), error.problem(), error.remedy()};
   } catch (const std::bad_alloc&) {

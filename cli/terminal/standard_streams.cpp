@@ -68,7 +68,7 @@ void WriteStandardOutput(std::string_view bytes) {
     } else if (errno == EPIPE) {
       throw Failure(ErrorCode::kClosedPipe, "standard output", "output pipe closed", "");
     } else if (!MayWriteAgain(STDOUT_FILENO)) {
-      throw Failure(ErrorCode::kIo, "standard output",
+      throw Failure(zuna_toolkit::CodeOfSystemError(errno), "standard output",
                     "cannot be written: " + std::generic_category().message(errno),
                     "check where it goes and whether there is space");
     }

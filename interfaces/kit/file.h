@@ -15,16 +15,45 @@
 
 namespace kit {
 
+/// An IoError that knows its file. The functions below throw it wherever they throw an IoError.
+class ZUNA_API FileIoError : public IoError {
+ public:
+  /// "PATH: PROBLEM; REMEDY". `error` is the value of errno that tells the reason, 0 where none does.
+  FileIoError(const std::string& path, const std::string& problem, const std::string& remedy, int error = 0);
+
+  /// The file or folder, or what messages call a descriptor.
+  const std::string& path() const { return parts_->path; }
+  /// What happened, with the reason that the system gave.
+  const std::string& problem() const { return parts_->problem; }
+  /// What the user can do.
+  const std::string& remedy() const { return parts_->remedy; }
+  /// A value of errno; 0 where the system gave no reason.
+  int error() const { return error_; }
+
+ private:
+  struct Parts {
+    std::string path;
+    std::string problem;
+    std::string remedy;
+  };
+
+  std::shared_ptr<const Parts> parts_;  ///< shared, so that copying cannot fail
+  int error_;
+};
+
 /// A file holds more bytes than the caller takes.
 class ZUNA_API FileTooLargeError : public RuntimeError {
  public:
   /// "NAME: holds more than LIMIT bytes; give another file".
   FileTooLargeError(const std::string& name, std::size_t limit);
 
+  /// The file, or what messages call it.
+  const std::string& name() const { return *name_; }
   /// The most that the caller takes, in bytes.
   std::size_t limit() const { return limit_; }
 
  private:
+  std::shared_ptr<const std::string> name_;  ///< shared, so that copying cannot fail
   std::size_t limit_;
 };
 

@@ -43,6 +43,12 @@ class ZUNA_API NotEncryptedError : public CipherError {
   using CipherError::CipherError;
 };
 
+/// There is no data at all.
+class ZUNA_API EmptyError : public NotEncryptedError {
+ public:
+  using NotEncryptedError::NotEncryptedError;
+};
+
 /// The data begins like an encrypted file that was copied as text: line ends were changed, or the eighth bit
 /// of every byte was cut off.
 class ZUNA_API ChangedInTransferError : public NotEncryptedError {

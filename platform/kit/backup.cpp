@@ -26,7 +26,8 @@ bool IsSameFile(const std::string& a, const std::string& b) {
          first.st_dev == second.st_dev && first.st_ino == second.st_ino;
 }
 
-/// Some file systems have no hard links, and some files must get none.
+/// Some file systems have no hard links, and some files must get none. Where something else is wrong, the
+/// copy fails as well and says so.
 void Copy(const std::string& path, const std::string& copy, std::size_t limit) {
   struct stat status {};
   if (::stat(path.c_str(), &status) != 0) ThrowIoError(path, kNoBackup, errno);
@@ -40,15 +41,13 @@ void Copy(const std::string& path, const std::string& copy, std::size_t limit) {
 }  // namespace
 
 std::string BackUp(const std::string& path, std::size_t limit) {
+  RequireWholePath(path);
   for (unsigned number = 1; number <= kMostBackups; ++number) {
     std::string name = path + ".~" + std::to_string(number) + '~';
     if (::linkat(AT_FDCWD, path.c_str(), AT_FDCWD, name.c_str(), 0) == 0) return name;
     if (errno == EEXIST) {
       if (IsSameFile(path, name)) return name;  // A process that was killed has kept it already.
       continue;
-    }
-    if (errno != EPERM && errno != ENOTSUP && errno != EMLINK && errno != EXDEV) {
-      ThrowIoError(path, kNoBackup, errno);
     }
     try {
       Copy(path, name, limit);
@@ -57,8 +56,9 @@ std::string BackUp(const std::string& path, std::size_t limit) {
       continue;
     }
   }
-  throw IoError(path + ": cannot be kept beside the new file: " + std::to_string(kMostBackups) +
-                " older ones are there; remove some of them");
+  throw FileIoError(path,
+                    std::string(kNoBackup) + ": " + std::to_string(kMostBackups) + " older ones are there",
+                    "remove some of them");
 }
 
 }  // namespace kit

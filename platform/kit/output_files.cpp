@@ -26,6 +26,7 @@ class OutputFiles::Set {
 
   void Add(const std::string& path) {
     if (path.empty()) throw kit::IoError("the path to write to is empty; give the path of a file");
+    RequireWholePath(path);
     const std::string folder_name = FolderOf(path);
     std::shared_ptr<const Folder>& folder = by_name_[folder_name];
     if (!folder) folder = Known(std::make_shared<Folder>(AT_FDCWD, folder_name, path));

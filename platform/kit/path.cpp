@@ -9,9 +9,8 @@
 #include <filesystem>
 #include <memory>
 #include <string_view>
-#include <system_error>
 
-#include "kit/error.h"
+#include "platform/kit/internal/system_calls.h"
 
 namespace kit {
 
@@ -23,15 +22,14 @@ struct CloseDirectory {
 
 using Directory = std::unique_ptr<DIR, CloseDirectory>;
 
-[[noreturn]] void ThrowCannotList(const std::string& dir, int error) {
-  throw IoError(dir + ": cannot list the directory: " + std::generic_category().message(error));
-}
+constexpr const char* kNotListed = "cannot list the directory";
 
 Directory OpenDirectory(const std::string& dir) {
+  RequireWholePath(dir);
   for (;;) {
     Directory directory(::opendir(dir.c_str()));
     if (directory) return directory;
-    if (errno != EINTR) ThrowCannotList(dir, errno);
+    if (errno != EINTR) ThrowIoError(dir, kNotListed, errno);
   }
 }
 
@@ -39,7 +37,7 @@ Directory OpenDirectory(const std::string& dir) {
 const dirent* NextEntry(const Directory& directory, const std::string& dir) {
   errno = 0;
   const dirent* const entry = ::readdir(directory.get());
-  if (entry == nullptr && errno != 0) ThrowCannotList(dir, errno);
+  if (entry == nullptr && errno != 0) ThrowIoError(dir, kNotListed, errno);
   return entry;
 }
 

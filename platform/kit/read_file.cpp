@@ -43,15 +43,18 @@ std::size_t FirstCapacity(int file, const std::string& name, std::size_t limit) 
 
 FileTooLargeError::FileTooLargeError(const std::string& name, std::size_t limit)
     : RuntimeError(kit::format("%s: holds more than %zu bytes; give another file", name.c_str(), limit)),
+      name_(std::make_shared<const std::string>(name)),
       limit_(limit) {}
 
 FileBytes ReadWholeFile(const std::string& path, std::size_t limit) {
+  RequireWholePath(path);
   const FileDescriptor file(RetryInterrupted([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC); }));
   if (!file.is_open()) ThrowIoError(path, "cannot be opened", errno);
   return ReadWholeFile(file.number(), path, limit);
 }
 
 std::optional<FileBytes> ReadRegularFile(const std::string& path, std::size_t limit) {
+  RequireWholePath(path);
   struct stat status {};
   // To open a device may do something to it.
   if (::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) return std::nullopt;

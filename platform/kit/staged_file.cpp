@@ -69,7 +69,7 @@ void StagedFile::RequireNoneOf(const std::set<FileId>& others) const {
   if (others.empty()) return;
   const std::optional<FileId> found = FileInPlace();
   if (!found || !others.contains(*found)) return;
-  throw kit::IoError(path_ + ": leads to the file of another output; give each output a path of its own");
+  throw kit::FileIoError(path_, "leads to the file of another output", "give each output a path of its own");
 }
 
 void StagedFile::PlaceNew(const std::set<FileId>& others) {
@@ -99,8 +99,8 @@ FileDescriptor StagedFile::Reopen() const {
     ThrowIoError(path_, "cannot be written (setting its mode)", errno);
   }
   if (IdOf(status) == id_) return file;
-  throw kit::IoError(path_ +
-                     ": is replaced by another program before it has its place; choose another folder");
+  throw kit::FileIoError(path_, "is replaced by another program before it has its place",
+                         "choose another folder");
 }
 
 void StagedFile::Keep(const struct stat& old) {

@@ -10,7 +10,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "kit/error.h"
+#include "kit/file.h"
 #include "kit/format.h"
 
 namespace kit {
@@ -35,7 +35,8 @@ std::string RandomName(const std::string& path) {
     std::random_device random;  // some standard libraries read it from a device
     return kit::format(".zuna-%08x%08x.tmp", random(), random());
   } catch (const std::runtime_error&) {
-    throw kit::IoError(path + ": cannot be written: the system gives no random numbers; check /dev/urandom");
+    throw kit::FileIoError(path, "cannot be written: the system gives no random numbers",
+                           "check /dev/urandom");
   }
 }
 

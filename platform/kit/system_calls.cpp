@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <system_error>
 
-#include "kit/error.h"
+#include "kit/file.h"
 #include "kit/format.h"
 
 namespace kit {
@@ -28,6 +28,11 @@ const char* Remedy(int error) {
     case EPERM:
     case EROFS:
       return "check the permissions, or choose another folder";
+    case EMFILE:
+    case ENFILE:
+      return "close other files or programs, or raise the limit of open files";
+    case ENOMEM:
+      return "close other programs";
     case ENOSPC:
     case EDQUOT:
     case EFBIG:
@@ -40,9 +45,22 @@ const char* Remedy(int error) {
 }  // namespace
 
 void ThrowIoError(const std::string& path, std::string_view what, int error) {
-  throw kit::IoError(path + ": " + std::string(what) + ": " + std::generic_category().message(error) + "; " +
-                     Remedy(error));
+  throw kit::FileIoError(path, std::string(what) + ": " + std::generic_category().message(error),
+                         Remedy(error), error);
 }
+
+void RequireWholePath(const std::string& path) {
+  if (path.find('\0') == std::string::npos) return;
+  std::string shown;
+  for (const char character : path) shown += character == '\0' ? "\\0" : std::string(1, character);
+  throw kit::FileIoError(shown, "no path holds a NUL byte", "give the path of a file");
+}
+
+FileIoError::FileIoError(const std::string& path, const std::string& problem, const std::string& remedy,
+                         int error)
+    : IoError(path + ": " + problem + "; " + remedy),
+      parts_(std::make_shared<const Parts>(Parts{path, problem, remedy})),
+      error_(error) {}
 
 void WriteAll(int file, std::span<const std::uint8_t> bytes, const std::string& path) {
   std::size_t written = 0;

@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <utility>
 
-#include "kit/error.h"
+#include "kit/file.h"
 
 namespace kit {
 
@@ -53,7 +53,7 @@ void RequireSameFile(const Target& target, const std::string& path) {
   const bool exists =
       ::fstatat(target.folder->number(), target.name.c_str(), &found, AT_SYMLINK_NOFOLLOW) == 0;
   if (exists && IdOf(found) == IdOf(followed)) return;
-  throw kit::IoError(path + ": leads to a file that has no name, or is being changed; give another path");
+  throw kit::FileIoError(path, "leads to a file that has no name, or is being changed", "give another path");
 }
 
 /// The regular file at `target`, or nothing where there is none. Throws where something else is there.
@@ -65,7 +65,7 @@ std::optional<struct stat> Look(const Target& target, const std::string& path) {
   }
   if (S_ISDIR(status.st_mode)) ThrowIoError(path, kNotWritten, EISDIR);
   if (!S_ISREG(status.st_mode)) {
-    throw kit::IoError(path + ": cannot be written: Not a regular file; give the path of a file");
+    throw kit::FileIoError(path, "cannot be written: Not a regular file", "give the path of a file");
   }
   return status;
 }

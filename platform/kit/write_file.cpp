@@ -29,6 +29,7 @@ bool WroteToDevice(const std::string& path, std::span<const std::uint8_t> bytes)
 }  // namespace
 
 void WriteFileAtomically(const std::string& path, std::span<const std::uint8_t> bytes, unsigned new_mode) {
+  RequireWholePath(path);
   if (WroteToDevice(path, bytes)) return;
   OutputFiles files(Existing::kReplace);
   files.Add(path);

@@ -73,7 +73,7 @@ void CheckTransfer(Bytes bytes, const std::string& name) {
 
 void CheckMagic(Bytes bytes, const std::string& name) {
   if (bytes.empty()) {
-    throw zuna_sec::NotEncryptedError(name, "is empty, not an encrypted file", "give another file");
+    throw zuna_sec::EmptyError(name, "is empty, not an encrypted file", "give another file");
   }
   const std::size_t present = std::min(bytes.size(), kMagic.size());
   if (!std::equal(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(present), kMagic.begin())) {

@@ -45,8 +45,8 @@ struct Envelope {
 };
 
 /// Splits the bytes of an envelope into its fields. `name`, the path or "encrypted data", begins the
-/// messages. Throws zuna_sec::NotEncryptedError, ChangedInTransferError, UnsupportedEnvelopeError,
-/// TruncatedError, TrailingBytesError or TooLargeError.
+/// messages. Throws zuna_sec::NotEncryptedError, EmptyError, ChangedInTransferError,
+/// UnsupportedEnvelopeError, TruncatedError, TrailingBytesError or TooLargeError.
 Envelope ParseEnvelope(Bytes bytes, const std::string& name);
 
 /// Decrypts into `plaintext`, which has the size of the ciphertext and may be the same memory; it is wiped on

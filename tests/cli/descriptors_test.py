@@ -99,7 +99,7 @@ class NonBlockingPipesTest(WithShows):
         self.assertTrue(output == self.read("expected"))
 
     def test_messages_are_complete(self):
-        message = b"zuna-convert: none: cannot be opened: No such file or directory; check the path [io]\n"
+        message = b"zuna-convert: none: cannot be opened: No such file or directory; check the path [not-found]\n"
         self.assertEqual(self.output_of("stderr", "info", "none"), (message, IO))
 
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <fstream>
 #include <iterator>
 #include <new>
@@ -63,6 +64,10 @@ TEST(Failure, SaysWhereTheToolGetsAMissingKey) {
 TEST(Failure, IsMadeOfWhatTheOtherLibrariesThrow) {
   ExpectFailure(FailureOf(kit::IoError("f: cannot be read")), ErrorCode::kIo, ExitCode::kIo,
                 "f: cannot be read");
+  ExpectFailure(FailureOf(kit::FileIoError("f", "cannot be opened: no", "check the path", EACCES)),
+                ErrorCode::kNoPermission, ExitCode::kIo, "f: cannot be opened: no; check the path");
+  EXPECT_EQ(FailureOf(kit::FileIoError("f", "no", "check", ENOSPC)).parts().file, "f");
+  EXPECT_EQ(FailureOf(kit::FileTooLargeError("f", 9)).parts().file, "f");
   ExpectFailure(FailureOf(kit::FileExistsError("f")), ErrorCode::kOutputExists, ExitCode::kRefused,
                 "f: has appeared meanwhile; give --force to replace it, or another output");
   ExpectFailure(FailureOf(kit::FileTooLargeError("f", 9)), ErrorCode::kTooLarge, ExitCode::kBadInput,

@@ -32,9 +32,16 @@ class InfoTest(WithShows):
         done = self.run_tool("info", "bad", "new.showdata", "none", "--json", code=PART_FAILED)
         infos = [json.loads(line) for line in done.stdout.splitlines()]
         self.assertEqual([(info["path"], info.get("error", {}).get("code")) for info in infos],
-                         [("bad", "not-encrypted"), ("new.showdata", None), ("none", "io")])
+                         [("bad", "not-encrypted"), ("new.showdata", None), ("none", "not-found")])
+        self.assertEqual(infos[2]["error"]["remedy"], "check the path")
         self.assertRegex(done.stderr, b"^zuna-convert: bad: .*\nzuna-convert: none: .*\n$")
         self.assertEqual(self.run_tool("info", "bad", code=BAD_INPUT).stdout, b"")
+
+    def test_tells_an_empty_file_from_others(self):
+        self.write("empty", "")
+        done = self.run_tool("info", "empty", "--json", code=BAD_INPUT)
+        self.assertEqual(json.loads(done.stdout)["error"]["code"], "empty-file")
+        self.assertEqual(done.stderr, b"zuna-convert: empty: is empty, not an encrypted file; give another file [empty-file]\n")
 
     def test_shows_any_name_safely(self):
         name = b'\x1b[31m\xff"\\\n\xc3\xa9'

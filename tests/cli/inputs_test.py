@@ -6,7 +6,7 @@ import sys
 import threading
 import unittest
 
-from tool import BAD_INPUT, WithLogs
+from tool import BAD_INPUT, IO, WithLogs
 
 LIMIT = (1 << 30) + 4096        # bytes of an encrypted file
 KEY_LIMIT = (64 << 10) - 1   # bytes of a key file
@@ -60,6 +60,14 @@ class TooLargeTest(WithLogs):
         done = self.run_tool("info", "new.log", "--key-file", "key", code=BAD_INPUT)
         self.assertEqual(done.stderr.decode(), f"zuna-convert: key: holds more than {KEY_LIMIT} bytes; "
                          "give another file [too-large]\n")
+
+
+class ListTest(WithLogs):
+    def test_refuses_names_with_nul_bytes(self):
+        self.write("list", b"new.log\0new.showdata\0")
+        done = self.run_tool("info", "--files-from", "list", code=IO)
+        self.assertEqual(done.stderr.decode(), "zuna-convert: new.log\\0new.showdata\\0: no path holds a NUL byte; give the "
+                                               "path of a file [io]\n")
 
 
 class PipeTest(WithLogs):

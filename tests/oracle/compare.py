@@ -94,6 +94,8 @@ class Comparison:
         self.tally = collections.Counter()
 
     def compare(self, reader, data):
+        if not data:
+            return  # An empty file is refused before any reader sees it.
         ours, theirs = sides.answer(reader, data), self.library.answer(reader, data)
         if sides.same(ours, theirs):
             self.tally["both " + ours[0]] += 1

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <set>
 #include <string>
 
@@ -51,6 +52,7 @@ ErrorCode CodeOfThrown() {
 TEST(ErrorCode, IsKnownForEveryErrorOfTheSecurityLibrary) {
   using namespace zuna_sec;
   EXPECT_EQ(CodeOfThrown<WrongKeyError>(), ErrorCode::kWrongKey);
+  EXPECT_EQ(CodeOfThrown<EmptyError>(), ErrorCode::kEmptyFile);
   EXPECT_EQ(CodeOfThrown<NotEncryptedError>(), ErrorCode::kNotEncrypted);
   EXPECT_EQ(CodeOfThrown<ChangedInTransferError>(), ErrorCode::kChangedInTransfer);
   EXPECT_EQ(CodeOfThrown<UnsupportedEnvelopeError>(), ErrorCode::kUnsupportedEnvelope);
@@ -60,6 +62,14 @@ TEST(ErrorCode, IsKnownForEveryErrorOfTheSecurityLibrary) {
   EXPECT_EQ(CodeOfThrown<TooLargeError>(), ErrorCode::kTooLarge);
   EXPECT_EQ(CodeOfThrown<CipherUnavailableError>(), ErrorCode::kCipherUnavailable);
   EXPECT_EQ(CodeOfThrown<CipherError>(), ErrorCode::kDamaged);
+}
+
+TEST(ErrorCode, IsKnownForTheReasonsOfTheSystem) {
+  for (const int error : {ENOENT, ENOTDIR}) EXPECT_EQ(CodeOfSystemError(error), ErrorCode::kNotFound);
+  for (const int error : {EACCES, EPERM, EROFS})
+    EXPECT_EQ(CodeOfSystemError(error), ErrorCode::kNoPermission);
+  for (const int error : {ENOSPC, EDQUOT, EFBIG}) EXPECT_EQ(CodeOfSystemError(error), ErrorCode::kNoSpace);
+  for (const int error : {0, EIO, EMFILE, EISDIR}) EXPECT_EQ(CodeOfSystemError(error), ErrorCode::kIo);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <ios>
 #include <new>
 #include <stdexcept>
@@ -93,6 +94,16 @@ TEST(Translation, TakesTheErrorOfALargeFileApart) {
   EXPECT_EQ(error.code(), ErrorCode::kTooLarge);
   EXPECT_EQ(error.parts().problem, "holds more than 10 bytes");
   EXPECT_EQ(error.parts().remedy, "give another file");
+}
+
+TEST(Translation, TakesTheErrorOfAFileApart) {
+  const kit::FileIoError thrown("g", "cannot be opened: no such file", "check the path", ENOENT);
+  const Error error = Translated(thrown);
+  EXPECT_STREQ(error.what(), thrown.what());
+  EXPECT_EQ(error.code(), ErrorCode::kNotFound);
+  EXPECT_EQ(error.parts().file, "g");
+  EXPECT_EQ(error.parts().problem, "cannot be opened: no such file");
+  EXPECT_EQ(error.parts().remedy, "check the path");
 }
 
 TEST(Translation, KeepsTheWholeMessageOfAnIoError) {

@@ -49,6 +49,8 @@ std::unique_ptr<Cipher> MakePlain(std::span<const std::uint8_t> bytes) {
 std::unique_ptr<Cipher> Decrypt(const Bytes& bytes, const CipherKey& key, Accept accept) {
   try {
     return std::make_unique<Cipher>(bytes, key.key, key.iv);
+  } catch (const zuna_sec::EmptyError&) {
+    throw;
   } catch (const zuna_sec::NotEncryptedError&) {
     if (accept == Accept::kEncryptedOrPlain) return MakePlain(bytes);
     const PlainKind kind = PlainKindOf(AsText(bytes));

@@ -33,7 +33,7 @@ Error FromDataError(ErrorCode code, const std::string& name, const cmn::DataErro
   return {code, PartsOf(name, error), message};
 }
 
-/// Its message holds the file and the remedy already.
+/// Its message may hold the file and the remedy already.
 Error FromIoError(const std::string& name, const kit::IoError& error) {
   ErrorParts parts;
   parts.file = name;
@@ -53,6 +53,8 @@ void ThrowAsError(const std::string& name, ErrorCode data_code) {
     throw error.WithFile(name);
   } catch (const zuna_sec::CipherError& error) {
     throw Error(CodeOf(error), name, error.problem(), error.remedy());
+  } catch (const kit::FileIoError& error) {
+    throw Error(CodeOfSystemError(error.error()), error.path(), error.problem(), error.remedy());
   } catch (const kit::IoError& error) {
     throw FromIoError(name, error);
   } catch (const kit::FileTooLargeError& error) {

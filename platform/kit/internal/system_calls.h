@@ -17,8 +17,12 @@ namespace kit {
 /// The bits of a mode that an output keeps: not set-user-ID, set-group-ID and sticky.
 inline constexpr mode_t kPermissions = 0777;
 
-/// Throws kit::IoError "PATH: WHAT: REASON; REMEDY" for a value of errno; `what` says what failed and where.
+/// Throws kit::FileIoError "PATH: WHAT: REASON; REMEDY" for a value of errno; `what` says what failed and
+/// where.
 [[noreturn]] void ThrowIoError(const std::string& path, std::string_view what, int error);
+
+/// Throws kit::FileIoError where `path` holds a NUL byte, at which the system would cut it off.
+void RequireWholePath(const std::string& path);
 
 /// Writes all `bytes` to an open file. Throws kit::IoError about `path`.
 void WriteAll(int file, std::span<const std::uint8_t> bytes, const std::string& path);

@@ -90,6 +90,7 @@ void AddFiles(Calls& calls) {
     return TextOf(kit::ReadWholeFile(number, in, 1000));
   });
   calls.Add("FileTooLargeError", [in] { return std::string(kit::FileTooLargeError(in, 1).what()); });
+  calls.Add("FileIoError", [in] { return std::string(kit::FileIoError(in, in, in).what()); });
   calls.Add("FileExistsError", [in] { return std::string(kit::FileExistsError(in).what()); });
   calls.Add("WriteFileAtomically", [out, folder] {
     kit::WriteFileAtomically(out, kContent);

@@ -232,6 +232,7 @@ void AddWords(Calls& calls) {
   calls.Add("CodeOf", [error = zuna_sec::WrongKeyError(kLong, kLong, kLong)] {
     const zuna_toolkit::ErrorCode code = zuna_toolkit::CodeOf(error);
     return std::string(CodeText(code)) + std::string(zuna_toolkit::ErrorExplanations().front().code) +
+           std::string(CodeText(zuna_toolkit::CodeOfSystemError(ENOENT))) +
            (zuna_toolkit::KindOf(code) == zuna_toolkit::ErrorKind::kWrongKey ? "" : "of another kind");
   });
 }

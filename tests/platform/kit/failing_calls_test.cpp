@@ -202,6 +202,34 @@ TEST(FailingCalls, AFolderThatCannotBeFlushedIsReported) {
   ExpectFiles(folder, {{"a", "new a"}});
 }
 
+TEST(FailingCalls, ABackupIsRefusedWhereAllItsNamesAreTaken) {
+  const TemporaryFolder folder;
+  const std::string path = folder.Put("a", "old");
+  const Failures failures({{"linkat", EEXIST}});
+  try {
+    kit::BackUp(path, 100);
+    FAIL() << "nothing was thrown";
+  } catch (const kit::FileIoError& error) {
+    EXPECT_EQ(error.what(),
+              path +
+                  ": cannot be kept beside the new file: 99999 older ones are there; remove some "
+                  "of them");
+  }
+}
+
+TEST(FailingCalls, ABackupSaysWhyItCannotBeMade) {
+  const TemporaryFolder folder;
+  const std::string path = folder.Put("a", "old");
+  const Failures failures({{"linkat", EPERM}, {"write", ENOSPC}});
+  try {
+    kit::BackUp(path, 100);
+    FAIL() << "nothing was thrown";
+  } catch (const kit::FileIoError& error) {
+    EXPECT_EQ(error.error(), ENOSPC);
+    EXPECT_EQ(error.path(), path + ".~1~");
+  }
+}
+
 TEST(FailingCalls, AnIdentifierWithoutRandomNumbersIsRefused) {
   const Failures failures({{"getrandom", EIO}});
   try {

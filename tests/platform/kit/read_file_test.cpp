@@ -2,16 +2,20 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <chrono>
 #include <fstream>
 #include <thread>
 
 #include "kit/error.h"
 #include "kit/file.h"
+#include "kit/path.h"
+#include "tests/support/bytes.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -120,6 +124,46 @@ TEST(ReadWholeFile, MissingFile) {
   const TemporaryFolder folder;
   EXPECT_EQ(Refusal<kit::IoError>(folder / "none", 100),
             folder / "none" + ": cannot be opened: No such file or directory; check the path");
+}
+
+TEST(ReadWholeFile, ItsErrorHasItsParts) {
+  try {
+    kit::ReadWholeFile("/no/such/file", 100);
+    FAIL();
+  } catch (const kit::FileIoError& error) {
+    EXPECT_EQ(error.path(), "/no/such/file");
+    EXPECT_EQ(error.problem(), "cannot be opened: No such file or directory");
+    EXPECT_EQ(error.remedy(), "check the path");
+    EXPECT_EQ(error.error(), ENOENT);
+  }
+}
+
+TEST(ReadWholeFile, TooManyOpenFiles) {
+  const TemporaryFolder folder;
+  const std::string path = folder.Put("file", "content");
+  rlimit before{};
+  ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+  const rlimit none{0, before.rlim_max};
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
+  const std::string message = Refusal<kit::IoError>(path, 100);
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
+  EXPECT_EQ(message,
+            path +
+                ": cannot be opened: Too many open files; close other files or programs, or raise the "
+                "limit of open files");
+}
+
+TEST(ReadWholeFile, APathWithANulByteIsRefused) {
+  const TemporaryFolder folder;
+  const std::string path = folder.Put("file", "content") + std::string("\0.showdata", 10);
+  const std::string message =
+      folder / "file" + "\\0.showdata: no path holds a NUL byte; give the path of a file";
+  EXPECT_EQ(Refusal<kit::IoError>(path, 100), message);
+  EXPECT_EQ(zuna_test::MessageOf<kit::IoError>([&] { kit::ReadRegularFile(path, 100); }), message);
+  EXPECT_EQ(zuna_test::MessageOf<kit::IoError>([&] { kit::listdir(path); }), message);
+  EXPECT_EQ(zuna_test::MessageOf<kit::IoError>([&] { kit::BackUp(path, 100); }), message);
+  EXPECT_EQ(zuna_test::MessageOf<kit::IoError>([&] { kit::WriteFileAtomically(path, {}); }), message);
+  EXPECT_EQ(folder.Names(), std::vector<std::string>{"file"});
 }
 
 TEST(ReadWholeFile, Folder) {

@@ -75,7 +75,7 @@ TEST(Envelope, WrongKeyOrIv) {
 }
 
 TEST(Envelope, Empty) {
-  EXPECT_EQ(Refusal<zuna_sec::NotEncryptedError>({}),
+  EXPECT_EQ(Refusal<zuna_sec::EmptyError>({}),
             "encrypted data: is empty, not an encrypted file; give another file");
 }
 

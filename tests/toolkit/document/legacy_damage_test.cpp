@@ -59,8 +59,9 @@ std::string Log() {
          SongLog("8");
 }
 
+/// Reads `bytes` out of an encrypted file.
 Document Read(const std::string& bytes) {
-  OpenedFile file = OpenedFile::FromBytes(zuna_test::FromText(bytes), "f", {}, Accept::kEncryptedOrPlain);
+  OpenedFile file = OpenedFile::FromBytes(zuna_test::Encrypted(bytes), "f", zuna_test::kKey);
   return ReadDocument(file);
 }
 
@@ -103,6 +104,18 @@ const std::string kLog = "log of version 0.0: it ";
 TEST(LegacyDamage, IsNotInTheSamples) {
   EXPECT_NE(Read(Show()).As<LegacyShow>(), nullptr);
   EXPECT_NE(Read(Log()).As<LegacyLog>(), nullptr);
+}
+
+TEST(LegacyDamage, IsNotThatOfAnEmptyFile) {
+  for (const Accept accept : {Accept::kEncrypted, Accept::kEncryptedOrPlain}) {
+    try {
+      OpenedFile::FromBytes({}, "f", {}, accept);
+      FAIL() << "nothing was thrown";
+    } catch (const Error& error) {
+      EXPECT_EQ(error.code(), ErrorCode::kEmptyFile);
+      EXPECT_STREQ(error.what(), "f: is empty, not an encrypted file; give another file");
+    }
+  }
 }
 
 TEST(LegacyDamage, OfAShowThatIsCutOff) {
@@ -174,20 +187,6 @@ TEST(LegacyDamage, OfALogThatGoesOn) {
       error.what(),
       "f: cannot be read as a log of version 0.0: it has another length than its header says (offset "
       "90); get another copy of the file");
-}
-
-TEST(LegacyDamage, OfTheHeaderOfACompanion) {
-  OpenedFile file =
-      OpenedFile::FromBytes(zuna_test::FromText(Log().substr(0, 27)), "f", {}, Accept::kEncryptedOrPlain);
-  try {
-    ReadLegacyShowName(file);
-    FAIL() << "nothing was thrown";
-  } catch (const Error& error) {
-    EXPECT_STREQ(
-        error.what(),
-        "f: cannot be read as a log of version 0.0: it ends before its first song (offset 27); get a "
-        "complete copy of the file");
-  }
 }
 
 }  // namespace

@@ -168,8 +168,9 @@ TEST_F(OpenTest, SaysThatAFileCannotBeRead) {
     OpenDocument(folder_ / "none", kKey);
     FAIL() << "nothing was thrown";
   } catch (const Error& error) {
-    EXPECT_EQ(error.code(), ErrorCode::kIo);
+    EXPECT_EQ(error.code(), ErrorCode::kNotFound);
     EXPECT_EQ(error.parts().file, folder_ / "none");
+    EXPECT_EQ(error.parts().remedy, "check the path");
     EXPECT_THAT(error.what(), StartsWith((folder_ / "none") + ": cannot be opened"));
   }
 }
@@ -251,23 +252,6 @@ TEST(ReadDocument, ReadsWhatIsExpectedOnly) {
   for (const Expected expected : {Expected::kAny, Expected::kShow, Expected::kLegacy, Expected::kCurrent}) {
     EXPECT_NE(message("noise", expected), passed);
   }
-}
-
-TEST(ReadLegacyShowName, NeedsTheHeaderOnly) {
-  std::mt19937 random(7);
-  version0::ChangeLogV0 log = zuna_test::RandomLegacyLog(random);
-  log.show_name = "The Show";
-  const auto name_in = [](const std::string& plaintext) {
-    OpenedFile file =
-        OpenedFile::FromBytes(zuna_test::FromText(plaintext), "log", kKey, Accept::kEncryptedOrPlain);
-    return ReadLegacyShowName(file);
-  };
-  EXPECT_EQ(name_in(Written(log) + "and more"), "The Show");
-  EXPECT_EQ(zuna_test::MessageOf<Error>([&] { name_in("hello"); }),
-            "log: is no log of version 0.0 (it does not begin with \"ZUNA\"); give the log of the show");
-  EXPECT_EQ(zuna_test::MessageOf<Error>([&] { name_in("ZUNA\1"); }),
-            "log: cannot be read as a log of version 0.0: it ends before its first song (offset 5); get a "
-            "complete copy of the file");
 }
 
 TEST(RequireCorrectText, ReadsTextFormsOnly) {
