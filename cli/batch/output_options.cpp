@@ -1,14 +1,13 @@
 // The outputs of a command that makes one file of each input.
 #include "cli/batch/output_options.h"
 
-#include <sys/stat.h>
-
 #include <filesystem>
 #include <map>
 #include <set>
 #include <string>
 #include <utility>
 
+#include "cli/shared/file_id.h"
 #include "cli/terminal/standard_streams.h"
 #include "kit/file.h"
 #include "kit/path.h"
@@ -18,15 +17,6 @@ namespace zuna_cli {
 namespace {
 
 using zuna_toolkit::Input;
-
-/// Device and inode.
-using FileId = std::pair<dev_t, ino_t>;
-
-std::optional<FileId> IdOf(const std::string& path) {
-  struct stat status {};
-  if (::stat(path.c_str(), &status) != 0) return std::nullopt;
-  return FileId(status.st_dev, status.st_ino);
-}
 
 [[noreturn]] void Refuse(const std::string& problem, const std::string& remedy) {
   throw Failure(ErrorCode::kUsage, "command line", problem, remedy);

@@ -1,27 +1,15 @@
 // Where a command puts its result.
 #include "cli/shared/output.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
+#include "cli/shared/file_id.h"
 #include "cli/terminal/failure.h"
 #include "cli/terminal/standard_streams.h"
 #include "toolkit/document/open.h"
 #include "zuna_sec/errors.h"
 
 namespace zuna_cli {
-
-namespace {
-
-/// Needs no memory.
-bool AreOneFile(const char* path, const char* other) {
-  struct stat one {};
-  struct stat two {};
-  return ::stat(path, &one) == 0 && ::stat(other, &two) == 0 && one.st_dev == two.st_dev &&
-         one.st_ino == two.st_ino;
-}
-
-}  // namespace
 
 Destination::Destination(const Output& output, const std::vector<std::string>& inputs)
     : path_(output.path), keep_old_(output.keep_old), files_(output.force) {
@@ -34,11 +22,13 @@ Destination::Destination(const Output& output, const std::vector<std::string>& i
 }
 
 Destination::~Destination() {
-  if (!kept_.empty() && AreOneFile(path_.c_str(), kept_.c_str())) ::unlink(kept_.c_str());
+  if (!kept_.empty() && old_ && IdOf(path_) == old_) ::unlink(kept_.c_str());
 }
 
 const std::string& Destination::KeepOld() {
-  if (keep_old_) kept_ = kit::BackUp(path_, zuna_toolkit::kMaxFileSize);
+  if (!keep_old_) return kept_;
+  old_ = IdOf(path_);
+  kept_ = kit::BackUp(path_, zuna_toolkit::kMaxFileSize);
   return kept_;
 }
 

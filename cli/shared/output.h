@@ -3,11 +3,13 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "cli/shared/file_id.h"
 #include "cli/shared/output_set.h"
 #include "zuna_sec/cipher_stream.h"
 
@@ -31,7 +33,7 @@ class Destination {
   Destination(const Output& output, const std::vector<std::string>& inputs);
   Destination(const Destination&) = delete;
   Destination& operator=(const Destination&) = delete;
-  /// Takes the second name of an old file back that still has its place.
+  /// Removes the second name or the copy of an old file that still has its place.
   ~Destination();
 
   /// What messages call it.
@@ -50,7 +52,8 @@ class Destination {
  private:
   std::string path_;
   bool keep_old_;
-  std::string kept_;  ///< the second name of the old file
+  std::optional<FileId> old_;  ///< the old file, where it is kept
+  std::string kept_;           ///< its second name, or that of its copy
   OutputSet files_;
 };
 
