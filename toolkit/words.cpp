@@ -1,4 +1,4 @@
-// Counts with their nouns.
+// Small helpers for texts.
 #include "toolkit/words.h"
 
 #include <algorithm>
@@ -12,6 +12,13 @@ std::string Counted(std::size_t count, const std::string& one, const std::string
 void AppendListed(std::string& list, const std::string& text) {
   if (!list.empty()) list += ", ";
   list += text;
+}
+
+std::string LowerCase(std::string text) {
+  for (char& byte : text) {
+    if (byte >= 'A' && byte <= 'Z') byte = static_cast<char>(byte - 'A' + 'a');
+  }
+  return text;
 }
 
 void Tally::Add(const std::string& one, const std::string& many, std::size_t count) {

@@ -23,6 +23,9 @@ inline std::string_view AsText(std::span<const std::uint8_t> bytes) {
 /// Adds `text` to the end of `list`, as in "2, 3".
 ZUNA_API void AppendListed(std::string& list, const std::string& text);
 
+/// `text` with the letters A to Z in lower case.
+ZUNA_API std::string LowerCase(std::string text);
+
 /// Counts things by kind, as "2 system-exclusive messages, 14 lyrics".
 class ZUNA_API Tally {
  public:

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <new>
 
+#include "cli/batch/similar_names.h"
 #include "cli/shared/document_text.h"
 #include "cli/shared/input.h"
 #include "cli/terminal/standard_streams.h"
@@ -22,6 +23,9 @@ using zuna_toolkit::Input;
   std::string problem = is_log ? "needs its show, which has the divisions of the songs"
                                : "needs its log, which has the name of the show";
   if (path) problem += ", and " + *path + " is not there";
+  static SimilarNames names;
+  const auto similar = path ? names.Find(*path) : std::nullopt;
+  if (similar) problem += ", but " + *similar + " is";
   throw Failure(ErrorCode::kCompanionMissing, document.name(), problem,
                 std::string("give --companion or --companions, or ") +
                     (is_log ? "--division TICKS" : "--show-name NAME"));

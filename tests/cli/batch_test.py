@@ -168,6 +168,17 @@ class CompanionTest(FolderTest):
         info = json.loads(self.run_tool("info", "--json", "out/below/gala.showdata").stdout)
         self.assertEqual(info["showName"], "Gala")
 
+    def test_tells_of_a_companion_in_another_case(self):
+        os.rename(self.path("in/opera.logdata"), self.path("in/Opera.LOGDATA"))
+        os.rename(self.path("in/below/gala.logdata"), self.path("in/below/gala-2.logdata"))
+        remedy = "give --companion or --companions, or --show-name NAME"
+        said = self.said("up", "in/opera.showdata", "in/below/gala.showdata", "--out-dir", "out", code=PART_FAILED)
+        self.assertEqual(said[1:], [
+            "in/opera.showdata: needs its log, which has the name of the show, and in/opera.logdata is not there, but "
+            f"in/Opera.LOGDATA is; {remedy}",
+            "in/below/gala.showdata: needs its log, which has the name of the show, and in/below/gala.logdata is not there; "
+            f"{remedy}"])
+
     def test_takes_a_name_in_place_of_a_log(self):
         os.remove(self.path("in/opera.logdata"))
         self.assertEqual(self.said("up", "in/opera.showdata", "-o", "out", "--show-name", "Tosca"), [

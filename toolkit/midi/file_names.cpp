@@ -2,9 +2,11 @@
 #include "toolkit/midi/file_names.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 #include "kit/utf8.h"
+#include "toolkit/words.h"
 
 namespace zuna_toolkit::midi {
 
@@ -44,17 +46,22 @@ std::string Trimmed(const std::string& text) {
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-std::string LowerCase(std::string text) {
-  for (char& byte : text) {
-    if (byte >= 'A' && byte <= 'Z') byte = static_cast<char>(byte - 'A' + 'a');
-  }
-  return text;
+/// Whether Windows takes a file called so for a device: whatever follows the first point.
+bool IsDevice(const std::string& stem) {
+  constexpr std::array<std::string_view, 6> kDevices = {"con", "prn", "aux", "nul", "com", "lpt"};
+  std::string name = LowerCase(stem.substr(0, stem.find('.')));
+  name.erase(name.find_last_not_of(' ') + 1);
+  const auto device = std::find(kDevices.begin(), kDevices.end(), name.substr(0, 3));
+  if (device == kDevices.end()) return false;
+  const bool is_port = *device == "com" || *device == "lpt";
+  return is_port ? name.size() == 4 && name[3] >= '1' && name[3] <= '9' : name.size() == 3;
 }
 
 }  // namespace
 
 std::string FileNames::Make(const std::string& song_number, const std::string& song_name) {
-  const std::string stem = Sanitised(Trimmed(song_number + ' ' + song_name));
+  std::string stem = Sanitised(Trimmed(song_number + ' ' + song_name));
+  if (IsDevice(stem)) stem.insert(stem.begin(), '_');
   std::string name = stem + kExtension;
   int& next = next_.emplace(LowerCase(stem), 2).first->second;
   while (!taken_.insert(LowerCase(name)).second) {

@@ -10,8 +10,9 @@
 namespace zuna_toolkit::midi {
 
 /// Names the MIDI files of one folder: "NUMBER NAME.mid", without control and bidirectional characters and
-/// the characters / \ : ? * " < > | (not every system takes them), never with "-" or "." in front, at most
-/// 255 bytes long and never two alike, upper and lower case not told apart.
+/// the characters / \ : ? * " < > | (not every system takes them), never with "-" or "." in front, never a
+/// name that Windows keeps for a device (such as CON, NUL or COM1), at most 255 bytes long and never two
+/// alike, upper and lower case not told apart.
 class ZUNA_API FileNames {
  public:
   /// The name for a song; another one on every call.

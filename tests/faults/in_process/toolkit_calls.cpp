@@ -215,6 +215,7 @@ void AddWords(Calls& calls) {
     zuna_toolkit::AppendListed(list, kLong);
     return list;
   });
+  calls.Add("LowerCase", [] { return zuna_toolkit::LowerCase(kLong); });
   calls.Add("Tally", [] {
     zuna_toolkit::Tally tally;
     tally.Add(kLong, kLong);

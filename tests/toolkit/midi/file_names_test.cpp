@@ -27,6 +27,20 @@ TEST(FileNames, CannotSteerATerminalOrPassForAnOption) {
   EXPECT_EQ(names.Make("3", "a\u2028b\u2029"), "3 a_b_.mid");
 }
 
+TEST(FileNames, AreNoDevicesOfWindows) {
+  FileNames names;
+  for (const char* name : {"CON", "prn", "Aux", "NUL", "COM1", "com9", "LPT1", "lpt5"}) {
+    EXPECT_EQ(names.Make("", name), std::string("_") + name + ".mid");
+    EXPECT_EQ(names.Make(name, ""), std::string("_") + name + " (2).mid");
+  }
+  EXPECT_EQ(names.Make("nul.1", "Song"), "_nul.1 Song.mid");
+  EXPECT_EQ(names.Make("con", ".x"), "_con .x.mid");
+  for (const char* name : {"CONE", "COM", "COM0", "COM10", "LPTX", "CO", "NULL", "xcon"}) {
+    EXPECT_EQ(names.Make("", name), std::string(name) + ".mid");
+  }
+  EXPECT_EQ(names.Make("CON", "Song"), "CON Song.mid");
+}
+
 TEST(FileNames, OfOrdinarySongsAreTheirNumbersAndNames) {
   FileNames names;
   EXPECT_EQ(names.Make("12a", "Caf\u00E9 \u2013 No. 2 (reprise)"),

@@ -1,0 +1,34 @@
+// Files whose names differ in the case of letters.
+#include "cli/batch/similar_names.h"
+
+#include <filesystem>
+
+#include "kit/error.h"
+#include "kit/path.h"
+#include "toolkit/words.h"
+
+namespace zuna_cli {
+
+const SimilarNames::Names& SimilarNames::NamesIn(const std::string& folder) {
+  const auto [found, is_new] = folders_.try_emplace(folder);
+  if (!is_new) return found->second;
+  try {
+    for (const std::string& name : kit::listdir(folder.empty() ? "." : folder)) {
+      found->second.emplace(zuna_toolkit::LowerCase(name), name);
+    }
+  } catch (const kit::IoError&) {  // The file is missing in any case.
+  }
+  return found->second;
+}
+
+std::optional<std::string> SimilarNames::Find(const std::string& path) {
+  const std::filesystem::path whole(path);
+  const std::string folder = whole.parent_path().string();
+  const std::lock_guard lock(mutex_);
+  const Names& names = NamesIn(folder);
+  const auto found = names.find(zuna_toolkit::LowerCase(whole.filename().string()));
+  if (found == names.end()) return std::nullopt;
+  return kit::path::Join(folder, found->second);
+}
+
+}  // namespace zuna_cli
