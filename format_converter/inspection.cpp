@@ -2,14 +2,17 @@
 
 #include "format_converter/inspection.h"
 
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <memory>
 #include <stdexcept>
+#include <system_error>
 
 #include "CL/change_log.h"
 #include "format_converter/errors.h"
 #include "format_converter/file_version.h"
+#include "format_converter/internal/streams.h"
 #include "format_converter/internal/version_text.h"
 #include "format_converter/version0/containers/change_log.h"
 #include "format_converter/version0/primitives/stream_position.h"
@@ -21,6 +24,12 @@ namespace {
 using zuna_converter::version_text;
 
 bool is_program_change(const std_midi::VoiceMessage& message) { return (message.status & 0xF0) == 0xC0; }
+
+/// Opening one of these may wait for another program, or do something to a device.
+bool is_pipe_or_device(const std::string& path) {
+  std::error_code ignored;
+  return std::filesystem::is_other(std::filesystem::status(path, ignored));
+}
 
 void print_program_changes(const zuna_midi::VoiceTrack& voice) {
   std::cout << "  " << voice.name << ":" << std::endl;
@@ -40,14 +49,19 @@ void filter_showdata_by_version(const std::string& dir, const cmn::FileVersion& 
             << std::endl;
   for (const std::string& name : kit::listdir(dir)) {
     if (kit::path::extension(name) != ".showdata") continue;
-    const cmn::FileVersion version = GetShowdataFileVersion(kit::path::Join(dir, name));
+    const std::string path = kit::path::Join(dir, name);
+    if (is_pipe_or_device(path)) continue;
+    const cmn::FileVersion version = GetShowdataFileVersion(path);
     if (lo <= version && version < hi) std::cout << name << ": " << version_text(version) << std::endl;
   }
 }
 
 void PrintProgramChanges(const std::string& path) {
-  std::ifstream file(path, std::ios_base::in | std::ios_base::binary);
-  if (!file.good()) throw FormatConverterIOError(path + " does not appear to be a valid input file.");
+  std::ifstream file;
+  zuna_converter::open_to_read(file, path);
+  if (!file.good())
+    throw FormatConverterIOError(zuna_converter::shown_path(path) +
+                                 " does not appear to be a valid input file.");
   const zuna_midi::ShowData show(file);
   for (const auto& [number, song] : show.songs()) {
     std::cout << "Song " << number << ": " << song->song_name << ":" << std::endl;

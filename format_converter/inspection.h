@@ -18,8 +18,8 @@ struct ChangeLogV0;
 
 /// Prints a line about the range, then the name and the version of every file in `dir` whose name ends in
 /// ".showdata" and whose version is at least `lo` and below `hi`. The files are encrypted with an empty key
-/// and IV. Throws what listing a directory, opening an encrypted file and probing its version throw. What was
-/// printed before an exception stays printed.
+/// and IV; pipes, devices and sockets are passed over. Throws what listing a directory, opening an encrypted
+/// file and probing its version throw. What was printed before an exception stays printed.
 ZUNA_API void filter_showdata_by_version(const std::string& dir, const cmn::FileVersion& lo,
                                          const cmn::FileVersion& hi);
 

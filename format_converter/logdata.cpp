@@ -57,7 +57,8 @@ CL::ChangeLog converted_up(const Bytes& data, const Bytes& key, const Bytes& iv)
 version0::ShowData read_plain_show(const std::string& path) {
   std::ifstream file;
   file.exceptions(std::ios_base::failbit);
-  guarded_read("Failed reading " + path, [&] { file.open(path, std::ios_base::in | std::ios_base::binary); });
+  guarded_read("Failed reading " + zuna_converter::shown_path(path),
+               [&] { zuna_converter::open_to_read(file, path); });
   version0::ShowData show =
       guarded_read("Failed reading verison0::ShowData", [&] { return version0::ShowData(file); });
   file.close();

@@ -50,9 +50,10 @@ std::string read_show_name(const std::string& log_path) {
   std::ifstream log;
   log.exceptions(std::ios_base::failbit);
   try {
-    log.open(log_path, std::ios_base::in | std::ios_base::binary);
+    zuna_converter::open_to_read(log, log_path);
   } catch (const std::ios_base::failure&) {
-    throw kit::IoError("versionZeroLogdataFile: " + log_path + " does not exist!");
+    throw kit::IoError("versionZeroLogdataFile: " + zuna_converter::shown_path(log_path) +
+                       " does not exist!");
   }
   std::string show_name;
   try {

@@ -3,6 +3,7 @@
 // What all entry points do with streams: recognise the text form, guard a read, encrypt an output.
 
 #include <cstdint>
+#include <fstream>
 #include <istream>
 #include <ostream>
 #include <string>
@@ -26,6 +27,21 @@ auto guarded_read(const std::string& what_failed, Read read) {
   } catch (const std::ios_base::failure& failure) {
     throw kit::IoError(what_failed + failure.what());
   }
+}
+
+/// Opens a file. One whose path holds a NUL byte is not there: the system would cut the path off and open
+/// another file.
+inline void open_to_read(std::ifstream& file, const std::string& path) {
+  if (path.find('\0') != std::string::npos) return file.setstate(std::ios_base::failbit);
+  file.open(path, std::ios_base::in | std::ios_base::binary);
+}
+
+/// `path` for a message, which would end at a NUL byte.
+inline std::string shown_path(std::string path) {
+  for (std::size_t at = path.find('\0'); at != std::string::npos; at = path.find('\0')) {
+    path.replace(at, 1, "\\0");
+  }
+  return path;
 }
 
 /// What failed when a version probe or the return to the start of a stream failed.

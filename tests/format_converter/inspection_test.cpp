@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include <filesystem>
 #include <iostream>
 #include <stdexcept>
 
@@ -74,6 +76,17 @@ TEST(FilterShowdataByVersion, TakesNamesWithTheExactExtensionOnly) {
             "Showing files matching 0.0 <= FileVersion < 9.0\nd.showdata: 1.2\n");
 }
 
+TEST(FilterShowdataByVersion, OpensNoPipesAndDevices) {
+  const zuna_test::TemporaryFolder folder;
+  ASSERT_EQ(::mkfifo((folder / "a.showdata").c_str(), 0600), 0);
+  std::filesystem::create_symlink("/dev/null", folder / "b.showdata");
+  PutListed(folder, "c.showdata", WrittenAt(Show(), {1, 2}));
+  EXPECT_EQ(Printed([&] {
+              filter_showdata_by_version(folder / "", {0, 0}, {9, 0});
+            }),
+            "Showing files matching 0.0 <= FileVersion < 9.0\nc.showdata: 1.2\n");
+}
+
 TEST(FilterShowdataByVersion, ErrorsPassAndWhatWasPrintedStays) {
   const zuna_test::TemporaryFolder folder;
   PutListed(folder, "a.showdata", WrittenAt(Show(), {1, 2}));
@@ -122,6 +135,10 @@ TEST(PrintProgramChanges, NumbersAreDecimalWhateverTheStreamIsSetTo) {
 TEST(PrintProgramChanges, NamesAFileThatCannotBeOpened) {
   EXPECT_EQ(MessageOf<FormatConverterIOError>([] { PrintProgramChanges("/no/such/show"); }),
             "/no/such/show does not appear to be a valid input file.");
+  const zuna_test::TemporaryFolder folder;
+  const std::string path = folder.Put("plain", WrittenAt(Show(), {1, 2}));
+  EXPECT_EQ(MessageOf<FormatConverterIOError>([&] { PrintProgramChanges(path + std::string("\0x", 2)); }),
+            path + "\\0x does not appear to be a valid input file.");
 }
 
 TEST(PrintProgramChanges, ErrorsOfTheReaderPass) {

@@ -217,6 +217,12 @@ TEST_F(LogdataTest, UpNamesAShowThatCannotBeOpenedAfterTheLogWasConverted) {
               logdata_up(PutLegacy(), out_, show, {1, 2}, kKey);
             }),
             "Failed reading " + show + StreamFailureText());
+  const std::string cut = folder_.Put("plain.showdata", Written(SampleLegacyShow()));
+  EXPECT_EQ(MessageOf<kit::IoError>([&] {
+              logdata_up(PutLegacy(), out_, cut + std::string("\0x", 2), {1, 2}, kKey);
+            }),
+            "Failed reading " + cut + "\\0x" + StreamFailureText());
+  std::filesystem::remove(cut);
   EXPECT_THAT(folder_.Names(), ElementsAre("legacy.logdata"));
 
   std::string broken = Written(SampleLegacyLog());

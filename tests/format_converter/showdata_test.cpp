@@ -183,6 +183,12 @@ TEST_F(ShowdataTest, UpNamesALogThatDoesNotExistAfterTheShowWasConverted) {
               showdata_up(PutLegacy(), out_, log, {1, 2}, kKey);
             }),
             "versionZeroLogdataFile: " + log + " does not exist!");
+  const std::string cut = PutLog();
+  EXPECT_EQ(MessageOf<kit::IoError>([&] {
+              showdata_up(PutLegacy(), out_, cut + std::string("\0\0", 2), {1, 2}, kKey);
+            }),
+            "versionZeroLogdataFile: " + cut + "\\0\\0 does not exist!");
+  std::filesystem::remove(cut);
   EXPECT_THAT(folder_.Names(), ElementsAre("legacy.showdata"));
 
   version0::ShowData broken = LegacyShow();
