@@ -76,10 +76,6 @@ ZUNA_API Document ReadDocument(OpenedFile& file, Expected expected = Expected::k
 ZUNA_API Document OpenDocument(const std::string& path, const CipherKey& key,
                                Accept accept = Accept::kEncrypted);
 
-/// The name of the show in the header of a legacy log; what follows the header is not read. Throws Error
-/// (kWrongCompanion) where there is no legacy log.
-ZUNA_API std::string ReadLegacyShowName(OpenedFile& file);
-
 /// Checks plaintext that is meant to be a text form (its first character is "{"); other plaintext passes.
 /// Throws Error (kTextError) with the place of the first error.
 ZUNA_API void RequireCorrectText(std::span<const std::uint8_t> plaintext, const std::string& name);

@@ -119,14 +119,4 @@ Document ReadDocument(OpenedFile& file, Expected expected) {
       DataCodeOf(file.stream()));
 }
 
-std::string ReadLegacyShowName(OpenedFile& file) {
-  std::istream& stream = file.stream();
-  if (StartOf(stream, version0::kChangeLogMagic.size()) != version0::kChangeLogMagic) {
-    throw Error(ErrorCode::kWrongCompanion, file.name(),
-                "is no log of version 0.0 (it does not begin with \"ZUNA\")", "give the log of the show");
-  }
-  stream.exceptions(std::ios_base::failbit | std::ios_base::badbit);
-  return OnFile(file.name(), [&] { return OrDamage(file, cmn::FileKind::kLog, version0::get_show_name); });
-}
-
 }  // namespace zuna_toolkit

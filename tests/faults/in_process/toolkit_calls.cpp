@@ -95,10 +95,6 @@ void AddDocuments(Calls& calls, const Samples& samples) {
     });
     calls.Add("CurrentForm", [=] { return TextOf(zuna_toolkit::CurrentForm(*document)); });
   }
-  calls.Add("ReadLegacyShowName", [samples] {
-    OpenedFile file = Opened(samples.legacy_log);
-    return zuna_toolkit::ReadLegacyShowName(file);
-  });
   calls.Add("RequireCorrectText", [text = zuna_test::Decrypted(samples.log)] {
     zuna_toolkit::RequireCorrectText({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()},
                                      kLong);
