@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "cli/terminal/sequences.h"
 #include "kit/format.h"
 #include "kit/utf8.h"
 
@@ -12,6 +13,8 @@ namespace {
 
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";  // U+FFFD
 constexpr char32_t kLargestInFourDigits = 0xFFFF;
+constexpr char32_t kFirstSelector = 0xFE00;
+constexpr char32_t kLastSelector = 0xFE0F;
 
 bool IsEscaped(char32_t character) { return kit::IsControl(character) || kit::IsInvisible(character); }
 
@@ -53,8 +56,14 @@ std::string Rewritten(std::string_view text, Shown shown, Broken broken) {
 }  // namespace
 
 std::string Printable(std::string_view text) {
-  const auto shown = [](std::string_view character, char32_t value) {
-    return IsEscaped(value) ? TerminalEscape(value) : std::string(character);
+  Sequences sequences;
+  const auto shown = [&](std::string_view character, char32_t value) {
+    const auto end = static_cast<std::size_t>(character.data() - text.data()) + character.size();
+    const std::string_view rest = text.substr(end);
+    const std::size_t length = kit::Utf8Length(rest);
+    const bool is_used = sequences.Uses(value, length == 0 ? 0 : kit::CodePoint(rest.substr(0, length)));
+    const bool is_escaped = IsEscaped(value) || (value >= kFirstSelector && value <= kLastSelector);
+    return is_escaped && !is_used ? TerminalEscape(value) : std::string(character);
   };
   return Rewritten(text, shown, ByteEscape);
 }

@@ -7,8 +7,9 @@
 namespace zuna_cli {
 
 /// `text` for a terminal, on one line: what could steer the terminal or hide in the text (kit::IsControl,
-/// kit::IsInvisible) becomes "\xNN" where it has one byte and "\uNNNN" otherwise, and a byte that is no UTF-8
-/// becomes "\xNN".
+/// kit::IsInvisible, and variation selectors) becomes "\xNN" where it has one byte and "\uNNNN" otherwise,
+/// and a byte that is no UTF-8 becomes "\xNN". Joiners and selectors stay where they belong to a character
+/// (Sequences).
 std::string Printable(std::string_view text);
 
 /// "TEXT [CODE]": how a line ends that "zuna-convert explain CODE" tells more about.

@@ -6,7 +6,7 @@ from terminal import run_on_terminal
 from tool import DONE, IO, REFUSED, TOOL, WithShows, legacy_show, legacy_song
 
 WIDE = "\u65e5\u672c\u8a9e"                   # three characters of two columns
-SCIENTIST = "\U0001f469\u200d\U0001f52c"  # one character of two columns; its joiner is escaped
+SCIENTIST = "\U0001f469\u200d\U0001f52c"  # one character of two columns
 
 
 class TerminalTest(WithShows):
@@ -56,7 +56,7 @@ class TableTest(TerminalTest):
             f"  0       {WIDE}             ",
             "  1       Cafe\u0301               ",
             "  2       \U0001f3b5                 ",
-            "  3       \U0001f469\\u200d\U0001f52c         ",
+            "  3       \U0001f469\u200d\U0001f52c                 ",
             "  4       \\xff\\xe2\\x82       "])
 
 

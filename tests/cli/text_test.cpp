@@ -24,6 +24,37 @@ TEST(Text, HasNothingThatCannotBeSeen) {
   EXPECT_EQ(Printable("\U000E0041"), "\\U000e0041");  // tag
 }
 
+TEST(Text, KeepsSequencesOfCharacters) {
+  for (const char* text : {
+           "\U0001F469\u200D\U0001F3A4",                                  // woman singer
+           "\U0001F469\U0001F3FD\u200D\U0001F3A4!",                       // with a skin colour
+           "\U0001F468\u200D\U0001F469\u200D\U0001F467\u200D\U0001F466",  // family
+           "\u2764\uFE0F\u200D\U0001F525",                                // heart on fire
+           "\U0001F3F3\uFE0F\u200D\U0001F308",                            // rainbow flag
+           "\u266A\uFE0E \u2139\uFE0F \u2194\uFE0F",                      // as text, coloured
+           "1\uFE0F\u20E3 #\uFE0F\u20E3",                                 // keycaps
+           "\u845B\U000E0100",                                            // an ideograph in another form
+           "\u0915\u094D\u200D\u0937",                                    // a half form of Devanagari
+       }) {
+    EXPECT_EQ(Printable(text), text);
+  }
+}
+
+TEST(Text, HasNoJoinersAndSelectorsThatOnlyHide) {
+  EXPECT_EQ(Printable("a\u200Db"), "a\\u200db");
+  EXPECT_EQ(Printable("\u200D\U0001F3A4"), "\\u200d\U0001F3A4");
+  EXPECT_EQ(Printable("\U0001F469\u200D"), "\U0001F469\\u200d");
+  EXPECT_EQ(Printable("\U0001F469\u200Da"), "\U0001F469\\u200da");
+  EXPECT_EQ(Printable("\U0001F469\u200D\u200D\U0001F3A4"), "\U0001F469\\u200d\\u200d\U0001F3A4");
+  EXPECT_EQ(Printable("\u0915\u200D\u0937"), "\u0915\\u200d\u0937");
+  EXPECT_EQ(Printable("\u0915\u094D\u200D"), "\u0915\u094D\\u200d");
+  EXPECT_EQ(Printable("\uFE0Fa\uFE0F"), "\\ufe0fa\\ufe0f");
+  EXPECT_EQ(Printable("\u00E9\uFE00"), "\u00E9\\ufe00");
+  EXPECT_EQ(Printable("\u2764\uFE0F\uFE0F"), "\u2764\uFE0F\\ufe0f");
+  EXPECT_EQ(Printable("a\U000E0100"), "a\\U000e0100");
+  EXPECT_EQ(Printable("\U0001F469\u202E\u200D\U0001F3A4"), "\U0001F469\\u202e\\u200d\U0001F3A4");
+}
+
 TEST(Text, KeepsWhatIsShown) {
   for (const char* text : {"Caf\u00E9", "\u00A0", "\u2603 \u266D", "\u05D0\u0628", "e\u0301", "\U0001F3B5"}) {
     EXPECT_EQ(Printable(text), text);
