@@ -3,6 +3,7 @@
 
 #include "cli/shared/output.h"
 #include "cli/terminal/failure.h"
+#include "format_converter/version0/primitives/errors.h"
 #include "toolkit/comparison/comparison.h"
 #include "toolkit/document/open.h"
 #include "toolkit/document/write.h"
@@ -20,12 +21,15 @@ const version0::ChangeLogV0* ModelOf(const zuna_toolkit::LegacyLog* legacy) {
   return legacy != nullptr ? &legacy->log : nullptr;
 }
 
-/// A comparison of legacy models passes over what only the second one has.
+/// A comparison of legacy models passes over what only the second one has, and throws where the second one
+/// lacks something.
 template <typename Legacy>
-bool HoldTheSameLegacy(const zuna_toolkit::Document& a, const zuna_toolkit::Document& b) {
+bool HoldTheSameLegacy(const zuna_toolkit::Document& a, const zuna_toolkit::Document& b) try {
   const auto* first = ModelOf(a.As<Legacy>());
   const auto* second = ModelOf(b.As<Legacy>());
   return first != nullptr && second != nullptr && *first == *second && *second == *first;
+} catch (const version0::Version0Error&) {
+  return false;
 }
 
 /// Whether both hold the same.

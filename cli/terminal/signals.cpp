@@ -19,6 +19,7 @@ constexpr std::array kEnding = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU, SIGAL
 
 volatile std::sig_atomic_t g_has_output = 0;
 volatile std::sig_atomic_t g_asked = 0;  ///< the signal that a DeferSignals holds back
+volatile std::sig_atomic_t g_is_deferring = 0;
 
 extern "C" void EndInterrupted(int) {
   constexpr std::string_view kWithout = "zuna-convert: interrupted\n";
@@ -69,6 +70,7 @@ HoldSignals::HoldSignals() : held_(), before_() {
 }
 
 bool HoldSignals::IsPending() const {
+  if (g_is_deferring != 0) return false;
   sigset_t pending;
   sigemptyset(&pending);
   sigpending(&pending);
@@ -81,12 +83,14 @@ HoldSignals::~HoldSignals() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
 
 DeferSignals::DeferSignals() {
   g_asked = 0;
+  g_is_deferring = 1;
   for (const int number : kEnding) {
     if (!IsIgnored(number)) SetHandler(number, AskToEnd);
   }
 }
 
 DeferSignals::~DeferSignals() {
+  g_is_deferring = 0;
   for (const int number : kEnding) {
     if (!IsIgnored(number)) SetHandler(number, number == SIGINT ? EndInterrupted : SIG_DFL);
   }

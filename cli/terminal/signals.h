@@ -23,7 +23,8 @@ class HoldSignals {
   HoldSignals(const HoldSignals&) = delete;
   HoldSignals& operator=(const HoldSignals&) = delete;
 
-  /// Whether one of them waits. It ends the program when this object is destroyed.
+  /// Whether one of them waits. It ends the program when this object is destroyed. Never while there is a
+  /// DeferSignals, which gets it then: what is begun is finished.
   bool IsPending() const;
 
  private:

@@ -223,6 +223,13 @@ class OutputsTest(FolderTest):
         for line, name in zip(said[-2:], ("opera.logdata", "opera.showdata")):
             self.assertTrue(line.startswith(f"out/new/{name}: its folder cannot be made: Not a directory; check"), line)
 
+    def test_refuses_a_folder_as_the_output(self):
+        os.mkdir(self.path("out"))
+        self.refuse("up", "in/opera.showdata", "-o", "out", "--force", code=REFUSED,
+                    message="out: is not a regular file; give another output, or - for a pipe")
+        self.refuse("up", "in/opera.showdata", "in/opera.logdata", "-o", "out", code=USAGE,
+                    message="command line: -o is for one input, and there are 2; give --out-dir or --in-place")
+
     def test_refuses_one_output_for_two_inputs(self):
         self.encrypt("opera.showdata", legacy_show(legacy_song("2", "Two")))
         self.refuse("up", "in/opera.showdata", "opera.showdata", "--out-dir", "out", code=USAGE,

@@ -16,5 +16,9 @@ TEST(Tally, CountsByKind) {
   EXPECT_EQ(tally.ToString(), "1 text, 3 lyrics");
 }
 
+TEST(LowerCase, ChangesLettersOfAsciiOnly) {
+  EXPECT_EQ(LowerCase("Opera AZ@[ \xC3\x89.LogData"), "opera az@[ \xC3\x89.logdata");
+}
+
 }  // namespace
 }  // namespace zuna_toolkit
