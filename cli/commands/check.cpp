@@ -18,14 +18,14 @@ namespace {
 
 using zuna_toolkit::Document;
 
-struct Options {
+struct CheckOptions {
   InputOptions inputs;
   std::optional<cmn::FileVersion> version;  ///< 0.0 too
   bool json = false;
 };
 
 /// The document at the version asked for; nothing where it has that version, or none was asked for.
-std::optional<Document> ConvertedForm(const Document& document, const Options& options) {
+std::optional<Document> ConvertedForm(const Document& document, const CheckOptions& options) {
   const auto& version = options.version;
   if (!version || document.type().version == *version) return std::nullopt;
   if (*version == zuna_toolkit::kLegacyVersion) return zuna_toolkit::Down(document);
@@ -57,7 +57,7 @@ std::string LossesHeading(const Losses& losses, bool has_lines, const Detail& de
 
 /// Empty where --quiet leaves nothing.
 std::string AsText(const Document& document, const Findings& findings, const Losses* losses,
-                   const Options& options, const Detail& detail) {
+                   const CheckOptions& options, const Detail& detail) {
   const bool errors_only = detail.quiet > 1;
   std::vector<std::string> lines;
   if (losses != nullptr) lines = detail.is_one_of_many ? losses->HarmfulLines() : losses->Lines();
@@ -74,7 +74,7 @@ std::string AsText(const Document& document, const Findings& findings, const Los
 }
 
 std::string AsJson(const Document& document, const Findings& findings, const Losses* losses,
-                   const Options& options) {
+                   const CheckOptions& options) {
   std::string json = "{\"schemaVersion\": 1, \"path\": " + JsonString(document.name()) + ", \"kind\": \"" +
                      std::string(cmn::KindName(document.type().kind)) + "data\", \"fileVersion\": \"" +
                      cmn::VersionText(document.type().version) + "\", \"findings\": [" + findings.Json() +
@@ -93,7 +93,8 @@ Group GroupOf(const Findings& findings) {
   return findings.has_errors() ? kWithErrors : kWithWarnings;
 }
 
-Outcome CheckOne(const std::string& path, const Options& options, const Keys& keys, const Detail& detail) {
+Outcome CheckOne(const std::string& path, const CheckOptions& options, const Keys& keys,
+                 const Detail& detail) {
   zuna_toolkit::OpenedFile file = OpenInput(path, keys).file;
   const Document document = zuna_toolkit::ReadDocument(file);
   const Findings findings(document, options.json);
@@ -110,7 +111,7 @@ Outcome CheckOne(const std::string& path, const Options& options, const Keys& ke
   return outcome;
 }
 
-void Run(const Options& options, Context& context) {
+void RunCheck(const CheckOptions& options, Context& context) {
   const std::vector<zuna_toolkit::Input> inputs = CollectShard(options.inputs, context);
   const Keys keys = context.ReadKeys();
   const Detail detail{context.quiet(), inputs.size() > 1};
@@ -136,7 +137,7 @@ void AddCheckCommand(CLI::App& app, Context& context) {
   CLI::App* command = app.add_subcommand(
       "check", "Tell whether shows and logs are whole and sensible, and what a conversion would lose");
   AddSharedOptions(*command, context);
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<CheckOptions>();
   AddInputs(*command, options->inputs);
   command
       ->add_option_function<std::string>(
@@ -148,7 +149,7 @@ void AddCheckCommand(CLI::App& app, Context& context) {
       "--json", options->json,
       "Write a line of JSON for each input, failed ones too, with all findings and losses; --quiet "
       "leaves none out");
-  context.SetWork(*command, [options, &context] { Run(*options, context); });
+  context.SetWork(*command, [options, &context] { RunCheck(*options, context); });
 }
 
 }  // namespace zuna_cli

@@ -8,7 +8,7 @@ namespace zuna_cli {
 
 namespace {
 
-struct Options : ConversionOptions {
+struct ConvertOptions : ConversionOptions {
   cmn::FileVersion version;
 };
 
@@ -20,7 +20,7 @@ std::optional<Converted> ConvertOne(const zuna_toolkit::Document& document, cons
                    {}};
 }
 
-void Run(const Options& options, Context& context) {
+void RunConvert(const ConvertOptions& options, Context& context) {
   Conversion conversion;
   conversion.options = "convert --to " + cmn::VersionText(options.version);
   conversion.expected = zuna_toolkit::Expected::kCurrent;
@@ -33,11 +33,11 @@ void Run(const Options& options, Context& context) {
 }  // namespace
 
 void AddConvertCommand(CLI::App& app, Context& context) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<ConvertOptions>();
   CLI::App* command = AddConversionCommand(
       app, context, "convert", "Write shows and logs of a current version at another one", *options);
   AddTarget(*command, options->version);
-  context.SetWork(*command, [options, &context] { Run(*options, context); });
+  context.SetWork(*command, [options, &context] { RunConvert(*options, context); });
 }
 
 }  // namespace zuna_cli

@@ -14,7 +14,7 @@ namespace {
 
 using zuna_toolkit::Counted;
 
-struct Options {
+struct CopyFermatasOptions {
   std::string source;
   std::string destination;
   Output output;  ///< without a path, the destination is written itself
@@ -25,7 +25,7 @@ std::string FermatasText(std::size_t fermatas, std::size_t attaccas) {
 }
 
 /// The place of the result, which is neither input unless it is the destination itself.
-Destination PlaceOf(const Options& options, const Context& context) {
+Destination PlaceOf(const CopyFermatasOptions& options, const Context& context) {
   if (!options.output.path.empty()) {
     return context.CheckPaths(options.output, {options.source, options.destination});
   }
@@ -44,7 +44,7 @@ void RequireNothingErased(const zuna_toolkit::FermataCopy& copy) {
                 "give --force to replace them");
 }
 
-void Run(const Options& options, Context& context) {
+void RunCopyFermatas(const CopyFermatasOptions& options, Context& context) {
   Destination place = PlaceOf(options, context);
   const Keys keys = context.ReadKeys();
   zuna_toolkit::OpenedFile source = OpenInput(options.source, keys).file;
@@ -67,7 +67,7 @@ void AddCopyFermatasCommand(CLI::App& app, Context& context) {
   CLI::App* command = app.add_subcommand(
       "copy-fermatas", "Give the songs of a log the attaccas and fermatas that they have in another log");
   AddSharedOptions(*command, context);
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<CopyFermatasOptions>();
   command
       ->add_option("SOURCE", options->source,
                    "The log that has them, of a current version; - for standard input")
@@ -82,7 +82,7 @@ void AddCopyFermatasCommand(CLI::App& app, Context& context) {
   command->get_option("--output")
       ->required(false)
       ->description("Write the result to OUT and leave DESTINATION as it is; - for standard output");
-  context.SetWork(*command, [options, &context] { Run(*options, context); });
+  context.SetWork(*command, [options, &context] { RunCopyFermatas(*options, context); });
 }
 
 }  // namespace zuna_cli

@@ -11,7 +11,7 @@ namespace zuna_cli {
 
 namespace {
 
-void Run(const Paths& paths, Context& context) {
+void RunDecrypt(const Paths& paths, Context& context) {
   Destination destination = context.CheckPaths(paths.output, {paths.input});
   const Keys keys = context.ReadKeys();
   zuna_toolkit::OpenedFile file = OpenInput(paths.input, keys).file;
@@ -26,7 +26,7 @@ void AddDecryptCommand(CLI::App& app, Context& context) {
   const auto paths = std::make_shared<Paths>();
   CLI::App* command =
       AddFileCommand(app, context, "decrypt", "Write the plaintext of an encrypted file as it is", *paths);
-  context.SetWork(*command, [paths, &context] { Run(*paths, context); });
+  context.SetWork(*command, [paths, &context] { RunDecrypt(*paths, context); });
 }
 
 }  // namespace zuna_cli

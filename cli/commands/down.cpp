@@ -13,7 +13,7 @@ std::optional<Converted> DownOne(const zuna_toolkit::Document& document) {
   return Converted{zuna_toolkit::Down(document), cmn::VersionText(document.type().version) + " -> 0.0", {}};
 }
 
-void Run(const ConversionOptions& options, Context& context) {
+void RunDown(const ConversionOptions& options, Context& context) {
   Conversion conversion;
   conversion.options = "down";
   conversion.convert = [](const zuna_toolkit::Document& document, const zuna_toolkit::Input&, const Keys&) {
@@ -28,7 +28,7 @@ void AddDownCommand(CLI::App& app, Context& context) {
   const auto options = std::make_shared<ConversionOptions>();
   CLI::App* command = AddConversionCommand(app, context, "down",
                                            "Bring shows and logs of any version to version 0.0", *options);
-  context.SetWork(*command, [options, &context] { Run(*options, context); });
+  context.SetWork(*command, [options, &context] { RunDown(*options, context); });
 }
 
 }  // namespace zuna_cli

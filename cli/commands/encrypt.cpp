@@ -21,7 +21,7 @@ void CheckPlaintext(const std::vector<std::uint8_t>& bytes, const std::string& n
   zuna_toolkit::RequireCorrectText(bytes, name);
 }
 
-void Run(const Paths& paths, Context& context) {
+void RunEncrypt(const Paths& paths, Context& context) {
   Destination destination = context.CheckPaths(paths.output, {paths.input});
   const Keys keys = context.ReadKeys();
   const CipherKey& key = keys.front().material();
@@ -48,7 +48,7 @@ void AddEncryptCommand(CLI::App& app, Context& context) {
   AddOutput(*command, paths->output)
       ->description(
           "Replace the output when it exists; encrypt what is encrypted already, or a text form with errors");
-  context.SetWork(*command, [paths, &context] { Run(*paths, context); });
+  context.SetWork(*command, [paths, &context] { RunEncrypt(*paths, context); });
 }
 
 }  // namespace zuna_cli

@@ -20,7 +20,7 @@ namespace {
 
 using zuna_toolkit::Explanation;
 
-struct Options {
+struct ExplainOptions {
   std::optional<std::string> code;
   bool json = false;
 };
@@ -93,7 +93,7 @@ std::string ListJson() {
   return text + "]\n";
 }
 
-void Run(const Options& options) {
+void RunExplain(const ExplainOptions& options) {
   if (options.code) return WriteStandardOutput(Explained(*options.code, options.json));
   WriteStandardOutput(options.json ? ListJson() : ListText());
 }
@@ -103,11 +103,11 @@ void Run(const Options& options) {
 void AddExplainCommand(CLI::App& app, Context& context) {
   CLI::App* command = app.add_subcommand("explain", "Tell what a code means, and what to do about it");
   AddSharedOptions(*command, context);
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<ExplainOptions>();
   command->add_option("CODE", options->code,
                       "The code, such as wrong-key; all codes are listed unless given");
   command->add_flag("--json", options->json, "Write JSON: an object for a code, an array for all");
-  context.SetWork(*command, [options] { Run(*options); });
+  context.SetWork(*command, [options] { RunExplain(*options); });
 }
 
 }  // namespace zuna_cli

@@ -12,7 +12,7 @@ namespace zuna_cli {
 
 namespace {
 
-struct Options {
+struct InfoOptions {
   InputOptions inputs;
   bool json = false;
 };
@@ -23,7 +23,7 @@ std::string InfoOf(const std::string& path, const Keys& keys, bool json) {
   return json ? InfoJson(document) + '\n' : InfoText(document);
 }
 
-void Run(const Options& options, Context& context) {
+void RunInfo(const InfoOptions& options, Context& context) {
   const std::vector<zuna_toolkit::Input> inputs = CollectShard(options.inputs, context);
   const Keys keys = context.ReadKeys();
   const auto info = [&](const std::string& path) {
@@ -45,13 +45,13 @@ void AddInfoCommand(CLI::App& app, Context& context) {
   CLI::App* command =
       app.add_subcommand("info", "Tell the version, name, songs and counts of shows and logs");
   AddSharedOptions(*command, context);
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<InfoOptions>();
   AddInputs(*command, options->inputs);
   command->add_flag(
       "--json", options->json,
       "Write a line of JSON for each input, failed ones too. Bytes of names that are no UTF-8 are "
       "written as U+FFFD");
-  context.SetWork(*command, [options, &context] { Run(*options, context); });
+  context.SetWork(*command, [options, &context] { RunInfo(*options, context); });
 }
 
 }  // namespace zuna_cli

@@ -15,7 +15,7 @@ namespace zuna_cli {
 
 namespace {
 
-struct Options {
+struct ListOptions {
   InputOptions inputs;
   cmn::FileVersion from;
   std::optional<cmn::FileVersion> below;
@@ -34,7 +34,7 @@ std::string LineOf(const std::string& path, const zuna_toolkit::FileType& type, 
          "data\", \"fileVersion\": \"" + version + "\"}\n";
 }
 
-Outcome ListOne(const std::string& path, const Options& options, const Keys& keys) {
+Outcome ListOne(const std::string& path, const ListOptions& options, const Keys& keys) {
   zuna_toolkit::OpenedFile file = OpenInput(path, keys).file;
   const zuna_toolkit::FileType type = zuna_toolkit::Detect(file);
   Outcome outcome;
@@ -46,7 +46,7 @@ Outcome ListOne(const std::string& path, const Options& options, const Keys& key
   return outcome;
 }
 
-void Run(const Options& options, Context& context) {
+void RunList(const ListOptions& options, Context& context) {
   const std::vector<zuna_toolkit::Input> inputs = CollectShard(options.inputs, context);
   const Keys keys = context.ReadKeys();
   bool has_matched = false;
@@ -79,14 +79,14 @@ void AddVersion(CLI::App& command, const std::string& name, const std::string& d
 void AddListCommand(CLI::App& app, Context& context) {
   CLI::App* command = app.add_subcommand("list", "List shows and logs with their kinds and versions");
   AddSharedOptions(*command, context);
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<ListOptions>();
   AddInputs(*command, options->inputs);
   AddVersion(*command, "--from", "Only files of this version and higher ones",
              [options](const cmn::FileVersion& version) { options->from = version; });
   AddVersion(*command, "--below", "Only files of lower versions than this",
              [options](const cmn::FileVersion& version) { options->below = version; });
   command->add_flag("--json", options->json, "Write a line of JSON for each file, failed ones too");
-  context.SetWork(*command, [options, &context] { Run(*options, context); });
+  context.SetWork(*command, [options, &context] { RunList(*options, context); });
 }
 
 }  // namespace zuna_cli

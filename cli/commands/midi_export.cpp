@@ -20,7 +20,7 @@ namespace {
 
 constexpr unsigned kNewFileMode = 0666;
 
-struct Options {
+struct MidiExportOptions {
   std::string input;
   std::string folder;
   bool force = false;
@@ -49,7 +49,7 @@ void AddFiles(const zuna_midi::ShowData& show, const std::string& folder,
   }
 }
 
-void Run(const Options& options, Context& context) {
+void RunMidiExport(const MidiExportOptions& options, Context& context) {
   const std::vector<std::string> inputs = context.CheckInputs({options.input});
   RequireFolder(options.folder, "create it first");
   const Keys keys = context.ReadKeys();
@@ -74,13 +74,13 @@ void AddMidiExportCommand(CLI::App& midi, Context& context) {
   CLI::App* command =
       midi.add_subcommand("export", "Write every song of a show of any version as a MIDI file");
   AddSharedOptions(*command, context);
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<MidiExportOptions>();
   AddInput(*command, options->input);
   command->add_option("--out-dir", options->folder, "The folder for the files \"NUMBER NAME.mid\"")
       ->required()
       ->type_name("DIR");
   command->add_flag("--force", options->force, "Replace files that exist");
-  context.SetWork(*command, [options, &context] { Run(*options, context); });
+  context.SetWork(*command, [options, &context] { RunMidiExport(*options, context); });
 }
 
 }  // namespace zuna_cli

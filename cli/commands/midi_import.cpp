@@ -20,7 +20,7 @@ namespace smf = zuna_toolkit::smf;
 
 namespace {
 
-struct Options {
+struct MidiImportOptions {
   std::vector<std::string> inputs;
   std::vector<std::string> song_numbers;
   std::optional<std::string> show_name;
@@ -34,7 +34,7 @@ std::string Stem(const std::string& path) {
 }
 
 /// The song numbers as given, one a file, or "1", "2", …
-std::vector<std::string> SongNumbers(const Options& options) {
+std::vector<std::string> SongNumbers(const MidiImportOptions& options) {
   std::vector<std::string> numbers = options.song_numbers;
   if (numbers.empty()) {
     for (std::size_t i = 1; i <= options.inputs.size(); ++i) numbers.push_back(std::to_string(i));
@@ -93,7 +93,7 @@ std::shared_ptr<zuna_midi::SongData> ImportFile(const std::string& path, const s
   return song;
 }
 
-void Run(const Options& options, Context& context) {
+void RunMidiImport(const MidiImportOptions& options, Context& context) {
   Destination destination = context.CheckPaths(options.output, options.inputs);
   const std::vector<std::string> numbers = SongNumbers(options);
   const Keys keys = context.ReadKeys();
@@ -112,7 +112,7 @@ void Run(const Options& options, Context& context) {
 void AddMidiImportCommand(CLI::App& midi, Context& context) {
   CLI::App* command = midi.add_subcommand("import", "Make a show of MIDI files, one song each");
   AddSharedOptions(*command, context);
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<MidiImportOptions>();
   command->add_option("MID", options->inputs, "The MIDI files of format 0 or 1; - for standard input")
       ->required();
   AddOutput(*command, options->output);
@@ -127,7 +127,7 @@ void AddMidiImportCommand(CLI::App& midi, Context& context) {
       ->take_all();
   command->add_option("--show-name", options->show_name, "The show's name; the name of OUT unless given")
       ->type_name("NAME");
-  context.SetWork(*command, [options, &context] { Run(*options, context); });
+  context.SetWork(*command, [options, &context] { RunMidiImport(*options, context); });
 }
 
 }  // namespace zuna_cli

@@ -21,7 +21,7 @@ namespace {
 
 constexpr int kProgramChange = 0xC0;
 
-struct Options {
+struct PrintOptions {
   std::string input;
   std::optional<std::string> song;
 };
@@ -79,7 +79,7 @@ void PrintSong(const std::shared_ptr<zuna_midi::SongData>& song, std::ostream& o
 
 /// Throws Failure (kNegative) where the song asked for is none of `songs`.
 template <typename Songs>
-void RequireSong(const Songs& songs, const Options& options) {
+void RequireSong(const Songs& songs, const PrintOptions& options) {
   if (!options.song || songs.contains(*options.song)) return;
   std::string numbers;
   for (const auto& [number, song] : songs) zuna_toolkit::AppendListed(numbers, number);
@@ -93,7 +93,7 @@ void RequireSong(const Songs& songs, const Options& options) {
 
 /// Prints the song asked for, or all, piece by piece: the text may be much larger than the songs.
 template <typename Songs>
-void PrintSongs(const Songs& songs, const Options& options) {
+void PrintSongs(const Songs& songs, const PrintOptions& options) {
   RequireSong(songs, options);
   constexpr std::streamoff kPiece = 65536;  // bytes
   std::ostringstream text;
@@ -108,7 +108,7 @@ void PrintSongs(const Songs& songs, const Options& options) {
   WriteStandardOutput(text.str());
 }
 
-void PrintFile(zuna_toolkit::OpenedFile& file, const Options& options) {
+void PrintFile(zuna_toolkit::OpenedFile& file, const PrintOptions& options) {
   const bool is_log = zuna_toolkit::Detect(file).is_log();
   const zuna_toolkit::Document document = zuna_toolkit::ReadDocument(file);
   if (!is_log) {
@@ -121,7 +121,7 @@ void PrintFile(zuna_toolkit::OpenedFile& file, const Options& options) {
   PrintSongs(document.As<CL::ChangeLog>()->song_logs(), options);
 }
 
-void Run(const Options& options, const Context& context) {
+void RunPrint(const PrintOptions& options, const Context& context) {
   context.CheckInputs({options.input});
   const Keys keys = context.ReadKeys();
   zuna_toolkit::OpenedFile file = OpenInput(options.input, keys).file;
@@ -134,10 +134,10 @@ void AddPrintCommand(CLI::App& app, Context& context) {
   CLI::App* command =
       app.add_subcommand("print", "Print the edits of a log, or the program changes of a show, as text");
   AddSharedOptions(*command, context);
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<PrintOptions>();
   AddInput(*command, options->input);
   command->add_option("--song", options->song, "Only the song of this number")->type_name("NUMBER");
-  context.SetWork(*command, [options, &context] { Run(*options, context); });
+  context.SetWork(*command, [options, &context] { RunPrint(*options, context); });
 }
 
 }  // namespace zuna_cli

@@ -13,7 +13,7 @@ namespace {
 using zuna_toolkit::Document;
 using zuna_toolkit::Input;
 
-struct Options : ConversionOptions {
+struct UpOptions : ConversionOptions {
   CompanionOptions companions;
   cmn::FileVersion version;
 };
@@ -31,14 +31,14 @@ std::string TakenText(const FoundCompanion& found, bool is_log) {
   return ", divisions from " + found.companion.name;
 }
 
-Converted UpLegacy(const Document& legacy, const Input& input, const Options& options, const Keys& keys) {
+Converted UpLegacy(const Document& legacy, const Input& input, const UpOptions& options, const Keys& keys) {
   FoundCompanion found = FindCompanion(legacy, input, options.companions, keys);
   return {zuna_toolkit::Up(legacy, found.companion, options.version),
           VersionsText(legacy, options.version) + TakenText(found, legacy.type().is_log()),
           std::move(found.notes)};
 }
 
-std::optional<Converted> UpOne(const Document& document, const Input& input, const Options& options,
+std::optional<Converted> UpOne(const Document& document, const Input& input, const UpOptions& options,
                                const Keys& keys) {
   RequireTarget(document.type().kind, options.version);
   if (document.type().is_legacy()) return UpLegacy(document, input, options, keys);
@@ -48,7 +48,7 @@ std::optional<Converted> UpOne(const Document& document, const Input& input, con
 }
 
 /// What changes the result, for the report.
-std::string ReportOptions(const Options& options) {
+std::string ReportOptions(const UpOptions& options) {
   const CompanionOptions& companions = options.companions;
   std::string text = "up --to " + cmn::VersionText(options.version);
   if (companions.any) text += " --any-companion";
@@ -57,7 +57,7 @@ std::string ReportOptions(const Options& options) {
   return text;
 }
 
-void Run(const Options& options, Context& context) {
+void RunUp(const UpOptions& options, Context& context) {
   Conversion conversion;
   conversion.options = ReportOptions(options);
   conversion.convert = [&](const Document& document, const Input& input, const Keys& keys) {
@@ -71,12 +71,12 @@ void Run(const Options& options, Context& context) {
 }  // namespace
 
 void AddUpCommand(CLI::App& app, Context& context) {
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<UpOptions>();
   CLI::App* command = AddConversionCommand(app, context, "up",
                                            "Bring shows and logs of any version to a current one", *options);
   AddTarget(*command, options->version);
   AddCompanions(*command, options->companions);
-  context.SetWork(*command, [options, &context] { Run(*options, context); });
+  context.SetWork(*command, [options, &context] { RunUp(*options, context); });
 }
 
 }  // namespace zuna_cli

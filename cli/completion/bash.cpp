@@ -7,7 +7,7 @@ namespace zuna_cli {
 namespace {
 
 // "=" stands alone among the words of bash.
-constexpr std::string_view kScript =
+constexpr std::string_view kBashScript =
     R"(# Completion of zuna-convert in bash, written by "zuna-convert completion bash".
 _zuna_convert() {
   local current=${COMP_WORDS[COMP_CWORD]} command= option= options= values= word i
@@ -44,7 +44,7 @@ _zuna_convert() {
 complete -F _zuna_convert zuna-convert
 )";
 
-std::string Branch(const CompletionCommand& command) {
+std::string BashBranch(const CompletionCommand& command) {
   std::vector<std::string> spellings;
   for (const CompletionOption& option : command.options) {
     spellings.insert(spellings.end(), option.spellings.begin(), option.spellings.end());
@@ -61,8 +61,9 @@ std::string Branch(const CompletionCommand& command) {
 
 std::string BashScript(const CompletionCommand& tool) {
   std::string branches;
-  for (const CompletionCommand* command : AllCommands(tool)) branches += Branch(*command);
-  std::string script = Replaced(std::string(kScript), "@WITH_VALUE@", Joined(OptionsWithValue(tool), " | "));
+  for (const CompletionCommand* command : AllCommands(tool)) branches += BashBranch(*command);
+  std::string script =
+      Replaced(std::string(kBashScript), "@WITH_VALUE@", Joined(OptionsWithValue(tool), " | "));
   script = Replaced(std::move(script), "@COMMANDS@", CommandPattern(tool));
   return Replaced(std::move(script), "@BRANCHES@", branches);
 }

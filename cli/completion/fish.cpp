@@ -6,7 +6,7 @@ namespace zuna_cli {
 
 namespace {
 
-constexpr std::string_view kScript =
+constexpr std::string_view kFishScript =
     R"(# Completion of zuna-convert in fish, written by "zuna-convert completion fish".
 function __zuna_convert_at --description 'Whether the command line names this command'
     set -l command ''
@@ -53,7 +53,7 @@ std::string Offered(const CompletionValues& values) {
   return "";
 }
 
-std::string OptionText(const CompletionOption& option) {
+std::string FishOption(const CompletionOption& option) {
   std::string text;
   for (const std::string& spelling : option.spellings) {
     const bool is_long = spelling.starts_with("--");
@@ -68,7 +68,7 @@ std::string Rules(const CompletionCommand& command) {
   const std::string rule =
       "complete -c zuna-convert -n " + FishQuoted("__zuna_convert_at " + FishQuoted(command.name));
   std::string text;
-  for (const CompletionOption& option : command.options) text += rule + OptionText(option) + '\n';
+  for (const CompletionOption& option : command.options) text += rule + FishOption(option) + '\n';
   if (command.has_argument) text += rule + Offered(command.argument) + '\n';
   for (const CompletionCommand& below : command.commands) {
     text += rule + " -a " + below.last_word + " -d " + FishQuoted(below.description) + '\n';
@@ -79,7 +79,8 @@ std::string Rules(const CompletionCommand& command) {
 }  // namespace
 
 std::string FishScript(const CompletionCommand& tool) {
-  std::string script = Replaced(std::string(kScript), "@WITH_VALUE@", Joined(OptionsWithValue(tool), " "));
+  std::string script =
+      Replaced(std::string(kFishScript), "@WITH_VALUE@", Joined(OptionsWithValue(tool), " "));
   script = Replaced(std::move(script), "@COMMANDS@", Replaced(CommandPattern(tool), " | ", " "));
   for (const CompletionCommand* command : AllCommands(tool)) script += Rules(*command);
   return script;

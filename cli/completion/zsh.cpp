@@ -7,7 +7,7 @@ namespace zuna_cli {
 namespace {
 
 // The file is either sourced, or it is the body of the function that completes.
-constexpr std::string_view kScript = R"(#compdef zuna-convert
+constexpr std::string_view kZshScript = R"(#compdef zuna-convert
 # Completion of zuna-convert in zsh, written by "zuna-convert completion zsh".
 _zuna-convert() {
   local command= option= values= word
@@ -53,7 +53,7 @@ else
 fi
 )";
 
-std::string Branch(const CompletionCommand& command) {
+std::string ZshBranch(const CompletionCommand& command) {
   std::vector<std::string> options;
   for (const CompletionOption& option : command.options) {
     for (const std::string& spelling : option.spellings) {
@@ -74,8 +74,9 @@ std::string Branch(const CompletionCommand& command) {
 
 std::string ZshScript(const CompletionCommand& tool) {
   std::string branches;
-  for (const CompletionCommand* command : AllCommands(tool)) branches += Branch(*command);
-  std::string script = Replaced(std::string(kScript), "@WITH_VALUE@", Joined(OptionsWithValue(tool), " | "));
+  for (const CompletionCommand* command : AllCommands(tool)) branches += ZshBranch(*command);
+  std::string script =
+      Replaced(std::string(kZshScript), "@WITH_VALUE@", Joined(OptionsWithValue(tool), " | "));
   script = Replaced(std::move(script), "@COMMANDS@", CommandPattern(tool));
   return Replaced(std::move(script), "@BRANCHES@", branches);
 }

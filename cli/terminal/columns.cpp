@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t kWidestCluster = 2;
 constexpr char32_t kEmojiSelector = 0xFE0F;  // asks for the coloured form of the character before it
-constexpr char32_t kReplacement = 0xFFFD;
+constexpr char32_t kReplacementCharacter = 0xFFFD;
 constexpr std::string_view kEllipsis = "\u2026";
 
 struct Character {
@@ -27,7 +27,7 @@ struct Character {
 
 Character FirstCharacter(std::string_view text) {
   const std::size_t length = kit::Utf8Length(text);
-  if (length == 0) return {kReplacement, 1};
+  if (length == 0) return {kReplacementCharacter, 1};
   return {kit::CodePoint(text.substr(0, length)), length};
 }
 
