@@ -31,6 +31,19 @@ using zuna_toolkit::Input;
                     (is_log ? "--division TICKS" : "--show-name NAME"));
 }
 
+/// What an option tells in place of the companion; nothing where none does.
+std::optional<FoundCompanion> StandIn(const Document& document, const CompanionOptions& options) {
+  FoundCompanion found;
+  if (document.type().is_log()) {
+    if (!options.division) return std::nullopt;
+    found.companion.division = *options.division;
+  } else {
+    if (!options.show_name) return std::nullopt;
+    found.companion.show_name = *options.show_name;
+  }
+  return found;
+}
+
 std::string OtherSongText(const CompanionFit::OtherSong& song, const std::string& companion) {
   const std::string begin = "song " + song.number + " has ";
   if (song.name != song.companion_name) {
@@ -57,6 +70,7 @@ Failure AboutCompanion(const Failure& failure, const std::string& input) {
   const bool is_composed = !parts.file.empty() && !parts.remedy.empty();
   parts.problem = "companion " + (is_composed ? parts.file + ": " + parts.problem : failure.what());
   parts.file = input;
+  parts.offset.reset();  // It is one of the companion.
   return {failure.code(), std::move(parts)};
 }
 
@@ -87,11 +101,13 @@ void AddCompanions(CLI::App& command, CompanionOptions& options) {
   command.add_option("--companions", options.folder, "Look for companions below DIR instead")
       ->type_name("DIR");
   command.add_flag("--any-companion", options.any, "Take a companion that shares no song with the input");
-  command.add_option("--show-name", options.show_name, "Name legacy shows so; their logs are not read")
+  command
+      .add_option("--show-name", options.show_name,
+                  "Name legacy shows so whose logs are lost, or the one show")
       ->type_name("NAME");
   command
       .add_option("--division", options.division,
-                  "Give all songs of legacy logs this division; their shows are not read")
+                  "Give all songs of legacy logs whose shows are lost, or of the one log, this division")
       ->type_name("TICKS");
 }
 
@@ -103,20 +119,13 @@ std::optional<std::string> CompanionPath(const Input& input, const CompanionOpti
 
 FoundCompanion FindCompanion(const Document& document, const Input& input, const CompanionOptions& options,
                              const Keys& keys) {
-  FoundCompanion stand_in;
-  const bool is_log = document.type().is_log();
-  if (is_log && options.division) {
-    stand_in.companion.division = *options.division;
-    return stand_in;
-  }
-  if (!is_log && options.show_name) {
-    stand_in.companion.show_name = *options.show_name;
-    return stand_in;
-  }
   const std::optional<std::string> path = CompanionPath(input, options);
   std::error_code ignored;
-  const bool is_named = options.file.has_value();
-  if (!path || (!is_named && !std::filesystem::is_regular_file(*path, ignored))) ThrowMissing(document, path);
+  const bool is_there = path && (options.file || std::filesystem::is_regular_file(*path, ignored));
+  if (options.for_one || !is_there) {
+    if (auto stand_in = StandIn(document, options)) return std::move(*stand_in);
+  }
+  if (!is_there) ThrowMissing(document, path);
   try {
     return ReadAndCheck(document, *path, options, keys);
   } catch (const std::bad_alloc&) {

@@ -20,6 +20,7 @@ struct CompanionOptions {
   bool any = false;                       ///< take one that does not belong
   std::optional<std::string> show_name;   ///< in place of the log of a show
   std::optional<std::uint16_t> division;  ///< in place of the show of a log; ticks of a quarter note
+  bool for_one = false;                   ///< for one file: these two stand even where its companion is there
 };
 
 /// Adds the options.

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "cli/batch/conversions.h"
+#include "cli/terminal/standard_streams.h"
 #include "toolkit/comparison/comparison.h"
 
 namespace zuna_cli {
@@ -22,6 +23,9 @@ void RequireWhatIsNeeded(const ConversionOptions& options) {
   if (options.resume && options.report.empty()) {
     throw Failure(ErrorCode::kUsage, "command line", "--resume needs the report to resume",
                   "give --report FILE");
+  }
+  if (options.report == kStandardStream) {
+    throw Failure(ErrorCode::kUsage, "command line", "a report is added to a file", "give --report FILE");
   }
   if (!options.accepted.empty() && !options.fail_on_loss) {
     throw Failure(ErrorCode::kUsage, "command line", "--accept is about --fail-on, which is not given",

@@ -70,7 +70,10 @@ class Converter {
 
   Outcome Convert(const Job& job, ReportLine& line) const {
     if (!job.same_as.empty()) {
-      return Passed(job.input.path, "is the same file as " + job.same_as + ", and is passed over", line);
+      Outcome outcome =
+          Passed(job.input.path, "is the same file as " + job.same_as + ", and is passed over", line);
+      if (job.same_as == job.input.path) outcome.report.clear();  // That line would hide the other one.
+      return outcome;
     }
     const bool exists = !options_.outputs.in_place && Exists(job.output);
     if (exists && options_.outputs.skip_existing) {
@@ -89,7 +92,9 @@ class Converter {
     const bool is_written = result.bytes && !options_.outputs.dry_run;
     if (is_written && destination) line.backup = destination->KeepOld();
     // Nothing needs memory once the output has its place.
-    if (HasReport()) result.outcome.report = ReportJson(line, result.outcome.status, nullptr);
+    if (HasReport() && !IsReported(result.outcome, line)) {
+      result.outcome.report = ReportJson(line, result.outcome.status, nullptr);
+    }
     if (result.bytes) placing_.Write(job, *result.bytes, destination);
     return std::move(result.outcome);
   }
@@ -109,9 +114,9 @@ class Converter {
       bytes = Bytes();
       const Losses losses(*document, converted->document, HasReport());
       line.notes = converted->notes;
+      line.losses = losses.json();
       RequireAccepted(losses, options_, document->name());
       TellConversion(*converted, *document, losses, is_one_of_many_, result.outcome);
-      line.losses = losses.json();
       document = std::move(converted->document);  // What was converted is not needed any more.
       bytes = Sealed(*document, key, OutputName(job.output), options_.outputs.verify);
     } else {
@@ -138,7 +143,7 @@ class Converter {
     Outcome outcome;
     outcome.status = Status::kSkipped;
     Say(outcome, name, text);
-    const bool is_reported = finished_.Contains(line.finished);
+    const bool is_reported = finished_.Contains(line.finished) && finished_.IsLast(line.path);
     if (HasReport() && !is_reported) outcome.report = ReportJson(line, outcome.status, nullptr);
     return outcome;
   }
@@ -152,6 +157,13 @@ class Converter {
     if (!finished_.Contains(mark)) return false;
     line.finished = mark;
     return true;
+  }
+
+  /// Whether an input that needs nothing is what an earlier run wrote in its place. That run's line stays the
+  /// last one: it has the backup and the losses.
+  bool IsReported(const Outcome& outcome, const ReportLine& line) const {
+    return outcome.status == Status::kCurrent && options_.outputs.in_place && finished_.IsLast(line.path) &&
+           finished_.Contains(WrittenMark(line.path, line.output, line.digest));
   }
 
   /// The companion that is there; empty for none.

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli/shared/input.h"
+#include "cli/terminal/text.h"
 #include "kit/error.h"
 #include "kit/file.h"
 #include "toolkit/words.h"
@@ -29,6 +30,16 @@ std::string_view MarkAt(std::string_view line, std::string_view key) {
   return is_whole ? line.substr(0, kMarkSize) : std::string_view();
 }
 
+/// The path of the input in a line, as JSON.
+std::string_view PathIn(std::string_view line) {
+  constexpr std::string_view kBefore = "\"path\": ";
+  constexpr std::string_view kAfter = ", \"digest\"";
+  const std::size_t begin = line.find(kBefore);
+  const std::size_t end = line.find(kAfter);
+  if (begin == std::string_view::npos || end == std::string_view::npos || end < begin) return {};
+  return line.substr(begin + kBefore.size(), end - begin - kBefore.size());
+}
+
 std::string Digest(const std::vector<std::string>& parts) {
   std::string all;
   for (const std::string& part : parts) all += part + '\0';
@@ -42,14 +53,31 @@ FinishedWork::FinishedWork(const std::string& path) {
   if (!std::filesystem::exists(path, ignored)) return;
   const std::vector<std::uint8_t> bytes = ReadInput(path, kMaxReport);
   const std::string_view text = zuna_toolkit::AsText(bytes);
-  // A key begins with a quotation mark that no text of JSON has inside: there it would be escaped.
-  for (const std::string_view key : {kFinishedKey, kWrittenKey}) {
-    for (std::size_t at = text.find(key); at != std::string_view::npos; at = text.find(key, at + 1)) {
-      const std::string_view mark = MarkAt(text.substr(at), key);
-      if (!mark.empty()) marks_.emplace(mark);
-    }
+  for (std::size_t begin = 0, end = 0; (end = text.find('\n', begin)) != std::string_view::npos;
+       begin = end + 1) {
+    Take(text.substr(begin, end - begin));
   }
 }
+
+void FinishedWork::Take(std::string_view line) {
+  bool is_finished = false;
+  // A key begins with a quotation mark that no text of JSON has inside: there it would be escaped.
+  for (const std::string_view key : {kFinishedKey, kWrittenKey}) {
+    const std::size_t at = line.find(key);
+    const std::string_view mark = at == std::string_view::npos ? "" : MarkAt(line.substr(at), key);
+    if (mark.empty()) continue;
+    marks_.emplace(mark);
+    is_finished = true;
+  }
+  const std::string path(PathIn(line));
+  if (is_finished) {
+    unfinished_.erase(path);
+  } else {
+    unfinished_.insert(path);
+  }
+}
+
+bool FinishedWork::IsLast(const std::string& path) const { return !unfinished_.contains(JsonString(path)); }
 
 std::string WrittenMark(const std::string& path, const std::string& output, const std::string& digest) {
   return Digest({"written", path, output, digest});

@@ -4,6 +4,7 @@
 #include <functional>
 #include <set>
 #include <string>
+#include <string_view>
 
 #include "cli/batch/output_options.h"
 #include "cli/batch/report.h"
@@ -22,9 +23,14 @@ class FinishedWork {
 
   bool empty() const { return marks_.empty(); }
   bool Contains(const std::string& mark) const { return marks_.contains(mark); }
+  /// Whether the last line about the input at `path` is one of finished work.
+  bool IsLast(const std::string& path) const;
 
  private:
+  void Take(std::string_view line);
+
   std::set<std::string, std::less<>> marks_;
+  std::set<std::string, std::less<>> unfinished_;  ///< paths, as JSON, whose last line has no marks
 };
 
 /// The mark of an output at the path `output` that has the content `digest`, made of the input at `path`.

@@ -2,6 +2,9 @@
 #include "cli/batch/loss_policy.h"
 
 #include <algorithm>
+#include <vector>
+
+#include "cli/shared/loss_text.h"
 
 namespace zuna_cli {
 
@@ -13,15 +16,17 @@ std::string PolicyText(const ConversionOptions& options) {
 
 void RequireAccepted(const Losses& losses, const ConversionOptions& options, const std::string& name) {
   if (!options.fail_on_loss) return;
-  std::string refused;
+  std::string codes;
+  std::vector<LossKind> refused;
   for (const LossKind& kind : losses.Kinds()) {
     const auto& accepted = options.accepted;
     if (std::find(accepted.begin(), accepted.end(), kind.code) != accepted.end()) continue;
-    refused += (refused.empty() ? "" : ",") + kind.code;
+    codes += (codes.empty() ? "" : ",") + kind.code;
+    refused.push_back(kind);
   }
   if (refused.empty()) return;
-  throw Failure(ErrorCode::kLossRefused, name, "would lose something (" + refused + ")",
-                "give --accept " + refused + " to let it go, or leave out --fail-on");
+  throw Failure(ErrorCode::kLossRefused, name, "would lose " + KindsText(refused),
+                "give --accept " + codes + " to let it go, or leave out --fail-on");
 }
 
 }  // namespace zuna_cli

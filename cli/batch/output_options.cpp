@@ -7,6 +7,8 @@
 #include <string>
 #include <utility>
 
+#include "cli/batch/placing.h"
+#include "cli/shared/context.h"
 #include "cli/shared/file_id.h"
 #include "cli/terminal/standard_streams.h"
 #include "kit/file.h"
@@ -25,7 +27,8 @@ using zuna_toolkit::Input;
 void RequireOneOutput(const OutputOptions& options, std::size_t inputs) {
   const int given =
       (options.file.empty() ? 0 : 1) + (options.folder.empty() ? 0 : 1) + (options.in_place ? 1 : 0);
-  if (given != 1) Refuse("the outputs are not named", "give one of -o, --out-dir and --in-place");
+  if (given == 0) Refuse("the outputs are not named", "give one of -o, --out-dir and --in-place");
+  if (given > 1) Refuse("the outputs are named twice", "give only one of -o, --out-dir and --in-place");
   if (!options.file.empty() && inputs > 1) {
     Refuse("-o is for one input, and there are " + std::to_string(inputs), "give --out-dir or --in-place");
   }
@@ -43,6 +46,11 @@ std::string WithoutLinks(const std::string& path) {
   return error ? path : whole.string();
 }
 
+bool IsLink(const std::string& path) {
+  std::error_code ignored;
+  return std::filesystem::is_symlink(path, ignored);
+}
+
 std::string OutputOf(const Input& input, const OutputOptions& options) {
   if (!options.file.empty()) return options.file;
   if (input.path == kStandardStream) Refuse("standard input has no name", "give -o");
@@ -50,15 +58,18 @@ std::string OutputOf(const Input& input, const OutputOptions& options) {
   return kit::path::Join(options.folder, input.relative);
 }
 
-/// Two inputs may have one output only where they are one file, which is worked on once.
+/// Two inputs may have one output only where they are one file, which is worked on once: by its own name,
+/// where its companion is looked for, and not by a link.
 void FindSame(std::vector<Job>& jobs) {
-  std::map<std::string, const Job*> known;
+  std::map<std::string, Job*> known;
   for (Job& job : jobs) {
     const auto [found, is_new] = known.emplace(WithoutLinks(job.output), &job);
     if (is_new) continue;
-    const Job& first = *found->second;
+    Job& first = *found->second;
     if (WithoutLinks(job.input.path) == WithoutLinks(first.input.path)) {
-      job.same_as = first.input.path;
+      const bool takes_over = IsLink(first.input.path) && !IsLink(job.input.path);
+      (takes_over ? first : job).same_as = (takes_over ? job : first).input.path;
+      if (takes_over) found->second = &job;
       continue;
     }
     Refuse(first.input.path + " and " + job.input.path + " have the same output " + job.output,
@@ -107,6 +118,7 @@ std::vector<Job> PlanOutputs(const std::vector<Input>& inputs, const OutputOptio
   RequireOneOutput(options, inputs.size());
   std::vector<Job> jobs;
   jobs.reserve(inputs.size());
+  if (Exists(options.folder)) RequireFolder(options.folder, "give a folder to --out-dir");
   for (const Input& input : inputs) jobs.push_back({input, OutputOf(input, options), ""});
   FindSame(jobs);
   if (!options.in_place) RequireNoneRead(jobs, companion_of);

@@ -53,8 +53,8 @@ void RunCopyFermatas(const CopyFermatasOptions& options, Context& context) {
       zuna_toolkit::CopyFermatas(zuna_toolkit::ReadDocument(source), zuna_toolkit::ReadDocument(destination));
   if (!options.output.force) RequireNothingErased(copy);
   if (!copy.erased_in.empty()) {
-    context.Note(place.name(),
-                 FermatasText(copy.erased_fermatas, copy.erased_attaccas) + " of its own replaced");
+    context.Note(place.name(), FermatasText(copy.erased_fermatas, copy.erased_attaccas) + " of " +
+                                   destination.name() + " erased");
   }
   context.Note(place.name(), FermatasText(copy.fermatas, copy.attaccas) + " copied from " + source.name() +
                                  ", in " + Counted(copy.songs, "song", "songs"));
@@ -77,11 +77,12 @@ void AddCopyFermatasCommand(CLI::App& app, Context& context) {
                    "The log that gets them, of a current version, which it keeps; rewritten in its place "
                    "unless -o is given")
       ->required();
-  AddOutput(*command, options->output)
-      ->description("Erase fermatas and attaccas that DESTINATION has itself; replace OUT when it exists");
-  command->get_option("--output")
-      ->required(false)
-      ->description("Write the result to OUT and leave DESTINATION as it is; - for standard output");
+  command
+      ->add_option("-o,--output", options->output.path,
+                   "Write the result to OUT and leave DESTINATION as it is; - for standard output")
+      ->type_name("OUT");
+  command->add_flag("--force", options->output.force,
+                    "Erase fermatas and attaccas that DESTINATION has itself; replace OUT when it exists");
   context.SetWork(*command, [options, &context] { RunCopyFermatas(*options, context); });
 }
 

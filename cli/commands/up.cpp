@@ -1,4 +1,5 @@
 // zuna-convert up
+#include <filesystem>
 #include <memory>
 
 #include "cli/batch/companions.h"
@@ -31,20 +32,26 @@ std::string TakenText(const FoundCompanion& found, bool is_log) {
   return ", divisions from " + found.companion.name;
 }
 
-Converted UpLegacy(const Document& legacy, const Input& input, const UpOptions& options, const Keys& keys) {
-  FoundCompanion found = FindCompanion(legacy, input, options.companions, keys);
-  return {zuna_toolkit::Up(legacy, found.companion, options.version),
-          VersionsText(legacy, options.version) + TakenText(found, legacy.type().is_log()),
-          std::move(found.notes)};
+Converted UpLegacy(const Document& legacy, const Input& input, const cmn::FileVersion& version,
+                   const CompanionOptions& companions, const Keys& keys) {
+  FoundCompanion found = FindCompanion(legacy, input, companions, keys);
+  return {zuna_toolkit::Up(legacy, found.companion, version),
+          VersionsText(legacy, version) + TakenText(found, legacy.type().is_log()), std::move(found.notes)};
 }
 
-std::optional<Converted> UpOne(const Document& document, const Input& input, const UpOptions& options,
-                               const Keys& keys) {
-  RequireTarget(document.type().kind, options.version);
-  if (document.type().is_legacy()) return UpLegacy(document, input, options, keys);
-  if (document.type().version == options.version) return std::nullopt;
-  return Converted{
-      zuna_toolkit::Convert(document, options.version), VersionsText(document, options.version), {}};
+std::optional<Converted> UpOne(const Document& document, const Input& input, const cmn::FileVersion& version,
+                               const CompanionOptions& companions, const Keys& keys) {
+  RequireTarget(document.type().kind, version);
+  if (document.type().is_legacy()) return UpLegacy(document, input, version, companions, keys);
+  if (document.type().version == version) return std::nullopt;
+  return Converted{zuna_toolkit::Convert(document, version), VersionsText(document, version), {}};
+}
+
+/// Whether one file was named, and not a folder or a list.
+bool IsOneFile(const InputOptions& inputs) {
+  std::error_code ignored;
+  return inputs.files_from.empty() && inputs.paths.size() == 1 &&
+         !std::filesystem::is_directory(inputs.paths.front(), ignored);
 }
 
 /// What changes the result, for the report.
@@ -58,10 +65,12 @@ std::string ReportOptions(const UpOptions& options) {
 }
 
 void RunUp(const UpOptions& options, Context& context) {
+  CompanionOptions companions = options.companions;
+  companions.for_one = IsOneFile(options.inputs);
   Conversion conversion;
   conversion.options = ReportOptions(options);
   conversion.convert = [&](const Document& document, const Input& input, const Keys& keys) {
-    return UpOne(document, input, options, keys);
+    return UpOne(document, input, options.version, companions, keys);
   };
   conversion.companion = options.companions.file;
   conversion.companion_path = [&](const Input& input) { return CompanionPath(input, options.companions); };

@@ -79,7 +79,9 @@ Noun NounOf(Subject subject, Action action) {
 std::string CountText(const LossKind& kind) {
   const Noun noun = NounOf(kind.subject, kind.action);
   const std::string more = kind.action == Action::kAdded ? "additional " : "";
-  return Counted(kind.count, more + noun.one, more + noun.many);
+  const std::string count = Counted(kind.count, more + noun.one, more + noun.many);
+  if (kind.action != Action::kApproximated) return count;
+  return (kind.count == 1 ? "the exact value of " : "the exact values of ") + count;
 }
 
 /// The beginning of a line about a loss.

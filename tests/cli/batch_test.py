@@ -179,6 +179,19 @@ class CompanionTest(FolderTest):
             "in/below/gala.showdata: needs its log, which has the name of the show, and in/below/gala.logdata is not there; "
             f"{remedy}"])
 
+    def test_takes_a_name_for_shows_whose_logs_are_lost_only(self):
+        os.remove(self.path("in/opera.logdata"))
+        self.assertEqual(self.said("up", "in", "-r", "--out-dir", "out", "--show-name", "Tosca", "--division", "96")[1:3], [
+            'in/below/gala.showdata: 1 song, 1 voice, 1 event, 0.0 -> 1.2, named "Gala" by its log, lossless',
+            'in/opera.showdata: 2 songs, 2 voices, 2 events, 0.0 -> 1.2, named "Tosca", lossless'])
+        self.assertIn('named "Tosca"', self.said("up", "in/below/gala.showdata", "-o", "one", "--show-name", "Tosca")[0])
+
+    def test_tells_that_a_companion_was_changed_in_transfer(self):
+        content = self.read("in/opera.logdata")
+        self.write("in/opera.logdata", content.replace(b"\r\n", b"\n", 1))
+        said = self.said("up", "in/opera.showdata", "-o", "out", code=BAD_INPUT)
+        self.assertIn("companion in/opera.logdata: was changed", said[0])
+
     def test_takes_a_name_in_place_of_a_log(self):
         os.remove(self.path("in/opera.logdata"))
         self.assertEqual(self.said("up", "in/opera.showdata", "-o", "out", "--show-name", "Tosca"), [
@@ -204,9 +217,16 @@ class CompanionTest(FolderTest):
 
 class OutputsTest(FolderTest):
     def test_wants_exactly_one_kind_of_output(self):
-        message = "command line: the outputs are not named; give one of -o, --out-dir and --in-place"
-        for options in ((), ("-o", "out", "--in-place"), ("--in-place", "--out-dir", "out")):
-            self.refuse("up", "in/opera.showdata", *options, code=USAGE, message=message)
+        self.refuse("up", "in/opera.showdata", code=USAGE,
+                    message="command line: the outputs are not named; give one of -o, --out-dir and --in-place")
+        for options in (("-o", "out", "--in-place"), ("--in-place", "--out-dir", "out")):
+            self.refuse("up", "in/opera.showdata", *options, code=USAGE,
+                        message="command line: the outputs are named twice; give only one of -o, --out-dir and --in-place")
+
+    def test_wants_a_folder_for_the_outputs(self):
+        self.write("file", "")
+        self.refuse("up", "in", "--out-dir", "file", code=IO,
+                    message="file: is not a folder; give a folder to --out-dir")
         self.refuse("up", "in", "-o", "out", code=USAGE,
                     message="command line: -o is for one input, and there are 2; give --out-dir or --in-place")
         self.refuse("up", "-", "--in-place", code=USAGE, message="command line: standard input has no name; give -o")
@@ -248,6 +268,12 @@ class OutputsTest(FolderTest):
         self.refuse("up", "in/opera.showdata", "in/below/gala.showdata", "--out-dir", "out", "--resume", "--report", "report",
                     code=REFUSED,
                     message="out/opera.showdata: is the companion of in/below/gala.showdata; give another output")
+
+    def test_works_on_a_file_by_its_own_name_and_not_by_a_link(self):
+        os.symlink("opera.showdata", self.path("in/a.showdata"))  # has no log
+        said = self.said("up", "in", "--in-place")
+        self.assertEqual(said[0], "in/a.showdata: is the same file as in/opera.showdata, and is passed over")
+        self.assertEqual(said[-1], "3 files: 2 done, 1 skipped, 0 failed")
 
     def test_works_once_on_a_file_with_two_names(self):
         os.symlink("opera.showdata", self.path("in/z.showdata"))
@@ -398,7 +424,7 @@ class LossTest(FolderTest):
 
     def test_refuses_losses_where_asked(self):
         self.refuse("down", "new/opera.showdata", "-o", "out", "--fail-on", "loss", code=REFUSED,
-                    message="new/opera.showdata: would lose something (show-name-dropped); give --accept "
+                    message="new/opera.showdata: would lose 1 show name; give --accept "
                             "show-name-dropped to let it go, or leave out --fail-on")
         self.run_tool("down", "new", "--out-dir", "out", "--fail-on", "loss", "--accept",
                       "show-name-dropped,division-dropped")
@@ -543,6 +569,39 @@ class ReportTest(FolderTest):
         self.write("report", '{"schemaVersion": 1, "path": "a"}\n{"schemaVersion": 1, "pa')
         self.run_tool("up", "in", "--out-dir", "out", "--report", "report")
         self.assertEqual([line["path"] for line in self.lines()], ["a", "in/opera.logdata", "in/opera.showdata"])
+
+    def test_keeps_the_line_of_finished_work_as_the_last_one(self):
+        run = ("up", "in", "--in-place", "--report", "report")
+        self.run_tool(*run)
+        before = self.read("report")
+        self.assertEqual(self.said(*run, "--resume")[-1], "2 files: 0 done, 2 already current, 0 failed")
+        self.assertEqual(self.read("report"), before)
+
+    def test_says_again_what_is_finished_after_a_failure(self):
+        run = ("up", "in", "--out-dir", "out", "--report", "report", "--resume")
+        self.run_tool(*run)
+        os.rename(self.path("in/opera.logdata"), self.path("log"))
+        self.run_tool(*run, code=IO)
+        self.assertEqual(self.lines()[-1]["status"], "failed")
+        os.rename(self.path("log"), self.path("in/opera.logdata"))
+        self.run_tool(*run)
+        self.assertEqual([(line["path"], line["status"]) for line in self.lines()[-1:]], [("in/opera.showdata", "skipped")])
+        count = len(self.lines())
+        self.run_tool(*run)
+        self.assertEqual(len(self.lines()), count)
+
+    def test_has_one_line_about_an_input_that_was_given_twice(self):
+        self.run_tool("up", "in/opera.showdata", "in/opera.showdata", "--out-dir", "out", "--report", "report")
+        self.assertEqual([line["status"] for line in self.lines()], ["done"])
+
+    def test_has_the_losses_that_were_refused(self):
+        self.run_tool("down", "new.showdata", "-o", "out", "--fail-on", "loss", "--report", "report", code=REFUSED)
+        line, = self.lines()
+        self.assertEqual([line["error"]["code"], line["losses"][0]["code"]], ["loss-refused", "show-name-dropped"])
+
+    def test_is_a_file(self):
+        self.refuse("up", "in", "--out-dir", "out", "--report", "-", code=USAGE,
+                    message="command line: a report is added to a file; give --report FILE")
 
     def test_is_no_output(self):
         done = self.run_tool("up", "in/opera.showdata", "-o", "report", "--report", "report", "--force", code=REFUSED)

@@ -48,7 +48,7 @@ class CopyFermatasTest(WithLogs):
         self.refuse("copy-fermatas", "source", "destination", "-o", "out", code=REFUSED, message=message)
         done = self.run_tool("copy-fermatas", "source", "destination", "--force")
         self.assertEqual(done.stderr.decode().splitlines(), [
-            "zuna-convert: destination: 1 fermata and 1 attacca of its own replaced",
+            "zuna-convert: destination: 1 fermata and 1 attacca of destination erased",
             "zuna-convert: destination: 2 fermatas and 2 attaccas copied from source, in 2 songs"])
         self.assertEqual(self.read("destination"), self.read("source"))
         self.run_tool("copy-fermatas", "source", "destination")  # once more changes nothing

@@ -133,7 +133,7 @@ class ComparisonTest(unittest.TestCase):
         said, folder = [], pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
         library = FakeLibrary([("accepted", "{}"), ("refused", "DataError"), ("ended", None)])
         comparison = compare.Comparison("show-1.2-1", library, folder, said.append)
-        for data in (version1.write("show", SHOW, (1, 2)), b"", b""):
+        for data in (version1.write("show", SHOW, (1, 2)), b"?", b"?"):
             comparison.compare("show", data)
         self.assertEqual(comparison.tally, {"different": 2, "both refused": 1})
         self.assertEqual(sorted(path.name for path in folder.iterdir()), ["show-1.2-1-1.show", "show-1.2-1-2.show"])

@@ -51,6 +51,8 @@ std::unique_ptr<Cipher> Decrypt(const Bytes& bytes, const CipherKey& key, Accept
     return std::make_unique<Cipher>(bytes, key.key, key.iv);
   } catch (const zuna_sec::EmptyError&) {
     throw;
+  } catch (const zuna_sec::ChangedInTransferError&) {
+    throw;
   } catch (const zuna_sec::NotEncryptedError&) {
     if (accept == Accept::kEncryptedOrPlain) return MakePlain(bytes);
     const PlainKind kind = PlainKindOf(AsText(bytes));
