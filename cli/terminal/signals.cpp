@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <string_view>
 
 #include "cli/terminal/failure.h"
@@ -17,9 +18,11 @@ namespace {
 /// What people, batch systems and timers send to end a program.
 constexpr std::array kEnding = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU, SIGALRM, SIGUSR1, SIGUSR2};
 
-volatile std::sig_atomic_t g_has_output = 0;
-volatile std::sig_atomic_t g_asked = 0;  ///< the signal that a DeferSignals holds back
-volatile std::sig_atomic_t g_is_deferring = 0;
+// Handlers and threads share them.
+static_assert(std::atomic<int>::is_always_lock_free);
+std::atomic<int> g_has_output = 0;
+std::atomic<int> g_asked = 0;  ///< the signal that a DeferSignals holds back
+std::atomic<int> g_is_deferring = 0;
 
 extern "C" void EndInterrupted(int) {
   constexpr std::string_view kWithout = "zuna-convert: interrupted\n";
@@ -35,8 +38,10 @@ extern "C" void EndInterrupted(int) {
 }
 
 extern "C" void AskToEnd(int number) {
-  if (g_asked != 0) _exit(static_cast<int>(ExitCode::kInterrupted));
-  g_asked = number;
+  int none = 0;
+  if (g_asked.compare_exchange_strong(none, number)) return;
+  // A person who asks again; other programs send some signals twice.
+  if (number == SIGINT) _exit(static_cast<int>(ExitCode::kInterrupted));
 }
 
 void SetHandler(int number, void (*handler)(int)) {

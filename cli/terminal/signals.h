@@ -33,7 +33,7 @@ class HoldSignals {
 };
 
 /// While it lives, the first of these signals only asks for the end of the command, so that files which are
-/// begun are finished, in whatever thread; a second one ends the program at once. The destructor of this
+/// begun are finished, in whatever thread; a SIGINT after it ends the program at once. The destructor of this
 /// object lets the first one through. There is one at a time.
 class DeferSignals {
  public:
