@@ -19,6 +19,7 @@
 #include "benchmarks/rows.h"
 #include "kit/file.h"
 #include "kit/format.h"
+#include "kit/hex.h"
 #include "zuna_midi/show_data.h"
 #include "zuna_sec/cipher_stream.h"
 
@@ -29,8 +30,7 @@ namespace zuna_bench {
 namespace {
 
 constexpr std::size_t kFiles = 2000;
-constexpr std::size_t kProcesses =
-    250;  // as many shows in one process are eight times as fast, or more shows are
+constexpr std::size_t kProcesses = 250;  // a process for each of 2,000 shows takes too long
 constexpr std::size_t kFewSongs = 3;
 constexpr std::size_t kFewVoices = 3;
 constexpr std::size_t kEvents = 7680;  // of the larger show of which each small one is a part: 5 KB are left
@@ -42,14 +42,6 @@ std::string Root() {
                      "zuna_folderXXXXXX";
   if (mkdtemp(root.data()) == nullptr) throw std::filesystem::filesystem_error("mkdtemp", root, {});
   return root;
-}
-
-std::string Hex(const std::vector<std::uint8_t>& bytes) {
-  std::string text;
-  for (const std::uint8_t byte : bytes) {
-    for (const int digit : {byte >> 4, byte & 15}) text += "0123456789abcdef"[digit];
-  }
-  return text;
 }
 
 /// A show as most are: a few songs, and the notes take most of its 5 KB.
@@ -116,7 +108,8 @@ Folders::Folders() : root_(Root()) {
   const auto show = Encrypted(SmallPlaintext());
   std::filesystem::create_directory(in());
   for (const std::string& name : Names(kFiles)) kit::WriteFileAtomically(in() + name, show);
-  std::ofstream(key()) << "key = " << Hex(kKey.key) << "\niv = " << Hex(kKey.iv) << '\n';
+  std::ofstream(key()) << "key = " << kit::EncodeHex(kKey.key) << "\niv = " << kit::EncodeHex(kKey.iv)
+                       << '\n';
   chmod(key().c_str(), kit::kOwnerOnly);
 }
 
