@@ -103,11 +103,11 @@ void AddCompanions(CLI::App& command, CompanionOptions& options) {
   command.add_flag("--any-companion", options.any, "Take a companion that shares no song with the input");
   command
       .add_option("--show-name", options.show_name,
-                  "Name legacy shows so whose logs are lost, or the one show")
+                  "The name of legacy shows whose logs are lost, or of the one show")
       ->type_name("NAME");
   command
       .add_option("--division", options.division,
-                  "Give all songs of legacy logs whose shows are lost, or of the one log, this division")
+                  "The division of all songs of legacy logs whose shows are lost, or of the one log")
       ->type_name("TICKS");
 }
 

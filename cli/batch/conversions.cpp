@@ -50,6 +50,7 @@ class Converter {
     line.path = job.input.path;
     line.options = conversion_.options + PolicyText(options_);
     line.output = job.output;
+    line.is_dry_run = options_.outputs.dry_run;
     try {
       return Convert(job, line);
     } catch (const std::bad_alloc&) {
@@ -76,7 +77,7 @@ class Converter {
       return outcome;
     }
     const bool exists = !options_.outputs.in_place && Exists(job.output);
-    if (exists && options_.outputs.skip_existing) {
+    if (exists && options_.outputs.skip_existing && !std::filesystem::is_directory(job.output)) {
       return Passed(job.output, "exists and is passed over", line);
     }
     std::optional<Destination> destination = placing_.Find(job);
@@ -150,7 +151,7 @@ class Converter {
 
   /// Whether the report has this input as finished, and what was written then is there.
   bool IsFinished(const Job& job, bool exists, ReportLine& line) const {
-    if (finished_.empty() || (!exists && !options_.outputs.in_place)) return false;
+    if (finished_.empty() || !exists) return false;
     const auto output = kit::ReadRegularFile(job.output, zuna_toolkit::kMaxFileSize);
     if (!output) return false;
     const std::string mark = FinishedMark(line, zuna_sec::Sha256Text(output->bytes()));

@@ -18,7 +18,7 @@ namespace zuna_cli {
 namespace {
 
 constexpr std::size_t kMarkSize = 64;                     // digits
-constexpr std::size_t kMaxReport = std::size_t{1} << 32;  // bytes
+constexpr std::size_t kMaxReport = std::size_t{1} << 31;  // bytes
 
 /// The value of the key that `line` begins with, where it is a mark.
 std::string_view MarkAt(std::string_view line, std::string_view key) {

@@ -20,7 +20,8 @@ namespace zuna_cli {
 
 namespace {
 
-constexpr std::string_view kBegin = "{\"schemaVersion\"";
+// No other output of the tool begins so.
+constexpr std::string_view kBegin = "{\"schemaVersion\": 1, \"status\": ";
 
 std::string_view StatusText(Status status) {
   switch (status) {
@@ -52,12 +53,13 @@ std::string JsonStrings(const std::vector<std::string>& texts) {
 
 std::string ReportJson(const ReportLine& line, Status status, const Failure* failure) {
   const int code = failure == nullptr ? 0 : static_cast<int>(failure->exit_code());
-  std::string json =
-      "{\"schemaVersion\": 1, \"path\": " + JsonString(line.path) +
-      ", \"digest\": " + TextOrNull(line.digest) + ", \"options\": " + JsonString(line.options) +
-      ", \"companion\": " + TextOrNull(line.companion) + ", \"notes\": " + JsonStrings(line.notes) +
-      ", \"output\": " + TextOrNull(line.output) + ", \"backup\": " + TextOrNull(line.backup) +
-      ", \"status\": \"" + std::string(StatusText(status)) + "\", \"exitCode\": " + std::to_string(code);
+  std::string json = std::string(kBegin) + '"' + std::string(StatusText(status)) +
+                     "\", \"path\": " + JsonString(line.path) + ", \"digest\": " + TextOrNull(line.digest) +
+                     ", \"options\": " + JsonString(line.options) +
+                     ", \"companion\": " + TextOrNull(line.companion) +
+                     ", \"notes\": " + JsonStrings(line.notes) + ", \"output\": " + TextOrNull(line.output) +
+                     ", \"backup\": " + TextOrNull(line.backup) + ", \"exitCode\": " + std::to_string(code);
+  if (line.is_dry_run) json += ", \"dryRun\": true";
   if (failure != nullptr) json += ", \"error\": " + ErrorJson(*failure);
   json += ", \"losses\": [" + line.losses + "]";
   if (failure == nullptr && !line.finished.empty()) {
@@ -92,7 +94,7 @@ Report::Report(const std::string& path) : path_(path) {
   if (::fstat(file_, &status) != 0 || !S_ISREG(status.st_mode) || status.st_size == 0) return;
   std::array<char, kBegin.size()> begin{};
   const ssize_t size = ::pread(file_, begin.data(), begin.size(), 0);
-  if (size < 0 || !kBegin.starts_with({begin.data(), static_cast<std::size_t>(size)})) {
+  if (size < 0 || kBegin != std::string_view(begin.data(), static_cast<std::size_t>(size))) {
     ::close(std::exchange(file_, -1));
     throw Failure(ErrorCode::kOutputExists, path, "exists and is no report", "give another file to --report");
   }
@@ -107,11 +109,17 @@ Report::~Report() {
 }
 
 void Report::Add(const std::string& line) {
+  const off_t before = ::lseek(file_, 0, SEEK_END);
   std::string_view rest = line;
   while (!rest.empty()) {
     const ssize_t count = ::write(file_, rest.data(), rest.size());
     if (count < 0 && errno == EINTR) continue;
-    if (count < 0) ThrowUnwritten(path_, errno);
+    if (count < 0) {
+      const int error = errno;
+      // Half a line would spoil the next one. A pipe has none to take back.
+      [[maybe_unused]] const int cut = before < 0 ? 0 : ::ftruncate(file_, before);
+      ThrowUnwritten(path_, error);
+    }
     rest.remove_prefix(static_cast<std::size_t>(count));
   }
 }

@@ -17,10 +17,11 @@ inline constexpr std::string_view kWrittenKey = "\"written\"";
 
 /// What a line of the report tells.
 struct ReportLine {
-  std::string path;       ///< of the input
-  std::string digest;     ///< SHA-256 of its bytes; empty where it could not be read
-  std::string options;    ///< the command and what changes its result
-  std::string companion;  ///< the path of the companion that was read; may be empty
+  std::string path;         ///< of the input
+  std::string digest;       ///< SHA-256 of its bytes; empty where it could not be read
+  std::string options;      ///< the command and what changes its result
+  std::string companion;    ///< the path of the companion that was read; may be empty
+  bool is_dry_run = false;  ///< nothing is written
   std::string output;
   std::string backup;  ///< the name that the old file in the place of the output got; may be empty
   std::vector<std::string> notes;  ///< what there is to say about the companion

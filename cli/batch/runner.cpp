@@ -61,8 +61,8 @@ class Telling {
   bool Take(Outcome&& outcome) {
     try {
       if (outcome.ends_command) std::rethrow_exception(outcome.ends_command);
+      if (outcome.failure) failures_.push_back(*outcome.failure);
       Tell(outcome);
-      if (outcome.failure) failures_.push_back(std::move(*outcome.failure));
       return failures_.empty() || !options_.fail_fast;
     } catch (...) {
       if (!ends_command_) ends_command_ = std::current_exception();

@@ -27,7 +27,7 @@ std::optional<std::string> SimilarNames::Find(const std::string& path) {
   const std::lock_guard lock(mutex_);
   const Names& names = NamesIn(folder);
   const auto found = names.find(zuna_toolkit::LowerCase(whole.filename().string()));
-  if (found == names.end()) return std::nullopt;
+  if (found == names.end() || found->second == whole.filename()) return std::nullopt;
   return kit::path::Join(folder, found->second);
 }
 

@@ -4,6 +4,7 @@ import json
 import os
 import pathlib
 import shutil
+import signal
 import subprocess
 import time
 import unittest
@@ -172,6 +173,7 @@ class CompanionTest(FolderTest):
         os.rename(self.path("in/opera.logdata"), self.path("in/Opera.LOGDATA"))
         os.rename(self.path("in/below/gala.logdata"), self.path("in/below/gala-2.logdata"))
         remedy = "give --companion or --companions, or --show-name NAME"
+        os.symlink("missing", self.path("in/below/gala.logdata"))  # is no other name for itself
         said = self.said("up", "in/opera.showdata", "in/below/gala.showdata", "--out-dir", "out", code=PART_FAILED)
         self.assertEqual(said[1:], [
             "in/opera.showdata: needs its log, which has the name of the show, and in/opera.logdata is not there, but "
@@ -308,7 +310,7 @@ class OutputsTest(FolderTest):
         said = self.said("up", "in", "--out-dir", "out", code=PART_FAILED)
         self.assertEqual(said[-1], "out/opera.logdata: exists; give --force to replace it, --skip-existing to pass over "
                                    "it, or another output")
-        self.write("report", '{"schemaVersion": 1}\n')
+        self.write("report", '{"schemaVersion": 1, "status": "done"}\n')
         said = self.said("up", "in/opera.logdata", "-o", "out/opera.logdata", "--report", "report", code=REFUSED)
         self.assertEqual(said[-1], "out/opera.logdata: exists; give --force to replace it, --skip-existing to pass over "
                                    "it, or --resume to go on after the report")
@@ -317,6 +319,8 @@ class OutputsTest(FolderTest):
         self.assertEqual([said[0], said[-1]], ["out/opera.logdata: exists and is passed over",
                                                "2 files: 1 done, 1 skipped, 0 failed"])
         self.assertEqual(self.read("out/opera.logdata"), b"there")
+        os.mkdir(self.path("folder"))
+        self.run_tool("up", "in/opera.showdata", "-o", "folder", "--skip-existing", code=REFUSED)
 
     def test_writes_nothing_in_a_dry_run(self):
         before = self.files()
@@ -566,7 +570,7 @@ class ReportTest(FolderTest):
 
     def test_loses_a_line_that_was_cut_off(self):
         self.run_tool("info", "in")
-        self.write("report", '{"schemaVersion": 1, "path": "a"}\n{"schemaVersion": 1, "pa')
+        self.write("report", '{"schemaVersion": 1, "status": "failed", "path": "a"}\n{"schemaVersion": 1, "st')
         self.run_tool("up", "in", "--out-dir", "out", "--report", "report")
         self.assertEqual([line["path"] for line in self.lines()], ["a", "in/opera.logdata", "in/opera.showdata"])
 
@@ -607,6 +611,22 @@ class ReportTest(FolderTest):
         done = self.run_tool("up", "in/opera.showdata", "-o", "report", "--report", "report", "--force", code=REFUSED)
         self.assertEqual(done.stderr, b"zuna-convert: report: is an input as well; give another output [output-is-input]\n")
 
+    def test_leaves_files_that_begin_alike(self):
+        for content in ("{", '{"schemaVersion": 3, "mine": "precious"}', '{"schemaVersion": 1, "path": "of check"}\n'):
+            self.write("mine", content)
+            self.refuse("up", "in", "--out-dir", "out", "--report", "mine", code=REFUSED,
+                        message="mine: exists and is no report; give another file to --report")
+            self.assertEqual(self.read("mine"), content.encode())
+
+    def test_says_where_nothing_was_written(self):
+        self.run_tool("up", "in", "--out-dir", "out", "-n", "--report", "report")
+        self.assertEqual([line["dryRun"] for line in self.lines()], [True, True])
+
+    def test_names_failures_though_it_cannot_be_written(self):
+        os.rename(self.path("in/opera.logdata"), self.path("in/gone.logdata"))
+        done = self.run_tool("up", "in/opera.showdata", "in/gone.logdata", "--out-dir", "out", "--report", "/dev/full", code=IO)
+        self.assertIn(b"in/opera.showdata: needs its log", done.stderr)
+
     def test_is_no_other_file(self):
         before = self.read("new.showdata")
         self.refuse("up", "in", "--out-dir", "out", "--report", "new.showdata", code=REFUSED,
@@ -631,6 +651,12 @@ class ReportTest(FolderTest):
 
 class InterruptTest(FolderTest):
     def test_finishes_files_that_are_begun(self):
+        self.interrupt((signal.SIGINT,), INTERRUPTED, "zuna-convert: interrupted\n")
+
+    def test_does_so_where_another_program_says_it_twice(self):
+        self.interrupt((signal.SIGTERM, signal.SIGTERM, signal.SIGHUP), -signal.SIGTERM, "")
+
+    def interrupt(self, signals, code, message):
         show = legacy_show(*(legacy_song(str(i), "Song") for i in range(200)))
         for i in range(300):
             self.encrypt(f"in/{i}.showdata", show) if i == 0 else self.write(f"in/{i}.showdata", self.read("in/0.showdata"))
@@ -638,10 +664,11 @@ class InterruptTest(FolderTest):
                               cwd=self.folder, env=self.environment, stderr=subprocess.PIPE) as process:
             while not os.path.exists(self.path("report")) or not self.read("report"):
                 time.sleep(0.01)
-            process.send_signal(2)
+            for number in signals:
+                process.send_signal(number)
             said = process.stderr.read().decode()
-            self.assertEqual(process.wait(timeout=60), INTERRUPTED, said)
-        self.assertRegex(said, r"302 files: \d+ done, 0 failed, \d+ not begun\nzuna-convert: interrupted\n$")
+            self.assertEqual(process.wait(timeout=60), code, said)
+        self.assertRegex(said, r"302 files: \d+ done, 0 failed, \d+ not begun\n" + message + "$")
         finished = [json.loads(line)["output"] for line in self.read("report").splitlines()]
         self.assertEqual(sorted(finished), self.written("out"))
         self.assertLess(len(finished), 302)
