@@ -117,14 +117,19 @@ std::optional<std::string> CompanionPath(const Input& input, const CompanionOpti
   return zuna_toolkit::OtherKindPath(kit::path::Join(options.folder, input.relative));
 }
 
-FoundCompanion FindCompanion(const Document& document, const Input& input, const CompanionOptions& options,
-                             const Keys& keys) {
+bool HasCompanion(const Input& input, const CompanionOptions& options) {
   const std::optional<std::string> path = CompanionPath(input, options);
   std::error_code ignored;
-  const bool is_there = path && (options.file || std::filesystem::is_regular_file(*path, ignored));
+  return path && (options.file || std::filesystem::is_regular_file(*path, ignored));
+}
+
+FoundCompanion FindCompanion(const Document& document, const Input& input, const CompanionOptions& options,
+                             const Keys& keys) {
+  const bool is_there = HasCompanion(input, options);
   if (options.for_one || !is_there) {
     if (auto stand_in = StandIn(document, options)) return std::move(*stand_in);
   }
+  const std::optional<std::string> path = CompanionPath(input, options);
   if (!is_there) ThrowMissing(document, path);
   try {
     return ReadAndCheck(document, *path, options, keys);

@@ -48,7 +48,7 @@ class Converter {
   Outcome operator()(const Job& job) const {
     ReportLine line;
     line.path = job.input.path;
-    line.options = conversion_.options + PolicyText(options_);
+    line.options = conversion_.options(job.input) + PolicyText(options_);
     line.output = job.output;
     line.is_dry_run = options_.outputs.dry_run;
     try {

@@ -37,7 +37,8 @@ struct Converted {
 
 /// One of the commands.
 struct Conversion {
-  std::string options;  ///< the command and what changes its result, for the report
+  /// The command and what changes its result for an input; for the report.
+  std::function<std::string(const zuna_toolkit::Input&)> options;
   zuna_toolkit::Expected expected = zuna_toolkit::Expected::kAny;  ///< what inputs may hold
   /// Converts what `input` holds. Nothing where it has the version that was asked for.
   std::function<std::optional<Converted>(const zuna_toolkit::Document& document,

@@ -15,7 +15,7 @@ std::optional<Converted> DownOne(const zuna_toolkit::Document& document) {
 
 void RunDown(const ConversionOptions& options, Context& context) {
   Conversion conversion;
-  conversion.options = "down";
+  conversion.options = [](const zuna_toolkit::Input&) { return "down"; };
   conversion.convert = [](const zuna_toolkit::Document& document, const zuna_toolkit::Input&, const Keys&) {
     return DownOne(document);
   };

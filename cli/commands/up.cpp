@@ -55,10 +55,11 @@ bool IsOneFile(const InputOptions& inputs) {
 }
 
 /// What changes the result, for the report.
-std::string ReportOptions(const UpOptions& options) {
-  const CompanionOptions& companions = options.companions;
-  std::string text = "up --to " + cmn::VersionText(options.version);
+std::string ReportOptions(const Input& input, const cmn::FileVersion& version,
+                          const CompanionOptions& companions) {
+  std::string text = "up --to " + cmn::VersionText(version);
   if (companions.any) text += " --any-companion";
+  if (!companions.for_one && HasCompanion(input, companions)) return text;
   if (companions.show_name) text += " --show-name " + *companions.show_name;
   if (companions.division) text += " --division " + std::to_string(*companions.division);
   return text;
@@ -68,7 +69,7 @@ void RunUp(const UpOptions& options, Context& context) {
   CompanionOptions companions = options.companions;
   companions.for_one = IsOneFile(options.inputs);
   Conversion conversion;
-  conversion.options = ReportOptions(options);
+  conversion.options = [&](const Input& input) { return ReportOptions(input, options.version, companions); };
   conversion.convert = [&](const Document& document, const Input& input, const Keys& keys) {
     return UpOne(document, input, options.version, companions, keys);
   };

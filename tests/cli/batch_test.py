@@ -594,6 +594,12 @@ class ReportTest(FolderTest):
         self.run_tool(*run)
         self.assertEqual(len(self.lines()), count)
 
+    def test_goes_on_with_a_name_for_lost_companions(self):
+        os.remove(self.path("in/opera.logdata"))
+        run = ("up", "in", "-r", "--out-dir", "out", "--report", "report", "--resume")
+        self.run_tool(*run, code=PART_FAILED)
+        self.assertEqual(self.said(*run, "--show-name", "Tosca")[-1], "3 files: 1 done, 2 skipped, 0 failed")
+
     def test_has_one_line_about_an_input_that_was_given_twice(self):
         self.run_tool("up", "in/opera.showdata", "in/opera.showdata", "--out-dir", "out", "--report", "report")
         self.assertEqual([line["status"] for line in self.lines()], ["done"])
