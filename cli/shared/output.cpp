@@ -45,6 +45,7 @@ void Destination::Write(std::span<const std::uint8_t> bytes, const std::function
   files_.Write(0, bytes, kit::kOwnerOnly);
   if (check) check();
   files_.Commit();
+  kept_.clear();  // It stays, whatever file has the place now.
 }
 
 std::vector<std::uint8_t> EncryptedBytes(zuna_sec::TwoFishCipherStream& stream, const std::string& name) try {
