@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <filesystem>
 
 #include "cli/shared/input.h"
 #include "cli/terminal/standard_streams.h"
@@ -57,12 +58,22 @@ std::vector<std::string> ReadList(const InputOptions& options) {
   return paths;
 }
 
-std::vector<std::string> AllPaths(const InputOptions& options) {
-  std::vector<std::string> paths = options.paths;
-  if (options.files_from.empty()) return paths;
-  std::vector<std::string> listed = ReadList(options);
-  std::move(listed.begin(), listed.end(), std::back_inserter(paths));
-  return paths;
+/// "a/b" for a file called "./a/b"; the name alone where its path leads out of the working folder.
+std::string BelowWorkingFolder(const zuna_toolkit::Input& file) {
+  const std::filesystem::path path = std::filesystem::path(file.path).lexically_normal();
+  const bool leads_out = path.is_absolute() || path.empty() || *path.begin() == "..";
+  return leads_out ? file.relative : path.string();
+}
+
+/// What the lines of a list name. Files keep their folders: a list is most often made of a tree.
+void AddListed(const std::vector<std::string>& listed, const zuna_toolkit::FolderSearch& search,
+               std::vector<zuna_toolkit::Input>& found) {
+  for (const std::string& path : listed) {
+    for (zuna_toolkit::Input& input : zuna_toolkit::FindInputs({path}, search)) {
+      if (input.path == path) input.relative = BelowWorkingFolder(input);
+      found.push_back(std::move(input));
+    }
+  }
 }
 
 std::string Where(const std::vector<std::string>& paths) {
@@ -110,16 +121,21 @@ std::vector<zuna_toolkit::Input> CollectInputs(const InputOptions& options, cons
                   "-0 is about the list of --files-from, and there is none",
                   "give --files-from, or leave out -0");
   }
-  const std::vector<std::string> paths = AllPaths(options);
-  if (paths.empty() && options.files_from.empty()) {
+  if (options.paths.empty() && options.files_from.empty()) {
     throw Failure(ErrorCode::kUsage, "command line", "no input is given",
                   "give files, folders or --files-from");
   }
+  std::vector<std::string> listed;
+  if (!options.files_from.empty()) listed = ReadList(options);
+  std::vector<std::string> paths = options.paths;
+  paths.insert(paths.end(), listed.begin(), listed.end());
   std::vector<std::string> streams = paths;
   if (!options.files_from.empty()) streams.push_back(options.files_from);
   if (companion) streams.push_back(*companion);
   context.CheckInputs(streams);
-  std::vector<zuna_toolkit::Input> found = zuna_toolkit::FindInputs(paths, {options.recursive, passed_over});
+  const zuna_toolkit::FolderSearch search{options.recursive, passed_over};
+  std::vector<zuna_toolkit::Input> found = zuna_toolkit::FindInputs(options.paths, search);
+  AddListed(listed, search, found);
   if (companion && found.size() > 1) {
     throw Failure(ErrorCode::kUsage, "command line",
                   "--companion is for one input, and there are " + std::to_string(found.size()),

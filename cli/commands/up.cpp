@@ -66,6 +66,9 @@ std::string ReportOptions(const Input& input, const cmn::FileVersion& version,
 }
 
 void RunUp(const UpOptions& options, Context& context) {
+  if (!options.companions.folder.empty()) {
+    RequireFolder(options.companions.folder, "give a folder to --companions");
+  }
   CompanionOptions companions = options.companions;
   companions.for_one = IsOneFile(options.inputs);
   Conversion conversion;

@@ -169,6 +169,10 @@ class CompanionTest(FolderTest):
         info = json.loads(self.run_tool("info", "--json", "out/below/gala.showdata").stdout)
         self.assertEqual(info["showName"], "Gala")
 
+    def test_wants_a_folder_of_companions(self):
+        self.refuse("up", "in", "--companions", "none", "--out-dir", "out", code=IO,
+                    message="none: is not a folder; give a folder to --companions")
+
     def test_tells_of_a_companion_in_another_case(self):
         os.rename(self.path("in/opera.logdata"), self.path("in/Opera.LOGDATA"))
         os.rename(self.path("in/below/gala.logdata"), self.path("in/below/gala-2.logdata"))
@@ -218,6 +222,11 @@ class CompanionTest(FolderTest):
 
 
 class OutputsTest(FolderTest):
+    def test_keeps_the_folders_of_files_in_a_list(self):
+        self.write("list", "./in/opera.showdata\nin/below/gala.showdata\n" + self.path("in/opera.logdata") + "\n")
+        self.run_tool("up", "--files-from", "list", "--out-dir", "out")
+        self.assertEqual(self.written("out"), ["out/in/below/gala.showdata", "out/in/opera.showdata", "out/opera.logdata"])
+
     def test_wants_exactly_one_kind_of_output(self):
         self.refuse("up", "in/opera.showdata", code=USAGE,
                     message="command line: the outputs are not named; give one of -o, --out-dir and --in-place")
