@@ -35,14 +35,15 @@ struct Result {
 class Converter {
  public:
   Converter(const ConversionOptions& options, const Context& context, const Conversion& conversion,
-            const Keys& keys, bool is_one_of_many)
+            const Keys& keys, bool is_one_of_many, FinishedWork finished, Report* report)
       : options_(options),
         context_(context),
         conversion_(conversion),
         keys_(keys),
         is_one_of_many_(is_one_of_many),
-        finished_(options.resume ? FinishedWork(options.report) : FinishedWork()),
-        placing_(options, context, conversion, finished_) {}
+        finished_(std::move(finished)),
+        placing_(options, context, conversion, finished_),
+        report_(report) {}
 
   /// What it throws is a lack of memory or an interrupt.
   Outcome operator()(const Job& job) const {
@@ -92,6 +93,7 @@ class Converter {
     Result result = Make(job, std::move(file), *key, std::move(bytes), line);
     const bool is_written = result.bytes && !options_.outputs.dry_run;
     if (is_written && destination) line.backup = destination->KeepOld();
+    if (report_ != nullptr && !line.backup.empty()) report_->Add(BegunJson(line));
     // Nothing needs memory once the output has its place.
     if (HasReport() && !IsReported(result.outcome, line)) {
       result.outcome.report = ReportJson(line, result.outcome.status, nullptr);
@@ -180,6 +182,7 @@ class Converter {
   bool is_one_of_many_;  ///< of the inputs, each of which says less then
   FinishedWork finished_;
   Placing placing_;
+  Report* report_;  ///< null for none
 };
 
 }  // namespace
@@ -190,9 +193,11 @@ void ConvertAll(const ConversionOptions& options, Context& context, const Conver
   std::vector<Job> jobs = PlanOutputs(inputs, options.outputs, conversion.companion_path);
   KeepShard(jobs, options.inputs.shard, [](const Job& job) -> const std::string& { return job.input.path; });
   const Keys keys = context.ReadKeys();
-  const Converter converter(options, context, conversion, keys, jobs.size() > 1);
+  FinishedWork finished = options.resume ? FinishedWork(options.report) : FinishedWork();
   const std::unique_ptr<Report> report =
       options.report.empty() ? nullptr : std::make_unique<Report>(options.report);
+  const Converter converter(options, context, conversion, keys, jobs.size() > 1, std::move(finished),
+                            report.get());
   // With shards, other machines may work in the same folders, and not all file systems tell of their locks.
   if (!options.outputs.dry_run && options.inputs.shard.count == 1) RemoveLeftovers(jobs);
   Batch batch;

@@ -49,11 +49,9 @@ std::string JsonStrings(const std::vector<std::string>& texts) {
                 "check the path and whether there is space");
 }
 
-}  // namespace
-
-std::string ReportJson(const ReportLine& line, Status status, const Failure* failure) {
+std::string LineJson(const ReportLine& line, std::string_view status, const Failure* failure) {
   const int code = failure == nullptr ? 0 : static_cast<int>(failure->exit_code());
-  std::string json = std::string(kBegin) + '"' + std::string(StatusText(status)) +
+  std::string json = std::string(kBegin) + '"' + std::string(status) +
                      "\", \"path\": " + JsonString(line.path) + ", \"digest\": " + TextOrNull(line.digest) +
                      ", \"options\": " + JsonString(line.options) +
                      ", \"companion\": " + TextOrNull(line.companion) +
@@ -67,6 +65,18 @@ std::string ReportJson(const ReportLine& line, Status status, const Failure* fai
             ": \"" + line.written + '"';
   }
   return json + "}\n";
+}
+
+}  // namespace
+
+std::string ReportJson(const ReportLine& line, Status status, const Failure* failure) {
+  return LineJson(line, StatusText(status), failure);
+}
+
+std::string BegunJson(const ReportLine& line) {
+  ReportLine begun = line;
+  begun.finished.clear();
+  return LineJson(begun, "begun", nullptr);
 }
 
 Outcome WithFailureJson(const std::string& path, const std::function<Outcome()>& work) {
@@ -109,6 +119,7 @@ Report::~Report() {
 }
 
 void Report::Add(const std::string& line) {
+  const std::lock_guard lock(mutex_);
   const off_t before = ::lseek(file_, 0, SEEK_END);
   std::string_view rest = line;
   while (!rest.empty()) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,6 +34,10 @@ struct ReportLine {
 /// The line, with its line break. `failure` is null where there is none.
 std::string ReportJson(const ReportLine& line, Status status, const Failure* failure);
 
+/// The line, with its line break, about an old file that has its backup: what is written in its place
+/// follows. After a kill, nothing else tells where the old file is.
+std::string BegunJson(const ReportLine& line);
+
 /// What `work` returns. Where it throws, the outcome is that failure, with a line of JSON about it as its
 /// text; a lack of memory is thrown on.
 Outcome WithFailureJson(const std::string& path, const std::function<Outcome()>& work);
@@ -46,10 +51,11 @@ class Report {
   Report& operator=(const Report&) = delete;
   ~Report();
 
-  /// Throws Failure (kIo).
+  /// Throws Failure (kIo). Several threads may call it at a time.
   void Add(const std::string& line);
 
  private:
+  std::mutex mutex_;
   std::string path_;
   int file_ = -1;
 };

@@ -10,7 +10,7 @@ import time
 import unittest
 
 import archive
-from tool import BAD_INPUT, IO, PART_FAILED, TOOL, WRONG_KEY, ToolTest
+from tool import BAD_INPUT, IO, PART_FAILED, TOOL, WRONG_KEY, ToolTest, undo_command
 
 FILES = int(os.environ.get("ZUNA_ARCHIVE_FILES", "2000"))
 KILLS = 3
@@ -101,6 +101,9 @@ class ArchiveTest(ToolTest):
                 expected[f"in/{name}"] = file.converted
                 expected[f"in/{name}.~1~"] = file.content
         self.expect_files(expected)
+        if shutil.which("jq"):
+            subprocess.run(["sh", "-c", undo_command().replace("up.json", "report")], cwd=self.folder, check=False)
+            self.expect_files(self.before)
 
 
 if __name__ == "__main__":

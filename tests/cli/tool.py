@@ -2,6 +2,7 @@
 
 import json
 import os
+import pathlib
 import re
 import shutil
 import struct
@@ -19,6 +20,13 @@ KEY_FILE.flush()
 # The exit codes.
 DONE, NEGATIVE, USAGE, REFUSED, BAD_INPUT, WRONG_KEY, IO, PART_FAILED, NOTHING_MATCHED = range(9)
 INTERRUPTED, CLOSED_PIPE = 130, 141
+
+
+def undo_command():
+    """The command of docs/folders.md that undoes --in-place by the report up.json."""
+    page = pathlib.Path(__file__).parents[2] / "docs/folders.md"
+    command, = (line for line in page.read_text().splitlines() if ".backup" in line and "| sh" in line)
+    return command
 
 
 def without_codes(said):
