@@ -64,14 +64,10 @@ std::vector<std::string> NotesOf(const CompanionFit& fit, const std::string& com
   return notes;
 }
 
-/// The failure of a companion, as one of the input called `input`.
+/// The failure of a companion, with a message about the input called `input`. Its parts are those of the
+/// companion.
 Failure AboutCompanion(const Failure& failure, const std::string& input) {
-  zuna_toolkit::ErrorParts parts = failure.parts();
-  const bool is_composed = !parts.file.empty() && !parts.remedy.empty();
-  parts.problem = "companion " + (is_composed ? parts.file + ": " + parts.problem : failure.what());
-  parts.file = input;
-  parts.offset.reset();  // It is one of the companion.
-  return {failure.code(), std::move(parts)};
+  return {failure.code(), failure.parts(), input + ": companion " + failure.what()};
 }
 
 FoundCompanion ReadAndCheck(const Document& document, const std::string& path,

@@ -89,6 +89,7 @@ Outcome WithFailureJson(const std::string& path, const std::function<Outcome()>&
     outcome.status = Status::kFailed;
     outcome.failure = CurrentFailure();
     outcome.text = "{\"schemaVersion\": 1, \"path\": " + JsonString(path) +
+                   ", \"exitCode\": " + std::to_string(static_cast<int>(outcome.failure->exit_code())) +
                    ", \"error\": " + ErrorJson(*outcome.failure) + "}\n";
     return outcome;
   }

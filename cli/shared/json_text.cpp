@@ -18,8 +18,8 @@ std::string TextOrNull(const std::string& text) { return text.empty() ? "null" :
 
 std::string ErrorJson(const zuna_toolkit::Error& error) {
   const zuna_toolkit::ErrorParts& parts = error.parts();
-  return "{\"code\": \"" + std::string(CodeText(error.code())) +
-         "\", \"message\": " + JsonString(error.what()) + ", \"remedy\": " + TextOrNull(parts.remedy) +
+  return "{\"code\": \"" + std::string(CodeText(error.code())) + "\", \"file\": " + TextOrNull(parts.file) +
+         ", \"message\": " + JsonString(error.what()) + ", \"remedy\": " + TextOrNull(parts.remedy) +
          ", \"song\": " + TextOrNull(parts.song) + ", \"field\": " + TextOrNull(parts.field) +
          ", \"offset\": " + NumberOrNull(parts.offset) + "}";
 }

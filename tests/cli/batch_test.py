@@ -647,7 +647,8 @@ class ReportTest(FolderTest):
         self.write("in/opera.logdata", self.read("in/opera.logdata")[:-1])
         self.run_tool("up", "in/opera.showdata", "-o", "out", "--report", "report", code=BAD_INPUT)
         line = self.lines()[0]
-        self.assertEqual((line["companion"], line["error"]["code"]), ("in/opera.logdata", "cut-off"))
+        self.assertEqual((line["companion"], line["error"]["code"], line["error"]["file"]),
+                         ("in/opera.logdata", "cut-off", "in/opera.logdata"))
 
     def test_is_needed_to_resume(self):
         self.refuse("up", "in", "--out-dir", "out", "--resume", code=USAGE,

@@ -3,7 +3,7 @@
 import json
 import unittest
 
-from tool import BAD_INPUT, PART_FAILED, WithShows, legacy_show, legacy_song
+from tool import BAD_INPUT, IO, PART_FAILED, WithShows, legacy_show, legacy_song
 
 
 class InfoTest(WithShows):
@@ -34,6 +34,7 @@ class InfoTest(WithShows):
         self.assertEqual([(info["path"], info.get("error", {}).get("code")) for info in infos],
                          [("bad", "not-encrypted"), ("new.showdata", None), ("none", "not-found")])
         self.assertEqual(infos[2]["error"]["remedy"], "check the path")
+        self.assertEqual((infos[2]["error"]["file"], infos[2]["exitCode"]), (infos[2]["path"], IO))
         self.assertRegex(done.stderr, b"^zuna-convert: bad: .*\nzuna-convert: none: .*\n$")
         self.assertEqual(self.run_tool("info", "bad", code=BAD_INPUT).stdout, b"")
 
