@@ -79,7 +79,7 @@ Noun NounOf(Subject subject, Action action) {
 std::string CountText(const LossKind& kind) {
   const Noun noun = NounOf(kind.subject, kind.action);
   const std::string more = kind.action == Action::kAdded ? "additional " : "";
-  const std::string count = Counted(kind.count, more + noun.one, more + noun.many);
+  std::string count = Counted(kind.count, more + noun.one, more + noun.many);
   if (kind.action != Action::kApproximated) return count;
   return (kind.count == 1 ? "the exact value of " : "the exact values of ") + count;
 }
