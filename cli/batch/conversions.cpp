@@ -1,6 +1,7 @@
 // Commands that make one file of each input.
 #include "cli/batch/conversions.h"
 
+#include <filesystem>
 #include <memory>
 #include <new>
 #include <utility>
@@ -68,7 +69,7 @@ class Converter {
   }
 
  private:
-  bool HasReport() const { return !options_.report.empty(); }
+  bool HasReport() const { return report_ != nullptr; }
 
   Outcome Convert(const Job& job, ReportLine& line) const {
     if (!job.same_as.empty()) {
@@ -78,7 +79,8 @@ class Converter {
       return outcome;
     }
     const bool exists = !options_.outputs.in_place && Exists(job.output);
-    if (exists && options_.outputs.skip_existing && !std::filesystem::is_directory(job.output)) {
+    std::error_code ignored;  // What cannot be looked at is told where its place is found.
+    if (exists && options_.outputs.skip_existing && !std::filesystem::is_directory(job.output, ignored)) {
       return Passed(job.output, "exists and is passed over", line);
     }
     std::optional<Destination> destination = placing_.Find(job);
@@ -93,7 +95,7 @@ class Converter {
     Result result = Make(job, std::move(file), *key, std::move(bytes), line);
     const bool is_written = result.bytes && !options_.outputs.dry_run;
     if (is_written && destination) line.backup = destination->KeepOld();
-    if (report_ != nullptr && !line.backup.empty()) report_->Add(BegunJson(line));
+    if (HasReport() && !line.backup.empty()) report_->Add(BegunJson(line));
     // Nothing needs memory once the output has its place.
     if (HasReport() && !IsReported(result.outcome, line)) {
       result.outcome.report = ReportJson(line, result.outcome.status, nullptr);
@@ -156,9 +158,11 @@ class Converter {
     if (finished_.empty() || !exists) return false;
     const auto output = kit::ReadRegularFile(job.output, zuna_toolkit::kMaxFileSize);
     if (!output) return false;
-    const std::string mark = FinishedMark(line, zuna_sec::Sha256Text(output->bytes()));
+    const std::string digest = zuna_sec::Sha256Text(output->bytes());
+    const std::string mark = FinishedMark(line, digest);
     if (!finished_.Contains(mark)) return false;
     line.finished = mark;
+    line.written = WrittenMark(line.path, line.output, digest);
     return true;
   }
 

@@ -10,6 +10,7 @@
 #include "kit/error.h"
 #include "kit/file.h"
 #include "platform/kit/internal/system_calls.h"
+#include "platform/kit/internal/target.h"
 
 namespace kit {
 
@@ -22,8 +23,7 @@ constexpr unsigned kMostBackups = 99999;
 bool IsSameFile(const std::string& a, const std::string& b) {
   struct stat first {};
   struct stat second {};
-  return ::lstat(a.c_str(), &first) == 0 && ::lstat(b.c_str(), &second) == 0 &&
-         first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+  return ::lstat(a.c_str(), &first) == 0 && ::lstat(b.c_str(), &second) == 0 && IdOf(first) == IdOf(second);
 }
 
 /// Some file systems have no hard links, and some files must get none. Where something else is wrong, the
