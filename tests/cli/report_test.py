@@ -1,0 +1,262 @@
+"""The report of a conversion, and going on after it."""
+
+import json
+import os
+import shutil
+import signal
+import subprocess
+import time
+import unittest
+
+from folder import FolderTest
+from tool import (BAD_INPUT, INTERRUPTED, IO, PART_FAILED, REFUSED, TOOL, USAGE, legacy_log, legacy_show, legacy_song,
+                  legacy_song_log, undo_command)
+
+
+class ReportTest(FolderTest):
+    def lines(self):
+        return [json.loads(line) for line in self.read("report").splitlines()]
+
+    def test_has_a_line_for_each_input(self):
+        self.write("in/bad.showdata", "bad")
+        self.run_tool("up", "in", "--out-dir", "out", "--report", "report", code=PART_FAILED)
+        bad, log, show = self.lines()
+        self.assertEqual((bad["path"], bad["status"], bad["exitCode"], bad["error"]["code"]),
+                         ("in/bad.showdata", "failed", BAD_INPUT, "not-encrypted"))
+        self.assertEqual(bad["error"]["remedy"], "give an encrypted show or log file")
+        self.assertEqual((log["status"], log["options"], log["companion"], log["losses"]),
+                         ("done", "up --to 1.2", "in/opera.showdata", []))
+        self.assertEqual((show["output"], show["exitCode"]), ("out/opera.showdata", 0))
+        sums = subprocess.run(["sha256sum", "in/opera.showdata"], cwd=self.folder, check=True, capture_output=True)
+        self.assertEqual(show["digest"], sums.stdout.decode().split()[0])
+
+    def test_has_every_loss(self):
+        self.run_tool("up", "in", "--out-dir", "new")
+        self.run_tool("down", "new/opera.showdata", "-o", "out", "--report", "report")
+        loss = self.lines()[0]["losses"][0]
+        self.assertEqual((loss["code"], loss["before"], loss["count"]), ("show-name-dropped", "My Show", 1))
+
+    def test_names_the_backups_of_old_files(self):
+        self.run_tool("up", "in", "--out-dir", "out", "--report", "report")
+        self.run_tool("up", "in", "--in-place", "-n", "--report", "report")
+        self.run_tool("up", "in", "--in-place", "--report", "report")
+        self.run_tool("up", "in", "--in-place", "--report", "report")
+        self.run_tool("down", "in/opera.logdata", "--in-place", "--report", "report")
+        path = os.path.realpath(self.path("in/opera."))
+        self.assertEqual([line["backup"] for line in self.lines() if line["status"] != "begun"], [None] * 4 + [
+            path + "logdata.~1~", path + "showdata.~1~", None, None, path + "logdata.~2~"])
+
+    @unittest.skipUnless(shutil.which("jq"), "there is no jq here")
+    def test_undoes_what_was_done_in_place(self):
+        for name in ("-q", "it's $HOME `ls` \\", "two\nlines", "\u00e9 \"x\""):
+            self.write(f"in/{name}.showdata", self.read("in/opera.showdata"))
+            self.write(f"in/{name}.logdata", self.read("in/opera.logdata"))
+            self.write(f"in/{name}.showdata.~1~", "an older backup")
+        before = self.files()
+        for command in ("up", "down", "up"):
+            self.run_tool(command, "in", "-r", "--in-place", "--report", "up.json")
+        self.assertNotEqual(self.files()["in/-q.showdata"], before["in/-q.showdata"])
+        subprocess.run(["sh", "-c", undo_command()], cwd=self.folder, check=False)
+        os.remove(self.path("up.json"))
+        self.assertEqual(self.files(), before)
+
+    def test_has_the_notes_about_a_companion(self):
+        self.encrypt("in/opera.showdata", legacy_show(legacy_song("2", "Two"), legacy_song("3", "Three")))
+        self.encrypt("in/opera.logdata", legacy_log(legacy_song_log("2", "Two"), legacy_song_log("3", "Drei"),
+                                                    legacy_song_log("4", "Four")))
+        self.run_tool("up", "in", "-qq", "--out-dir", "out", "--report", "report")
+        log, show = self.lines()
+        self.assertEqual(log["notes"], [
+            "song 4 is not in in/opera.showdata; the division stays 0",
+            'song 3 has another name in in/opera.showdata: "Drei", there "Three"'])
+        self.assertEqual(show["notes"], ['song 3 has another name in in/opera.logdata: "Three", there "Drei"'])
+        self.run_tool("down", "out/opera.showdata", "-o", "old", "--report", "report")
+        self.assertEqual(self.lines()[-1]["notes"], [])
+
+    def resume(self, *arguments, **options):
+        return self.said("up", "in", "-r", "--out-dir", "out", "--report", "report", "--resume", *arguments, **options)
+
+    def test_is_resumed_without_doing_anything_twice(self):
+        self.write("in/bad.showdata", "bad")
+        self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report", code=PART_FAILED)
+        before = self.files()
+        self.assertEqual(self.resume(code=PART_FAILED)[-2], "5 files: 0 done, 4 skipped, 1 failed")
+        after = self.files()
+        self.assertEqual({name: after[name] for name in before if name != "report"},
+                         {name: before[name] for name in before if name != "report"})
+        self.assertEqual(len(self.lines()), 6)  # the failure again, and nothing else
+
+    def test_does_again_what_has_changed(self):
+        self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report")
+        os.remove(self.path("out/below/gala.showdata"))
+        self.encrypt("in/opera.logdata", legacy_log(legacy_song_log("2", "Two"), show_name="New"))
+        os.remove(self.path("out/opera.logdata"))
+        os.remove(self.path("out/opera.showdata"))
+        self.assertEqual(self.resume()[-1], "4 files: 3 done, 1 skipped, 0 failed")
+
+    def test_replaces_what_it_wrote_for_an_older_input(self):
+        self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report")
+        old = self.read("out/below/gala.showdata")
+        self.encrypt("in/below/gala.showdata", legacy_show(legacy_song("1", "One", tracks=((1, "Organ"),))))
+        before = self.files()
+        self.assertEqual(self.resume("-n")[-1], "4 files: 2 would be done, 2 skipped, 0 failed")
+        self.assertEqual({name: content for name, content in self.files().items() if name != "report"},
+                         {name: content for name, content in before.items() if name != "report"})
+        self.assertEqual(self.resume()[-1], "4 files: 2 done, 2 skipped, 0 failed")  # the show, and the log again
+        self.assertNotEqual(self.read("out/below/gala.showdata"), old)
+        self.assertEqual(self.resume()[-1], "4 files: 0 done, 4 skipped, 0 failed")
+
+    def test_replaces_nothing_that_it_did_not_write(self):
+        self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report")
+        self.encrypt("in/below/gala.showdata", legacy_show(legacy_song("1", "One", tracks=((1, "Organ"),))))
+        for content in (b"another", self.read("out/opera.showdata")):
+            self.write("out/below/gala.showdata", content)
+            self.assertEqual(self.resume(code=PART_FAILED)[-1],
+                             "out/below/gala.showdata: exists, and is not what the report says was written for "
+                             "in/below/gala.showdata; give --force to replace it, or --skip-existing to pass over it")
+            self.assertEqual(self.read("out/below/gala.showdata"), content)
+
+    def test_knows_what_was_written_and_not_reported(self):
+        self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report")
+        lines = self.read("report").splitlines(keepends=True)
+        self.write("report", b"".join(lines[:2]) + lines[2][:100])
+        self.assertEqual(self.resume()[-1], "4 files: 2 done, 2 skipped, 0 failed")
+        self.write("out/opera.logdata", "another")
+        self.write("report", b"")
+        self.assertEqual(self.resume(code=PART_FAILED)[-1],
+                         "out/opera.logdata: exists, and is not what the report says was written for in/opera.logdata; "
+                         "give --force to replace it, or --skip-existing to pass over it")
+
+    def test_does_again_what_is_not_there_as_it_was_written(self):
+        self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report")
+        self.write("out/opera.logdata", "")
+        self.assertEqual(self.resume(code=PART_FAILED)[-1],
+                         "out/opera.logdata: exists, and is not what the report says was written for in/opera.logdata; "
+                         "give --force to replace it, or --skip-existing to pass over it")
+        self.run_tool("up", "in", "--in-place", "--report", "place")
+        os.rename(self.path("in/opera.showdata.~1~"), self.path("in/opera.showdata"))
+        said = self.said("up", "in", "--in-place", "--report", "place", "--resume")
+        self.assertEqual(said[-1], "2 files: 1 done, 1 already current, 0 failed")
+
+    def test_takes_nothing_for_finished_that_was_not_written(self):
+        self.run_tool("up", "in", "--in-place", "-n", "--report", "report")
+        self.assertNotIn(b"finished", self.read("report"))
+        said = self.said("up", "in", "--in-place", "--report", "report", "--resume")
+        self.assertEqual(said[-1], "2 files: 2 done, 0 failed")
+
+    def test_loses_a_line_that_was_cut_off(self):
+        self.run_tool("info", "in")
+        self.write("report", '{"schemaVersion": 1, "status": "failed", "path": "a"}\n{"schemaVersion": 1, "st')
+        self.run_tool("up", "in", "--out-dir", "out", "--report", "report")
+        self.assertEqual([line["path"] for line in self.lines()], ["a", "in/opera.logdata", "in/opera.showdata"])
+
+    def test_keeps_the_line_of_finished_work_as_the_last_one(self):
+        run = ("up", "in", "--in-place", "--report", "report")
+        self.run_tool(*run)
+        before = self.read("report")
+        self.assertEqual(self.said(*run, "--resume")[-1], "2 files: 0 done, 2 already current, 0 failed")
+        self.assertEqual(self.read("report"), before)
+
+    def test_says_again_what_is_finished_after_a_failure(self):
+        run = ("up", "in", "--out-dir", "out", "--report", "report", "--resume")
+        self.run_tool(*run)
+        os.rename(self.path("in/opera.logdata"), self.path("log"))
+        self.run_tool(*run, code=IO)
+        self.assertEqual(self.lines()[-1]["status"], "failed")
+        os.rename(self.path("log"), self.path("in/opera.logdata"))
+        self.run_tool(*run)
+        self.assertEqual([(line["path"], line["status"]) for line in self.lines()[-1:]], [("in/opera.showdata", "skipped")])
+        count = len(self.lines())
+        self.run_tool(*run)
+        self.assertEqual(len(self.lines()), count)
+
+    def test_goes_on_with_a_name_for_lost_companions(self):
+        os.remove(self.path("in/opera.logdata"))
+        run = ("up", "in", "-r", "--out-dir", "out", "--report", "report", "--resume")
+        self.run_tool(*run, code=PART_FAILED)
+        self.assertEqual(self.said(*run, "--show-name", "Tosca")[-1], "3 files: 1 done, 2 skipped, 0 failed")
+
+    def test_has_one_line_about_an_input_that_was_given_twice(self):
+        self.run_tool("up", "in/opera.showdata", "in/opera.showdata", "--out-dir", "out", "--report", "report")
+        self.assertEqual([line["status"] for line in self.lines()], ["done"])
+
+    def test_has_the_losses_that_were_refused(self):
+        self.run_tool("down", "new.showdata", "-o", "out", "--fail-on", "loss", "--report", "report", code=REFUSED)
+        line, = self.lines()
+        self.assertEqual([line["error"]["code"], line["losses"][0]["code"]], ["loss-refused", "show-name-dropped"])
+
+    def test_is_a_file(self):
+        self.refuse("up", "in", "--out-dir", "out", "--report", "-", code=USAGE,
+                    message="command line: a report is added to a file; give --report FILE")
+
+    def test_is_no_output(self):
+        done = self.run_tool("up", "in/opera.showdata", "-o", "report", "--report", "report", "--force", code=REFUSED)
+        self.assertEqual(done.stderr, b"zuna-convert: report: is an input as well; give another output [output-is-input]\n")
+
+    def test_leaves_files_that_begin_alike(self):
+        for content in ("{", '{"schemaVersion": 3, "mine": "precious"}', '{"schemaVersion": 1, "path": "of check"}\n'):
+            self.write("mine", content)
+            self.refuse("up", "in", "--out-dir", "out", "--report", "mine", code=REFUSED,
+                        message="mine: exists and is no report; give another file to --report")
+            self.assertEqual(self.read("mine"), content.encode())
+
+    def test_says_where_nothing_was_written(self):
+        self.run_tool("up", "in", "--out-dir", "out", "-n", "--report", "report")
+        self.assertEqual([line["dryRun"] for line in self.lines()], [True, True])
+
+    def test_names_failures_though_it_cannot_be_written(self):
+        os.rename(self.path("in/opera.logdata"), self.path("in/gone.logdata"))
+        done = self.run_tool("up", "in/opera.showdata", "in/gone.logdata", "--out-dir", "out", "--report", "/dev/full", code=IO)
+        self.assertIn(b"in/opera.showdata: needs its log", done.stderr)
+
+    def test_is_no_other_file(self):
+        before = self.read("new.showdata")
+        self.refuse("up", "in", "--out-dir", "out", "--report", "new.showdata", code=REFUSED,
+                    message="new.showdata: exists and is no report; give another file to --report")
+        self.assertEqual(self.read("new.showdata"), before)
+
+    def test_names_the_companion_of_a_failure(self):
+        self.write("in/opera.logdata", self.read("in/opera.logdata")[:-1])
+        self.run_tool("up", "in/opera.showdata", "-o", "out", "--report", "report", code=BAD_INPUT)
+        line = self.lines()[0]
+        self.assertEqual((line["companion"], line["error"]["code"], line["error"]["file"]),
+                         ("in/opera.logdata", "cut-off", "in/opera.logdata"))
+
+    def test_is_needed_to_resume(self):
+        self.refuse("up", "in", "--out-dir", "out", "--resume", code=USAGE,
+                    message="command line: --resume needs the report to resume; give --report FILE")
+
+    def test_is_no_reason_to_write_without_it(self):
+        done = self.run_tool("up", "in", "--out-dir", "out", "--report", "no/report", code=IO)
+        self.assertRegex(done.stderr, b"^zuna-convert: no/report: cannot be written: ")
+        self.assertEqual(self.written("out"), [])
+
+
+class InterruptTest(FolderTest):
+    def test_finishes_files_that_are_begun(self):
+        self.interrupt((signal.SIGINT,), INTERRUPTED, "zuna-convert: interrupted\n")
+
+    def test_does_so_where_another_program_says_it_twice(self):
+        self.interrupt((signal.SIGTERM, signal.SIGTERM), -signal.SIGTERM, "")
+
+    def interrupt(self, signals, code, message):
+        show = legacy_show(*(legacy_song(str(i), "Song") for i in range(200)))
+        for i in range(300):
+            self.encrypt(f"in/{i}.showdata", show) if i == 0 else self.write(f"in/{i}.showdata", self.read("in/0.showdata"))
+        with subprocess.Popen([TOOL, "up", "in", "--out-dir", "out", "--show-name", "X", "--report", "report", "-j", "2"],
+                              cwd=self.folder, env=self.environment, stderr=subprocess.PIPE) as process:
+            while not os.path.exists(self.path("report")) or not self.read("report"):
+                time.sleep(0.01)
+            for number in signals:
+                process.send_signal(number)
+                time.sleep(0.002)  # Two that come at once are one.
+            said = process.stderr.read().decode()
+            self.assertEqual(process.wait(timeout=60), code, said)
+        self.assertRegex(said, r"302 files: \d+ done, 0 failed, \d+ not begun\n" + message + "$")
+        finished = [json.loads(line)["output"] for line in self.read("report").splitlines()]
+        self.assertEqual(sorted(finished), self.written("out"))
+        self.assertLess(len(finished), 302)
+
+
+if __name__ == "__main__":
+    unittest.main()
