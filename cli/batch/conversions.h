@@ -33,6 +33,7 @@ struct Converted {
   zuna_toolkit::Document document;
   std::string text;                ///< what was done: "0.0 -> 1.2"
   std::vector<std::string> notes;  ///< what else there is to say
+  std::string companion;           ///< the path of the companion that was read; may be empty
 };
 
 /// One of the commands.

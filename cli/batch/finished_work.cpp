@@ -7,7 +7,8 @@
 #include <vector>
 
 #include "cli/shared/input.h"
-#include "cli/terminal/text.h"
+#include "cli/shared/json_text.h"
+#include "cli/terminal/standard_streams.h"
 #include "kit/error.h"
 #include "kit/file.h"
 #include "toolkit/words.h"
@@ -30,14 +31,20 @@ std::string_view MarkAt(std::string_view line, std::string_view key) {
   return is_whole ? line.substr(0, kMarkSize) : std::string_view();
 }
 
-/// The path of the input in a line, as JSON.
+/// The path of the input in a line, as PathJson() has written it.
 std::string_view PathIn(std::string_view line) {
-  constexpr std::string_view kBefore = "\"path\": ";
-  constexpr std::string_view kAfter = ", \"digest\"";
-  const std::size_t begin = line.find(kBefore);
-  const std::size_t end = line.find(kAfter);
+  const std::size_t begin = line.find("\"path\": ");
+  const std::size_t end = line.find(", \"digest\"");
   if (begin == std::string_view::npos || end == std::string_view::npos || end < begin) return {};
-  return line.substr(begin + kBefore.size(), end - begin - kBefore.size());
+  return line.substr(begin, end - begin);
+}
+
+/// One spelling for all of a path: absolute, without "." and "..".
+std::string Whole(const std::string& path) {
+  if (path.empty() || path == kStandardStream) return path;
+  std::error_code error;
+  const std::filesystem::path whole = std::filesystem::absolute(path, error);
+  return error ? path : whole.lexically_normal().string();
 }
 
 std::string Digest(const std::vector<std::string>& parts) {
@@ -77,24 +84,28 @@ void FinishedWork::Take(std::string_view line) {
   }
 }
 
-bool FinishedWork::IsLast(const std::string& path) const { return !unfinished_.contains(JsonString(path)); }
-
-std::string WrittenMark(const std::string& path, const std::string& output, const std::string& digest) {
-  return Digest({"written", path, output, digest});
+bool FinishedWork::IsLast(const std::string& path) const {
+  return !unfinished_.contains(PathJson("path", path));
 }
 
-std::string FinishedMark(const ReportLine& line, const std::string& output_digest) {
-  std::string companion;
-  if (!line.companion.empty()) {
+std::string WrittenMark(const std::string& path, const std::string& output, const std::string& digest) {
+  return Digest({"written", Whole(path), Whole(output), digest});
+}
+
+std::string FinishedMark(const ReportLine& line, const std::string& companion,
+                         const std::string& output_digest) {
+  std::string companion_digest;
+  if (!companion.empty()) {
     std::optional<kit::FileBytes> content;
     try {
-      content = kit::ReadRegularFile(line.companion, zuna_toolkit::kMaxFileSize);
+      content = kit::ReadRegularFile(companion, zuna_toolkit::kMaxFileSize);
     } catch (const kit::RuntimeError&) {
       return "";
     }
-    if (content) companion = zuna_sec::Sha256Text(content->bytes());
+    if (content) companion_digest = zuna_sec::Sha256Text(content->bytes());
   }
-  return Digest({line.options, line.path, line.digest, line.output, output_digest, companion});
+  return Digest(
+      {line.options, Whole(line.path), line.digest, Whole(line.output), output_digest, companion_digest});
 }
 
 }  // namespace zuna_cli

@@ -33,11 +33,14 @@ class FinishedWork {
   std::set<std::string, std::less<>> unfinished_;  ///< paths, as JSON, whose last line has no marks
 };
 
-/// The mark of an output at the path `output` that has the content `digest`, made of the input at `path`.
+/// The mark of an output at the path `output` that has the content `digest`, made of the input at `path`. It
+/// is the same for all spellings of these paths from the working folder, as FinishedMark() is.
 std::string WrittenMark(const std::string& path, const std::string& output, const std::string& digest);
 
 /// The mark of work whose output has the content `output_digest`. `line` has the options, the paths and the
-/// digest of the input; its companion is read where there is one. Empty, which no work has, where that fails.
-std::string FinishedMark(const ReportLine& line, const std::string& output_digest);
+/// digest of the input. `companion` is the path of a companion that is there, which is read; empty for none.
+/// Empty, which no work has, where that fails.
+std::string FinishedMark(const ReportLine& line, const std::string& companion,
+                         const std::string& output_digest);
 
 }  // namespace zuna_cli

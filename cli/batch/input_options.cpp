@@ -4,7 +4,10 @@
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
+#include <new>
+#include <utility>
 
+#include "cli/batch/report.h"
 #include "cli/shared/input.h"
 #include "cli/terminal/standard_streams.h"
 #include "toolkit/words.h"
@@ -147,11 +150,16 @@ std::vector<zuna_toolkit::Input> CollectInputs(const InputOptions& options, cons
                 "give other files or folders, or -r for the folders below");
 }
 
-std::vector<zuna_toolkit::Input> CollectShard(const InputOptions& options, const Context& context) {
+Reading PrepareReading(const InputOptions& options, const Context& context, bool json) try {
   std::vector<zuna_toolkit::Input> inputs = CollectInputs(options, context);
   KeepShard(inputs, options.shard,
             [](const zuna_toolkit::Input& input) -> const std::string& { return input.path; });
-  return inputs;
+  return {std::move(inputs), context.ReadKeys()};
+} catch (const std::bad_alloc&) {
+  throw;
+} catch (...) {
+  if (json) TellInJson(CurrentFailure());
+  throw;
 }
 
 }  // namespace zuna_cli

@@ -42,7 +42,14 @@ void KeepShard(std::vector<Element>& elements, const zuna_toolkit::Shard& shard,
                 [&](const Element& element) { return !zuna_toolkit::IsInShard(path_of(element), shard); });
 }
 
-/// The inputs of this shard alone, for commands without outputs. Throws as CollectInputs() does.
-std::vector<zuna_toolkit::Input> CollectShard(const InputOptions& options, const Context& context);
+/// What commands without outputs read.
+struct Reading {
+  std::vector<zuna_toolkit::Input> inputs;  ///< of this shard alone
+  Keys keys;
+};
+
+/// Finds the inputs and reads the keys. Throws as CollectInputs() and LoadKeys() do; where `json` says so,
+/// the failure is told by TellInJson() before.
+Reading PrepareReading(const InputOptions& options, const Context& context, bool json);
 
 }  // namespace zuna_cli

@@ -39,7 +39,7 @@ void RequireOneOutput(const OutputOptions& options, std::size_t inputs) {
     Refuse("--force and --skip-existing contradict each other", "give one of them");
 }
 
-/// The file itself, so that a link to it stays one.
+/// The file itself.
 std::string WithoutLinks(const std::string& path) {
   std::error_code error;
   const std::filesystem::path whole = std::filesystem::canonical(path, error);
@@ -54,7 +54,8 @@ bool IsLink(const std::string& path) {
 std::string OutputOf(const Input& input, const OutputOptions& options) {
   if (!options.file.empty()) return options.file;
   if (input.path == kStandardStream) Refuse("standard input has no name", "give -o");
-  if (options.in_place) return WithoutLinks(input.path);
+  // A link stays one, and its file is replaced.
+  if (options.in_place) return IsLink(input.path) ? WithoutLinks(input.path) : input.path;
   return kit::path::Join(options.folder, input.relative);
 }
 

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "cli/shared/json_text.h"
+#include "cli/terminal/standard_streams.h"
 #include "cli/terminal/text.h"
 #include "toolkit/words.h"
 
@@ -51,12 +52,12 @@ std::string JsonStrings(const std::vector<std::string>& texts) {
 
 std::string LineJson(const ReportLine& line, std::string_view status, const Failure* failure) {
   const int code = failure == nullptr ? 0 : static_cast<int>(failure->exit_code());
-  std::string json = std::string(kBegin) + '"' + std::string(status) +
-                     "\", \"path\": " + JsonString(line.path) + ", \"digest\": " + TextOrNull(line.digest) +
-                     ", \"options\": " + JsonString(line.options) +
-                     ", \"companion\": " + TextOrNull(line.companion) +
-                     ", \"notes\": " + JsonStrings(line.notes) + ", \"output\": " + TextOrNull(line.output) +
-                     ", \"backup\": " + TextOrNull(line.backup) + ", \"exitCode\": " + std::to_string(code);
+  std::string json = std::string(kBegin) + '"' + std::string(status) + "\", " + PathJson("path", line.path) +
+                     ", \"digest\": " + TextOrNull(line.digest) +
+                     ", \"options\": " + TextOrNull(line.options) + ", " +
+                     PathJson("companion", line.companion) + ", \"notes\": " + JsonStrings(line.notes) +
+                     ", " + PathJson("output", line.output) + ", " + PathJson("backup", line.backup) +
+                     ", \"exitCode\": " + std::to_string(code);
   if (line.is_dry_run) json += ", \"dryRun\": true";
   if (failure != nullptr) json += ", \"error\": " + ErrorJson(*failure);
   json += ", \"losses\": [" + line.losses + "]";
@@ -79,6 +80,22 @@ std::string BegunJson(const ReportLine& line) {
   return LineJson(begun, "begun", nullptr);
 }
 
+std::string AbortedJson(const Failure& failure, bool is_dry_run) {
+  ReportLine line;
+  line.is_dry_run = is_dry_run;
+  return LineJson(line, "aborted", &failure);
+}
+
+std::string FailureJson(const std::string& path, const Failure& failure) {
+  return "{\"schemaVersion\": 1, " + PathJson("path", path) +
+         ", \"exitCode\": " + std::to_string(static_cast<int>(failure.exit_code())) +
+         ", \"error\": " + ErrorJson(failure) + "}\n";
+}
+
+void TellInJson(const Failure& failure) {
+  if (failure.kind() != zuna_toolkit::ErrorKind::kUsage) WriteStandardOutput(FailureJson("", failure));
+}
+
 Outcome WithFailureJson(const std::string& path, const std::function<Outcome()>& work) {
   try {
     return work();
@@ -88,9 +105,7 @@ Outcome WithFailureJson(const std::string& path, const std::function<Outcome()>&
     Outcome outcome;
     outcome.status = Status::kFailed;
     outcome.failure = CurrentFailure();
-    outcome.text = "{\"schemaVersion\": 1, \"path\": " + JsonString(path) +
-                   ", \"exitCode\": " + std::to_string(static_cast<int>(outcome.failure->exit_code())) +
-                   ", \"error\": " + ErrorJson(*outcome.failure) + "}\n";
+    outcome.text = FailureJson(path, *outcome.failure);
     return outcome;
   }
 }

@@ -38,6 +38,16 @@ std::string ReportJson(const ReportLine& line, Status status, const Failure* fai
 /// follows. After a kill, nothing else tells where the old file is.
 std::string BegunJson(const ReportLine& line);
 
+/// The line, with its line break, about a failure before the first input. It has no path.
+std::string AbortedJson(const Failure& failure, bool is_dry_run);
+
+/// A line of JSON, with its line break, about a failure. `path` is that of the input; empty where it was of
+/// no single one.
+std::string FailureJson(const std::string& path, const Failure& failure);
+
+/// Writes the line about a failure of no single input to standard output. Wrong usage stays text.
+void TellInJson(const Failure& failure);
+
 /// What `work` returns. Where it throws, the outcome is that failure, with a line of JSON about it as its
 /// text; a lack of memory is thrown on.
 Outcome WithFailureJson(const std::string& path, const std::function<Outcome()>& work);

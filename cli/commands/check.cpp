@@ -8,6 +8,7 @@
 #include "cli/commands/finding_text.h"
 #include "cli/shared/context.h"
 #include "cli/shared/input.h"
+#include "cli/shared/json_text.h"
 #include "cli/shared/losses.h"
 #include "cli/terminal/text.h"
 #include "toolkit/conversion/conversion.h"
@@ -75,7 +76,7 @@ std::string AsText(const Document& document, const Findings& findings, const Los
 
 std::string AsJson(const Document& document, const Findings& findings, const Losses* losses,
                    const CheckOptions& options) {
-  std::string json = "{\"schemaVersion\": 1, \"path\": " + JsonString(document.name()) + ", \"kind\": \"" +
+  std::string json = "{\"schemaVersion\": 1, " + PathJson("path", document.name()) + ", \"kind\": \"" +
                      std::string(cmn::KindName(document.type().kind)) + "data\", \"fileVersion\": \"" +
                      cmn::VersionText(document.type().version) + "\", \"findings\": [" + findings.Json() +
                      "]";
@@ -112,13 +113,13 @@ Outcome CheckOne(const std::string& path, const CheckOptions& options, const Key
 }
 
 void RunCheck(const CheckOptions& options, Context& context) {
-  const std::vector<zuna_toolkit::Input> inputs = CollectShard(options.inputs, context);
-  const Keys keys = context.ReadKeys();
+  const Reading reading = PrepareReading(options.inputs, context, options.json);
+  const std::vector<zuna_toolkit::Input>& inputs = reading.inputs;
   const Detail detail{context.quiet(), inputs.size() > 1};
   Batch batch;
   batch.work = [&](std::size_t number) {
     const std::string& path = inputs[number].path;
-    const auto check = [&] { return CheckOne(path, options, keys, detail); };
+    const auto check = [&] { return CheckOne(path, options, reading.keys, detail); };
     return options.json ? WithFailureJson(path, check) : check();
   };
   batch.done = {"clean", "with warnings", "with errors"};  // in the order of Group

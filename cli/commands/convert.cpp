@@ -17,6 +17,7 @@ std::optional<Converted> ConvertOne(const zuna_toolkit::Document& document, cons
   if (document.type().version == version) return std::nullopt;
   return Converted{zuna_toolkit::Convert(document, version),
                    cmn::VersionText(document.type().version) + " -> " + cmn::VersionText(version),
+                   {},
                    {}};
 }
 

@@ -10,7 +10,8 @@ namespace {
 
 std::optional<Converted> DownOne(const zuna_toolkit::Document& document) {
   if (document.type().is_legacy()) return std::nullopt;
-  return Converted{zuna_toolkit::Down(document), cmn::VersionText(document.type().version) + " -> 0.0", {}};
+  return Converted{
+      zuna_toolkit::Down(document), cmn::VersionText(document.type().version) + " -> 0.0", {}, {}};
 }
 
 void RunDown(const ConversionOptions& options, Context& context) {

@@ -24,11 +24,11 @@ std::string InfoOf(const std::string& path, const Keys& keys, bool json) {
 }
 
 void RunInfo(const InfoOptions& options, Context& context) {
-  const std::vector<zuna_toolkit::Input> inputs = CollectShard(options.inputs, context);
-  const Keys keys = context.ReadKeys();
+  const Reading reading = PrepareReading(options.inputs, context, options.json);
+  const std::vector<zuna_toolkit::Input>& inputs = reading.inputs;
   const auto info = [&](const std::string& path) {
     Outcome outcome;
-    outcome.text = InfoOf(path, keys, options.json);
+    outcome.text = InfoOf(path, reading.keys, options.json);
     return outcome;
   };
   Batch batch;

@@ -6,6 +6,7 @@
 #include "cli/batch/runner.h"
 #include "cli/shared/context.h"
 #include "cli/shared/input.h"
+#include "cli/shared/json_text.h"
 #include "cli/terminal/text.h"
 #include "cmn/file_format.h"
 #include "kit/file.h"
@@ -30,7 +31,7 @@ std::string LineOf(const std::string& path, const zuna_toolkit::FileType& type, 
   const std::string kind(cmn::KindName(type.kind));
   const std::string version = cmn::VersionText(type.version);
   if (!json) return Printable(path) + ": " + kind + ", version " + version + '\n';
-  return "{\"schemaVersion\": 1, \"path\": " + JsonString(path) + ", \"kind\": \"" + kind +
+  return "{\"schemaVersion\": 1, " + PathJson("path", path) + ", \"kind\": \"" + kind +
          "data\", \"fileVersion\": \"" + version + "\"}\n";
 }
 
@@ -47,20 +48,22 @@ Outcome ListOne(const std::string& path, const ListOptions& options, const Keys&
 }
 
 void RunList(const ListOptions& options, Context& context) {
-  const std::vector<zuna_toolkit::Input> inputs = CollectShard(options.inputs, context);
-  const Keys keys = context.ReadKeys();
+  const Reading reading = PrepareReading(options.inputs, context, options.json);
+  const std::vector<zuna_toolkit::Input>& inputs = reading.inputs;
   bool has_matched = false;
   Batch batch;
   batch.work = [&](std::size_t number) {
     const std::string& path = inputs[number].path;
-    const auto list = [&] { return ListOne(path, options, keys); };
+    const auto list = [&] { return ListOne(path, options, reading.keys); };
     return options.json ? WithFailureJson(path, list) : list();
   };
   batch.take = [&](const Outcome& outcome) { has_matched = has_matched || outcome.status == Status::kDone; };
   RunAll(inputs.size(), options.inputs, context, batch);
   if (has_matched || inputs.empty() || context.code != ExitCode::kDone) return;
-  throw Failure(ErrorCode::kNothingMatched, "list", "none of the files is of these versions",
-                "give another range");
+  const Failure failure(ErrorCode::kNothingMatched, "list", "none of the files is of these versions",
+                        "give another range");
+  if (options.json) TellInJson(failure);
+  throw failure;
 }
 
 /// Adds an option for a version, which `take` gets.

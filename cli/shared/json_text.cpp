@@ -1,7 +1,12 @@
 // Data of the toolkit as JSON.
 #include "cli/shared/json_text.h"
 
+#include <cstdint>
+#include <span>
+
 #include "cli/terminal/text.h"
+#include "kit/hex.h"
+#include "kit/utf8.h"
 
 namespace zuna_cli {
 
@@ -16,9 +21,16 @@ std::string NumberOrNull(const std::optional<Number>& number) {
 
 std::string TextOrNull(const std::string& text) { return text.empty() ? "null" : JsonString(text); }
 
+std::string PathJson(const std::string& key, const std::string& path) {
+  std::string json = '"' + key + "\": " + TextOrNull(path);
+  if (kit::IsUtf8(path)) return json;
+  const std::span<const std::uint8_t> bytes(reinterpret_cast<const std::uint8_t*>(path.data()), path.size());
+  return json + ", \"" + key + "Bytes\": \"" + kit::EncodeHex(bytes) + '"';
+}
+
 std::string ErrorJson(const zuna_toolkit::Error& error) {
   const zuna_toolkit::ErrorParts& parts = error.parts();
-  return "{\"code\": \"" + std::string(CodeText(error.code())) + "\", \"file\": " + TextOrNull(parts.file) +
+  return "{\"code\": \"" + std::string(CodeText(error.code())) + "\", " + PathJson("file", parts.file) +
          ", \"message\": " + JsonString(error.what()) + ", \"remedy\": " + TextOrNull(parts.remedy) +
          ", \"song\": " + TextOrNull(parts.song) + ", \"field\": " + TextOrNull(parts.field) +
          ", \"offset\": " + NumberOrNull(parts.offset) + "}";

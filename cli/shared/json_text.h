@@ -11,6 +11,10 @@ namespace zuna_cli {
 /// `text` as a JSON string; null where it is empty.
 std::string TextOrNull(const std::string& text);
 
+/// The member "KEY": … of an object, null for an empty path. A path that is not UTF-8 has a second member
+/// "KEYBytes": all its bytes in hexadecimal digits.
+std::string PathJson(const std::string& key, const std::string& path);
+
 /// An object: {"code": …, "message": …, "remedy": …, "song": …, "field": …, "offset": …}
 std::string ErrorJson(const zuna_toolkit::Error& error);
 

@@ -7,6 +7,7 @@
 #include <map>
 #include <vector>
 
+#include "cli/shared/json_text.h"
 #include "cli/terminal/columns.h"
 #include "cli/terminal/table.h"
 #include "cli/terminal/text.h"
@@ -144,7 +145,7 @@ std::string InfoText(const Document& document) {
 
 std::string InfoJson(const Document& document) {
   const Summary summary = zuna_toolkit::SummariseWhole(document);
-  std::string json = "{\"schemaVersion\": 1, \"path\": " + JsonString(document.name()) + ", \"kind\": \"" +
+  std::string json = "{\"schemaVersion\": 1, " + PathJson("path", document.name()) + ", \"kind\": \"" +
                      std::string(cmn::KindName(document.type().kind)) + "data\", \"fileVersion\": \"" +
                      cmn::VersionText(document.type().version) +
                      "\", \"showName\": " + (summary.show_name ? JsonString(*summary.show_name) : "null");

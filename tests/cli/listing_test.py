@@ -44,6 +44,33 @@ class ListTest(WithLogs):
                          ["shows/0.showdata", "shows/1.0.showdata", "shows/bad.showdata"])
         self.assertEqual(lines[2]["error"]["code"], "not-encrypted")
 
+    def test_says_in_json_what_kept_it_from_its_first_input(self):
+        os.mkdir(self.path("empty"))
+        for command in ("list", "info", "check"):
+            for arguments, code, error in ((("empty",), NOTHING_MATCHED, "nothing-matched"),
+                                           (("shows", "--key-file", "none"), IO, "not-found")):
+                done = self.run_tool(command, *arguments, "--json", code=code)
+                line = json.loads(done.stdout)
+                self.assertEqual((line["schemaVersion"], line["path"], line["exitCode"], line["error"]["code"]),
+                                 (1, None, code, error))
+                self.assertIn(line["error"]["message"].encode(), done.stderr)
+                self.assertEqual(self.run_tool(command, *arguments, code=code).stdout, b"")
+            self.assertEqual(self.run_tool(command, "--json", code=USAGE).stdout, b"")
+        done = self.run_tool("list", "shows", "--from", "3.0", "--json", code=NOTHING_MATCHED)
+        self.assertEqual(json.loads(done.stdout)["error"]["code"], "nothing-matched")
+
+    def test_tells_paths_apart_that_are_not_utf8(self):
+        show = self.read("new.showdata")
+        for name in (b"\xe9", b"\xe8"):
+            with open(os.path.join(self.folder.encode(), name), "wb") as file:
+                file.write(show)
+        for command in ("list", "info", "check"):
+            done = self.run_tool(command, b"\xe9", b"\xe8", b"\xe7", "new.showdata", "--json", code=PART_FAILED)
+            lines = [json.loads(line) for line in done.stdout.splitlines()]
+            self.assertEqual([line["path"] for line in lines], ["\ufffd"] * 3 + ["new.showdata"])
+            self.assertEqual([line.get("pathBytes") for line in lines], ["e9", "e8", "e7", None])
+            self.assertEqual(lines[2]["error"]["fileBytes"], "e7")
+
     def test_says_when_nothing_matches(self):
         message = "list: none of the files is of these versions; give another range"
         self.refuse("list", "shows", "--from", "3.0", code=NOTHING_MATCHED, message=message)

@@ -2,6 +2,7 @@
 
 import json
 import os
+import pathlib
 import shutil
 import signal
 import subprocess
@@ -9,7 +10,7 @@ import time
 import unittest
 
 from folder import FolderTest
-from tool import (BAD_INPUT, INTERRUPTED, IO, PART_FAILED, REFUSED, TOOL, USAGE, legacy_log, legacy_show, legacy_song,
+from tool import (BAD_INPUT, INTERRUPTED, IO, NOTHING_MATCHED, PART_FAILED, REFUSED, TOOL, USAGE, legacy_log, legacy_show, legacy_song,
                   legacy_song_log, undo_command)
 
 
@@ -42,9 +43,54 @@ class ReportTest(FolderTest):
         self.run_tool("up", "in", "--in-place", "--report", "report")
         self.run_tool("up", "in", "--in-place", "--report", "report")
         self.run_tool("down", "in/opera.logdata", "--in-place", "--report", "report")
-        path = os.path.realpath(self.path("in/opera."))
-        self.assertEqual([line["backup"] for line in self.lines() if line["status"] != "begun"], [None] * 4 + [
-            path + "logdata.~1~", path + "showdata.~1~", None, None, path + "logdata.~2~"])
+        written = [line for line in self.lines() if line["status"] != "begun"]
+        self.assertEqual([line["backup"] for line in written], [None] * 4 + [
+            "in/opera.logdata.~1~", "in/opera.showdata.~1~", None, None, "in/opera.logdata.~2~"])
+        self.assertEqual([line["output"] for line in written[4:]], [line["path"] for line in written[4:]])
+
+    def test_names_the_file_that_a_link_leads_to(self):
+        self.run_tool("up", "in", "--out-dir", "out")
+        os.symlink("out/opera.showdata", self.path("link.showdata"))
+        self.run_tool("down", "link.showdata", "--in-place", "--report", "report")
+        path = os.path.realpath(self.path("out/opera.showdata"))
+        self.assertEqual([(line["path"], line["output"], line["backup"]) for line in self.lines()],
+                         [("link.showdata", path, path + ".~1~")] * 2)
+        self.assertTrue(os.path.islink(self.path("link.showdata")))
+
+    def test_has_the_bytes_of_names_that_are_not_utf8(self):
+        show = self.read("in/opera.showdata")
+        for name in (b"\xff", b"\xfe"):
+            with open(os.path.join(self.folder.encode(), b"in/" + name + b".showdata"), "wb") as file:
+                file.write(show)
+        self.run_tool("up", "in", "--out-dir", "out", "--show-name", "X", "--report", "report")
+        names = [b".showdata".join((b"/" + name, b"")) for name in (b"\xfe", b"\xff")]
+        lines = self.lines()[-2:]
+        self.assertEqual([line["path"] for line in lines], ["in/\ufffd.showdata"] * 2)
+        self.assertEqual([bytes.fromhex(line["pathBytes"]) for line in lines], [b"in" + name for name in names])
+        self.assertEqual([bytes.fromhex(line["outputBytes"]) for line in lines], [b"out" + name for name in names])
+        self.assertNotIn("pathBytes", self.lines()[0])
+        self.assertEqual(self.said("up", "in", "--out-dir", "out", "--show-name", "X", "--report", "report",
+                                   "--resume")[-1], "4 files: 0 done, 4 skipped, 0 failed")
+
+    def test_says_what_kept_a_run_from_its_first_input(self):
+        os.mkdir(self.path("none"))
+        run = ("up", "--out-dir", "out", "--report", "report")
+        self.run_tool(*run, "none", code=NOTHING_MATCHED)
+        self.run_tool(*run, "in", "--key-file", "no key", code=IO)
+        self.run_tool(*run, "in", "-o", "out", code=USAGE)
+        nothing, key = self.lines()
+        self.assertEqual((nothing["status"], nothing["path"], nothing["exitCode"], nothing["error"]["code"]),
+                         ("aborted", None, NOTHING_MATCHED, "nothing-matched"))
+        self.assertEqual((key["exitCode"], key["error"]["file"]), (IO, "no key"))
+        self.run_tool(*run, "in", "--resume")
+        self.assertEqual([line["status"] for line in self.lines()], ["aborted", "aborted", "done", "done"])
+
+    def test_names_a_companion_that_was_read(self):
+        self.run_tool("up", "in", "--out-dir", "out", "--report", "report")
+        self.run_tool("up", "in/opera.showdata", "-o", "named", "--show-name", "X", "--report", "report")
+        self.run_tool("up", "out", "--in-place", "--report", "report")
+        self.assertEqual([line["companion"] for line in self.lines()],
+                         ["in/opera.showdata", "in/opera.logdata", None, None, None])
 
     @unittest.skipUnless(shutil.which("jq"), "there is no jq here")
     def test_undoes_what_was_done_in_place(self):
@@ -85,6 +131,16 @@ class ReportTest(FolderTest):
         self.assertEqual({name: after[name] for name in before if name != "report"},
                          {name: before[name] for name in before if name != "report"})
         self.assertEqual(len(self.lines()), 6)  # the failure again, and nothing else
+
+    def test_knows_a_folder_by_every_spelling(self):
+        run = ("up", "-r", "--report", "report", "--resume")
+        self.run_tool(*run, "in", "--out-dir", "out")
+        for folder in ("./in", "in/", "in/../in//", self.path("in")):
+            for output in ("out/", self.path("out")):
+                self.assertEqual(self.said(*run, folder, "--out-dir", output)[-1], "4 files: 0 done, 4 skipped, 0 failed")
+        self.assertEqual(len(self.lines()), 4)
+        self.encrypt("in/below/gala.showdata", legacy_show(legacy_song("1", "One", tracks=((1, "Organ"),))))
+        self.assertEqual(self.said(*run, "./in", "--out-dir", "./out")[-1], "4 files: 2 done, 2 skipped, 0 failed")
 
     def test_does_again_what_has_changed(self):
         self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report")
@@ -149,6 +205,16 @@ class ReportTest(FolderTest):
         self.write("report", '{"schemaVersion": 1, "status": "failed", "path": "a"}\n{"schemaVersion": 1, "st')
         self.run_tool("up", "in", "--out-dir", "out", "--report", "report")
         self.assertEqual([line["path"] for line in self.lines()], ["a", "in/opera.logdata", "in/opera.showdata"])
+
+    @unittest.skipUnless(shutil.which("jq"), "there is no jq here")
+    def test_can_be_read_though_a_line_was_cut_off(self):
+        self.run_tool("up", "in", "--out-dir", "out", "--report", "up.json")
+        lines = self.read("up.json").splitlines(keepends=True)
+        self.write("up.json", lines[0] + lines[1][:100])
+        page = pathlib.Path(__file__).parents[2] / "docs/scripts.md"
+        command, = (line for line in page.read_text().splitlines() if "fromjson?" in line)
+        read = subprocess.run(["sh", "-c", command], cwd=self.folder, check=False, capture_output=True).stdout
+        self.assertEqual([json.loads(line) for line in read.splitlines()], [json.loads(lines[0])])
 
     def test_keeps_the_line_of_finished_work_as_the_last_one(self):
         run = ("up", "in", "--in-place", "--report", "report")

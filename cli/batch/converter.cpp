@@ -1,0 +1,157 @@
+// The work on single inputs of a command that makes one file of each.
+#include "cli/batch/converter.h"
+
+#include <filesystem>
+#include <new>
+#include <utility>
+
+#include "cli/batch/conversion_messages.h"
+#include "cli/batch/loss_policy.h"
+#include "cli/batch/sealing.h"
+#include "cli/shared/input.h"
+#include "cli/shared/losses.h"
+#include "cli/terminal/standard_streams.h"
+#include "kit/file.h"
+#include "zuna_sec/digest.h"
+
+namespace zuna_cli {
+
+using zuna_toolkit::Document;
+using Bytes = std::vector<std::uint8_t>;
+
+Converter::Converter(const ConversionOptions& options, const Context& context, const Conversion& conversion,
+                     const Keys& keys, bool is_one_of_many, FinishedWork finished, Report* report)
+    : options_(options),
+      context_(context),
+      conversion_(conversion),
+      keys_(keys),
+      is_one_of_many_(is_one_of_many),
+      finished_(std::move(finished)),
+      placing_(options, context, conversion, finished_),
+      report_(report) {}
+
+Outcome Converter::operator()(const Job& job) const {
+  ReportLine line;
+  line.path = job.input.path;
+  line.options = conversion_.options(job.input) + PolicyText(options_);
+  line.output = job.output;
+  line.is_dry_run = options_.outputs.dry_run;
+  try {
+    return Convert(job, line);
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (...) {
+    Outcome outcome;
+    outcome.failure = placing_.WithRemedy(CurrentFailure());
+    if (outcome.failure->code() == ErrorCode::kInterrupted) throw;
+    outcome.status = Status::kFailed;
+    if (!Exists(line.backup)) line.backup.clear();
+    const std::string& at_fault = outcome.failure->parts().file;
+    if (!at_fault.empty() && at_fault == CompanionOf(job)) line.companion = at_fault;
+    if (HasReport()) outcome.report = ReportJson(line, outcome.status, &*outcome.failure);
+    return outcome;
+  }
+}
+
+Outcome Converter::Convert(const Job& job, ReportLine& line) const {
+  if (!job.same_as.empty()) {
+    Outcome outcome =
+        Passed(job.input.path, "is the same file as " + job.same_as + ", and is passed over", line);
+    if (job.same_as == job.input.path) outcome.report.clear();  // That line would hide the other one.
+    return outcome;
+  }
+  const bool exists = !options_.outputs.in_place && Exists(job.output);
+  std::error_code ignored;  // What cannot be looked at is told where its place is found.
+  if (exists && options_.outputs.skip_existing && !std::filesystem::is_directory(job.output, ignored)) {
+    return Passed(job.output, "exists and is passed over", line);
+  }
+  std::optional<Destination> destination = placing_.Find(job);
+  Bytes bytes = ReadInput(job.input.path, zuna_toolkit::kMaxFileSize);
+  if (HasReport()) {
+    line.digest = zuna_sec::Sha256Text(bytes);
+    if (IsFinished(job, exists, line)) return Passed(job.input.path, "is finished, as the report says", line);
+  }
+  auto [file, key] = DecryptInput(bytes, InputName(job.input.path), keys_);
+  Result result = Make(job, std::move(file), *key, std::move(bytes), line);
+  const bool is_written = result.bytes && !options_.outputs.dry_run;
+  if (is_written && destination) line.backup = destination->KeepOld();
+  if (HasReport() && !line.backup.empty()) report_->Add(BegunJson(line));
+  // Nothing needs memory once the output has its place.
+  if (HasReport() && !IsReported(result.outcome, line)) {
+    result.outcome.report = ReportJson(line, result.outcome.status, nullptr);
+  }
+  if (result.bytes) placing_.Write(job, *result.bytes, destination);
+  return std::move(result.outcome);
+}
+
+Document Converter::Read(zuna_toolkit::OpenedFile file) const {
+  return zuna_toolkit::ReadDocument(file, conversion_.expected);
+}
+
+Converter::Result Converter::Make(const Job& job, zuna_toolkit::OpenedFile&& file, const CipherKey& key,
+                                  Bytes bytes, ReportLine& line) const {
+  std::optional<Document> document = Read(std::move(file));
+  std::optional<Converted> converted = conversion_.convert(*document, job.input, keys_);
+  Result result;
+  if (converted) {
+    bytes = Bytes();
+    const Losses losses(*document, converted->document, HasReport());
+    line.companion = converted->companion;
+    line.notes = converted->notes;
+    line.losses = losses.json();
+    RequireAccepted(losses, options_, document->name());
+    TellConversion(*converted, *document, losses, is_one_of_many_, result.outcome);
+    document = std::move(converted->document);  // What was converted is not needed any more.
+    bytes = Sealed(*document, key, OutputName(job.output), options_.outputs.verify);
+  } else {
+    result.outcome.status = Status::kCurrent;
+    const bool is_written = !options_.outputs.in_place && !options_.outputs.dry_run;
+    Say(result.outcome, document->name(),
+        "is of version " + cmn::VersionText(document->type().version) + " already" +
+            (is_written ? ", and is written as it is" : ""));
+    if (options_.outputs.in_place) bytes = Bytes();
+  }
+  if (!bytes.empty()) {
+    if (HasReport() && !options_.outputs.dry_run) {
+      const std::string digest = zuna_sec::Sha256Text(bytes);
+      line.finished = FinishedMark(line, CompanionOf(job), digest);
+      line.written = WrittenMark(line.path, line.output, digest);
+    }
+    if (context_.LacksKey(key)) Say(result.outcome, OutputName(job.output), kEmptyKeyNote);
+    result.bytes = std::move(bytes);
+  }
+  return result;
+}
+
+Outcome Converter::Passed(const std::string& name, const std::string& text, const ReportLine& line) const {
+  Outcome outcome;
+  outcome.status = Status::kSkipped;
+  Say(outcome, name, text);
+  const bool is_reported = finished_.Contains(line.finished) && finished_.IsLast(line.path);
+  if (HasReport() && !is_reported) outcome.report = ReportJson(line, outcome.status, nullptr);
+  return outcome;
+}
+
+bool Converter::IsFinished(const Job& job, bool exists, ReportLine& line) const {
+  if (finished_.empty() || !exists) return false;
+  const auto output = kit::ReadRegularFile(job.output, zuna_toolkit::kMaxFileSize);
+  if (!output) return false;
+  const std::string digest = zuna_sec::Sha256Text(output->bytes());
+  const std::string mark = FinishedMark(line, CompanionOf(job), digest);
+  if (!finished_.Contains(mark)) return false;
+  line.finished = mark;
+  line.written = WrittenMark(line.path, line.output, digest);
+  return true;
+}
+
+bool Converter::IsReported(const Outcome& outcome, const ReportLine& line) const {
+  return outcome.status == Status::kCurrent && options_.outputs.in_place && finished_.IsLast(line.path) &&
+         finished_.Contains(WrittenMark(line.path, line.output, line.digest));
+}
+
+std::string Converter::CompanionOf(const Job& job) const {
+  const auto path = conversion_.companion_path ? conversion_.companion_path(job.input) : std::nullopt;
+  return path && Exists(*path) ? *path : "";
+}
+
+}  // namespace zuna_cli

@@ -1,0 +1,63 @@
+// The work on single inputs of a command that makes one file of each.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/batch/conversions.h"
+#include "cli/batch/finished_work.h"
+#include "cli/batch/outcome.h"
+#include "cli/batch/placing.h"
+#include "cli/batch/report.h"
+
+namespace zuna_cli {
+
+/// Works on single inputs. Several threads use it at a time.
+class Converter {
+ public:
+  /// All but `finished` live as long as this object. `is_one_of_many` inputs says less about each. `report`
+  /// is null for none.
+  Converter(const ConversionOptions& options, const Context& context, const Conversion& conversion,
+            const Keys& keys, bool is_one_of_many, FinishedWork finished, Report* report);
+  Converter(const Converter&) = delete;
+  Converter& operator=(const Converter&) = delete;
+
+  /// What it throws is a lack of memory or an interrupt.
+  Outcome operator()(const Job& job) const;
+
+ private:
+  /// What the work on one input has made.
+  struct Result {
+    Outcome outcome;
+    std::optional<std::vector<std::uint8_t>> bytes;  ///< to be written
+  };
+
+  bool HasReport() const { return report_ != nullptr; }
+  Outcome Convert(const Job& job, ReportLine& line) const;
+  /// Reads a document, and lets go of the plaintext.
+  zuna_toolkit::Document Read(zuna_toolkit::OpenedFile file) const;
+  /// `bytes` are those of the file.
+  Result Make(const Job& job, zuna_toolkit::OpenedFile&& file, const CipherKey& key,
+              std::vector<std::uint8_t> bytes, ReportLine& line) const;
+  Outcome Passed(const std::string& name, const std::string& text, const ReportLine& line) const;
+  /// Whether the report has this input as finished, and what was written then is there.
+  bool IsFinished(const Job& job, bool exists, ReportLine& line) const;
+  /// Whether an input that needs nothing is what an earlier run wrote in its place. That run's line stays the
+  /// last one: it has the backup and the losses.
+  bool IsReported(const Outcome& outcome, const ReportLine& line) const;
+  /// The companion that is there; empty for none.
+  std::string CompanionOf(const Job& job) const;
+
+  const ConversionOptions& options_;
+  const Context& context_;
+  const Conversion& conversion_;
+  const Keys& keys_;
+  bool is_one_of_many_;
+  FinishedWork finished_;
+  Placing placing_;
+  Report* report_;
+};
+
+}  // namespace zuna_cli
