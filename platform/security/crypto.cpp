@@ -73,19 +73,19 @@ void XorAll(std::span<std::uint8_t, kSha256BlockSize> block, std::uint8_t value)
   for (std::uint8_t& byte : block) byte = static_cast<std::uint8_t>(byte ^ value);
 }
 
-/// A keyed handle. SIV takes one message a handle; closing it wipes the key.
-class Siv {
+/// A keyed handle of Twofish. SIV takes one message a handle; closing it wipes the key.
+class Twofish {
  public:
-  explicit Siv(SivKey key) {
+  Twofish(gcry_cipher_modes mode, Bytes key) {
     InitializeGcrypt();
-    CheckGcrypt(gcry_cipher_open(&handle_, GCRY_CIPHER_TWOFISH, GCRY_CIPHER_MODE_SIV, 0));
+    CheckGcrypt(gcry_cipher_open(&handle_, GCRY_CIPHER_TWOFISH, mode, 0));
     const gcry_error_t error = gcry_cipher_setkey(handle_, key.data(), key.size());
     if (error != 0) gcry_cipher_close(handle_);
     CheckGcrypt(error);
   }
-  Siv(const Siv&) = delete;
-  Siv& operator=(const Siv&) = delete;
-  ~Siv() { gcry_cipher_close(handle_); }
+  Twofish(const Twofish&) = delete;
+  Twofish& operator=(const Twofish&) = delete;
+  ~Twofish() { gcry_cipher_close(handle_); }
 
   gcry_cipher_hd_t handle() const { return handle_; }
 
@@ -145,7 +145,7 @@ void HkdfExpand(Bytes prk, Bytes info, Bytes more_info, MutableBytes okm) {
 
 void SivEncrypt(SivKey key, Bytes associated, Bytes plaintext, MutableBytes ciphertext,
                 std::span<std::uint8_t, kSivTagSize> tag) {
-  const Siv siv(key);
+  const Twofish siv(GCRY_CIPHER_MODE_SIV, key);
   CheckGcrypt(gcry_cipher_authenticate(siv.handle(), NeverNull(associated), associated.size()));
   CheckGcrypt(gcry_cipher_encrypt(siv.handle(), NeverNull(ciphertext), ciphertext.size(),
                                   NeverNull(plaintext), plaintext.size()));
@@ -154,7 +154,7 @@ void SivEncrypt(SivKey key, Bytes associated, Bytes plaintext, MutableBytes ciph
 
 bool SivDecrypt(SivKey key, Bytes associated, std::span<const std::uint8_t, kSivTagSize> tag,
                 Bytes ciphertext, MutableBytes plaintext) {
-  const Siv siv(key);
+  const Twofish siv(GCRY_CIPHER_MODE_SIV, key);
   CheckGcrypt(
       gcry_cipher_set_decryption_tag(siv.handle(), const_cast<std::uint8_t*>(tag.data()), tag.size()));
   CheckGcrypt(gcry_cipher_authenticate(siv.handle(), NeverNull(associated), associated.size()));
@@ -166,6 +166,19 @@ bool SivDecrypt(SivKey key, Bytes associated, std::span<const std::uint8_t, kSiv
   if (gcry_err_code(error) == GPG_ERR_CHECKSUM) return false;
   CheckGcrypt(error);
   return true;
+}
+
+// RFC 5297, section 2.6: CTR mode under the second half of the key, from the tag without two of its bits.
+void SivDecryptUnchecked(SivKey key, std::span<const std::uint8_t, kSivTagSize> tag, Bytes ciphertext,
+                         MutableBytes plaintext) {
+  std::array<std::uint8_t, kSivTagSize> counter{};
+  Copy(tag, counter);
+  counter[8] &= 0x7f;
+  counter[12] &= 0x7f;
+  const Twofish ctr(GCRY_CIPHER_MODE_CTR, key.last<kSivKeySize / 2>());
+  CheckGcrypt(gcry_cipher_setctr(ctr.handle(), counter.data(), counter.size()));
+  CheckGcrypt(gcry_cipher_decrypt(ctr.handle(), NeverNull(plaintext), plaintext.size(), NeverNull(ciphertext),
+                                  ciphertext.size()));
 }
 
 }  // namespace zuna_security

@@ -22,28 +22,13 @@ constexpr std::uint8_t kSuite = 1;  // HKDF-SHA-256, Twofish-256 in SIV mode
 
 constexpr std::string_view kLabel = "zuna-sec v1";  // of the key derivation
 
-constexpr std::size_t kZeroSize = 6;    // reserved bytes
-constexpr std::size_t kLengthSize = 8;  // of the plaintext's length
-
-constexpr std::size_t kVersionOffset = kMagic.size();
-constexpr std::size_t kSuiteOffset = kVersionOffset + 1;
-constexpr std::size_t kZeroOffset = kSuiteOffset + 1;
-constexpr std::size_t kLengthOffset = kZeroOffset + kZeroSize;
-constexpr std::size_t kKeyCheckOffset = kLengthOffset + kLengthSize;
-constexpr std::size_t kTagOffset = kKeyCheckOffset + kKeyCheckSize;
-static_assert(kTagOffset + kSivTagSize == kEnvelopeHeaderSize);
+static_assert(kMagic.size() == kVersionOffset);
 
 void PutLength(MutableBytes field, std::uint64_t length) {
   for (std::uint8_t& byte : field) {
     byte = static_cast<std::uint8_t>(length);
     length >>= 8;
   }
-}
-
-std::uint64_t GetLength(Bytes field) {
-  std::uint64_t length = 0;
-  for (std::size_t i = field.size(); i > 0; --i) length = length << 8 | field[i - 1];
-  return length;
 }
 
 /// A magic that a copy as text has changed.
@@ -83,8 +68,8 @@ void CheckMagic(Bytes bytes, const std::string& name) {
   }
 }
 
-/// Checks version, suite and zeros as far as they are present. Another version may continue differently.
-void CheckKind(Bytes bytes, const std::string& name) {
+/// Another version may continue differently.
+void CheckVersion(Bytes bytes, const std::string& name) {
   if (bytes.size() > kVersionOffset && bytes[kVersionOffset] != kVersion) {
     throw zuna_sec::UnsupportedEnvelopeError(
         name,
@@ -110,7 +95,7 @@ void CheckLength(Bytes bytes, const std::string& name) {
         name, kit::format("ends inside the header (offset %zu of %zu)", bytes.size(), kEnvelopeHeaderSize),
         "get a complete copy of the file");
   }
-  const unsigned long long stated = GetLength(bytes.subspan(kLengthOffset, kLengthSize));
+  const unsigned long long stated = StatedLength(bytes);
   const std::size_t present = bytes.size() - kEnvelopeHeaderSize;
   if (present < stated) {
     throw zuna_sec::TruncatedError(
@@ -124,12 +109,6 @@ void CheckLength(Bytes bytes, const std::string& name) {
                                                    stated, stated + kEnvelopeHeaderSize),
                                        "get another copy of the file");
   }
-}
-
-[[noreturn]] void ThrowUnavailable(const GcryptFailure& failure, const std::string& name) {
-  throw zuna_sec::CipherUnavailableError(name,
-                                         std::string("the cipher is not available (") + failure.what() + ")",
-                                         "check the installed libgcrypt, and that it is not in FIPS mode");
 }
 
 }  // namespace
@@ -152,8 +131,22 @@ void DeriveKeys(Bytes key, Bytes iv, std::uint8_t suite, EnvelopeKeys& keys) {
   std::copy(key_check.begin(), key_check.end(), keys.key_check.bytes().begin());
 }
 
-Envelope ParseEnvelope(Bytes bytes, const std::string& name) {
+void DeriveKeys(const KeyAndIv& secrets, EnvelopeKeys& keys) {
+  DeriveKeys(secrets.key, secrets.iv, kSuite, keys);
+}
+
+std::uint64_t StatedLength(Bytes envelope) {
+  std::uint64_t length = 0;
+  for (std::size_t i = kKeyCheckOffset; i > kLengthOffset; --i) length = length << 8 | envelope[i - 1];
+  return length;
+}
+
+void CheckKind(Bytes bytes, const std::string& name) {
   CheckMagic(bytes, name);
+  CheckVersion(bytes, name);
+}
+
+Envelope ParseEnvelope(Bytes bytes, const std::string& name) {
   CheckKind(bytes, name);
   if (bytes.size() > kEnvelopeHeaderSize) CheckPlaintextSize(bytes.size() - kEnvelopeHeaderSize, name);
   CheckLength(bytes, name);
@@ -161,15 +154,23 @@ Envelope ParseEnvelope(Bytes bytes, const std::string& name) {
           bytes.subspan(kTagOffset, kSivTagSize), bytes.subspan(kEnvelopeHeaderSize)};
 }
 
+void ThrowWrongKey(const std::string& name) {
+  throw zuna_sec::WrongKeyError(name, "the key or the IV is not the one that this was encrypted with",
+                                "give the right key file");
+}
+
+void ThrowUnavailable(const GcryptFailure& failure, const std::string& name) {
+  throw zuna_sec::CipherUnavailableError(name,
+                                         std::string("the cipher is not available (") + failure.what() + ")",
+                                         "check the installed libgcrypt, and that it is not in FIPS mode");
+}
+
 void Open(const Envelope& envelope, const KeyAndIv& secrets, MutableBytes plaintext,
           const std::string& name) try {
   const StackWiper no_remains;
   EnvelopeKeys keys;
-  DeriveKeys(secrets.key, secrets.iv, kSuite, keys);
-  if (!EqualInConstantTime(keys.key_check.bytes(), envelope.key_check)) {
-    throw zuna_sec::WrongKeyError(name, "the key or the IV is not the one that this was encrypted with",
-                                  "give the right key file");
-  }
+  DeriveKeys(secrets, keys);
+  if (!EqualInConstantTime(keys.key_check.bytes(), envelope.key_check)) ThrowWrongKey(name);
   if (!SivDecrypt(keys.siv.bytes(), envelope.associated, envelope.tag.first<kSivTagSize>(),
                   envelope.ciphertext, plaintext)) {
     throw zuna_sec::DamagedError(name, "was changed after it was encrypted, though the key is right",
@@ -185,17 +186,20 @@ void CheckPlaintextSize(std::size_t size, const std::string& name) {
                                 "split the show");
 }
 
+void WriteAssociated(std::uint64_t length, Bytes key_check, MutableBytes associated) {
+  std::copy(kMagic.begin(), kMagic.end(), associated.begin());
+  associated[kVersionOffset] = kVersion;
+  associated[kSuiteOffset] = kSuite;
+  std::fill(associated.begin() + kZeroOffset, associated.begin() + kLengthOffset, std::uint8_t{0});
+  PutLength(associated.subspan(kLengthOffset, kKeyCheckOffset - kLengthOffset), length);
+  std::copy(key_check.begin(), key_check.end(), associated.begin() + kKeyCheckOffset);
+}
+
 void Seal(Bytes plaintext, const KeyAndIv& secrets, MutableBytes envelope, const std::string& name) try {
   const StackWiper no_remains;
   EnvelopeKeys keys;
-  DeriveKeys(secrets.key, secrets.iv, kSuite, keys);
-  std::copy(kMagic.begin(), kMagic.end(), envelope.begin());
-  envelope[kVersionOffset] = kVersion;
-  envelope[kSuiteOffset] = kSuite;
-  std::fill_n(envelope.begin() + kZeroOffset, kZeroSize, std::uint8_t{0});
-  PutLength(envelope.subspan(kLengthOffset, kLengthSize), plaintext.size());
-  const Bytes key_check = keys.key_check.bytes();
-  std::copy(key_check.begin(), key_check.end(), envelope.begin() + kKeyCheckOffset);
+  DeriveKeys(secrets, keys);
+  WriteAssociated(plaintext.size(), keys.key_check.bytes(), envelope.first(kTagOffset));
   SivEncrypt(keys.siv.bytes(), envelope.first(kTagOffset), plaintext, envelope.subspan(kEnvelopeHeaderSize),
              envelope.subspan(kTagOffset).first<kSivTagSize>());
 } catch (const GcryptFailure& failure) {

@@ -14,8 +14,15 @@ namespace zuna_security {
 /// Tells a wrong key from damage.
 inline constexpr std::size_t kKeyCheckSize = 32;
 
-/// Everything before the ciphertext: magic, version, suite, zeros, plaintext length, key check, tag.
-inline constexpr std::size_t kEnvelopeHeaderSize = 8 + 1 + 1 + 6 + 8 + kKeyCheckSize + kSivTagSize;
+/// Where the fields of the header begin, which is everything before the ciphertext.
+inline constexpr std::size_t kMagicOffset = 0;
+inline constexpr std::size_t kVersionOffset = kMagicOffset + 8;
+inline constexpr std::size_t kSuiteOffset = kVersionOffset + 1;
+inline constexpr std::size_t kZeroOffset = kSuiteOffset + 1;
+inline constexpr std::size_t kLengthOffset = kZeroOffset + 6;
+inline constexpr std::size_t kKeyCheckOffset = kLengthOffset + 8;
+inline constexpr std::size_t kTagOffset = kKeyCheckOffset + kKeyCheckSize;
+inline constexpr std::size_t kEnvelopeHeaderSize = kTagOffset + kSivTagSize;
 
 /// 1 GiB. Larger data is refused by its actual size; no memory is reserved from the length field.
 inline constexpr std::size_t kMaxPlaintextSize = std::size_t{1} << 30;
@@ -36,6 +43,9 @@ struct EnvelopeKeys {
 /// Derives `keys` from a caller's key and IV, each of any length. Throws GcryptFailure.
 void DeriveKeys(Bytes key, Bytes iv, std::uint8_t suite, EnvelopeKeys& keys);
 
+/// The same with the suite that envelopes are sealed in.
+void DeriveKeys(const KeyAndIv& secrets, EnvelopeKeys& keys);
+
 /// An envelope whose layout has been checked and nothing else: views of its fields.
 struct Envelope {
   Bytes associated;  // bytes 0 to 55, which the tag covers with the plaintext
@@ -43,6 +53,13 @@ struct Envelope {
   Bytes tag;
   Bytes ciphertext;
 };
+
+/// The plaintext length that a whole header states.
+std::uint64_t StatedLength(Bytes envelope);
+
+/// Checks magic, version, suite and zeros as far as they are present. Throws zuna_sec::NotEncryptedError,
+/// EmptyError, ChangedInTransferError or UnsupportedEnvelopeError.
+void CheckKind(Bytes bytes, const std::string& name);
 
 /// Splits the bytes of an envelope into its fields. `name`, the path or "encrypted data", begins the
 /// messages. Throws zuna_sec::NotEncryptedError, EmptyError, ChangedInTransferError,
@@ -53,8 +70,17 @@ Envelope ParseEnvelope(Bytes bytes, const std::string& name);
 /// failure. Throws zuna_sec::WrongKeyError, DamagedError or CipherUnavailableError.
 void Open(const Envelope& envelope, const KeyAndIv& secrets, MutableBytes plaintext, const std::string& name);
 
+/// Throws zuna_sec::WrongKeyError.
+[[noreturn]] void ThrowWrongKey(const std::string& name);
+
+/// Throws zuna_sec::CipherUnavailableError.
+[[noreturn]] void ThrowUnavailable(const GcryptFailure& failure, const std::string& name);
+
 /// Throws zuna_sec::TooLargeError where a plaintext of `size` bytes does not fit into an envelope.
 void CheckPlaintextSize(std::size_t size, const std::string& name);
+
+/// Fills `associated`, the kTagOffset bytes that the tag covers with a plaintext of `length` bytes.
+void WriteAssociated(std::uint64_t length, Bytes key_check, MutableBytes associated);
 
 /// Encrypts into `envelope`, which has room for the header and the plaintext exactly. Throws
 /// zuna_sec::CipherUnavailableError.

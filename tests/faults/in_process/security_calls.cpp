@@ -6,6 +6,7 @@
 #include "tests/support/encrypted.h"
 #include "tests/support/temporary_folder.h"
 #include "zuna_sec/cipher_stream.h"
+#include "zuna_sec/damaged_envelope.h"
 #include "zuna_sec/digest.h"
 
 namespace public_calls {
@@ -51,6 +52,12 @@ Calls OfSecurity() {
     Fill(stream);
     stream.WriteToFile(out);
     return ContentOf(out);
+  });
+  calls.Add("OpenDamaged", [sealed] {
+    auto damaged = sealed;
+    damaged.back() ^= 1;
+    const auto opened = zuna_sec::OpenDamaged(damaged, kKey);
+    return std::string(opened.plaintext.begin(), opened.plaintext.end());
   });
   calls.Add("Sha256Text", [sealed] { return zuna_sec::Sha256Text(sealed); });
   return calls;

@@ -7,6 +7,7 @@
 
 #include "tests/support/bytes.h"
 #include "zuna_sec/cipher_stream.h"
+#include "zuna_sec/damaged_envelope.h"
 #include "zuna_sec/errors.h"
 
 namespace {
@@ -37,6 +38,7 @@ TEST(CipherUnavailable, InFipsModeWhenAnEnvelopeIsOpened) {
       "53 A5 14 8C F7 D1 83 CC EE D7 B8 75 02 96 F8 1B"    //
       "EA 60 22 5D C1 D4 91 CA 9A 93 E6 D4 55 40 91 7A");  // tag
   EXPECT_THAT(Unavailable([&] { const TwoFishCipherStream stream(empty, {}, {}); }), kNamesFipsMode);
+  EXPECT_THAT(Unavailable([&] { zuna_sec::OpenDamaged(empty, {}); }), kNamesFipsMode);
 }
 
 }  // namespace

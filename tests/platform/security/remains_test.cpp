@@ -11,6 +11,7 @@
 #include "tests/support/bytes.h"
 #include "tests/support/encrypted.h"
 #include "tests/support/remains.h"
+#include "zuna_sec/damaged_envelope.h"
 #include "zuna_sec/errors.h"
 
 namespace {
@@ -89,6 +90,13 @@ TEST_P(Remains, NoneAfterAFailure) {
   ByteVector other_key = Sealed(GetParam());
   other_key[30] ^= 1;  // key check
   ExpectNothingRemains([&] { Open(other_key); });
+}
+
+TEST_P(Remains, NoneAfterOpeningADamagedOne) {
+  ByteVector damaged = Sealed(GetParam());
+  ExpectNothingRemains([&] { zuna_sec::OpenDamaged(damaged, zuna_test::kKey); });
+  damaged[60] ^= 1;  // tag
+  ExpectNothingRemains([&] { zuna_sec::OpenDamaged(damaged, zuna_test::kKey); });
 }
 
 INSTANTIATE_TEST_SUITE_P(Sizes, Remains, testing::Values(0, 1, 64, 5000));
