@@ -1,15 +1,17 @@
-# Install rules, the CMake package zuna_format_converter and its pkg-config file.
+# Install rules, the CMake package zuna_format_converter and the pkg-config files.
+#
+# Components, so that each part can be installed by itself (cmake --install BUILD --component NAME):
+#
+# library      libzuna_format_converter, with the platform libraries that are built here
+# toolkit      libzuna_toolkit
+# library-dev, toolkit-dev      what programs are built with: headers, the CMake package, pkg-config files, the manual
+# tool         zuna-convert with its manual pages and completion scripts
 include(CMakePackageConfigHelpers)
 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/zuna_format_converter")
 set(header_dir "${CMAKE_INSTALL_INCLUDEDIR}/zuna")
 
 set(libraries zuna_format_converter)
-set(header_folders format_converter)
-if(TARGET zuna_toolkit)
-  list(APPEND libraries zuna_toolkit)
-  list(APPEND header_folders toolkit)
-endif()
 if(TARGET zuna_core)
   list(APPEND libraries zuna_core zuna_security kit)
 endif()
@@ -18,17 +20,46 @@ endif()
 add_library(zuna_all INTERFACE)
 add_library(zuna::all ALIAS zuna_all)
 set_target_properties(zuna_all PROPERTIES EXPORT_NAME all)
-target_link_libraries(zuna_all INTERFACE ${libraries} ${ZUNA_PLATFORM_LIBRARIES})
+target_link_libraries(zuna_all INTERFACE
+  ${libraries} ${ZUNA_PLATFORM_LIBRARIES} $<TARGET_NAME_IF_EXISTS:zuna::zuna_toolkit>)
 
-install(TARGETS zuna_all zuna_interfaces ${libraries} EXPORT zuna_format_converter)
-install(EXPORT zuna_format_converter NAMESPACE zuna:: DESTINATION "${package_dir}")
-
-# The headers lie under one folder, so that <TL/timeline.h> and <format_converter/showdata.h> read as they do here.
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/interfaces/" DESTINATION "${header_dir}" FILES_MATCHING PATTERN "*.h")
-foreach(folder IN LISTS header_folders)
-  install(DIRECTORY "${PROJECT_SOURCE_DIR}/${folder}" DESTINATION "${header_dir}"
+# zuna_install_headers(FOLDER COMPONENT)
+#
+# Installs the public headers of a folder. They lie under one folder, so that <TL/timeline.h> and
+# <format_converter/showdata.h> read as they do here.
+function(zuna_install_headers folder component)
+  install(DIRECTORY "${PROJECT_SOURCE_DIR}/${folder}" DESTINATION "${header_dir}" COMPONENT ${component}
     FILES_MATCHING PATTERN "*.h" PATTERN "internal" EXCLUDE)
-endforeach()
+endfunction()
+
+# zuna_install_pkg_config(NAME COMPONENT DESCRIPTION TEXT LIBS WORD ... [REQUIRES NAME])
+#
+# Installs NAME.pc. It finds the prefix from its own place, so that the prefix can be moved.
+function(zuna_install_pkg_config name component)
+  cmake_parse_arguments(PC "" "DESCRIPTION;REQUIRES" "LIBS" ${ARGN})
+  file(RELATIVE_PATH to_prefix "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+  string(REGEX REPLACE "/$" "" to_prefix "${to_prefix}")
+  list(JOIN PC_LIBS " " PC_LIBS)
+  configure_file("${PROJECT_SOURCE_DIR}/cmake/library.pc.in" "${PROJECT_BINARY_DIR}/${name}.pc" @ONLY)
+  install(FILES "${PROJECT_BINARY_DIR}/${name}.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT ${component})
+endfunction()
+
+install(TARGETS zuna_all zuna_interfaces ${libraries} EXPORT zuna_format_converter
+  LIBRARY COMPONENT library NAMELINK_COMPONENT library-dev)
+install(EXPORT zuna_format_converter NAMESPACE zuna:: DESTINATION "${package_dir}" COMPONENT library-dev)
+zuna_install_headers(interfaces/ library-dev)
+zuna_install_headers(format_converter library-dev)
+list(TRANSFORM libraries PREPEND "-l" OUTPUT_VARIABLE words)
+zuna_install_pkg_config(zuna_format_converter library-dev
+  DESCRIPTION "Converts show and log files between their versions" LIBS ${words} ${ZUNA_PLATFORM_LIBRARIES})
+
+if(TARGET zuna_toolkit)
+  install(TARGETS zuna_toolkit EXPORT zuna_toolkit LIBRARY COMPONENT toolkit NAMELINK_COMPONENT toolkit-dev)
+  install(EXPORT zuna_toolkit NAMESPACE zuna:: DESTINATION "${package_dir}" COMPONENT toolkit-dev)
+  zuna_install_headers(toolkit toolkit-dev)
+  zuna_install_pkg_config(zuna_toolkit toolkit-dev
+    DESCRIPTION "Show and log files of every version as documents" REQUIRES zuna_format_converter LIBS -lzuna_toolkit)
+endif()
 
 configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/zuna_format_converterConfig.cmake.in"
   "${PROJECT_BINARY_DIR}/zuna_format_converterConfig.cmake" INSTALL_DESTINATION "${package_dir}")
@@ -37,17 +68,8 @@ write_basic_package_version_file("${PROJECT_BINARY_DIR}/zuna_format_converterCon
 install(FILES
   "${PROJECT_BINARY_DIR}/zuna_format_converterConfig.cmake"
   "${PROJECT_BINARY_DIR}/zuna_format_converterConfigVersion.cmake"
-  DESTINATION "${package_dir}")
-
-# The pkg-config file finds the prefix from its own place, so that the prefix can be moved.
-file(RELATIVE_PATH pc_to_prefix "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
-string(REGEX REPLACE "/$" "" pc_to_prefix "${pc_to_prefix}")
-list(TRANSFORM libraries PREPEND "-l" OUTPUT_VARIABLE pc_libraries)
-list(APPEND pc_libraries ${ZUNA_PLATFORM_LIBRARIES})
-list(JOIN pc_libraries " " pc_libraries)
-configure_file("${PROJECT_SOURCE_DIR}/cmake/zuna_format_converter.pc.in"
-  "${PROJECT_BINARY_DIR}/zuna_format_converter.pc" @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/zuna_format_converter.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+  DESTINATION "${package_dir}" COMPONENT library-dev)
 
 # A copy of the sources may be without documentation.
-install(FILES "${PROJECT_SOURCE_DIR}/docs/libzuna_format_converter.3" DESTINATION "${CMAKE_INSTALL_MANDIR}/man3" OPTIONAL)
+install(FILES "${PROJECT_SOURCE_DIR}/docs/libzuna_format_converter.3" DESTINATION "${CMAKE_INSTALL_MANDIR}/man3"
+  COMPONENT library-dev OPTIONAL)

@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
 """Installs the build, moves the prefix and lets a project of its own build against it, with CMake and with pkg-config, and
-convert the sample show and its log.
+convert the sample show and its log. The library without toolkit and tool is enough for it.
 
     consumer_test.py SOURCE_DIR BUILD_DIR CXX_COMPILER CXX_FLAGS
 """
 
 import os
 import pathlib
+import re
 import shlex
 import subprocess
 import sys
@@ -31,6 +32,20 @@ def main(source, build, compiler, flags):
         for program in (built_with_cmake(prefix, examples, folder, compiler, flags),
                         built_with_pkg_config(prefix, examples, folder, compiler, flags)):
             check_output(program, examples, log, folder)
+        alone = library_alone(build, folder / "alone")
+        check_output(built_with_cmake(alone, examples, folder / "of-library", compiler, flags), examples, log, folder)
+
+
+def library_alone(build, prefix):
+    """Installs the two components of the library, and nothing else comes with them."""
+    for component in ("library", "library-dev"):
+        run("cmake", "--install", build, "--prefix", prefix, "--component", component)
+    files = {str(path.relative_to(prefix)) for path in prefix.rglob("*") if not path.is_dir()}
+    libraries = {found[1] for name in files if (found := re.match(r"lib(\w+)\.", pathlib.Path(name).name))}
+    assert libraries == {"zuna_format_converter", "zuna_core", "zuna_security", "kit"}, libraries
+    others = [name for name in files if "toolkit" in name or not re.match(r"(include/zuna|lib\w*|share/man/man3)/", name)]
+    assert not others, others
+    return prefix
 
 
 def built_with_cmake(prefix, examples, folder, compiler, flags):
