@@ -11,7 +11,11 @@ OWN = ("libzuna-format-converter", "zuna-convert")
 
 
 def run(*command, **options):
-    return subprocess.run([str(word) for word in command], check=True, capture_output=True, text=True, **options).stdout
+    try:
+        return subprocess.run([str(word) for word in command], check=True, capture_output=True, text=True, **options).stdout
+    except subprocess.CalledProcessError as error:
+        error.add_note(error.stdout + error.stderr)
+        raise
 
 
 class CleanRoot:

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Builds programs against an installation over examples/platform, and converts the sample show and its log with them.
-The stage "without platform" of .ci/run makes the installation.
+The stages "without platform" and "packaging" of .ci/run make such installations.
 
     own_platform_test.py SOURCE_DIR PREFIX ZUNA_CONVERT CXX_COMPILER
 """
