@@ -54,13 +54,14 @@ std::string OtherSongText(const CompanionFit::OtherSong& song, const std::string
          std::to_string(song.companion_length);
 }
 
-std::vector<std::string> NotesOf(const CompanionFit& fit, const std::string& companion, bool is_log) {
-  std::vector<std::string> notes;
+std::vector<Note> NotesOf(const CompanionFit& fit, const std::string& companion, bool is_log) {
+  std::vector<Note> notes;
   if (is_log && !fit.unknown_songs.empty()) {  // A log need not have all songs of its show.
     const char* are = fit.unknown_songs.size() == 1 ? " is not in " : " are not in ";
-    notes.push_back(SongsText(fit.unknown_songs) + are + companion + "; the division stays 0");
+    notes.push_back({true, SongsText(fit.unknown_songs) + are + companion + "; the division stays 0"});
   }
-  for (const CompanionFit::OtherSong& song : fit.other_songs) notes.push_back(OtherSongText(song, companion));
+  for (const CompanionFit::OtherSong& song : fit.other_songs)
+    notes.push_back({false, OtherSongText(song, companion)});
   return notes;
 }
 

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "cli/batch/conversions.h"
+#include "cli/help/nearest.h"
 #include "cli/terminal/standard_streams.h"
 #include "toolkit/comparison/comparison.h"
 
@@ -9,13 +10,16 @@ namespace zuna_cli {
 
 namespace {
 
-std::string CheckFailOn(const std::string& text) { return text == "loss" ? "" : "its value is loss"; }
+std::string CheckFailOn(const std::string& text) {
+  return text == kFailOnLoss || text == kFailOnAnyLoss ? "" : "its value is loss or any-loss";
+}
 
 std::string CheckLossCode(const std::string& text) {
   const auto codes = zuna_toolkit::LossExplanations();
-  const bool is_known =
-      std::any_of(codes.begin(), codes.end(), [&](const auto& row) { return row.code == text; });
-  return is_known ? "" : "there is no loss of the code \"" + text + "\"";
+  std::vector<std::string> known;
+  for (const zuna_toolkit::Explanation& row : codes) known.emplace_back(row.code);
+  const bool is_known = std::find(known.begin(), known.end(), text) != known.end();
+  return is_known ? "" : "there is no loss of the code \"" + text + '"' + Suggestion(text, known);
 }
 
 /// Some options change only what others do.
@@ -27,7 +31,7 @@ void RequireWhatIsNeeded(const ConversionOptions& options) {
   if (options.report == kStandardStream) {
     throw Failure(ErrorCode::kUsage, "command line", "a report is added to a file", "give --report FILE");
   }
-  if (!options.accepted.empty() && !options.fail_on_loss) {
+  if (!options.accepted.empty() && options.fail_on.empty()) {
     throw Failure(ErrorCode::kUsage, "command line", "--accept is about --fail-on, which is not given",
                   "give --fail-on loss, or leave out --accept");
   }
@@ -48,10 +52,11 @@ CLI::App* AddConversionCommand(CLI::App& app, Context& context, const std::strin
   command->add_flag("--resume", options.resume,
                     "Pass over inputs that the report has as finished, with the same content and options");
   command
-      ->add_option_function<std::string>(
-          "--fail-on", [&options](const std::string&) { options.fail_on_loss = true; },
-          "loss: write nothing that loses anything")
-      ->type_name("loss")
+      ->add_option(
+          "--fail-on", options.fail_on,
+          "loss: write nothing that loses what matters; any-loss: nor what loses anything else, such as "
+          "a name that up brings back")
+      ->type_name("loss|any-loss")
       ->check(CLI::Validator(CheckFailOn, ""));
   command->add_option("--accept", options.accepted, "Codes of losses that --fail-on lets through")
       ->type_name("CODE,...")

@@ -52,6 +52,15 @@ Preparation PrepareOrReport(const ConversionOptions& options, const Context& con
   throw;
 }
 
+/// How a run that was stopped is gone on with.
+std::string ToGoOn(const ConversionOptions& options) {
+  const std::string same = "give the same command again";
+  if (options.outputs.dry_run) return "";
+  if (!options.report.empty()) return same + (options.resume ? "" : " with --resume");
+  if (options.outputs.in_place || options.outputs.skip_existing) return same;
+  return same + " with --skip-existing" + (options.outputs.force ? " in place of --force" : "");
+}
+
 }  // namespace
 
 void ConvertAll(const ConversionOptions& options, Context& context, const Conversion& conversion) {
@@ -62,12 +71,14 @@ void ConvertAll(const ConversionOptions& options, Context& context, const Conver
                             std::move(made.finished), report);
   // With shards, other machines may work in the same folders, and not all file systems tell of their locks.
   if (!options.outputs.dry_run && options.inputs.shard.count == 1) RemoveLeftovers(jobs);
+  const MadeFolders folders(jobs, options.outputs, options.inputs.shard.count);
   Batch batch;
   batch.work = [&](std::size_t number) { return converter(jobs[number]); };
   batch.take = [&](const Outcome& outcome) {
     if (report != nullptr) report->Add(outcome.report);
   };
   batch.done = {options.outputs.dry_run ? "would be done" : "done"};
+  batch.to_go_on = ToGoOn(options);
   batch.writes = true;
   RunAll(jobs.size(), options.inputs, context, batch);
 }

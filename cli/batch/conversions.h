@@ -4,9 +4,11 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "cli/batch/input_options.h"
+#include "cli/batch/outcome.h"
 #include "cli/batch/output_options.h"
 #include "cli/shared/context.h"
 #include "toolkit/document/document.h"
@@ -14,13 +16,17 @@
 
 namespace zuna_cli {
 
+/// Values of --fail-on: losses that may do harm, and all losses.
+inline constexpr std::string_view kFailOnLoss = "loss";
+inline constexpr std::string_view kFailOnAnyLoss = "any-loss";
+
 /// What the options of such a command tell.
 struct ConversionOptions {
   InputOptions inputs;
   OutputOptions outputs;
   std::string report;                 ///< the path of the report; empty for none
   bool resume = false;                ///< pass over what the report has as finished
-  bool fail_on_loss = false;          ///< write nothing that loses anything
+  std::string fail_on;                ///< which losses are refused: one of the following, or empty for none
   std::vector<std::string> accepted;  ///< codes of losses that may be
 };
 
@@ -31,9 +37,9 @@ CLI::App* AddConversionCommand(CLI::App& app, Context& context, const std::strin
 /// What became of one document.
 struct Converted {
   zuna_toolkit::Document document;
-  std::string text;                ///< what was done: "0.0 -> 1.2"
-  std::vector<std::string> notes;  ///< what else there is to say
-  std::string companion;           ///< the path of the companion that was read; may be empty
+  std::string text;         ///< what was done: "0.0 -> 1.2"
+  std::vector<Note> notes;  ///< what else there is to say
+  std::string companion;    ///< the path of the companion that was read; may be empty
 };
 
 /// One of the commands.

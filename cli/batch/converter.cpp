@@ -45,6 +45,7 @@ Outcome Converter::operator()(const Job& job) const {
     outcome.failure = placing_.WithRemedy(CurrentFailure());
     if (outcome.failure->code() == ErrorCode::kInterrupted) throw;
     outcome.status = Status::kFailed;
+    outcome.input = job.input.path;
     if (!Exists(line.backup)) line.backup.clear();
     const std::string& at_fault = outcome.failure->parts().file;
     if (!at_fault.empty() && at_fault == CompanionOf(job)) line.companion = at_fault;
@@ -97,7 +98,7 @@ Converter::Result Converter::Make(const Job& job, zuna_toolkit::OpenedFile&& fil
     bytes = Bytes();
     const Losses losses(*document, converted->document, HasReport());
     line.companion = converted->companion;
-    line.notes = converted->notes;
+    for (const Note& note : converted->notes) line.notes.push_back(note.text);
     line.losses = losses.json();
     RequireAccepted(losses, options_, document->name());
     TellConversion(*converted, *document, losses, is_one_of_many_, result.outcome);

@@ -9,16 +9,17 @@
 namespace zuna_cli {
 
 std::string PolicyText(const ConversionOptions& options) {
-  std::string text = options.fail_on_loss ? " --fail-on loss" : "";
+  std::string text = options.fail_on.empty() ? "" : " --fail-on " + options.fail_on;
   for (const std::string& code : options.accepted) text += " --accept " + code;
   return text;
 }
 
 void RequireAccepted(const Losses& losses, const ConversionOptions& options, const std::string& name) {
-  if (!options.fail_on_loss) return;
+  if (options.fail_on.empty()) return;
   std::string codes;
   std::vector<LossKind> refused;
   for (const LossKind& kind : losses.Kinds()) {
+    if (kind.is_harmless && options.fail_on != kFailOnAnyLoss) continue;
     const auto& accepted = options.accepted;
     if (std::find(accepted.begin(), accepted.end(), kind.code) != accepted.end()) continue;
     codes += (codes.empty() ? "" : ",") + kind.code;

@@ -20,6 +20,12 @@ enum class Status {
   kFailed,
 };
 
+/// What there is to say about an input besides its losses.
+struct Note {
+  bool is_loss = false;  ///< stays where only errors and losses are printed
+  std::string text;
+};
+
 /// A line on standard error.
 struct Message {
   bool is_loss = false;  ///< stays where only errors and losses are printed
@@ -36,6 +42,7 @@ struct Outcome {
   std::vector<Message> messages;    ///< for standard error
   std::string report;               ///< for the report, with its line break; may be empty
   std::optional<Failure> failure;   ///< where it failed
+  std::string input;                ///< the path of an input that failed; empty where its failure names it
   std::exception_ptr ends_command;  ///< what no other input should be tried after, such as a lack of memory
 };
 

@@ -1,6 +1,8 @@
 // The outputs of a command that makes one file of each input.
 #include "cli/batch/output_options.h"
 
+#include <unistd.h>
+
 #include <filesystem>
 #include <map>
 #include <set>
@@ -134,6 +136,21 @@ void MakeFolderOf(const std::string& output) {
   if (!error) return;
   throw Failure(zuna_toolkit::CodeOfSystemError(error.value()), output,
                 "its folder cannot be made: " + error.message(), "check the path and its permissions");
+}
+
+MadeFolders::MadeFolders(const std::vector<Job>& jobs, const OutputOptions& options, std::uint64_t shards) {
+  if (options.folder.empty() || options.dry_run || shards > 1) return;
+  for (const Job& job : jobs) {
+    std::filesystem::path folder = std::filesystem::path(job.output).parent_path();
+    while (!folder.empty() && !missing_.contains(folder.string()) && !Exists(folder.string())) {
+      missing_.insert(folder.string());
+      folder = folder.parent_path();
+    }
+  }
+}
+
+MadeFolders::~MadeFolders() {
+  for (auto folder = missing_.rbegin(); folder != missing_.rend(); ++folder) ::rmdir(folder->c_str());
 }
 
 void RemoveLeftovers(const std::vector<Job>& jobs) {

@@ -1,8 +1,10 @@
 // The outputs of a command that makes one file of each input.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -43,6 +45,20 @@ std::vector<Job> PlanOutputs(const std::vector<zuna_toolkit::Input>& inputs, con
 
 /// Removes what runs that were killed have left beside the outputs.
 void RemoveLeftovers(const std::vector<Job>& jobs);
+
+/// The folders of outputs that are not there yet when it is made. Those that are there and empty when it goes
+/// are removed: all that was to be written there failed.
+class MadeFolders {
+ public:
+  /// `shards` is how many runs share the outputs: what other machines need is left alone.
+  MadeFolders(const std::vector<Job>& jobs, const OutputOptions& options, std::uint64_t shards);
+  MadeFolders(const MadeFolders&) = delete;
+  MadeFolders& operator=(const MadeFolders&) = delete;
+  ~MadeFolders();
+
+ private:
+  std::set<std::string> missing_;  ///< a folder is before those in it
+};
 
 /// Makes the folder of an output. Throws Failure (kIo).
 void MakeFolderOf(const std::string& output);

@@ -10,6 +10,7 @@
 #include <thread>
 #include <vector>
 
+#include "cli/batch/failure_list.h"
 #include "cli/batch/loss_totals.h"
 #include "cli/terminal/signals.h"
 #include "cli/terminal/standard_streams.h"
@@ -61,7 +62,7 @@ class Telling {
   bool Take(Outcome&& outcome) {
     try {
       if (outcome.ends_command) std::rethrow_exception(outcome.ends_command);
-      if (outcome.failure) failures_.push_back(*outcome.failure);
+      if (outcome.failure) failures_.push_back({std::move(outcome.input), *outcome.failure});
       Tell(outcome);
       return failures_.empty() || !options_.fail_fast;
     } catch (...) {
@@ -75,11 +76,12 @@ class Telling {
     progress_.Clear();
     if (total_ == 1) {
       if (ends_command_) std::rethrow_exception(ends_command_);
-      if (!failures_.empty()) throw failures_.front();
+      if (!failures_.empty()) throw failures_.front().failure;
     } else {
       TellSummary();
       TellLosses();
-      for (const Failure& failure : failures_) PrintError(failure);
+      for (const Failure& failure : FailuresToTell(failures_)) PrintError(failure);
+      TellHowToGoOn();
       if (ends_command_) std::rethrow_exception(ends_command_);
     }
     if (!failures_.empty()) {
@@ -139,9 +141,16 @@ class Telling {
     if (current_ > 0) text += ", " + std::to_string(current_) + " already current";
     if (skipped_ > 0) text += ", " + std::to_string(skipped_) + " skipped";
     text += ", " + std::to_string(failures_.size()) + " failed";
-    const std::size_t left = total_ - finished();
-    if (left > 0) text += ", " + std::to_string(left) + " not begun";
+    if (left() > 0) text += ", " + std::to_string(left()) + " not begun";
     PrintLine(NoteLine(Counted(total_, "file", "files"), text));
+  }
+
+  std::size_t left() const { return total_ - finished(); }
+
+  void TellHowToGoOn() const {
+    if (context_.quiet() > 0 || left() == 0 || batch_.to_go_on.empty()) return;
+    const std::string files = Counted(left(), "file", "files");
+    PrintLine(NoteLine(files, (left() == 1 ? "is not begun; " : "are not begun; ") + batch_.to_go_on));
   }
 
   void TellLosses() const {
@@ -155,7 +164,7 @@ class Telling {
   const Batch& batch_;
   Progress progress_;
   LossTotals losses_;
-  std::vector<Failure> failures_;
+  std::vector<FailedInput> failures_;
   std::exception_ptr ends_command_;
   std::vector<std::size_t> done_;  ///< by group
   std::size_t current_ = 0;

@@ -17,8 +17,9 @@ struct Batch {
   Work work;  ///< on the input of this number; what it throws becomes the failure of that input
   std::function<void(const Outcome&)> take;  ///< gets every outcome, in the order of the inputs; may be empty
   std::vector<std::string>
-      done;             ///< what the summary calls inputs that are done, by group; empty for no summary
-  bool writes = false;  ///< signals wait until files that are begun are finished
+      done;              ///< what the summary calls inputs that are done, by group; empty for no summary
+  std::string to_go_on;  ///< what to do where inputs are left that were not begun; empty for nothing
+  bool writes = false;   ///< signals wait until files that are begun are finished
 };
 
 /// Works on the inputs 0 to `count` - 1. Texts and messages come in the order of the inputs, whatever the

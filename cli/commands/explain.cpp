@@ -2,7 +2,6 @@
 #include <unistd.h>
 
 #include <memory>
-#include <optional>
 #include <sstream>
 #include <vector>
 
@@ -21,7 +20,7 @@ namespace {
 using zuna_toolkit::Explanation;
 
 struct ExplainOptions {
-  std::optional<std::string> code;
+  std::vector<std::string> codes;
   bool json = false;
 };
 
@@ -94,8 +93,13 @@ std::string ListJson() {
 }
 
 void RunExplain(const ExplainOptions& options) {
-  if (options.code) return WriteStandardOutput(Explained(*options.code, options.json));
-  WriteStandardOutput(options.json ? ListJson() : ListText());
+  std::string text;
+  for (const std::string& code : options.codes) {
+    if (!text.empty() && !options.json) text += '\n';
+    text += Explained(code, options.json);
+  }
+  if (options.codes.empty()) text = options.json ? ListJson() : ListText();
+  WriteStandardOutput(text);
 }
 
 }  // namespace
@@ -104,9 +108,8 @@ void AddExplainCommand(CLI::App& app, Context& context) {
   CLI::App* command = app.add_subcommand("explain", "Tell what a code means, and what to do about it");
   AddSharedOptions(*command, context);
   const auto options = std::make_shared<ExplainOptions>();
-  command->add_option("CODE", options->code,
-                      "The code, such as wrong-key; all codes are listed unless given");
-  command->add_flag("--json", options->json, "Write JSON: an object for a code, an array for all");
+  command->add_option("CODE", options->codes, "Codes, such as wrong-key; all codes are listed unless given");
+  command->add_flag("--json", options->json, "Write JSON: an object for each code, an array for all");
   context.SetWork(*command, [options] { RunExplain(*options); });
 }
 

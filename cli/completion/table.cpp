@@ -44,6 +44,7 @@ CompletionValues ValuesOf(const std::string& name, const CLI::App& root) {
   if (kFiles.contains(name)) return {Kind::kFiles};
   if (name == "DIR") return {Kind::kFolders};
   if (name == "VERSION") return {Kind::kWords, VersionWords()};
+  if (name == "loss|any-loss") return {Kind::kWords, {"loss", "any-loss"}};
   if (name == "SHELL") return {Kind::kWords, ShellWords()};
   if (name == "CODE") return {Kind::kWords, AllCodes()};
   if (name == "COMMAND") return {Kind::kWords, CommandWords(root)};

@@ -20,7 +20,7 @@ constexpr auto kExamples = std::to_array<Example>({
     {"up", "zuna-convert up shows -r --out-dir shows-1.2 --report report.json"},
     {"up", "zuna-convert up lost.showdata -o found.showdata --show-name Opera"},
     {"down", "zuna-convert down new.showdata -o old.showdata"},
-    {"down", "zuna-convert down shows --in-place --fail-on loss --accept show-name-dropped"},
+    {"down", "zuna-convert down shows --in-place --fail-on loss --accept voice-renumbered"},
     {"convert", "zuna-convert convert opera.showdata -o text.showdata --to 2.0"},
     {"check", "zuna-convert check shows -r"},
     {"check", "zuna-convert check opera.showdata --to 0.0"},

@@ -70,7 +70,11 @@ class ArchiveTest(ToolTest):
         before, summary, after = said.partition(f"zuna-convert: {len(self.archive)} files: ")
         self.assertTrue(summary, said[-2000:])
         told = [line.removeprefix("zuna-convert: ").partition(": ")[0] for line in after.splitlines()[1:]]
-        self.assertEqual(sorted(told), sorted(self.failing))
+        together = [name for name in told if name.endswith(" files")]  # with the same problem
+        alone = set(told) - set(together)
+        self.assertEqual(len(alone) + len(together), len(told))
+        self.assertLessEqual(alone, self.failing)
+        self.assertEqual(sum(int(name.split()[0]) for name in together) + len(alone), len(self.failing))
         self.assertFalse(self.failing & {line.split(": ")[1] for line in before.splitlines()})
         last = self.last_lines()
         self.assertEqual(last.keys(), {f"in/{name}" for name in self.archive})

@@ -111,7 +111,62 @@ class FailureTest(FolderTest):
         self.write("in/a.showdata", "bad")
         said = self.said("up", "in", "-r", "--out-dir", "out", "--fail-fast", "-j", "1", code=PART_FAILED)
         self.assertEqual(said[0], "5 files: 0 done, 1 failed, 4 not begun")
-        self.assertEqual(self.written("out"), [])
+        self.assertEqual(said[-1], "4 files: are not begun; give the same command again with --skip-existing")
+        self.assertFalse(os.path.exists(self.path("out")))
+
+    def test_says_how_to_go_on(self):
+        self.write("in/a.showdata", "bad")
+        run = ("up", "in", "--fail-fast", "-j", "1")
+        again = "2 files: are not begun; give the same command again"
+        self.assertEqual(self.said(*run, "--in-place", code=PART_FAILED)[-1], again)
+        self.assertEqual(self.said(*run, "--out-dir", "out", "--skip-existing", code=PART_FAILED)[-1], again)
+        self.assertEqual(self.said(*run, "--out-dir", "out", "--force", code=PART_FAILED)[-1],
+                         again + " with --skip-existing in place of --force")
+        reported = (*run, "--out-dir", "out", "--report", "report")
+        self.assertEqual(self.said(*reported, code=PART_FAILED)[-1], again + " with --resume")
+        self.assertEqual(self.said(*reported, "--resume", code=PART_FAILED)[-1], again)
+        self.assertNotIn("not begun", self.said(*run, "--out-dir", "out", "-n", code=PART_FAILED)[-1])
+        self.assertNotIn("not begun", self.said(*run, "--out-dir", "out", "-q", code=PART_FAILED)[-1])
+        self.assertNotIn("not begun", self.said("list", "in", "--fail-fast", "-j", "1", code=PART_FAILED)[-1])
+
+    def test_leaves_no_folder_that_it_made_for_nothing(self):
+        self.write("in/below/gala.showdata", "bad")
+        self.write("in/below/gala.logdata", "bad")
+        os.mkdir(self.path("there"))
+        for folder in ("out", "there/out"):
+            self.run_tool("up", "in", "-r", "--out-dir", folder, "--fail-on", "any-loss", code=PART_FAILED)
+            self.assertEqual(sorted(os.listdir(self.path(folder))), ["opera.logdata", "opera.showdata"])
+        self.run_tool("up", "in/below", "--out-dir", "new/folder", code=PART_FAILED)
+        self.run_tool("up", "in/below/gala.showdata", "--out-dir", "new/folder", code=BAD_INPUT)
+        self.assertFalse(os.path.exists(self.path("new")))
+        os.mkdir(self.path("mine"))
+        self.run_tool("up", "in/below", "--out-dir", "mine", code=PART_FAILED)
+        self.assertEqual(os.listdir(self.path("mine")), [])
+
+    def test_tells_a_damaged_companion_once(self):
+        self.write("in/opera.logdata", self.read("in/opera.logdata")[:-1])
+        said = self.said("up", "in", "--out-dir", "out", "--report", "report", code=PART_FAILED)
+        self.assertEqual(said[0], "2 files: 0 done, 2 failed")
+        self.assertRegex(said[1], r"^in/opera\.logdata: ends after .* \(needed by in/opera\.showdata\); get a complete copy")
+        self.assertEqual(len(said), 2)
+        codes = [json.loads(line)["error"]["code"] for line in self.read("report").splitlines()]
+        self.assertEqual(codes, ["cut-off", "cut-off"])
+
+    def test_tells_a_problem_of_many_files_once(self):
+        self.write_key("key", "key = 01\niv = 02\n")
+        said = self.said("up", "in", "-r", "--out-dir", "out", "--key-file", "key", code=PART_FAILED)
+        self.assertEqual(said[0], "4 files: 0 done, 4 failed")
+        self.assertRegex(said[1], r"^4 files: .* \(in/below/gala\.logdata, in/below/gala\.showdata, in/opera\.logdata, "
+                                  r"in/opera\.showdata\); give the right key file$")
+        self.assertEqual(len(said), 2)
+        for number in range(6):
+            self.write(f"in/{number}.showdata", self.read("in/opera.showdata"))
+        said = self.said("list", "in", "-r", "--key-file", "key", code=PART_FAILED)
+        self.assertRegex(said[0], r"^10 files: .*, in/below/gala\.logdata, in/below/gala\.showdata and 2 more\); ")
+        os.rename(self.path("in/below"), self.path("below"))
+        said = self.said("list", "below", "in/0.showdata", "--key-file", "key", code=PART_FAILED)
+        self.assertEqual([line.split(": ")[0] for line in said],
+                         ["below/gala.logdata", "below/gala.showdata", "in/0.showdata"])
 
     def test_fails_with_its_own_code_for_a_single_input(self):
         self.write("bad.showdata", "bad")
@@ -410,12 +465,23 @@ class LossTest(FolderTest):
         self.assertEqual(self.read("out"), self.read("odd.showdata"))
 
     def test_refuses_losses_where_asked(self):
-        self.refuse("down", "new/opera.showdata", "-o", "out", "--fail-on", "loss", code=REFUSED,
+        self.refuse("down", "new/opera.showdata", "-o", "out", "--fail-on", "any-loss", code=REFUSED,
                     message="new/opera.showdata: would lose 1 show name; give --accept "
                             "show-name-dropped to let it go, or leave out --fail-on")
-        self.run_tool("down", "new", "--out-dir", "out", "--fail-on", "loss", "--accept",
+        self.run_tool("down", "new", "--out-dir", "out", "--fail-on", "any-loss", "--accept",
                       "show-name-dropped,division-dropped")
         self.assertEqual(self.written("out"), ["out/opera.logdata", "out/opera.showdata"])
+
+    def test_refuses_only_losses_that_matter_where_asked(self):
+        self.run_tool("down", "new", "--out-dir", "out", "--fail-on", "loss")
+        self.assertEqual(self.written("out"), ["out/opera.logdata", "out/opera.showdata"])
+        self.encrypt("odd.showdata", legacy_show(legacy_song(labels=((0, "Epilogue"),))) + b"tail")
+        self.refuse("up", "odd.showdata", "-o", "other", "--show-name", "X", "--fail-on", "loss", code=REFUSED,
+                    message="odd.showdata: would lose 1 whole bar label; give --accept bar-label-cut to let it go, or leave "
+                            "out --fail-on")
+        self.refuse("up", "odd.showdata", "-o", "other", "--show-name", "X", "--fail-on", "any-loss", code=REFUSED,
+                    message="odd.showdata: would lose 1 whole bar label, 4 bytes after the last song; give --accept "
+                            "bar-label-cut,trailing-bytes-dropped to let it go, or leave out --fail-on")
 
 
 if __name__ == "__main__":

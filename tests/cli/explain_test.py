@@ -51,6 +51,14 @@ class ExplainTest(ToolTest):
         self.assertEqual(json.loads(self.explained("wrong-key", "--json")), wanted)
         self.assertIn(wanted, json.loads(self.explained("--json")))
 
+    def test_tells_what_several_codes_mean(self):
+        one, other = self.explained("wrong-key"), self.explained("cut-off")
+        self.assertEqual(self.explained("wrong-key", "cut-off"), one + "\n" + other)
+        lines = self.explained("wrong-key", "cut-off", "--json").splitlines()
+        self.assertEqual([json.loads(line)["code"] for line in lines], ["wrong-key", "cut-off"])
+        self.refuse("explain", "wrong-key", "frobnicate", code=NEGATIVE,
+                    message='explain: there is no code "frobnicate"; zuna-convert explain lists all')
+
     def test_suggests_a_code_that_may_be_meant(self):
         self.refuse("explain", "wrong-kye", code=NEGATIVE,
                     message='explain: there is no code "wrong-kye"; did you mean "wrong-key"?; zuna-convert explain lists all')

@@ -76,6 +76,10 @@ class UpTest(WithLogs):
             "zuna-convert: old.log: 2 songs, 6 edits, 0.0 -> 1.2, divisions from other, lossless",
         ])
         self.assertEqual([song["division"] for song in self.log_document("out")["songLogs"]], [0, 480])
+        done = self.run_tool("up", "old.log", "-o", "out", "--companion", "other", "--any-companion", "--force", "-q")
+        self.assertEqual(done.stderr, b"zuna-convert: old.log: song 10 is not in other; the division stays 0\n")
+        self.assertIn(b"song 10: the division is 0; convert the legacy log again with its show, or set the division "
+                      b"[division-unknown]", self.run_tool("check", "out").stdout)
 
     def test_refuses_a_foreign_companion(self):
         self.encrypt("other", legacy_show(legacy_song("7")))

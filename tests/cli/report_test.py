@@ -247,7 +247,7 @@ class ReportTest(FolderTest):
         self.assertEqual([line["status"] for line in self.lines()], ["done"])
 
     def test_has_the_losses_that_were_refused(self):
-        self.run_tool("down", "new.showdata", "-o", "out", "--fail-on", "loss", "--report", "report", code=REFUSED)
+        self.run_tool("down", "new.showdata", "-o", "out", "--fail-on", "any-loss", "--report", "report", code=REFUSED)
         line, = self.lines()
         self.assertEqual([line["error"]["code"], line["losses"][0]["code"]], ["loss-refused", "show-name-dropped"])
 
@@ -318,7 +318,8 @@ class InterruptTest(FolderTest):
                 time.sleep(0.002)  # Two that come at once are one.
             said = process.stderr.read().decode()
             self.assertEqual(process.wait(timeout=60), code, said)
-        self.assertRegex(said, r"302 files: \d+ done, 0 failed, \d+ not begun\n" + message + "$")
+        self.assertRegex(said, r"302 files: \d+ done, 0 failed, (\d+) not begun\nzuna-convert: \1 files: are not begun; "
+                               r"give the same command again with --resume\n" + message + "$")
         finished = [json.loads(line)["output"] for line in self.read("report").splitlines()]
         self.assertEqual(sorted(finished), self.written("out"))
         self.assertLess(len(finished), 302)

@@ -107,9 +107,9 @@ class UsageTest(WithShows):
 
     def test_names_words_that_are_not_known(self):
         self.refuse_line("down", "new.showdata", "-o", "out", "--fail-on", "losses", at="down",
-                         message="--fail-on: its value is loss")
+                         message="--fail-on: its value is loss or any-loss")
         self.refuse_line("down", "new.showdata", "-o", "out", "--fail-on", "loss", "--accept", "show-name-drop", at="down",
-                         message='--accept: there is no loss of the code "show-name-drop"')
+                         message='--accept: there is no loss of the code "show-name-drop"; did you mean "show-name-dropped"?')
         self.refuse_line("down", "new.showdata", "-o", "out", "--fail-on", "loss", "--accept", "", at="down",
                          message='--accept: there is no loss of the code ""')
         self.refuse_line("info", "new.showdata", "--progress", "xml", at="info", message="--progress: its value is json")

@@ -29,6 +29,7 @@ enum class FindingCode : std::uint8_t {
   kSongNumberEmpty,
   kSongIncomplete,
   kDivisionZero,
+  kDivisionUnknown,
   kSongLengthZero,
   kSongWithoutVoices,
   kSongWithoutMessages,

@@ -157,6 +157,7 @@ void CheckEdits(const CL::SongLog& song, const SongFindings& findings) {
 
 void CheckSong(const CL::SongLog& song, const SongFindings& findings) {
   CheckSongFields(song.song_number, song.song_name, song.song_length, findings);
+  if (song.division == 0) findings.Add(FindingCode::kDivisionUnknown, "the division is 0");
   if (IsComplete(song)) return CheckEdits(song, findings);
   findings.Add(FindingCode::kSongIncomplete, "a list of edits is missing");
 }

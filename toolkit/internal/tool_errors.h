@@ -58,10 +58,10 @@ inline constexpr std::array kToolErrors = {
     ErrorRow{ErrorCode::kLossRefused,
              ErrorKind::kRefused,
              {"loss-refused", "the conversion would lose something, and that was not accepted",
-              "--fail-on loss was given, and the other format does not hold all of the file",
+              "--fail-on was given, and the other format does not hold all of the file",
               "accept the codes of the losses with --accept, or leave out --fail-on",
               "zuna-convert check FILE --to 0.0\nzuna-convert down FILE -o OUT --fail-on loss --accept "
-              "show-name-dropped,division-dropped"}},
+              "fermata-dropped,attacca-dropped"}},
     ErrorRow{ErrorCode::kEncryptedAlready,
              ErrorKind::kRefused,
              {"encrypted-already", "the file to encrypt is encrypted already",

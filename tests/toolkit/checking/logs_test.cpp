@@ -16,7 +16,7 @@ using ::testing::IsEmpty;
 /// The findings about a log of one song of 1920 ticks, after `change(song)`.
 template <typename Change>
 std::vector<std::string> FindingsAfter(Change change) {
-  const auto song = std::make_shared<CL::SongLog>("1", "Song", static_cast<unsigned short>(0), 1920U);
+  const auto song = std::make_shared<CL::SongLog>("1", "Song", static_cast<unsigned short>(480), 1920U);
   change(*song);
   CL::ChangeLog log;
   log.AddSongLog(song);
@@ -48,10 +48,12 @@ TEST(CheckLog, FindsFieldsOfASong) {
                 song.song_number.clear();
                 song.song_name.assign("\xFF");
                 song.song_length = 0;
+                song.division = 0;
               }),
               ElementsAre("warning song-number-empty: the song number is empty",
                           "warning text-not-utf8: the song name is not valid UTF-8",
-                          "error song-length-zero: the length of the song is 0"));
+                          "error song-length-zero: the length of the song is 0",
+                          "warning division-unknown: the division is 0"));
 }
 
 TEST(CheckLog, FindsSongsThatLackAPart) {
