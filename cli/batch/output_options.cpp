@@ -56,8 +56,7 @@ bool IsLink(const std::string& path) {
 std::string OutputOf(const Input& input, const OutputOptions& options) {
   if (!options.file.empty()) return options.file;
   if (input.path == kStandardStream) Refuse("standard input has no name", "give -o");
-  // A link stays one, and its file is replaced.
-  if (options.in_place) return IsLink(input.path) ? WithoutLinks(input.path) : input.path;
+  if (options.in_place) return InPlace(input.path);
   return kit::path::Join(options.folder, input.relative);
 }
 
@@ -115,6 +114,8 @@ void AddOutputs(CLI::App& command, OutputOptions& options) {
   command.add_flag("--no-verify{false}", options.verify,
                    "Do not read the outputs back before they take their places");
 }
+
+std::string InPlace(const std::string& path) { return IsLink(path) ? WithoutLinks(path) : path; }
 
 std::vector<Job> PlanOutputs(const std::vector<Input>& inputs, const OutputOptions& options,
                              const CompanionPathOf& companion_of) {

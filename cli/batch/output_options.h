@@ -43,6 +43,9 @@ using CompanionPathOf = std::function<std::optional<std::string>(const zuna_tool
 std::vector<Job> PlanOutputs(const std::vector<zuna_toolkit::Input>& inputs, const OutputOptions& options,
                              const CompanionPathOf& companion_of);
 
+/// Where the file at `path` is replaced: at that path, or where a link leads to, which stays one.
+std::string InPlace(const std::string& path);
+
 /// Removes what runs that were killed have left beside the outputs.
 void RemoveLeftovers(const std::vector<Job>& jobs);
 

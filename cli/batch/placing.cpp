@@ -1,7 +1,6 @@
 // The places of outputs, and what may be replaced there.
 #include "cli/batch/placing.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <utility>
 
@@ -12,17 +11,7 @@
 
 namespace zuna_cli {
 
-namespace {
-
 using Bytes = std::vector<std::uint8_t>;
-
-/// Whether the file at `path` has these bytes.
-bool Holds(const std::string& path, const Bytes& bytes) {
-  const auto content = kit::ReadRegularFile(path, zuna_toolkit::kMaxFileSize);
-  return content && std::equal(content->bytes().begin(), content->bytes().end(), bytes.begin(), bytes.end());
-}
-
-}  // namespace
 
 bool Exists(const std::string& path) {
   std::error_code ignored;

@@ -3,13 +3,21 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+
 #include "cli/shared/file_id.h"
 #include "cli/terminal/failure.h"
 #include "cli/terminal/standard_streams.h"
+#include "kit/file.h"
 #include "toolkit/document/open.h"
 #include "zuna_sec/errors.h"
 
 namespace zuna_cli {
+
+bool Holds(const std::string& path, std::span<const std::uint8_t> bytes) {
+  const auto content = kit::ReadRegularFile(path, zuna_toolkit::kMaxFileSize);
+  return content && std::equal(content->bytes().begin(), content->bytes().end(), bytes.begin(), bytes.end());
+}
 
 Destination::Destination(const Output& output, const std::vector<std::string>& inputs)
     : path_(output.path), keep_old_(output.keep_old), files_(output.force) {

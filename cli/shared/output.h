@@ -22,6 +22,9 @@ struct Output {
   bool keep_old = false;  ///< give the file that is replaced the name PATH.~N~
 };
 
+/// Whether the regular file at `path` has these bytes. Throws kit::IoError.
+bool Holds(const std::string& path, std::span<const std::uint8_t> bytes);
+
 /// The encrypted content of `stream`. `name` is what messages call the result. Throws Failure.
 std::vector<std::uint8_t> EncryptedBytes(zuna_sec::TwoFishCipherStream& stream, const std::string& name);
 

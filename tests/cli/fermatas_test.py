@@ -53,6 +53,32 @@ class CopyFermatasTest(WithLogs):
         self.assertEqual(self.read("destination"), self.read("source"))
         self.run_tool("copy-fermatas", "source", "destination")  # once more changes nothing
 
+    def test_keeps_the_old_file_beside_the_new_one(self):
+        old = self.read("new.log")
+        os.symlink("new.log", self.path("link"))
+        self.run_tool("copy-fermatas", "source", "link")
+        self.run_tool("copy-fermatas", "source", "new.log")  # once more changes nothing
+        self.assertEqual((self.read("new.log"), self.read("new.log.~1~")), (self.read("source"), old))
+        self.assertEqual([name for name in self.files() if ".~" in name], ["new.log.~1~"])
+        self.assertTrue(os.path.islink(self.path("link")))
+        self.run_tool("copy-fermatas", "source", "new.log", "-o", "out")
+        self.assertFalse([name for name in self.files() if name.startswith("out.~")])
+
+    def test_writes_nothing_where_asked(self):
+        self.write_own()
+        before = self.files()
+        done = self.run_tool("copy-fermatas", "source", "destination", "-n", "--force")
+        self.assertEqual(done.stderr.decode().splitlines(), [
+            "zuna-convert: destination: 1 fermata and 1 attacca of destination would be erased",
+            "zuna-convert: destination: 2 fermatas and 2 attaccas would be copied from source, in 2 songs"])
+        self.assertEqual(self.run_tool("copy-fermatas", "source", "new.log", "-o", "-", "-n").stdout, b"")
+        self.refuse("copy-fermatas", "source", "destination", "-n", code=REFUSED,
+                    message="destination: 1 fermata and 1 attacca of its own would be erased (songs 10, 2); give --force "
+                            "to replace them")
+        self.refuse("copy-fermatas", "source", "new.log", "-o", "destination", "-n", code=REFUSED,
+                    message="destination: exists; give --force to replace it, or another output")
+        self.assertEqual(self.files(), before)
+
     def test_writes_another_file(self):
         before = self.read("new.log")
         done = self.run_tool("copy-fermatas", "source", "new.log", "-o", "out")

@@ -65,7 +65,7 @@ COMMANDS = (
     one_file("convert", "new.showdata", "--to", "2.0"),
     one_file("convert", "text.showdata", "--to", "1.1"),
     one_file("convert", "new.logdata", "--to", "2.0"),
-    Command(("copy-fermatas", "fermatas.logdata", "new.logdata"), ("new.logdata",), in_place=True),
+    Command(("copy-fermatas", "fermatas.logdata", "new.logdata"), with_backups(("new.logdata",)), in_place=True),
     one_file("copy-fermatas", "fermatas.logdata", "new.logdata"),
     one_file("encrypt", "plain.json"),
     one_file("encrypt", "-", stdin="plain.json"),
