@@ -6,6 +6,8 @@
 
 #include <atomic>
 #include <chrono>
+#include <condition_variable>
+#include <mutex>
 #include <numeric>
 #include <string>
 #include <thread>
@@ -46,6 +48,27 @@ TEST(Pipeline, HandsOnEveryOutcomeInOrder) {
       EXPECT_EQ(handed_on, UpTo(count)) << workers << " workers";
     }
   }
+}
+
+TEST(Pipeline, WorksOnAsManyInputsAtATimeAsThereAreWorkers) {
+  constexpr unsigned kWorkers = 4;
+  std::mutex mutex;
+  std::condition_variable all_are_here;
+  std::size_t here = 0;
+  std::size_t waited_in_vain = 0;
+  WorkInOrder(
+      kWorkers, kWorkers,
+      [&](std::size_t number) {
+        std::unique_lock lock(mutex);
+        ++here;
+        all_are_here.notify_all();
+        const bool met =
+            all_are_here.wait_for(lock, std::chrono::seconds(10), [&] { return here == kWorkers; });
+        waited_in_vain += met ? 0 : 1;
+        return WorkOn(number);
+      },
+      [](Outcome&&) { return true; }, NeverStop);
+  EXPECT_EQ(waited_in_vain, 0U);
 }
 
 TEST(Pipeline, HandsOnWhatWasBegunBeforeItsEnd) {
