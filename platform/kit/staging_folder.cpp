@@ -4,10 +4,11 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/random.h>
+#include <unistd.h>
 
+#include <array>
 #include <cstdio>
-#include <random>
-#include <stdexcept>
 #include <utility>
 
 #include "kit/file.h"
@@ -31,13 +32,12 @@ mode_t WithoutGroup(mode_t mode) {
 
 /// A name that cannot be guessed. Throws kit::IoError about `path`.
 std::string RandomName(const std::string& path) {
-  try {
-    std::random_device random;  // some standard libraries read it from a device
-    return kit::format(".zuna-%08x%08x.tmp", random(), random());
-  } catch (const std::runtime_error&) {
-    throw kit::FileIoError(path, "cannot be written: the system gives no random numbers",
-                           "check /dev/urandom");
+  // Not by std::random_device: its default took 40 us here where this takes 0.3 us.
+  std::array<unsigned, 2> random{};
+  if (RetryInterrupted([&] { return ::getentropy(random.data(), sizeof random); }) != 0) {
+    throw kit::FileIoError(path, "cannot be written: the system gives no random numbers", "check the system");
   }
+  return kit::format(".zuna-%08x%08x.tmp", random[0], random[1]);
 }
 
 }  // namespace

@@ -66,6 +66,8 @@ ssize_t getrandom(void* to, size_t size, unsigned flags) {
   return Call("getrandom", SYS_getrandom, to, size, flags);
 }
 
+int getentropy(void* to, size_t size) { return Call("getentropy", SYS_getrandom, to, size, 0) < 0 ? -1 : 0; }
+
 /// A file is closed also where that fails.
 int close(int file) {
   const long closed = ::syscall(SYS_close, file);

@@ -9,8 +9,8 @@
 
 namespace failing_calls {
 
-/// A call that fails: "close", "fstatat", "fsync", "getrandom", "linkat", "openat", "read", "renameat",
-/// "renameat2", "unlinkat" or "write".
+/// A call that fails: "close", "fstatat", "fsync", "getentropy", "getrandom", "linkat", "openat", "read",
+/// "renameat", "renameat2", "unlinkat" or "write".
 struct Failure {
   std::string call;
   int error;                             ///< what errno is then

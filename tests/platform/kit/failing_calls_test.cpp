@@ -241,6 +241,21 @@ TEST(FailingCalls, AnIdentifierWithoutRandomNumbersIsRefused) {
   }
 }
 
+TEST(FailingCalls, AFileWithoutARandomNameForItsPrivateFolderIsRefused) {
+  const zuna_test::TemporaryFolder folder;
+  const Failures failures({{"getentropy", EIO}});
+  try {
+    kit::OutputFiles output(kit::Existing::kRefuse);
+    output.Add(folder / "a");
+    output.Write(0, {}, kit::kOwnerOnly);
+    FAIL() << "nothing was thrown";
+  } catch (const kit::FileIoError& error) {
+    EXPECT_EQ(error.path(), folder / "a");
+    EXPECT_EQ(error.problem(), "cannot be written: the system gives no random numbers");
+  }
+  EXPECT_FALSE(std::filesystem::exists(folder / "a"));
+}
+
 unsigned Mode(const std::string& path) {
   struct stat status {};
   EXPECT_EQ(::stat(path.c_str(), &status), 0);
