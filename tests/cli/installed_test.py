@@ -10,6 +10,7 @@ import threading
 import time
 import unittest
 
+import schemas
 from terminal import run_on_terminal
 from tool import DONE, IO, PART_FAILED, WithShows, legacy_log, legacy_show, legacy_song, legacy_song_log
 
@@ -152,6 +153,12 @@ class CompletionTest(InstalledTest):
         done = subprocess.run(["zsh", "-f", "-c", script, self.prefix / "share/zsh/site-functions"], check=True,
                               capture_output=True, text=True)
         self.assertEqual((done.stdout, done.stderr), ("_zuna-convert\nloaded\n", ""))
+
+
+class SchemasTest(InstalledTest):
+    def test_are_all_installed(self):
+        installed = {path.name: path.read_bytes() for path in (self.prefix / "share/zuna-convert/schemas").iterdir()}
+        self.assertEqual(installed, {path.name: path.read_bytes() for path in schemas.FOLDER.iterdir()})
 
 
 class ManualTest(InstalledTest):

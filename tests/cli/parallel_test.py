@@ -9,6 +9,7 @@ import subprocess
 import time
 import unittest
 
+import schemas
 from tool import TOOL, ToolTest, legacy_show, legacy_song
 
 
@@ -49,7 +50,9 @@ class ParallelTest(ToolTest):
 
     def expect_shared(self, count):
         """Requires that each output is there, and once in one report."""
-        reports = [self.read(f"up-{shard}.json").splitlines() for shard in range(1, 5)]
+        reports = [self.read(f"up-{shard}.json").splitlines(keepends=True) for shard in range(1, 5)]
+        for lines in reports:
+            schemas.check_lines("report", lines)
         outputs = sorted(json.loads(line)["output"] for report in reports for line in report)
         self.assertEqual(outputs, sorted(f"new/{number}.showdata" for number in range(count)))
         written = [name for name in self.files() if name.startswith("new/")]

@@ -9,6 +9,7 @@ import subprocess
 import time
 import unittest
 
+import schemas
 from folder import FolderTest
 from tool import (BAD_INPUT, INTERRUPTED, IO, NOTHING_MATCHED, PART_FAILED, REFUSED, TOOL, USAGE, legacy_log, legacy_show, legacy_song,
                   legacy_song_log, undo_command)
@@ -320,7 +321,9 @@ class InterruptTest(FolderTest):
             self.assertEqual(process.wait(timeout=60), code, said)
         self.assertRegex(said, r"302 files: \d+ done, 0 failed, (\d+) not begun\nzuna-convert: \1 files: are not begun; "
                                r"give the same command again with --resume\n" + message + "$")
-        finished = [json.loads(line)["output"] for line in self.read("report").splitlines()]
+        lines = self.read("report").splitlines(keepends=True)
+        schemas.check_lines("report", lines)
+        finished = [json.loads(line)["output"] for line in lines]
         self.assertEqual(sorted(finished), self.written("out"))
         self.assertLess(len(finished), 302)
 

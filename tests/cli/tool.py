@@ -10,6 +10,8 @@ import subprocess
 import tempfile
 import unittest
 
+import schemas
+
 TOOL = os.environ["ZUNA_CONVERT"]
 
 # The key that every test uses unless it says otherwise; readable by its owner only.
@@ -46,13 +48,16 @@ class ToolTest(unittest.TestCase):
         self.environment["ZUNA_KEY_FILE"] = KEY_FILE.name
 
     def run_tool(self, *arguments, stdin=b"", code=DONE, **options):
-        """Runs the tool and requires this exit code, or any for None; gives the finished process."""
+        """Runs the tool and requires this exit code, or any for None, and JSON that follows its schemas; gives the finished
+        process."""
         options.setdefault("stdout", subprocess.PIPE)
         options.setdefault("stderr", subprocess.PIPE)
+        run = schemas.Run(arguments, self.folder)
         done = subprocess.run([TOOL, *arguments], input=stdin, cwd=self.folder, env=self.environment,
                               timeout=300, check=False, **options)
         if code is not None:
             self.assertEqual(done.returncode, code, (arguments, done.stderr))
+        run.check(done.stdout, done.stderr)
         return done
 
     def refuse(self, *arguments, code, message, **options):

@@ -78,6 +78,10 @@ class ToolTest(InstalledTest):
         self.assertIn(b"libzuna_format_converter", gzip.decompress((self.prefix / "share/man/man3/libzuna_format_converter.3.gz")
                                                                    .read_bytes()))
 
+    def test_has_the_schemas_of_its_json(self):
+        schemas = {path.name: path.read_text() for path in (SOURCE / "schemas").iterdir()}
+        self.assertEqual({path.name: path.read_text() for path in (self.prefix / "share/zuna-convert/schemas").iterdir()}, schemas)
+
     def test_has_completions_where_shells_look_for_them(self):
         for shell, place in (("bash", "bash-completion/completions/zuna-convert"),
                              ("zsh", "zsh/vendor-completions/_zuna-convert"),

@@ -1,0 +1,157 @@
+"""The schemas in schemas/: outputs of every kind follow them, and what differs from such an output does not."""
+
+import copy
+import json
+import os
+import pathlib
+import re
+import unittest
+
+import jsonschema
+
+import schemas
+from folder import FolderTest
+from tool import IO, NOTHING_MATCHED, PART_FAILED, legacy_log, legacy_show, legacy_song, legacy_song_log
+
+DOCS = pathlib.Path(__file__).parents[2] / "docs"
+NAMES = sorted(path.name.removesuffix(schemas.ENDING) for path in schemas.FOLDER.iterdir())
+SHARED = {"common", "text-common"}  # what others refer to
+
+# The keys that an output may lack by itself.
+OPTIONAL = {"dryRun", "pathBytes", "fileBytes", "companionBytes", "outputBytes", "backupBytes"}
+
+
+def parts_of(value):
+    """Every object and array in a value, itself too."""
+    if isinstance(value, (dict, list)):
+        yield value
+        for part in value.values() if isinstance(value, dict) else value:
+            yield from parts_of(part)
+
+
+def places_of(part):
+    return list(part) if isinstance(part, dict) else range(len(part))
+
+
+def keys_of(schema):
+    """Every key that a schema allows."""
+    return {key for part in parts_of(schema) if isinstance(part, dict) for key in part.get("properties", ())}
+
+
+def changes_of(part):
+    """(what is changed, change) of each way to spoil an object or an array. The change is undone by the caller."""
+    for place in places_of(part):
+        for wrong in ({}, -1e40):
+            if not isinstance(part[place], dict) or wrong != {}:
+                yield f"{place} becomes {wrong}", lambda at=place, value=wrong: part.__setitem__(at, value)
+    if isinstance(part, dict):
+        yield "one more key", lambda: part.__setitem__("unknown", None)
+        for key in part.keys() - OPTIONAL:
+            yield f"no {key}", lambda at=key: part.__delitem__(at)
+    elif part and all(isinstance(element, int) for element in part):  # a row, whose length is fixed
+        yield "one number more", lambda: part.append(0)
+        yield "one number less", part.pop
+
+
+class SchemasTest(unittest.TestCase):
+    def test_are_valid_themselves(self):
+        for name in NAMES:
+            schema = schemas.read(name)
+            self.assertEqual(schema["$schema"], "https://json-schema.org/draft/2020-12/schema")
+            jsonschema.Draft202012Validator.check_schema(schema)
+
+    def test_are_named_in_the_documentation(self):
+        page = (DOCS / "scripts.md").read_text()
+        self.assertEqual([name for name in NAMES if f"`{name}{schemas.ENDING}`" not in page], [])
+
+    def test_have_only_keys_that_the_documentation_explains(self):
+        for page, is_text in (("scripts.md", False), ("format-2.md", True)):
+            text = re.sub(r"```.*?```", "", (DOCS / page).read_text(), flags=re.DOTALL)
+            told = set(re.findall(r"\w+", " ".join(re.findall(r"`[^`]+`|^    .*", text, re.MULTILINE))))
+            for name in NAMES:
+                if name.startswith("text-") == is_text:
+                    self.assertEqual(keys_of(schemas.read(name)) - told, set(), (name, page))
+
+
+class OutputsTest(FolderTest):
+    def lines(self, *arguments, **options):
+        return [json.loads(line) for line in self.run_tool(*arguments, **options).stdout.splitlines()]
+
+    def report(self):
+        """Lines of every status, with every key."""
+        self.encrypt("in/opera.logdata", legacy_log(legacy_song_log("2", "Zwei"), legacy_song_log("10", "Ten")))
+        name = os.path.join(self.folder.encode(), b"in/\xff")
+        for ending, old in ((b".showdata", "old.showdata"), (b".logdata", "old.logdata")):
+            with open(name + ending, "wb") as file:
+                file.write(self.read(old))
+        self.write("in/bad.showdata", "bad")
+        run = ("up", "in", "-r", "--report", "report")
+        self.run_tool(*run, "--out-dir", "out", "--key-file", b"no\xff", code=IO)
+        self.run_tool(*run, "--out-dir", "out", "-n", code=PART_FAILED)
+        self.run_tool(*run, "--out-dir", "out", code=PART_FAILED)
+        self.run_tool(*run, "--out-dir", "out", "--skip-existing", code=PART_FAILED)
+        self.run_tool(*run, "--in-place", code=PART_FAILED)
+        self.run_tool("up", "out", "--out-dir", "again", "--report", "report")
+        self.run_tool("down", "out/opera.showdata", "-o", "old", "--report", "report")
+        lines = [json.loads(line) for line in self.read("report").splitlines()]
+        self.assertEqual({line["status"] for line in lines}, {"done", "current", "skipped", "failed", "begun", "aborted"})
+        return lines
+
+    def documents(self):
+        """Text forms of a show and a log, with texts that are not UTF-8 and a number that is not finite."""
+        self.encrypt("odd.showdata", legacy_show(legacy_song(b"\xff", b"\xff")))
+        self.run_tool("up", "odd.showdata", "-o", "odd", "--show-name", "X", "--to", "2.0")
+        show = json.loads(self.plaintext("odd"))
+        show["songs"][0]["timeline"].update({"keys": [{"time": 0, "key": -1, "mode": 1}], "pageNumbers": [{"time": 0, "page": 2}]})
+        self.encrypt("odd", json.dumps(show).encode())
+        log = self.log_document()
+        log["songLogs"][0].update({
+            "tempoScales": [{"start": 0, "end": 1, "label": {"bytes": "ff"}, "value": {"bits": 0x7F800000}}],
+            "caesuras": [{"position": 0, "label": "", "secondWord": 1}]})
+        self.write_log("odd.log", log)
+        return {"text-show": [json.loads(self.plaintext("odd"))], "text-log": [log, self.log_document("odd.log")]}
+
+    def samples(self):
+        """Outputs of the tool by schema."""
+        self.write("bad", "bad")
+        os.mkdir(self.path("none"))
+        self.encrypt(b"\xff".decode(errors="surrogateescape"), legacy_show(legacy_song("1", "One", tempos=())))
+        files = (b"\xff", "bad", "new.showdata", "new.log", "old.log")
+        return {
+            **self.documents(),
+            "info": self.lines("info", "--json", *files, code=PART_FAILED),
+            "list": self.lines("list", "--json", *files, code=PART_FAILED)
+                    + self.lines("list", "--json", "none", code=NOTHING_MATCHED),
+            "check": self.lines("check", "--json", *files, "--to", "0.0", code=PART_FAILED),
+            "explain": [json.loads(self.run_tool("explain", "--json").stdout), *self.lines("explain", "cut-off", "--json")],
+            "progress": [json.loads(self.run_tool("list", "new.log", "--progress", "json").stderr)],
+            "report": self.report(),
+        }
+
+    def test_are_what_outputs_follow_and_nothing_else_does(self):
+        samples = self.samples()
+        self.assertEqual(sorted({*samples, *SHARED}), NAMES)
+        for name, values in samples.items():
+            for value in values:
+                self.assertIsNone(schemas.problem(name, value))
+                self.expect_no_change_to_be_allowed(name, value)
+
+    def expect_no_change_to_be_allowed(self, name, value):
+        if isinstance(value, list):
+            value = value[:2]
+        value = copy.deepcopy(value)
+        for part in list(parts_of(value)):
+            before = copy.copy(part)
+            for what, change in changes_of(part):
+                change()
+                self.assertIsNotNone(schemas.problem(name, value), (name, what, before))
+                part.clear()
+                part.update(before) if isinstance(part, dict) else part.extend(before)
+
+    def test_have_no_key_that_no_output_has(self):
+        found = {key for values in self.samples().values() for part in parts_of(values) if isinstance(part, dict) for key in part}
+        self.assertEqual({key for name in NAMES for key in keys_of(schemas.read(name))} - found, set())
+
+
+if __name__ == "__main__":
+    unittest.main()
