@@ -46,6 +46,7 @@ FOREIGN = {
     "CLI/": "cli",
     "boost/json": "platform/core",
     "boost/uuid": "platform/kit",
+    "dtl/": "toolkit/comparison",
     "gcrypt.h": "platform/security",
     "utf8proc.h": "cli/terminal",
     "zlib.h": "platform/core",

@@ -84,6 +84,8 @@ std::string_view SubjectCode(Subject subject) {
       return "edit-value";
     case Subject::kSecondWord:
       return "second-word";
+    case Subject::kNote:
+      return "note";
   }
   return "";
 }
@@ -110,6 +112,10 @@ std::string_view ActionCode(Action action) {
       return "replaced";
     case Action::kReordered:
       return "reordered";
+    case Action::kMoved:
+      return "moved";
+    case Action::kRewritten:
+      return "rewritten";
   }
   return "";
 }

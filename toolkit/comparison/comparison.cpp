@@ -66,10 +66,15 @@ void Compare(const Document& before, const Document& after, const DifferenceSink
   RequireParts(after);
   const Document a = CurrentForm(before);
   const Document b = CurrentForm(after);
+  const bool has_one_legacy = before.type().is_legacy() != after.type().is_legacy();
+  const Subject from_companion = a.type().is_log() ? Subject::kDivision : Subject::kShowName;
+  const DifferenceSink comparable = [&](const Difference& difference) {
+    if (!has_one_legacy || difference.subject != from_companion) sink(difference);
+  };
   if (a.type().is_log()) {
-    CompareLogs(*a.As<CL::ChangeLog>(), *b.As<CL::ChangeLog>(), sink);
+    CompareLogs(*a.As<CL::ChangeLog>(), *b.As<CL::ChangeLog>(), comparable);
   } else {
-    CompareShows(*a.As<zuna_midi::ShowData>(), *b.As<zuna_midi::ShowData>(), sink);
+    CompareShows(*a.As<zuna_midi::ShowData>(), *b.As<zuna_midi::ShowData>(), comparable);
   }
 }
 

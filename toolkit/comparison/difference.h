@@ -49,6 +49,7 @@ enum class Subject : std::uint8_t {
   kEditLabel,
   kEditValue,
   kSecondWord,  ///< of a caesura
+  kNote,        ///< of a voice: a note-on and its note-off
 };
 
 /// How it differs.
@@ -63,6 +64,8 @@ enum class Action : std::uint8_t {
   kMerged,        ///< it is a part of something else in the second document
   kReplaced,      ///< another one of the same kind took its place
   kReordered,     ///< the second document has the same entries in another order
+  kMoved,         ///< it stands at another time, and may have other values there
+  kRewritten,     ///< very much of it differs, so its parts were compared apart
 };
 
 /// One difference. Texts are for people and hold names as they stand in the document, in any bytes.

@@ -178,6 +178,13 @@ void CompareSongLogs(const SongDifferences& differences, const CL::SongLog& a, c
   CompareEdits(Subject::kCaesura, "caesuras", a.caesuras, b.caesuras, differences);
 }
 
+bool SameContent(const CL::SongLog& a, const CL::SongLog& b) {
+  bool same = true;
+  const DifferenceSink sink = [&](const Difference&) { same = false; };
+  CompareSongLogs(SongDifferences("", sink, Purpose::kDifferences), a, b);
+  return same;
+}
+
 template <typename Log>
 std::string TagPairText(const Log& log) {
   return std::to_string(log.log_tag_pair.first) + ", " + std::to_string(log.log_tag_pair.second);
@@ -197,10 +204,12 @@ void CompareHeaders(const CL::ChangeLog& before, const Log& after, const Differe
 
 void CompareLogs(const CL::ChangeLog& before, const CL::ChangeLog& after, const DifferenceSink& sink) {
   CompareHeaders(before, after, sink, Purpose::kDifferences);
-  CompareSongs(before.song_logs(), after.song_logs(), sink, Purpose::kDifferences,
-               [](const SongDifferences& differences, const auto& a, const auto& b) {
-                 CompareSongLogs(differences, *a, *b);
-               });
+  CompareSongs(
+      before.song_logs(), after.song_logs(), sink, Purpose::kDifferences,
+      [](const SongDifferences& differences, const auto& a, const auto& b) {
+        CompareSongLogs(differences, *a, *b);
+      },
+      FindRenumbered(before.song_logs(), after.song_logs(), SameContent));
 }
 
 void CompareWithUpAgain(const CL::ChangeLog& log, const version0::ChangeLogV0& legacy,

@@ -1,4 +1,5 @@
 // Compares current shows song by song.
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <set>
@@ -30,6 +31,15 @@ void CompareFields(const zuna_midi::SongData& before, const zuna_midi::SongData&
   differences.AddField(Subject::kSongName, before.song_name, after.song_name);
   differences.AddNumber(Subject::kDivision, before.division, after.division);
   differences.AddNumber(Subject::kSongLength, before.song_length, after.song_length);
+}
+
+/// Whether two songs of one name and length have the same content.
+bool SameContent(const zuna_midi::SongData& a, const zuna_midi::SongData& b) {
+  const auto& before = a.voice_data->tracks();
+  const auto& after = b.voice_data->tracks();
+  return a.division == b.division && *a.timeline == *b.timeline &&
+         std::equal(before.begin(), before.end(), after.begin(), after.end(),
+                    [](const auto& x, const auto& y) { return *x.second == *y.second; });
 }
 
 /// The voices of two songs, paired by name in their order; then what is left of one number.
@@ -97,13 +107,15 @@ void CompareShows(const zuna_midi::ShowData& before, const zuna_midi::ShowData& 
                   const DifferenceSink& sink) {
   SongDifferences("", sink, Purpose::kDifferences)
       .AddField(Subject::kShowName, before.show_name, after.show_name);
-  CompareSongs(before.songs(), after.songs(), sink, Purpose::kDifferences,
-               [](SongDifferences& differences, const auto& a, const auto& b) {
-                 differences.SetBars(BarLabels(*a->timeline));
-                 CompareFields(*a, *b, differences);
-                 CompareVoices(PairByName(*a->voice_data, *b->voice_data), differences);
-                 CompareTimelines(*a->timeline, *b->timeline, differences);
-               });
+  CompareSongs(
+      before.songs(), after.songs(), sink, Purpose::kDifferences,
+      [](SongDifferences& differences, const auto& a, const auto& b) {
+        differences.SetBars(BarLabels(*a->timeline), BarLabels(*b->timeline));
+        CompareFields(*a, *b, differences);
+        CompareTimelines(*a->timeline, *b->timeline, differences);
+        CompareVoices(PairByName(*a->voice_data, *b->voice_data), differences);
+      },
+      FindRenumbered(before.songs(), after.songs(), SameContent));
 }
 
 void CompareWithUpAgain(const zuna_midi::ShowData& show, const version0::ShowData& legacy,

@@ -3,18 +3,17 @@
 
 #include <algorithm>
 #include <span>
+#include <sstream>
 #include <string>
 #include <tuple>
 #include <utility>
 
-#include "kit/format.h"
 #include "kit/utf8.h"
 #include "toolkit/comparison/internal/list_comparison.h"
+#include "toolkit/comparison/internal/notes.h"
 #include "toolkit/smf/file.h"
 
 namespace zuna_toolkit {
-
-using TimedMessage = std::pair<std::uint32_t, std_midi::VoiceMessage>;
 
 template <>
 struct EntryTraits<TimedMessage> {
@@ -23,8 +22,10 @@ struct EntryTraits<TimedMessage> {
     return std::tuple(message.second.status, message.second.data1, message.second.data2);
   }
   static std::string Text(const TimedMessage& message) {
-    const std_midi::VoiceMessage& bytes = message.second;
-    return kit::format("%u %u %u", bytes.status, bytes.data1, bytes.data2);
+    std::ostringstream text;
+    text.exceptions(std::ios_base::badbit);  // it would drop what it has no memory for
+    message.second.WriteString(text);
+    return text.str();
   }
 };
 
@@ -51,6 +52,10 @@ bool SameButChannel(const TimedMessage& a, const TimedMessage& b) {
 /// How the channel of a message changes, as both low nibbles.
 unsigned ChannelChange(const TimedMessage& before, const TimedMessage& after) {
   return (before.second.status & 0x0FU) << 4 | (after.second.status & 0x0FU);
+}
+
+std::string ChannelText(const TimedMessage& message) {
+  return "channel " + std::to_string((message.second.status & smf::kChannelMask) + 1);
 }
 
 /// Compares the two voices of one pair.
@@ -87,8 +92,10 @@ class VoiceComparison {
     const Messages all(before_.messages);
     if (std::equal(all.begin(), all.end(), kept.begin(), kept.end(), SameButChannel)) {
       AddChannelChanges(kept);
-    } else {
+    } else if (differences_.are_losses()) {
       AddMessageChanges({kept.begin(), kept.end()});
+    } else {
+      AddNoteChanges();
     }
   }
 
@@ -103,9 +110,14 @@ class VoiceComparison {
       if (all[i].second.status != kept[i].second.status) {
         Difference difference = At(i, all[i].first);
         difference.subject = Subject::kMessageChannel;
-        if (differences_.are_losses()) difference.action = Action::kRenumbered;
-        difference.before = "status " + std::to_string(all[i].second.status);
-        difference.after = std::to_string(kept[i].second.status);
+        if (differences_.are_losses()) {
+          difference.action = Action::kRenumbered;
+          difference.before = "status " + std::to_string(all[i].second.status);
+          difference.after = std::to_string(kept[i].second.status);
+        } else {
+          difference.before = ChannelText(all[i]);
+          difference.after = ChannelText(kept[i]);
+        }
         difference.count = end - i;
         differences_.Add(std::move(difference));
       }
@@ -115,13 +127,58 @@ class VoiceComparison {
 
   void AddMessageChanges(const std::vector<TimedMessage>& kept) {
     const ListComparison<TimedMessage> comparison(before_.messages, kept);
-    for (const EntryPair<TimedMessage>& pair : comparison.pairs()) {
-      Difference difference = EntryDifference(Subject::kMessage, "messages", pair);
-      difference.place.voice = before_.track_number;
-      difference.where = ShortText(before_);
-      differences_.Add(std::move(difference));
+    for (const EntryPair<TimedMessage>& pair : comparison.pairs()) AddMessage(pair);
+    if (comparison.reordered()) AddReordering();
+  }
+
+  /// Notes and other messages, each apart.
+  void AddNoteChanges() {
+    VoiceParts parts = PartsOf(before_.messages);
+    VoiceParts after_parts = PartsOf(after_.messages);
+    const bool same_notes = AddNotes(CompareNotes(std::move(parts.notes), std::move(after_parts.notes)));
+    const ListComparison<TimedMessage> others(parts.others, after_parts.others);
+    for (EntryPair<TimedMessage> pair : others.pairs()) {
+      if (pair.before.entry != nullptr) pair.before.index = parts.places[pair.before.index];
+      if (pair.after.entry != nullptr) pair.after.index = after_parts.places[pair.after.index];
+      AddMessage(pair);
     }
-    if (!comparison.reordered()) return;
+    if (others.reordered() || (same_notes && others.pairs().empty())) AddReordering();
+  }
+
+  /// Returns whether there are none.
+  bool AddNotes(const NoteComparison& notes) {
+    const auto add = [&](const std::vector<NotePair>& pairs, Action action) {
+      for (const NotePair& pair : pairs) AddNote(pair, action);
+    };
+    if (notes.in_parts) {
+      Add(Subject::kVoice, Action::kRewritten, VoiceText(before_), VoiceText(after_));
+    }
+    add(notes.moved, Action::kMoved);
+    add(notes.changed, Action::kChanged);
+    add(notes.dropped, Action::kDropped);
+    add(notes.added, Action::kAdded);
+    return notes.moved.empty() && notes.changed.empty() && notes.dropped.empty() && notes.added.empty();
+  }
+
+  void AddNote(const NotePair& pair, Action action) {
+    const Note& shown = pair.before ? *pair.before : *pair.after;
+    Difference difference = At(shown.index, shown.tick);
+    difference.subject = Subject::kNote;
+    difference.action = action;
+    if (pair.before) difference.before = NoteText(*pair.before, pair.after ? &*pair.after : nullptr);
+    if (pair.after) difference.after = NoteText(*pair.after, pair.before ? &*pair.before : nullptr);
+    if (pair.before && pair.after) difference.place.after_tick = pair.after->tick;
+    differences_.Add(std::move(difference));
+  }
+
+  void AddMessage(const EntryPair<TimedMessage>& pair) {
+    Difference difference = EntryDifference(Subject::kMessage, "messages", pair);
+    difference.place.voice = before_.track_number;
+    difference.where = ShortText(before_);
+    differences_.Add(std::move(difference));
+  }
+
+  void AddReordering() {
     Difference difference = At(0, std::nullopt);
     difference.subject = Subject::kMessage;
     difference.action = Action::kReordered;

@@ -162,6 +162,28 @@ void AddComparisons(Calls& calls, const Samples& samples) {
   }
 }
 
+/// Voices whose notes moved, so that they are aligned.
+void AddNoteComparison(Calls& calls) {
+  const auto show = [](std::uint32_t shift) {
+    zuna_midi::ShowData model;
+    const auto song = std::make_shared<zuna_midi::SongData>("1", kLong, std::uint16_t{480}, 1920U);
+    const auto voice = std::make_shared<zuna_midi::VoiceTrack>();
+    for (std::uint32_t i = 0; i < 6; ++i) {
+      const auto pitch = static_cast<std::uint8_t>(60 + i);
+      const std::uint32_t time = i * 480 + i % 3 * shift;
+      voice->messages.emplace_back(time, std_midi::VoiceMessage(0x90, pitch, 1));
+      voice->messages.emplace_back(time + 9, std_midi::VoiceMessage(0x80, pitch, 0));
+    }
+    voice->messages.emplace_back(shift, std_midi::VoiceMessage(0xC0, 1, 0));
+    song->voice_data->AddTrack(voice);
+    model.AddSongData(song);
+    return std::make_shared<const Document>(model, kBinary, kLong);
+  };
+  calls.Add("Compare", [before = show(0), after = show(7)] {
+    return std::to_string(zuna_toolkit::Compare(*before, *after).size());
+  });
+}
+
 void AddMidi(Calls& calls) {
   const auto song = zuna_test::SampleShow().songs().at("2b");
   zuna_toolkit::midi::Report exported;
@@ -242,6 +264,7 @@ Calls OfTheToolkit() {
   AddDocuments(calls, samples);
   AddConversions(calls, samples);
   AddComparisons(calls, samples);
+  AddNoteComparison(calls);
   AddMidi(calls);
   AddInputs(calls);
   AddWords(calls);

@@ -38,7 +38,7 @@ TEST(CompareShows, NamesSongsAndTheirFields) {
   zuna_midi::ShowData b;
   a.show_name = "Old";
   b.show_name = "New";
-  AddSong(a, "2");
+  AddSong(a, "2")->song_name = "Two";
   AddSong(a, "3");
   AddSong(b, "10");
   const auto changed = AddSong(b, "3");
@@ -46,9 +46,9 @@ TEST(CompareShows, NamesSongsAndTheirFields) {
   changed->division = 0;
   changed->song_length = 1;
   EXPECT_THAT(Compared(a, b),
-              ElementsAre("show-name-changed: Old -> New", "song 2: song-dropped: 2 -> ",
+              ElementsAre("show-name-changed: Old -> New", "song 2: song-dropped: Two -> ",
                           "song 3: song-name-changed: Song -> Tune", "song 3: division-dropped: 480 -> ",
-                          "song 3: song-length-changed: 1920 -> 1", "song 10: song-added:  -> 10"));
+                          "song 3: song-length-changed: 1920 -> 1", "song 10: song-added:  -> Song"));
   EXPECT_THAT(Compared(a, a), IsEmpty());
 }
 
@@ -77,10 +77,12 @@ TEST(CompareShows, NamesMessages) {
   AddVoice(*AddSong(a, "1"), 1, "Piano").messages = {
       {0, {0x90, 1, 1}}, {5, {0x90, 2, 2}}, {9, {0x90, 3, 3}}, {9, {0x90, 4, 4}}};
   AddVoice(*AddSong(b, "1"), 1, "Piano").messages = {{0, {0x90, 1, 7}}, {6, {0x90, 2, 2}}, {9, {0x90, 4, 4}}};
-  EXPECT_THAT(Compared(a, b),
-              ElementsAre(R"(song 1: message-changed messages[0] at 0 (voice 1 "Piano"): 144 1 1 -> 144 1 7)",
-                          R"(song 1: message-changed messages[1] at 5 (voice 1 "Piano"): 144 2 2 -> 144 2 2)",
-                          R"(song 1: message-dropped messages[2] at 9 (voice 1 "Piano"): 144 3 3 -> )"));
+  EXPECT_THAT(
+      Compared(a, b),
+      ElementsAre(
+          R"(song 1: message-changed messages[0] at 0 (voice 1 "Piano"): Note On(channel 1, 1, 1) -> Note On(channel 1, 1, 7))",
+          R"(song 1: message-moved messages[1] at 5 (voice 1 "Piano"): Note On(channel 1, 2, 2) -> Note On(channel 1, 2, 2))",
+          R"(song 1: message-dropped messages[2] at 9 (voice 1 "Piano"): Note On(channel 1, 3, 3) -> )"));
   AddVoice(*AddSong(b, "1"), 1, "Piano").messages = {
       {0, {0x90, 1, 1}}, {5, {0x90, 2, 2}}, {9, {0x90, 4, 4}}, {9, {0x90, 3, 3}}};
   EXPECT_THAT(Compared(a, b),
@@ -94,7 +96,7 @@ TEST(CompareShows, NamesEntriesThatMoveAndLeave) {
   AddSong(b, "1")->timeline->page_numbers = {{0, 1}, {15, 3}, {30, 5}};
   EXPECT_THAT(Compared(a, b),
               ElementsAre("song 1: page-number-dropped pageNumbers[1] at 10: page 2 -> ",
-                          "song 1: page-number-changed pageNumbers[2] at 20: page 3 -> page 3",
+                          "song 1: page-number-moved pageNumbers[2] at 20: page 3 -> page 3",
                           "song 1: page-number-changed pageNumbers[3] at 30: page 4 -> page 5"));
   AddSong(b, "1")->timeline->page_numbers = {{10, 2}, {0, 1}, {20, 3}, {30, 4}};
   EXPECT_THAT(Compared(a, b), ElementsAre("song 1: page-number-reordered pageNumbers[0]:  -> "));
@@ -105,8 +107,8 @@ TEST(CompareShows, PairOnlyEntriesThatShareATimeOrValues) {
   zuna_midi::ShowData b;
   AddSong(a, "1")->timeline->tempos = {{0, 400000}, {480, 500000}};
   AddSong(b, "1")->timeline->tempos = {{480, 500000}, {960, 500000}};
-  EXPECT_THAT(Compared(a, b), ElementsAre("song 1: tempo-dropped tempos[0] at 0: 400000 us -> ",
-                                          "song 1: tempo-added tempos[1] at 960:  -> 500000 us"));
+  EXPECT_THAT(Compared(a, b), ElementsAre("song 1: tempo-dropped tempos[0] at 0: 400000 us (150 bpm) -> ",
+                                          "song 1: tempo-added tempos[1] at 960:  -> 500000 us (120 bpm)"));
 }
 
 TEST(CompareShows, NamesAReorderingBesideAChange) {
@@ -138,7 +140,7 @@ TEST(CompareShows, CutsLongNamesOfVoicesInPlaces) {
   AddVoice(*AddSong(a, "1"), 1, name).messages = {{0, {0x90, 1, 1}}};
   AddVoice(*AddSong(b, "1"), 1, name);
   EXPECT_THAT(Compared(a, b), ElementsAre("song 1: message-dropped messages[0] at 0 (voice 1 \"" +
-                                          std::string(64, 'x') + "...\"): 144 1 1 -> "));
+                                          std::string(64, 'x') + "...\"): Note On(channel 1, 1, 1) -> "));
 }
 
 TEST(CompareLogs, NamesEdits) {
@@ -169,6 +171,64 @@ TEST(CompareLogs, NamesEdits) {
 TEST(Compare, TakesTwoShowsOrTwoLogs) {
   EXPECT_EQ(zuna_test::MessageOf<Error>([] { Compared(CL::ChangeLog(), zuna_midi::ShowData()); }),
             "b: is a show of version 2.0 and a is a log of version 1.2; give two shows or two logs");
+}
+
+TEST(CompareShows, NamesSongsThatHaveAnotherNumber) {
+  zuna_midi::ShowData a;
+  zuna_midi::ShowData b;
+  for (const auto& [show, number] : {std::pair(&a, "1"), std::pair(&b, "7")}) {
+    const auto song = AddSong(*show, number);
+    AddVoice(*song, 1, "Piano").messages = {{0, {0x90, 1, 1}}};
+    song->timeline->tempos = {{0, 500000}};
+  }
+  AddSong(a, "2");
+  EXPECT_THAT(Compared(a, b),
+              ElementsAre("song 1: song-renumbered: Song -> 7", "song 2: song-dropped: Song -> "));
+  b.songs().at("7")->voice_data->GetTrack(1)->messages[0].second.data2 = 2;
+  EXPECT_THAT(Compared(a, b), ElementsAre("song 1: song-dropped: Song -> ", "song 2: song-dropped: Song -> ",
+                                          "song 7: song-added:  -> Song"));
+}
+
+TEST(CompareShows, NamesTheBarOfWhatWasAddedInTheSecondShow) {
+  zuna_midi::ShowData a;
+  zuna_midi::ShowData b;
+  const auto add = [](zuna_midi::ShowData& show, const std::string& bar) {
+    TL::BarsBeats label;
+    label.bar_number(bar);
+    const auto song = AddSong(show, "1");
+    song->timeline->bars_beats = {label};
+    return song;
+  };
+  add(a, "A");
+  add(b, "B")->timeline->page_numbers = {{5, 1}};
+  EXPECT_THAT(Compared(a, b),
+              ElementsAre(R"(song 1: bar-label-changed barsBeats[0] at 0 in bar A: "A" -> "B")",
+                          "song 1: page-number-added pageNumbers[0] at 5 in bar B:  -> page 1"));
+}
+
+TEST(CompareLogs, NamesSongsThatHaveAnotherNumber) {
+  CL::ChangeLog a;
+  CL::ChangeLog b;
+  for (const auto& [log, number] : {std::pair(&a, "1"), std::pair(&b, "7")}) {
+    const auto song = std::make_shared<CL::SongLog>(number, "Name", std::uint16_t{0}, 1U);
+    song->markers->events = {CL::Marker(5, "", "A")};
+    log->AddSongLog(song);
+  }
+  EXPECT_THAT(Compared(a, b), ElementsAre("song 1: song-renumbered: Name -> 7"));
+  b.song_logs().at("7")->markers->events[0].position = 6;
+  EXPECT_THAT(Compared(a, b), ElementsAre("song 1: song-dropped: Name -> ", "song 7: song-added:  -> Name"));
+}
+
+TEST(Compare, PassesOverWhatALegacyDocumentTakesFromItsCompanion) {
+  zuna_midi::ShowData show;
+  show.show_name = "Gala";
+  const Document legacy_show(LegacyShow(), {}, "old");
+  EXPECT_THAT(Compare(legacy_show, Document(show, {1, 2}, "new")), IsEmpty());
+  EXPECT_THAT(Compare(Document(show, {1, 2}, "new"), legacy_show), IsEmpty());
+  CL::ChangeLog log;
+  log.AddSongLog(std::make_shared<CL::SongLog>("1", "Name", std::uint16_t{480}, 1U));
+  const Document legacy_log(LegacyLog{version0::ChangeLogV0(log)}, {}, "old");
+  EXPECT_THAT(Compare(legacy_log, Document(log, {1, 2}, "new")), IsEmpty());
 }
 
 TEST(Compare, TakesALegacyDocumentInItsCurrentForm) {

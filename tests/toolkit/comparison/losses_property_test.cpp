@@ -10,6 +10,7 @@
 #include <random>
 #include <set>
 
+#include "kit/format.h"
 #include "tests/support/bytes.h"
 #include "tests/support/log_equality.h"
 #include "tests/support/random_legacy_log.h"
@@ -109,6 +110,7 @@ Entries TemposOf(const zuna_midi::SongData& song) {
   Entries entries;
   for (const TL::Tempo& tempo : song.timeline->tempos) {
     entries.emplace_back(tempo.time, std::to_string(tempo.microseconds) + " us");
+    if (tempo.microseconds > 0) entries.back().second += kit::format(" (%.6g bpm)", tempo.bpm(24));
   }
   return entries;
 }

@@ -93,14 +93,14 @@ TEST_F(ShowLosses, NameMetersThatMoveToTheNextTempo) {
 TEST_F(ShowLosses, NameDroppedAddedAndRoundedTempos) {
   Timeline().meters = {{480, 4, 4, 24, 8}};
   Timeline().tempos = {{0, 500000}, {480, 400000}};
-  EXPECT_THAT(Losses(), ElementsAre("song 1: tempo-dropped tempos[0] at 0: 500000 us -> "));
+  EXPECT_THAT(Losses(), ElementsAre("song 1: tempo-dropped tempos[0] at 0: 500000 us (120 bpm) -> "));
   Timeline().meters = {{0, 4, 4, 24, 8}, {960, 6, 8, 36, 8}};  // Another click needs a tempo record.
   Timeline().tempos = {{0, 500000}};
-  EXPECT_THAT(Losses(), ElementsAre("song 1: tempo-added tempos[1] at 960:  -> 500000 us"));
+  EXPECT_THAT(Losses(), ElementsAre("song 1: tempo-added tempos[1] at 960:  -> 500000 us (120 bpm)"));
   Timeline().meters = {{0, 4, 4, 24, 8}};
   Timeline().tempos = {{0, 4000000001}};  // more digits than a single-precision float holds
-  EXPECT_THAT(Losses(),
-              ElementsAre("song 1: tempo-approximated tempos[0] at 0: 4000000001 us -> 3999999847 us"));
+  EXPECT_THAT(Losses(), ElementsAre("song 1: tempo-approximated tempos[0] at 0: 4000000001 us (0.015 bpm) -> "
+                                    "3999999847 us (0.015 bpm)"));
 }
 
 TEST_F(ShowLosses, NameNarrowedKeysAndPages) {
@@ -199,7 +199,7 @@ TEST_F(UpLosses, NameEverythingBesideMetersInDisorder) {
       ElementsAre("song 1: timeline-name-defaulted: other -> 1",
                   "song 1: timeline-length-defaulted: 7 -> 1920",
                   R"(song 1: bar-label-cut barsBeats[0] at 0 in bar Prologue: "Prologue" -> "Prologu")",
-                  "song 1: tempo-added tempos[1] at 12 in bar Prologue:  -> 500000 us",
+                  "song 1: tempo-added tempos[1] at 12 in bar Prologue:  -> 500000 us (120 bpm)",
                   "song 1: meter-changed meters[0] at 10 in bar Prologue: 3/4 -> 3/4",
                   "song 1: meter-changed meters[1] at 0 in bar Prologue: 4/4 -> 4/4"));
 }

@@ -33,6 +33,29 @@ struct EntryPair {
   Indexed<Entry> after;
 };
 
+/// Takes out of both lists the items that are equivalent in the order `less`, in which both are sorted, and
+/// hands them to `take(a, b)`.
+template <typename Item, typename Less, typename Take>
+void TakeEquivalent(std::vector<Item>& lost, std::vector<Item>& gained, Less less, Take take) {
+  std::vector<Item> lost_rest;
+  std::vector<Item> gained_rest;
+  auto a = lost.begin();
+  auto b = gained.begin();
+  while (a != lost.end() && b != gained.end()) {
+    if (less(*a, *b)) {
+      lost_rest.push_back(*a++);
+    } else if (less(*b, *a)) {
+      gained_rest.push_back(*b++);
+    } else {
+      take(*a++, *b++);
+    }
+  }
+  lost_rest.insert(lost_rest.end(), a, lost.end());
+  gained_rest.insert(gained_rest.end(), b, gained.end());
+  lost = std::move(lost_rest);
+  gained = std::move(gained_rest);
+}
+
 /// Compares two lists as sorted multisets. What only one of them has is paired: entries of one time, in the
 /// order of their lists; then entries of equal values that moved. The rest was dropped and added. Memory is
 /// linear, time is O(n log n).
@@ -111,27 +134,9 @@ class ListComparison {
     return entries;
   }
 
-  /// Takes out the entries that are equivalent in the order `less`, in which both rests are sorted, and hands
-  /// them to `take(a, b)`.
   template <typename Less, typename Take>
   void PairWhere(Less less, Take take) {
-    Entries lost;
-    Entries gained;
-    auto a = lost_.begin();
-    auto b = gained_.begin();
-    while (a != lost_.end() && b != gained_.end()) {
-      if (less(*a, *b)) {
-        lost.push_back(*a++);
-      } else if (less(*b, *a)) {
-        gained.push_back(*b++);
-      } else {
-        take(*a++, *b++);
-      }
-    }
-    lost.insert(lost.end(), a, lost_.end());
-    gained.insert(gained.end(), b, gained_.end());
-    lost_ = std::move(lost);
-    gained_ = std::move(gained);
+    TakeEquivalent(lost_, gained_, less, take);
   }
 
   static bool InOrder(const EntryPair<Entry>& a, const EntryPair<Entry>& b) {

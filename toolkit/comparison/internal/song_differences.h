@@ -1,6 +1,8 @@
 // Hands out the differences of one song.
 #pragma once
 
+#include <map>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -24,13 +26,25 @@ class SongDifferences {
   /// Whether the differences are losses of a conversion.
   bool are_losses() const { return purpose_ == Purpose::kLosses; }
 
-  /// The bars of the song in the first document.
-  void SetBars(const BarLabels& bars) { bars_ = bars; }
+  /// The bars of the song in the first document, and in the second one for what only that one has.
+  ///@{
+  void SetBars(const BarLabels& bars) { bars_ = added_bars_ = bars; }
+  void SetBars(const BarLabels& before, const BarLabels& after) {
+    bars_ = before;
+    added_bars_ = after;
+  }
+  ///@}
 
-  /// Fills in the song and the bar.
+  /// Fills in the song and the bar. What changed its time has moved.
   void Add(Difference difference) const {
     difference.song = song_;
-    if (difference.place.tick) difference.place.bar = bars_.At(*difference.place.tick);
+    const bool is_added = difference.action == Action::kAdded;
+    const Place& place = difference.place;
+    if (place.tick) difference.place.bar = (is_added ? added_bars_ : bars_).At(*place.tick);
+    const bool has_moved = place.after_tick && place.tick != place.after_tick;
+    if (!are_losses() && has_moved && difference.action == Action::kChanged) {
+      difference.action = Action::kMoved;
+    }
     sink_(difference);
   }
 
@@ -69,26 +83,72 @@ class SongDifferences {
   const DifferenceSink& sink_;
   Purpose purpose_;
   BarLabels bars_;
+  BarLabels added_bars_;
 };
+
+/// Songs that have another number in the second document and are the same otherwise.
+struct RenumberedSongs {
+  std::map<std::string, std::string> numbers;  ///< by their numbers in the first document
+  std::set<std::string> taken;                 ///< those numbers
+};
+
+/// Finds them among the songs whose numbers only one side has. `same(a, b)` tells whether songs of one name
+/// and length have the same content. Only a few songs of one name and length are tried for each.
+template <typename Songs, typename Same>
+RenumberedSongs FindRenumbered(const Songs& before, const Songs& after, Same same) {
+  constexpr int kMostTries = 4;
+  const auto key = [](const auto& song) {
+    return std::pair(std::string_view(song.song_name), song.song_length);
+  };
+  std::multimap<std::pair<std::string_view, std::uint32_t>, typename Songs::const_iterator> added;
+  for (auto i = after.begin(); i != after.end(); ++i) {
+    if (!before.contains(i->first)) added.emplace(key(*i->second), i);
+  }
+  RenumberedSongs renumbered;
+  for (const auto& [number, song] : before) {
+    if (added.empty() || after.contains(number)) continue;
+    auto [candidate, end] = added.equal_range(key(*song));
+    for (int tries = 0; tries < kMostTries && candidate != end; ++tries, ++candidate) {
+      if (!same(*song, *candidate->second->second)) continue;
+      renumbered.numbers.emplace(number, candidate->second->first);
+      renumbered.taken.insert(candidate->second->first);
+      added.erase(candidate);
+      break;
+    }
+  }
+  return renumbered;
+}
+
+/// The name of a song of the current model; empty for a legacy one.
+template <typename Song>
+std::string NameOfSong(const Song& song) {
+  if constexpr (requires { song->song_name; }) return song->song_name;
+  return "";
+}
 
 /// Calls `both(differences, a, b)` with the values of the songs of one number, and adds those that only one
 /// side has. The maps have the same order.
 template <typename Before, typename After, typename Both>
 void CompareSongs(const Before& before, const After& after, const DifferenceSink& sink, Purpose purpose,
-                  Both both) {
+                  Both both, const RenumberedSongs& renumbered = {}) {
   const auto less = before.key_comp();
   auto a = before.begin();
   auto b = after.begin();
   while (a != before.end() || b != after.end()) {
     Difference difference;
     if (b == after.end() || (a != before.end() && less(a->first, b->first))) {
-      difference.action = Action::kDropped;
-      difference.before = a->first;
+      const auto found = renumbered.numbers.find(a->first);
+      const bool has_left = found == renumbered.numbers.end();
+      difference.action = has_left ? Action::kDropped : Action::kRenumbered;
+      difference.before = NameOfSong(a->second);
+      if (!has_left) difference.after = found->second;
       SongDifferences((a++)->first, sink, purpose).Add(std::move(difference));
     } else if (a == before.end() || less(b->first, a->first)) {
       difference.action = Action::kAdded;
-      difference.after = b->first;
-      SongDifferences((b++)->first, sink, purpose).Add(std::move(difference));
+      difference.after = NameOfSong(b->second);
+      const auto added = b++;
+      if (renumbered.taken.contains(added->first)) continue;
+      SongDifferences(added->first, sink, purpose).Add(std::move(difference));
     } else {
       SongDifferences differences(a->first, sink, purpose);
       both(differences, a->second, b->second);

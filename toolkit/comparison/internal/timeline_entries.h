@@ -44,7 +44,11 @@ inline Action LossOfDuration(double before, double after) {
 template <>
 struct EntryTraits<TL::Tempo> : TimedTraits<TL::Tempo> {
   static auto Values(const TL::Tempo& tempo) { return std::tuple(tempo.microseconds); }
-  static std::string Text(const TL::Tempo& tempo) { return kit::format("%u us", tempo.microseconds); }
+  static std::string Text(const TL::Tempo& tempo) {
+    constexpr unsigned char kClocksPerQuarter = 24;
+    if (tempo.microseconds == 0) return "0 us";
+    return kit::format("%u us (%.6g bpm)", tempo.microseconds, tempo.bpm(kClocksPerQuarter));
+  }
   static Action LossOf(const TL::Tempo& before, const TL::Tempo& after) {
     return LossOfDuration(before.microseconds, after.microseconds);
   }

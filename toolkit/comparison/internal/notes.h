@@ -1,0 +1,64 @@
+// The notes of a voice, and which of them differ from those of another one.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "std_midi/voice_message.h"
+
+namespace zuna_toolkit {
+
+using TimedMessage = std::pair<std::uint32_t, std_midi::VoiceMessage>;
+
+/// A note-on and the note-off that ends it: the first one after it that no earlier note of its pitch and
+/// channel takes.
+struct Note {
+  std::uint32_t tick = 0;             ///< when it begins
+  std::uint8_t channel = 0;           ///< from 0
+  std::uint8_t pitch = 0;             ///< 60 is C4
+  std::uint8_t velocity = 0;          ///< 1 or more
+  std::uint8_t release_kind = 0;      ///< 0x80, or 0x90 for a note-on of velocity 0
+  std::uint8_t release_velocity = 0;  ///< 0 where a note-on ends the note
+  std::uint32_t length = 0;           ///< ticks
+  std::size_t index = 0;              ///< of its note-on in the voice
+};
+
+/// The messages of a voice.
+struct VoiceParts {
+  std::vector<Note> notes;
+  std::vector<TimedMessage> others;  ///< those of no note: a note-on without a note-off is one of them
+  std::vector<std::size_t> places;   ///< of `others` in the voice
+};
+
+/// Takes O(n log n).
+VoiceParts PartsOf(const std::vector<TimedMessage>& messages);
+
+/// "C4 (60) velocity 100 length 480 channel 1 release 64"; with another note of this pitch, only the fields
+/// in which this one differs.
+std::string NoteText(const Note& note, const Note* other = nullptr);
+
+/// What became of a note. One of the two may be missing.
+struct NotePair {
+  std::optional<Note> before;
+  std::optional<Note> after;
+};
+
+/// How the notes of two voices differ.
+struct NoteComparison {
+  std::vector<NotePair> moved;    ///< have another start, perhaps another length or velocity too
+  std::vector<NotePair> changed;  ///< have the same pitch and start
+  std::vector<NotePair> dropped;
+  std::vector<NotePair> added;
+  bool in_parts = false;  ///< so many differ that moved ones were looked for in parts of the voice only
+};
+
+/// The notes that only one of two voices has, each list in the order of time. Notes of one pitch and start
+/// are paired first; what moved is then a longest common subsequence of the pitches that are left. Time is
+/// O(n log n), memory is linear.
+NoteComparison CompareNotes(std::vector<Note> before, std::vector<Note> after);
+
+}  // namespace zuna_toolkit
