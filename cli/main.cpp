@@ -22,6 +22,7 @@ void AddCommands(CLI::App& app, Context& context) {
   AddConvertCommand(app, context);
   AddCopyFermatasCommand(app, context);
   AddCheckCommand(app, context);
+  AddDiffCommand(app, context);
   AddInfoCommand(app, context);
   AddPrintCommand(app, context);
   AddListCommand(app, context);

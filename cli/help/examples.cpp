@@ -24,6 +24,8 @@ constexpr auto kExamples = std::to_array<Example>({
     {"convert", "zuna-convert convert opera.showdata -o text.showdata --to 2.0"},
     {"check", "zuna-convert check shows -r"},
     {"check", "zuna-convert check opera.showdata --to 0.0"},
+    {"diff", "zuna-convert diff monday.showdata tuesday.showdata"},
+    {"diff", "zuna-convert diff --json old.logdata new.logdata"},
     {"convert", "zuna-convert convert - -o - --to 1.1 <in.showdata >out.showdata"},
     {"copy-fermatas", "zuna-convert copy-fermatas before.logdata again.logdata"},
     {"copy-fermatas", "zuna-convert copy-fermatas before.logdata again.logdata -o new.logdata"},

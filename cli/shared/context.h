@@ -99,6 +99,7 @@ void RequireFolder(const std::string& path, const std::string& remedy);
 
 /// Each adds its command to the tool.
 void AddCheckCommand(CLI::App& app, Context& context);
+void AddDiffCommand(CLI::App& app, Context& context);
 void AddUpCommand(CLI::App& app, Context& context);
 void AddDownCommand(CLI::App& app, Context& context);
 void AddConvertCommand(CLI::App& app, Context& context);

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "toolkit/comparison/difference.h"
 #include "toolkit/error.h"
 #include "toolkit/place.h"
 
@@ -20,5 +21,9 @@ std::string ErrorJson(const zuna_toolkit::Error& error);
 
 /// The members of an object: "list": …, "index": …, "tick": …, "bar": …, "voice": …
 std::string PlaceJson(const zuna_toolkit::Place& place);
+
+/// An object: {"code": …, "song": …, a place, "before": …, "after": …, "count": …}, and "afterTick" for what
+/// has moved.
+std::string DifferenceJson(const zuna_toolkit::Difference& difference);
 
 }  // namespace zuna_cli

@@ -1,6 +1,7 @@
 // What is said about losses.
 #include "cli/shared/loss_text.h"
 
+#include "cli/shared/nouns.h"
 #include "cli/terminal/text.h"
 #include "kit/utf8.h"
 #include "toolkit/words.h"
@@ -14,70 +15,29 @@ using zuna_toolkit::Counted;
 using zuna_toolkit::Difference;
 using zuna_toolkit::Subject;
 
-/// What one and several of a kind are called.
-struct Noun {
-  std::string one;
-  std::string many;
-};
-
-Noun NounOf(Subject subject, Action action) {
+/// What is lost of a kind, in words.
+Noun LossNoun(Subject subject, Action action) {
   switch (subject) {
-    case Subject::kShowName:
-      return {"show name", "show names"};
-    case Subject::kTimelineName:
-      return {"name of a timeline", "names of timelines"};
-    case Subject::kTimelineLength:
-      return {"length of a timeline", "lengths of timelines"};
-    case Subject::kDivision:
-      return {"division", "divisions"};
     case Subject::kVoice:
-      if (action == Action::kRenumbered) return {"voice number", "voice numbers"};
+      if (action == Action::kRenumbered) return NounOf(Subject::kVoiceNumber);
       if (action == Action::kReordered) return {"order of tracks", "orders of tracks"};
       return {"separate voice", "separate voices"};
-    case Subject::kVoiceName:
-      return {"voice name", "voice names"};
-    case Subject::kReservedField:
-      return {"reserved field", "reserved fields"};
-    case Subject::kMessageChannel:
-      return {"message channel", "message channels"};
-    case Subject::kDeltaTime:
-      return {"delta time", "delta times"};
-    case Subject::kTempo:
-      return {"tempo", "tempos"};
     case Subject::kBarLabel:
       return {"whole bar label", "whole bar labels"};
-    case Subject::kKey:
-      return {"key", "keys"};
-    case Subject::kPageNumber:
-      return {"page number", "page numbers"};
-    case Subject::kMeter:
-      return {"meter", "meters"};
-    case Subject::kAttacca:
-      return {"attacca", "attaccas"};
-    case Subject::kFermata:
-      return {"fermata", "fermatas"};
     case Subject::kCaesura:
       return {"caesura with a second word above 1", "caesuras with a second word above 1"};
-    case Subject::kEditLabel:
-      return {"label", "labels"};
     case Subject::kEditValue:
       return {"value beyond 8 bits", "values beyond 8 bits"};
-    case Subject::kSecondWord:
-      return {"second word of a caesura", "second words of caesuras"};
     case Subject::kSong:
       return {"song of a repeated number", "songs of repeated numbers"};
-    case Subject::kSequence:
-      return {"list of a repeated kind", "lists of repeated kinds"};
-    case Subject::kTrailingBytes:
-      return {"byte after the last song", "bytes after the last song"};
     default:
-      return {"other detail", "other details"};
+      return NounOf(subject);
   }
 }
 
 /// "3 additional tempos"
 std::string CountText(const LossKind& kind) {
-  const Noun noun = NounOf(kind.subject, kind.action);
+  const Noun noun = LossNoun(kind.subject, kind.action);
   const std::string more = kind.action == Action::kAdded ? "additional " : "";
   std::string count = Counted(kind.count, more + noun.one, more + noun.many);
   if (kind.action != Action::kApproximated) return count;

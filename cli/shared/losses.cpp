@@ -11,12 +11,6 @@ namespace {
 using zuna_toolkit::Difference;
 using zuna_toolkit::DifferenceGroups;
 
-std::string LossJson(const Difference& loss) {
-  return "{\"code\": \"" + CodeText(loss) + "\", \"song\": " + JsonString(loss.song) + ", " +
-         PlaceJson(loss.place) + ", \"before\": " + JsonString(loss.before) +
-         ", \"after\": " + JsonString(loss.after) + ", \"count\": " + std::to_string(loss.count) + "}";
-}
-
 }  // namespace
 
 Losses::Losses(const zuna_toolkit::Document& before, const zuna_toolkit::Document& after, bool keep_json)
@@ -32,7 +26,7 @@ Losses::Losses(const zuna_toolkit::Document& before, const zuna_toolkit::Documen
 
 void Losses::Add(const Difference& loss, bool keep_json) {
   groups_.Add(loss);
-  if (keep_json) json_ += (json_.empty() ? "" : ", ") + LossJson(loss);
+  if (keep_json) json_ += (json_.empty() ? "" : ", ") + DifferenceJson(loss);
   const std::string line = is_up_ ? OwnLine(loss) : "";
   if (line.empty()) {
     grouped_lines_.Add(loss);

@@ -83,6 +83,20 @@ Show ManyMessages() {
   return show;
 }
 
+/// Notes of changing pitches, each moved from its place by a number of ticks below `spread`: two such shows
+/// share few notes.
+Show ManyNotes(unsigned spread) {
+  Show show;
+  auto voice = AddVoice(*AddSong(show, ""), 1);
+  for (unsigned i = 0; i < 40'000; ++i) {
+    const unsigned time = i * 8 + i * i % spread;
+    const auto pitch = static_cast<unsigned char>(i * 7 % 120);
+    voice->messages.emplace_back(time, std_midi::VoiceMessage(0x90, pitch, 1));
+    voice->messages.emplace_back(time + 1, std_midi::VoiceMessage(0x90, pitch, 0));
+  }
+  return show;
+}
+
 template <typename Fill>
 Show OneTimeline(Fill fill) {
   Show show;
@@ -156,6 +170,8 @@ std::vector<Named<Show>> WorstShows() {
   shows.push_back({"voices", ManyVoices()});
   shows.push_back({"programs", ManyPrograms()});
   shows.push_back({"messages", ManyMessages()});
+  shows.push_back({"notes", ManyNotes(1)});
+  shows.push_back({"moved-notes", ManyNotes(7)});
   shows.push_back({"tempos", OneTimeline([](auto& timeline) { timeline.tempos.resize(100'000); })});
   shows.push_back({"bar-labels", OneTimeline([](auto& timeline) { timeline.bars_beats.resize(65'000); })});
   shows.push_back({"keys", OneTimeline([](auto& timeline) { timeline.keys.resize(65'000); })});

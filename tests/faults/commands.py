@@ -78,6 +78,8 @@ COMMANDS = (
     Command(("up", "old.showdata", "--out-dir", "songs", "-j", "1"), ("songs/old.showdata",)),
     Command(("down", "new.showdata", "-n", "--out-dir", "songs")),
     Command(("check", "old.showdata", "new.logdata", "--to", "1.2", "-j", "1")),
+    Command(("diff", "old.showdata", "new.showdata")),
+    Command(("diff", "--json", "new.logdata", "old.logdata")),
     Command(("info", "old.showdata", "new.logdata", "-j", "1")),
     Command(("info", "--json", "new.showdata", "text.showdata")),
     Command(("print", "new.logdata")),

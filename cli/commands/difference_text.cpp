@@ -1,0 +1,157 @@
+// The differences of two documents as lines.
+#include "cli/commands/difference_text.h"
+
+#include <cstdint>
+#include <utility>
+
+#include "cli/shared/nouns.h"
+#include "cli/terminal/text.h"
+#include "toolkit/words.h"
+
+namespace zuna_cli {
+
+namespace {
+
+using zuna_toolkit::Action;
+using zuna_toolkit::Counted;
+using zuna_toolkit::Difference;
+using zuna_toolkit::Place;
+using zuna_toolkit::Subject;
+
+constexpr std::size_t kMostOneByOne = 3;  // differences alike that get lines of their own
+
+std::string Quoted(const std::string& text) { return '"' + text + '"'; }
+
+/// "bar 12 (tick 5760)"
+std::string PlaceText(const Place& place) {
+  const std::string tick = "tick " + std::to_string(place.tick.value_or(0));
+  return place.bar.empty() ? tick : "bar " + place.bar + " (" + tick + ')';
+}
+
+std::int64_t ShiftOf(const Difference& difference) {
+  const Place& place = difference.place;
+  return std::int64_t{place.after_tick.value_or(0)} - std::int64_t{place.tick.value_or(0)};
+}
+
+/// "480 ticks later"
+std::string ShiftText(std::int64_t shift) {
+  const auto ticks = static_cast<std::size_t>(shift < 0 ? -shift : shift);
+  return Counted(ticks, "tick", "ticks") + (shift < 0 ? " earlier" : " later");
+}
+
+/// Whether many of them can share a line.
+bool AreAlike(const Difference& a, const Difference& b) {
+  const bool same_kind = a.subject == b.subject && a.action == b.action && a.song == b.song &&
+                         a.place.voice == b.place.voice && a.where == b.where;
+  return same_kind && a.place.tick && b.place.tick && a.count == 1 && b.count == 1 &&
+         (a.action != Action::kMoved || ShiftOf(a) == ShiftOf(b));
+}
+
+/// Whether a text stands between quotation marks.
+bool IsName(Subject subject) {
+  return subject == Subject::kShowName || subject == Subject::kLogLabel || subject == Subject::kSongName ||
+         subject == Subject::kVoiceName;
+}
+
+std::string SongLine(const Difference& difference) {
+  const std::string song = "song " + difference.song + ' ';
+  if (difference.action == Action::kAdded) return song + Quoted(difference.after) + " is added";
+  const std::string before = song + Quoted(difference.before);
+  return before +
+         (difference.action == Action::kDropped ? " is removed" : " becomes song " + difference.after);
+}
+
+std::string VoiceLine(const Difference& difference) {
+  switch (difference.action) {
+    case Action::kAdded:
+      return difference.where + " is added";
+    case Action::kDropped:
+      return difference.where + " is removed";
+    default:
+      return difference.where + ": many notes differ; those that moved far are told as removed and added";
+  }
+}
+
+/// What became of it, after what it is and where.
+std::string FateText(const Difference& difference) {
+  const bool is_name = IsName(difference.subject);
+  const std::string before = is_name ? Quoted(difference.before) : difference.before;
+  const std::string after = is_name ? Quoted(difference.after) : difference.after;
+  switch (difference.action) {
+    case Action::kAdded:
+      return " is added: " + after;
+    case Action::kDropped:
+      return " is removed: " + before;
+    case Action::kMoved:
+      return " moves to tick " + std::to_string(difference.place.after_tick.value_or(0)) + ": " +
+             (before == after ? before : before + " becomes " + after);
+    default:
+      return ": " + before + " becomes " + after;
+  }
+}
+
+std::string VoicePrefix(const Difference& difference) {
+  return difference.where.empty() ? "" : difference.where + ": ";
+}
+
+/// A difference that shares its line with no other.
+std::string OneText(const Difference& difference) {
+  const Noun noun = NounOf(difference.subject);
+  if (difference.subject == Subject::kSong) return SongLine(difference);
+  if (difference.subject == Subject::kVoice) return VoiceLine(difference);
+  const std::string voice = VoicePrefix(difference);
+  if (difference.subject == Subject::kVoiceNumber) return difference.before + " becomes " + difference.after;
+  if (difference.action == Action::kReordered) return voice + "the order of the " + noun.many + " changes";
+  std::string text = voice + noun.one;
+  if (difference.count > 1) text = voice + Counted(difference.count, noun.one, noun.many);
+  if (difference.place.tick) {
+    text += (difference.count > 1 ? " from " : " at ") + PlaceText(difference.place);
+  }
+  return text + FateText(difference);
+}
+
+/// Several that are alike.
+std::string ManyText(const Difference& first, const Difference& last, std::size_t count) {
+  const Noun noun = NounOf(first.subject);
+  std::string text = VoicePrefix(first) + Counted(count, noun.one, noun.many) + " from " +
+                     PlaceText(first.place) + " to " + PlaceText(last.place);
+  switch (first.action) {
+    case Action::kAdded:
+      return text + " are added";
+    case Action::kDropped:
+      return text + " are removed";
+    case Action::kMoved:
+      return text + " move " + ShiftText(ShiftOf(first));
+    default:
+      return text + " change";
+  }
+}
+
+/// The song's own line has no indentation: what is in the song stands below it.
+std::string Line(const Difference& difference, const std::string& text) {
+  const bool is_in_song = !difference.song.empty() && difference.subject != Subject::kSong;
+  return (is_in_song ? "  " : "") + Printable(text) + '\n';
+}
+
+}  // namespace
+
+void DifferenceLines::Add(const Difference& difference) {
+  if (run_ && !AreAlike(run_->first, difference)) Finish();
+  if (!run_) run_ = Run{difference, difference, 0, ""};
+  run_->last = difference;
+  if (++run_->count <= kMostOneByOne) run_->lines += Line(difference, OneText(difference));
+}
+
+void DifferenceLines::Finish() {
+  if (!run_) return;
+  const Run run = *std::exchange(run_, std::nullopt);
+  std::string text;
+  if (run.first.subject != Subject::kSong && !run.first.song.empty() && song_ != run.first.song) {
+    text = Printable("song " + run.first.song + ':') + '\n';
+    song_ = run.first.song;
+  }
+  text += run.count <= kMostOneByOne ? run.lines : Line(run.first, ManyText(run.first, run.last, run.count));
+  write_(text);
+}
+
+}  // namespace zuna_cli

@@ -1,0 +1,181 @@
+"""diff of zuna-convert: what changed, in words and as JSON."""
+
+import copy
+import json
+import unittest
+
+from tool import (BAD_INPUT, IO, NEGATIVE, USAGE, WRONG_KEY, WithLogs, legacy_show, legacy_song, without_codes)
+
+NOTE = [[0, 144, 60, 100], [480, 128, 60, 0]]
+
+
+class DiffTest(WithLogs):
+    def setUp(self):
+        super().setUp()
+        self.run_tool("convert", "new.showdata", "-o", "text", "--to", "2.0")
+        self.show = json.loads(self.plaintext("text"))
+        for song in self.show["songs"]:
+            song["voices"][0]["messages"] = copy.deepcopy(NOTE)
+            song["timeline"]["barsBeats"] = [{"time": 0, "barNumber": "1", "tag": 0},
+                                             {"time": 1920, "barNumber": "2", "tag": 0}]
+
+    def diff(self, before, after, code=NEGATIVE, *options):
+        """What is printed of two documents of JSON."""
+        self.write("before", json.dumps(before))
+        self.write("after", json.dumps(after))
+        return self.run_tool("diff", "before", "after", *options, code=code).stdout.decode()
+
+    def changed(self, change):
+        """What is printed where `change` changes the first song of the show."""
+        after = copy.deepcopy(self.show)
+        change(after["songs"][0])
+        return self.diff(self.show, after)
+
+    def test_prints_nothing_for_the_same(self):
+        for after in ("old.showdata", "new.showdata", "text"):
+            done = self.run_tool("diff", "old.showdata", after)
+            self.assertEqual((done.stdout, done.stderr), (b"", b""))
+        self.assertEqual(self.run_tool("diff", "new.log", "old.log").stdout, b"")
+
+    def test_tells_songs(self):
+        after = copy.deepcopy(self.show)
+        after["showName"] = "Other"
+        after["songs"][0]["songNumber"] = "3"
+        after["songs"][1] = {**after["songs"][1], "songNumber": "4", "songName": "Four"}
+        self.assertEqual(self.diff(self.show, after),
+                         'show name: "My Show" becomes "Other"\nsong 2 "Two" becomes song 3\nsong 4 "Four" is added\n'
+                         'song 10 "Ten" is removed\n')
+
+    def test_tells_the_fields_of_a_song(self):
+        def change(song):
+            song.update(songName="New\n", division=960, songLength=1)
+            song["voices"][0]["name"] = "Harp"
+            song["voices"].append({"trackNumber": 5, "name": "Oboe", "reserved": 0, "messages": []})
+        self.assertEqual(self.changed(change), 'song 2:\n  name: "Two" becomes "New\\x0a"\n'
+                         "  division: 480 becomes 960\n  length: 1920 becomes 1\n"
+                         '  voice 1 "Piano": voice name: "Piano" becomes "Harp"\n  voice 5 "Oboe" is added\n')
+
+    def test_tells_the_timeline(self):
+        def change(song):
+            timeline = song["timeline"]
+            timeline["tempos"] = [{"time": 0, "microseconds": 400000}, {"time": 1920, "microseconds": 454545}]
+            timeline["pageNumbers"] = [{"time": 1921, "page": 2}]
+            timeline["keys"] = [{"time": 0, "key": -1, "mode": 1}]
+            timeline["meters"][0]["time"] = 480
+        self.assertEqual(self.changed(change),
+                         "song 2:\n  tempo at bar 1 (tick 0): 500000 us (120 bpm) becomes 400000 us (150 bpm)\n"
+                         "  tempo at bar 2 (tick 1920) is added: 454545 us (132 bpm)\n"
+                         "  key at bar 1 (tick 0) is added: key -1 mode 1\n"
+                         "  page number at bar 2 (tick 1921) is added: page 2\n"
+                         "  meter at bar 1 (tick 0) moves to tick 480: 4/4 with 24 clocks and 8 32nds\n")
+
+    def test_tells_notes(self):
+        def change(song):
+            song["voices"][0]["messages"] = [[0, 144, 60, 90], [0, 192, 5, 0], [480, 128, 60, 0], [1920, 144, 62, 1],
+                                             [1930, 128, 62, 0]]
+        self.assertEqual(self.changed(change),
+                         "song 2:\n"
+                         '  voice 1 "Piano": note at bar 1 (tick 0): C4 (60) velocity 100 becomes C4 (60) velocity 90\n'
+                         '  voice 1 "Piano": note at bar 2 (tick 1920) is added: '
+                         "D4 (62) velocity 1 length 10 channel 1 release 0\n"
+                         '  voice 1 "Piano": message at bar 1 (tick 0) is added: Program Change(channel 1, 5)\n')
+
+    def test_tells_other_channels_and_another_order(self):
+        def change(song):
+            song["voices"][0]["messages"] = [[time, status + 1, *data] for time, status, *data in NOTE]
+        self.assertEqual(self.changed(change),
+                         "song 2:\n"
+                         '  voice 1 "Piano": 2 message channels from bar 1 (tick 0): channel 1 becomes channel 2\n')
+        self.show["songs"][0]["voices"][0]["messages"] = [[0, 176, 1, 1], [0, 176, 2, 2]]
+        self.assertEqual(self.changed(lambda song: song["voices"][0]["messages"].reverse()),
+                         'song 2:\n  voice 1 "Piano": the order of the messages changes\n')
+
+    def test_tells_many_alike_in_one_line(self):
+        notes = [[[480 * i, 144, 40 + i, 100], [480 * i + 240, 128, 40 + i, 0]] for i in range(10)]
+        messages = self.show["songs"][0]["voices"][0]["messages"]
+        messages[:] = sum(notes, [])
+        prefix = 'song 2:\n  voice 1 "Piano": '
+        several = " notes from bar 1 (tick 1440) to bar 2 (tick 4320) "
+
+        def moved(song):
+            song["voices"][0]["messages"] = sum(notes[:3], []) + [
+                [time + 960, *data] for note in notes[3:] for time, *data in note]
+        self.assertEqual(self.changed(moved), f"{prefix}7{several}move 960 ticks later\n")
+
+        def fewer(song):
+            song["voices"][0]["messages"] = messages[:6]
+        self.assertEqual(self.changed(fewer), f"{prefix}7{several}are removed\n")
+
+        def softer(song):
+            song["voices"][0]["messages"] = messages[:6] + [[*rest, data // 2] for *rest, data in messages[6:]]
+        self.assertEqual(self.changed(softer), f"{prefix}7{several}change\n")
+
+    def test_says_that_very_many_notes_differ(self):
+        messages = [[[480 * i, 144, 40 + i * i % 31, 100], [480 * i + 240, 128, 40 + i * i % 31, 0]] for i in range(200)]
+        self.show["songs"][0]["voices"][0]["messages"] = sum(messages, [])
+
+        def change(song):
+            song["voices"][0]["messages"] = [
+                [time + 1 + i * 7 % 97, *data] for i, note in enumerate(messages) for time, *data in note]
+        self.assertIn('\n  voice 1 "Piano": many notes differ; those that moved far are told as removed and added\n',
+                      self.changed(change))
+
+    def test_tells_edits(self):
+        before = self.log_document()
+        after = copy.deepcopy(before)
+        ten, two = after["songLogs"]
+        ten["markers"][1]["text"] = "C"
+        ten["attacca"] = 1
+        ten["caesuras"] = []
+        two["vamps"][0]["value"] = 3
+        two["vamps"][1]["label"] = "x"
+        self.assertEqual(self.diff(before, after),
+                         "song 10:\n  attacca is added: 1\n  marker at tick 480: Marker(480, B) becomes Marker(480, C)\n"
+                         "  caesura at tick 240 is removed: Caesura(240, 0)\n"
+                         "song 2:\n  value at tick 0: Vamp(0, 480, 2) becomes Vamp(0, 480, 3)\n"
+                         '  label at tick 480 is added: Vamp(480, 960, -3) "x"\n')
+
+    def test_takes_a_legacy_document_in_its_current_form(self):
+        self.write_log("new.log", {**self.log_document(), "showName": "Other"})
+        self.assertEqual(self.run_tool("diff", "old.log", "new.log", code=NEGATIVE).stdout.decode(),
+                         'show name: "My Show" becomes "Other"\n')
+        self.encrypt("two.showdata", legacy_show(legacy_song("2", "Two")))
+        self.assertEqual(self.run_tool("diff", "two.showdata", "new.showdata", code=NEGATIVE).stdout.decode(),
+                         'song 10 "Ten" is added\n')
+
+    def test_writes_json(self):
+        after = copy.deepcopy(self.show)
+        after["songs"][0]["voices"][0]["messages"] = [[time + 5, *data] for time, *data in NOTE]
+        after["songs"][0]["timeline"]["tempos"][0]["microseconds"] = 400000
+        printed = self.diff(self.show, after, NEGATIVE, "--json")
+        self.assertEqual(printed.count("\n"), 1)
+        place = {"song": "2", "index": 0, "tick": 0, "bar": "1", "count": 1}
+        self.assertEqual(json.loads(printed), {
+            "schemaVersion": 1, "before": "before", "after": "after", "same": False, "differences": [
+                {"code": "tempo-changed", **place, "list": "tempos", "voice": None, "before": "500000 us (120 bpm)",
+                 "after": "400000 us (150 bpm)"},
+                {"code": "note-moved", **place, "list": "messages", "voice": 1, "before": "C4 (60)", "after": "C4 (60)",
+                 "afterTick": 5}]})
+        self.assertEqual(json.loads(self.diff(after, after, 0, "--json")), {
+            "schemaVersion": 1, "before": "before", "after": "after", "same": True, "differences": []})
+
+    def test_reads_one_of_both_from_standard_input(self):
+        self.run_tool("diff", "-", "old.showdata", stdin=self.read("new.showdata"))
+        self.run_tool("diff", "new.showdata", "-", stdin=self.read("old.showdata"))
+        self.refuse("diff", "-", "-", code=USAGE,
+                    message="standard input: is given more than once; give a file for the others")
+
+    def test_refuses_what_cannot_be_compared(self):
+        self.refuse("diff", "new.showdata", "new.log", code=BAD_INPUT,
+                    message="new.log: is a log of version 1.2 and new.showdata is a show of version 1.2; "
+                    "give two shows or two logs")
+        self.write("bad", "neither")
+        self.assertIn("zuna-convert: bad: ", self.run_tool("diff", "new.log", "bad", code=BAD_INPUT).stderr.decode())
+        self.assertEqual(without_codes(self.run_tool("diff", "none", "new.log", code=IO).stderr.decode()),
+                         "zuna-convert: none: cannot be opened: No such file or directory; check the path\n")
+        other = self.write_key("other.key", "key = 00\niv = 01\n")
+        self.run_tool("diff", "new.log", "old.log", "--key-file", other, code=WRONG_KEY)
+
+
+if __name__ == "__main__":
+    unittest.main()
