@@ -7,14 +7,17 @@ function(write_compressed file text)
   execute_process(COMMAND gzip -9 --no-name --force "${file}" COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
-# The documents of the package NAME in its folder ROOT.
+# Header-only libraries, of which a package contains code, and the packages of Debian that have their terms.
+set(inside_RUNTIME dtl libdtl-dev)
+set(inside_TOOL CLI11 libcli11-dev)
+
+# The documents of the package NAME in its folder ROOT. More arguments are a library inside and its Debian package.
 function(add_documents name root)
   set(documents "${root}/share/doc/${name}")
   file(READ "${CPACK_ZUNA_SOURCE}/cmake/packages/copyright" copyright)
-  set(included /usr/share/doc/libcli11-dev/copyright)
-  if(name STREQUAL zuna-convert AND EXISTS ${included})  # the tool contains code of its headers
-    file(READ ${included} terms)
-    string(APPEND copyright "\n${name} contains code of CLI11, whose terms are these:\n\n${terms}")
+  if(ARGC EQUAL 4 AND EXISTS "/usr/share/doc/${ARGV3}/copyright")
+    file(READ "/usr/share/doc/${ARGV3}/copyright" terms)
+    string(APPEND copyright "\n${name} contains code of ${ARGV2}, whose terms are these:\n\n${terms}")
   endif()
   file(WRITE "${documents}/copyright" "${copyright}")
 
@@ -33,7 +36,7 @@ endfunction()
 foreach(group RUNTIME DEVELOPMENT TOOL)
   string(TOLOWER ${group} folder)
   set(root "${CPACK_TEMPORARY_DIRECTORY}/${folder}/usr")
-  add_documents(${CPACK_DEBIAN_${group}_PACKAGE_NAME} "${root}")
+  add_documents(${CPACK_DEBIAN_${group}_PACKAGE_NAME} "${root}" ${inside_${group}})
 
   file(GLOB pages "${root}/share/man/man?/*")
   foreach(page IN LISTS pages)
