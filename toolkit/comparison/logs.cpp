@@ -178,7 +178,7 @@ void CompareSongLogs(const SongDifferences& differences, const CL::SongLog& a, c
   CompareEdits(Subject::kCaesura, "caesuras", a.caesuras, b.caesuras, differences);
 }
 
-bool SameContent(const CL::SongLog& a, const CL::SongLog& b) {
+bool IsSameSongLog(const CL::SongLog& a, const CL::SongLog& b) {
   bool same = true;
   const DifferenceSink sink = [&](const Difference&) { same = false; };
   CompareSongLogs(SongDifferences("", sink, Purpose::kDifferences), a, b);
@@ -209,7 +209,7 @@ void CompareLogs(const CL::ChangeLog& before, const CL::ChangeLog& after, const 
       [](const SongDifferences& differences, const auto& a, const auto& b) {
         CompareSongLogs(differences, *a, *b);
       },
-      FindRenumbered(before.song_logs(), after.song_logs(), SameContent));
+      FindRenumbered(before.song_logs(), after.song_logs(), IsSameSongLog));
 }
 
 void CompareWithUpAgain(const CL::ChangeLog& log, const version0::ChangeLogV0& legacy,

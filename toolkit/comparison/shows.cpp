@@ -34,7 +34,7 @@ void CompareFields(const zuna_midi::SongData& before, const zuna_midi::SongData&
 }
 
 /// Whether two songs of one name and length have the same content.
-bool SameContent(const zuna_midi::SongData& a, const zuna_midi::SongData& b) {
+bool IsSameSong(const zuna_midi::SongData& a, const zuna_midi::SongData& b) {
   const auto& before = a.voice_data->tracks();
   const auto& after = b.voice_data->tracks();
   return a.division == b.division && *a.timeline == *b.timeline &&
@@ -115,7 +115,7 @@ void CompareShows(const zuna_midi::ShowData& before, const zuna_midi::ShowData& 
         CompareTimelines(*a->timeline, *b->timeline, differences);
         CompareVoices(PairByName(*a->voice_data, *b->voice_data), differences);
       },
-      FindRenumbered(before.songs(), after.songs(), SameContent));
+      FindRenumbered(before.songs(), after.songs(), IsSameSong));
 }
 
 void CompareWithUpAgain(const zuna_midi::ShowData& show, const version0::ShowData& legacy,

@@ -8,7 +8,6 @@
 namespace zuna_toolkit {
 namespace {
 
-using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
