@@ -69,7 +69,8 @@ bool WriteJson(const Document& before, const Document& after) {
   };
   zuna_toolkit::Compare(before, after, [&](const Difference& difference) {
     if (is_same) begin("false");
-    output.Write((is_same ? "" : ", ") + DifferenceJson(difference));
+    output.Write((is_same ? "{" : ", {") + DifferenceJson(difference) + ", " +
+                 AfterTickJson(difference.place) + "}");
     is_same = false;
   });
   if (is_same) begin("true");

@@ -43,14 +43,13 @@ std::string PlaceJson(const zuna_toolkit::Place& place) {
 }
 
 std::string DifferenceJson(const zuna_toolkit::Difference& difference) {
-  std::string json = "{\"code\": \"" + CodeText(difference) + "\", \"song\": " + JsonString(difference.song) +
-                     ", " + PlaceJson(difference.place) + ", \"before\": " + JsonString(difference.before) +
-                     ", \"after\": " + JsonString(difference.after) +
-                     ", \"count\": " + std::to_string(difference.count);
-  if (difference.action == zuna_toolkit::Action::kMoved) {
-    json += ", \"afterTick\": " + NumberOrNull(difference.place.after_tick);
-  }
-  return json + "}";
+  return "\"code\": \"" + CodeText(difference) + "\", \"song\": " + JsonString(difference.song) + ", " +
+         PlaceJson(difference.place) + ", \"before\": " + JsonString(difference.before) +
+         ", \"after\": " + JsonString(difference.after) + ", \"count\": " + std::to_string(difference.count);
+}
+
+std::string AfterTickJson(const zuna_toolkit::Place& place) {
+  return "\"afterTick\": " + NumberOrNull(place.after_tick);
 }
 
 }  // namespace zuna_cli

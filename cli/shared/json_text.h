@@ -22,8 +22,10 @@ std::string ErrorJson(const zuna_toolkit::Error& error);
 /// The members of an object: "list": …, "index": …, "tick": …, "bar": …, "voice": …
 std::string PlaceJson(const zuna_toolkit::Place& place);
 
-/// An object: {"code": …, "song": …, a place, "before": …, "after": …, "count": …}, and "afterTick" for what
-/// has moved.
+/// The members of an object: "code": …, "song": …, those of the place, "before": …, "after": …, "count": …
 std::string DifferenceJson(const zuna_toolkit::Difference& difference);
+
+/// A member: "afterTick": …
+std::string AfterTickJson(const zuna_toolkit::Place& place);
 
 }  // namespace zuna_cli

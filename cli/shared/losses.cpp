@@ -26,7 +26,7 @@ Losses::Losses(const zuna_toolkit::Document& before, const zuna_toolkit::Documen
 
 void Losses::Add(const Difference& loss, bool keep_json) {
   groups_.Add(loss);
-  if (keep_json) json_ += (json_.empty() ? "" : ", ") + DifferenceJson(loss);
+  if (keep_json) json_ += (json_.empty() ? "{" : ", {") + DifferenceJson(loss) + "}";
   const std::string line = is_up_ ? OwnLine(loss) : "";
   if (line.empty()) {
     grouped_lines_.Add(loss);

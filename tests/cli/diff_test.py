@@ -153,7 +153,7 @@ class DiffTest(WithLogs):
         self.assertEqual(json.loads(printed), {
             "schemaVersion": 1, "before": "before", "after": "after", "same": False, "differences": [
                 {"code": "tempo-changed", **place, "list": "tempos", "voice": None, "before": "500000 us (120 bpm)",
-                 "after": "400000 us (150 bpm)"},
+                 "after": "400000 us (150 bpm)", "afterTick": 0},
                 {"code": "note-moved", **place, "list": "messages", "voice": 1, "before": "C4 (60)", "after": "C4 (60)",
                  "afterTick": 5}]})
         self.assertEqual(json.loads(self.diff(after, after, 0, "--json")), {

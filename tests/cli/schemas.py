@@ -9,7 +9,7 @@ FOLDER = pathlib.Path(__file__).parents[2] / "schemas"
 ENDING = ".schema.json"
 
 # The commands with --json, whose lines have the schema of the same name. All codes of explain are one value.
-COMMANDS = ("check", "explain", "info", "list")
+COMMANDS = ("check", "diff", "explain", "info", "list")
 
 # The commands that print text forms, and the schemas of those of shows and of logs.
 TEXT_COMMANDS = ("decrypt",)

@@ -11,7 +11,7 @@ import jsonschema
 
 import schemas
 from folder import FolderTest
-from tool import IO, NOTHING_MATCHED, PART_FAILED, legacy_log, legacy_show, legacy_song, legacy_song_log
+from tool import IO, NEGATIVE, NOTHING_MATCHED, PART_FAILED, legacy_log, legacy_show, legacy_song, legacy_song_log
 
 DOCS = pathlib.Path(__file__).parents[2] / "docs"
 NAMES = sorted(path.name.removesuffix(schemas.ENDING) for path in schemas.FOLDER.iterdir())
@@ -123,6 +123,7 @@ class OutputsTest(FolderTest):
             "list": self.lines("list", "--json", *files, code=PART_FAILED)
                     + self.lines("list", "--json", "none", code=NOTHING_MATCHED),
             "check": self.lines("check", "--json", *files, "--to", "0.0", code=PART_FAILED),
+            "diff": self.lines("diff", "--json", "new.log", "odd.log", code=NEGATIVE) + self.lines("diff", "--json", "old.log", "new.log"),
             "explain": [json.loads(self.run_tool("explain", "--json").stdout), *self.lines("explain", "cut-off", "--json")],
             "progress": [json.loads(self.run_tool("list", "new.log", "--progress", "json").stderr)],
             "report": self.report(),
