@@ -1,4 +1,4 @@
-// zuna-convert diff
+// zuna-convert diff (docs/keeping-shows-in-git.md)
 #include <memory>
 
 #include "cli/commands/difference_text.h"

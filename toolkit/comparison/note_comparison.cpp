@@ -1,4 +1,4 @@
-// Finds out which notes of a voice were moved, changed, dropped and added.
+// Finds out which notes of a voice were moved, changed, dropped and added (docs/keeping-shows-in-git.md).
 #include <algorithm>
 #include <iterator>
 #include <span>
