@@ -54,11 +54,15 @@ std::string OtherSongText(const CompanionFit::OtherSong& song, const std::string
          std::to_string(song.companion_length);
 }
 
-std::vector<Note> NotesOf(const CompanionFit& fit, const std::string& companion, bool is_log) {
+/// `division` is that of the songs that the companion lacks.
+std::vector<Note> NotesOf(const CompanionFit& fit, const std::string& companion, bool is_log,
+                          std::uint16_t division) {
   std::vector<Note> notes;
   if (is_log && !fit.unknown_songs.empty()) {  // A log need not have all songs of its show.
     const char* are = fit.unknown_songs.size() == 1 ? " is not in " : " are not in ";
-    notes.push_back({true, SongsText(fit.unknown_songs) + are + companion + "; the division stays 0"});
+    const std::string becomes = division == 0 ? "stays 0" : "is " + std::to_string(division);
+    notes.push_back(
+        {division == 0, SongsText(fit.unknown_songs) + are + companion + "; the division " + becomes});
   }
   for (const CompanionFit::OtherSong& song : fit.other_songs)
     notes.push_back({false, OtherSongText(song, companion)});
@@ -75,13 +79,15 @@ FoundCompanion ReadAndCheck(const Document& document, const std::string& path,
                             const CompanionOptions& options, const Keys& keys) {
   zuna_toolkit::OpenedFile file = OpenInput(path, keys, zuna_toolkit::Accept::kEncryptedOrPlain).file;
   FoundCompanion found{zuna_toolkit::ReadCompanion(file, document.type().kind), path, {}};
+  found.companion.division = options.division.value_or(0);
   const CompanionFit fit = zuna_toolkit::FitOf(document, found.companion);
   if (!fit.belongs && !options.any) {
+    const bool is_empty = found.companion.songs.empty();
     throw Failure(ErrorCode::kUnrelatedCompanion, file.name(),
-                  "does not belong to it: no song agrees in number and name",
+                  is_empty ? "has no songs" : "belongs to another show: no song agrees in number and name",
                   "give the right file, or --any-companion to take this one");
   }
-  found.notes = NotesOf(fit, file.name(), document.type().is_log());
+  found.notes = NotesOf(fit, file.name(), document.type().is_log(), found.companion.division);
   return found;
 }
 
@@ -103,8 +109,10 @@ void AddCompanions(CLI::App& command, CompanionOptions& options) {
                   "The name of legacy shows whose logs are lost, or of the one show")
       ->type_name("NAME");
   command
-      .add_option("--division", options.division,
-                  "The division of all songs of legacy logs whose shows are lost, or of the one log")
+      .add_option(
+          "--division", options.division,
+          "The division of all songs of legacy logs whose shows are lost, or of the one log, and of songs "
+          "that a show lacks")
       ->type_name("TICKS");
 }
 

@@ -60,9 +60,8 @@ std::string ReportOptions(const Input& input, const cmn::FileVersion& version,
                           const CompanionOptions& companions) {
   std::string text = "up --to " + cmn::VersionText(version);
   if (companions.any) text += " --any-companion";
-  if (!companions.show_name && !companions.division) return text;
-  if (!companions.for_one && HasCompanion(input, companions)) return text;
-  if (companions.show_name) text += " --show-name " + *companions.show_name;
+  const bool is_named = companions.for_one || !HasCompanion(input, companions);
+  if (companions.show_name && is_named) text += " --show-name " + *companions.show_name;
   if (companions.division) text += " --division " + std::to_string(*companions.division);
   return text;
 }

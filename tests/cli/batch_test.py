@@ -231,11 +231,41 @@ class CompanionTest(FolderTest):
 
     def test_refuses_a_companion_that_does_not_belong(self):
         self.encrypt("in/opera.logdata", legacy_log(legacy_song_log("2", "Other")))
-        message = ("in/opera.showdata: companion in/opera.logdata: does not belong to it: no song agrees in number and "
-                   "name; give the right file, or --any-companion to take this one")
+        message = ("in/opera.showdata: companion in/opera.logdata: belongs to another show: no song agrees in number "
+                   "and name; give the right file, or --any-companion to take this one")
         self.refuse("up", "in/opera.showdata", "-o", "out", code=REFUSED, message=message)
         self.assertEqual(self.said("up", "in/opera.showdata", "-o", "out", "--any-companion")[0],
                          'in/opera.showdata: song 2 has another name in in/opera.logdata: "Two", there "Other"')
+
+    def test_refuses_a_companion_of_zeros(self):
+        zeros = "is no show and no log of any version; give an undamaged file"
+        for name, other in (("opera.logdata", "opera.showdata"), ("opera.showdata", "opera.logdata")):
+            content = self.read(f"in/{other}")
+            self.write(f"in/{other}", bytes(len(content)))
+            for options in ((), ("--any-companion",)):
+                self.refuse("up", f"in/{name}", "-o", "out", *options, code=BAD_INPUT,
+                            message=f"in/{name}: companion in/{other}: {zeros}")
+            self.write(f"in/{other}", content)
+        self.encrypt("zeros", bytes(6000))
+        self.refuse("up", "zeros", "-o", "out", "--show-name", "X", code=BAD_INPUT, message=f"zeros: {zeros}")
+
+    def test_refuses_a_show_without_songs_for_a_log(self):
+        self.encrypt("in/opera.showdata", legacy_show())
+        self.refuse("up", "in/opera.logdata", "-o", "out", code=REFUSED,
+                    message="in/opera.logdata: companion in/opera.showdata: has no songs; give the right file, or "
+                            "--any-companion to take this one")
+        self.run_tool("up", "in/opera.logdata", "-o", "out", "--any-companion")
+
+    def test_gives_a_division_to_the_songs_that_a_show_lacks(self):
+        self.encrypt("in/opera.showdata", legacy_show())
+        run = ("up", "in", "--out-dir", "out", "--any-companion", "--report", "report")
+        self.run_tool(*run)
+        said = self.said(*run, "--resume", "--division", "480")
+        self.assertEqual(said[:2], [
+            "in/opera.logdata: song 2 is not in in/opera.showdata; the division is 480",
+            "in/opera.logdata: 1 song, 1 edit, 0.0 -> 1.2, divisions from in/opera.showdata, lossless"])
+        song, = self.log_document("out/opera.logdata")["songLogs"]
+        self.assertEqual(song["division"], 480)
 
     def test_names_songs_of_another_length(self):
         self.encrypt("in/opera.logdata", legacy_log(legacy_song_log("2", "Two").replace(b"\x80\x07", b"\x81\x07")))

@@ -84,8 +84,8 @@ class UpTest(WithLogs):
     def test_refuses_a_foreign_companion(self):
         self.encrypt("other", legacy_show(legacy_song("7")))
         self.refuse("up", "old.log", "-o", "out", "--companion", "other", code=REFUSED,
-                    message="old.log: companion other: does not belong to it: no song agrees in number and name; give "
-                            "the right file, or --any-companion to take this one")
+                    message="old.log: companion other: belongs to another show: no song agrees in number and name; "
+                            "give the right file, or --any-companion to take this one")
 
     def test_says_which_songs_are_replaced(self):
         self.encrypt("twice", legacy_log(legacy_song_log("2", "First"), legacy_song_log("2", "Two")))

@@ -67,7 +67,8 @@ CompanionFit FitOf(const Document& document, const Companion& companion) {
     if (song.name == other.name && song.length == other.length) continue;
     fit.other_songs.push_back({number, song.name, other.name, song.length, other.length});
   }
-  fit.belongs = one_agrees || own.songs.empty() || companion.songs.empty();
+  const bool may_lack_songs = !document.type().is_log();  // A log holds the songs that were edited.
+  fit.belongs = one_agrees || own.songs.empty() || (may_lack_songs && companion.songs.empty());
   return fit;
 }
 

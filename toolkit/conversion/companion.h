@@ -50,7 +50,9 @@ struct CompanionFit {
     std::uint32_t companion_length = 0;  ///< in the companion, in ticks
   };
 
-  bool belongs = true;                     ///< a song agrees in number and name, or one of both has no songs
+  /// A song agrees in number and name. A document without songs fits every companion, and a log without
+  /// songs every show.
+  bool belongs = true;
   std::vector<std::string> unknown_songs;  ///< numbers of the document that the companion lacks
   std::vector<OtherSong> other_songs;      ///< of another name or length
 };

@@ -7,6 +7,7 @@
 #include "cmn/data_error.h"
 #include "cmn/version_probe.h"
 #include "format_converter/version0/containers/change_log_header.h"
+#include "kit/stream_size.h"
 #include "toolkit/document/internal/content.h"
 #include "toolkit/document/open.h"
 #include "toolkit/error.h"
@@ -22,11 +23,15 @@ namespace {
 /// is not looked through.
 constexpr std::size_t kTextFormProbe = 4096;
 
+Error NotAShowOrLog(const std::string& name) {
+  return {ErrorCode::kNotAShowOrLog, name, "is no show and no log of any version", "give an undamaged file"};
+}
+
 bool IsReadableLegacyShow(std::istream& stream) {
   Rewind(stream);
   bool readable = true;
   try {
-    const version0::ShowData show(stream);
+    ReadUnmarkedShow(stream);
   } catch (const std::exception& error) {
     PassOnBadAlloc(error);
     readable = false;
@@ -103,6 +108,13 @@ void RequireReadableText(std::istream& stream) {
   }
 }
 
+version0::ShowData ReadUnmarkedShow(std::istream& stream) {
+  Rewind(stream);
+  version0::ShowData show(stream);
+  if (show.songs.empty() && kit::BytesAhead(*stream.rdbuf()) > 0) throw NotAShowOrLog("");
+  return show;
+}
+
 FileType TypeByMark(OpenedFile& file) {
   return OnFile(
       file.name(), [&] { return TypeOf(file.stream()); }, DataCodeOf(file.stream()));
@@ -111,8 +123,7 @@ FileType TypeByMark(OpenedFile& file) {
 FileType Detect(OpenedFile& file) {
   const FileType type = TypeByMark(file);
   if (!MayLackMark(type) || IsReadableLegacyShow(file.stream())) return type;
-  throw Error(ErrorCode::kNotAShowOrLog, file.name(), "is no show and no log of any version",
-              "give an undamaged file");
+  throw NotAShowOrLog(file.name());
 }
 
 void RequireCorrectText(std::span<const std::uint8_t> plaintext, const std::string& name) {

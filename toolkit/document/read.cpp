@@ -20,7 +20,7 @@ constexpr unsigned kHalf = 16;  // bits
 LegacyShow ReadLegacyShow(std::istream& stream) {
   Rewind(stream);
   const int song_count = stream.peek();
-  LegacyShow legacy{version0::ShowData(stream)};
+  LegacyShow legacy{ReadUnmarkedShow(stream)};
   legacy.replaced_songs = static_cast<std::size_t>(song_count) - legacy.show.songs.size();
   legacy.trailing_bytes = static_cast<std::size_t>(kit::BytesAhead(*stream.rdbuf()));
   legacy.replaced_sequences = ReplacedSequencesOfShow(stream);
@@ -67,6 +67,8 @@ template <typename Read>
 auto OrDamage(OpenedFile& file, cmn::FileKind kind, Read read) {
   try {
     return read(file.stream());
+  } catch (const Error&) {
+    throw;
   } catch (const std::exception& error) {
     PassOnBadAlloc(error);
     throw LegacyDamage(file.stream(), kind);

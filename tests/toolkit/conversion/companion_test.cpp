@@ -67,6 +67,11 @@ TEST(Companions, AreOfTheOtherKindAndOfAnyVersion) {
   EXPECT_EQ(read(Written(legacy_show), cmn::FileKind::kLog).songs.size(), legacy_show.songs.size());
   const version0::ChangeLogV0 legacy_log = zuna_test::RandomLegacyLog(random);
   EXPECT_EQ(read(Written(legacy_log), cmn::FileKind::kShow).show_name, legacy_log.show_name);
+  const std::string zeros(100, '\0');
+  for (const cmn::FileKind kind : {cmn::FileKind::kShow, cmn::FileKind::kLog}) {
+    EXPECT_EQ(MessageOf<Error>([&] { read(zeros, kind); }),
+              "file: is no show and no log of any version; give an undamaged file");
+  }
   EXPECT_EQ(MessageOf<Error>([&] { read(Written(legacy_log), cmn::FileKind::kLog); }),
             "file: is a log of version 0.0, no show; give the show of the log");
   EXPECT_EQ(MessageOf<Error>([&] { read(Written(legacy_show), cmn::FileKind::kShow); }),
@@ -110,9 +115,12 @@ TEST(CompanionFit, NeedsOneSongThatAgreesInNumberAndName) {
   EXPECT_TRUE(FitOf(LegacyLogOf({"1", "2"}), companion).belongs);
 }
 
-TEST(CompanionFit, ASideWithoutSongsBelongsToEverything) {
+TEST(CompanionFit, ADocumentWithoutSongsFitsEveryCompanionAndALogWithoutSongsEveryShow) {
+  zuna_midi::ShowData show;
+  show.AddSongData(std::make_shared<zuna_midi::SongData>("1", "Song", std::uint16_t{480}, 1920U));
   Companion companion;
-  EXPECT_TRUE(FitOf(LegacyLogOf({"1"}), companion).belongs);
+  EXPECT_TRUE(FitOf({show, {1, 2}, "show"}, companion).belongs);
+  EXPECT_FALSE(FitOf(LegacyLogOf({"1"}), companion).belongs);
   companion.songs["7"] = {"Other", 480, 1};
   EXPECT_TRUE(FitOf(LegacyLogOf({}), companion).belongs);
   EXPECT_THAT(FitOf(LegacyLogOf({}), companion).unknown_songs, IsEmpty());

@@ -231,7 +231,11 @@ TEST(Detect, TellsShowsFromNoise) {
   };
   EXPECT_EQ(message(Written(zuna_test::RandomLegacyShow(random))), "(nothing was thrown)");
   EXPECT_EQ(message("ZUNA, a log"), "(nothing was thrown)");
-  EXPECT_EQ(message("noise"), "name: is no show and no log of any version; give an undamaged file");
+  const std::string neither = "name: is no show and no log of any version; give an undamaged file";
+  EXPECT_EQ(message("noise"), neither);
+  EXPECT_EQ(message(std::string(1, '\0')), "(nothing was thrown)");  // a show without songs
+  EXPECT_EQ(message(std::string(2, '\0')), neither);
+  EXPECT_EQ(message(std::string(6000, '\0')), neither);
 }
 
 TEST(ReadDocument, ReadsWhatIsExpectedOnly) {
@@ -241,6 +245,10 @@ TEST(ReadDocument, ReadsWhatIsExpectedOnly) {
     return zuna_test::MessageOf<Error>([&] { ReadDocument(file, expected); });
   };
   const std::string passed = "(nothing was thrown)";
+  for (const Expected expected : {Expected::kAny, Expected::kShow, Expected::kLegacy, Expected::kCurrent}) {
+    EXPECT_EQ(message(std::string(6000, '\0'), expected),
+              "x: is no show and no log of any version; give an undamaged file");
+  }
   const std::string show = Written(zuna_test::RandomLegacyShow(random));
   const std::string log = WrittenAt(zuna_test::RandomLog(random), {1, 2});
   for (const Expected expected : {Expected::kAny, Expected::kShow, Expected::kLegacy}) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "format_converter/version0/containers/show_data.h"
 #include "toolkit/document/open.h"
 #include "toolkit/error_code.h"
 
@@ -28,6 +29,11 @@ ErrorCode DataCodeOf(std::istream& stream);
 /// Throws what is wrong with a plaintext that begins like a text form: Error without a file, or
 /// cmn::DataError. Any other plaintext passes.
 void RequireReadableText(std::istream& stream);
+
+/// Reads a legacy show from the beginning of the stream, which is behind its last song then. A show without
+/// songs is a single byte: where more follows, such as in a file of zeros, throws Error (kNotAShowOrLog)
+/// without a file.
+version0::ShowData ReadUnmarkedShow(std::istream& stream);
 
 /// What the mark at the beginning of `file` tells. What has no mark counts as a legacy show, which only
 /// reading it can tell: callers read the file as what this returns. Throws as Detect().
