@@ -6,11 +6,11 @@
 #include <vector>
 
 #include "cli/help/codes.h"
-#include "cli/help/nearest.h"
 #include "cli/shared/context.h"
 #include "cli/terminal/columns.h"
 #include "cli/terminal/table.h"
 #include "cli/terminal/text.h"
+#include "kit/nearest.h"
 #include "toolkit/words.h"
 
 namespace zuna_cli {
@@ -61,7 +61,7 @@ std::string Explained(const std::string& code, bool json) {
   }
   if (!text.empty()) return text;
   throw Failure(ErrorCode::kCodeNotFound, "explain",
-                "there is no code \"" + code + '"' + Suggestion(code, AllCodes()),
+                "there is no code \"" + code + '"' + kit::Suggestion(code, AllCodes()),
                 "zuna-convert explain lists all");
 }
 

@@ -5,7 +5,7 @@
 
 #include "cli/help/command_tree.h"
 #include "cli/help/help_text.h"
-#include "cli/help/nearest.h"
+#include "kit/nearest.h"
 
 namespace zuna_cli {
 
@@ -24,7 +24,7 @@ const CLI::Option* Find(const CLI::App& command, IsMeant is_meant) {
 }
 
 std::string NotKnown(const std::string& word, const std::vector<std::string>& known) {
-  return '"' + word + "\" is not known here" + Suggestion(word, known);
+  return '"' + word + "\" is not known here" + kit::Suggestion(word, known);
 }
 
 std::string UnknownOption(const CLI::App& command, const std::string& word) {

@@ -1,8 +1,8 @@
-#include "cli/help/nearest.h"
+#include "kit/nearest.h"
 
 #include <gtest/gtest.h>
 
-namespace zuna_cli {
+namespace kit {
 namespace {
 
 TEST(EditDistance, CountsChanges) {
@@ -37,5 +37,11 @@ TEST(Suggestion, IsNothingWhereMoreThanAThirdWouldChange) {
   EXPECT_EQ(Suggestion("anything", {}), "");
 }
 
+TEST(Suggestion, IsNothingForALongWord) {
+  const std::string longest(64, 'w');
+  EXPECT_EQ(Suggestion(longest + "w", {longest}), "");
+  EXPECT_EQ(Suggestion(longest, {longest + "w"}), "; did you mean \"" + longest + "w\"?");
+}
+
 }  // namespace
-}  // namespace zuna_cli
+}  // namespace kit

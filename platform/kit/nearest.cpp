@@ -1,11 +1,18 @@
 // What a mistyped word may have been meant to be.
-#include "cli/help/nearest.h"
+#include "kit/nearest.h"
 
 #include <algorithm>
 #include <numeric>
 #include <utility>
 
-namespace zuna_cli {
+namespace kit {
+
+namespace {
+
+/// The longest word that is looked at: comparing takes the time of both lengths multiplied.
+constexpr std::size_t kLongest = 64;
+
+}  // namespace
 
 std::size_t EditDistance(std::string_view from, std::string_view to) {
   // Rows of the table of distances between the beginnings of both: the two before the current one, and it.
@@ -27,6 +34,7 @@ std::size_t EditDistance(std::string_view from, std::string_view to) {
 }
 
 std::string Suggestion(std::string_view word, const std::vector<std::string>& known) {
+  if (word.size() > kLongest) return "";
   const std::string* nearest = nullptr;
   std::size_t most = word.size() / 3;
   for (const std::string& candidate : known) {
@@ -38,4 +46,4 @@ std::string Suggestion(std::string_view word, const std::vector<std::string>& kn
   return nearest == nullptr ? "" : "; did you mean \"" + *nearest + "\"?";
 }
 
-}  // namespace zuna_cli
+}  // namespace kit
