@@ -4,6 +4,7 @@
 // product that replaces platform/ for the converter alone need not supply it.
 
 #include <cstdint>
+#include <iosfwd>
 #include <optional>
 #include <span>
 #include <string>
@@ -23,6 +24,9 @@ inline constexpr FileVersion kDefaultVersion{1, 2};
 /// "show" or "log", for messages.
 ZUNA_API std::string_view KindName(FileKind kind);
 
+/// "showdata" or "logdata": the value of "kind" in the text form.
+ZUNA_API std::string_view KindText(FileKind kind);
+
 /// The four bytes that a current binary file of this kind begins with.
 ZUNA_API std::string_view BinaryMagic(FileKind kind);
 
@@ -36,5 +40,16 @@ ZUNA_API std::optional<FileVersion> ParseVersion(std::string_view text);
 
 /// A version as text: "1.2".
 ZUNA_API std::string VersionText(FileVersion version);
+
+/// The values of "kind" and "fileVersion" in a text form, in whatever order its keys stand: at most 16 bytes
+/// of each, none where it is not there.
+struct StatedType {
+  std::optional<std::string> kind;
+  std::optional<std::string> version;
+};
+
+/// What the text form states that is at the position of the stream. Reads no further than needed, in constant
+/// memory. Throws DataError where the stream cannot be read.
+ZUNA_API StatedType StatedInText(std::istream& is);
 
 }  // namespace cmn

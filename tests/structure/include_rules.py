@@ -35,7 +35,7 @@ OWN = {
 PRODUCT = ("interfaces", "format_converter", "platform/core", "platform/kit", "platform/security", "toolkit", "cli")
 SEE_INTERNAL = ("tests", "tests/conformance", "fuzz")
 
-INTERFACES = ("CL", "TL", "cmn", "codes", "kit", "std_midi", "zuna_midi", "zuna_sec")
+INTERFACES = ("CL", "TL", "cmn", "codes", "kit", "std_midi", "zuna_json", "zuna_midi", "zuna_sec")
 CURRENT_MODEL = ("CL", "TL", "std_midi", "zuna_midi")
 
 VERSION0 = "format_converter/version0"

@@ -53,6 +53,8 @@ std::optional<std::uint8_t> TakeNumber(std::string_view& text) {
 
 std::string_view KindName(FileKind kind) { return kind == FileKind::kShow ? "show" : "log"; }
 
+std::string_view KindText(FileKind kind) { return kind == FileKind::kShow ? "showdata" : "logdata"; }
+
 std::string_view BinaryMagic(FileKind kind) {
   using namespace std::string_view_literals;
   return kind == FileKind::kShow ? "\0ZSH"sv : "\0ZLG"sv;

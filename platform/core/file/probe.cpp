@@ -11,7 +11,7 @@
 #include "cmn/version_probe.h"
 #include "platform/core/bytes/stream_input.h"
 #include "platform/core/file/preamble.h"
-#include "platform/core/json/ignore_json.h"
+#include "platform/core/json/ignore_events.h"
 #include "platform/core/json/parse_stream.h"
 
 namespace zuna_core {
@@ -19,10 +19,9 @@ namespace zuna_core {
 namespace {
 
 /// Collects the texts under "kind" and "fileVersion" at the top level and stops the parser at the second one.
-class ProbeHandler : public IgnoreJson {
+class ProbeHandler : public zuna_json::IgnoreEvents {
  public:
-  const std::optional<std::string>& kind() const { return kind_; }
-  const std::optional<std::string>& version() const { return version_; }
+  const cmn::StatedType& stated() const { return stated_; }
 
   bool on_object_begin(Code&) { return Enter(); }
   bool on_object_end(std::size_t, Code&) { return Leave(); }
@@ -38,10 +37,10 @@ class ProbeHandler : public IgnoreJson {
   bool on_string_part(Part part, std::size_t, Code&) { return Append(part); }
   bool on_string(Part part, std::size_t, Code& code) {
     Append(part);
-    if (depth_ == 1 && key_ == "kind") kind_ = text_;
-    if (depth_ == 1 && key_ == "fileVersion") version_ = text_;
+    if (depth_ == 1 && key_ == "kind") stated_.kind = text_;
+    if (depth_ == 1 && key_ == "fileVersion") stated_.version = text_;
     text_.clear();
-    if (!kind_ || !version_) return true;
+    if (!stated_.kind || !stated_.version) return true;
     code = boost::json::error::extra_data;  // enough is known
     return false;
   }
@@ -66,20 +65,15 @@ class ProbeHandler : public IgnoreJson {
   int depth_ = 0;
   std::string key_;
   std::string text_;
-  std::optional<std::string> kind_;
-  std::optional<std::string> version_;
+  cmn::StatedType stated_;
 };
 
 /// The version that the text form of this kind states that begins at the position of the stream; 0.0 where
-/// none of this kind is there. Reads no further than needed, in constant memory.
+/// none of this kind is there.
 cmn::FileVersion ProbeText(std::istream& is, FileKind kind) {
-  boost::json::parse_options options;
-  options.max_depth = kMaxJsonDepth;
-  boost::json::basic_parser<ProbeHandler> parser(options);
-  ParseStream(is, {}, parser);
-  const ProbeHandler& found = parser.handler();
-  if (found.kind() != KindText(kind) || !found.version()) return {};
-  return cmn::ParseVersion(*found.version()).value_or(cmn::FileVersion{});
+  const cmn::StatedType stated = cmn::StatedInText(is);
+  if (stated.kind != cmn::KindText(kind) || !stated.version) return {};
+  return cmn::ParseVersion(*stated.version).value_or(cmn::FileVersion{});
 }
 
 /// Looks at the stream from its position. A stream that has too few bytes for a header ends up in its fail
@@ -141,6 +135,14 @@ cmn::FileVersion Probe(std::istream& is, FileKind kind) {
 }  // namespace zuna_core
 
 namespace cmn {
+
+StatedType StatedInText(std::istream& is) {
+  boost::json::parse_options options;
+  options.max_depth = zuna_json::kMaxDepth;
+  boost::json::basic_parser<zuna_core::ProbeHandler> parser(options);
+  zuna_json::ParseStream(is, {}, parser);
+  return parser.handler().stated();
+}
 
 FileVersion get_showdata_version(std::istream& is) {
   return zuna_core::Probe(is, zuna_core::FileKind::kShow);

@@ -14,17 +14,14 @@
 // by what it finds ReadFrame() and DecodeShow(), or ReadTextShow(). The same holds for log/ with its own
 // names.
 
-#include <concepts>
 #include <string>
-#include <type_traits>
 
 #include "TL/timeline.h"
+#include "zuna_json/fields.h"
 
 namespace zuna_core {
 
-/// A record that is read or, where it is const, written.
-template <typename T, typename Record>
-concept MaybeConst = std::same_as<std::remove_const_t<T>, Record>;
+using zuna_json::MaybeConst;
 
 /// An entry of a list that is to be filled: numbers 0, texts empty. No entry takes fewer bytes in a file.
 template <typename Entry>

@@ -63,21 +63,12 @@ void ThrowUnsupported(FileKind kind, cmn::FileVersion version, const char* where
                   VersionList(kind, false).c_str()));
 }
 
-std::string_view KindText(FileKind kind) { return kind == FileKind::kShow ? "showdata" : "logdata"; }
-
 const char* CheckKind(FileKind kind, std::string_view text) {
-  if (text == KindText(kind)) return nullptr;
+  if (text == cmn::KindText(kind)) return nullptr;
   if (kind == FileKind::kShow) {
-    return text == KindText(FileKind::kLog) ? "this is a log, not a show" : "this is not a show";
+    return text == cmn::KindText(FileKind::kLog) ? "this is a log, not a show" : "this is not a show";
   }
-  return text == KindText(FileKind::kShow) ? "this is a show, not a log" : "this is not a log";
-}
-
-const char* CheckVersion(FileKind kind, std::string_view text) {
-  const std::optional<cmn::FileVersion> version = cmn::ParseVersion(text);
-  if (!version) return "expected a version such as \"2.0\"";
-  if (*version != kTextVersion) ThrowUnsupported(kind, *version, "in the text form");
-  return nullptr;
+  return text == cmn::KindText(FileKind::kShow) ? "this is a show, not a log" : "this is not a log";
 }
 
 }  // namespace zuna_core

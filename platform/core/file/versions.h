@@ -56,12 +56,7 @@ bool IsBinary(FileKind kind, cmn::FileVersion version);
 /// output".
 [[noreturn]] void ThrowUnsupported(FileKind kind, cmn::FileVersion version, const char* where);
 
-/// The value of "kind" in the text form.
-std::string_view KindText(FileKind kind);
-
-/// What is wrong with the value of "kind" or of "fileVersion" in the text form; null where nothing is. A
-/// version that the text form does not have throws cmn::UnsupportedVersionError.
+/// What is wrong with the value of "kind" in the text form; null where nothing is.
 const char* CheckKind(FileKind kind, std::string_view text);
-const char* CheckVersion(FileKind kind, std::string_view text);
 
 }  // namespace zuna_core

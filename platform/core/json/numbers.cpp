@@ -10,7 +10,7 @@
 #include <locale.h>  // newlocale(), which <clocale> does not promise
 #endif
 
-namespace zuna_core {
+namespace zuna_json {
 
 std::string FloatText(float value) {
   if (value == 0 && std::signbit(value)) return "-0.0";
@@ -26,4 +26,4 @@ std::optional<float> ParseFloat(const std::string& number) {
   return value;
 }
 
-}  // namespace zuna_core
+}  // namespace zuna_json

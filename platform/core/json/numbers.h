@@ -10,7 +10,7 @@
 #include <optional>
 #include <string>
 
-namespace zuna_core {
+namespace zuna_json {
 
 /// The decimal text of a byte.
 struct ByteText {
@@ -60,4 +60,4 @@ std::string FloatText(float value);
 /// decimal digits. None where the number lies beyond the floats.
 std::optional<float> ParseFloat(const std::string& number);
 
-}  // namespace zuna_core
+}  // namespace zuna_json

@@ -8,10 +8,11 @@
 
 #include "kit/format.h"
 #include "kit/hex.h"
+#include "kit/nearest.h"
 #include "platform/core/bytes/quote.h"
 #include "platform/core/json/numbers.h"
 
-namespace zuna_core {
+namespace zuna_json {
 
 ObjectHandler::Frame& ObjectHandler::Push(Level level, const BoundMember* owner) {
   Frame& frame = frames_.at(depth_++);
@@ -39,14 +40,14 @@ bool ObjectHandler::on_object_begin(Code& code) {
     const BoundMember& list = *top().owner;
     return BeginObject(*list.object, list.target, nullptr);
   }
-  if (const BoundMember* member = Expecting(JsonKind::kObject)) {
+  if (const BoundMember* member = Expecting(ValueKind::kObject)) {
     return BeginObject(*member->object, member->target, member);
   }
-  if (const BoundMember* member = Expecting(JsonKind::kFloat)) {
+  if (const BoundMember* member = Expecting(ValueKind::kFloat)) {
     Push(Level::kBits, member);
     return true;
   }
-  if (const BoundMember* member = Expecting(JsonKind::kText)) {
+  if (const BoundMember* member = Expecting(ValueKind::kText)) {
     Push(Level::kBytes, member);
     return true;
   }
@@ -59,7 +60,7 @@ bool ObjectHandler::on_object_end(std::size_t, Code& code) {
   if (frame.level == Level::kBytes) return EndBytes(code);
   frame.member = nullptr;
   for (std::size_t i = 0; i < frame.object.size(); ++i) {
-    if ((frame.seen >> i & 1) == 0) return Fail(code, "missing key " + Quote(frame.object[i].key));
+    if ((frame.seen >> i & 1) == 0) return Fail(code, "missing key " + zuna_core::Quote(frame.object[i].key));
   }
   if (frame.type->end != nullptr) {
     if (const char* problem = frame.type->end(frame.target, frame.object)) return Fail(code, problem);
@@ -71,7 +72,7 @@ bool ObjectHandler::on_object_end(std::size_t, Code& code) {
 
 bool ObjectHandler::EndBits(Code& code) {
   if (!top().key_seen) return Fail(code, "missing key \"bits\"");
-  *static_cast<std::uint32_t*>(top().owner->target) = bits_;
+  StoreFloat(*top().owner, bits_);
   Pop();
   return true;
 }
@@ -95,15 +96,15 @@ bool ObjectHandler::on_array_begin(Code& code) {
     top().level = Level::kRow;
     return BeginRow(*top().owner->rows);
   }
-  if (const BoundMember* member = Expecting(JsonKind::kRow)) {
+  if (const BoundMember* member = Expecting(ValueKind::kRow)) {
     Push(Level::kRow, member);
     return BeginRow(*member->rows);
   }
-  if (const BoundMember* member = Expecting(JsonKind::kList)) {
+  if (const BoundMember* member = Expecting(ValueKind::kList)) {
     Push(Level::kList, member);
     return true;
   }
-  if (const BoundMember* member = Expecting(JsonKind::kRows)) {
+  if (const BoundMember* member = Expecting(ValueKind::kRows)) {
     Push(Level::kRows, member);
     return true;
   }
@@ -114,16 +115,17 @@ bool ObjectHandler::on_array_end(std::size_t, Code& code) {
   Frame& frame = top();
   if (frame.level == Level::kRow) {
     if (column_ != columns_) return Fail(code, kit::format("expected %zu integers", columns_));
-    columns_ = 0;
-    if (frame.owner->kind == JsonKind::kRows) {
-      rows_.push_back(row_);
+    const std::size_t columns = std::exchange(columns_, 0);
+    if (frame.owner->kind == ValueKind::kRows) {
+      rows_.insert(rows_.end(), row_.begin(), row_.begin() + static_cast<std::ptrdiff_t>(columns));
       frame.level = Level::kRows;
       ++frame.index;
       return true;
     }
-    frame.owner->rows->take(frame.owner->target, &row_, 1);
+    frame.owner->rows->take(frame.owner->target, row_.data(), 1);
   } else if (frame.level == Level::kRows) {
-    frame.owner->rows->take(frame.owner->target, rows_.data(), rows_.size());
+    const RowType& type = *frame.owner->rows;
+    type.take(frame.owner->target, rows_.data(), rows_.size() / type.columns);
     rows_.clear();
   }
   Pop();
@@ -141,6 +143,15 @@ bool ObjectHandler::on_key(Part part, std::size_t, Code& code) {
   return known;
 }
 
+/// The keys of an object that have not been there yet.
+std::vector<std::string> ObjectHandler::UnseenKeys(const Frame& frame) {
+  std::vector<std::string> keys;
+  for (std::size_t i = 0; i < frame.object.size(); ++i) {
+    if ((frame.seen >> i & 1) == 0) keys.emplace_back(frame.object[i].key);
+  }
+  return keys;
+}
+
 bool ObjectHandler::FindMember(std::string_view key, Code& code) {
   Frame& frame = top();
   if (frame.level == Level::kBits) return OnlyKey("bits", key, code);
@@ -156,13 +167,13 @@ bool ObjectHandler::FindMember(std::string_view key, Code& code) {
     return true;
   }
   frame.member = nullptr;
-  return Fail(code, "unknown key " + Quote(key));
+  return Fail(code, "unknown key " + zuna_core::Quote(key) + kit::Suggestion(key, UnseenKeys(frame)));
 }
 
 /// Takes the key of an object that states a float or a text.
 bool ObjectHandler::OnlyKey(std::string_view known, std::string_view key, Code& code) {
-  if (key != known) return Fail(code, "unknown key " + Quote(key));
-  if (top().key_seen) return Fail(code, "duplicate key " + Quote(known));
+  if (key != known) return Fail(code, "unknown key " + zuna_core::Quote(key));
+  if (top().key_seen) return Fail(code, "duplicate key " + zuna_core::Quote(known));
   top().key_seen = true;
   return true;
 }
@@ -179,8 +190,8 @@ bool ObjectHandler::on_string(Part part, std::size_t, Code& code) {
 
 /// Stores text_ as the value of a member.
 bool ObjectHandler::Text(Code& code) {
-  const BoundMember* member = Expecting(JsonKind::kText);
-  if (member == nullptr) member = Expecting(JsonKind::kString);
+  const BoundMember* member = Expecting(ValueKind::kText);
+  if (member == nullptr) member = Expecting(ValueKind::kString);
   if (member == nullptr) return Unexpected(code);
   const char* problem = member->store(member->target, std::move(text_));
   text_.clear();
@@ -205,13 +216,13 @@ bool ObjectHandler::Integer(std::int64_t value, Part part, Code& code) {
 /// Takes a number that is no integer of 64 bits, or where a float is expected. It is read from its text: the
 /// parser's double would be rounded twice.
 bool ObjectHandler::Float(Part part, Code& code) {
-  const BoundMember* member = Expecting(JsonKind::kFloat);
+  const BoundMember* member = Expecting(ValueKind::kFloat);
   if (member == nullptr) return Unexpected(code);
   Append(part);
   const std::optional<float> value = ParseFloat(text_);
   text_.clear();
   if (!value) return Unexpected(code);
-  *static_cast<std::uint32_t*>(member->target) = std::bit_cast<std::uint32_t>(*value);
+  StoreFloat(*member, std::bit_cast<std::uint32_t>(*value));
   return true;
 }
 
@@ -221,4 +232,4 @@ bool ObjectHandler::Fail(Code& code, std::string problem) {
   return false;
 }
 
-}  // namespace zuna_core
+}  // namespace zuna_json

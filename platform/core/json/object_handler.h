@@ -9,10 +9,11 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/core/json/ignore_json.h"
-#include "platform/core/json/object_reader.h"
+#include "platform/core/json/ignore_events.h"
+#include "platform/core/json/value_kinds.h"
+#include "zuna_json/object.h"
 
-namespace zuna_core {
+namespace zuna_json {
 
 /// Takes the events of Boost.JSON's basic_parser and stores the values where they are bound to. At the first
 /// value that does not fit it stops the parser; problem() and Path() tell what is wrong and where.
@@ -29,7 +30,7 @@ namespace zuna_core {
 ///                     the song to the show
 ///   on_array_end                                                      frames: object
 ///   on_object_end                                                     frames: none
-class ObjectHandler : public IgnoreJson {
+class ObjectHandler : public IgnoreEvents {
  public:
   ObjectHandler(const ObjectType& root, void* target) : root_(root), root_target_(target) {}
 
@@ -47,7 +48,7 @@ class ObjectHandler : public IgnoreJson {
   bool on_key(Part part, std::size_t, Code& code);
   bool on_string_part(Part part, std::size_t, Code&) { return Append(part); }
   bool on_string(Part part, std::size_t, Code& code);
-  bool on_number_part(Part part, Code&) { return Expecting(JsonKind::kFloat) == nullptr || Append(part); }
+  bool on_number_part(Part part, Code&) { return Expecting(ValueKind::kFloat) == nullptr || Append(part); }
   bool on_int64(std::int64_t value, Part part, Code& code) {
     // The integers of rows are nearly all that a file has.
     if (column_ >= columns_ || value < 0 || value > maxima_[column_]) return Integer(value, part, code);
@@ -90,7 +91,7 @@ class ObjectHandler : public IgnoreJson {
   bool Inside(Level level) const { return depth_ != 0 && top().level == level; }
 
   /// The member whose value is read, if it is of this kind.
-  const BoundMember* Expecting(JsonKind kind) const {
+  const BoundMember* Expecting(ValueKind kind) const {
     return Inside(Level::kObject) && top().member->kind == kind ? top().member : nullptr;
   }
 
@@ -101,6 +102,7 @@ class ObjectHandler : public IgnoreJson {
 
   bool BeginObject(const ObjectType& type, void* target, const BoundMember* owner);
   bool BeginRow(const RowType& type);
+  static std::vector<std::string> UnseenKeys(const Frame& frame);
   bool FindMember(std::string_view key, Code& code);
   bool OnlyKey(std::string_view known, std::string_view key, Code& code);
   bool EndBits(Code& code);
@@ -116,15 +118,15 @@ class ObjectHandler : public IgnoreJson {
   void* root_target_;
   std::array<Frame, kMaxFrames> frames_;
   std::size_t depth_ = 0;
-  std::size_t columns_ = 0;    ///< of the row that is read; 0 outside of rows
-  std::size_t column_ = 0;     ///< the one whose integer comes next
-  JsonRow maxima_{};           ///< of the columns
-  JsonRow row_{};              ///< as far as it has been read
-  std::vector<JsonRow> rows_;  ///< of the list of rows that is read
-  std::string text_;           ///< of a key, a text or a number, as far as it has been read
-  std::string bytes_;          ///< that {"bytes": ...} has stated
-  std::uint32_t bits_ = 0;     ///< that {"bits": ...} has stated
+  std::size_t columns_ = 0;          ///< of the row that is read; 0 outside of rows
+  std::size_t column_ = 0;           ///< the one whose integer comes next
+  Row maxima_{};                     ///< of the columns
+  Row row_{};                        ///< as far as it has been read
+  std::vector<std::uint32_t> rows_;  ///< the values of the list of rows that is read
+  std::string text_;                 ///< of a key, a text or a number, as far as it has been read
+  std::string bytes_;                ///< that {"bytes": ...} has stated
+  std::uint32_t bits_ = 0;           ///< that {"bits": ...} has stated
   std::string problem_;
 };
 
-}  // namespace zuna_core
+}  // namespace zuna_json

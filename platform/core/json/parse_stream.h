@@ -11,30 +11,30 @@
 
 #include "platform/core/bytes/stream_input.h"
 
-namespace zuna_core {
+namespace zuna_json {
 
 /// The deepest nesting that is parsed; no file of ours reaches it.
-inline constexpr std::size_t kMaxJsonDepth = 32;
+inline constexpr std::size_t kMaxDepth = 32;
 
 /// Where and why a parser stopped; no error where the whole text is one JSON value.
-struct JsonEnd {
+struct ParseEnd {
   boost::json::error_code error;
   std::uint64_t offset = 0;  ///< in bytes from the beginning of the text
 };
 
 /// What is wrong with the text, for a message.
-std::string DescribeJsonError(const boost::json::error_code& code);
+std::string DescribeError(const boost::json::error_code& code);
 
 /// Parses a JSON text in pieces of 64 KiB: `prefix`, at most that long, was read before; the rest is what
 /// the stream has left. The handler of the parser gets the events and may stop it by an error.
 template <typename Handler>
-JsonEnd ParseStream(std::istream& is, std::string_view prefix, boost::json::basic_parser<Handler>& parser) {
+ParseEnd ParseStream(std::istream& is, std::string_view prefix, boost::json::basic_parser<Handler>& parser) {
   constexpr std::size_t kPiece = std::size_t{64} * 1024;
   const std::unique_ptr<char[]> piece(new char[kPiece]);
   std::size_t size = prefix.copy(piece.get(), kPiece);
-  JsonEnd end;
+  ParseEnd end;
   for (bool more = true; more; size = 0) {
-    size += ReadSome(is, piece.get() + size, kPiece - size);
+    size += zuna_core::ReadSome(is, piece.get() + size, kPiece - size);
     more = size == kPiece;
     const std::size_t used = parser.write_some(more, piece.get(), size, end.error);
     end.offset += used;
@@ -44,4 +44,4 @@ JsonEnd ParseStream(std::istream& is, std::string_view prefix, boost::json::basi
   return end;
 }
 
-}  // namespace zuna_core
+}  // namespace zuna_json

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "CL/change_log.h"
+#include "CL/text_form.h"
 #include "platform/core/bytes/quote.h"
 #include "platform/core/file/frame.h"
 #include "platform/core/log/fields.h"
@@ -49,11 +50,15 @@ void CheckSupported(cmn::FileVersion version) {
   if (!IsSupported(FileKind::kLog, version)) ThrowUnsupported(FileKind::kLog, version, "for output");
 }
 
-void WriteLog(std::ostream& os, const CL::ChangeLog& log, cmn::FileVersion version) {
+void CheckWritable(const CL::ChangeLog& log, cmn::FileVersion version) {
   CheckSupported(version);
   for (const auto& [number, song] : log.song_logs()) CheckWritable(number, song.get());
+}
+
+void WriteLog(std::ostream& os, const CL::ChangeLog& log, cmn::FileVersion version) {
+  CheckWritable(log, version);
   if (LayoutOf(version) == Layout::kText) {
-    WriteTextLog(os, log);
+    WriteTextLog(os, log, version);
   } else {
     WriteFrame(os, FileKind::kLog, version, [&](auto& sink) { EncodeLog(log, version, sink); });
   }
@@ -77,13 +82,10 @@ CL::ChangeLog ReadLog(std::istream& is) {
 template <typename Event>
 void WriteEvent(std::ostream& os, const Event& event, cmn::FileVersion version) {
   CheckSupported(version);
+  if (LayoutOf(version) == Layout::kText) return WriteTextEvent(os, event);
   BufferedOutput output(os, false);
-  if (LayoutOf(version) == Layout::kText) {
-    WriteTextEvent(output, event);
-  } else {
-    ByteWriter writer(output);
-    EncodeEvent(event, version, writer);
-  }
+  ByteWriter writer(output);
+  EncodeEvent(event, version, writer);
   output.Flush();
 }
 
@@ -98,6 +100,12 @@ ChangeLog::ChangeLog(std::istream& is) : ChangeLog(zuna_core::ReadLog(is)) {}
 void ChangeLog::WriteBinary(std::ostream& os, const cmn::FileVersion& version) const {
   zuna_core::WriteLog(os, *this, version);
 }
+
+void WriteTextForm(std::ostream& os, const ChangeLog& log, const cmn::FileVersion& stated) {
+  zuna_core::CheckWritable(log, stated);
+  zuna_core::WriteTextLog(os, log, stated);
+}
+
 void PairedEvent::WriteBinary(std::ostream& os, const cmn::FileVersion& version) const {
   zuna_core::WriteEvent(os, *this, version);
 }

@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "CL/change_log.h"
-#include "platform/core/bytes/buffered_output.h"
 #include "platform/core/bytes/byte_reader.h"
 #include "platform/core/bytes/byte_writer.h"
 
@@ -25,8 +24,8 @@ template <typename Event>
 void EncodeEvent(const Event& event, cmn::FileVersion version, ByteWriter& sink);
 ///@}
 
-/// The text form.
-void WriteTextLog(std::ostream& os, const CL::ChangeLog& log);
+/// The text form, which states this version.
+void WriteTextLog(std::ostream& os, const CL::ChangeLog& log, cmn::FileVersion stated);
 
 /// `prefix` is what has been read from the stream already. Throws cmn::DataError,
 /// cmn::UnsupportedVersionError.
@@ -35,6 +34,6 @@ CL::ChangeLog ReadTextLog(std::istream& is, std::string_view prefix);
 /// Writes an event as an object of the text form: a CL::Marker, CL::Caesura or CL::TempoScale, or a
 /// CL::PairedEvent of any other class.
 template <typename Event>
-void WriteTextEvent(BufferedOutput& output, const Event& event);
+void WriteTextEvent(std::ostream& os, const Event& event);
 
 }  // namespace zuna_core

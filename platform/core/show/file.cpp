@@ -8,6 +8,7 @@
 #include "platform/core/file/frame.h"
 #include "platform/core/show/file.h"
 #include "zuna_midi/show_data.h"
+#include "zuna_midi/text_form.h"
 
 namespace zuna_core {
 
@@ -30,11 +31,15 @@ void CheckWritable(const std::string& number, const zuna_midi::SongData& song) {
   }
 }
 
-void WriteShow(std::ostream& os, const zuna_midi::ShowData& show, cmn::FileVersion version) {
+void CheckWritable(const zuna_midi::ShowData& show, cmn::FileVersion version) {
   if (!IsSupported(FileKind::kShow, version)) ThrowUnsupported(FileKind::kShow, version, "for output");
   for (const auto& [number, song] : show.songs()) CheckWritable(number, *song);
+}
+
+void WriteShow(std::ostream& os, const zuna_midi::ShowData& show, cmn::FileVersion version) {
+  CheckWritable(show, version);
   if (LayoutOf(version) == Layout::kText) {
-    WriteTextShow(os, show);
+    WriteTextShow(os, show, version);
   } else {
     WriteFrame(os, FileKind::kShow, version, [&](auto& sink) { EncodeShow(show, version, sink); });
   }
@@ -58,6 +63,11 @@ ShowData::ShowData(std::istream& is) : ShowData(zuna_core::ReadShow(is)) {}
 
 void ShowData::WriteBinary(std::ostream& os, const cmn::FileVersion& version) const {
   zuna_core::WriteShow(os, *this, version);
+}
+
+void WriteTextForm(std::ostream& os, const ShowData& show, const cmn::FileVersion& stated) {
+  zuna_core::CheckWritable(show, stated);
+  zuna_core::WriteTextShow(os, show, stated);
 }
 
 }  // namespace zuna_midi

@@ -19,8 +19,8 @@ void EncodeShow(const zuna_midi::ShowData& show, cmn::FileVersion version, ByteW
 zuna_midi::ShowData DecodeShow(ByteReader& in, cmn::FileVersion version);
 ///@}
 
-/// The text form.
-void WriteTextShow(std::ostream& os, const zuna_midi::ShowData& show);
+/// The text form, which states this version.
+void WriteTextShow(std::ostream& os, const zuna_midi::ShowData& show, cmn::FileVersion stated);
 
 /// `prefix` is what has been read from the stream already. Throws cmn::DataError,
 /// cmn::UnsupportedVersionError.

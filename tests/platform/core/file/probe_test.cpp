@@ -9,6 +9,7 @@
 #include <istream>
 #include <sstream>
 
+#include "cmn/file_format.h"
 #include "tests/platform/core/file/kinds.h"
 #include "tests/support/bytes.h"
 #include "tests/support/failing_streambuf.h"
@@ -31,6 +32,26 @@ cmn::FileVersion ProbeShow(const std::string& bytes) {
 cmn::FileVersion ProbeLog(const std::string& bytes) {
   std::istringstream is(bytes);
   return cmn::get_logdata_version(is);
+}
+
+cmn::StatedType Stated(const std::string& text) {
+  std::istringstream is(text);
+  return cmn::StatedInText(is);
+}
+
+TEST(StatedInText, FindsKindAndVersionAtTheTopLevel) {
+  const cmn::StatedType stated = Stated(
+      R"({"songs": [{"kind": "x", "fileVersion": "9.9"}], "fileVersion": "0.0", "kind": "logdata"} and so on)");
+  EXPECT_EQ(stated.kind, "logdata");
+  EXPECT_EQ(stated.version, "0.0");
+}
+
+TEST(StatedInText, FindsNothingElsewhere) {
+  for (const char* text : {"", "{", "[]", "{}", R"({"kind": 1, "fileVersion": null})", "TLMN"}) {
+    EXPECT_FALSE(Stated(text).kind) << text;
+    EXPECT_FALSE(Stated(text).version) << text;
+  }
+  EXPECT_EQ(Stated(R"({"kind": ")" + std::string(40, 'k') + R"("})").kind, std::string(16, 'k'));
 }
 
 TEST(VersionProbe, FindsTheVersionOfEveryShow) {

@@ -1,6 +1,6 @@
 // What JSON objects are read into, and what is no such object.
 
-#include "platform/core/json/object_reader.h"
+#include "zuna_json/object.h"
 
 #include <gtest/gtest.h>
 
@@ -13,22 +13,22 @@ namespace {
 
 using zuna_test::MessageOf;
 
-void BindNumber(void* target, zuna_core::BoundObject& object) {
-  object.Add({"n", zuna_core::JsonKind::kUnsigned8, target});
+void BindNumber(void* target, zuna_json::BoundObject& object) {
+  object.Add({"n", zuna_json::ValueKind::kUnsigned8, target});
 }
 
-constexpr zuna_core::ObjectType kNumber{&BindNumber, nullptr};
+constexpr zuna_json::ObjectType kNumber{&BindNumber, nullptr};
 
 std::uint8_t ReadNumber(const std::string& text) {
   std::istringstream is(text);
   std::uint8_t number = 0;
-  zuna_core::ReadJsonObject(is, "", kNumber, &number);
+  zuna_json::ReadObject(is, "", kNumber, &number);
   return number;
 }
 
-TEST(ReadJsonObject, StoresWhatIsBound) { EXPECT_EQ(ReadNumber(R"( {"n": 255} )"), 255); }
+TEST(ReadObject, StoresWhatIsBound) { EXPECT_EQ(ReadNumber(R"( {"n": 255} )"), 255); }
 
-TEST(ReadJsonObject, RefusesAValueThatIsNoObject) {
+TEST(ReadObject, RefusesAValueThatIsNoObject) {
   const auto refused = [](const char* text) { return MessageOf<cmn::DataError>([&] { ReadNumber(text); }); };
   EXPECT_EQ(refused(R"([{"n": 1}])"), "expected an object (at byte 0)");
   EXPECT_EQ(refused(R"("n")"), "expected an object (at byte 2)");

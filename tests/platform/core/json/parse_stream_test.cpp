@@ -9,14 +9,14 @@
 namespace {
 
 using boost::json::error;
-using zuna_core::DescribeJsonError;
+using zuna_json::DescribeError;
 
 TEST(JsonError, IsDescribed) {
-  EXPECT_EQ(DescribeJsonError(error::incomplete), "the text ends before its JSON value does");
-  EXPECT_EQ(DescribeJsonError(error::extra_data), "more text follows the JSON value");
-  EXPECT_EQ(DescribeJsonError(error::too_deep), "lists and objects are nested too deeply");
+  EXPECT_EQ(zuna_json::DescribeError(error::incomplete), "the text ends before its JSON value does");
+  EXPECT_EQ(zuna_json::DescribeError(error::extra_data), "more text follows the JSON value");
+  EXPECT_EQ(zuna_json::DescribeError(error::too_deep), "lists and objects are nested too deeply");
   const boost::json::error_code other = error::syntax;
-  EXPECT_EQ(DescribeJsonError(other), "this is not JSON (" + other.message() + ")");
+  EXPECT_EQ(zuna_json::DescribeError(other), "this is not JSON (" + other.message() + ")");
 }
 
 }  // namespace

@@ -55,7 +55,8 @@ TEST(TextLog, WhatIdentifiesTheDocumentIsAPlainString) {
 TEST(TextLog, KeysAreKnownAndThereOnce) {
   EXPECT_EQ(PatchedError("\"attacca\": 2,", ""), "songLogs[0]: missing key \"attacca\"");
   EXPECT_EQ(PatchedError("\"tagPair\": [1, 65535],", ""), "missing key \"tagPair\"");
-  EXPECT_EQ(PatchedError("\"end\": 480", "\"End\": 480"), "songLogs[0].vamps[0]: unknown key \"End\"");
+  EXPECT_EQ(PatchedError("\"end\": 480", "\"End\": 480"),
+            "songLogs[0].vamps[0]: unknown key \"End\"; did you mean \"end\"?");
   EXPECT_EQ(PatchedError("\"end\": 480", "\"end\": 480, \"end\": 480"),
             "songLogs[0].vamps[0].end: duplicate key");
   EXPECT_EQ(PatchedError("\"value\": -1", "\"text\": \"\""), "songLogs[0].vamps[1]: unknown key \"text\"");

@@ -30,7 +30,8 @@ TEST(TextShow, VersionHasToBeOne) {
 }
 
 TEST(TextShow, KeysAreKnownAndThereOnce) {
-  EXPECT_EQ(PatchedError("\"songName\"", "\"songname\""), "songs[0]: unknown key \"songname\"");
+  EXPECT_EQ(PatchedError("\"songName\"", "\"songname\""),
+            "songs[0]: unknown key \"songname\"; did you mean \"songName\"?");
   EXPECT_EQ(PatchedError("\"division\": 480,", ""), "songs[0]: missing key \"division\"");
   EXPECT_EQ(PatchedError("\"division\": 480,", "\"division\": 480, \"division\": 480,"),
             "songs[0].division: duplicate key");

@@ -1,14 +1,17 @@
 // Writing JSON text, indented by two blanks a level.
 
-#include "platform/core/json/json_writer.h"
+#include "zuna_json/writer.h"
 
 #include <array>
 #include <bit>
 #include <cmath>
+#include <cstring>
 
 #include "kit/utf8.h"
+#include "platform/core/bytes/buffered_output.h"
+#include "platform/core/json/numbers.h"
 
-namespace zuna_core {
+namespace zuna_json {
 
 namespace {
 
@@ -31,14 +34,56 @@ constexpr std::array<char, 256> kEscapes = MakeEscapes();
 
 }  // namespace
 
-void JsonWriter::OpenObject(Style style) {
+Writer::Writer(std::ostream& os) : output_(std::make_unique<zuna_core::BufferedOutput>(os, false)) {}
+
+Writer::~Writer() = default;
+
+void Writer::Flush() { output_->Flush(); }
+
+void Writer::Raw(std::string_view text) { output_->Write(text); }
+
+void Writer::Number(std::uint32_t value) {
+  output_->Commit(PutDecimal(output_->Room(kMaxDecimalSize), value));
+}
+
+void Writer::Number(std::int32_t value) {
+  output_->Commit(PutDecimal(output_->Room(kMaxSignedDecimalSize), value));
+}
+
+void Writer::Key(std::string_view key) {
+  char* to = output_->Room(2 + kMaxIndent + 1 + kMaxKeySize + 3);
+  if (!empty_) *to++ = ',';
+  if (!one_line_) *to++ = '\n';
+  const std::size_t blanks = one_line_ ? std::size_t{!empty_} : indent_;
+  std::memset(to, ' ', blanks);
+  to += blanks;
+  *to++ = '"';
+  to += key.copy(to, kMaxKeySize);
+  *to++ = '"';
+  *to++ = ':';
+  *to++ = ' ';
+  output_->Commit(to);
+  empty_ = false;
+}
+
+void Writer::Row(std::span<const std::uint32_t> values) {
+  Raw(empty_ ? "\n[" : ",\n[");
+  for (std::size_t column = 0; column < values.size(); ++column) {
+    if (column != 0) Raw(",");
+    Number(values[column]);
+  }
+  Raw("]");
+  empty_ = false;
+}
+
+void Writer::OpenObject(Style style) {
   Raw("{");
   indent_ += 2;
   one_line_ = style == Style::kOneLine;
   empty_ = true;
 }
 
-void JsonWriter::CloseObject() {
+void Writer::CloseObject() {
   indent_ -= 2;
   if (!one_line_) NewLine();
   Raw("}");
@@ -46,33 +91,33 @@ void JsonWriter::CloseObject() {
   empty_ = false;
 }
 
-void JsonWriter::OpenList() {
+void Writer::OpenList() {
   Raw("[");
   indent_ += 2;
   empty_ = true;
 }
 
-void JsonWriter::Element() {
+void Writer::Element() {
   if (!empty_) Raw(",");
   NewLine();
   empty_ = false;
 }
 
-void JsonWriter::CloseList() {
+void Writer::CloseList() {
   indent_ -= 2;
   if (!empty_) NewLine();
   Raw("]");
   empty_ = false;
 }
 
-void JsonWriter::NewLine() {
-  char* to = output_.Room(1 + kMaxIndent);
+void Writer::NewLine() {
+  char* to = output_->Room(1 + kMaxIndent);
   *to++ = '\n';
   std::memset(to, ' ', indent_);
-  output_.Commit(to + indent_);
+  output_->Commit(to + indent_);
 }
 
-void JsonWriter::Float(float value) {
+void Writer::Float(float value) {
   if (std::isfinite(value)) {
     Raw(FloatText(value));
   } else {
@@ -82,7 +127,7 @@ void JsonWriter::Float(float value) {
   }
 }
 
-void JsonWriter::Text(std::string_view text) {
+void Writer::Text(std::string_view text) {
   if (kit::IsUtf8(text)) {
     Raw("\"");
     Escaped(text);
@@ -94,7 +139,7 @@ void JsonWriter::Text(std::string_view text) {
   }
 }
 
-void JsonWriter::Escaped(std::string_view text) {
+void Writer::Escaped(std::string_view text) {
   while (!text.empty()) {
     std::size_t plain = 0;
     while (plain < text.size() && kEscapes[static_cast<unsigned char>(text[plain])] == 0) ++plain;
@@ -107,7 +152,7 @@ void JsonWriter::Escaped(std::string_view text) {
   }
 }
 
-void JsonWriter::Hex(std::string_view bytes) {
+void Writer::Hex(std::string_view bytes) {
   for (const char c : bytes) {
     const auto byte = static_cast<unsigned char>(c);
     const char digits[] = {kHexDigits[byte >> 4], kHexDigits[byte & 0x0F]};
@@ -115,4 +160,4 @@ void JsonWriter::Hex(std::string_view bytes) {
   }
 }
 
-}  // namespace zuna_core
+}  // namespace zuna_json

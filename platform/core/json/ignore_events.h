@@ -7,12 +7,12 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace zuna_core {
+namespace zuna_json {
 
 /// Takes the events of Boost.JSON's basic_parser and goes on after each of them. A handler derives from this
 /// and hides the functions for the events that it needs; the parser calls them without virtual calls. A
 /// function that returns false and sets its error code stops the parser.
-class IgnoreJson {
+class IgnoreEvents {
  public:
   using Code = boost::json::error_code;
   using Part = boost::json::string_view;
@@ -42,4 +42,4 @@ class IgnoreJson {
   bool on_comment(Part, Code&) { return true; }
 };
 
-}  // namespace zuna_core
+}  // namespace zuna_json

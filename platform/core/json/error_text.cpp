@@ -4,9 +4,9 @@
 #include "platform/core/json/object_handler.h"
 #include "platform/core/json/parse_stream.h"
 
-namespace zuna_core {
+namespace zuna_json {
 
-std::string DescribeJsonError(const boost::json::error_code& code) {
+std::string DescribeError(const boost::json::error_code& code) {
   using boost::json::error;
   if (code == error::incomplete) return "the text ends before its JSON value does";
   if (code == error::extra_data) return "more text follows the JSON value";
@@ -38,7 +38,7 @@ std::string ObjectHandler::Path() const {
   std::string path;
   for (std::size_t i = 0; i < depth_; ++i) {
     const Frame& frame = frames_[i];
-    const bool rows = frame.owner != nullptr && frame.owner->kind == JsonKind::kRows;
+    const bool rows = frame.owner != nullptr && frame.owner->kind == ValueKind::kRows;
     if (frame.level == Level::kObject && frame.member != nullptr) {
       path.append(path.empty() ? "" : ".").append(frame.member->key);
     } else if (frame.level == Level::kList || rows) {
@@ -49,4 +49,4 @@ std::string ObjectHandler::Path() const {
   return path;
 }
 
-}  // namespace zuna_core
+}  // namespace zuna_json

@@ -1,24 +1,37 @@
 #pragma once
 
-// Writing JSON text, indented by two blanks a level.
+// Writing JSON text, indented by two blanks a level. Not part of the contract with the converter: a product
+// that replaces platform/ for the converter alone need not supply it.
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
+#include <iosfwd>
+#include <memory>
+#include <span>
 #include <string_view>
 
-#include "platform/core/bytes/buffered_output.h"
-#include "platform/core/json/numbers.h"
+#include "kit/api.h"
 
 namespace zuna_core {
+class BufferedOutput;
+}
 
-/// Writes JSON into a buffered output: commas, line breaks and blanks are added.
-class JsonWriter {
+namespace zuna_json {
+
+/// Writes JSON to a stream: commas, line breaks and blanks are added. Throws kit::IoError when the stream
+/// does not take it, or std::ios_base::failure where the stream's mask asks for that.
+class ZUNA_API Writer {
  public:
   /// How the members of an object are laid out.
   enum class Style { kLines, kOneLine };
 
-  explicit JsonWriter(BufferedOutput& output) : output_(output) {}
+  explicit Writer(std::ostream& os);
+  ~Writer();
+  Writer(const Writer&) = delete;
+  Writer& operator=(const Writer&) = delete;
+
+  /// Writes what has not reached the stream yet. To be called at the end.
+  void Flush();
 
   void OpenObject(Style style);
   /// Begins a member of the object; its value follows. `key` has at most kMaxKeySize bytes, none of which
@@ -31,8 +44,8 @@ class JsonWriter {
   void Element();
   void CloseList();
 
-  void Number(std::uint32_t value) { output_.Commit(PutDecimal(output_.Room(kMaxDecimalSize), value)); }
-  void Number(std::int32_t value) { output_.Commit(PutDecimal(output_.Room(kMaxSignedDecimalSize), value)); }
+  void Number(std::uint32_t value);
+  void Number(std::int32_t value);
 
   /// A decimal number; {"bits": 2143289344} for what is not finite.
   void Float(float value);
@@ -41,13 +54,16 @@ class JsonWriter {
   void Text(std::string_view text);
 
   /// These characters as they are.
-  void Raw(std::string_view text) { output_.Write(text); }
+  void Raw(std::string_view text);
+
+  /// A list of numbers as an element of a list, on a line of its own that is not indented.
+  void Row(std::span<const std::uint32_t> values);
 
   /// Begins a line at the level of the members of the current object or list.
   void NewLine();
 
-  /// For a loop that writes values of its own.
-  BufferedOutput& output() { return output_; }
+  /// For the loops of the core library that write values of their own.
+  zuna_core::BufferedOutput& output() { return *output_; }
 
   static constexpr std::size_t kMaxKeySize = 40;
 
@@ -57,26 +73,10 @@ class JsonWriter {
   void Escaped(std::string_view text);
   void Hex(std::string_view bytes);
 
-  BufferedOutput& output_;
+  std::unique_ptr<zuna_core::BufferedOutput> output_;
   std::size_t indent_ = 0;
   bool one_line_ = false;
   bool empty_ = true;  ///< whether the current object or list has nothing in it yet
 };
 
-inline void JsonWriter::Key(std::string_view key) {
-  char* to = output_.Room(2 + kMaxIndent + 1 + kMaxKeySize + 3);
-  if (!empty_) *to++ = ',';
-  if (!one_line_) *to++ = '\n';
-  const std::size_t blanks = one_line_ ? std::size_t{!empty_} : indent_;
-  std::memset(to, ' ', blanks);
-  to += blanks;
-  *to++ = '"';
-  to += key.copy(to, kMaxKeySize);
-  *to++ = '"';
-  *to++ = ':';
-  *to++ = ' ';
-  output_.Commit(to);
-  empty_ = false;
-}
-
-}  // namespace zuna_core
+}  // namespace zuna_json
