@@ -1,0 +1,97 @@
+// The text form of documents of every version.
+#include "toolkit/document/text_form.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <sstream>
+#include <utility>
+
+#include "CL/text_form.h"
+#include "cmn/data_error.h"
+#include "cmn/file_format.h"
+#include "toolkit/document/internal/legacy_text.h"
+#include "toolkit/internal/translate.h"
+#include "zuna_midi/text_form.h"
+
+namespace zuna_toolkit {
+
+namespace {
+
+class TextWriter {
+ public:
+  TextWriter(std::ostream& os, cmn::FileVersion version) : os_(os), version_(version) {}
+
+  void operator()(const LegacyShow& legacy) const { WriteLegacyText(os_, legacy.show); }
+  void operator()(const LegacyLog& legacy) const { WriteLegacyText(os_, legacy.log); }
+  void operator()(const zuna_midi::ShowData& show) const { zuna_midi::WriteTextForm(os_, show, version_); }
+  void operator()(const CL::ChangeLog& log) const { CL::WriteTextForm(os_, log, version_); }
+
+ private:
+  std::ostream& os_;
+  cmn::FileVersion version_;
+};
+
+/// What `text` states to be; a show of a current version where it does not say, so that the reader of shows
+/// tells what is missing.
+FileType StatedTypeOf(std::istream& is) {
+  const cmn::StatedType stated = cmn::StatedInText(is);
+  is.clear();
+  is.seekg(0);
+  const bool is_log = stated.kind == cmn::KindText(cmn::FileKind::kLog);
+  return {is_log ? cmn::FileKind::kLog : cmn::FileKind::kShow,
+          cmn::ParseVersion(stated.version.value_or("")).value_or(cmn::kDefaultVersion)};
+}
+
+Document Read(std::istream& is, const std::string& name) {
+  FileType type = StatedTypeOf(is);
+  if (type.is_legacy()) {
+    if (type.is_log()) return {LegacyLog{.log = ReadLegacyTextLog(is)}, kLegacyVersion, name};
+    return {LegacyShow{.show = ReadLegacyTextShow(is)}, kLegacyVersion, name};
+  }
+  if (type.is_log()) {
+    CL::ChangeLog log = CL::ReadTextForm(is, type.version);
+    return {std::move(log), type.version, name};
+  }
+  zuna_midi::ShowData show = zuna_midi::ReadTextForm(is, type.version);
+  return {std::move(show), type.version, name};
+}
+
+/// Line and column, both from 1 and the column in bytes, of an offset.
+std::string LineAndColumn(std::string_view text, std::uint64_t offset) {
+  const std::string_view before = text.substr(0, static_cast<std::size_t>(offset));
+  const std::size_t line = 1 + static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
+  const std::size_t start = before.rfind('\n') + 1;  // 0 where there is none
+  return "line " + std::to_string(line) + ", column " + std::to_string(before.size() - start + 1);
+}
+
+Error TextError(const cmn::DataError& error, std::string_view text, const std::string& name) {
+  ErrorParts parts;
+  parts.file = name;
+  parts.field = error.field();
+  parts.offset = error.offset();
+  parts.problem = (error.field().empty() ? "" : error.field() + ": ") + error.problem();
+  if (error.offset()) parts.problem += " (" + LineAndColumn(text, *error.offset()) + ")";
+  parts.remedy = error.remedy().empty() ? "correct the text" : error.remedy();
+  return {ErrorCode::kTextError, std::move(parts)};
+}
+
+}  // namespace
+
+void WriteTextForm(const Document& document, std::ostream& os) {
+  OnFile(document.name(), [&] { std::visit(TextWriter(os, document.type().version), document.model()); });
+}
+
+Document ReadTextForm(std::string_view text, const std::string& name) {
+  std::istringstream is{std::string(text)};
+  return OnFile(name, [&] {
+    try {
+      return Read(is, name);
+    } catch (const cmn::UnsupportedVersionError&) {
+      throw;
+    } catch (const cmn::DataError& error) {
+      throw TextError(error, text, name);
+    }
+  });
+}
+
+}  // namespace zuna_toolkit

@@ -1,0 +1,22 @@
+// The text form of documents of every version: JSON that people can read, compare and edit.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <string_view>
+
+#include "kit/api.h"
+#include "toolkit/document/document.h"
+
+namespace zuna_toolkit {
+
+/// Writes `document` as text that states kind and version: docs/format-2.md for a current document,
+/// docs/text-form.md for a legacy one. Throws Error.
+ZUNA_API void WriteTextForm(const Document& document, std::ostream& os);
+
+/// The document of the version that `text` states. `name` is what messages call it. What `text` cannot say
+/// of a legacy file, such as bytes after its last song, is not there. Throws Error (kTextError) with path,
+/// line and column.
+ZUNA_API Document ReadTextForm(std::string_view text, const std::string& name);
+
+}  // namespace zuna_toolkit
