@@ -24,6 +24,9 @@ void AddCommands(CLI::App& app, Context& context) {
   AddCheckCommand(app, context);
   AddDiffCommand(app, context);
   AddInfoCommand(app, context);
+  AddDumpCommand(app, context);
+  AddBuildCommand(app, context);
+  AddEditCommand(app, context);
   AddPrintCommand(app, context);
   AddListCommand(app, context);
   AddEncryptCommand(app, context);

@@ -75,6 +75,8 @@ enum class ErrorCode {
   kOutputIsTerminal,     ///< "output-is-terminal"
   kLossRefused,          ///< "loss-refused"
   kEncryptedAlready,     ///< "encrypted-already"
+  kEditorFailed,         ///< "editor-failed"
+  kChangedMeanwhile,     ///< "changed-meanwhile"
   kOwnFermatas,          ///< "own-fermatas"
   kEmptyKey,             ///< "empty-key"
   kBadKeyFile,           ///< "bad-key-file"

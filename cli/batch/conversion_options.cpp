@@ -2,8 +2,8 @@
 #include <algorithm>
 
 #include "cli/batch/conversions.h"
-#include "cli/help/nearest.h"
 #include "cli/terminal/standard_streams.h"
+#include "kit/nearest.h"
 #include "toolkit/comparison/comparison.h"
 
 namespace zuna_cli {
@@ -19,7 +19,7 @@ std::string CheckLossCode(const std::string& text) {
   std::vector<std::string> known;
   for (const zuna_toolkit::Explanation& row : codes) known.emplace_back(row.code);
   const bool is_known = std::find(known.begin(), known.end(), text) != known.end();
-  return is_known ? "" : "there is no loss of the code \"" + text + '"' + Suggestion(text, known);
+  return is_known ? "" : "there is no loss of the code \"" + text + '"' + kit::Suggestion(text, known);
 }
 
 /// Some options change only what others do.

@@ -106,7 +106,7 @@ void AddInput(CLI::App& command, std::string& input) {
 
 CLI::Option* AddOutput(CLI::App& command, Output& output) {
   command.add_option("-o,--output", output.path, "The output file; - for standard output")
-      ->required()
+      ->required(output.path.empty())
       ->type_name("OUT");
   return command.add_flag("--force", output.force, "Replace the output when it exists");
 }

@@ -70,7 +70,8 @@ struct Context {
 /// Adds "--key-file", "--empty-key" and "--quiet", which may stand before a command and after it.
 void AddSharedOptions(CLI::App& app, Context& context);
 
-/// Adds an input; "-o OUT" and "--force", which is returned; "--to VERSION".
+/// Adds an input; "-o OUT", which is required unless `output` has a path, and "--force", which is returned;
+/// "--to VERSION".
 void AddInput(CLI::App& command, std::string& input);
 CLI::Option* AddOutput(CLI::App& command, Output& output);
 void AddTarget(CLI::App& command, cmn::FileVersion& version);
@@ -100,6 +101,9 @@ void RequireFolder(const std::string& path, const std::string& remedy);
 /// Each adds its command to the tool.
 void AddCheckCommand(CLI::App& app, Context& context);
 void AddDiffCommand(CLI::App& app, Context& context);
+void AddBuildCommand(CLI::App& app, Context& context);
+void AddDumpCommand(CLI::App& app, Context& context);
+void AddEditCommand(CLI::App& app, Context& context);
 void AddUpCommand(CLI::App& app, Context& context);
 void AddDownCommand(CLI::App& app, Context& context);
 void AddConvertCommand(CLI::App& app, Context& context);

@@ -8,6 +8,7 @@
 #include "cli/shared/file_id.h"
 #include "cli/terminal/failure.h"
 #include "cli/terminal/standard_streams.h"
+#include "cli/terminal/text.h"
 #include "kit/file.h"
 #include "toolkit/document/open.h"
 #include "zuna_sec/errors.h"
@@ -23,7 +24,7 @@ Destination::Destination(const Output& output, const std::vector<std::string>& i
     : path_(output.path), keep_old_(output.keep_old), files_(output.force) {
   if (path_ != kStandardStream) {
     files_.Add(path_, inputs);
-  } else if (isatty(STDOUT_FILENO) != 0) {
+  } else if (!output.is_text && isatty(STDOUT_FILENO) != 0) {
     throw Failure(ErrorCode::kOutputIsTerminal, name(), "is a terminal, and the result is binary",
                   "give -o FILE or a pipe");
   }
@@ -54,6 +55,13 @@ void Destination::Write(std::span<const std::uint8_t> bytes, const std::function
   if (check) check();
   files_.Commit();
   kept_.clear();  // It stays, whatever file has the place now.
+}
+
+void Destination::WriteJson(std::string_view text) {
+  const bool is_shown = path_ == kStandardStream && isatty(STDOUT_FILENO) != 0;
+  const std::string shown = is_shown ? PrintableJson(text) : "";
+  if (is_shown) text = shown;
+  Write({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
 }
 
 std::vector<std::uint8_t> EncryptedBytes(zuna_sec::TwoFishCipherStream& stream, const std::string& name) try {

@@ -20,6 +20,7 @@ struct Output {
   std::string path;
   bool force = false;     ///< replace a file that exists
   bool keep_old = false;  ///< give the file that is replaced the name PATH.~N~
+  bool is_text = false;   ///< a terminal may show it
 };
 
 /// Whether the regular file at `path` has these bytes. Throws kit::IoError.
@@ -51,6 +52,8 @@ class Destination {
   /// The same with `bytes` as they are. `check` is called right before they take their place; nothing changes
   /// where it throws.
   void Write(std::span<const std::uint8_t> bytes, const std::function<void()>& check = {});
+  /// The same with JSON text, in which what could steer a terminal is escaped on one.
+  void WriteJson(std::string_view text);
 
  private:
   std::string path_;

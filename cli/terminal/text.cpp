@@ -81,4 +81,11 @@ std::string JsonString(std::string_view text) {
   return '"' + Rewritten(text, shown, [](char) { return kReplacement; }) + '"';
 }
 
+std::string PrintableJson(std::string_view text) {
+  const auto shown = [](std::string_view character, char32_t value) {
+    return IsEscaped(value) && value != '\n' ? JsonEscape(value) : std::string(character);
+  };
+  return Rewritten(text, shown, [](char) { return kReplacement; });
+}
+
 }  // namespace zuna_cli

@@ -19,4 +19,7 @@ std::string WithCode(std::string_view text, std::string_view code);
 /// that is no UTF-8 becomes U+FFFD.
 std::string JsonString(std::string_view text);
 
+/// JSON text of several lines for a terminal: the same characters in its strings are escaped as JSON does.
+std::string PrintableJson(std::string_view text);
+
 }  // namespace zuna_cli

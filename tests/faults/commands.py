@@ -70,6 +70,11 @@ COMMANDS = (
     one_file("encrypt", "plain.json"),
     one_file("encrypt", "-", stdin="plain.json"),
     one_file("decrypt", "new.showdata"),
+    one_file("dump", "new.showdata"),
+    one_file("dump", "old.logdata"),
+    one_file("build", "plain.json"),
+    one_file("build", "-", "--to", "1.1", stdin="plain.json"),
+    Command(("edit", "new.showdata"), ("new.showdata", "new.showdata.~1~"), in_place=True),
     one_file("midi", "import", "1.mid", "2.mid"),
     Command(("midi", "export", "new.showdata", "--out-dir", "songs"), EXPORTED),
     Command(("midi", "export", "old.showdata", "--out-dir", "songs"), EXPORTED),
@@ -104,7 +109,7 @@ COMMANDS = (
 
 def environment():
     """The variables for a command that runs in the folder of inputs."""
-    return {**os.environ, "ZUNA_KEY_FILE": "key"}
+    return {**os.environ, "ZUNA_KEY_FILE": "key", "EDITOR": "sed -i s/songLength/songLength/;s/Greensleeves/Changed/"}
 
 
 def make_inputs(tool, folder):

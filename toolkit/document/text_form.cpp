@@ -11,6 +11,7 @@
 #include "cmn/file_format.h"
 #include "toolkit/document/internal/legacy_text.h"
 #include "toolkit/internal/translate.h"
+#include "toolkit/words.h"
 #include "zuna_midi/text_form.h"
 
 namespace zuna_toolkit {
@@ -79,6 +80,23 @@ Error TextError(const cmn::DataError& error, std::string_view text, const std::s
 
 void WriteTextForm(const Document& document, std::ostream& os) {
   OnFile(document.name(), [&] { std::visit(TextWriter(os, document.type().version), document.model()); });
+}
+
+std::string LeftOutOfText(const Document& document) {
+  std::string left_out;
+  const auto add = [&](std::size_t count, const char* one, const char* many) {
+    if (count != 0) AppendListed(left_out, Counted(count, one, many));
+  };
+  if (const auto* show = document.As<LegacyShow>()) {
+    add(show->replaced_songs, "song that a later one replaces", "songs that later ones replace");
+    add(show->replaced_sequences, "list that a later one replaces", "lists that later ones replace");
+    add(show->trailing_bytes, "byte after the last song", "bytes after the last song");
+  }
+  if (const auto* log = document.As<LegacyLog>()) {
+    add(log->replaced_songs, "song that a later one replaces", "songs that later ones replace");
+    add(log->replaced_sequences, "list that a later one replaces", "lists that later ones replace");
+  }
+  return left_out;
 }
 
 Document ReadTextForm(std::string_view text, const std::string& name) {

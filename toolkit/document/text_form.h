@@ -14,6 +14,10 @@ namespace zuna_toolkit {
 /// docs/text-form.md for a legacy one. Throws Error.
 ZUNA_API void WriteTextForm(const Document& document, std::ostream& os);
 
+/// What the file of a legacy document has that its text has not, such as "3 bytes after the last song"; empty
+/// for nothing.
+ZUNA_API std::string LeftOutOfText(const Document& document);
+
 /// The document of the version that `text` states. `name` is what messages call it. What `text` cannot say
 /// of a legacy file, such as bytes after its last song, is not there. Throws Error (kTextError) with path,
 /// line and column.

@@ -1,0 +1,113 @@
+// zuna-convert edit
+#include <unistd.h>
+
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <sstream>
+
+#include "cli/batch/output_options.h"
+#include "cli/batch/sealing.h"
+#include "cli/shared/context.h"
+#include "cli/shared/input.h"
+#include "cli/terminal/editor.h"
+#include "cli/terminal/standard_streams.h"
+#include "toolkit/document/text_form.h"
+
+namespace zuna_cli {
+
+namespace {
+
+using zuna_toolkit::Document;
+
+/// The document that the edited text holds. Throws zuna_toolkit::Error or Failure.
+Document ReadEdited(const std::string& text, const Document& before) {
+  Document edited = zuna_toolkit::ReadTextForm(text, before.name());
+  if (edited.type() == before.type()) return edited;
+  throw Failure(ErrorCode::kTextError, before.name(),
+                "is " + TypeText(before.type()) + ", and the text states " + TypeText(edited.type()),
+                "leave \"kind\" and \"fileVersion\" as they are");
+}
+
+/// Whether the user, who is asked on a terminal, wants to go on editing.
+bool WantsToEditAgain() {
+  PrintLine("zuna-convert: edit the text again? (y/n) ");
+  std::string answer;
+  return std::getline(std::cin, answer) && (answer.empty() || answer[0] == 'y' || answer[0] == 'Y');
+}
+
+/// Lets the user edit the text of `before` until it is correct. None where nothing was changed. Throws
+/// Failure, zuna_toolkit::Error or kit::IoError; the text is kept then unless it is as it was.
+std::optional<Document> Edit(EditedText& edited, const std::string& text, const Document& before) {
+  while (true) {
+    edited.OpenInEditor();
+    const std::string now = edited.Read();
+    if (now == text) return std::nullopt;
+    edited.Keep();
+    try {
+      return ReadEdited(now, before);
+    } catch (const zuna_toolkit::Error& error) {
+      if (isatty(STDIN_FILENO) == 0) throw;
+      PrintError(Failure(error));
+      if (!WantsToEditAgain())
+        throw Failure(ErrorCode::kTextError, before.name(), "is left as it was",
+                      "correct the text, and give it to build");
+    }
+  }
+}
+
+std::string TextOf(const Document& document) {
+  std::ostringstream text;
+  text.exceptions(std::ios_base::badbit);  // it would drop what it has no memory for
+  zuna_toolkit::WriteTextForm(document, text);
+  return text.str();
+}
+
+void RequireUnchanged(const std::string& path, const std::vector<std::uint8_t>& before) {
+  if (ReadInput(path, zuna_toolkit::kMaxFileSize) == before) return;
+  throw Failure(ErrorCode::kChangedMeanwhile, path,
+                "was changed by another program meanwhile, and is not replaced",
+                "compare both, and make a file of the kept text with build");
+}
+
+void RunEdit(const std::string& path, Context& context) {
+  if (path == kStandardStream) {
+    throw Failure(ErrorCode::kUsage, "command line", "edit rewrites a file in its place", "give a file");
+  }
+  Destination destination = context.CheckPaths({InPlace(path), true, true}, {});
+  const Keys keys = context.ReadKeys();
+  const auto bytes = ReadInput(path, zuna_toolkit::kMaxFileSize);
+  auto [file, key] = DecryptInput(bytes, path, keys);
+  const Document before = zuna_toolkit::ReadDocument(file);
+  const std::string text = TextOf(before);
+  const std::string left_out = zuna_toolkit::LeftOutOfText(before);
+  if (!left_out.empty()) context.Note(path, "loses " + left_out + ", which the text does not have");
+  EditedText edited(text, before.type().is_log() ? "log.json" : "show.json");
+  try {
+    const std::optional<Document> after = Edit(edited, text, before);
+    if (!after) return context.Note(path, "is left as it was");
+    const auto sealed = Sealed(*after, *key, path, true);
+    const std::string old = destination.KeepOld();
+    context.Note(path, "is changed; the old file is " + old);
+    context.NoteSealed(*key, destination);
+    destination.Write(sealed, [&] { RequireUnchanged(path, bytes); });
+  } catch (...) {
+    if (edited.is_kept()) PrintLine(NoteLine(edited.path(), "has the edited text"));
+    throw;
+  }
+  edited.Remove();
+}
+
+}  // namespace
+
+void AddEditCommand(CLI::App& app, Context& context) {
+  const auto path = std::make_shared<std::string>();
+  CLI::App* command = app.add_subcommand(
+      "edit",
+      "Edit a show or log as text in the editor that VISUAL or EDITOR names; the old file stays as FILE.~N~");
+  AddSharedOptions(*command, context);
+  command->add_option("FILE", *path, "The file, which is rewritten in its version")->required();
+  context.SetWork(*command, [path, &context] { RunEdit(*path, context); });
+}
+
+}  // namespace zuna_cli

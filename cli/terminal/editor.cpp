@@ -1,0 +1,89 @@
+// The user's editor, on a file that nobody else can read.
+#include "cli/terminal/editor.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <span>
+#include <system_error>
+
+#include "cli/terminal/failure.h"
+#include "kit/file.h"
+#include "toolkit/document/open.h"
+
+namespace zuna_cli {
+
+namespace {
+
+/// The value of the first of these variables that is not empty.
+std::string FirstOf(std::span<const char* const> variables, const char* otherwise) {
+  for (const char* variable : variables) {
+    const char* value = std::getenv(variable);
+    if (value != nullptr && *value != '\0') return value;
+  }
+  return otherwise;
+}
+
+std::string Editor() {
+  constexpr std::array kVariables{"VISUAL", "EDITOR"};
+  return FirstOf(kVariables, "vi");
+}
+
+/// `text` as one word of a shell's command.
+std::string Quoted(const std::string& text) {
+  std::string quoted = "'";
+  for (const char c : text) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  return quoted + "'";
+}
+
+/// A new folder that only its owner can enter.
+std::string NewPrivateFolder() {
+  constexpr std::array kVariables{"TMPDIR"};
+  const std::string place = FirstOf(kVariables, "/tmp");
+  std::string folder = place + "/zuna-edit-XXXXXX";
+  if (::mkdtemp(folder.data()) != nullptr) return folder;
+  const int reason = errno;
+  throw kit::FileIoError(place, "no folder can be created there: " + std::generic_category().message(reason),
+                         "check that TMPDIR names a folder to write in", reason);
+}
+
+}  // namespace
+
+EditedText::EditedText(std::string_view text, const std::string& name)
+    : folder_(NewPrivateFolder()), path_(folder_ + '/' + name) {
+  const std::span<const std::uint8_t> bytes{reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+  try {
+    kit::WriteFileAtomically(path_, bytes);
+  } catch (...) {
+    ::rmdir(folder_.c_str());
+    throw;
+  }
+}
+
+EditedText::~EditedText() {
+  if (is_kept_) return;
+  std::error_code ignored;
+  std::filesystem::remove_all(folder_, ignored);  // editors leave files of their own beside it
+}
+
+void EditedText::OpenInEditor() const {
+  const std::string editor = Editor();
+  const int status = std::system((editor + ' ' + Quoted(path_)).c_str());
+  if (status == 0) return;
+  const bool ended = status != -1 && WIFEXITED(status);
+  throw Failure(
+      ErrorCode::kEditorFailed, editor,
+      ended ? "ended with exit code " + std::to_string(WEXITSTATUS(status)) : "could not be run to its end",
+      "name another editor with VISUAL or EDITOR");
+}
+
+std::string EditedText::Read() const {
+  const kit::FileBytes file = kit::ReadWholeFile(path_, zuna_toolkit::kMaxFileSize);
+  return {file.bytes().begin(), file.bytes().end()};
+}
+
+}  // namespace zuna_cli

@@ -1,0 +1,215 @@
+"""dump, build and edit."""
+
+import json
+import os
+import pathlib
+import stat
+import subprocess
+import unittest
+
+from terminal import open_terminal
+from tool import BAD_INPUT, DONE, IO, REFUSED, TOOL, USAGE, ToolTest
+
+EXAMPLES = pathlib.Path(__file__).parents[2] / "examples"
+KINDS = ("showdata", "logdata")
+
+
+class TextFormTest(ToolTest):
+    def setUp(self):
+        super().setUp()
+        self.environment["ZUNA_KEY_FILE"] = self.write_key("key", (EXAMPLES / "three-tunes.key").read_text())
+        for version in ("0.0", "1.2"):
+            for kind in KINDS:
+                self.write(f"{version}.{kind}", (EXAMPLES / f"three-tunes-{version}.{kind}").read_bytes())
+
+    def dump(self, name):
+        return self.run_tool("dump", name).stdout
+
+    def editor(self, script):
+        """Makes `script` the editor: it runs with the path of the text as $1."""
+        path = self.write("editor", "#!/bin/sh\n" + script)
+        os.chmod(self.path(path), 0o700)
+        self.environment["EDITOR"] = self.path(path)
+        self.environment["TMPDIR"] = self.path("texts")
+        os.makedirs(self.path("texts"), exist_ok=True)
+
+    def kept(self):
+        return [name for name in self.files() if name.startswith("texts/")]
+
+
+class Dump(TextFormTest):
+    def test_build_turns_it_back(self):
+        for version in ("0.0", "1.2"):
+            for kind in KINDS:
+                name = f"{version}.{kind}"
+                self.run_tool("dump", name, "-o", "text")
+                self.assertEqual(stat.S_IMODE(os.stat(self.path("text")).st_mode), 0o600)
+                self.assertEqual(json.loads(self.read("text"))["fileVersion"], version)
+                self.run_tool("build", "text", "-o", "again", "--force")
+                self.assertEqual(self.read("again"), self.read(name))
+                os.remove(self.path("text"))
+
+    def test_takes_every_version_encrypted_or_plain(self):
+        for version in ("1.0", "1.1", "2.0"):
+            self.run_tool("convert", "1.2.showdata", "-o", version, "--to", version)
+            text = self.dump(version)
+            self.assertEqual(json.loads(text)["fileVersion"], version)
+            self.run_tool("decrypt", version, "-o", "plain", "--force")
+            self.assertEqual(self.dump("plain"), text)
+            self.assertEqual(self.run_tool("build", "-", "-o", "-", stdin=text).stdout, self.read(version))
+
+    def test_says_what_the_text_leaves_out(self):
+        self.run_tool("decrypt", "0.0.showdata", "-o", "plain")
+        self.write("longer", self.read("plain") + b"abc")
+        done = self.run_tool("dump", "longer", "-o", "text")
+        self.assertEqual(done.stderr.decode(), "zuna-convert: longer: the text leaves out 3 bytes after the last song\n")
+
+    def test_refuses_to_replace(self):
+        self.write("text", "old")
+        self.refuse("dump", "1.2.showdata", "-o", "text", code=REFUSED,
+                    message="text: exists; give --force to replace it, or another output")
+
+
+class Build(TextFormTest):
+    def test_gives_another_version(self):
+        text = self.dump("1.2.logdata")
+        self.run_tool("build", "-", "-o", "out", "--to", "2.0", stdin=text)
+        self.assertEqual(json.loads(self.dump("out")), {**json.loads(text), "fileVersion": "2.0"})
+
+    def test_does_not_take_a_legacy_text_up(self):
+        self.write("text", self.dump("0.0.logdata"))
+        self.refuse("build", "text", "-o", "out", "--to", "1.2", code=BAD_INPUT,
+                    message="text: is a log of version 0.0, not a current one; use up first")
+
+    def test_names_the_place_of_an_error(self):
+        self.write("text", self.dump("0.0.showdata").replace(b'"bpm"', b'"bmp"', 1))
+        lines = self.read("text").decode().splitlines()
+        line = next(i for i, text in enumerate(lines) if '"bmp"' in text)
+        column = lines[line].index('"bmp"') + len('"bmp"')
+        self.refuse("build", "text", "-o", "out", code=BAD_INPUT,
+                    message='text: songs[0].timeline.tempos[0]: unknown key "bmp"; did you mean "bpm"? '
+                            f"(line {line + 1}, column {column}); correct the text")
+
+    def test_refuses_what_is_encrypted(self):
+        self.refuse("build", "1.2.showdata", "-o", "out", code=REFUSED,
+                    message="1.2.showdata: is encrypted already; give the text that dump writes")
+
+
+class Edit(TextFormTest):
+    def test_writes_the_file_again_and_keeps_the_old_one(self):
+        self.editor("sed -i s/Greensleeves/Changed/ \"$1\"\n")
+        for name in ("0.0.showdata", "1.2.showdata", "0.0.logdata", "1.2.logdata"):
+            before, text = self.read(name), self.dump(name)
+            os.chmod(self.path(name), 0o640)
+            done = self.run_tool("edit", name)
+            self.assertEqual(done.stderr.decode(), f"zuna-convert: {name}: is changed; the old file is {name}.~1~\n")
+            self.assertEqual(self.read(f"{name}.~1~"), before)
+            self.assertEqual(self.dump(name), text.replace(b"Greensleeves", b"Changed"))
+            self.assertEqual(stat.S_IMODE(os.stat(self.path(name)).st_mode), 0o640)
+        self.assertEqual(self.kept(), [])
+
+    def test_takes_an_editor_with_arguments(self):
+        self.environment["VISUAL"] = "sed -i s/Greensleeves/Changed/"
+        self.run_tool("edit", "1.2.showdata")
+        self.assertIn(b"Changed", self.dump("1.2.showdata"))
+
+    def test_follows_a_link(self):
+        os.mkdir(self.path("there"))
+        os.rename(self.path("1.2.showdata"), self.path("there/show"))
+        os.symlink("there/show", self.path("link"))
+        self.editor("sed -i s/Greensleeves/Changed/ \"$1\"\n")
+        self.run_tool("edit", "link")
+        self.assertTrue(os.path.islink(self.path("link")))
+        self.assertIn(b"Changed", self.dump("there/show"))
+
+    def test_leaves_the_file_as_it_was(self):
+        self.editor("true\n")
+        before = self.files()
+        done = self.run_tool("edit", "1.2.showdata")
+        self.assertEqual(done.stderr.decode(), "zuna-convert: 1.2.showdata: is left as it was\n")
+        self.assertEqual(self.files(), before)
+
+    def test_lets_nobody_else_read_the_text(self):
+        self.editor("stat -c %a \"$1\" \"$(dirname \"$1\")\" >modes\n")
+        self.run_tool("edit", "1.2.showdata")
+        self.assertEqual(self.read("modes"), b"600\n700\n")
+
+    def test_keeps_a_text_that_is_not_correct(self):
+        before = self.read("1.2.showdata")
+        self.editor("sed -i 's/\"songName\"/\"songNam\"/' \"$1\"\n")
+        done = self.run_tool("edit", "1.2.showdata", code=BAD_INPUT)
+        kept, = self.kept()
+        self.assertRegex(done.stderr.decode(), 'unknown key "songNam"; did you mean "songName"\\? '
+                         r"\(line 8, column \d+\); correct the text \[text-error\]\n")
+        self.assertIn(f"zuna-convert: {self.path(kept)}: has the edited text\n", done.stderr.decode())
+        self.assertEqual(self.read("1.2.showdata"), before)
+        self.assertIn(b'"songNam"', self.read(kept))
+
+    def test_keeps_kind_and_version(self):
+        self.editor("sed -i 's/\"1.2\"/\"1.1\"/' \"$1\"\n")
+        done = self.run_tool("edit", "1.2.showdata", code=BAD_INPUT)
+        self.assertIn("1.2.showdata: is a show of version 1.2, and the text states a show of version 1.1; "
+                      'leave "kind" and "fileVersion" as they are [text-error]', done.stderr.decode())
+
+    def test_does_not_replace_what_changed_meanwhile(self):
+        self.editor(f"cp '{self.path('0.0.showdata')}' '{self.path('1.2.showdata')}'; sed -i s/Greensleeves/Changed/ \"$1\"\n")
+        done = self.run_tool("edit", "1.2.showdata", code=REFUSED)
+        self.assertIn("1.2.showdata: was changed by another program meanwhile, and is not replaced; "
+                      "compare both, and make a file of the kept text with build [changed-meanwhile]",
+                      done.stderr.decode())
+        self.assertEqual(self.read("1.2.showdata"), self.read("0.0.showdata"))
+        kept, = self.kept()
+        self.run_tool("build", kept, "-o", "out")
+        self.assertIn(b"Changed", self.dump("out"))
+        self.assertEqual([name for name in self.files() if "~" in name], [])
+
+    def edit_on_terminal(self, answer, code):
+        """Runs edit where the user answers questions so; gives what it says."""
+        ours, theirs = open_terminal(80)
+        self.addCleanup(os.close, ours)
+        os.write(ours, answer)
+        done = subprocess.run([TOOL, "edit", "1.2.showdata"], stdin=theirs, stderr=subprocess.PIPE, cwd=self.folder,
+                              env=self.environment, timeout=60, check=False)
+        os.close(theirs)
+        self.assertEqual(done.returncode, code, done.stderr)
+        return done.stderr.decode()
+
+    def test_offers_to_edit_again(self):
+        self.editor("if [ -e seen ]; then sed -i 's/\"songNam\"/\"songName\"/; s/Greensleeves/Changed/' \"$1\"\n"
+                    "else sed -i 's/\"songName\"/\"songNam\"/' \"$1\"; touch seen; fi\n")
+        said = self.edit_on_terminal(b"y\n", DONE)
+        self.assertIn('unknown key "songNam"', said)
+        self.assertIn("zuna-convert: edit the text again? (y/n) ", said)
+        self.assertIn(b"Changed", self.dump("1.2.showdata"))
+        self.assertEqual(self.kept(), [])
+
+    def test_keeps_the_text_for_who_does_not_want_to_edit_again(self):
+        self.editor("sed -i 's/\"songName\"/\"songNam\"/' \"$1\"\n")
+        before = self.read("1.2.showdata")
+        said = self.edit_on_terminal(b"n\n", BAD_INPUT)
+        self.assertIn("1.2.showdata: is left as it was; correct the text, and give it to build [text-error]", said)
+        self.assertEqual(self.read("1.2.showdata"), before)
+        self.assertEqual(len(self.kept()), 1)
+
+    def test_tells_that_the_editor_failed(self):
+        before = self.files()
+        self.environment["EDITOR"] = "false"
+        self.refuse("edit", "1.2.showdata", code=IO,
+                    message="false: ended with exit code 1; name another editor with VISUAL or EDITOR")
+        self.environment["EDITOR"] = "kill -9 $$;"
+        self.refuse("edit", "1.2.showdata", code=IO,
+                    message="kill -9 $$;: could not be run to its end; name another editor with VISUAL or EDITOR")
+        self.assertEqual(self.files(), before)
+
+    def test_needs_a_folder_for_the_text(self):
+        self.environment["TMPDIR"] = self.path("none")
+        done = self.run_tool("edit", "1.2.showdata", code=IO)
+        self.assertIn("/none: no folder can be created there: No such file or directory; "
+                      "check that TMPDIR names a folder to write in [not-found]", done.stderr.decode())
+
+    def test_refuses_standard_input(self):
+        self.refuse("edit", "-", code=USAGE, message="command line: edit rewrites a file in its place; give a file")
+
+
+if __name__ == "__main__":
+    unittest.main()
