@@ -70,9 +70,6 @@ class ZUNA_API Writer {
  private:
   static constexpr std::size_t kMaxIndent = 16;
 
-  void Escaped(std::string_view text);
-  void Hex(std::string_view bytes);
-
   std::unique_ptr<zuna_core::BufferedOutput> output_;
   std::size_t indent_ = 0;
   bool one_line_ = false;

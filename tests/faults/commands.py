@@ -109,7 +109,7 @@ COMMANDS = (
 
 def environment():
     """The variables for a command that runs in the folder of inputs."""
-    return {**os.environ, "ZUNA_KEY_FILE": "key", "EDITOR": "sed -i s/songLength/songLength/;s/Greensleeves/Changed/"}
+    return {**os.environ, "ZUNA_KEY_FILE": "key", "EDITOR": "sed -i s/Greensleeves/Changed/"}
 
 
 def make_inputs(tool, folder):

@@ -32,6 +32,27 @@ constexpr std::array<char, 256> MakeEscapes() {
 }
 constexpr std::array<char, 256> kEscapes = MakeEscapes();
 
+void PutEscaped(zuna_core::BufferedOutput& output, std::string_view text) {
+  while (!text.empty()) {
+    std::size_t plain = 0;
+    while (plain < text.size() && kEscapes[static_cast<unsigned char>(text[plain])] == 0) ++plain;
+    output.Write(text.substr(0, plain));
+    if (plain == text.size()) return;
+    const auto byte = static_cast<unsigned char>(text[plain]);
+    const char escape[] = {'\\', kEscapes[byte], '0', '0', kHexDigits[byte >> 4], kHexDigits[byte & 0x0F]};
+    output.Write({escape, escape[1] == 'u' ? sizeof escape : 2});
+    text.remove_prefix(plain + 1);
+  }
+}
+
+void PutHex(zuna_core::BufferedOutput& output, std::string_view bytes) {
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    const char digits[] = {kHexDigits[byte >> 4], kHexDigits[byte & 0x0F]};
+    output.Write({digits, sizeof digits});
+  }
+}
+
 }  // namespace
 
 Writer::Writer(std::ostream& os) : output_(std::make_unique<zuna_core::BufferedOutput>(os, false)) {}
@@ -130,33 +151,12 @@ void Writer::Float(float value) {
 void Writer::Text(std::string_view text) {
   if (kit::IsUtf8(text)) {
     Raw("\"");
-    Escaped(text);
+    PutEscaped(*output_, text);
     Raw("\"");
   } else {
     Raw(R"({"bytes": ")");
-    Hex(text);
+    PutHex(*output_, text);
     Raw(R"("})");
-  }
-}
-
-void Writer::Escaped(std::string_view text) {
-  while (!text.empty()) {
-    std::size_t plain = 0;
-    while (plain < text.size() && kEscapes[static_cast<unsigned char>(text[plain])] == 0) ++plain;
-    Raw(text.substr(0, plain));
-    if (plain == text.size()) return;
-    const auto byte = static_cast<unsigned char>(text[plain]);
-    const char escape[] = {'\\', kEscapes[byte], '0', '0', kHexDigits[byte >> 4], kHexDigits[byte & 0x0F]};
-    Raw({escape, escape[1] == 'u' ? sizeof escape : 2});
-    text.remove_prefix(plain + 1);
-  }
-}
-
-void Writer::Hex(std::string_view bytes) {
-  for (const char c : bytes) {
-    const auto byte = static_cast<unsigned char>(c);
-    const char digits[] = {kHexDigits[byte >> 4], kHexDigits[byte & 0x0F]};
-    Raw({digits, sizeof digits});
   }
 }
 

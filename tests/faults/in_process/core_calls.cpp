@@ -1,7 +1,9 @@
+#include <array>
 #include <iostream>
 #include <memory>
 
 #include "CL/change_log.h"
+#include "CL/text_form.h"
 #include "cmn/data_error.h"
 #include "cmn/file_format.h"
 #include "cmn/version_probe.h"
@@ -9,7 +11,10 @@
 #include "tests/faults/in_process/calls.h"
 #include "tests/support/encrypted.h"
 #include "tests/support/sample_models.h"
+#include "zuna_json/object.h"
+#include "zuna_json/writer.h"
 #include "zuna_midi/show_data.h"
+#include "zuna_midi/text_form.h"
 
 namespace public_calls {
 
@@ -47,6 +52,69 @@ void AddModel(Calls& calls, const std::string& name, const Model& model) {
     const Model moved(std::move(copy));
     return Text(moved);
   });
+}
+
+/// All that a writer of JSON can write.
+void WriteJson(std::ostream& os) {
+  using zuna_json::Writer;
+  Writer json(os);
+  json.OpenObject(Writer::Style::kLines);
+  json.Key("list");
+  json.OpenList();
+  json.Element();
+  json.Number(std::uint32_t{1});
+  json.Element();
+  json.Number(std::int32_t{-1});
+  json.Element();
+  json.Float(1.5F);
+  json.Element();
+  json.Text(kLong + "\n");
+  json.Element();
+  json.Text(kLong + "\xFF");
+  json.Row(std::array<std::uint32_t, 2>{1, 2});
+  json.CloseList();
+  json.NewLine();
+  json.Raw(kLong);
+  json.CloseObject();
+  json.Flush();
+}
+
+/// The text of an object with one key.
+std::string ReadJson(std::istream& is) {
+  const zuna_json::ObjectType type{[](void* target, zuna_json::BoundObject& object) {
+                                     object.Add({"key", zuna_json::ValueKind::kText, target,
+                                                 [](void* text, std::string&& value) -> const char* {
+                                                   *static_cast<std::string*>(text) = std::move(value);
+                                                   return nullptr;
+                                                 }});
+                                   },
+                                   nullptr};
+  std::string text;
+  zuna_json::ReadObject(is, {}, type, &text);
+  return text;
+}
+
+template <typename Model, typename Read>
+void AddTextForm(Calls& calls, const std::string& name, const Model& model, Read read) {
+  const auto write = [=](std::ostream& os) { WriteTextForm(os, model, kBinary); };
+  calls.AddWriter(name + ", WriteTextForm", write);
+  calls.AddReader(name + ", ReadTextForm", TextOf(write), [=](std::istream& is) {
+    cmn::FileVersion stated;
+    return Text(read(is, stated));
+  });
+}
+
+void AddJson(Calls& calls) {
+  calls.AddWriter("Writer", WriteJson);
+  calls.AddReader("ReadObject", "{\"key\": \"" + kLong + "\"}", ReadJson);
+  calls.AddReader("StatedInText", R"({"kind": "showdata", "fileVersion": "1.2"})", [](std::istream& is) {
+    const cmn::StatedType stated = cmn::StatedInText(is);
+    return stated.kind.value_or("") + std::string(cmn::KindText(cmn::FileKind::kLog));
+  });
+  AddTextForm(calls, "ShowData", zuna_test::SampleShow(),
+              [](std::istream& is, cmn::FileVersion& stated) { return zuna_midi::ReadTextForm(is, stated); });
+  AddTextForm(calls, "ChangeLog", zuna_test::SampleLog(),
+              [](std::istream& is, cmn::FileVersion& stated) { return CL::ReadTextForm(is, stated); });
 }
 
 std::string AddedSong() {
@@ -173,6 +241,7 @@ Calls OfTheCore() {
   Calls calls;
   AddModel(calls, "ShowData", zuna_test::SampleShow());
   AddModel(calls, "ChangeLog", zuna_test::SampleLog());
+  AddJson(calls);
   calls.Add("AddSongData", AddedSong);
   calls.Add("AddSongLog", AddedSongLog);
   calls.Add("Timeline", [] {

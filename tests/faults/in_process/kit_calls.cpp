@@ -6,6 +6,7 @@
 #include "kit/file.h"
 #include "kit/format.h"
 #include "kit/hex.h"
+#include "kit/nearest.h"
 #include "kit/numeric_string_compare.h"
 #include "kit/path.h"
 #include "kit/utf8.h"
@@ -49,6 +50,10 @@ void AddTexts(Calls& calls) {
     return std::string(kit::CutUtf8(kLong, 20)) + std::to_string(kit::Utf8Length(kLong)) +
            std::to_string(kit::IsUtf8(kLong)) + std::to_string(kit::IsControl(character)) +
            std::to_string(kit::IsInvisible(character));
+  });
+  calls.Add("EditDistance, Suggestion", [] {
+    return std::to_string(kit::EditDistance(kLong, kLong + "s")) +
+           kit::Suggestion(kLong, {kLong + "s", kLong});
   });
   calls.Add("NumericStringCompare",
             [] { return std::to_string(kit::NumericStringCompare()(kLong + "2", kLong + "10")); });

@@ -13,6 +13,7 @@
 #include "toolkit/conversion/copy_fermatas.h"
 #include "toolkit/document/open.h"
 #include "toolkit/document/summary.h"
+#include "toolkit/document/text_form.h"
 #include "toolkit/document/write.h"
 #include "toolkit/error.h"
 #include "toolkit/midi/file_names.h"
@@ -77,6 +78,11 @@ void AddDocuments(Calls& calls, const Samples& samples) {
     calls.Add("WriteDocument", [=, kept = folder] {
       zuna_toolkit::WriteDocument(*document, out, kKey);
       return ContentOf(out);
+    });
+    calls.Add("WriteTextForm, ReadTextForm", [=] {
+      const std::string text =
+          public_calls::TextOf([&](std::ostream& os) { zuna_toolkit::WriteTextForm(*document, os); });
+      return TextOf(zuna_toolkit::ReadTextForm(text, kLong)) + zuna_toolkit::LeftOutOfText(*document);
     });
     calls.Add("Document",
               [=] { return TextOf(Document(document->model(), document->type().version, kLong)); });

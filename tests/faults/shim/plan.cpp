@@ -111,6 +111,7 @@ void NoteStart() {
   if (const char* path = std::getenv("ZUNA_FAULT_REPORT")) MapReport(path);
   ClearCounts();
   if (const char* plan = std::getenv("ZUNA_FAULT")) ReadPlan(plan);
+  unsetenv("LD_PRELOAD");  // what the program starts, such as an editor, runs as it is
   errno = 0;
   g_counting = true;
 }
