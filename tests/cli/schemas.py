@@ -11,9 +11,8 @@ ENDING = ".schema.json"
 # The commands with --json, whose lines have the schema of the same name. All codes of explain are one value.
 COMMANDS = ("check", "diff", "explain", "info", "list")
 
-# The commands that print text forms, and the schemas of those of shows and of logs.
-TEXT_COMMANDS = ("decrypt",)
-TEXT_FORMS = ("text-show", "text-log")
+# The commands that write text forms.
+TEXT_COMMANDS = ("decrypt", "dump")
 
 
 def read(name):
@@ -48,6 +47,13 @@ def check_text(name, text):
         raise AssertionError(f"{name}{ENDING}: {wrong[:2000]}\nin {text[:2000]!r}")
 
 
+def check_text_form(text):
+    """The same of a text form, whose schema is that of its kind and version."""
+    version = "legacy-" if b'"fileVersion": "0.0"' in text else ""
+    kind = "log" if b'"kind": "logdata"' in text else "show"
+    check_text(f"text-{version}{kind}", text)
+
+
 def check_lines(name, lines):
     """The same for each of the lines; the last one may be cut off."""
     for line in lines:
@@ -73,6 +79,7 @@ class Run:
         self.words = [os.fsdecode(word) for word in arguments]
         if "--" in self.words:
             self.words = self.words[:self.words.index("--")]
+        self.output = pathlib.Path(folder, option(self.words, "-o") or "-")
         self.report = pathlib.Path(folder, option(self.words, "--report") or "")
         self.lines_before = set(self.lines_of_report())
 
@@ -88,7 +95,9 @@ class Run:
 
     def check_output(self, stdout):
         command = next((word for word in self.words if word in (*COMMANDS, *TEXT_COMMANDS)), None)
-        if command in TEXT_COMMANDS and stdout.startswith(b"{"):
-            check_text(TEXT_FORMS[b'"kind": "logdata"' in stdout], stdout)
+        if command in TEXT_COMMANDS:
+            written = self.output.read_bytes() if self.output.is_file() else stdout
+            if written.startswith(b"{"):
+                check_text_form(written)
         elif command in COMMANDS and "--json" in self.words:
             check_lines(command, [stdout] if stdout.startswith(b"[") else stdout.splitlines(keepends=True))

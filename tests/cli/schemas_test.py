@@ -16,6 +16,7 @@ from tool import IO, NEGATIVE, NOTHING_MATCHED, PART_FAILED, legacy_log, legacy_
 DOCS = pathlib.Path(__file__).parents[2] / "docs"
 NAMES = sorted(path.name.removesuffix(schemas.ENDING) for path in schemas.FOLDER.iterdir())
 SHARED = {"common", "text-common"}  # what others refer to
+PAGES = {"text-legacy": "text-form.md", "text": "format-2.md", "": "scripts.md"}  # by the beginning of a name
 
 # The keys that an output may lack by itself.
 OPTIONAL = {"dryRun", "pathBytes", "fileBytes", "companionBytes", "outputBytes", "backupBytes"}
@@ -65,17 +66,19 @@ class SchemasTest(unittest.TestCase):
         self.assertEqual([name for name in NAMES if f"`{name}{schemas.ENDING}`" not in page], [])
 
     def test_have_only_keys_that_the_documentation_explains(self):
-        for page, is_text in (("scripts.md", False), ("format-2.md", True)):
+        for name in NAMES:
+            page = next(page for begin, page in PAGES.items() if name.startswith(begin))
             text = re.sub(r"```.*?```", "", (DOCS / page).read_text(), flags=re.DOTALL)
             told = set(re.findall(r"\w+", " ".join(re.findall(r"`[^`]+`|^    .*", text, re.MULTILINE))))
-            for name in NAMES:
-                if name.startswith("text-") == is_text:
-                    self.assertEqual(keys_of(schemas.read(name)) - told, set(), (name, page))
+            self.assertEqual(keys_of(schemas.read(name)) - told, set(), (name, page))
 
 
 class OutputsTest(FolderTest):
     def lines(self, *arguments, **options):
         return [json.loads(line) for line in self.run_tool(*arguments, **options).stdout.splitlines()]
+
+    def json(self, *arguments, **options):
+        return json.loads(self.run_tool(*arguments, **options).stdout)
 
     def report(self):
         """Lines of every status, with every key."""
@@ -104,12 +107,20 @@ class OutputsTest(FolderTest):
         show = json.loads(self.plaintext("odd"))
         show["songs"][0]["timeline"].update({"keys": [{"time": 0, "key": -1, "mode": 1}], "pageNumbers": [{"time": 0, "page": 2}]})
         self.encrypt("odd", json.dumps(show).encode())
+        legacy = self.json("dump", "odd.showdata")
+        timeline = legacy["songs"][0]["timeline"]
+        timeline.update({"keys": [{"time": 0, "key": -1, "mode": 1}], "pageNumbers": [{"time": 0, "page": 2}]})
+        timeline["tempos"][0]["secondsPerTick"] = {"bits": 0x7F800000}
+        self.write("legacy.json", json.dumps(legacy))
+        self.run_tool("build", "legacy.json", "-o", "odd.showdata", "--force")
         log = self.log_document()
         log["songLogs"][0].update({
             "tempoScales": [{"start": 0, "end": 1, "label": {"bytes": "ff"}, "value": {"bits": 0x7F800000}}],
             "caesuras": [{"position": 0, "label": "", "secondWord": 1}]})
         self.write_log("odd.log", log)
-        return {"text-show": [json.loads(self.plaintext("odd"))], "text-log": [log, self.log_document("odd.log")]}
+        return {"text-show": [self.json("decrypt", "odd", "-o", "-"), self.json("dump", "new.showdata")],
+                "text-log": [self.log_document("odd.log"), self.json("dump", "new.log")],
+                "text-legacy-show": [self.json("dump", "odd.showdata")], "text-legacy-log": [self.json("dump", "old.log")]}
 
     def samples(self):
         """Outputs of the tool by schema."""
@@ -124,7 +135,7 @@ class OutputsTest(FolderTest):
                     + self.lines("list", "--json", "none", code=NOTHING_MATCHED),
             "check": self.lines("check", "--json", *files, "--to", "0.0", code=PART_FAILED),
             "diff": self.lines("diff", "--json", "new.log", "odd.log", code=NEGATIVE) + self.lines("diff", "--json", "old.log", "new.log"),
-            "explain": [json.loads(self.run_tool("explain", "--json").stdout), *self.lines("explain", "cut-off", "--json")],
+            "explain": [self.json("explain", "--json"), *self.lines("explain", "cut-off", "--json")],
             "progress": [json.loads(self.run_tool("list", "new.log", "--progress", "json").stderr)],
             "report": self.report(),
         }
