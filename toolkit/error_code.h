@@ -47,6 +47,7 @@ enum class ErrorCode {
   kTextError,            ///< "text-error"
   kUnsupportedVersion,   ///< "unsupported-version"
   kNotAShowOrLog,        ///< "not-a-show-or-log"
+  kNothingToSave,        ///< "nothing-to-save"
   kWrongKind,            ///< "wrong-kind"
   kLegacyWanted,         ///< "legacy-wanted"
   kCurrentWanted,        ///< "current-wanted"

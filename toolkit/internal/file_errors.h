@@ -89,6 +89,13 @@ inline constexpr std::array kFileErrors = {
              ErrorKind::kBadInput,
              {"not-a-show-or-log", "the file is no show and no log of any version",
               "its content is of another kind, or its beginning is damaged", "give an undamaged file", ""}},
+    ErrorRow{ErrorCode::kNothingToSave,
+             ErrorKind::kBadInput,
+             {"nothing-to-save", "nothing is left of the file that rescue could save",
+              "it was cut before the end of its first song, the tag of its encryption is damaged, or it "
+              "never was a "
+              "show or a log",
+              "get another copy of the file", ""}},
     ErrorRow{ErrorCode::kWrongKind,
              ErrorKind::kBadInput,
              {"wrong-kind", "the file is a log where a show is expected, or a show where a log is",

@@ -2,8 +2,10 @@
 
 #include "platform/core/log/file.h"
 
+#include "CL/log_records.h"
 #include "platform/core/file/binary_field_reader.h"
 #include "platform/core/file/binary_field_writer.h"
+#include "platform/core/file/record_at.h"
 #include "platform/core/log/fields.h"
 
 namespace zuna_core {
@@ -31,3 +33,19 @@ template void EncodeEvent(const CL::Marker&, cmn::FileVersion, ByteWriter&);
 template void EncodeEvent(const CL::Caesura&, cmn::FileVersion, ByteWriter&);
 
 }  // namespace zuna_core
+
+namespace CL {
+
+LogHead ReadLogHead(std::string_view file, std::size_t& offset, cmn::FileVersion version) {
+  LogHead head;
+  zuna_core::ReadHeadAt(file, offset, version, head.log, head.songs);
+  return head;
+}
+
+std::shared_ptr<SongLog> ReadSongLog(std::string_view file, std::size_t& offset, cmn::FileVersion version) {
+  auto song = zuna_core::ChildRecords<ChangeLog>::New();
+  zuna_core::ReadRecordAt(file, offset, version, *song);
+  return song;
+}
+
+}  // namespace CL

@@ -5,7 +5,9 @@
 
 #include "platform/core/file/binary_field_reader.h"
 #include "platform/core/file/binary_field_writer.h"
+#include "platform/core/file/record_at.h"
 #include "platform/core/show/fields.h"
+#include "zuna_midi/show_records.h"
 
 namespace zuna_core {
 
@@ -127,3 +129,19 @@ zuna_midi::ShowData DecodeShow(ByteReader& in, cmn::FileVersion version) {
 }
 
 }  // namespace zuna_core
+
+namespace zuna_midi {
+
+ShowHead ReadShowHead(std::string_view file, std::size_t& offset, cmn::FileVersion version) {
+  ShowHead head;
+  zuna_core::ReadHeadAt(file, offset, version, head.show, head.songs);
+  return head;
+}
+
+std::shared_ptr<SongData> ReadSong(std::string_view file, std::size_t& offset, cmn::FileVersion version) {
+  auto song = zuna_core::ChildRecords<ShowData>::New();
+  zuna_core::ReadRecordAt(file, offset, version, *song);
+  return song;
+}
+
+}  // namespace zuna_midi

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "CL/change_log.h"
+#include "CL/log_records.h"
 #include "CL/text_form.h"
 #include "cmn/data_error.h"
 #include "cmn/file_format.h"
@@ -14,6 +15,7 @@
 #include "zuna_json/object.h"
 #include "zuna_json/writer.h"
 #include "zuna_midi/show_data.h"
+#include "zuna_midi/show_records.h"
 #include "zuna_midi/text_form.h"
 
 namespace public_calls {
@@ -221,6 +223,22 @@ void AddVersions(Calls& calls) {
   });
 }
 
+void AddRecords(Calls& calls) {
+  constexpr std::size_t kHeader = 4 + 4 + 1 + 1;
+  calls.Add("ReadSong", [bytes = WrittenAt(zuna_test::SampleShow(), kBinary)] {
+    std::size_t offset = kHeader;
+    zuna_midi::ShowHead head = zuna_midi::ReadShowHead(bytes, offset, kBinary);
+    head.show.AddSongData(zuna_midi::ReadSong(bytes, offset, kBinary));
+    return Text(head.show) + T(offset);
+  });
+  calls.Add("ReadSongLog", [bytes = WrittenAt(zuna_test::SampleLog(), kBinary)] {
+    std::size_t offset = kHeader;
+    CL::LogHead head = CL::ReadLogHead(bytes, offset, kBinary);
+    head.log.AddSongLog(CL::ReadSongLog(bytes, offset, kBinary));
+    return Text(head.log) + T(offset);
+  });
+}
+
 void AddErrors(Calls& calls) {
   calls.Add("DataError", [] {
     cmn::DataError::Parts parts;
@@ -251,6 +269,7 @@ Calls OfTheCore() {
   });
   AddEvents(calls);
   AddVersions(calls);
+  AddRecords(calls);
   AddErrors(calls);
   return calls;
 }

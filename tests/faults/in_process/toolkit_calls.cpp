@@ -18,6 +18,7 @@
 #include "toolkit/error.h"
 #include "toolkit/midi/file_names.h"
 #include "toolkit/midi/songs.h"
+#include "toolkit/rescue/rescue.h"
 #include "toolkit/smf/file.h"
 #include "toolkit/words.h"
 #include "zuna_sec/errors.h"
@@ -106,6 +107,16 @@ void AddDocuments(Calls& calls, const Samples& samples) {
                                      kLong);
     return std::string();
   });
+}
+
+void AddRescues(Calls& calls, const Samples& samples) {
+  for (const Bytes& bytes : samples.all()) {
+    calls.Add("Rescue", [damaged = Bytes(bytes.begin(), bytes.end() - 1)] {
+      const zuna_toolkit::Rescued rescued = zuna_toolkit::Rescue(damaged, kLong, kKey);
+      return TextOf(rescued.document) + std::to_string(rescued.report.saved()) +
+             std::to_string(rescued.report.complete());
+    });
+  }
 }
 
 void AddConversions(Calls& calls, const Samples& samples) {
@@ -268,6 +279,7 @@ Calls OfTheToolkit() {
   Calls calls;
   const Samples samples;
   AddDocuments(calls, samples);
+  AddRescues(calls, samples);
   AddConversions(calls, samples);
   AddComparisons(calls, samples);
   AddNoteComparison(calls);

@@ -1,0 +1,32 @@
+#pragma once
+
+// The records of a current binary log file, one by one. Not part of the contract with the converter: only a
+// program that saves what is left of damaged files needs this.
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+#include "CL/change_log.h"
+#include "cmn/file_version.h"
+#include "kit/api.h"
+
+namespace CL {
+
+/// What a binary log file has before its song logs, after the ten bytes of the header.
+struct LogHead {
+  ChangeLog log;            ///< without song logs
+  std::uint32_t songs = 0;  ///< how many song logs follow
+};
+
+/// Read what is at `offset` in `file`, which has the layout of this version and may end anywhere: the head,
+/// or a song log. Then `offset` is where the next record begins. No checksum is looked at. Throws
+/// cmn::DataError, and std::invalid_argument for a version that is not binary; `offset` stays then.
+///@{
+ZUNA_API LogHead ReadLogHead(std::string_view file, std::size_t& offset, cmn::FileVersion version);
+ZUNA_API std::shared_ptr<SongLog> ReadSongLog(std::string_view file, std::size_t& offset,
+                                              cmn::FileVersion version);
+///@}
+
+}  // namespace CL

@@ -1,0 +1,32 @@
+#pragma once
+
+// The records of a current binary show file, one by one. Not part of the contract with the converter: only a
+// program that saves what is left of damaged files needs this.
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+#include "cmn/file_version.h"
+#include "kit/api.h"
+#include "zuna_midi/show_data.h"
+
+namespace zuna_midi {
+
+/// What a binary show file has before its songs, after the ten bytes of the header.
+struct ShowHead {
+  ShowData show;            ///< without songs
+  std::uint32_t songs = 0;  ///< how many follow
+};
+
+/// Read what is at `offset` in `file`, which has the layout of this version and may end anywhere: the head,
+/// or a song. Then `offset` is where the next record begins. No checksum is looked at. Throws cmn::DataError,
+/// and std::invalid_argument for a version that is not binary; `offset` stays then.
+///@{
+ZUNA_API ShowHead ReadShowHead(std::string_view file, std::size_t& offset, cmn::FileVersion version);
+ZUNA_API std::shared_ptr<SongData> ReadSong(std::string_view file, std::size_t& offset,
+                                            cmn::FileVersion version);
+///@}
+
+}  // namespace zuna_midi

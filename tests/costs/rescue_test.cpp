@@ -1,0 +1,87 @@
+// What a rescue takes of the worst inputs: those of all readers, damaged, and files that are made to keep it
+// looking for songs.
+
+#include <gtest/gtest.h>
+
+#include <ctime>
+#include <string>
+#include <vector>
+
+#include "tests/costs/worst_inputs.h"
+#include "tests/support/cost_bounds.h"
+#include "tests/support/heap_peak.h"
+#include "toolkit/error.h"
+#include "toolkit/rescue/rescue.h"
+
+namespace {
+
+using namespace std::string_literals;
+
+constexpr double kMostSeconds = 10;  // of the processor, for some hundred KiB, with sanitizers
+
+void ExpectCheap(const std::string& name, const std::string& plaintext) {
+  const std::vector<std::uint8_t> bytes(plaintext.begin(), plaintext.end());
+  const zuna_test::HeapPeak peak;
+  const std::clock_t begin = std::clock();
+  try {
+    zuna_toolkit::Rescue(bytes, name, {}, zuna_toolkit::Accept::kEncryptedOrPlain);
+  } catch (const zuna_toolkit::Error&) {
+    // It may hold nothing to save.
+  }
+  const double seconds = static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
+  EXPECT_LE(peak.bytes(), zuna_test::CommandHeapBound(bytes.size()))
+      << name << ", " << bytes.size() << " bytes";
+  EXPECT_LE(seconds, kMostSeconds) << name << ", " << bytes.size() << " bytes";
+}
+
+TEST(CostsOfRescue, OfTheWorstFiles) {
+  for (const auto& [name, bytes] : zuna_test::WorstFiles()) {
+    ExpectCheap(name + ", cut", bytes.substr(0, bytes.size() - 1));
+    std::string damaged = bytes;
+    damaged[damaged.size() / 2] = static_cast<char>(damaged[damaged.size() / 2] ^ 0x55);
+    ExpectCheap(name + ", damaged", damaged);
+  }
+}
+
+std::string Repeated(const std::string& part, std::size_t size) {
+  std::string text;
+  while (text.size() < size) text += part;
+  return text;
+}
+
+constexpr std::size_t kSize = 300'000;  // bytes
+
+TEST(CostsOfRescue, OfManyTimelines) {
+  // Each states a body that lasts nearly to the end.
+  ExpectCheap("timelines", "\x01" + Repeated("TLMN\0\0\0\0\0\0\0\2\0F\0\0\2\0"s, kSize));
+  // Each length of a record leads to one of them.
+  ExpectCheap("lengths to timelines", "\x01" + Repeated("\x04\0\0\0\1\0\0\0TLMN"s, kSize));
+}
+
+TEST(CostsOfRescue, OfManyRecordsBehindManyLengths) {
+  std::string log = "ZUNA" + std::string(28, '\0');
+  log += Repeated("\0\1\0\0\0\0\0\0\0\0"s, kSize / 2) +
+         Repeated("B\xC\0\0\0B\x9\0\0\0\0\0\0\0\0\0\0"s, kSize / 2);
+  ExpectCheap("lengths and edits", log);
+}
+
+TEST(CostsOfRescue, OfManyBeginningsOfSongs) {
+  // A number, a name, and counts that lead far.
+  ExpectCheap("songs of version 1.2",
+              "\0ZSH\xFF\xFF\0\0\1\2\0\x7F"s + Repeated("\1a\1b\1\1\0\0\0\0\0\1\0\0\0\x7F"s, kSize));
+  ExpectCheap("voices of version 1.2", "\0ZSH\xFF\xFF\0\0\1\2\0\x7F"s + Repeated("\1a\1b"s, kSize));
+  ExpectCheap("songs of version 1.1",
+              "\0ZSH\xFF\xFF\0\0\1\1\0\0\0\0\xFF\0\0\0"s + Repeated("\1\0\0\0a\1\0\0\0b"s, kSize));
+}
+
+TEST(CostsOfRescue, OfManyObjectsOfText) {
+  const std::string front = R"({"songs": [)";
+  ExpectCheap("empty objects", front + Repeated("{},", kSize));
+  ExpectCheap("keys", front + Repeated("{\"songNumber\":},", kSize));
+  ExpectCheap("open objects", front + Repeated("{\"songNumber\"", kSize));
+  ExpectCheap("strings", front + Repeated("{\"songNumber\": \"", kSize));
+  ExpectCheap("blanks before keys",
+              front + std::string(kSize / 2, ' ') + Repeated("\"songNumber\"", kSize / 2));
+}
+
+}  // namespace

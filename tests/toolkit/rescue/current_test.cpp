@@ -1,0 +1,207 @@
+// What comes back of damaged files of current versions: the songs before the damage, and those after it where
+// they can be found.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <type_traits>
+
+#include "CL/log_records.h"
+#include "tests/support/random_log.h"
+#include "tests/support/random_show.h"
+#include "tests/toolkit/rescue/rescue_samples.h"
+#include "toolkit/error.h"
+#include "zuna_midi/show_records.h"
+
+namespace {
+
+using zuna_toolkit::Rescued;
+using zuna_toolkit::SongState;
+
+constexpr unsigned kSongs = 12;
+
+/// A show with songs "101" to "112".
+zuna_midi::ShowData MakeShow(std::mt19937& random) {
+  zuna_midi::ShowData show;
+  show.show_name = "Opera";
+  while (show.songs().size() < kSongs) {
+    const zuna_midi::ShowData more = zuna_test::RandomShow(random, {4, 3, 5, 12});
+    for (const auto& [number, song] : more.songs()) {
+      if (show.songs().size() == kSongs) break;
+      song->song_number = std::to_string(101 + show.songs().size());
+      song->song_name = "Tune";
+      show.AddSongData(song);
+    }
+  }
+  return show;
+}
+
+CL::ChangeLog MakeLog(std::mt19937& random) {
+  CL::ChangeLog log;
+  log.show_name = "Opera";
+  while (log.song_logs().size() < kSongs) {
+    const CL::ChangeLog more = zuna_test::RandomLog(random, {4, 4, false});
+    for (const auto& [number, song] : more.song_logs()) {
+      if (log.song_logs().size() == kSongs) break;
+      song->song_number = std::to_string(101 + log.song_logs().size());
+      song->song_name = "Tune";
+      log.AddSongLog(song);
+    }
+  }
+  return log;
+}
+
+/// `model` with only one of its songs.
+zuna_midi::ShowData With(const zuna_midi::ShowData& show, const std::string& number) {
+  zuna_midi::ShowData one;
+  one.AddSongData(show.songs().at(number));
+  return one;
+}
+CL::ChangeLog With(const CL::ChangeLog& log, const std::string& number) {
+  CL::ChangeLog one;
+  one.AddSongLog(log.song_logs().at(number));
+  return one;
+}
+
+const auto& SongsOf(const zuna_midi::ShowData& show) { return show.songs(); }
+const auto& SongsOf(const CL::ChangeLog& log) { return log.song_logs(); }
+
+/// The songs that came back the same as they are in `model`.
+template <typename Model>
+std::set<std::string> CameBack(const Model& model, const std::string& plaintext) {
+  std::set<std::string> same;
+  try {
+    const Rescued rescued = zuna_test::RescuedOf(plaintext);
+    const Model* saved = rescued.document.As<Model>();
+    if (saved == nullptr) return same;
+    for (const auto& [number, song] : SongsOf(*saved)) {
+      if (!SongsOf(model).contains(number)) continue;
+      const cmn::FileVersion text{2, 0};
+      const bool is_same =
+          zuna_test::WrittenAt(With(*saved, number), text) == zuna_test::WrittenAt(With(model, number), text);
+      if (is_same) same.insert(number);
+    }
+  } catch (const zuna_toolkit::Error& error) {
+    EXPECT_EQ(error.code(), zuna_toolkit::ErrorCode::kNothingToSave) << error.what();
+  }
+  return same;
+}
+
+/// Where each song of `model` ends in `bytes`, its file of this version.
+template <typename Model>
+std::map<std::string, std::size_t> EndsOf(const Model& model, const std::string& bytes,
+                                          const cmn::FileVersion& version) {
+  std::map<std::string, std::size_t> ends;
+  if (version.major == 2) {
+    std::string last;
+    for (const auto& [number, song] : SongsOf(model)) {
+      if (!last.empty()) ends[last] = bytes.rfind('}', bytes.find("\"songNumber\": \"" + number)) + 1;
+      last = number;
+    }
+    ends[last] = bytes.find_last_of(']') - 1;
+    return ends;
+  }
+  std::size_t at = 10;
+  if constexpr (std::is_same_v<Model, CL::ChangeLog>) {
+    for (unsigned left = CL::ReadLogHead(bytes, at, version).songs; left > 0; --left) {
+      const std::string number = CL::ReadSongLog(bytes, at, version)->song_number;
+      ends[number] = at;
+    }
+  } else {
+    for (unsigned left = zuna_midi::ReadShowHead(bytes, at, version).songs; left > 0; --left) {
+      const std::string number = zuna_midi::ReadSong(bytes, at, version)->song_number;
+      ends[number] = at;
+    }
+  }
+  return ends;
+}
+
+template <typename Model>
+void ExpectSongsBeforeEveryCut(const Model& model, const cmn::FileVersion& version) {
+  const std::string bytes = zuna_test::WrittenAt(model, version);
+  const auto ends = EndsOf(model, bytes, version);
+  ASSERT_EQ(ends.size(), kSongs);
+  const std::size_t step = version.major == 2 ? 29 : 3;
+  for (std::size_t cut = ends.at("101"); cut < bytes.size(); cut += step) {
+    const std::set<std::string> same = CameBack(model, bytes.substr(0, cut));
+    for (const auto& [number, end] : ends) {
+      ASSERT_TRUE(end > cut || same.contains(number)) << "song " << number << ", cut at " << cut;
+    }
+  }
+}
+
+/// The songs before the first damaged byte come back, and with one damaged byte also all but one or two after
+/// it.
+template <typename Model>
+void ExpectSongsAroundDamage(const Model& model, const cmn::FileVersion& version) {
+  std::mt19937 random(11);
+  const std::string bytes = zuna_test::WrittenAt(model, version);
+  const auto ends = EndsOf(model, bytes, version);
+  for (int round = 0; round < 60; ++round) {
+    for (const std::size_t count : {1, 8}) {
+      std::set<std::size_t> offsets;
+      const std::string damaged = zuna_test::Damaged(bytes, count, random, offsets);
+      const std::set<std::string> same = CameBack(model, damaged);
+      for (const auto& [number, end] : ends) {
+        if (end <= *offsets.begin() && *offsets.begin() > 200) {
+          EXPECT_TRUE(same.contains(number))
+              << number << " ends at " << end << ", damaged from " << *offsets.begin();
+        }
+      }
+      if (count == 1 && *offsets.begin() > 200) {
+        EXPECT_GE(same.size(), kSongs - 2) << "damaged at " << *offsets.begin();
+      }
+    }
+  }
+}
+
+class RescueOfCurrentFiles : public testing::TestWithParam<cmn::FileVersion> {};
+
+TEST_P(RescueOfCurrentFiles, SavesTheSongsBeforeEveryCut) {
+  std::mt19937 random(1);
+  ExpectSongsBeforeEveryCut(MakeShow(random), GetParam());
+  if (GetParam() != cmn::FileVersion{1, 0}) ExpectSongsBeforeEveryCut(MakeLog(random), GetParam());
+}
+
+TEST_P(RescueOfCurrentFiles, SavesTheSongsAroundDamage) {
+  std::mt19937 random(2);
+  ExpectSongsAroundDamage(MakeShow(random), GetParam());
+  if (GetParam() != cmn::FileVersion{1, 0}) ExpectSongsAroundDamage(MakeLog(random), GetParam());
+}
+
+TEST_P(RescueOfCurrentFiles, KeepsTheVersionAndTheName) {
+  std::mt19937 random(3);
+  const zuna_midi::ShowData show = MakeShow(random);
+  const std::string bytes = zuna_test::WrittenAt(show, GetParam());
+  const Rescued rescued = zuna_test::RescuedOf(bytes.substr(0, bytes.size() / 2));
+  EXPECT_EQ(rescued.document.type(), (zuna_toolkit::FileType{cmn::FileKind::kShow, GetParam()}));
+  EXPECT_EQ(rescued.document.As<zuna_midi::ShowData>()->show_name, "Opera");
+  EXPECT_FALSE(rescued.report.complete());
+  EXPECT_GT(rescued.report.saved(), 0U);
+  EXPECT_FALSE(rescued.report.songs.front().vouched);
+}
+
+INSTANTIATE_TEST_SUITE_P(Versions, RescueOfCurrentFiles,
+                         testing::Values(cmn::FileVersion{1, 0}, cmn::FileVersion{1, 1},
+                                         cmn::FileVersion{1, 2}, cmn::FileVersion{2, 0}),
+                         [](const auto& test) {
+                           return "V" + std::to_string(test.param.major) + std::to_string(test.param.minor);
+                         });
+
+TEST(RescueOfCurrentHeaders, VouchesForASongBehindADamagedHeader) {
+  std::mt19937 random(4);
+  const zuna_midi::ShowData show = MakeShow(random);
+  const std::string bytes = zuna_test::WrittenAt(show, {1, 2});
+  for (std::size_t offset = 1; offset < 10; ++offset) {
+    std::string damaged = bytes;
+    damaged[offset] = static_cast<char>(damaged[offset] ^ 0x40);
+    const Rescued rescued = zuna_test::RescuedOf(damaged);
+    EXPECT_TRUE(rescued.report.complete()) << offset;
+    EXPECT_EQ(rescued.report.remarks,
+              (std::vector<std::string>{"is not encrypted", "the header of its content is damaged"}));
+    EXPECT_TRUE(rescued.report.songs.front().vouched);
+    EXPECT_EQ(CameBack(show, damaged).size(), kSongs);
+  }
+}
+
+}  // namespace

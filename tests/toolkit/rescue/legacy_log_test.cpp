@@ -1,0 +1,126 @@
+// What comes back of damaged legacy logs: every song log that the damage does not touch, from its beginning
+// on.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "tests/support/random_legacy_log.h"
+#include "tests/toolkit/rescue/rescue_samples.h"
+#include "toolkit/error.h"
+
+namespace {
+
+using zuna_test::Part;
+using zuna_toolkit::LegacyLog;
+using zuna_toolkit::Rescued;
+
+constexpr std::size_t kSongs = 20;
+
+/// A log of 20 songs with a few edits each, and where they are.
+struct Sample {
+  std::string bytes;
+  std::vector<Part> parts;
+};
+
+Sample MakeSample(std::mt19937& random) {
+  version0::ChangeLogV0 log;
+  log.show_name = "Opera";
+  log.log_label = "First night";
+  while (log.songs.size() < kSongs) {
+    for (auto& [number, song] : zuna_test::RandomLegacyLog(random).songs) {
+      const std::string own = std::to_string(log.songs.size() + 100);
+      if (log.songs.size() == kSongs) break;
+      song.songNumber_ = own;
+      song.songName_ = "Tune";
+      log.songs[own] = song;
+    }
+  }
+  Sample sample;
+  sample.bytes = zuna_test::Written(log);
+  std::size_t end = sample.bytes.size();
+  for (auto entry = log.songs.rbegin(); entry != log.songs.rend(); ++entry) {
+    const std::string bytes = zuna_test::Written(entry->second);
+    sample.parts.insert(sample.parts.begin(), {entry->first, end - bytes.size(), end, bytes});
+    end -= bytes.size();
+  }
+  return sample;
+}
+
+std::vector<std::string> SongsOf(const std::string& plaintext) {
+  std::vector<std::string> songs;
+  try {
+    const Rescued rescued = zuna_test::RescuedOf(plaintext);
+    const auto* log = rescued.document.As<LegacyLog>();
+    if (log == nullptr) return songs;
+    for (const auto& [number, song] : log->log.songs) songs.push_back(zuna_test::Written(song));
+  } catch (const zuna_toolkit::Error& error) {
+    EXPECT_EQ(error.code(), zuna_toolkit::ErrorCode::kNothingToSave) << error.what();
+  }
+  return songs;
+}
+
+std::string WithoutNumber(const std::string& song) {
+  return song.substr(4 + 1 + static_cast<unsigned char>(song[4]));
+}
+
+bool CameBack(const Part& part, const std::vector<std::string>& songs) {
+  return std::any_of(songs.begin(), songs.end(), [&](const std::string& song) {
+    return WithoutNumber(song) == WithoutNumber(part.bytes);
+  });
+}
+
+TEST(RescueOfLegacyLogs, SavesTheSongsBeforeEveryCut) {
+  std::mt19937 random(1);
+  const Sample sample = MakeSample(random);
+  for (std::size_t cut = sample.parts.front().end; cut <= sample.bytes.size(); ++cut) {
+    const std::vector<std::string> songs = SongsOf(sample.bytes.substr(0, cut));
+    for (const Part& part : sample.parts) {
+      if (part.end > cut) break;
+      ASSERT_NE(std::find(songs.begin(), songs.end(), part.bytes), songs.end())
+          << "song " << part.number << ", cut at " << cut;
+    }
+  }
+}
+
+TEST(RescueOfLegacyLogs, SavesEverySongThatDamageDoesNotTouch) {
+  std::mt19937 random(2);
+  for (const std::size_t count : {1, 2, 8, 64}) {
+    for (int round = 0; round < 100; ++round) {
+      const Sample sample = MakeSample(random);
+      std::set<std::size_t> offsets;
+      const std::string damaged = zuna_test::Damaged(sample.bytes, count, random, offsets);
+      const std::vector<std::string> songs = SongsOf(damaged);
+      for (const Part& part : sample.parts) {
+        if (zuna_test::Touches(offsets, part)) continue;
+        ASSERT_TRUE(CameBack(part, songs))
+            << "song " << part.number << " of round " << round << ", " << count << " bytes damaged";
+      }
+    }
+  }
+}
+
+TEST(RescueOfLegacyLogs, KeepsTheHeaderOfALogWithADamagedSong) {
+  std::mt19937 random(3);
+  Sample sample = MakeSample(random);
+  sample.bytes[sample.parts[3].begin + 3] = '\x7F';  // the length of its record
+  const Rescued rescued = zuna_test::RescuedOf(sample.bytes);
+  const version0::ChangeLogV0& log = rescued.document.As<LegacyLog>()->log;
+  EXPECT_EQ(log.show_name, "Opera");
+  EXPECT_EQ(log.log_label, "First night");
+  EXPECT_EQ(log.songs.size(), kSongs);
+  EXPECT_TRUE(rescued.report.complete()) << "a length can be counted again";
+}
+
+TEST(RescueOfLegacyLogs, TellsThatTheHeaderIsMissing) {
+  std::mt19937 random(4);
+  Sample sample = MakeSample(random);
+  sample.bytes[24] = '\xFF';  // the length of the label
+  const Rescued rescued = zuna_test::RescuedOf(sample.bytes);
+  EXPECT_EQ(rescued.document.As<LegacyLog>()->log.show_name, "");
+  EXPECT_EQ(rescued.report.saved(), kSongs);
+  EXPECT_EQ(rescued.report.missing,
+            (std::vector<std::string>{"the show's name", "the log's label", "the log's tag pair"}));
+  EXPECT_FALSE(rescued.report.complete());
+}
+
+}  // namespace

@@ -1,0 +1,170 @@
+// What comes back of damaged legacy shows: every song that the damage does not touch.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <sstream>
+
+#include "tests/support/random_legacy_show.h"
+#include "tests/toolkit/rescue/rescue_samples.h"
+#include "toolkit/error.h"
+
+namespace {
+
+using namespace std::string_literals;
+using zuna_test::Part;
+using zuna_test::RescuedOf;
+using zuna_toolkit::LegacyShow;
+using zuna_toolkit::Rescued;
+using zuna_toolkit::SongState;
+
+constexpr std::size_t kSongs = 20;
+
+/// A song of a few hundred bytes with something in every list.
+version0::SongData SmallSong(std::mt19937& random, const std::string& number) {
+  version0::SongData song;
+  song.song_number = number;
+  song.song_name = std::string(random() % 12, 'n');
+  song.division = 480;
+  song.song_length = static_cast<std::uint32_t>(random());
+  song.tracks = {{1, "Piano"}, {9, "Drums"}};
+  for (std::size_t i = 0; i <= random() % 12; ++i) {
+    const auto id = static_cast<std::uint8_t>(i % 2 == 0 ? 1 : 9);
+    song.events[id].emplace_back(0, static_cast<std::uint32_t>(random()), 0x90, 60, 100, id);
+  }
+  song.timeline.name = number;
+  song.timeline.tempos = {{0, 0.001F, 8, 8, 120}};
+  song.timeline.meters = {{0, 4, 4}, {1920, 3, 4}};
+  song.timeline.keys = {{0, 1, 0}};
+  song.timeline.page_nums = {{0, 1}};
+  for (std::uint32_t bar = 0; bar < random() % 6; ++bar) {
+    song.timeline.bars_beats.emplace_back(bar * 1920, std::to_string(bar), std::uint8_t{0});
+  }
+  return song;
+}
+
+/// A show of 20 songs, and where they are.
+struct Sample {
+  std::string bytes;
+  std::vector<Part> parts;
+};
+
+Sample MakeSample(std::mt19937& random) {
+  version0::ShowData show;
+  for (std::size_t i = 1; i <= kSongs; ++i)
+    show.songs[std::to_string(i)] = SmallSong(random, std::to_string(i));
+  Sample sample;
+  sample.bytes = static_cast<char>(kSongs);
+  for (const auto& [number, song] : show.songs) {
+    const std::string bytes = zuna_test::Written(song);
+    sample.parts.push_back({number, sample.bytes.size(), sample.bytes.size() + bytes.size(), bytes});
+    sample.bytes += bytes;
+  }
+  return sample;
+}
+
+/// The songs that came back, as their writer writes them; none where nothing could be saved.
+std::vector<std::string> SongsOf(const std::string& plaintext) {
+  std::vector<std::string> songs;
+  try {
+    const Rescued rescued = RescuedOf(plaintext);
+    for (const auto& [number, song] : rescued.document.As<LegacyShow>()->show.songs) {
+      songs.push_back(zuna_test::Written(song));
+    }
+  } catch (const zuna_toolkit::Error& error) {
+    EXPECT_EQ(error.code(), zuna_toolkit::ErrorCode::kNothingToSave) << error.what();
+  }
+  return songs;
+}
+
+/// The bytes of a song, but for those of its number.
+std::string WithoutNumber(const std::string& song) {
+  const auto size = static_cast<unsigned char>(song[4]);
+  return song.substr(4 + 1 + size);
+}
+
+/// Whether a song came back whole; of songs of one number, one gets another.
+bool CameBack(const Part& part, const std::vector<std::string>& songs) {
+  return std::any_of(songs.begin(), songs.end(), [&](const std::string& song) {
+    return WithoutNumber(song) == WithoutNumber(part.bytes);
+  });
+}
+
+TEST(RescueOfLegacyShows, SavesTheSongsBeforeEveryCut) {
+  std::mt19937 random(1);
+  const Sample sample = MakeSample(random);
+  for (std::size_t cut = 0; cut <= sample.bytes.size(); ++cut) {
+    const std::vector<std::string> songs =
+        cut == 0 ? std::vector<std::string>() : SongsOf(sample.bytes.substr(0, cut));
+    for (const Part& part : sample.parts) {
+      if (part.end > cut) break;
+      ASSERT_NE(std::find(songs.begin(), songs.end(), part.bytes), songs.end())
+          << "song " << part.number << ", cut at " << cut;
+    }
+  }
+}
+
+TEST(RescueOfLegacyShows, SavesTheSongsAfterEveryCutAtTheFront) {
+  std::mt19937 random(2);
+  const Sample sample = MakeSample(random);
+  for (std::size_t cut = 1; cut < sample.bytes.size(); cut += 7) {
+    const std::vector<std::string> songs = SongsOf(sample.bytes.substr(cut));
+    for (const Part& part : sample.parts) {
+      if (part.begin <= cut) continue;
+      ASSERT_NE(std::find(songs.begin(), songs.end(), part.bytes), songs.end())
+          << "song " << part.number << ", cut at " << cut;
+    }
+  }
+}
+
+TEST(RescueOfLegacyShows, SavesEverySongThatDamageDoesNotTouch) {
+  std::mt19937 random(3);
+  for (const std::size_t count : {1, 2, 8, 64}) {
+    for (int round = 0; round < 150; ++round) {
+      const Sample sample = MakeSample(random);
+      std::set<std::size_t> offsets;
+      const std::string damaged = zuna_test::Damaged(sample.bytes, count, random, offsets);
+      const std::vector<std::string> songs = SongsOf(damaged);
+      for (const Part& part : sample.parts) {
+        if (zuna_test::Touches(offsets, part)) continue;
+        ASSERT_TRUE(CameBack(part, songs))
+            << "song " << part.number << " of round " << round << ", " << count << " bytes damaged";
+      }
+    }
+  }
+}
+
+TEST(RescueOfLegacyShows, SavesEverySongAroundBytesThatAreMissing) {
+  std::mt19937 random(4);
+  for (int round = 0; round < 200; ++round) {
+    const Sample sample = MakeSample(random);
+    const std::size_t begin = 1 + random() % (sample.bytes.size() - 1);
+    const std::size_t end = begin + std::min<std::size_t>(random() % 700, sample.bytes.size() - begin);
+    std::string damaged = sample.bytes;
+    damaged.erase(begin, end - begin);
+    const std::vector<std::string> songs = SongsOf(damaged);
+    for (const Part& part : sample.parts) {
+      if (part.begin < end && part.end > begin) continue;
+      ASSERT_TRUE(CameBack(part, songs)) << "song " << part.number << " of round " << round;
+    }
+  }
+}
+
+TEST(RescueOfLegacyShows, SavesLargeRandomSongs) {
+  std::mt19937 random(5);
+  for (int round = 0; round < 60; ++round) {
+    const version0::ShowData show = zuna_test::RandomLegacyShow(random);
+    if (show.songs.size() < 2) continue;
+    const std::string bytes = zuna_test::Written(show);
+    std::set<std::size_t> offsets;
+    const std::vector<std::string> songs = SongsOf(zuna_test::Damaged(bytes, 3, random, offsets));
+    std::size_t begin = 1;
+    for (const auto& [number, song] : show.songs) {
+      const std::string written = zuna_test::Written(song);
+      const Part part{number, begin, begin + written.size(), written};
+      begin = part.end;
+      EXPECT_TRUE(zuna_test::Touches(offsets, part) || CameBack(part, songs)) << round;
+    }
+  }
+}
+
+}  // namespace

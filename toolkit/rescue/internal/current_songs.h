@@ -1,0 +1,72 @@
+// What shows and logs of current versions have in common, for templates.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "CL/change_log.h"
+#include "CL/log_records.h"
+#include "toolkit/rescue/internal/salvage.h"
+#include "zuna_midi/show_data.h"
+#include "zuna_midi/show_records.h"
+
+namespace zuna_toolkit {
+
+/// Of a show.
+struct CurrentShows {
+  using Model = zuna_midi::ShowData;
+  using Song = zuna_midi::SongData;
+
+  static constexpr const char* kHead = "the show's name";
+  static constexpr SongOrder kOrder = SongOrder::kNumeric;
+
+  static std::pair<Model, std::uint32_t> ReadHead(std::string_view file, std::size_t& offset,
+                                                  cmn::FileVersion version) {
+    zuna_midi::ShowHead head = zuna_midi::ReadShowHead(file, offset, version);
+    return {std::move(head.show), head.songs};
+  }
+  static std::shared_ptr<Song> ReadSong(std::string_view file, std::size_t& offset,
+                                        cmn::FileVersion version) {
+    return zuna_midi::ReadSong(file, offset, version);
+  }
+  static const auto& Songs(const Model& show) { return show.songs(); }
+  static void Add(Model& show, std::shared_ptr<Song> song) { show.AddSongData(std::move(song)); }
+};
+
+/// Of a log.
+struct CurrentLogs {
+  using Model = CL::ChangeLog;
+  using Song = CL::SongLog;
+
+  static constexpr const char* kHead = "the head of the log: show name, label, identifier and tag pair";
+  static constexpr SongOrder kOrder = SongOrder::kBytes;
+
+  static std::pair<Model, std::uint32_t> ReadHead(std::string_view file, std::size_t& offset,
+                                                  cmn::FileVersion version) {
+    CL::LogHead head = CL::ReadLogHead(file, offset, version);
+    return {std::move(head.log), head.songs};
+  }
+  static std::shared_ptr<Song> ReadSong(std::string_view file, std::size_t& offset,
+                                        cmn::FileVersion version) {
+    return CL::ReadSongLog(file, offset, version);
+  }
+  static const auto& Songs(const Model& log) { return log.song_logs(); }
+  static void Add(Model& log, std::shared_ptr<Song> song) { log.AddSongLog(std::move(song)); }
+};
+
+/// Adds `songs`, which are those in `report` that are not lost, under numbers of their own.
+template <typename Kind>
+void AddNumbered(typename Kind::Model& model, RescueReport& report,
+                 const std::vector<std::shared_ptr<typename Kind::Song>>& songs) {
+  GiveOwnNumbers(report, Kind::kOrder);
+  auto song = songs.begin();
+  for (const RescuedSong& told : report.songs) {
+    if (told.state == SongState::kLost) continue;
+    (*song)->song_number = told.number;
+    Kind::Add(model, *song++);
+  }
+}
+
+}  // namespace zuna_toolkit

@@ -1,0 +1,69 @@
+// The records of legacy files as bytes that may be damaged (docs/format-0.md).
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "toolkit/rescue/internal/salvage.h"
+
+namespace zuna_toolkit {
+
+/// Reads numbers and texts, and never beyond the end: after that, ok() is false and everything is 0 or empty.
+class RecordCursor {
+ public:
+  RecordCursor(std::string_view bytes, std::size_t at) : bytes_(bytes), at_(at), ok_(at <= bytes.size()) {}
+
+  bool ok() const { return ok_; }
+  std::size_t at() const { return at_; }
+
+  /// The next `size` bytes.
+  std::string_view Take(std::size_t size);
+  /// A number of so many bytes, lowest first.
+  std::uint32_t Number(std::size_t size);
+  /// A text with its length before it.
+  std::string_view Text();
+
+ private:
+  std::string_view bytes_;
+  std::size_t at_;
+  bool ok_;
+};
+
+/// The four bytes of a number, lowest first.
+std::string WordBytes(std::size_t number);
+
+/// A text with its length before it. It has at most 255 bytes.
+std::string TextBytes(std::string_view text);
+
+/// What the sequences of one event code hold.
+struct SequenceKind {
+  std::uint8_t code;
+  std::size_t payload;  ///< of every record in bytes; 0 where it differs
+  const char* what;     ///< for people: "meters"
+};
+
+/// The sequences of a timeline, and those of a song log.
+std::span<const SequenceKind> TimelineSequences();
+std::span<const SequenceKind> SongLogSequences();
+
+/// How many sequences the bytes from `begin` to `end` are, at most one of each kind, in any order, with the
+/// lengths and frames that a writer gives them. 0 where they are anything else, and where no steps are left.
+std::size_t CountSequences(std::string_view bytes, std::size_t begin, std::size_t end,
+                           std::span<const SequenceKind> kinds, Steps& steps);
+
+/// Sequences that can be read.
+struct MendedSequences {
+  std::string bytes;
+  std::vector<std::string> remarks;  ///< what is missing
+};
+
+/// Takes what can be read of the sequences between `begin` and `end`, and corrects lengths and frames.
+MendedSequences MendSequences(std::string_view bytes, std::size_t begin, std::size_t end,
+                              std::span<const SequenceKind> kinds);
+
+}  // namespace zuna_toolkit

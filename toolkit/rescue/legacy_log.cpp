@@ -1,0 +1,187 @@
+// What is left of a damaged legacy log (docs/format-0.md, "change_log").
+#include <algorithm>
+#include <iterator>
+#include <sstream>
+
+#include "format_converter/version0/containers/change_log_header.h"
+#include "toolkit/rescue/internal/legacy_records.h"
+#include "toolkit/words.h"
+
+namespace zuna_toolkit {
+
+namespace {
+
+constexpr std::size_t kIdentifierSize = 16;
+constexpr std::size_t kFrontSize = 4 + 4 + kIdentifierSize;         // magic, log length, identifier
+constexpr std::size_t kSmallestLogHeader = kFrontSize + 1 + 1 + 4;  // label, show name, tag pair
+constexpr std::size_t kSmallestSequence = 1 + 4;
+constexpr std::size_t kUncounted = 4;  // bytes of the sequences that a record length leaves out
+constexpr unsigned kBitsOfATag = 16;   // bits
+
+/// The fields of a song log before its sequences.
+struct SongLogHead {
+  std::size_t record_length;
+  std::string_view number;
+  std::string_view name;
+  std::string_view length;
+};
+
+/// A song log that may be damaged.
+struct FoundSong {
+  std::size_t end = 0;
+  std::size_t sequences = 0;  ///< 0 where it is damaged
+};
+
+SongLogHead ReadSongLogHead(RecordCursor& in) {
+  SongLogHead head{};
+  head.record_length = in.Number(4);
+  head.number = in.Text();
+  head.name = in.Text();
+  head.length = in.Take(4);
+  return head;
+}
+
+/// A header of a log, and where it ends.
+struct LogHead {
+  version0::ChangeLogV0 log;
+  std::size_t end = 0;  ///< 0 where the texts cannot be read
+};
+
+LogHead ReadLogHead(std::string_view bytes) {
+  RecordCursor in(bytes, kFrontSize);
+  const std::string_view label = in.Text();
+  const std::string_view show_name = in.Text();
+  const std::uint32_t tags = in.Number(4);
+  LogHead head;
+  if (bytes.size() >= kFrontSize) {
+    kit::UUID::Bytes identifier{};
+    std::copy_n(bytes.begin() + kFrontSize - kIdentifierSize, kIdentifierSize, identifier.begin());
+    head.log.identifier = kit::UUID(identifier);
+  }
+  if (!in.ok()) return head;
+  head.log.log_label = label;
+  head.log.show_name = show_name;
+  head.log.log_tag_pair = {static_cast<std::uint16_t>(tags), static_cast<std::uint16_t>(tags >> kBitsOfATag)};
+  head.end = in.at();
+  return head;
+}
+
+class LogSalvage {
+ public:
+  explicit LogSalvage(std::string_view bytes) : bytes_(bytes), steps_(bytes.size()) {}
+
+  Salvage Run() {
+    std::size_t first = std::min(kSmallestLogHeader, bytes_.size());
+    LogHead head = ReadLogHead(bytes_);
+    while (first < bytes_.size() && !WholeEnd(first)) ++first;
+    if (head.end == 0 || head.end > first) {
+      const std::size_t head_begin = std::min(kFrontSize, first);
+      head = ReadLogHead(bytes_.substr(0, head_begin));
+      head.end = first;
+      report_.unread.push_back({head_begin, first});
+      report_.missing = {"the show's name", "the log's label", "the log's tag pair"};
+    }
+    legacy_.log = std::move(head.log);
+    WalkSongs(*this, head.end, bytes_.size());
+    AddSongs();
+    return {std::move(legacy_), kLegacyVersion, std::move(report_)};
+  }
+
+  std::optional<std::size_t> WholeEnd(std::size_t at) {
+    const FoundSong song = SongAt(at, SongLogSequences().size());
+    return song.sequences == SongLogSequences().size() ? std::optional(song.end) : std::nullopt;
+  }
+
+  void TakeWhole(std::size_t begin, std::size_t end) {
+    Keep(begin, std::string(bytes_.substr(begin, end - begin)), {});
+  }
+
+  void TakeDamaged(std::size_t begin, std::size_t end) {
+    while (begin < end) {
+      const std::size_t song_end = EndOfFirst(begin, end);
+      const FoundSong song = SongAt(begin, 1);
+      if (song.sequences > 0 && song.end == song_end) {
+        TakeWhole(begin, song_end);
+      } else {
+        Mend(begin, song_end);
+      }
+      begin = song_end;
+    }
+  }
+
+ private:
+  /// The song log at `at`, which has at least so many sequences if it is undamaged.
+  FoundSong SongAt(std::size_t at, std::size_t sequences) {
+    RecordCursor in(bytes_, at);
+    const SongLogHead head = ReadSongLogHead(in);
+    const std::size_t size = head.record_length + kUncounted;
+    if (!in.ok() || size > bytes_.size() - in.at()) return {};
+    if (size < sequences * kSmallestSequence || !steps_.Take()) return {};
+    const std::size_t end = in.at() + size;
+    return {end, CountSequences(bytes_, in.at(), end, SongLogSequences(), steps_)};
+  }
+
+  /// Where the first of the damaged songs between `begin` and `end` ends, as its length says.
+  std::size_t EndOfFirst(std::size_t begin, std::size_t end) const {
+    RecordCursor in(bytes_.substr(0, end), begin);
+    const SongLogHead head = ReadSongLogHead(in);
+    if (!in.ok() || head.record_length + kUncounted > end - in.at()) return end;
+    return std::max(in.at() + head.record_length + kUncounted, begin + 1);
+  }
+
+  /// Takes what is left of the song between `begin` and `end`.
+  void Mend(std::size_t begin, std::size_t end) {
+    RecordCursor in(bytes_.substr(0, end), begin);
+    const SongLogHead head = ReadSongLogHead(in);
+    RescuedSong song{std::string(head.number), std::string(head.name), begin};
+    if (!in.ok()) return Lose(std::move(song), end, "its beginning cannot be read");
+    const MendedSequences body = MendSequences(bytes_, in.at(), end, SongLogSequences());
+    if (body.remarks.size() == SongLogSequences().size()) {
+      return Lose(std::move(song), end, "none of its edits can be read");
+    }
+    Keep(begin,
+         WordBytes(body.bytes.size() - kUncounted) + TextBytes(head.number) + TextBytes(head.name) +
+             std::string(head.length) + body.bytes,
+         body.remarks);
+  }
+
+  /// Reads the song log that `bytes` now are.
+  void Keep(std::size_t begin, const std::string& bytes, std::vector<std::string> remarks) {
+    std::istringstream stream(bytes);
+    version0::SongLogV0 song(stream);
+    RescuedSong told{song.songNumber_, song.songName_, begin};
+    told.state = remarks.empty() ? SongState::kWhole : SongState::kPartly;
+    told.remarks = std::move(remarks);
+    songs_.push_back(std::move(song));
+    report_.songs.push_back(std::move(told));
+  }
+
+  void AddSongs() {
+    GiveOwnNumbers(report_, SongOrder::kBytes);
+    auto song = songs_.begin();
+    for (const RescuedSong& told : report_.songs) {
+      if (told.state == SongState::kLost) continue;
+      song->songNumber_ = told.number;
+      legacy_.log.songs[told.number] = std::move(*song++);
+    }
+  }
+
+  void Lose(RescuedSong song, std::size_t end, const std::string& problem) {
+    report_.unread.push_back({*song.offset, end});
+    song.state = SongState::kLost;
+    song.remarks = {problem};
+    report_.songs.push_back(std::move(song));
+  }
+
+  std::string_view bytes_;
+  Steps steps_;
+  std::vector<version0::SongLogV0> songs_;  ///< those in the report that are not lost
+  LegacyLog legacy_;
+  RescueReport report_;
+};
+
+}  // namespace
+
+Salvage SalvageLegacyLog(std::string_view plaintext) { return LogSalvage(plaintext).Run(); }
+
+}  // namespace zuna_toolkit

@@ -1,0 +1,63 @@
+// What a song of a damaged legacy show needs before it is part of a new one.
+#include "toolkit/rescue/internal/legacy_song.h"
+
+#include <algorithm>
+#include <sstream>
+
+#include "toolkit/internal/translate.h"
+#include "toolkit/words.h"
+
+namespace zuna_toolkit {
+
+namespace {
+
+constexpr std::size_t kMostTracks = 255;  // of a song
+
+/// Adds a voice for events that have none.
+void AddVoices(version0::SongData& song, std::vector<std::string>& remarks) {
+  for (const auto& [id, events] : song.events) {
+    const bool is_known =
+        std::any_of(song.tracks.begin(), song.tracks.end(),
+                    [id = id](const version0::TrackObject& track) { return track.track_id == id; });
+    if (is_known || song.tracks.size() == kMostTracks) continue;
+    song.tracks.emplace_back(id, "");
+    remarks.push_back(Counted(events.size(), "event is", "events are") +
+                      " of a voice that it does not list, " + std::to_string(id) +
+                      ", which was added without a name");
+  }
+}
+
+/// Lets a song that has lost its first tempo or meter begin with 120 quarter notes a minute in 4/4.
+void AddTempoAndMeter(version0::SongData& song, std::vector<std::string>& remarks) {
+  version0::Timeline& timeline = song.timeline;
+  constexpr float kSecondsPerQuarter = 0.5F;
+  const float division = song.division == 0 ? 1.0F : static_cast<float>(song.division);
+  if (timeline.tempos.empty()) {
+    timeline.tempos = {{0, kSecondsPerQuarter / division, 8, 8, 120}};
+    remarks.emplace_back("120 quarter notes a minute stand in for its tempos");
+  }
+  if (timeline.meters.empty()) {
+    timeline.meters = {{0, 4, 4}};
+    remarks.emplace_back("4/4 stands in for its meters");
+  }
+}
+
+}  // namespace
+
+std::string WhyNotWritable(const version0::SongData& song) {
+  try {
+    std::ostringstream stream;
+    song.write_binary(stream);
+    return "";
+  } catch (const std::exception& error) {
+    PassOnBadAlloc(error);
+    return "it has no events, without which no legacy song can be written";
+  }
+}
+
+void MakeConvertible(version0::SongData& song, std::vector<std::string>& remarks) {
+  if (!remarks.empty()) AddTempoAndMeter(song, remarks);
+  AddVoices(song, remarks);
+}
+
+}  // namespace zuna_toolkit

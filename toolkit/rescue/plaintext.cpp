@@ -1,0 +1,66 @@
+// Decrypts files that may be damaged.
+#include "toolkit/rescue/internal/plaintext.h"
+
+#include <string_view>
+#include <utility>
+
+#include "toolkit/error.h"
+#include "toolkit/words.h"
+#include "zuna_sec/damaged_envelope.h"
+#include "zuna_sec/errors.h"
+
+namespace zuna_toolkit {
+
+namespace {
+
+/// What is wrong with an envelope.
+std::vector<std::string> RemarksOf(const zuna_sec::DamagedEnvelope& opened) {
+  std::vector<std::string> remarks;
+  const std::size_t present = opened.plaintext.size();
+  std::string fields;
+  for (const std::string_view field : opened.damaged_fields) AppendListed(fields, std::string(field));
+  if (!fields.empty()) remarks.push_back("the header of its encryption is damaged (" + fields + ")");
+  if (opened.trailing > 0) {
+    remarks.push_back(Counted(opened.trailing, "byte follows", "bytes follow") + " its encrypted bytes");
+  }
+  if (opened.authentic) return remarks;
+  if (present != opened.stated_size) {
+    remarks.push_back("has " + std::to_string(present) + " encrypted bytes, and its header states " +
+                      std::to_string(opened.stated_size));
+  }
+  if (present >= opened.stated_size) remarks.emplace_back("was changed after it was encrypted");
+  return remarks;
+}
+
+Plaintext PlainBytes(std::span<const std::uint8_t> bytes) {
+  Plaintext plaintext;
+  plaintext.bytes.assign(bytes.begin(), bytes.end());
+  plaintext.remarks.emplace_back("is not encrypted");
+  return plaintext;
+}
+
+}  // namespace
+
+Plaintext DecryptDamaged(std::span<const std::uint8_t> bytes, const CipherKey& key, Accept accept) {
+  try {
+    zuna_sec::DamagedEnvelope opened = zuna_sec::OpenDamaged(bytes, key);
+    Plaintext plaintext;
+    plaintext.authentic = opened.authentic;
+    plaintext.changed = !opened.authentic;
+    plaintext.remarks = RemarksOf(opened);
+    plaintext.bytes = std::move(opened.plaintext);
+    return plaintext;
+  } catch (const zuna_sec::EmptyError&) {
+    throw;
+  } catch (const zuna_sec::ChangedInTransferError&) {
+    throw;
+  } catch (const zuna_sec::NotEncryptedError&) {
+    if (accept == Accept::kEncryptedOrPlain) return PlainBytes(bytes);
+    throw;
+  } catch (const zuna_sec::WrongKeyError&) {
+    if (!key.key.empty() || !key.iv.empty()) throw;
+    throw Error(ErrorCode::kNoKey, "", "is encrypted with a key, and none was given", "give its key");
+  }
+}
+
+}  // namespace zuna_toolkit
