@@ -30,51 +30,90 @@ Groups GroupsBy(const std::vector<Element>& elements, KeyOf key_of) {
   return groups;
 }
 
-/// One failure for all inputs that fail because of one file.
-Failure OfOneFile(const std::vector<FailedInput>& failed, const std::vector<std::size_t>& group) {
-  const Failure& first = failed[group.front()].failure;
-  if (group.size() == 1) return first;
-  zuna_toolkit::ErrorParts parts = first.parts();
-  std::string needed_by;
+/// A file at fault, and what fails because of it.
+struct Cause {
+  const Failure* failure;
+  std::vector<std::string> needed_by;  ///< other inputs
+};
+
+/// Whether the file itself cannot be read. A companion need not be encrypted, so the same damage has other
+/// words there.
+bool IsUnreadable(const Failure& failure) {
+  return failure.kind() == zuna_toolkit::ErrorKind::kBadInput &&
+         failure.code() != ErrorCode::kWrongCompanion && !failure.parts().file.empty();
+}
+
+/// Whether it is about the input, and not about its companion.
+bool IsOwn(const FailedInput& failed) {
+  return failed.input.empty() || failed.input == failed.failure.parts().file;
+}
+
+/// One cause for all inputs that fail because of one file.
+Cause OfOneFile(const std::vector<FailedInput>& failed, const std::vector<std::size_t>& group) {
+  const auto own =
+      std::find_if(group.begin(), group.end(), [&](auto number) { return IsOwn(failed[number]); });
+  Cause cause{&failed[own == group.end() ? group.front() : *own].failure, {}};
+  if (group.size() == 1) return cause;
   for (const std::size_t number : group) {
-    const std::string& input = failed[number].input;
-    if (!input.empty() && input != parts.file) zuna_toolkit::AppendListed(needed_by, input);
+    if (!IsOwn(failed[number])) cause.needed_by.push_back(failed[number].input);
   }
-  if (!needed_by.empty()) parts.problem += " (needed by " + needed_by + ')';
-  return {first.code(), std::move(parts)};
+  return cause;
+}
+
+/// What all files have in common that fail in this way. Only a missing companion has a name in its problem.
+std::string ProblemOf(const Failure& failure) {
+  if (failure.code() == ErrorCode::kCompanionMissing) return "needs its companion, which is not there";
+  return failure.parts().problem;
+}
+
+/// "a, b and 3 more"
+std::string NamesText(const std::vector<std::string>& names) {
+  std::string text;
+  for (std::size_t i = 0; i < std::min(names.size(), kMostNames); ++i) {
+    zuna_toolkit::AppendListed(text, names[i]);
+  }
+  if (names.size() > kMostNames) text += " and " + std::to_string(names.size() - kMostNames) + " more";
+  return text;
+}
+
+Failure Told(const Cause& cause) {
+  if (cause.needed_by.empty()) return *cause.failure;
+  zuna_toolkit::ErrorParts parts = cause.failure->parts();
+  parts.problem += " (needed by " + NamesText(cause.needed_by) + ')';
+  return {cause.failure->code(), std::move(parts)};
 }
 
 /// One failure for all files with the same problem.
-Failure OfManyFiles(const std::vector<Failure>& failures, const std::vector<std::size_t>& group) {
-  std::string names;
-  for (std::size_t i = 0; i < std::min(group.size(), kMostNames); ++i) {
-    zuna_toolkit::AppendListed(names, failures[group[i]].parts().file);
-  }
-  if (group.size() > kMostNames) names += " and " + std::to_string(group.size() - kMostNames) + " more";
-  zuna_toolkit::ErrorParts parts = failures[group.front()].parts();
+Failure OfManyFiles(const std::vector<Cause>& causes, const std::vector<std::size_t>& group) {
+  const Failure& first = *causes[group.front()].failure;
+  std::vector<std::string> names;
+  names.reserve(group.size());
+  for (const std::size_t number : group) names.push_back(causes[number].failure->parts().file);
+  zuna_toolkit::ErrorParts parts = first.parts();
   parts.file = zuna_toolkit::Counted(group.size(), "file", "files");
-  parts.problem += " (" + names + ')';
-  return {failures[group.front()].code(), std::move(parts)};
+  parts.problem = ProblemOf(first) + " (" + NamesText(names) + ')';
+  return {first.code(), std::move(parts)};
 }
 
 }  // namespace
 
 std::vector<Failure> FailuresToTell(const std::vector<FailedInput>& failed) {
-  std::vector<Failure> failures;
+  std::vector<Cause> causes;
   const Groups by_file = GroupsBy(failed, [](const FailedInput& one) {
     const zuna_toolkit::ErrorParts& parts = one.failure.parts();
+    if (IsUnreadable(one.failure)) return std::tuple(ErrorCode::kBadContent, parts.file, std::string());
     return std::tuple(one.failure.code(), parts.file, parts.problem);
   });
-  for (const auto& group : by_file) failures.push_back(OfOneFile(failed, group));
+  for (const auto& group : by_file) causes.push_back(OfOneFile(failed, group));
   std::vector<Failure> told;
-  const Groups by_problem = GroupsBy(failures, [](const Failure& failure) {
-    return std::tuple(failure.code(), failure.parts().problem, failure.parts().remedy);
+  const Groups by_problem = GroupsBy(causes, [](const Cause& cause) {
+    return std::tuple(cause.failure->code(), ProblemOf(*cause.failure), cause.failure->parts().remedy);
   });
   for (const auto& group : by_problem) {
     if (group.size() > kMostAlone) {
-      told.push_back(OfManyFiles(failures, group));
+      told.push_back(OfManyFiles(causes, group));
     } else {
-      for (const std::size_t number : group) told.push_back(failures[number]);
+      for (const std::size_t number : group) told.push_back(Told(causes[number]));
     }
   }
   return told;

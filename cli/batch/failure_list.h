@@ -14,9 +14,9 @@ struct FailedInput {
   Failure failure;
 };
 
-/// The failures to print, in the order of the inputs: each cause once. One file that fails itself and as a
-/// companion is told once, with the inputs that need it; more than three files with the same problem are told
-/// by one line, with the names of the first ones.
+/// The failures to print, in the order of the inputs: each cause once. One file that cannot be read,
+/// itself or as a companion, is told once, with the inputs that need it; more than three files with the same
+/// problem are told by one line, with the names of the first ones.
 std::vector<Failure> FailuresToTell(const std::vector<FailedInput>& failed);
 
 }  // namespace zuna_cli

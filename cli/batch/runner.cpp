@@ -150,7 +150,11 @@ class Telling {
   void TellHowToGoOn() const {
     if (context_.quiet() > 0 || left() == 0 || batch_.to_go_on.empty()) return;
     const std::string files = Counted(left(), "file", "files");
-    PrintLine(NoteLine(files, (left() == 1 ? "is not begun; " : "are not begun; ") + batch_.to_go_on));
+    std::string text = left() == 1 ? "is not begun; " : "are not begun; ";
+    if (options_.fail_fast && !failures_.empty()) {  // The same command would end at the same file.
+      text += "correct what failed or leave out --fail-fast, and ";
+    }
+    PrintLine(NoteLine(files, text + batch_.to_go_on));
   }
 
   void TellLosses() const {

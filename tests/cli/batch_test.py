@@ -111,13 +111,15 @@ class FailureTest(FolderTest):
         self.write("in/a.showdata", "bad")
         said = self.said("up", "in", "-r", "--out-dir", "out", "--fail-fast", "-j", "1", code=PART_FAILED)
         self.assertEqual(said[0], "5 files: 0 done, 1 failed, 4 not begun")
-        self.assertEqual(said[-1], "4 files: are not begun; give the same command again with --skip-existing")
+        self.assertEqual(said[-1], "4 files: are not begun; correct what failed or leave out --fail-fast, and give the same "
+                                   "command again with --skip-existing")
         self.assertFalse(os.path.exists(self.path("out")))
 
     def test_says_how_to_go_on(self):
         self.write("in/a.showdata", "bad")
         run = ("up", "in", "--fail-fast", "-j", "1")
-        again = "2 files: are not begun; give the same command again"
+        again = ("2 files: are not begun; correct what failed or leave out --fail-fast, and give the same command "
+                 "again")
         self.assertEqual(self.said(*run, "--in-place", code=PART_FAILED)[-1], again)
         self.assertEqual(self.said(*run, "--out-dir", "out", "--skip-existing", code=PART_FAILED)[-1], again)
         self.assertEqual(self.said(*run, "--out-dir", "out", "--force", code=PART_FAILED)[-1],
@@ -152,6 +154,45 @@ class FailureTest(FolderTest):
         codes = [json.loads(line)["error"]["code"] for line in self.read("report").splitlines()]
         self.assertEqual(codes, ["cut-off", "cut-off"])
 
+    def test_tells_a_companion_once_that_is_not_encrypted_any_more(self):
+        content = bytearray(self.read("in/opera.logdata"))
+        content[0] ^= 1
+        self.write("in/opera.logdata", content)
+        said = self.said("up", "in", "--out-dir", "out", "--report", "report", code=PART_FAILED)
+        self.assertEqual(said, [
+            "2 files: 0 done, 2 failed",
+            "in/opera.logdata: is not an encrypted file of this kind (offset 0) (needed by in/opera.showdata); give an "
+            "encrypted show or log file"])
+        codes = [json.loads(line)["error"]["code"] for line in self.read("report").splitlines()]
+        self.assertEqual(codes, ["not-encrypted", "not-a-show-or-log"])
+
+    def test_tells_damage_of_many_companions_once(self):
+        os.mkdir(self.path("many"))
+        for number in range(5):
+            self.write(f"many/{number}.showdata", self.read("in/opera.showdata"))
+            self.write(f"many/{number}.logdata", "bad")
+        self.assertEqual(self.said("up", "many", "--out-dir", "out", code=PART_FAILED), [
+            "10 files: 0 done, 10 failed",
+            "5 files: is not an encrypted file of this kind (offset 0) (many/0.logdata, many/1.logdata, many/2.logdata, "
+            "many/3.logdata, many/4.logdata); give an encrypted show or log file"])
+
+    def test_tells_many_missing_companions_once(self):
+        os.mkdir(self.path("many"))
+        for number in range(4):
+            self.write(f"many/{number}.showdata", self.read("in/opera.showdata"))
+        self.assertEqual(self.said("up", "many", "--out-dir", "out", code=PART_FAILED)[1:], [
+            "4 files: needs its companion, which is not there (many/0.showdata, many/1.showdata, many/2.showdata, "
+            "many/3.showdata); give --companion or --companions, or --show-name NAME"])
+
+    def test_tells_many_unrelated_companions_once(self):
+        os.mkdir(self.path("many"))
+        other = self.encrypt("other", legacy_log(legacy_song_log("2", "Other")))
+        for number in range(4):
+            self.write(f"many/{number}.showdata", self.read("in/opera.showdata"))
+            self.write(f"many/{number}.logdata", self.read(other))
+        self.assertEqual(self.said("up", "many", "--out-dir", "out", code=PART_FAILED)[1].partition(" (")[0],
+                         "8 files: belongs to another show: no song agrees in number and name")
+
     def test_tells_a_problem_of_many_files_once(self):
         self.write_key("key", "key = 01\niv = 02\n")
         said = self.said("up", "in", "-r", "--out-dir", "out", "--key-file", "key", code=PART_FAILED)
@@ -183,7 +224,7 @@ class FailureTest(FolderTest):
     def test_tells_which_input_a_companion_was_for(self):
         self.write("in/opera.logdata", "bad")
         self.assertIn("in/opera.showdata: companion in/opera.logdata: is no show and no log of any version; give an "
-                      "undamaged file", self.said("up", "in", "--out-dir", "out", code=PART_FAILED))
+                      "undamaged file", self.said("up", "in/opera.showdata", "-o", "out", code=BAD_INPUT))
 
 
 class CompanionTest(FolderTest):
