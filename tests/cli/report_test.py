@@ -103,7 +103,7 @@ class ReportTest(FolderTest):
         for command in ("up", "down", "up"):
             self.run_tool(command, "in", "-r", "--in-place", "--report", "up.json")
         self.assertNotEqual(self.files()["in/-q.showdata"], before["in/-q.showdata"])
-        subprocess.run(["sh", "-c", undo_command()], cwd=self.folder, check=False)
+        subprocess.run(["sh", "-c", undo_command()], cwd=self.folder, check=True)
         os.remove(self.path("up.json"))
         self.assertEqual(self.files(), before)
 
