@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "kit/api.h"
+#include "kit/utf8.h"
 
 namespace zuna_toolkit {
 
@@ -18,6 +19,12 @@ ZUNA_API std::string Counted(std::size_t count, const std::string& one, const st
 /// `bytes` as text.
 inline std::string_view AsText(std::span<const std::uint8_t> bytes) {
   return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+/// The number of a song for messages: of a damaged one, which may have 255 bytes of anything, the beginning.
+inline std::string NumberText(const std::string& number) {
+  constexpr std::size_t kMost = 40;  // bytes
+  return number.size() <= kMost ? number : std::string(kit::CutUtf8(number, kMost)) + "...";
 }
 
 /// Adds `text` to the end of `list`, as in "2, 3".

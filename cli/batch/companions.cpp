@@ -9,6 +9,7 @@
 #include "cli/shared/input.h"
 #include "cli/terminal/standard_streams.h"
 #include "kit/path.h"
+#include "toolkit/words.h"
 
 namespace zuna_cli {
 
@@ -45,7 +46,7 @@ std::optional<FoundCompanion> StandIn(const Document& document, const CompanionO
 }
 
 std::string OtherSongText(const CompanionFit::OtherSong& song, const std::string& companion) {
-  const std::string begin = "song " + song.number + " has ";
+  const std::string begin = "song " + zuna_toolkit::NumberText(song.number) + " has ";
   if (song.name != song.companion_name) {
     return begin + "another name in " + companion + ": \"" + song.name + "\", there \"" +
            song.companion_name + '"';

@@ -4,6 +4,7 @@
 #include "cli/shared/json_text.h"
 #include "cli/terminal/text.h"
 #include "toolkit/checking/checking.h"
+#include "toolkit/words.h"
 
 namespace zuna_cli {
 
@@ -20,7 +21,7 @@ std::string_view SeverityText(Severity severity) {
 
 std::string Line(const Finding& finding) {
   std::string text = "  " + std::string(SeverityText(finding.severity)) + ": ";
-  if (!finding.song.empty()) text += "song " + finding.song + ": ";
+  if (!finding.song.empty()) text += "song " + zuna_toolkit::NumberText(finding.song) + ": ";
   text += finding.problem + "; " + finding.remedy;
   return Printable(WithCode(text, CodeText(finding.code))) + '\n';
 }

@@ -11,6 +11,7 @@
 #include "toolkit/midi/file_names.h"
 #include "toolkit/midi/songs.h"
 #include "toolkit/smf/file.h"
+#include "toolkit/words.h"
 
 namespace zuna_cli {
 
@@ -28,7 +29,7 @@ struct MidiExportOptions {
 
 std::string ExportOne(const zuna_midi::SongData& song, const std::string& input, Context& context) {
   zuna_toolkit::midi::Report report;
-  const std::string name = input + ": song " + song.song_number;
+  const std::string name = input + ": song " + zuna_toolkit::NumberText(song.song_number);
   std::string bytes;
   try {
     bytes = smf::Write(zuna_toolkit::midi::ExportSong(song, report));

@@ -3,7 +3,6 @@
 
 #include "cli/shared/nouns.h"
 #include "cli/terminal/text.h"
-#include "kit/utf8.h"
 #include "toolkit/words.h"
 
 namespace zuna_cli {
@@ -117,15 +116,9 @@ std::string DetailText(const Difference& loss) {
   }
 }
 
-/// The beginning of a long number, which would stand in very many lines.
-std::string ShortNumber(const std::string& number) {
-  constexpr std::size_t kMost = 64;  // bytes
-  return number.size() <= kMost ? number : std::string(kit::CutUtf8(number, kMost)) + "...";
-}
-
 /// A loss of the way up that gets a line of its own, without its code; empty for any other.
 std::string OwnText(const Difference& loss) {
-  const std::string song = "song " + ShortNumber(loss.song) + ": ";
+  const std::string song = "song " + zuna_toolkit::NumberText(loss.song) + ": ";
   if (loss.subject == Subject::kBarLabel && loss.action == Action::kCut) {
     return song + "the label at " + std::to_string(loss.place.tick.value_or(0)) + " is cut: " + loss.before +
            " becomes " + loss.after;
@@ -158,7 +151,7 @@ std::string OwnLine(const Difference& loss) {
 }
 
 std::string KindLine(const LossKind& kind, const Difference& first) {
-  const std::string song = first.song.empty() ? "" : "song " + first.song + ": ";
+  const std::string song = first.song.empty() ? "" : "song " + zuna_toolkit::NumberText(first.song) + ": ";
   return WithCode(NotKept(kind.is_up) + CountText(kind) + " (" + song + DetailText(first) + ")", kind.code);
 }
 

@@ -122,7 +122,7 @@ std::string SongsText(const std::vector<std::string>& numbers) {
   constexpr std::size_t kMost = 8;
   std::string list;
   for (std::size_t i = 0; i < std::min(numbers.size(), kMost); ++i) {
-    zuna_toolkit::AppendListed(list, numbers[i]);
+    zuna_toolkit::AppendListed(list, zuna_toolkit::NumberText(numbers[i]));
   }
   if (numbers.size() > kMost) list += " and " + std::to_string(numbers.size() - kMost) + " more";
   return (numbers.size() == 1 ? "song " : "songs ") + list;

@@ -20,5 +20,13 @@ TEST(LowerCase, ChangesLettersOfAsciiOnly) {
   EXPECT_EQ(LowerCase("Opera AZ@[ \xC3\x89.LogData"), "opera az@[ \xC3\x89.logdata");
 }
 
+TEST(NumberText, CutsWhatIsHardlyANumber) {
+  EXPECT_EQ(NumberText("12a"), "12a");
+  EXPECT_EQ(NumberText(std::string(40, '7')), std::string(40, '7'));
+  EXPECT_EQ(NumberText(std::string(41, '7')), std::string(40, '7') + "...");
+  EXPECT_EQ(NumberText(std::string(255, '\xFF')), std::string(40, '\xFF') + "...");
+  EXPECT_EQ(NumberText(std::string(39, '7') + "\xC3\x89"), std::string(39, '7') + "...");
+}
+
 }  // namespace
 }  // namespace zuna_toolkit

@@ -36,10 +36,11 @@ class LimitCheck {
     for (const auto& [number, song] : log.song_logs()) {
       song_ = number;
       CheckText(number, "the number of a song");
-      CheckText(song->song_name, "the name of song " + number);
+      CheckText(song->song_name, "the name of song " + NumberText(number));
       for (const CL::Marker& marker : song->markers->events) {
         if (marker.text.size() <= kMaxText) continue;
-        CheckText(marker.text, "a marker at " + std::to_string(marker.position) + " of song " + number);
+        CheckText(marker.text,
+                  "a marker at " + std::to_string(marker.position) + " of song " + NumberText(number));
       }
     }
   }
@@ -48,7 +49,7 @@ class LimitCheck {
   void CheckSong(const zuna_midi::SongData& song) {
     song_ = song.song_number;
     CheckText(song.song_number, "the number of a song");
-    const std::string where = "song " + song.song_number;
+    const std::string where = "song " + NumberText(song.song_number);
     CheckText(song.song_name, "the name of " + where);
     if (!song.voice_data || !song.timeline) {
       Fail(where + " has no timeline or no voices, and format 0.0 cannot hold such a song", "remove it");
@@ -122,7 +123,7 @@ std::optional<std::string> VoicesProblem(const zuna_midi::VoiceData& voices) {
 Error SongError(const std::string& file, const std::string& number, const Obstacle& obstacle) {
   ErrorParts parts;
   parts.file = file;
-  parts.problem = "song " + number + ": " + obstacle.problem;
+  parts.problem = "song " + NumberText(number) + ": " + obstacle.problem;
   parts.remedy = obstacle.remedy;
   parts.song = number;
   return {obstacle.code, std::move(parts)};

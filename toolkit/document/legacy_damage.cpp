@@ -14,6 +14,7 @@
 #include "format_converter/version0/containers/song_log.h"
 #include "toolkit/document/internal/content.h"
 #include "toolkit/internal/translate.h"
+#include "toolkit/words.h"
 
 namespace zuna_toolkit {
 
@@ -125,7 +126,7 @@ std::uint64_t SizeOf(std::istream& plaintext) {
 std::string SongText(const Reach& reach, const std::string& number) {
   std::string text = "song " + std::to_string(reach.whole_songs + 1);
   if (reach.stated_songs > 0) text += " of " + std::to_string(reach.stated_songs);
-  return number.empty() ? text : text + ", number " + number;
+  return number.empty() ? text : text + ", number " + NumberText(number);
 }
 
 /// What is wrong where reading stops, and in which song.

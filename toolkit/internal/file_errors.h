@@ -6,12 +6,14 @@
 namespace zuna_toolkit {
 
 inline constexpr std::array kFileErrors = {
-    ErrorRow{ErrorCode::kWrongKey,
-             ErrorKind::kWrongKey,
-             {"wrong-key", "the file was encrypted with another key or IV",
-              "it comes from another installation, or the key was changed after it was written",
-              "give the right key file; of several, each is tried",
-              "zuna-convert info FILE --key-file KEY --key-file OLDKEY"}},
+    ErrorRow{
+        ErrorCode::kWrongKey,
+        ErrorKind::kWrongKey,
+        {"wrong-key", "the file was encrypted with another key or IV",
+         "it comes from another installation, or the key was changed after it was written; where one file of "
+         "many fails, damage of its first bytes may look the same",
+         "give the right key file; of several, each is tried",
+         "zuna-convert info FILE --key-file KEY --key-file OLDKEY"}},
     ErrorRow{ErrorCode::kNoKey,
              ErrorKind::kWrongKey,
              {"no-key", "the file is encrypted with a key, and none was given",
