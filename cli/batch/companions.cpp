@@ -55,18 +55,16 @@ std::string OtherSongText(const CompanionFit::OtherSong& song, const std::string
          std::to_string(song.companion_length);
 }
 
-/// `division` is that of the songs that the companion lacks.
-std::vector<Note> NotesOf(const CompanionFit& fit, const std::string& companion, bool is_log,
-                          std::uint16_t division) {
-  std::vector<Note> notes;
+/// `division` is that of the songs that the companion lacks; without one, they are a loss.
+std::vector<std::string> NotesOf(const CompanionFit& fit, const std::string& companion, bool is_log,
+                                 std::uint16_t division) {
+  std::vector<std::string> notes;
   if (is_log && !fit.unknown_songs.empty()) {  // A log need not have all songs of its show.
     const char* are = fit.unknown_songs.size() == 1 ? " is not in " : " are not in ";
-    const std::string becomes = division == 0 ? "stays 0" : "is " + std::to_string(division);
-    notes.push_back(
-        {division == 0, SongsText(fit.unknown_songs) + are + companion + "; the division " + becomes});
+    const std::string given = division == 0 ? "" : "; the division is " + std::to_string(division);
+    notes.push_back(SongsText(fit.unknown_songs) + are + companion + given);
   }
-  for (const CompanionFit::OtherSong& song : fit.other_songs)
-    notes.push_back({false, OtherSongText(song, companion)});
+  for (const CompanionFit::OtherSong& song : fit.other_songs) notes.push_back(OtherSongText(song, companion));
   return notes;
 }
 

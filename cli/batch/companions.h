@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "cli/batch/outcome.h"
 #include "cli/shared/context.h"
 #include "toolkit/batch/inputs.h"
 #include "toolkit/conversion/companion.h"
@@ -37,8 +36,8 @@ bool HasCompanion(const zuna_toolkit::Input& input, const CompanionOptions& opti
 /// The companion of one input.
 struct FoundCompanion {
   zuna_toolkit::Companion companion;
-  std::string path;         ///< of its file; empty where an option stands in for it
-  std::vector<Note> notes;  ///< how its songs differ
+  std::string path;                ///< of its file; empty where an option stands in for it
+  std::vector<std::string> notes;  ///< how its songs differ
 };
 
 /// Finds and reads the companion of `document`, which `input` holds. Throws Failure naming the input:

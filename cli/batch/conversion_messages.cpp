@@ -14,9 +14,7 @@ void TellConversion(const Converted& converted, const zuna_toolkit::Document& be
                     bool is_one_of_many, Outcome& outcome) {
   const std::string& name = before.name();
   outcome.losses = losses.Kinds();
-  for (const Note& note : converted.notes) {
-    outcome.messages.push_back({note.is_loss, NoteLine(name, note.text)});
-  }
+  for (const std::string& note : converted.notes) Say(outcome, name, note);
   for (const std::string& line : is_one_of_many ? losses.HarmfulLines() : losses.Lines()) {
     outcome.messages.push_back({true, NoteLine(name, line)});
   }

@@ -37,9 +37,9 @@ CLI::App* AddConversionCommand(CLI::App& app, Context& context, const std::strin
 /// What became of one document.
 struct Converted {
   zuna_toolkit::Document document;
-  std::string text;         ///< what was done: "0.0 -> 1.2"
-  std::vector<Note> notes;  ///< what else there is to say
-  std::string companion;    ///< the path of the companion that was read; may be empty
+  std::string text;                ///< what was done: "0.0 -> 1.2"
+  std::vector<std::string> notes;  ///< what else there is to say
+  std::string companion;           ///< the path of the companion that was read; may be empty
 };
 
 /// One of the commands.

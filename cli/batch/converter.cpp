@@ -98,7 +98,7 @@ Converter::Result Converter::Make(const Job& job, zuna_toolkit::OpenedFile&& fil
     bytes = Bytes();
     const Losses losses(*document, converted->document, HasReport());
     line.companion = converted->companion;
-    for (const Note& note : converted->notes) line.notes.push_back(note.text);
+    line.notes = converted->notes;
     line.losses = losses.json();
     RequireAccepted(losses, options_, document->name());
     TellConversion(*converted, *document, losses, is_one_of_many_, result.outcome);

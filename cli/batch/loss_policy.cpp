@@ -26,7 +26,7 @@ void RequireAccepted(const Losses& losses, const ConversionOptions& options, con
     refused.push_back(kind);
   }
   if (refused.empty()) return;
-  throw Failure(ErrorCode::kLossRefused, name, "would lose " + KindsText(refused),
+  throw Failure(ErrorCode::kLossRefused, name, "would not be lossless: " + KindsText(refused),
                 "give --accept " + codes + " to let it go, or leave out --fail-on");
 }
 

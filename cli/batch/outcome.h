@@ -20,12 +20,6 @@ enum class Status {
   kFailed,
 };
 
-/// What there is to say about an input besides its losses.
-struct Note {
-  bool is_loss = false;  ///< stays where only errors and losses are printed
-  std::string text;
-};
-
 /// A line on standard error.
 struct Message {
   bool is_loss = false;  ///< stays where only errors and losses are printed

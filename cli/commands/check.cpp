@@ -32,7 +32,9 @@ std::optional<Document> ConvertedForm(const Document& document, const CheckOptio
   if (*version == zuna_toolkit::kLegacyVersion) return zuna_toolkit::Down(document);
   RequireTarget(document.type().kind, *version);
   if (!document.type().is_legacy()) return zuna_toolkit::Convert(document, *version);
-  return zuna_toolkit::Up(document, zuna_toolkit::Companion{}, *version);
+  zuna_toolkit::Companion companion;
+  companion.division = 1;  // Each file is looked at alone: what its show lacks is not told.
+  return zuna_toolkit::Up(document, companion, *version);
 }
 
 /// "opera.showdata: show, version 1.2"

@@ -27,6 +27,9 @@ Noun LossNoun(Subject subject, Action action) {
       return {"caesura with a second word above 1", "caesuras with a second word above 1"};
     case Subject::kEditValue:
       return {"value beyond 8 bits", "values beyond 8 bits"};
+    case Subject::kDivision:
+      if (action == Action::kDefaulted) return {"song without a division", "songs without a division"};
+      return NounOf(subject);
     case Subject::kSong:
       return {"song of a repeated number", "songs of repeated numbers"};
     default:
@@ -43,9 +46,15 @@ std::string CountText(const LossKind& kind) {
   return (kind.count == 1 ? "the exact value of " : "the exact values of ") + count;
 }
 
+/// Whether this is no loss of what a file has: its companion lacks it.
+bool IsLacking(const LossKind& kind) {
+  return kind.subject == Subject::kDivision && kind.action == Action::kDefaulted;
+}
+
 /// The beginning of a line about a loss.
-std::string NotKept(bool is_up) {
-  return is_up ? "the current versions do not keep " : "format 0.0 does not keep ";
+std::string NotKept(const LossKind& kind) {
+  if (IsLacking(kind)) return "";
+  return kind.is_up ? "the current versions do not keep " : "format 0.0 does not keep ";
 }
 
 /// Why a loss of a kind does no harm; empty where it may.
@@ -91,6 +100,7 @@ std::string DetailText(const Difference& loss) {
     case Subject::kShowName:
       return '"' + loss.before + "\"; up takes it from the log";
     case Subject::kDivision:
+      if (loss.action == Action::kDefaulted) return "the show has none; --division gives one";
       return loss.before + "; up takes it from the show";
     case Subject::kFermata:
     case Subject::kAttacca:
@@ -152,7 +162,7 @@ std::string OwnLine(const Difference& loss) {
 
 std::string KindLine(const LossKind& kind, const Difference& first) {
   const std::string song = first.song.empty() ? "" : "song " + zuna_toolkit::NumberText(first.song) + ": ";
-  return WithCode(NotKept(kind.is_up) + CountText(kind) + " (" + song + DetailText(first) + ")", kind.code);
+  return WithCode(NotKept(kind) + CountText(kind) + " (" + song + DetailText(first) + ")", kind.code);
 }
 
 std::string KindsText(const std::vector<LossKind>& kinds) {
@@ -162,7 +172,7 @@ std::string KindsText(const std::vector<LossKind>& kinds) {
 }
 
 std::string TotalLine(const LossKind& kind) {
-  return WithCode(NotKept(kind.is_up) + CountText(kind) + HarmlessText(kind), kind.code);
+  return WithCode(NotKept(kind) + CountText(kind) + HarmlessText(kind), kind.code);
 }
 
 }  // namespace zuna_cli

@@ -525,6 +525,18 @@ class LossTest(FolderTest):
             "2 files: the current versions do not keep 8 bytes after the last song (the music is the same) "
             "[trailing-bytes-dropped]"])
 
+    def test_counts_songs_without_a_division(self):
+        for folder in ("lack", "shows"):
+            os.mkdir(self.path(folder))
+        for name in ("a", "b"):
+            self.encrypt(f"lack/{name}.logdata", legacy_log(*(legacy_song_log(str(n), str(n)) for n in (1, 2, 3))))
+            self.encrypt(f"shows/{name}.showdata", legacy_show(legacy_song("1", "1")))
+        run = ("up", "lack", "--companions", "shows", "--out-dir", "out")
+        self.assertEqual(self.said(*run)[-2:], ["2 files: 2 done (2 with losses), 0 failed", "2 files: 4 songs without a division"])
+        said = self.said(*run, "--force", "--division", "96")
+        self.assertEqual(said[0], "lack/a.logdata: songs 2, 3 are not in shows/a.showdata; the division is 96")
+        self.assertEqual(said[-1], "2 files: 2 done, 0 failed")
+
     def test_tells_every_loss_of_a_single_file(self):
         self.assertEqual(self.said("down", "new/opera.showdata", "-o", "out"), [
             'new/opera.showdata: format 0.0 does not keep 1 show name ("My Show"; up takes it from the log)',
@@ -537,7 +549,7 @@ class LossTest(FolderTest):
 
     def test_refuses_losses_where_asked(self):
         self.refuse("down", "new/opera.showdata", "-o", "out", "--fail-on", "any-loss", code=REFUSED,
-                    message="new/opera.showdata: would lose 1 show name; give --accept "
+                    message="new/opera.showdata: would not be lossless: 1 show name; give --accept "
                             "show-name-dropped to let it go, or leave out --fail-on")
         self.run_tool("down", "new", "--out-dir", "out", "--fail-on", "any-loss", "--accept",
                       "show-name-dropped,division-dropped")
@@ -548,10 +560,10 @@ class LossTest(FolderTest):
         self.assertEqual(self.written("out"), ["out/opera.logdata", "out/opera.showdata"])
         self.encrypt("odd.showdata", legacy_show(legacy_song(labels=((0, "Epilogue"),))) + b"tail")
         self.refuse("up", "odd.showdata", "-o", "other", "--show-name", "X", "--fail-on", "loss", code=REFUSED,
-                    message="odd.showdata: would lose 1 whole bar label; give --accept bar-label-cut to let it go, or leave "
+                    message="odd.showdata: would not be lossless: 1 whole bar label; give --accept bar-label-cut to let it go, or leave "
                             "out --fail-on")
         self.refuse("up", "odd.showdata", "-o", "other", "--show-name", "X", "--fail-on", "any-loss", code=REFUSED,
-                    message="odd.showdata: would lose 1 whole bar label, 4 bytes after the last song; give --accept "
+                    message="odd.showdata: would not be lossless: 1 whole bar label, 4 bytes after the last song; give --accept "
                             "bar-label-cut,trailing-bytes-dropped to let it go, or leave out --fail-on")
 
 

@@ -71,13 +71,22 @@ class UpTest(WithLogs):
         self.encrypt("other", legacy_show(legacy_song("2", "Zwei"), legacy_song("3", "Three")))
         done = self.run_tool("up", "old.log", "-o", "out", "--companion", "other", "--any-companion")
         self.assertEqual(done.stderr.decode().splitlines(), [
-            "zuna-convert: old.log: song 10 is not in other; the division stays 0",
+            "zuna-convert: old.log: song 10 is not in other",
             'zuna-convert: old.log: song 2 has another name in other: "Two", there "Zwei"',
-            "zuna-convert: old.log: 2 songs, 6 edits, 0.0 -> 1.2, divisions from other, lossless",
+            "zuna-convert: old.log: 1 song without a division (song 10: the show has none; --division gives one) "
+            "[division-defaulted]",
+            "zuna-convert: old.log: 2 songs, 6 edits, 0.0 -> 1.2, divisions from other",
         ])
         self.assertEqual([song["division"] for song in self.log_document("out")["songLogs"]], [0, 480])
         done = self.run_tool("up", "old.log", "-o", "out", "--companion", "other", "--any-companion", "--force", "-q")
-        self.assertEqual(done.stderr, b"zuna-convert: old.log: song 10 is not in other; the division stays 0\n")
+        self.assertEqual(done.stderr, b"zuna-convert: old.log: 1 song without a division (song 10: the show has none; "
+                                      b"--division gives one) [division-defaulted]\n")
+        for fail_on in ("loss", "any-loss"):
+            self.refuse("up", "old.log", "-o", "out2", "--companion", "other", "--any-companion", "--fail-on", fail_on,
+                        code=REFUSED, message="old.log: would not be lossless: 1 song without a division; give --accept "
+                                              "division-defaulted to let it go, or leave out --fail-on")
+        self.run_tool("up", "old.log", "-o", "out2", "--companion", "other", "--any-companion", "--fail-on", "loss",
+                      "--accept", "division-defaulted")
         self.assertIn(b"song 10: the division is 0; convert the legacy log again with its show, or set the division "
                       b"[division-unknown]", self.run_tool("check", "out").stdout)
 

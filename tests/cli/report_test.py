@@ -114,8 +114,9 @@ class ReportTest(FolderTest):
         self.run_tool("up", "in", "-qq", "--out-dir", "out", "--report", "report")
         log, show = self.lines()
         self.assertEqual(log["notes"], [
-            "song 4 is not in in/opera.showdata; the division stays 0",
+            "song 4 is not in in/opera.showdata",
             'song 3 has another name in in/opera.showdata: "Drei", there "Three"'])
+        self.assertEqual([(loss["code"], loss["song"]) for loss in log["losses"]], [("division-defaulted", "4")])
         self.assertEqual(show["notes"], ['song 3 has another name in in/opera.logdata: "Three", there "Drei"'])
         self.run_tool("down", "out/opera.showdata", "-o", "old", "--report", "report")
         self.assertEqual(self.lines()[-1]["notes"], [])

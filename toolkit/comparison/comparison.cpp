@@ -36,6 +36,19 @@ void RequireParts(const Document& document) {
   }
 }
 
+/// A legacy log holds no divisions, and not every companion has them all.
+void AddUnknownDivisions(const CL::ChangeLog& log, const DifferenceSink& sink) {
+  for (const auto& [number, song] : log.song_logs()) {
+    if (song->division != 0) continue;
+    Difference difference;
+    difference.subject = Subject::kDivision;
+    difference.action = Action::kDefaulted;
+    difference.song = number;
+    difference.after = std::to_string(song->division);
+    sink(difference);
+  }
+}
+
 /// The losses of a conversion are those between both forms of one document.
 void RequireTwoForms(const Document& legacy, const Document& current) {
   RequireLegacy(legacy.type(), legacy.name());
@@ -108,6 +121,7 @@ void LossesOfUp(const Document& legacy, const Document& current, const Differenc
     trailing_bytes = show->trailing_bytes;
   } else {
     // The current model has a place for every field of a legacy log.
+    AddUnknownDivisions(*current.As<CL::ChangeLog>(), sink);
     replaced_songs = legacy.As<LegacyLog>()->replaced_songs;
     replaced_sequences = legacy.As<LegacyLog>()->replaced_sequences;
   }

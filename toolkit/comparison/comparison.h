@@ -33,10 +33,10 @@ ZUNA_API std::vector<Difference> Compare(const Document& before, const Document&
 /// up. Throws Error (kBadInput) where that conversion fails, and where the two are not forms of one document.
 ZUNA_API void LossesOfDown(const Document& current, const Document& legacy, const DifferenceSink& sink);
 
-/// What `legacy` loses in `current`, which Up() made of it: what of its songs does not come back down, and
-/// what its file has besides. A channel in a status counts where the voice has another one. Tempos and meters
-/// that are in disorder are compared by their times, microseconds and signatures. Throws Error (kBadInput)
-/// where the two are not forms of one document.
+/// What `legacy` loses in `current`, which Up() made of it: what of its songs does not come back down,
+/// what its file has besides, and songs of a log that get no division. A channel in a status counts where the
+/// voice has another one. Tempos and meters that are in disorder are compared by their times, microseconds
+/// and signatures. Throws Error (kBadInput) where the two are not forms of one document.
 ZUNA_API void LossesOfUp(const Document& legacy, const Document& current, const DifferenceSink& sink);
 
 /// Whether a loss of this kind does no harm: the music is the same without it, or `up` brings it back out of

@@ -101,6 +101,10 @@ constexpr Explanation kLosses[] = {
      "in format 0.0 the division of a song stands in the show alone",
      "keep its show too: up takes the division from it",
      "zuna-convert up LOG -o OUT --companion SHOW\nzuna-convert up LOG -o OUT --division 480"},
+    {"division-defaulted", "a song of a log gets the division 0",
+     "a legacy log holds no divisions, and the show that gives them lacks the song",
+     "convert the log with its own show, or give the division",
+     "zuna-convert up LOG -o OUT --companion SHOW\nzuna-convert up LOG -o OUT --division 480"},
     {"edit-label-dropped", "format 0.0 holds no labels of edits", "format 0.0 is older than labels",
      "keep the original log", "zuna-convert check FILE --to 0.0"},
     {"edit-value-cut", "the value of an edit keeps its low 8 bits",
@@ -118,12 +122,13 @@ constexpr Explanation kLosses[] = {
 bool IsHarmless(const Difference& loss) {
   switch (loss.subject) {
     case Subject::kShowName:
-    case Subject::kDivision:
     case Subject::kTimelineName:
     case Subject::kReservedField:
     case Subject::kDeltaTime:
     case Subject::kTrailingBytes:
       return true;
+    case Subject::kDivision:
+      return loss.action == Action::kDropped;
     case Subject::kVoice:
       return loss.action == Action::kReordered;
     case Subject::kTempo:

@@ -29,7 +29,7 @@ struct Companion {
   std::string name;            ///< what messages call it
   std::string show_name;       ///< empty for a legacy show
   Songs songs;                 ///< of a show or a log
-  std::uint16_t division = 0;  ///< of the songs that it does not have; ticks of a quarter note
+  std::uint16_t division = 0;  ///< of the songs that it has none for; ticks of a quarter note
 };
 
 /// What `document` tells as a companion.

@@ -68,8 +68,8 @@ Document UpLog(const LegacyLog& legacy, const std::string& name, const Companion
   CL::ChangeLog log = legacy.log.get_version_1_0();
   for (const auto& [number, song] : log.song_logs()) {
     const auto found = companion.songs.find(number);
-    const bool is_known = found != companion.songs.end() && found->second.division;
-    song->division = is_known ? *found->second.division : companion.division;
+    const std::uint16_t known = found == companion.songs.end() ? 0 : found->second.division.value_or(0);
+    song->division = known == 0 ? companion.division : known;
   }
   return {std::move(log), version, name};
 }

@@ -65,5 +65,17 @@ TEST(LogLosses, OfTheWayUpAreWhatTheFileHasBesides) {
               ElementsAre("song-replaced:  ->  x2", "sequence-replaced:  ->  x3"));
 }
 
+TEST(LogLosses, OfTheWayUpAreTheDivisionsThatTheShowLacks) {
+  CL::ChangeLog log;
+  for (const char* number : {"1", "2", "3"}) AddSong(log, number);
+  const Document legacy(LegacyLog{version0::ChangeLogV0(log)}, {}, "log");
+  Companion companion;
+  companion.songs["2"].division = 480;
+  companion.songs["3"].division = 0;
+  const Document current = Up(legacy, companion, {1, 2});
+  EXPECT_THAT(zuna_test::Collected([&](const auto& sink) { LossesOfUp(legacy, current, sink); }),
+              ElementsAre("song 1: division-defaulted:  -> 0", "song 3: division-defaulted:  -> 0"));
+}
+
 }  // namespace
 }  // namespace zuna_toolkit

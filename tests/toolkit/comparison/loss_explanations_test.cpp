@@ -64,6 +64,7 @@ void AddOddDocuments(Codes& codes) {
   song_log->caesuras->events.emplace_back(0U, "").second_word = 1;
   log.AddSongLog(song_log);
   AddCodes({log, {1, 2}, "log"}, codes);
+  AddCodes({LegacyLog{version0::ChangeLogV0(log)}, {}, "log"}, codes);
 }
 
 std::set<std::string> ExplainedCodes() {

@@ -242,7 +242,9 @@ TEST(UpLossesProperty, AreNoneForLogs) {
   std::mt19937 random(5);
   for (int round = 0; round < 100; ++round) {
     const Document legacy(LegacyLog{zuna_test::RandomLegacyLog(random)}, {}, "log");
-    const Document current = CurrentForm(legacy);
+    Companion companion;
+    companion.division = 480;
+    const Document current = Up(legacy, companion, {1, 2});
     const version0::ChangeLogV0 back(*current.As<CL::ChangeLog>());
     EXPECT_EQ(zuna_test::Written(back), zuna_test::Written(legacy.As<LegacyLog>()->log)) << round;
     LossesOfUp(legacy, current, [&](const Difference& difference) {

@@ -82,11 +82,13 @@ TEST(Companions, GiveDivisionsToTheSongsOfALog) {
   Companion companion;
   companion.songs["2"].division = 480;
   companion.songs["3"].division = std::nullopt;
+  companion.songs["4"].division = 0;
   companion.division = 96;
-  const Document up = Up(LegacyLogOf({"1", "2", "3"}), companion, {1, 2});
+  const Document up = Up(LegacyLogOf({"1", "2", "3", "4"}), companion, {1, 2});
   EXPECT_EQ(up.As<CL::ChangeLog>()->GetSongLog("1")->division, 96);
   EXPECT_EQ(up.As<CL::ChangeLog>()->GetSongLog("2")->division, 480);
   EXPECT_EQ(up.As<CL::ChangeLog>()->GetSongLog("3")->division, 96);
+  EXPECT_EQ(up.As<CL::ChangeLog>()->GetSongLog("4")->division, 96);
 }
 
 TEST(CompanionFit, NamesTheSongsThatDiffer) {
