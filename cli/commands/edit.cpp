@@ -12,6 +12,7 @@
 #include "cli/shared/input.h"
 #include "cli/terminal/editor.h"
 #include "cli/terminal/standard_streams.h"
+#include "cmn/file_format.h"
 #include "toolkit/document/text_form.h"
 
 namespace zuna_cli {
@@ -20,13 +21,23 @@ namespace {
 
 using zuna_toolkit::Document;
 
+/// A text of another kind or version has other keys, so that is told before it is read.
+void RequireSameType(const std::string& text, const Document& before) {
+  std::istringstream is(text);
+  const cmn::StatedType stated = cmn::StatedInText(is);
+  const std::string kind(cmn::KindText(before.type().kind));
+  const std::string version = cmn::VersionText(before.type().version);
+  if (stated.kind.value_or(kind) == kind && stated.version.value_or(version) == version) return;
+  throw Failure(ErrorCode::kTextError, before.name(),
+                "is " + TypeText(before.type()) + ", and the text states \"" + stated.kind.value_or(kind) +
+                    "\" and \"" + stated.version.value_or(version) + '"',
+                "leave \"kind\" and \"fileVersion\" as they are");
+}
+
 /// The document that the edited text holds. Throws zuna_toolkit::Error or Failure.
 Document ReadEdited(const std::string& text, const Document& before) {
-  Document edited = zuna_toolkit::ReadTextForm(text, before.name());
-  if (edited.type() == before.type()) return edited;
-  throw Failure(ErrorCode::kTextError, before.name(),
-                "is " + TypeText(before.type()) + ", and the text states " + TypeText(edited.type()),
-                "leave \"kind\" and \"fileVersion\" as they are");
+  RequireSameType(text, before);
+  return zuna_toolkit::ReadTextForm(text, before.name());
 }
 
 /// Whether the user, who is asked on a terminal, wants to go on editing.

@@ -70,6 +70,21 @@ class Dump(TextFormTest):
                     message="text: exists; give --force to replace it, or another output")
 
 
+    def test_is_named_where_its_text_is_given(self):
+        for version in ("0.0", "1.2"):
+            for kind in KINDS:
+                self.run_tool("dump", f"{version}.{kind}", "-o", "text")
+                self.refuse("info", "text", code=BAD_INPUT,
+                            message=f"text: is plain text of version {version}; use build first")
+                self.refuse("encrypt", "text", "-o", "out", code=BAD_INPUT,
+                            message=f"text: is plain text of version {version}; use build")
+                os.remove(self.path("text"))
+        self.run_tool("convert", "1.2.showdata", "-o", "2.0", "--to", "2.0")
+        self.run_tool("dump", "2.0", "-o", "text")
+        self.refuse("info", "text", code=BAD_INPUT, message="text: is plain text; use encrypt first")
+        self.run_tool("encrypt", "text", "-o", "out")
+
+
 class Build(TextFormTest):
     def test_gives_another_version(self):
         text = self.dump("1.2.logdata")
@@ -146,10 +161,15 @@ class Edit(TextFormTest):
         self.assertIn(b'"songNam"', self.read(kept))
 
     def test_keeps_kind_and_version(self):
-        self.editor("sed -i 's/\"1.2\"/\"1.1\"/' \"$1\"\n")
-        done = self.run_tool("edit", "1.2.showdata", code=BAD_INPUT)
-        self.assertIn("1.2.showdata: is a show of version 1.2, and the text states a show of version 1.1; "
-                      'leave "kind" and "fileVersion" as they are [text-error]', done.stderr.decode())
+        for name, change, stated in (("1.2.showdata", 's/"1.2"/"1.1"/', '"showdata" and "1.1"'),
+                                     ("0.0.showdata", 's/"0.0"/"1.2"/', '"showdata" and "1.2"'),
+                                     ("1.2.logdata", 's/"1.2"/"0.0"/', '"logdata" and "0.0"'),
+                                     ("1.2.logdata", 's/"logdata"/"showdata"/', '"showdata" and "1.2"')):
+            self.editor(f"sed -i '{change}' \"$1\"\n")
+            version, kind = name[:3], name[4:-4]
+            done = self.run_tool("edit", name, code=BAD_INPUT)
+            self.assertIn(f"{name}: is a {kind} of version {version}, and the text states {stated}; "
+                          'leave "kind" and "fileVersion" as they are [text-error]', done.stderr.decode())
 
     def test_does_not_replace_what_changed_meanwhile(self):
         self.editor(f"cp '{self.path('0.0.showdata')}' '{self.path('1.2.showdata')}'; sed -i s/Greensleeves/Changed/ \"$1\"\n")

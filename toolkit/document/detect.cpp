@@ -88,6 +88,17 @@ bool BeginsLikeTextForm(std::string_view text) {
   return first != std::string_view::npos && text[first] == cmn::kTextFormStart;
 }
 
+std::string VersionForBuild(std::string_view text) {
+  constexpr cmn::FileVersion kEncryptedAsItIs{2, 0};
+  if (!text.starts_with(cmn::kTextFormStart)) return "";
+  std::istringstream stream{std::string(text.substr(0, kTextFormProbe))};
+  const auto version = cmn::ParseVersion(cmn::StatedInText(stream).version.value_or(""));
+  if (!version || version == kEncryptedAsItIs) return "";
+  const auto known = cmn::SupportedVersions(cmn::FileKind::kShow);  // Logs have no others.
+  const bool is_known = std::find(known.begin(), known.end(), *version) != known.end();
+  return is_known || version == kLegacyVersion ? cmn::VersionText(*version) : "";
+}
+
 ErrorCode DataCodeOf(std::istream& stream) {
   return BeginsLikeTextForm(StartOf(stream, kTextFormProbe)) ? ErrorCode::kTextError : ErrorCode::kBadContent;
 }
@@ -128,6 +139,9 @@ FileType Detect(OpenedFile& file) {
 
 void RequireCorrectText(std::span<const std::uint8_t> plaintext, const std::string& name) {
   if (!BeginsLikeTextForm(AsText(plaintext.first(std::min(plaintext.size(), kTextFormProbe))))) return;
+  if (const std::string version = VersionForBuild(AsText(plaintext)); !version.empty()) {
+    throw Error(ErrorCode::kTextError, name, "is plain text of version " + version, "use build");
+  }
   std::istringstream stream{std::string(AsText(plaintext))};
   OnFile(name, [&] {
     try {

@@ -33,6 +33,9 @@ PlainKind PlainKindOf(std::string_view text) {
   for (const cmn::FileKind kind : {cmn::FileKind::kShow, cmn::FileKind::kLog}) {
     if (text.starts_with(cmn::BinaryMagic(kind))) return {"is a plain " + std::string(cmn::KindName(kind))};
   }
+  if (const std::string version = VersionForBuild(text); !version.empty()) {
+    return {"is plain text of version " + version, "use build first"};
+  }
   if (BeginsLikeTextForm(text)) return {"is plain text"};
   return {"", ""};
 }

@@ -36,8 +36,9 @@ inline constexpr std::array kFileErrors = {
     ErrorRow{ErrorCode::kPlainFile,
              ErrorKind::kBadInput,
              {"plain-file", "the file is a show, a log or a text that is not encrypted",
-              "decrypt wrote it, or another program that does not encrypt", "use encrypt first",
-              "zuna-convert encrypt FILE -o OUT"}},
+              "decrypt or dump wrote it, or another program that does not encrypt",
+              "use encrypt first, or build for the text that dump wrote",
+              "zuna-convert encrypt FILE -o OUT\nzuna-convert build TEXT.json -o OUT"}},
     ErrorRow{ErrorCode::kMidiFile,
              ErrorKind::kBadInput,
              {"midi-file", "the file is a MIDI file, not an encrypted one",
@@ -82,7 +83,9 @@ inline constexpr std::array kFileErrors = {
              {"text-error", "a text form is not correct",
               "a comma, a quotation mark or a brace is missing, a key is misspelled, or a number is out of "
               "range; the message names the place",
-              "correct the text", "zuna-convert encrypt TEXT.json -o OUT"}},
+              "correct the text",
+              "zuna-convert encrypt TEXT.json -o OUT\nzuna-convert build TEXT.json -o OUT\nzuna-convert edit "
+              "FILE"}},
     ErrorRow{ErrorCode::kUnsupportedVersion,
              ErrorKind::kBadInput,
              {"unsupported-version", "the file is of a version that this release does not know",

@@ -22,6 +22,10 @@ std::string StartOf(std::istream& stream, std::size_t size);
 /// space. The text form itself allows neither.
 bool BeginsLikeTextForm(std::string_view text);
 
+/// The version that a text form states, where build makes the file of it: every one but 2.0, whose text is
+/// encrypted as it is. Empty for any other text, and where the version stands far behind the beginning.
+std::string VersionForBuild(std::string_view text);
+
 /// The code of an error in the content of a current file: kTextError for a text form, kBadContent for
 /// another. The stream is at its beginning then.
 ErrorCode DataCodeOf(std::istream& stream);
