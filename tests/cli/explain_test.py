@@ -21,7 +21,7 @@ class ExplainTest(ToolTest):
                          "  zuna-convert info FILE --key-file KEY --key-file OLDKEY\n")
         self.assertRegex(self.explained("cut-off"), r"^cut-off \(error\): .+\nWhy: .+\nWhat to do: .+\n$")
         self.assertRegex(self.explained("tempo-zero"),
-                         r"^tempo-zero \(finding\): .+\nWhy: .+\nWhat to do: .+\n  zuna-convert up FILE -o TEXT --to 2.0\n")
+                         r"^tempo-zero \(finding\): .+\nWhy: .+\nWhat to do: .+\n  zuna-convert edit FILE\n$")
 
     def test_has_commands_that_are_right(self):
         self.environment["PATH"] = f"{os.path.dirname(os.path.abspath(TOOL))}:{self.environment['PATH']}"
