@@ -218,6 +218,35 @@ class ReportTest(FolderTest):
         read = subprocess.run(["sh", "-c", command], cwd=self.folder, check=False, capture_output=True).stdout
         self.assertEqual([json.loads(line) for line in read.splitlines()], [json.loads(lines[0])])
 
+    def shell(self, page, *parts):
+        """What the commands of a page print that contain these parts, line by line."""
+        lines = (pathlib.Path(__file__).parents[2] / "docs" / page).read_text().splitlines()
+        said = []
+        for part in parts:
+            command, = (line for line in lines if part in line)
+            done = subprocess.run(["sh", "-c", command], cwd=self.folder, check=True, capture_output=True)
+            said += done.stdout.decode(errors="replace").splitlines()
+        return said
+
+    @unittest.skipUnless(shutil.which("jq"), "there is no jq here")
+    def test_is_summed_up_as_the_documentation_says(self):
+        for name in (b"\xff.showdata", b"\xfe.showdata"):  # the same text in JSON
+            with open(os.path.join(os.fsencode(self.path("in")), name), "wb") as file:
+                file.write(b"bad" if name[0] == 0xFF else self.read("in/opera.showdata"))
+        run = ("up", "in", "--show-name", "X", "--out-dir", "out", "--report", "up.json")
+        self.run_tool(*run, "--key-file", "none", code=IO)
+        self.run_tool(*run, code=PART_FAILED)
+        failed, = self.shell("scripts.md", '"\\(.error.code)\\t')
+        self.assertRegex(failed, r"^not-encrypted\tin/.*\.showdata: is not an encrypted file of this kind")
+        os.rename(self.path("up.json"), self.path("up-1.json"))
+        self.write("up-2.json", self.read("up-1.json").splitlines(keepends=True)[0] + b'{"schemaVersion": 1, "st')
+        self.assertEqual(self.shell("many-machines.md", "fromjson?' \"$f\""), [])
+        self.assertEqual([line.split() for line in self.shell("many-machines.md", "uniq -c")], [["3", "done"], ["1", "failed"]])
+        self.assertEqual(len(self.shell("many-machines.md", '"failed") | .error.message')), 1)
+        self.write("up-2.json", self.read("up-1.json").splitlines(keepends=True)[0])
+        aborted, = self.shell("many-machines.md", '"aborted"')
+        self.assertRegex(aborted, "^none: ")
+
     def test_keeps_the_line_of_finished_work_as_the_last_one(self):
         run = ("up", "in", "--in-place", "--report", "report")
         self.run_tool(*run)
