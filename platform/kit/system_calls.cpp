@@ -27,7 +27,7 @@ const char* Remedy(int error) {
     case EACCES:
     case EPERM:
     case EROFS:
-      return "check the permissions, or choose another folder";
+      return "check the permissions, or give another path";
     case EMFILE:
     case ENFILE:
       return "close other files or programs, or raise the limit of open files";

@@ -259,7 +259,7 @@ TEST(WriteFile, AProtectedFileIsNotReplaced) {
   }
   EXPECT_EQ(message,
             folder / "file" +
-                ": cannot be written: Permission denied; check the permissions, or choose another folder");
+                ": cannot be written: Permission denied; check the permissions, or give another path");
   EXPECT_EQ(zuna_test::FileText(folder / "file"), "old");
   EXPECT_EQ(folder.Names(), Names{"file"});
 }
