@@ -96,6 +96,22 @@ class Search {
   std::vector<Input> found_;
 };
 
+/// FNV-1a of 64 bits. Its low bits depend on the low bits of the bytes alone.
+std::uint64_t Fnv1a(std::string_view text) {
+  constexpr std::uint64_t kOffsetBasis = 0xcbf29ce484222325;
+  constexpr std::uint64_t kPrime = 0x100000001b3;
+  std::uint64_t hash = kOffsetBasis;
+  for (const char byte : text) hash = (hash ^ static_cast<std::uint8_t>(byte)) * kPrime;
+  return hash;
+}
+
+/// The last step of SplitMix64: every bit depends on all bits of `hash`.
+std::uint64_t Mixed(std::uint64_t hash) {
+  hash = (hash ^ (hash >> 30)) * 0xbf58476d1ce4e5b9;
+  hash = (hash ^ (hash >> 27)) * 0x94d049bb133111eb;
+  return hash ^ (hash >> 31);
+}
+
 }  // namespace
 
 std::vector<Input> FindInputs(const std::vector<std::string>& paths, const FolderSearch& search) {
@@ -119,11 +135,8 @@ std::optional<std::string> OtherKindPath(const std::string& path) {
 }
 
 bool IsInShard(std::string_view path, const Shard& shard) {
-  constexpr std::uint64_t kOffsetBasis = 0xcbf29ce484222325;
-  constexpr std::uint64_t kPrime = 0x100000001b3;
-  std::uint64_t hash = kOffsetBasis;
-  for (const char byte : path) hash = (hash ^ static_cast<std::uint8_t>(byte)) * kPrime;
-  return hash % shard.count == shard.index - 1;
+  const std::string normal = std::filesystem::path(path).lexically_normal().string();
+  return Mixed(Fnv1a(normal)) % shard.count == shard.index - 1;
 }
 
 }  // namespace zuna_toolkit

@@ -95,18 +95,38 @@ TEST(OtherKindPath, HasTheSameStem) {
   EXPECT_EQ(OtherKindPath("-"), std::nullopt);
 }
 
-// The hashes of the empty text, "a" and "foobar" are published with the algorithm.
-TEST(Shard, FollowsThePublishedHash) {
-  const auto shard_of = [](std::string_view path, std::uint64_t count) {
-    for (std::uint64_t index = 1; index <= count; ++index) {
-      if (IsInShard(path, {index, count})) return index - 1;
-    }
-    return count;
-  };
+/// The index from 0 of the shard that has `path`; `count` where none has it.
+std::uint64_t ShardOf(std::string_view path, std::uint64_t count) {
+  for (std::uint64_t index = 1; index <= count; ++index) {
+    if (IsInShard(path, {index, count})) return index - 1;
+  }
+  return count;
+}
+
+// FNV-1a of "a" is 0xaf63dc4c8601ec8c and of "foobar" 0x85944171f73967e8, as published with it.
+TEST(Shard, FollowsTheMixedHash) {
   constexpr std::uint64_t kCount = 1000;
-  EXPECT_EQ(shard_of("", kCount), 0xcbf29ce484222325 % kCount);
-  EXPECT_EQ(shard_of("a", kCount), 0xaf63dc4c8601ec8c % kCount);
-  EXPECT_EQ(shard_of("foobar", kCount), 0x85944171f73967e8 % kCount);
+  EXPECT_EQ(ShardOf("a", kCount), 0x02c0bdbf481420f8 % kCount);
+  EXPECT_EQ(ShardOf("foobar", kCount), 0x404da9e3b74078c2 % kCount);
+}
+
+TEST(Shard, IsThatOfEverySpelling) {
+  EXPECT_EQ(ShardOf("./a", 1000), ShardOf("a", 1000));
+  EXPECT_EQ(ShardOf("b//.././a", 1000), ShardOf("a", 1000));
+}
+
+TEST(Shard, HasAboutAsManyPathsAsTheOthers) {
+  for (const std::uint64_t count : {2U, 4U, 16U, 64U}) {
+    std::vector<int> paths(count + 1);
+    for (int i = 0; i < 1000; ++i) {
+      const std::string name = "p" + std::to_string(i);
+      ++paths.at(ShardOf(name + "/" + name + ".showdata", count));
+    }
+    for (std::uint64_t shard = 0; shard < count; ++shard) {
+      EXPECT_GT(paths[shard] * static_cast<int>(count), 500) << shard << " of " << count;
+      EXPECT_LT(paths[shard] * static_cast<int>(count), 2000) << shard << " of " << count;
+    }
+  }
 }
 
 TEST(Shard, HasEveryPathOnce) {
