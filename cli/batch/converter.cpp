@@ -56,6 +56,7 @@ Outcome Converter::operator()(const Job& job) const {
 
 Outcome Converter::Convert(const Job& job, ReportLine& line) const {
   if (!job.same_as.empty()) {
+    if (options_.outputs.in_place) line.output = line.path;  // and not the file that a link leads to
     Outcome outcome =
         Passed(job.input.path, "is the same file as " + job.same_as + ", and is passed over", line);
     if (job.same_as == job.input.path) outcome.report.clear();  // That line would hide the other one.

@@ -47,15 +47,22 @@ std::string CheckWorkers(const std::string& text) {
 
 std::string CheckProgress(const std::string& text) { return text == "json" ? "" : "its value is json"; }
 
-/// The paths of the list, without empty ones.
+/// The paths of the list, without empty ones. Lines may be those of another system, with a byte order mark
+/// and CR at their ends.
 std::vector<std::string> ReadList(const InputOptions& options) {
   const std::vector<std::uint8_t> bytes = ReadInput(options.files_from, kMaxList);
   std::string_view text = zuna_toolkit::AsText(bytes);
   const char separator = options.separated_by_nul ? '\0' : '\n';
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  if (!options.separated_by_nul && text.starts_with(kByteOrderMark)) {
+    text.remove_prefix(kByteOrderMark.size());
+  }
   std::vector<std::string> paths;
   while (!text.empty()) {
     const std::size_t end = std::min(text.find(separator), text.size());
-    if (end > 0) paths.emplace_back(text.substr(0, end));
+    std::string_view path = text.substr(0, end);
+    if (!options.separated_by_nul && path.ends_with('\r')) path.remove_suffix(1);
+    if (!path.empty()) paths.emplace_back(path);
     text.remove_prefix(std::min(end + 1, text.size()));
   }
   return paths;
@@ -145,6 +152,10 @@ std::vector<zuna_toolkit::Input> CollectInputs(const InputOptions& options, cons
                   "give --companions DIR");
   }
   if (!found.empty()) return found;
+  if (paths.empty()) {
+    throw Failure(ErrorCode::kNothingMatched, InputName(options.files_from), "names no file",
+                  "give a list with a file in each line");
+  }
   throw Failure(ErrorCode::kNothingMatched, Where(paths),
                 "has no show and no log in a file whose name ends in \".showdata\" or \".logdata\"",
                 "give other files or folders, or -r for the folders below");

@@ -76,9 +76,9 @@ std::string AsText(const Document& document, const Findings& findings, const Los
   return text;
 }
 
-std::string AsJson(const Document& document, const Findings& findings, const Losses* losses,
-                   const CheckOptions& options) {
-  std::string json = "{\"schemaVersion\": 1, " + PathJson("path", document.name()) + ", \"kind\": \"" +
+std::string AsJson(const std::string& path, const Document& document, const Findings& findings,
+                   const Losses* losses, const CheckOptions& options) {
+  std::string json = "{\"schemaVersion\": 1, " + PathJson("path", path) + ", \"kind\": \"" +
                      std::string(cmn::KindName(document.type().kind)) + "data\", \"fileVersion\": \"" +
                      cmn::VersionText(document.type().version) + "\", \"findings\": [" + findings.Json() +
                      "]";
@@ -109,7 +109,7 @@ Outcome CheckOne(const std::string& path, const CheckOptions& options, const Key
   if (losses) outcome.losses = losses->Kinds();
   outcome.is_negative = findings.has_errors();
   const Losses* told = losses ? &*losses : nullptr;
-  outcome.text = options.json ? AsJson(document, findings, told, options)
+  outcome.text = options.json ? AsJson(path, document, findings, told, options)
                               : AsText(document, findings, told, options, detail);
   return outcome;
 }

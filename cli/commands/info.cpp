@@ -20,7 +20,7 @@ struct InfoOptions {
 std::string InfoOf(const std::string& path, const Keys& keys, bool json) {
   zuna_toolkit::OpenedFile file = OpenInput(path, keys).file;
   const zuna_toolkit::Document document = zuna_toolkit::ReadDocument(file);
-  return json ? InfoJson(document) + '\n' : InfoText(document);
+  return json ? InfoJson(document, path) + '\n' : InfoText(document);
 }
 
 void RunInfo(const InfoOptions& options, Context& context) {

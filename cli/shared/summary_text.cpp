@@ -143,9 +143,9 @@ std::string InfoText(const Document& document) {
   return text;
 }
 
-std::string InfoJson(const Document& document) {
+std::string InfoJson(const Document& document, const std::string& path) {
   const Summary summary = zuna_toolkit::SummariseWhole(document);
-  std::string json = "{\"schemaVersion\": 1, " + PathJson("path", document.name()) + ", \"kind\": \"" +
+  std::string json = "{\"schemaVersion\": 1, " + PathJson("path", path) + ", \"kind\": \"" +
                      std::string(cmn::KindName(document.type().kind)) + "data\", \"fileVersion\": \"" +
                      cmn::VersionText(document.type().version) +
                      "\", \"showName\": " + (summary.show_name ? JsonString(*summary.show_name) : "null");

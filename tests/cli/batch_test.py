@@ -39,8 +39,17 @@ class InputsTest(FolderTest):
                                  [paths[0], paths[2]])
         self.write("list", "")
         self.refuse("info", "--files-from", "list", code=NOTHING_MATCHED,
-                    message='command line: has no show and no log in a file whose name ends in ".showdata" or '
-                            '".logdata"; give other files or folders, or -r for the folders below')
+                    message="list: names no file; give a list with a file in each line")
+        self.refuse("info", "--files-from", "-", stdin=b"\r\n\n", code=NOTHING_MATCHED,
+                    message="standard input: names no file; give a list with a file in each line")
+
+    def test_takes_a_list_from_another_system(self):
+        self.write("list", "\ufeffin/opera.showdata\r\nin/below/gala.showdata\r\n")
+        shown = self.run_tool("list", "--files-from", "list").stdout.decode()
+        self.assertEqual(len(shown.splitlines()), 2)
+        os.rename(self.path("in/opera.showdata"), self.path("in/opera\r"))  # a name that only -0 can tell
+        self.write("list", "in/opera\r\0")
+        self.run_tool("info", "--files-from", "list", "-0")
 
     def test_takes_whatever_is_named(self):
         os.rename(self.path("in/opera.showdata"), self.path("in/.opera"))
@@ -382,7 +391,8 @@ class OutputsTest(FolderTest):
 
     def test_works_on_a_file_by_its_own_name_and_not_by_a_link(self):
         os.symlink("opera.showdata", self.path("in/a.showdata"))  # has no log
-        said = self.said("up", "in", "--in-place")
+        said = self.said("up", "in", "--in-place", "--report", "report")
+        self.assertEqual(json.loads(self.read("report").splitlines()[0])["output"], "in/a.showdata")
         self.assertEqual(said[0], "in/a.showdata: is the same file as in/opera.showdata, and is passed over")
         self.assertEqual(said[-1], "3 files: 2 done, 1 skipped, 0 failed")
 

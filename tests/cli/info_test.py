@@ -3,7 +3,7 @@
 import json
 import unittest
 
-from tool import BAD_INPUT, IO, PART_FAILED, WithShows, legacy_show, legacy_song
+from tool import BAD_INPUT, DONE, IO, PART_FAILED, WithShows, legacy_show, legacy_song
 
 
 class InfoTest(WithShows):
@@ -60,6 +60,12 @@ class InfoTest(WithShows):
             f"  1       {longest}       480    1920  ",
             f"  2       {longer}       480    1920 ",
             "  3       c" + " " * 46 + "480    1920  "])
+
+    def test_names_standard_input_in_json_as_it_was_named(self):
+        for command in ("info", "check", "list"):
+            for stdin, code in ((self.read("new.showdata"), DONE), (b"bad", BAD_INPUT)):
+                done = self.run_tool(command, "-", "--json", stdin=stdin, code=code)
+                self.assertEqual(json.loads(done.stdout)["path"], "-")
 
     def test_reads_standard_input(self):
         done = self.run_tool("info", "-", stdin=self.read("new.showdata"))
