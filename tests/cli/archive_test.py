@@ -106,7 +106,7 @@ class ArchiveTest(ToolTest):
                 expected[f"in/{name}.~1~"] = file.content
         self.expect_files(expected)
         if shutil.which("jq"):
-            subprocess.run(["sh", "-c", undo_command().replace("up.json", "report")], cwd=self.folder, check=False)
+            subprocess.run(["sh", "-c", undo_command().replace("up.json", "report")], cwd=self.folder, check=True)
             self.expect_files(self.before)
 
 
