@@ -54,7 +54,7 @@ Preparation PrepareOrReport(const ConversionOptions& options, const Context& con
 
 /// How a run that was stopped is gone on with.
 std::string ToGoOn(const ConversionOptions& options) {
-  const std::string same = "give the same command again";
+  std::string same = "give the same command again";
   if (options.outputs.dry_run) return "";
   if (!options.report.empty()) return same + (options.resume ? "" : " with --resume");
   if (options.outputs.in_place || options.outputs.skip_existing) return same;

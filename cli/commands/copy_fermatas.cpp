@@ -28,7 +28,7 @@ struct CopyFermatasOptions {
 };
 
 /// Where the result goes, and the files that are none of its places.
-struct Place {
+struct ResultPlace {
   Output output;
   std::vector<std::string> inputs;
 };
@@ -37,7 +37,7 @@ std::string FermatasText(std::size_t fermatas, std::size_t attaccas) {
   return Counted(fermatas, "fermata", "fermatas") + " and " + Counted(attaccas, "attacca", "attaccas");
 }
 
-Place PlaceOf(const CopyFermatasOptions& options) {
+ResultPlace PlaceOf(const CopyFermatasOptions& options) {
   if (!options.output.path.empty()) return {options.output, {options.source, options.destination}};
   if (options.destination == kStandardStream) {
     throw Failure(ErrorCode::kUsage, "command line", "the destination is rewritten in its place",
@@ -47,7 +47,7 @@ Place PlaceOf(const CopyFermatasOptions& options) {
 }
 
 /// Nothing where nothing is to be written.
-std::optional<Destination> Open(const Place& place, bool dry_run, const Context& context) {
+std::optional<Destination> Open(const ResultPlace& place, bool dry_run, const Context& context) {
   const std::vector<std::string> inputs = context.CheckInputs(place.inputs);
   const Output& output = place.output;
   if (!dry_run) return std::optional<Destination>(std::in_place, output, inputs);
@@ -64,7 +64,7 @@ void RequireNothingErased(const zuna_toolkit::FermataCopy& copy) {
 }
 
 void RunCopyFermatas(const CopyFermatasOptions& options, Context& context) {
-  const Place place = PlaceOf(options);
+  const ResultPlace place = PlaceOf(options);
   std::optional<Destination> opened = Open(place, options.dry_run, context);
   const Keys keys = context.ReadKeys();
   zuna_toolkit::OpenedFile source = OpenInput(options.source, keys).file;

@@ -39,8 +39,9 @@ constexpr Field kKeyCheckField = {"key check", zuna_security::kKeyCheckOffset, z
 using Header = std::array<std::uint8_t, zuna_security::kTagOffset>;
 
 void NoteDamage(const Field& field, Bytes bytes, const Header& header, DamagedEnvelope& opened) {
-  if (std::equal(header.begin() + field.begin, header.begin() + field.end, bytes.begin() + field.begin))
-    return;
+  const std::size_t size = field.end - field.begin;
+  const Bytes right = Bytes(header).subspan(field.begin, size);
+  if (std::equal(right.begin(), right.end(), bytes.subspan(field.begin, size).begin())) return;
   opened.damaged_fields.push_back(field.name);
 }
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "format_converter/version0/conversions/track_ids.h"
+#include "toolkit/internal/legacy_sizes.h"
 #include "toolkit/internal/translate.h"
 #include "toolkit/words.h"
 
@@ -12,8 +13,6 @@ namespace zuna_toolkit {
 
 namespace {
 
-constexpr std::size_t kMaxSongs = 255;
-constexpr std::size_t kMaxText = 255;    // bytes
 constexpr std::size_t kMaxVoices = 241;  // drums included
 
 /// Checks a current document. Errors name the file, and the song where there is one.
@@ -23,9 +22,10 @@ class LimitCheck {
 
   void Check(const zuna_midi::ShowData& show) {
     const std::size_t count = show.songs().size();
-    if (count > kMaxSongs) {
-      Fail("has " + std::to_string(count) + " songs, and format 0.0 holds " + std::to_string(kMaxSongs),
-           "split the show");
+    if (count > kMostLegacySongs) {
+      Fail(
+          "has " + std::to_string(count) + " songs, and format 0.0 holds " + std::to_string(kMostLegacySongs),
+          "split the show");
     }
     for (const auto& [number, song] : show.songs()) CheckSong(*song);
   }
@@ -38,7 +38,7 @@ class LimitCheck {
       CheckText(number, "the number of a song");
       CheckText(song->song_name, "the name of song " + NumberText(number));
       for (const CL::Marker& marker : song->markers->events) {
-        if (marker.text.size() <= kMaxText) continue;
+        if (marker.text.size() <= kLongestLegacyText) continue;
         CheckText(marker.text,
                   "a marker at " + std::to_string(marker.position) + " of song " + NumberText(number));
       }
@@ -63,9 +63,9 @@ class LimitCheck {
   }
 
   void CheckText(const std::string& text, const std::string& what) const {
-    if (text.size() <= kMaxText) return;
+    if (text.size() <= kLongestLegacyText) return;
     Fail(what + " has " + std::to_string(text.size()) + " bytes, and format 0.0 holds " +
-             std::to_string(kMaxText),
+             std::to_string(kLongestLegacyText),
          "shorten it");
   }
 

@@ -11,22 +11,20 @@
 
 #include "cmn/file_format.h"
 #include "toolkit/document/internal/legacy_fields.h"
+#include "toolkit/internal/legacy_sizes.h"
 
 namespace zuna_toolkit {
 
 namespace {
 
 constexpr const char* kVersion = "0.0";
-constexpr std::size_t kMaxText = 255;    // bytes
-constexpr std::size_t kMaxTracks = 255;  // of a song
-constexpr std::size_t kMaxSongs = 255;   // of a show
 
 /// The columns of an event.
 enum Column : std::size_t { kDelta, kTime, kStatus, kData1, kData2, kTrack, kColumns };
 
 /// What keeps a song from being written into a legacy file that can be read back; null for nothing.
 const char* ProblemOf(const version0::SongData& song) {
-  if (song.tracks.size() > kMaxTracks) return "a legacy song has at most 255 tracks";
+  if (song.tracks.size() > kMostLegacyTracks) return "a legacy song has at most 255 tracks";
   if (song.events.empty()) return "a legacy song has at least one event";
   std::set<std::uint8_t> tracks;
   for (const version0::TrackObject& track : song.tracks) tracks.insert(track.track_id);
@@ -45,7 +43,7 @@ struct Songs<version0::ShowData> {
   static std::shared_ptr<version0::SongData> New() { return std::make_shared<version0::SongData>(); }
   static const char* Add(version0::ShowData& show, const std::shared_ptr<version0::SongData>& song) {
     if (const char* problem = ProblemOf(*song)) return problem;
-    if (show.songs.size() == kMaxSongs) return "a legacy show has at most 255 songs";
+    if (show.songs.size() == kMostLegacySongs) return "a legacy show has at most 255 songs";
     const std::string number = song->song_number;
     return show.songs.try_emplace(number, std::move(*song)).second
                ? nullptr
@@ -121,7 +119,7 @@ class LegacyTextBinder : public zuna_json::FieldBinder<LegacyTextBinder> {
   void ShortText(std::string_view key, std::string& text) {
     object().Add(
         {key, zuna_json::ValueKind::kText, &text, [](void* target, std::string&& value) -> const char* {
-           if (value.size() > kMaxText) return "a text of a legacy file has at most 255 bytes";
+           if (value.size() > kLongestLegacyText) return "a text of a legacy file has at most 255 bytes";
            *static_cast<std::string*>(target) = std::move(value);
            return nullptr;
          }});

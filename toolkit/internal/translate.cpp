@@ -15,7 +15,7 @@ namespace {
 
 constexpr const char* kCorrectText = "get an undamaged copy of the file, or correct its text";
 
-ErrorParts PartsOf(const std::string& name, const cmn::DataError& error) {
+ErrorParts DataErrorParts(const std::string& name, const cmn::DataError& error) {
   ErrorParts parts;
   parts.file = name;
   parts.problem = error.problem();
@@ -30,7 +30,7 @@ ErrorParts PartsOf(const std::string& name, const cmn::DataError& error) {
 Error FromDataError(ErrorCode code, const std::string& name, const cmn::DataError& error) {
   std::string message = name + ": " + error.what();
   if (error.remedy().empty()) message += std::string("; ") + kCorrectText;
-  return {code, PartsOf(name, error), message};
+  return {code, DataErrorParts(name, error), message};
 }
 
 /// Its message may hold the file and the remedy already.
