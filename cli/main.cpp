@@ -31,6 +31,7 @@ void AddCommands(CLI::App& app, Context& context) {
   AddListCommand(app, context);
   AddEncryptCommand(app, context);
   AddDecryptCommand(app, context);
+  AddRescueCommand(app, context);
   CLI::App* midi = app.add_subcommand("midi", "Standard MIDI Files");
   midi->require_subcommand(1);
   AddMidiImportCommand(*midi, context);

@@ -42,6 +42,8 @@ constexpr auto kExamples = std::to_array<Example>({
     {"encrypt", "zuna-convert encrypt opera.json -o edited.showdata --key-file opera.key"},
     {"decrypt", "zuna-convert decrypt text.showdata -o opera.json"},
     {"decrypt", "zuna-convert decrypt text.showdata -o -"},
+    {"rescue", "zuna-convert rescue broken.showdata -o saved.showdata"},
+    {"rescue", "zuna-convert rescue broken.showdata -o saved.showdata --json"},
     {"midi", "zuna-convert midi import tune.mid -o tune.showdata"},
     {"midi", "zuna-convert midi export opera.showdata --out-dir songs"},
     {"midi import", "zuna-convert midi import *.mid -o opera.showdata --show-name Opera"},

@@ -112,6 +112,7 @@ void AddListCommand(CLI::App& app, Context& context);
 void AddPrintCommand(CLI::App& app, Context& context);
 void AddEncryptCommand(CLI::App& app, Context& context);
 void AddDecryptCommand(CLI::App& app, Context& context);
+void AddRescueCommand(CLI::App& app, Context& context);
 void AddInfoCommand(CLI::App& app, Context& context);
 void AddCompletionCommand(CLI::App& app, Context& context);
 void AddExplainCommand(CLI::App& app, Context& context);

@@ -19,7 +19,7 @@ class ExplainTest(ToolTest):
                          "many fails, damage of its first bytes may look the same\n"
                          "What to do: give the right key file; of several, each is tried\n"
                          "  zuna-convert info FILE --key-file KEY --key-file OLDKEY\n")
-        self.assertRegex(self.explained("cut-off"), r"^cut-off \(error\): .+\nWhy: .+\nWhat to do: .+\n$")
+        self.assertRegex(self.explained("empty-file"), r"^empty-file \(error\): .+\nWhy: .+\nWhat to do: .+\n$")
         self.assertRegex(self.explained("tempo-zero"),
                          r"^tempo-zero \(finding\): .+\nWhy: .+\nWhat to do: .+\n  zuna-convert edit FILE\n$")
 

@@ -9,7 +9,7 @@ FOLDER = pathlib.Path(__file__).parents[2] / "schemas"
 ENDING = ".schema.json"
 
 # The commands with --json, whose lines have the schema of the same name. All codes of explain are one value.
-COMMANDS = ("check", "diff", "explain", "info", "list")
+COMMANDS = ("check", "diff", "explain", "info", "list", "rescue")
 
 # The commands that write text forms.
 TEXT_COMMANDS = ("decrypt", "dump")

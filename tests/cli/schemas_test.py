@@ -122,6 +122,18 @@ class OutputsTest(FolderTest):
                 "text-log": [self.log_document("odd.log"), self.json("dump", "new.log")],
                 "text-legacy-show": [self.json("dump", "odd.showdata")], "text-legacy-log": [self.json("dump", "old.log")]}
 
+    def rescues(self):
+        """Reports of files with songs that are whole, partly there and lost."""
+        old = self.read("old.showdata")
+        self.write("changed", old[:-1] + bytes([old[-1] ^ 1]))
+        self.write("cut", old[:-1])
+        self.write("lost", self.read("new.showdata")[:-40])
+        self.write("head", self.plaintext("odd")[:-4])
+        lines = []
+        for name in ("old.showdata", "changed", "cut", "lost", "head", "bad"):
+            lines += self.lines("rescue", name, "-o", "saved", "--force", "--json", code=None)
+        return lines
+
     def samples(self):
         """Outputs of the tool by schema."""
         self.write("bad", "bad")
@@ -136,6 +148,7 @@ class OutputsTest(FolderTest):
             "check": self.lines("check", "--json", *files, "--to", "0.0", code=PART_FAILED),
             "diff": self.lines("diff", "--json", "new.log", "odd.log", code=NEGATIVE) + self.lines("diff", "--json", "old.log", "new.log"),
             "explain": [self.json("explain", "--json"), *self.lines("explain", "cut-off", "--json")],
+            "rescue": self.rescues(),
             "progress": [json.loads(self.run_tool("list", "new.log", "--progress", "json").stderr)],
             "report": self.report(),
         }

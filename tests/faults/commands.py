@@ -75,6 +75,8 @@ COMMANDS = (
     one_file("build", "plain.json"),
     one_file("build", "-", "--to", "1.1", stdin="plain.json"),
     Command(("edit", "new.showdata"), ("new.showdata", "new.showdata.~1~"), in_place=True),
+    one_file("rescue", "new.showdata"),
+    one_file("rescue", "old.showdata", "--json"),
     one_file("midi", "import", "1.mid", "2.mid"),
     Command(("midi", "export", "new.showdata", "--out-dir", "songs"), EXPORTED),
     Command(("midi", "export", "old.showdata", "--out-dir", "songs"), EXPORTED),

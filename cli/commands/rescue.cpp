@@ -1,0 +1,96 @@
+// zuna-convert rescue
+#include <memory>
+#include <utility>
+
+#include "cli/batch/report.h"
+#include "cli/commands/rescue_text.h"
+#include "cli/shared/context.h"
+#include "cli/shared/input.h"
+#include "cli/terminal/standard_streams.h"
+#include "toolkit/rescue/rescue.h"
+
+namespace zuna_cli {
+
+namespace {
+
+using zuna_toolkit::Error;
+using zuna_toolkit::Rescued;
+
+struct RescueOptions {
+  Paths paths;
+  bool json = false;
+};
+
+/// What is left of a file, and the key that opened it.
+struct OpenedRescue {
+  Rescued rescued;
+  const CipherKey* key;
+};
+
+/// Tries one key after the other. Under a wrong key, a file with a damaged beginning looks like one that is
+/// not encrypted, of which nothing can be saved.
+OpenedRescue RescueWith(const std::vector<std::uint8_t>& bytes, const std::string& name, const Keys& keys) {
+  std::optional<Error> failure;
+  for (const SecretKey& key : keys) {
+    try {
+      return {zuna_toolkit::Rescue(bytes, name, key.material(), zuna_toolkit::Accept::kEncryptedOrPlain),
+              &key.material()};
+    } catch (const Error& error) {
+      const bool other_key_may_help =
+          error.kind() == zuna_toolkit::ErrorKind::kWrongKey || error.code() == ErrorCode::kNothingToSave;
+      if (!other_key_may_help) throw;
+      failure = error;
+    }
+  }
+  throw Failure(*failure);
+}
+
+void RunRescue(const RescueOptions& options, Context& context) {
+  const std::string& input = options.paths.input;
+  if (options.json && options.paths.output.path == kStandardStream) {
+    throw Failure(ErrorCode::kUsage, "command line",
+                  "--json and the output cannot both go to standard output", "give -o a file");
+  }
+  Destination place = context.CheckPaths(options.paths.output, {input});
+  const Keys keys = context.ReadKeys();
+  const auto [rescued, key] =
+      RescueWith(ReadInput(input, zuna_toolkit::kMaxFileSize), InputName(input), keys);
+  const std::vector<std::string> problems = ProblemLines(rescued);
+  const std::string json = options.json ? RescueJson(rescued) : "";
+  context.Note(place.name(), SavedText(rescued.report));
+  context.Seal(rescued.document, *key, place);
+  if (options.json) WriteStandardOutput(json);
+  if (context.quiet() < 2 && !options.json) {
+    for (const std::string& line : problems) PrintLine(line);
+  }
+  if (!rescued.report.complete()) context.code = ExitCode::kPartFailed;
+}
+
+/// The same; a failure is told in JSON too.
+void RunAndTell(const RescueOptions& options, Context& context) {
+  if (!options.json) return RunRescue(options, context);
+  try {
+    RunRescue(options, context);
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (...) {
+    const Failure failure = CurrentFailure();
+    if (failure.code() != ErrorCode::kUsage) WriteStandardOutput(FailureJson(options.paths.input, failure));
+    throw;
+  }
+}
+
+}  // namespace
+
+void AddRescueCommand(CLI::App& app, Context& context) {
+  const auto options = std::make_shared<RescueOptions>();
+  CLI::App* command = AddFileCommand(app, context, "rescue",
+                                     "Save what can still be read of a damaged or cut file", options->paths);
+  command->add_flag(
+      "--json", options->json,
+      "Write a line of JSON about every song, about missing bytes and about failures to standard "
+      "output");
+  context.SetWork(*command, [options, &context] { RunAndTell(*options, context); });
+}
+
+}  // namespace zuna_cli

@@ -1,0 +1,144 @@
+"""rescue: what comes back of damaged files, what is said about it, and that nothing is written otherwise."""
+
+import json
+import os
+import stat
+import unittest
+
+from tool import BAD_INPUT, DONE, PART_FAILED, REFUSED, USAGE, WRONG_KEY, ToolTest, legacy_show, legacy_song
+
+HEADER = 72  # bytes of the envelope before the ciphertext
+
+
+class RescueTest(ToolTest):
+    def setUp(self):
+        super().setUp()
+        self.songs = [legacy_song(number, "Tune") for number in ("1", "2", "3")]
+        self.encrypt("good", legacy_show(*self.songs))
+
+    def damage(self, offset, name="bad", source="good"):
+        """A copy with another byte at `offset`."""
+        content = bytearray(self.read(source))
+        content[offset] ^= 1
+        return self.write(name, bytes(content))
+
+    def cut(self, size, name="bad", source="good"):
+        return self.write(name, self.read(source)[:size])
+
+    def rescue(self, name="bad", code=PART_FAILED, *options):
+        """What is said about it, line by line."""
+        return self.run_tool("rescue", name, "-o", "out", *options, code=code).stderr.decode().splitlines()
+
+    def test_an_undamaged_file_comes_back(self):
+        self.assertEqual(self.rescue("good", DONE), ["zuna-convert: out: everything came back: 3 songs"])
+        self.assertEqual(self.plaintext("out"), self.plaintext("good"))
+        self.assertEqual(stat.S_IMODE(os.stat(self.path("out")).st_mode), 0o600)
+
+    def test_the_songs_before_a_cut_come_back(self):
+        begin = 1 + len(self.songs[0])
+        self.cut(HEADER + begin + 15)
+        said = self.rescue()
+        self.assertEqual(said[0], f"zuna-convert: bad: has {begin + 15} encrypted bytes, and its header states "
+                                  f"{len(self.plaintext('good'))}")
+        self.assertEqual(said[1], f"zuna-convert: bad: song 2 at byte {begin} is lost: its beginning cannot be read")
+        self.assertEqual(said[2], "zuna-convert: bad: nothing shows whether 1 song is unchanged; look through what is "
+                                  "saved before it is used")
+        self.assertEqual(said[3:], ["zuna-convert: out: 1 of 3 songs are saved"])
+        self.assertEqual(self.plaintext("out"), legacy_show(self.songs[0]))
+
+    def test_the_songs_around_changed_bytes_come_back(self):
+        second = HEADER + 1 + len(self.songs[0])
+        for offset in (0, 8, 40, 200):  # length of the record, number, event or timeline
+            if offset >= len(self.songs[1]):
+                continue
+            with self.subTest(offset):
+                self.damage(second + offset)
+                self.rescue("bad", PART_FAILED, "--force")
+                saved = self.plaintext("out")
+                self.assertIn(self.songs[0], saved)
+                self.assertIn(self.songs[2], saved)
+
+    def test_a_damaged_header_loses_nothing(self):
+        for offset, field in ((0, "magic"), (8, "version"), (9, "suite"), (12, "reserved bytes"), (18, "length"),
+                              (30, "key check")):
+            with self.subTest(field):
+                self.damage(offset)
+                self.assertEqual(self.rescue("bad", DONE, "--force"), [
+                    f"zuna-convert: bad: the header of its encryption is damaged ({field})",
+                    "zuna-convert: out: everything came back: 3 songs"])
+                self.assertEqual(self.read("out"), self.read("good"))
+
+    def test_current_files_keep_their_version(self):
+        self.run_tool("up", "good", "-o", "new", "--show-name", "Opera")
+        self.cut(len(self.read("new")) - 20, "bad", "new")
+        self.rescue()
+        said = self.run_tool("info", "out").stdout.decode()
+        self.assertTrue(said.startswith('out: show, version 1.2, "Opera", 2 songs'), said)
+
+    def test_plain_files(self):
+        self.write("plain", legacy_show(*self.songs)[:-5])
+        self.assertEqual(self.rescue("plain")[0], "zuna-convert: plain: is not encrypted")
+        self.assertIn(self.songs[1], self.plaintext("out"))
+
+    def test_json(self):
+        self.damage(HEADER + 1 + len(self.songs[0]))
+        done = self.run_tool("rescue", "bad", "-o", "out", "--json", "--quiet", code=PART_FAILED)
+        self.assertEqual(done.stderr, b"")
+        line, = done.stdout.splitlines()
+        told = json.loads(line)
+        self.assertEqual(list(told), ["schemaVersion", "path", "kind", "fileVersion", "complete", "changed", "saved",
+                                      "statedSongs", "songs", "missing", "unread", "remarks"])
+        self.assertEqual((told["path"], told["kind"], told["fileVersion"]), ("bad", "showdata", "0.0"))
+        self.assertEqual((told["complete"], told["changed"], told["saved"], told["statedSongs"]), (False, True, 3, 3))
+        self.assertEqual(told["songs"][0], {"number": "1", "name": "Tune", "offset": 1, "state": "whole", "remarks": [],
+                                            "vouched": False})
+        self.assertEqual(told["remarks"], ["was changed after it was encrypted"])
+
+    def test_json_of_a_failure(self):
+        self.cut(HEADER + 5)
+        done = self.run_tool("rescue", "bad", "-o", "out", "--json", code=BAD_INPUT)
+        told = json.loads(done.stdout)
+        self.assertEqual((told["path"], told["exitCode"], told["error"]["code"]), ("bad", BAD_INPUT, "nothing-to-save"))
+        self.assertFalse(os.path.exists(self.path("out")))
+
+    def test_quiet(self):
+        self.damage(HEADER + 1 + len(self.songs[0]))
+        self.assertEqual(len(self.rescue("bad", PART_FAILED, "-q")), 2)
+        self.assertEqual(self.rescue("bad", PART_FAILED, "--force", "-qq"), [])
+
+    def test_standard_output(self):
+        self.cut(HEADER + 1 + len(self.songs[0]))
+        done = self.run_tool("rescue", "-", "-o", "-", stdin=self.read("bad"), code=PART_FAILED)
+        self.write("out", done.stdout)
+        self.assertEqual(self.plaintext("out"), legacy_show(self.songs[0]))
+        self.assertIn(b"standard input: has ", done.stderr)
+
+    def test_the_right_one_of_several_keys(self):
+        other = self.write_key("other", "key = 00\niv = 00\n")
+        self.damage(0)  # so that it looks like a plain file under the other key
+        environment = dict(self.environment)
+        self.environment.pop("ZUNA_KEY_FILE")
+        self.run_tool("rescue", "bad", "-o", "out", "--key-file", other, "--key-file", environment["ZUNA_KEY_FILE"])
+        self.environment = environment
+        self.assertEqual(self.read("out"), self.read("good"))
+
+    def test_refusals(self):
+        self.damage(HEADER)
+        self.write("old", "old")
+        self.refuse("rescue", "bad", "-o", "old", code=REFUSED,
+                    message="old: exists; give --force to replace it, or another output")
+        self.refuse("rescue", "bad", "-o", "-", "--json", code=USAGE,
+                    message="command line: --json and the output cannot both go to standard output; give -o a file")
+        self.damage(56)
+        self.refuse("rescue", "bad", "-o", "out", code=BAD_INPUT,
+                    message="bad: holds no song that can be read; get another copy of the file")
+        self.cut(50)
+        self.refuse("rescue", "bad", "-o", "out", code=BAD_INPUT,
+                    message="bad: ends inside the header (offset 50 of 72); get a complete copy of the file")
+        other = self.write_key("other", "key = 00\niv = 00\n")
+        self.refuse("rescue", "good", "-o", "out", "--key-file", other, code=WRONG_KEY,
+                    message="good: the key or the IV is not the one that this was encrypted with; give the right key file")
+
+
+if __name__ == "__main__":
+    unittest.main()
