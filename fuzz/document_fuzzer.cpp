@@ -41,7 +41,9 @@ void CallEveryReader(const std::string& bytes) {
 
 void CheckTexts(const fuzz::Document& document, std::size_t size) {
   fuzz::RequireShort(fuzz::Bounded("info", size, [&] { return zuna_cli::InfoText(document); }), size);
-  fuzz::RequireShort(fuzz::Bounded("info as JSON", size, [&] { return zuna_cli::InfoJson(document); }), size);
+  fuzz::RequireShort(
+      fuzz::Bounded("info as JSON", size, [&] { return zuna_cli::InfoJson(document, document.name()); }),
+      size);
   fuzz::RequireShort(zuna_cli::CountsText(document), size);
 }
 
