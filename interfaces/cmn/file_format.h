@@ -44,8 +44,8 @@ ZUNA_API std::string VersionText(FileVersion version);
 /// The values of "kind" and "fileVersion" in a text form, in whatever order its keys stand: at most 16 bytes
 /// of each, none where it is not there.
 struct StatedType {
-  std::optional<std::string> kind;
-  std::optional<std::string> version;
+  std::optional<std::string> kind;     ///< KindText() of a show or log, or something else
+  std::optional<std::string> version;  ///< what ParseVersion() reads, or something else
 };
 
 /// What the text form states that is at the position of the stream. Reads no further than needed, in constant

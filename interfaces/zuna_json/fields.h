@@ -38,8 +38,12 @@ concept MaybeConst = std::same_as<std::remove_const_t<T>, Record>;
 template <typename Derived>
 class FieldWriter {
  public:
+  /// Writes with `json`, which must outlive this.
   explicit FieldWriter(Writer& json) : json_(json) {}
 
+  /// A field under `key`: an integer of as many bits as the name says, unsigned (U) or signed (I), where I32
+  /// takes the bits; a float, or its bits; a text; an identifier; a list of two integers.
+  ///@{
   void U8(std::string_view key, std::uint8_t value) { Unsigned(key, value); }
   void U16(std::string_view key, std::uint16_t value) { Unsigned(key, value); }
   void U32(std::string_view key, std::uint32_t value) { Unsigned(key, value); }
@@ -67,6 +71,7 @@ class FieldWriter {
     json_.Number(std::uint32_t{pair.second});
     json_.Raw("]");
   }
+  ///@}
 
   /// A record as an object without a key.
   template <typename T>
@@ -76,13 +81,14 @@ class FieldWriter {
     json_.CloseObject();
   }
 
+  /// A record as an object.
   template <typename T>
   void Object(std::string_view key, const T& record) {
     json_.Key(key);
     Record(record, Writer::Style::kLines);
   }
 
-  /// One entry a line.
+  /// A list of records, one a line.
   template <typename Entry>
   void List(std::string_view key, const std::vector<Entry>& entries) {
     json_.Key(key);
@@ -94,6 +100,7 @@ class FieldWriter {
     json_.CloseList();
   }
 
+  /// The records that `parent` holds by number, as a list of objects.
   template <typename Parent>
   void Children(std::string_view key, const Parent& parent) {
     json_.Key(key);
@@ -106,6 +113,7 @@ class FieldWriter {
   }
 
  protected:
+  /// For what a Derived class writes itself.
   Writer& json() { return json_; }
 
  private:
@@ -134,8 +142,12 @@ class FieldWriter {
 template <typename Derived>
 class FieldBinder {
  public:
+  /// Adds the members to `object`.
   explicit FieldBinder(BoundObject& object) : object_(object) {}
 
+  /// The counterparts of the functions of FieldWriter. What is bound must stay where it is until the object
+  /// has been read.
+  ///@{
   void U8(std::string_view key, std::uint8_t& value) { object_.Add({key, ValueKind::kUnsigned8, &value}); }
   void U16(std::string_view key, std::uint16_t& value) { object_.Add({key, ValueKind::kUnsigned16, &value}); }
   void U32(std::string_view key, std::uint32_t& value) { object_.Add({key, ValueKind::kUnsigned32, &value}); }
@@ -182,8 +194,10 @@ class FieldBinder {
     static constexpr ObjectType kType{&BindNewChild<Parent>, &AddBoundChild<Parent>};
     object_.Add({key, ValueKind::kList, &parent, nullptr, &kType});
   }
+  ///@}
 
  protected:
+  /// For what a Derived class binds itself.
   BoundObject& object() { return object_; }
 
  private:

@@ -45,22 +45,24 @@ struct ObjectType {
   const char* (*end)(void* target, BoundObject& object);
 };
 
+/// The most integers that a row has.
 inline constexpr std::size_t kMaxColumns = 6;
+/// A number for each column.
 using Row = std::array<std::uint32_t, kMaxColumns>;
 
 /// How a row of integers is read, or rows: columns from 0 to a maximum each.
 struct RowType {
-  std::size_t columns;
-  Row maxima;
+  std::size_t columns;  ///< at most kMaxColumns
+  Row maxima;           ///< of the columns
   /// Takes `count` rows of `columns` values each, one row after the other.
   void (*take)(void* target, const std::uint32_t* values, std::size_t count);
 };
 
 /// A key and what its value is read into.
 struct BoundMember {
-  std::string_view key;
-  ValueKind kind;
-  void* target;
+  std::string_view key;                ///< must outlive the reading
+  ValueKind kind;                      ///< what the value may be
+  void* target;                        ///< what the value is read into
   StoreText store = nullptr;           ///< of kString and kText
   const ObjectType* object = nullptr;  ///< of kObject and kList
   const RowType* rows = nullptr;       ///< of kRow and kRows
@@ -69,19 +71,25 @@ struct BoundMember {
 /// The members of an object, all of which must be present once, in any order.
 class BoundObject {
  public:
+  /// The most members that an object has.
   static constexpr std::size_t kMaxMembers = 16;
 
   /// The element of the list that the object is read into, until the list takes it.
   std::shared_ptr<void> element;
 
+  /// Removes all members, and lets go of the element.
   void Clear() {
     size_ = 0;
     element.reset();
   }
+  /// Adds a member. Throws std::out_of_range where there are kMaxMembers.
   void Add(const BoundMember& member) { members_.at(size_++) = member; }
 
+  /// The members, in the order in which they were added.
+  ///@{
   std::size_t size() const { return size_; }
   const BoundMember& operator[](std::size_t index) const { return members_[index]; }
+  ///@}
 
  private:
   std::array<BoundMember, kMaxMembers> members_;  // only the first size_ are initialised

@@ -25,6 +25,7 @@ class ZUNA_API Writer {
   /// How the members of an object are laid out.
   enum class Style { kLines, kOneLine };
 
+  /// Writes to `os`, which must outlive this.
   explicit Writer(std::ostream& os);
   ~Writer();
   Writer(const Writer&) = delete;
@@ -33,19 +34,30 @@ class ZUNA_API Writer {
   /// Writes what has not reached the stream yet. To be called at the end.
   void Flush();
 
+  /// Begin and end an object.
+  ///@{
   void OpenObject(Style style);
+  void CloseObject();
+  ///@}
+
   /// Begins a member of the object; its value follows. `key` has at most kMaxKeySize bytes, none of which
   /// needs to be escaped.
   void Key(std::string_view key);
-  void CloseObject();
 
+  /// Begin and end a list.
+  ///@{
   void OpenList();
+  void CloseList();
+  ///@}
+
   /// Begins an element of the list, on a line of its own; its value follows.
   void Element();
-  void CloseList();
 
+  /// A decimal integer.
+  ///@{
   void Number(std::uint32_t value);
   void Number(std::int32_t value);
+  ///@}
 
   /// A decimal number; {"bits": 2143289344} for what is not finite.
   void Float(float value);
@@ -65,6 +77,7 @@ class ZUNA_API Writer {
   /// For the loops of the core library that write values of their own.
   zuna_core::BufferedOutput& output() { return *output_; }
 
+  /// The longest key, in bytes.
   static constexpr std::size_t kMaxKeySize = 40;
 
  private:

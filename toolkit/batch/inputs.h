@@ -44,9 +44,9 @@ struct Shard {
   std::uint64_t count = 1;  ///< how many there are
 };
 
-/// Whether `path` falls to `shard`: by a hash of its normal form (`a` for `./a`), modulo the count. The hash
-/// is FNV-1a of 64 bits with the last step of SplitMix64. Machines that are given the same paths share them
-/// without talking to each other.
+/// Whether `path` falls to `shard`: by a hash of its normal form (such as "a" for "./a"), modulo the count.
+/// The hash is FNV-1a of 64 bits with the last step of SplitMix64. Machines that are given the same paths
+/// share them without talking to each other.
 ZUNA_API bool IsInShard(std::string_view path, const Shard& shard);
 
 }  // namespace zuna_toolkit
