@@ -1,6 +1,7 @@
 // zuna-convert edit
 #include <unistd.h>
 
+#include <exception>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -42,19 +43,33 @@ Document ReadEdited(const std::string& text, const Document& before) {
 
 /// Whether the user, who is asked on a terminal, wants to go on editing.
 bool WantsToEditAgain() {
-  PrintLine("zuna-convert: edit the text again? (y/n) ");
+  PrintLine("zuna-convert: edit the text again? [Y/n] ");
   std::string answer;
   return std::getline(std::cin, answer) && (answer.empty() || answer[0] == 'y' || answer[0] == 'Y');
+}
+
+/// The text when the editor has ended. It is kept from then on unless it is `text`, as it was: also where the
+/// editor fails after it has written.
+std::string TextAfterEditor(EditedText& edited, const std::string& text) {
+  edited.Keep();
+  std::exception_ptr failure;
+  try {
+    edited.OpenInEditor();
+  } catch (...) {
+    failure = std::current_exception();
+  }
+  std::string now = edited.Read();
+  if (now == text) edited.Remove();
+  if (failure) std::rethrow_exception(failure);
+  return now;
 }
 
 /// Lets the user edit the text of `before` until it is correct. None where nothing was changed. Throws
 /// Failure, zuna_toolkit::Error or kit::IoError; the text is kept then unless it is as it was.
 std::optional<Document> Edit(EditedText& edited, const std::string& text, const Document& before) {
   while (true) {
-    edited.OpenInEditor();
-    const std::string now = edited.Read();
+    const std::string now = TextAfterEditor(edited, text);
     if (now == text) return std::nullopt;
-    edited.Keep();
     try {
       return ReadEdited(now, before);
     } catch (const zuna_toolkit::Error& error) {
@@ -91,8 +106,6 @@ void RunEdit(const std::string& path, Context& context) {
   auto [file, key] = DecryptInput(bytes, path, keys);
   const Document before = zuna_toolkit::ReadDocument(file);
   const std::string text = TextOf(before);
-  const std::string left_out = zuna_toolkit::LeftOutOfText(before);
-  if (!left_out.empty()) context.Note(path, "loses " + left_out + ", which the text does not have");
   EditedText edited(text, before.type().is_log() ? "log.json" : "show.json");
   try {
     const std::optional<Document> after = Edit(edited, text, before);
@@ -100,6 +113,8 @@ void RunEdit(const std::string& path, Context& context) {
     const auto sealed = Sealed(*after, *key, path, true);
     const std::string old = destination.KeepOld();
     context.Note(path, "is changed; the old file is " + old);
+    const std::string left_out = zuna_toolkit::LeftOutOfText(before);
+    if (!left_out.empty()) context.Note(path, "has lost " + left_out + ", which the text does not have");
     context.NoteSealed(*key, destination);
     destination.Write(sealed, [&] { RequireUnchanged(path, bytes); });
   } catch (...) {

@@ -199,7 +199,7 @@ class Edit(TextFormTest):
                     "else sed -i 's/\"songName\"/\"songNam\"/' \"$1\"; touch seen; fi\n")
         said = self.edit_on_terminal(b"y\n", DONE)
         self.assertIn('unknown key "songNam"', said)
-        self.assertIn("zuna-convert: edit the text again? (y/n) ", said)
+        self.assertIn("zuna-convert: edit the text again? [Y/n] ", said)
         self.assertIn(b"Changed", self.dump("1.2.showdata"))
         self.assertEqual(self.kept(), [])
 
@@ -220,6 +220,31 @@ class Edit(TextFormTest):
         self.refuse("edit", "1.2.showdata", code=IO,
                     message="kill -9 $$;: could not be run to its end; name another editor with VISUAL or EDITOR")
         self.assertEqual(self.files(), before)
+
+    def test_keeps_what_an_editor_that_fails_has_written(self):
+        before = self.read("1.2.showdata")
+        self.editor("sed -i s/Greensleeves/Changed/ \"$1\"; exit 1\n")
+        done = self.run_tool("edit", "1.2.showdata", code=IO)
+        kept, = self.kept()
+        self.assertIn(f"zuna-convert: {self.path(kept)}: has the edited text\n", done.stderr.decode())
+        self.assertIn(b"Changed", self.read(kept))
+        self.assertEqual(self.read("1.2.showdata"), before)
+
+    def test_removes_a_text_that_became_what_it_was(self):
+        self.editor("if [ -e seen ]; then sed -i 's/\"songNam\"/\"songName\"/' \"$1\"\n"
+                    "else sed -i 's/\"songName\"/\"songNam\"/' \"$1\"; touch seen; fi\n")
+        self.assertIn("1.2.showdata: is left as it was", self.edit_on_terminal(b"y\n", DONE))
+        self.assertEqual(self.kept(), [])
+
+    def test_says_what_the_edited_file_has_lost(self):
+        self.run_tool("decrypt", "0.0.showdata", "-o", "plain")
+        self.write("longer", self.read("plain") + b"abc")
+        self.run_tool("encrypt", "longer", "-o", "long.showdata")
+        self.editor("true\n")
+        self.assertNotIn("lost", self.run_tool("edit", "long.showdata").stderr.decode())
+        self.editor("sed -i s/Greensleeves/Changed/ \"$1\"\n")
+        self.assertIn("long.showdata: has lost 3 bytes after the last song, which the text does not have\n",
+                      self.run_tool("edit", "long.showdata").stderr.decode())
 
     def test_needs_a_folder_for_the_text(self):
         self.environment["TMPDIR"] = self.path("none")
