@@ -4,6 +4,7 @@ import errno
 import os
 import signal
 import tempfile
+import sys
 import unittest
 
 from shim import run
@@ -65,7 +66,7 @@ class ShimTest(unittest.TestCase):
         self.assertEqual((done.code, done.at_exit), (-signal.SIGKILL, 0))
 
     def test_counts_descriptors_that_stay_open(self):
-        done = run(["/usr/bin/env", "python3", "-c", f"import os; os.open({self.name!r}, 0); os._exit(3)"])
+        done = run([sys.executable, "-c", f"import os; os.open({self.name!r}, 0); os._exit(3)"])
         self.assertEqual((done.code, done.at_exit, done.descriptors), (3, 1, 1))
 
 

@@ -109,7 +109,7 @@ void AddTextForm(Calls& calls, const std::string& name, const Model& model, Read
 void AddJson(Calls& calls) {
   calls.AddWriter("Writer", WriteJson);
   calls.AddReader("ReadObject", "{\"key\": \"" + kLong + "\"}", ReadJson);
-  calls.AddReader("StatedInText", R"({"kind": "showdata", "fileVersion": "1.2"})", [](std::istream& is) {
+  calls.AddProbe("StatedInText", R"({"kind": "showdata", "fileVersion": "1.2"})", [](std::istream& is) {
     const cmn::StatedType stated = cmn::StatedInText(is);
     return stated.kind.value_or("") + std::string(cmn::KindText(cmn::FileKind::kLog));
   });
