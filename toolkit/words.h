@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "kit/api.h"
+#include "kit/format.h"
 #include "kit/utf8.h"
 
 namespace zuna_toolkit {
@@ -22,9 +23,16 @@ inline std::string_view AsText(std::span<const std::uint8_t> bytes) {
 }
 
 /// The number of a song for messages: of a damaged one, which may have 255 bytes of anything, the beginning.
+/// Control characters become "\xNN": a NUL would end a message.
 inline std::string NumberText(const std::string& number) {
   constexpr std::size_t kMost = 40;  // bytes
-  return number.size() <= kMost ? number : std::string(kit::CutUtf8(number, kMost)) + "...";
+  std::string text;
+  for (const char c : kit::CutUtf8(number, kMost)) {
+    const auto byte = static_cast<unsigned char>(c);
+    text +=
+        byte < ' ' || byte == 0x7F ? kit::format("\\x%02x", static_cast<unsigned>(byte)) : std::string(1, c);
+  }
+  return number.size() <= kMost ? text : text + "...";
 }
 
 /// Adds `text` to the end of `list`, as in "2, 3".

@@ -82,7 +82,8 @@ template <typename Songs>
 void RequireSong(const Songs& songs, const PrintOptions& options) {
   if (!options.song || songs.contains(*options.song)) return;
   std::string numbers;
-  for (const auto& [number, song] : songs) zuna_toolkit::AppendListed(numbers, number);
+  for (const auto& [number, song] : songs)
+    zuna_toolkit::AppendListed(numbers, zuna_toolkit::NumberText(number));
   zuna_toolkit::ErrorParts parts;
   parts.file = InputName(options.input);
   parts.problem = "has no song " + *options.song;

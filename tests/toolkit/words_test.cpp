@@ -25,6 +25,7 @@ TEST(NumberText, CutsWhatIsHardlyANumber) {
   EXPECT_EQ(NumberText(std::string(40, '7')), std::string(40, '7'));
   EXPECT_EQ(NumberText(std::string(41, '7')), std::string(40, '7') + "...");
   EXPECT_EQ(NumberText(std::string(255, '\xFF')), std::string(40, '\xFF') + "...");
+  EXPECT_EQ(NumberText(std::string("1\0\x1A\x7F", 4)), "1\\x00\\x1a\\x7f");
   EXPECT_EQ(NumberText(std::string(39, '7') + "\xC3\x89"), std::string(39, '7') + "...");
 }
 
