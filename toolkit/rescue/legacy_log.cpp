@@ -12,8 +12,9 @@ namespace zuna_toolkit {
 namespace {
 
 constexpr std::size_t kIdentifierSize = 16;
-constexpr std::size_t kFrontSize = 4 + 4 + kIdentifierSize;         // magic, log length, identifier
-constexpr std::size_t kSmallestLogHeader = kFrontSize + 1 + 1 + 4;  // label, show name, tag pair
+constexpr std::size_t kLengthOffset = 4;                                 // after the magic
+constexpr std::size_t kFrontSize = kLengthOffset + 4 + kIdentifierSize;  // log length, identifier
+constexpr std::size_t kSmallestLogHeader = kFrontSize + 1 + 1 + 4;       // label, show name, tag pair
 constexpr std::size_t kSmallestSequence = 1 + 4;
 constexpr std::size_t kUncounted = 4;  // bytes of the sequences that a record length leaves out
 constexpr unsigned kBitsOfATag = 16;   // bits
@@ -83,6 +84,7 @@ class LogSalvage {
     }
     legacy_.log = std::move(head.log);
     WalkSongs(*this, head.end, bytes_.size());
+    CompareLength();
     AddSongs();
     return {std::move(legacy_), kLegacyVersion, std::move(report_)};
   }
@@ -110,6 +112,19 @@ class LogSalvage {
   }
 
  private:
+  /// Tells where the file has not the length that its header states.
+  void CompareLength() {
+    RecordCursor in(bytes_, std::min(kLengthOffset, bytes_.size()));
+    const std::uint64_t stated = std::uint64_t{in.Number(4)} + in.at();
+    if (stated > bytes_.size()) {
+      const auto count = static_cast<std::size_t>(stated - bytes_.size());
+      report_.missing.push_back("the end of the log (" + Counted(count, "byte", "bytes") + ")");
+    } else if (stated < bytes_.size()) {
+      report_.remarks.push_back("has " + Counted(bytes_.size(), "byte", "bytes") +
+                                ", and its header states " + std::to_string(stated));
+    }
+  }
+
   /// The song log at `at`, which has at least so many sequences if it is undamaged.
   FoundSong SongAt(std::size_t at, std::size_t sequences) {
     RecordCursor in(bytes_, at);

@@ -82,6 +82,32 @@ TEST(RescueOfLegacyLogs, SavesTheSongsBeforeEveryCut) {
   }
 }
 
+TEST(RescueOfLegacyLogs, TellsThatTheEndIsMissingAfterACutBetweenSongs) {
+  std::mt19937 random(5);
+  const Sample sample = MakeSample(random);
+  EXPECT_TRUE(zuna_test::RescuedOf(sample.bytes).report.complete());
+  for (std::size_t i = 0; i + 1 < kSongs; ++i) {
+    const std::size_t cut = sample.parts[i].end;
+    const Rescued rescued = zuna_test::RescuedOf(sample.bytes.substr(0, cut));
+    EXPECT_EQ(rescued.report.saved(), i + 1);
+    EXPECT_FALSE(rescued.report.complete());
+    EXPECT_EQ(rescued.report.missing,
+              std::vector<std::string>{"the end of the log (" + std::to_string(sample.bytes.size() - cut) +
+                                       " bytes)"});
+  }
+}
+
+TEST(RescueOfLegacyLogs, TellsThatItsLengthIsTooSmall) {
+  std::mt19937 random(6);
+  Sample sample = MakeSample(random);
+  sample.bytes.replace(4, 4, std::string("\x20\0\0\0", 4));
+  const Rescued rescued = zuna_test::RescuedOf(sample.bytes);
+  EXPECT_EQ(rescued.report.saved(), kSongs);
+  EXPECT_TRUE(rescued.report.complete()) << "a length can be counted again";
+  EXPECT_EQ(rescued.report.remarks.back(),
+            "has " + std::to_string(sample.bytes.size()) + " bytes, and its header states 40");
+}
+
 TEST(RescueOfLegacyLogs, SavesEverySongThatDamageDoesNotTouch) {
   std::mt19937 random(2);
   for (const std::size_t count : {1, 2, 8, 64}) {
