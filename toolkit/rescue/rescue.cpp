@@ -143,15 +143,19 @@ Rescued Recover(const Plaintext& plaintext, const std::string& name) {
     song.vouched = vouched && song.state == SongState::kWhole && song.remarks.empty();
   }
   Rescued rescued{Document(std::move(salvage.model), salvage.version, name), std::move(salvage.report)};
-  rescued.report.changed = plaintext.changed;
+  RescueReport& report = rescued.report;
+  report.changed = plaintext.changed;
   if (has_checksum) {
-    rescued.report.changed = true;
-    rescued.report.remarks.emplace_back("its checksum is wrong or missing");
+    report.changed = true;
+    report.remarks.emplace_back("its checksum is wrong or missing");
+  }
+  if (report.saved() > report.stated_songs.value_or(report.saved())) {
+    report.remarks.push_back("its count of songs is wrong (" + std::to_string(*report.stated_songs) + ")");
   }
   return rescued;
 }
 
-/// The bytes of a plain file of `document`.
+/// The bytes of a file of `document`, encrypted with an empty key.
 ByteVector Written(const Document& document) {
   const auto stream = CipherStreamOf(document, {});
   return stream->GetEncryptedBytes();

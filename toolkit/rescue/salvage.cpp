@@ -75,7 +75,8 @@ bool RescueReport::complete() const {
   const bool all_whole = std::all_of(songs.begin(), songs.end(), [](const RescuedSong& song) {
     return song.state == SongState::kWhole && song.remarks.empty();
   });
-  return all_whole && !changed && missing.empty() && unread.empty() && saved() >= stated_songs.value_or(0);
+  return all_whole && !changed && missing.empty() && unread.empty() &&
+         saved() == stated_songs.value_or(saved());
 }
 
 }  // namespace zuna_toolkit

@@ -136,6 +136,15 @@ TEST(Rescue, TellsBytesAfterTheLastSong) {
   EXPECT_EQ(rescued.report.unread, std::vector<ByteRange>());
 }
 
+TEST(Rescue, TellsThatTheCountOfSongsIsTooSmall) {
+  std::string show = Show();
+  show[0] = '\1';
+  const Rescued rescued = RescuedOf(show);
+  EXPECT_EQ(rescued.report.remarks, (Texts{"is not encrypted", "its count of songs is wrong (1)"}));
+  EXPECT_EQ(rescued.report.saved(), 3U);
+  EXPECT_FALSE(rescued.report.complete());
+}
+
 TEST(Rescue, KeepsSongsOfOneNumber) {
   const Rescued rescued = RescuedOf("\3" + Song("7") + Song("9") + Song("9"));
   EXPECT_EQ(NumbersOf(rescued), (Texts{"7", "9", "9 (2)"}));
