@@ -166,7 +166,7 @@ void RequireReadsBack(const Document& document) {
   const ByteVector written = Written(document);
   OpenedFile file = OpenedFile::FromBytes(written, document.name(), {});
   if (Written(ReadDocument(file)) == written) return;
-  throw Error(ErrorCode::kNothingToSave, "", "what is left of it would not read back as it is written",
+  throw Error(ErrorCode::kInternal, "", "what is left of it would not read back as it is written",
               "please report it");
 }
 

@@ -36,7 +36,7 @@ struct RescuedSong {
   std::optional<std::uint64_t> offset = {};  ///< in the decrypted file, where it was looked for
   SongState state = SongState::kWhole;       ///< what came back of it
   std::vector<std::string> remarks = {};     ///< what is missing or changed: "its keys are missing"
-  bool vouched = false;  ///< whether the encryption or a checksum shows that nobody changed it
+  bool vouched = false;                      ///< whether the encryption or a checksum shows no change
 };
 
 /// What became of a damaged file.
@@ -65,7 +65,8 @@ struct Rescued {
 /// decrypted although they were changed or cut. In time and memory that grow with the size. Songs of one
 /// number are all kept, under numbers of their own. Throws Error: kWrongKey and kNoKey, kCutOff for an
 /// encrypted file that ends inside its header, what OpenedFile::FromBytes() throws for a file that is not
-/// encrypted where `accept` wants that, and kNothingToSave where no song came back.
+/// encrypted where `accept` wants that, kNothingToSave where no song came back, and kInternal where what came
+/// back would not be read back as it is written.
 ZUNA_API Rescued Rescue(std::span<const std::uint8_t> bytes, const std::string& name, const CipherKey& key,
                         Accept accept = Accept::kEncrypted);
 
