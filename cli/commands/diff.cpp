@@ -60,12 +60,12 @@ bool WriteText(const Document& before, const Document& after) {
 }
 
 /// The same as one line of JSON.
-bool WriteJson(const Document& before, const Document& after) {
+bool WriteJson(const DiffOptions& options, const Document& before, const Document& after) {
   PiecewiseOutput output;
   bool is_same = true;
   const auto begin = [&](const char* same) {
-    output.Write("{\"schemaVersion\": 1, \"before\": " + JsonString(before.name()) +
-                 ", \"after\": " + JsonString(after.name()) + ", \"same\": " + same + ", \"differences\": [");
+    output.Write("{\"schemaVersion\": 1, " + PathJson("before", options.before) + ", " +
+                 PathJson("after", options.after) + ", \"same\": " + same + ", \"differences\": [");
   };
   zuna_toolkit::Compare(before, after, [&](const Difference& difference) {
     if (is_same) begin("false");
@@ -84,7 +84,7 @@ void RunDiff(const DiffOptions& options, Context& context) {
   const Keys keys = context.ReadKeys();
   const Document before = ReadOne(options.before, keys);
   const Document after = ReadOne(options.after, keys);
-  const bool is_same = options.json ? WriteJson(before, after) : WriteText(before, after);
+  const bool is_same = options.json ? WriteJson(options, before, after) : WriteText(before, after);
   if (!is_same) context.code = ExitCode::kNegative;
 }
 

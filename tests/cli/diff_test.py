@@ -2,6 +2,7 @@
 
 import copy
 import json
+import os
 import unittest
 
 from tool import (BAD_INPUT, IO, NEGATIVE, USAGE, WRONG_KEY, WithLogs, legacy_show, legacy_song, without_codes)
@@ -158,6 +159,13 @@ class DiffTest(WithLogs):
                  "afterTick": 5}]})
         self.assertEqual(json.loads(self.diff(after, after, 0, "--json")), {
             "schemaVersion": 1, "before": "before", "after": "after", "same": True, "differences": []})
+
+    def test_names_its_inputs_in_json(self):
+        name = os.fsencode(self.path("")) + b"\xe9.showdata"
+        os.link(self.path("new.showdata"), name)
+        line = json.loads(self.run_tool("diff", "--json", "-", name, stdin=self.read("new.showdata")).stdout)
+        self.assertEqual((line["before"], line["afterBytes"]), ("-", name.hex()))
+        self.assertNotIn("beforeBytes", line)
 
     def test_reads_one_of_both_from_standard_input(self):
         self.run_tool("diff", "-", "old.showdata", stdin=self.read("new.showdata"))

@@ -19,7 +19,7 @@ SHARED = {"common", "text-common"}  # what others refer to
 PAGES = {"text-legacy": "text-form.md", "text": "format-2.md", "": "scripts.md"}  # by the beginning of a name
 
 # The keys that an output may lack by itself.
-OPTIONAL = {"dryRun", "pathBytes", "fileBytes", "companionBytes", "outputBytes", "backupBytes"}
+OPTIONAL = {"dryRun", "pathBytes", "fileBytes", "beforeBytes", "afterBytes", "companionBytes", "outputBytes", "backupBytes"}
 
 
 def parts_of(value):
@@ -139,6 +139,7 @@ class OutputsTest(FolderTest):
         self.write("bad", "bad")
         os.mkdir(self.path("none"))
         self.encrypt(b"\xff".decode(errors="surrogateescape"), legacy_show(legacy_song("1", "One", tempos=())))
+        os.link(self.path("new.log"), os.path.join(os.fsencode(self.folder), b"log\xff"))
         files = (b"\xff", "bad", "new.showdata", "new.log", "old.log")
         return {
             **self.documents(),
@@ -146,7 +147,8 @@ class OutputsTest(FolderTest):
             "list": self.lines("list", "--json", *files, code=PART_FAILED)
                     + self.lines("list", "--json", "none", code=NOTHING_MATCHED),
             "check": self.lines("check", "--json", *files, "--to", "0.0", code=PART_FAILED),
-            "diff": self.lines("diff", "--json", "new.log", "odd.log", code=NEGATIVE) + self.lines("diff", "--json", "old.log", "new.log"),
+            "diff": self.lines("diff", "--json", "new.log", "odd.log", code=NEGATIVE) + self.lines("diff", "--json", "old.log", "new.log")
+                    + self.lines("diff", "--json", b"log\xff", b"log\xff"),
             "explain": [self.json("explain", "--json"), *self.lines("explain", "cut-off", "--json")],
             "rescue": self.rescues(),
             "progress": [json.loads(self.run_tool("list", "new.log", "--progress", "json").stderr)],
