@@ -12,8 +12,8 @@ namespace zuna_cli {
 
 namespace {
 
-constexpr std::size_t kMostAlone = 3;  // files with the same problem that have lines of their own
-constexpr std::size_t kMostNames = 8;  // in a line about many
+constexpr std::size_t kMostAlone = 3;    // files with the same problem that have lines of their own
+constexpr std::size_t kMostNames = 100;  // in a line about many
 
 using Groups = std::vector<std::vector<std::size_t>>;
 
@@ -60,12 +60,6 @@ Cause OfOneFile(const std::vector<FailedInput>& failed, const std::vector<std::s
   return cause;
 }
 
-/// What all files have in common that fail in this way. Only a missing companion has a name in its problem.
-std::string ProblemOf(const Failure& failure) {
-  if (failure.code() == ErrorCode::kCompanionMissing) return "needs its companion, which is not there";
-  return failure.parts().problem;
-}
-
 /// "a, b and 3 more"
 std::string NamesText(const std::vector<std::string>& names) {
   std::string text;
@@ -74,6 +68,18 @@ std::string NamesText(const std::vector<std::string>& names) {
   }
   if (names.size() > kMostNames) text += " and " + std::to_string(names.size() - kMostNames) + " more";
   return text;
+}
+
+/// The file at fault with what fails because of it: "a.showdata (needed by a.logdata)".
+std::string NameText(const Cause& cause) {
+  const std::string& file = cause.failure->parts().file;
+  return cause.needed_by.empty() ? file : file + " (needed by " + NamesText(cause.needed_by) + ')';
+}
+
+/// What all files have in common that fail in this way. Only a missing companion has a name in its problem.
+std::string ProblemOf(const Failure& failure) {
+  if (failure.code() == ErrorCode::kCompanionMissing) return "needs its companion, which is not there";
+  return failure.parts().problem;
 }
 
 Failure Told(const Cause& cause) {
@@ -88,7 +94,7 @@ Failure OfManyFiles(const std::vector<Cause>& causes, const std::vector<std::siz
   const Failure& first = *causes[group.front()].failure;
   std::vector<std::string> names;
   names.reserve(group.size());
-  for (const std::size_t number : group) names.push_back(causes[number].failure->parts().file);
+  for (const std::size_t number : group) names.push_back(NameText(causes[number]));
   zuna_toolkit::ErrorParts parts = first.parts();
   parts.file = zuna_toolkit::Counted(group.size(), "file", "files");
   parts.problem = ProblemOf(first) + " (" + NamesText(names) + ')';

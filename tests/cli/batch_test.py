@@ -182,8 +182,9 @@ class FailureTest(FolderTest):
             self.write(f"many/{number}.logdata", "bad")
         self.assertEqual(self.said("up", "many", "--out-dir", "out", code=PART_FAILED), [
             "10 files: 0 done, 10 failed",
-            "5 files: is not an encrypted file of this kind (offset 0) (many/0.logdata, many/1.logdata, many/2.logdata, "
-            "many/3.logdata, many/4.logdata); give an encrypted show or log file"])
+            "5 files: is not an encrypted file of this kind (offset 0) (" +
+            ", ".join(f"many/{number}.logdata (needed by many/{number}.showdata)" for number in range(5)) +
+            "); give an encrypted show or log file"])
 
     def test_tells_many_missing_companions_once(self):
         os.mkdir(self.path("many"))
@@ -212,7 +213,11 @@ class FailureTest(FolderTest):
         for number in range(6):
             self.write(f"in/{number}.showdata", self.read("in/opera.showdata"))
         said = self.said("list", "in", "-r", "--key-file", "key", code=PART_FAILED)
-        self.assertRegex(said[0], r"^10 files: .*, in/below/gala\.logdata, in/below/gala\.showdata and 2 more\); ")
+        self.assertRegex(said[0], r"^10 files: .* \((in/\S+, ){9}in/\S+\); give the right key file$")
+        for number in range(100):
+            self.write(f"in/{number}.showdata", self.read("in/opera.showdata"))
+        said = self.said("list", "in", "-r", "--key-file", "key", code=PART_FAILED)
+        self.assertRegex(said[0], r"^104 files: .* \((in/\S+, ){99}in/\S+ and 4 more\); give the right key file$")
         os.rename(self.path("in/below"), self.path("below"))
         said = self.said("list", "below", "in/0.showdata", "--key-file", "key", code=PART_FAILED)
         self.assertEqual([line.split(": ")[0] for line in said],
