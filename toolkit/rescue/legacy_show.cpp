@@ -12,9 +12,9 @@ namespace zuna_toolkit {
 namespace {
 
 constexpr std::string_view kTimelineMagic = "TLMN";
-constexpr std::size_t kCountSize = 1;    // of the count of songs at the beginning
-constexpr std::size_t kMostSongs = 255;  // that this count can state
-constexpr std::size_t kEventSize = 12;
+constexpr std::size_t kCountSize = 1;       // of the count of songs at the beginning
+constexpr std::size_t kMostSongs = 255;     // that this count can state
+constexpr std::size_t kEventsThatTell = 8;  // that a file without any timeline is a show
 
 /// The fields of a song before its events.
 struct SongHead {
@@ -126,7 +126,9 @@ class ShowSalvage {
     const std::size_t length = in.Number(4);
     if (!in.ok() || length > bytes_.size() - in.at()) return {};
     const std::size_t end = in.at() + length;
-    return entry->second = {end, CountSequences(bytes_, in.at(), end, TimelineSequences(), steps_)};
+    entry->second = {end, CountSequences(bytes_, in.at(), end, TimelineSequences(), steps_)};
+    has_timeline_ = has_timeline_ || entry->second.sequences > 0;
+    return entry->second;
   }
 
   /// Where the first of the damaged songs between `begin` and `end` ends: after its timeline, where that is
@@ -151,10 +153,19 @@ class ShowSalvage {
     const std::size_t stated_end = head.events + head.stated_events * kEventSize;
     std::size_t timeline = stated_end;
     if (stated_end >= end || !HasTimelineAt(stated_end)) timeline = bytes.find(kTimelineMagic, head.events);
-    if (timeline == std::string_view::npos) timeline = std::min(stated_end, end);
-    const std::size_t events = (timeline - head.events) / kEventSize;
-    if (timeline < end && timeline != head.events + events * kEventSize) {
+    const bool has_magic = timeline != std::string_view::npos;
+    if (!has_magic) timeline = std::min(stated_end, end);
+    std::size_t events = (timeline - head.events) / kEventSize;
+    if (has_magic && timeline != head.events + events * kEventSize) {
       return Lose(begin, end, head, "its events cannot be told from its beginning");
+    }
+    if (!has_magic || timeline != stated_end) {
+      const std::size_t plausible =
+          CountPlausibleEvents(bytes.substr(head.events, events * kEventSize), head.tracks);
+      if (!has_timeline_ && plausible < kEventsThatTell) {
+        return Lose(begin, end, head, "nothing tells that it is a song");
+      }
+      if (!has_magic) events = plausible;
     }
 
     std::vector<std::string> remarks;
@@ -215,6 +226,7 @@ class ShowSalvage {
   std::string_view bytes_;
   Steps steps_;
   std::map<std::size_t, FoundTimeline> timelines_;  ///< by the place of their magic
+  bool has_timeline_ = false;                       ///< whether one of these is undamaged
   std::vector<version0::SongData> songs_;           ///< those in the report that are not lost
   RescueReport report_;
 };

@@ -149,6 +149,49 @@ TEST(RescueOfLegacyShows, SavesEverySongAroundBytesThatAreMissing) {
   }
 }
 
+/// A show of one song with so many events, without the end of it from the timeline on.
+std::string ShowWithoutTimeline(std::size_t events) {
+  version0::SongData song;
+  song.song_number = "1";
+  song.tracks = {{1, "Piano"}};
+  for (std::size_t i = 0; i < events; ++i) song.events[1].emplace_back(0, 0, 0x90, 60, 100, 1);
+  song.timeline.name = "1";
+  const std::string show = "\1" + zuna_test::Written(song);
+  return show.substr(0, show.find("TLMN"));
+}
+
+TEST(RescueOfLegacyShows, SavesTheEventsOfTheOnlySong) {
+  const Rescued rescued = RescuedOf(ShowWithoutTimeline(8));
+  EXPECT_EQ(rescued.document.As<LegacyShow>()->show.songs.at("1").events.at(1).size(), 8U);
+  EXPECT_EQ(SongsOf(ShowWithoutTimeline(7)), std::vector<std::string>());
+}
+
+TEST(RescueOfLegacyShows, TakesEventsUpToOneThatNobodyWrites) {
+  const std::string show = ShowWithoutTimeline(10);
+  const std::size_t last = show.size() - 12;
+  for (const auto& [offset, byte] : std::vector<std::pair<std::size_t, char>>{
+           {8, '\x70'}, {8, '\x91'}, {9, '\x80'}, {10, '\x80'}, {11, '\2'}}) {
+    std::string damaged = show;
+    damaged[last + offset] = byte;
+    const Rescued rescued = RescuedOf(damaged);
+    EXPECT_EQ(rescued.report.songs.at(0).remarks.at(0), "has 9 of the 10 events that it states") << offset;
+  }
+}
+
+TEST(RescueOfLegacyShows, TakesNoOtherBytesForSongs) {
+  std::mt19937 random(6);
+  for (int round = 0; round < 300; ++round) {
+    std::string bytes(1 + random() % 4000, '\0');
+    for (char& byte : bytes) byte = static_cast<char>(random());
+    EXPECT_EQ(SongsOf(bytes), std::vector<std::string>()) << round;
+  }
+  std::string text;
+  while (text.size() < 30'000) text += "A song begins with its length, and its timeline with TLMN. ";
+  for (std::size_t size = text.size() - 100; size < text.size(); ++size) {
+    EXPECT_EQ(SongsOf(text.substr(0, size)), std::vector<std::string>()) << size;
+  }
+}
+
 TEST(RescueOfLegacyShows, SavesLargeRandomSongs) {
   std::mt19937 random(5);
   for (int round = 0; round < 60; ++round) {
