@@ -27,22 +27,29 @@ struct OpenedRescue {
   const CipherKey* key;
 };
 
-/// Tries one key after the other. Under a wrong key, a file with a damaged beginning looks like one that is
-/// not encrypted, of which nothing can be saved.
+/// Whether `error` may not occur under another key: a file with a damaged beginning looks like another kind
+/// of file under a wrong key.
+bool MayOtherKeyHelp(const Error& error) {
+  const ErrorCode code = error.code();
+  return error.kind() == zuna_toolkit::ErrorKind::kWrongKey || code == ErrorCode::kNotEncrypted ||
+         code == ErrorCode::kUnsupportedEnvelope || code == ErrorCode::kChangedInTransfer;
+}
+
+/// Takes the first key that the file was encrypted with. A file that is not encrypted under any key is taken
+/// as it is, and goes with the first key.
 OpenedRescue RescueWith(const std::vector<std::uint8_t>& bytes, const std::string& name, const Keys& keys) {
   std::optional<Error> failure;
   for (const SecretKey& key : keys) {
     try {
-      return {zuna_toolkit::Rescue(bytes, name, key.material(), zuna_toolkit::Accept::kEncryptedOrPlain),
-              &key.material()};
+      return {zuna_toolkit::Rescue(bytes, name, key.material()), &key.material()};
     } catch (const Error& error) {
-      const bool other_key_may_help =
-          error.kind() == zuna_toolkit::ErrorKind::kWrongKey || error.code() == ErrorCode::kNothingToSave;
-      if (!other_key_may_help) throw;
+      if (!MayOtherKeyHelp(error)) throw;
       failure = error;
     }
   }
-  throw Failure(*failure);
+  if (failure->code() != ErrorCode::kNotEncrypted) throw Failure(*failure);
+  const CipherKey& first = keys.front().material();
+  return {zuna_toolkit::Rescue(bytes, name, first, zuna_toolkit::Accept::kEncryptedOrPlain), &first};
 }
 
 void RunRescue(const RescueOptions& options, Context& context) {

@@ -122,6 +122,20 @@ class RescueTest(ToolTest):
         self.environment = environment
         self.assertEqual(self.read("out"), self.read("good"))
 
+    def test_a_wrong_key_does_not_make_a_plain_file(self):
+        other = self.write_key("other", "key = 00\niv = 00\n")
+        environment = dict(self.environment)
+        self.environment.pop("ZUNA_KEY_FILE")
+        sealed = self.read("good")
+        for name, damaged in (("magic", b"x" + sealed[1:]), ("version", sealed[:8] + b"x" + sealed[9:])):
+            with self.subTest(name):
+                # The song at the end could be read without a key.
+                self.write("bad", damaged + self.songs[0])
+                self.run_tool("rescue", "bad", "-o", "out", "--force", "--key-file", other,
+                              "--key-file", environment["ZUNA_KEY_FILE"])
+                self.assertEqual(self.read("out"), sealed)
+        self.environment = environment
+
     def test_refusals(self):
         self.damage(HEADER)
         self.write("old", "old")
