@@ -151,7 +151,7 @@ class LogSalvage {
     RescuedSong song{std::string(head.number), std::string(head.name), begin};
     if (!in.ok()) return Lose(std::move(song), end, "its beginning cannot be read");
     const MendedSequences body = MendSequences(bytes_, in.at(), end, SongLogSequences());
-    if (body.remarks.size() == SongLogSequences().size()) {
+    if (body.records == 0 && body.remarks.size() == SongLogSequences().size()) {
       return Lose(std::move(song), end, "none of its edits can be read");
     }
     Keep(begin,

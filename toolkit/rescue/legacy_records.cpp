@@ -98,12 +98,14 @@ std::optional<std::size_t> RecordEnd(std::string_view bytes, std::size_t at, con
   return in.at();
 }
 
-/// The end of the last record that is whole, of those from `at` on.
-std::size_t EndOfRecords(std::string_view bytes, std::size_t at, const SequenceKind& kind) {
+/// The end of the last record that is whole, of those from `at` on, which are added to `count`.
+std::size_t EndOfRecords(std::string_view bytes, std::size_t at, const SequenceKind& kind,
+                         std::size_t& count) {
   while (at < bytes.size()) {
     const auto end = RecordEnd(bytes, at, kind);
     if (!end) break;
     at = *end;
+    ++count;
   }
   return at;
 }
@@ -204,10 +206,12 @@ MendedSequences MendSequences(std::string_view bytes, std::size_t begin, std::si
     const std::string_view stated = bytes.substr(at, stated_end - at);
     if (goes_on && kind.payload != 0 && stated.size() % (kFrameSize + kind.payload) == 0) {
       mended.bytes += SequenceBytes(kind, Reframed(stated, kind));
+      mended.records += stated.size() / (kFrameSize + kind.payload);
       at = stated_end;
       continue;
     }
-    const std::size_t records_end = EndOfRecords(goes_on ? bytes.substr(0, stated_end) : bytes, at, kind);
+    const std::size_t records_end =
+        EndOfRecords(goes_on ? bytes.substr(0, stated_end) : bytes, at, kind, mended.records);
     const bool all = (is_there && records_end == stated_end) || (!goes_on && next_start(records_end));
     if (!all) mended.remarks.push_back("some of its " + std::string(kind.what) + " are missing");
     mended.bytes += SequenceBytes(kind, bytes.substr(at, records_end - at));

@@ -185,6 +185,20 @@ TEST(Rescue, TakesTheEditsBeforeACut) {
   EXPECT_EQ(rescued.document.As<LegacyLog>()->log.show_name, "Opera");
 }
 
+TEST(Rescue, TakesTheFirstEditsWhereOthersOfEveryKindAreMissing) {
+  const std::string log = SampleLog();
+  const std::size_t cuts = log.find("\x42\x0C");
+  const std::size_t after_first = cuts + 5 + 12;  // behind the head of the cuts and one of them
+  std::string damaged = log.substr(0, after_first) + "x";
+  damaged[cuts + 1] = '\x7F';  // the length of all of them
+  const Rescued rescued = RescuedOf(damaged);
+  const RescuedSong song = SongAt(rescued.report, 0);
+  EXPECT_EQ(song.state, SongState::kPartly);
+  ASSERT_EQ(song.remarks.size(), 8U);
+  EXPECT_EQ(song.remarks[0], "some of its cuts are missing");
+  EXPECT_EQ(rescued.document.As<LegacyLog>()->log.songs.at("12a").cuts.size(), 1U);
+}
+
 TEST(Rescue, LosesASongLogOfWhichNothingIsLeft) {
   const std::string log = SampleLog();
   const std::size_t cuts = log.find("\x42\x0C");

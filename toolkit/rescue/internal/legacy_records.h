@@ -65,6 +65,7 @@ std::size_t CountSequences(std::string_view bytes, std::size_t begin, std::size_
 /// Sequences that can be read.
 struct MendedSequences {
   std::string bytes;
+  std::size_t records = 0;           ///< how many were read
   std::vector<std::string> remarks;  ///< what is missing
 };
 
