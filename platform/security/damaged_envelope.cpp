@@ -6,6 +6,7 @@
 #include <array>
 
 #include "platform/security/envelope.h"
+#include "platform/security/secret.h"
 #include "platform/security/stack.h"
 
 namespace zuna_sec {
@@ -102,7 +103,12 @@ DamagedEnvelope OpenDamaged(Bytes bytes, const CipherKey& key) try {
   zuna_security::WriteAssociated(opened.stated_size, keys.key_check.bytes(), header);
   for (const Field& field : kFieldsBeforeLength) NoteDamage(field, bytes, header, opened);
   NoteDamage(kKeyCheckField, bytes, header, opened);
-  Decrypt(bytes, keys, opened);
+  try {
+    Decrypt(bytes, keys, opened);
+  } catch (...) {
+    zuna_security::Wipe(opened.plaintext);
+    throw;
+  }
   return opened;
 } catch (const zuna_security::GcryptFailure& failure) {
   zuna_security::ThrowUnavailable(failure, kDamagedData);

@@ -18,6 +18,7 @@ constexpr std::size_t kStep = 4;    // bytes from one piece that is looked for t
 
 const remains::Secret* g_watched = nullptr;
 int g_found = 0;
+long g_calls_left = 0;  // until an allocation fails; 0 where none does
 
 constexpr std::size_t kStackSize = std::size_t{1} << 20;
 
@@ -53,6 +54,7 @@ void __real_free(void* memory);
 }
 
 void* operator new(std::size_t size) {
+  if (g_calls_left > 0 && --g_calls_left == 0) throw std::bad_alloc();
   void* const memory = std::malloc(size == 0 ? 1 : size);
   if (memory == nullptr) throw std::bad_alloc();
   return memory;
@@ -81,6 +83,8 @@ void WatchFreedMemory(const Secret* secret) {
 }
 
 int FoundInFreedMemory() { return g_found; }
+
+void FailAllocation(long call) { g_calls_left = call; }
 
 void LookAndFree(void* memory) { __wrap_free(memory); }
 

@@ -31,6 +31,9 @@ int FoundInFreedMemory();
 /// Looks at a block and frees it.
 void LookAndFree(void* memory);
 
+/// From now on, the `call`th operator new fails (1 for the next one); none with 0.
+void FailAllocation(long call);
+
 /// Runs `work` on a stack of its own and returns that stack, as it was when `work` ended.
 std::vector<std::uint8_t> StackAfter(const std::function<void()>& work);
 

@@ -13,10 +13,9 @@ namespace zuna_toolkit {
 
 namespace {
 
-/// What is wrong with an envelope.
-std::vector<std::string> RemarksOf(const zuna_sec::DamagedEnvelope& opened) {
+/// What is wrong with an envelope, of which so many encrypted bytes are present.
+std::vector<std::string> RemarksOf(const zuna_sec::DamagedEnvelope& opened, std::size_t present) {
   std::vector<std::string> remarks;
-  const std::size_t present = opened.plaintext.size();
   std::string fields;
   for (const std::string_view field : opened.damaged_fields) AppendListed(fields, std::string(field));
   if (!fields.empty()) remarks.push_back("the header of its encryption is damaged (" + fields + ")");
@@ -45,10 +44,10 @@ Plaintext DecryptDamaged(std::span<const std::uint8_t> bytes, const CipherKey& k
   try {
     zuna_sec::DamagedEnvelope opened = zuna_sec::OpenDamaged(bytes, key);
     Plaintext plaintext;
+    plaintext.bytes = std::move(opened.plaintext);  // wiped from here on
     plaintext.authentic = opened.authentic;
     plaintext.changed = !opened.authentic;
-    plaintext.remarks = RemarksOf(opened);
-    plaintext.bytes = std::move(opened.plaintext);
+    plaintext.remarks = RemarksOf(opened, plaintext.bytes.size());
     return plaintext;
   } catch (const zuna_sec::EmptyError&) {
     throw;

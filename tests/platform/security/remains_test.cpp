@@ -7,6 +7,7 @@
 #include <cstring>
 #include <string>
 
+#include "kit/wipe.h"
 #include "platform/security/envelope.h"
 #include "tests/support/bytes.h"
 #include "tests/support/encrypted.h"
@@ -97,6 +98,27 @@ TEST_P(Remains, NoneAfterOpeningADamagedOne) {
   ExpectNothingRemains([&] { zuna_sec::OpenDamaged(damaged, zuna_test::kKey); });
   damaged[60] ^= 1;  // tag
   ExpectNothingRemains([&] { zuna_sec::OpenDamaged(damaged, zuna_test::kKey); });
+}
+
+TEST_P(Remains, NoPlaintextWhereMemoryRunsOut) {
+  const Secret plaintext(ByteVector(8, static_cast<std::uint8_t>(~'x')));
+  ByteVector damaged = Sealed(GetParam());
+  damaged[16] ^= 1;  // length, which is noted once the plaintext is there
+  for (long call = 1, failed = 1; failed != 0; ++call) {
+    ASSERT_LT(call, 100);
+    failed = 0;
+    remains::WatchFreedMemory(&plaintext);
+    remains::FailAllocation(call);
+    try {
+      zuna_sec::DamagedEnvelope opened = zuna_sec::OpenDamaged(damaged, zuna_test::kKey);
+      kit::Wipe(opened.plaintext);
+    } catch (const std::bad_alloc&) {
+      failed = 1;
+    }
+    remains::FailAllocation(0);
+    EXPECT_EQ(remains::FoundInFreedMemory(), 0) << "allocation " << call;
+    remains::WatchFreedMemory(nullptr);
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Sizes, Remains, testing::Values(0, 1, 64, 5000));
