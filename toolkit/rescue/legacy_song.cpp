@@ -15,16 +15,20 @@ constexpr std::size_t kMostTracks = 255;  // of a song
 
 /// Adds a voice for events that have none.
 void AddVoices(version0::SongData& song, std::vector<std::string>& remarks) {
+  std::size_t voices = 0;
+  std::size_t of_them = 0;  // events
   for (const auto& [id, events] : song.events) {
     const bool is_known =
         std::any_of(song.tracks.begin(), song.tracks.end(),
                     [id = id](const version0::TrackObject& track) { return track.track_id == id; });
     if (is_known || song.tracks.size() == kMostTracks) continue;
     song.tracks.emplace_back(id, "");
-    remarks.push_back(Counted(events.size(), "event is", "events are") +
-                      " of a voice that it does not list, " + std::to_string(id) +
-                      ", which was added without a name");
+    ++voices;
+    of_them += events.size();
   }
+  if (voices == 0) return;
+  remarks.push_back(Counted(of_them, "event is", "events are") + " of " + Counted(voices, "voice", "voices") +
+                    " that it does not list, added without a name");
 }
 
 /// Lets a song that has lost its first tempo or meter begin with 120 quarter notes a minute in 4/4.

@@ -70,7 +70,7 @@ Texts NumbersOf(const Rescued& rescued) {
 }
 
 /// The events that no track has are given one, which is not what these tests are about.
-const Texts kUnlisted = {"1 event is of a voice that it does not list, 1, which was added without a name"};
+const Texts kUnlisted = {"1 event is of 1 voice that it does not list, added without a name"};
 
 TEST(Rescue, FindsTheNextSongByTheTimelineWhereALengthIsDamaged) {
   ASSERT_EQ(Song("7").size(), kSongSize);
@@ -103,6 +103,20 @@ TEST(Rescue, TakesTheOtherListsWhereOneIsDamaged) {
             (Texts{"its keys are missing", "its page numbers are missing", "its meters are missing",
                    "120 quarter notes a minute stand in for its tempos", "4/4 stands in for its meters",
                    kUnlisted[0]}));
+}
+
+TEST(Rescue, CountsTheVoicesThatASongDoesNotList) {
+  version0::ShowData show = zuna_test::SampleLegacyShow();
+  version0::SongData& song = show.songs.begin()->second;
+  song.tracks.clear();
+  song.events.clear();
+  for (unsigned id = 0; id < 255; ++id) {
+    song.events[static_cast<std::uint8_t>(id)].assign(
+        2, version0::EventObject(0, 0, 0x90, 60, 100, static_cast<std::uint8_t>(id)));
+  }
+  const Rescued rescued = RescuedOf(zuna_test::Written(show));
+  EXPECT_EQ(SongAt(rescued.report, 0).remarks,
+            Texts{"510 events are of 255 voices that it does not list, added without a name"});
 }
 
 TEST(Rescue, TakesTheEventsBeforeACut) {
