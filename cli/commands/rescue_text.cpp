@@ -14,6 +14,7 @@ namespace {
 
 using zuna_toolkit::AppendListed;
 using zuna_toolkit::Counted;
+using zuna_toolkit::NumberText;
 using zuna_toolkit::Rescued;
 using zuna_toolkit::RescuedSong;
 using zuna_toolkit::RescueReport;
@@ -39,7 +40,7 @@ std::size_t CountSaved(const RescueReport& report, SongState state, bool vouched
 
 /// "song 12 at byte 4711 is lost: its beginning cannot be read"
 std::string SongText(const RescuedSong& song) {
-  std::string text = song.number.empty() ? "a song" : "song " + song.number;
+  std::string text = song.number.empty() ? "a song" : "song " + NumberText(song.number);
   if (song.offset) text += " at byte " + std::to_string(*song.offset);
   if (song.state == SongState::kPartly) text += " is saved in part";
   if (song.state == SongState::kLost) text += " is lost";
@@ -86,6 +87,7 @@ std::string SavedText(const RescueReport& report) {
   const std::size_t all = std::max<std::size_t>(report.songs.size(), report.stated_songs.value_or(0));
   if (report.complete()) return "everything came back: " + Counted(saved, "song", "songs");
   std::string text = std::to_string(saved) + " of " + Counted(all, "song is", "songs are") + " saved";
+  if (partly == saved) return text + " in part";
   if (partly > 0) text += ", " + std::to_string(partly) + " of them in part";
   return text;
 }

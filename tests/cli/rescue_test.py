@@ -80,6 +80,19 @@ class RescueTest(ToolTest):
         self.assertEqual(self.rescue("plain")[0], "zuna-convert: plain: is not encrypted")
         self.assertIn(self.songs[1], self.plaintext("out"))
 
+    def test_songs_that_come_back_in_part(self):
+        for count, rest, told in ((1, b"", "1 of 1 song is saved in part"),
+                                  (2, self.songs[1], "2 of 2 songs are saved, 1 of them in part")):
+            with self.subTest(told):
+                self.write("plain", bytes([count]) + self.songs[0][:-8] + rest)
+                self.assertEqual(self.rescue("plain", PART_FAILED, "--force")[-1], f"zuna-convert: out: {told}")
+
+    def test_a_long_number_is_cut_in_messages(self):
+        self.write("plain", legacy_show(legacy_song("7" * 200, "Tune"), legacy_song("7" * 200, "Tune")))
+        said = self.rescue("plain")
+        self.assertIn(f": song {'7' * 40}... at byte ", "\n".join(said))
+        self.assertLess(max(len(line) for line in said), 300)
+
     def test_json(self):
         self.damage(HEADER + 1 + len(self.songs[0]))
         done = self.run_tool("rescue", "bad", "-o", "out", "--json", "--quiet", code=PART_FAILED)

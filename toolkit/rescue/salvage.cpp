@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "kit/numeric_string_compare.h"
+#include "toolkit/words.h"
 
 namespace zuna_toolkit {
 
@@ -50,7 +51,7 @@ std::string OwnNumber(const std::string& number, GivenNumbers& given) {
 void GiveOwnNumber(RescuedSong& song, GivenNumbers& given) {
   std::string number = OwnNumber(song.number, given);
   if (number == song.number) return;
-  song.remarks.push_back("another song has its number, " + song.number);
+  song.remarks.push_back("another song has its number, " + NumberText(song.number));
   song.number = std::move(number);
 }
 
