@@ -74,6 +74,13 @@ TEST(CostsOfRescue, OfManyBeginningsOfSongs) {
               "\0ZSH\xFF\xFF\0\0\1\1\0\0\0\0\xFF\0\0\0"s + Repeated("\1\0\0\0a\1\0\0\0b"s, kSize));
 }
 
+TEST(CostsOfRescue, OfManySongsThatEndFarAway) {
+  // No number, no name, and 75009 tempos, after which there is no count of bar labels.
+  const std::string far = "\0\0\1\0\x81\xCA\x04"s;
+  const std::string song = "\1a\1b\1\0\0\0\0\0\0\0"s;
+  ExpectCheap("songs with far ends", "\0ZSH\xFF\xFF\0\0\1\2\0\x7F"s + Repeated(far + song + song, 3 * kSize));
+}
+
 TEST(CostsOfRescue, OfManyObjectsOfText) {
   const std::string front = R"({"songs": [)";
   ExpectCheap("empty objects", front + Repeated("{},", kSize));

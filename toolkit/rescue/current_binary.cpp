@@ -108,16 +108,22 @@ class BinarySalvage {
   bool Take(std::size_t& at, std::size_t& last) {
     std::size_t next = at;
     std::shared_ptr<Song> song = Read(next);
-    if (!song) return false;
+    if (!song) return Refuse(at);
     if (!BeginsLikeSong(at) && !IsEnd(next)) {
       std::size_t after = next;
-      if (!Read(after)) return false;
+      if (!Read(after)) return Refuse(at);
     }
     report_.songs.push_back({song->song_number, song->song_name, at});
     songs_.push_back(std::move(song));
     last = at;
     at = next;
     return true;
+  }
+
+  /// Counts what was read in vain from `at` on.
+  bool Refuse(std::size_t at) {
+    steps_.Take(failed_at_ - at);
+    return false;
   }
 
   /// Whether a song with a number and a name that can be typed may begin at `at`.
