@@ -4,14 +4,13 @@
 #include <algorithm>
 #include <sstream>
 
+#include "toolkit/internal/legacy_sizes.h"
 #include "toolkit/internal/translate.h"
 #include "toolkit/words.h"
 
 namespace zuna_toolkit {
 
 namespace {
-
-constexpr std::size_t kMostTracks = 255;  // of a song
 
 /// Adds a voice for events that have none.
 void AddVoices(version0::SongData& song, std::vector<std::string>& remarks) {
@@ -20,8 +19,8 @@ void AddVoices(version0::SongData& song, std::vector<std::string>& remarks) {
   for (const auto& [id, events] : song.events) {
     const bool is_known =
         std::any_of(song.tracks.begin(), song.tracks.end(),
-                    [id = id](const version0::TrackObject& track) { return track.track_id == id; });
-    if (is_known || song.tracks.size() == kMostTracks) continue;
+                    [wanted = id](const version0::TrackObject& track) { return track.track_id == wanted; });
+    if (is_known || song.tracks.size() == kMostLegacyTracks) continue;
     song.tracks.emplace_back(id, "");
     ++voices;
     of_them += events.size();
