@@ -138,7 +138,7 @@ void ExpectSongsAroundDamage(const Model& model, const cmn::FileVersion& version
   const std::string bytes = zuna_test::WrittenAt(model, version);
   const auto ends = EndsOf(model, bytes, version);
   for (int round = 0; round < 60; ++round) {
-    for (const std::size_t count : {1, 8}) {
+    for (const std::size_t count : {1U, 8U}) {
       std::set<std::size_t> offsets;
       const std::string damaged = zuna_test::Damaged(bytes, count, random, offsets);
       const std::set<std::string> same = CameBack(model, damaged);

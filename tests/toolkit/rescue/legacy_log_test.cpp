@@ -110,7 +110,7 @@ TEST(RescueOfLegacyLogs, TellsThatItsLengthIsTooSmall) {
 
 TEST(RescueOfLegacyLogs, SavesEverySongThatDamageDoesNotTouch) {
   std::mt19937 random(2);
-  for (const std::size_t count : {1, 2, 8, 64}) {
+  for (const std::size_t count : {1U, 2U, 8U, 64U}) {
     for (int round = 0; round < 100; ++round) {
       const Sample sample = MakeSample(random);
       std::set<std::size_t> offsets;

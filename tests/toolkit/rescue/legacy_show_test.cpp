@@ -118,7 +118,7 @@ TEST(RescueOfLegacyShows, SavesTheSongsAfterEveryCutAtTheFront) {
 
 TEST(RescueOfLegacyShows, SavesEverySongThatDamageDoesNotTouch) {
   std::mt19937 random(3);
-  for (const std::size_t count : {1, 2, 8, 64}) {
+  for (const std::size_t count : {1U, 2U, 8U, 64U}) {
     for (int round = 0; round < 150; ++round) {
       const Sample sample = MakeSample(random);
       std::set<std::size_t> offsets;
