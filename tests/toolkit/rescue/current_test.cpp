@@ -16,7 +16,6 @@
 namespace {
 
 using zuna_toolkit::Rescued;
-using zuna_toolkit::SongState;
 
 constexpr unsigned kSongs = 12;
 

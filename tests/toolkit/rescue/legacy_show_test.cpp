@@ -15,7 +15,6 @@ using zuna_test::Part;
 using zuna_test::RescuedOf;
 using zuna_toolkit::LegacyShow;
 using zuna_toolkit::Rescued;
-using zuna_toolkit::SongState;
 
 constexpr std::size_t kSongs = 20;
 

@@ -12,9 +12,6 @@
 
 namespace {
 
-using zuna_json::FloatText;
-using zuna_json::ParseFloat;
-
 std::uint32_t Bits(float value) { return std::bit_cast<std::uint32_t>(value); }
 
 TEST(FloatText, IsTheShortestThatReadsBack) {

@@ -9,7 +9,6 @@
 namespace {
 
 using boost::json::error;
-using zuna_json::DescribeError;
 
 TEST(JsonError, IsDescribed) {
   EXPECT_EQ(zuna_json::DescribeError(error::incomplete), "the text ends before its JSON value does");
