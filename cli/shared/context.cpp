@@ -23,11 +23,6 @@ std::string VersionsText(cmn::FileKind kind) {
   return text + " (text)";  // The last one is the text form.
 }
 
-bool IsSupported(cmn::FileKind kind, const cmn::FileVersion& version) {
-  const auto versions = cmn::SupportedVersions(kind);
-  return std::find(versions.begin(), versions.end(), version) != versions.end();
-}
-
 /// Throws Failure (kUsage) where more than one of `inputs` is "-".
 void RequireOneStandardInput(const std::vector<std::string>& inputs) {
   if (std::count(inputs.begin(), inputs.end(), kStandardStream) > 1) {
@@ -127,7 +122,7 @@ std::string NotAVersion() {
 std::string CheckTarget(const std::string& text) {
   const auto version = cmn::ParseVersion(text);
   if (!version) return NotAVersion();
-  if (IsSupported(cmn::FileKind::kShow, *version)) return "";
+  if (cmn::IsSupported(cmn::FileKind::kShow, *version)) return "";
   return text + " is not a version to write: " + VersionsText(cmn::FileKind::kShow) + "; use down for 0.0";
 }
 
@@ -143,7 +138,7 @@ void AddTarget(CLI::App& command, cmn::FileVersion& version) {
 }
 
 void RequireTarget(cmn::FileKind kind, const cmn::FileVersion& version) {
-  if (IsSupported(kind, version)) return;
+  if (cmn::IsSupported(kind, version)) return;
   throw Failure(
       ErrorCode::kNoSuchVersion, "command line",
       "--to: " + std::string(cmn::KindName(kind)) + "s have no version " + cmn::VersionText(version),

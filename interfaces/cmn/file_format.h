@@ -3,6 +3,7 @@
 // Kinds, versions and magic bytes of current files. Not part of the contract with the converter: a
 // product that replaces platform/ for the converter alone need not supply it.
 
+#include <algorithm>
 #include <cstdint>
 #include <iosfwd>
 #include <optional>
@@ -33,6 +34,12 @@ ZUNA_API std::string_view BinaryMagic(FileKind kind);
 /// The current versions that files of this kind are read and written in, in ascending order. 0.0, the legacy
 /// format, is not among them.
 ZUNA_API std::span<const FileVersion> SupportedVersions(FileKind kind);
+
+/// Whether `version` is one of them.
+inline bool IsSupported(FileKind kind, FileVersion version) {
+  const auto versions = SupportedVersions(kind);
+  return std::find(versions.begin(), versions.end(), version) != versions.end();
+}
 
 /// The version that `text` states as MAJOR.MINOR: two decimal numbers from 0 to 255 without leading zeros.
 /// None for any other text.

@@ -94,8 +94,7 @@ std::string VersionForBuild(std::string_view text) {
   std::istringstream stream{std::string(text.substr(0, kTextFormProbe))};
   const auto version = cmn::ParseVersion(cmn::StatedInText(stream).version.value_or(""));
   if (!version || version == kEncryptedAsItIs) return "";
-  const auto known = cmn::SupportedVersions(cmn::FileKind::kShow);  // Logs have no others.
-  const bool is_known = std::find(known.begin(), known.end(), *version) != known.end();
+  const bool is_known = cmn::IsSupported(cmn::FileKind::kShow, *version);  // Logs have no others.
   return is_known || version == kLegacyVersion ? cmn::VersionText(*version) : "";
 }
 

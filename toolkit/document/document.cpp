@@ -1,8 +1,6 @@
 // A show or a log of any version in memory.
 #include "toolkit/document/document.h"
 
-#include <algorithm>
-
 #include "toolkit/error.h"
 #include "toolkit/words.h"
 
@@ -29,10 +27,7 @@ std::string SupportedText(cmn::FileKind kind) {
 
 void RequireVersion(const Document::Model& model, cmn::FileVersion version, const std::string& name) {
   const cmn::FileKind kind = KindOf(model);
-  const auto supported = cmn::SupportedVersions(kind);
-  const bool fits = IsLegacy(model)
-                        ? version == kLegacyVersion
-                        : std::find(supported.begin(), supported.end(), version) != supported.end();
+  const bool fits = IsLegacy(model) ? version == kLegacyVersion : cmn::IsSupported(kind, version);
   if (fits) return;
   throw Error(ErrorCode::kNoSuchVersion, name,
               std::string(cmn::KindName(kind)) + "s have no version " + cmn::VersionText(version),

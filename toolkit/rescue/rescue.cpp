@@ -64,9 +64,8 @@ Salvage SalvageDamagedBinary(std::string_view plaintext, cmn::FileKind kind) {
   const cmn::FileVersion stated{static_cast<std::uint8_t>(plaintext[kVersionOffset]),
                                 static_cast<std::uint8_t>(plaintext[kVersionOffset + 1])};
   std::optional<Salvage> best;
-  const auto versions = cmn::SupportedVersions(kind);
-  const bool is_known = std::find(versions.begin(), versions.end(), stated) != versions.end();
-  for (const cmn::FileVersion& version : versions) {
+  const bool is_known = cmn::IsSupported(kind, stated);
+  for (const cmn::FileVersion& version : cmn::SupportedVersions(kind)) {
     if (is_known ? version != stated : version.major != 1) continue;
     Salvage salvage = SalvageBinary(plaintext, kind, version);
     if (!best || salvage.report.saved() > best->report.saved()) best = std::move(salvage);

@@ -18,7 +18,7 @@ const char* TextFieldBinder::StoreVersion(void* target, std::string&& text) {
   auto& head = *static_cast<TextHead*>(target);
   const std::optional<cmn::FileVersion> version = cmn::ParseVersion(text);
   if (!version) return "expected a version such as \"2.0\"";
-  const bool known = head.any_version ? IsSupported(head.kind, *version) : *version == kTextVersion;
+  const bool known = head.any_version ? cmn::IsSupported(head.kind, *version) : *version == kTextVersion;
   if (!known) ThrowUnsupported(head.kind, *version, "in the text form");
   head.version = *version;
   return nullptr;

@@ -2,7 +2,6 @@
 
 #include "platform/core/file/versions.h"
 
-#include <algorithm>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -41,13 +40,8 @@ Layout LayoutOf(cmn::FileVersion version) { return TraitsOf(version).layout; }
 
 bool HasChecksum(cmn::FileVersion version) { return TraitsOf(version).checksum; }
 
-bool IsSupported(FileKind kind, cmn::FileVersion version) {
-  const auto versions = cmn::SupportedVersions(kind);
-  return std::find(versions.begin(), versions.end(), version) != versions.end();
-}
-
 bool IsBinary(FileKind kind, cmn::FileVersion version) {
-  return IsSupported(kind, version) && LayoutOf(version) != Layout::kText;
+  return cmn::IsSupported(kind, version) && LayoutOf(version) != Layout::kText;
 }
 
 void ThrowNotBinary(cmn::FileVersion version) {

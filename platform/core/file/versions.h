@@ -43,9 +43,6 @@ Layout LayoutOf(cmn::FileVersion version);
 /// the table.
 bool HasChecksum(cmn::FileVersion version);
 
-/// Whether files of this kind have this version.
-bool IsSupported(FileKind kind, cmn::FileVersion version);
-
 /// Whether files of this kind have this version and are binary.
 bool IsBinary(FileKind kind, cmn::FileVersion version);
 

@@ -47,7 +47,7 @@ void CheckWritable(const std::string& number, const CL::SongLog* song) {
 }
 
 void CheckSupported(cmn::FileVersion version) {
-  if (!IsSupported(FileKind::kLog, version)) ThrowUnsupported(FileKind::kLog, version, "for output");
+  if (!cmn::IsSupported(FileKind::kLog, version)) ThrowUnsupported(FileKind::kLog, version, "for output");
 }
 
 void CheckWritable(const CL::ChangeLog& log, cmn::FileVersion version) {

@@ -32,7 +32,7 @@ void CheckWritable(const std::string& number, const zuna_midi::SongData& song) {
 }
 
 void CheckWritable(const zuna_midi::ShowData& show, cmn::FileVersion version) {
-  if (!IsSupported(FileKind::kShow, version)) ThrowUnsupported(FileKind::kShow, version, "for output");
+  if (!cmn::IsSupported(FileKind::kShow, version)) ThrowUnsupported(FileKind::kShow, version, "for output");
   for (const auto& [number, song] : show.songs()) CheckWritable(number, *song);
 }
 
