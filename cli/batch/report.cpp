@@ -15,7 +15,6 @@
 #include "cli/shared/json_text.h"
 #include "cli/terminal/standard_streams.h"
 #include "cli/terminal/text.h"
-#include "toolkit/words.h"
 
 namespace zuna_cli {
 
@@ -36,12 +35,6 @@ std::string_view StatusText(Status status) {
       break;
   }
   return "failed";
-}
-
-std::string JsonStrings(const std::vector<std::string>& texts) {
-  std::string list;
-  for (const std::string& text : texts) zuna_toolkit::AppendListed(list, JsonString(text));
-  return '[' + list + ']';
 }
 
 [[noreturn]] void ThrowUnwritten(const std::string& path, int error) {

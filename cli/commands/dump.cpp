@@ -1,8 +1,8 @@
 // zuna-convert dump
 #include <memory>
-#include <sstream>
 
 #include "cli/shared/context.h"
+#include "cli/shared/document_text.h"
 #include "cli/shared/input.h"
 #include "cli/terminal/standard_streams.h"
 #include "toolkit/document/text_form.h"
@@ -16,12 +16,10 @@ void RunDump(const Paths& paths, Context& context) {
   const Keys keys = context.ReadKeys();
   zuna_toolkit::OpenedFile file = OpenInput(paths.input, keys, zuna_toolkit::Accept::kEncryptedOrPlain).file;
   const zuna_toolkit::Document document = zuna_toolkit::ReadDocument(file);
-  std::ostringstream text;
-  text.exceptions(std::ios_base::badbit);  // it would drop what it has no memory for
-  zuna_toolkit::WriteTextForm(document, text);
+  const std::string text = TextFormOf(document);
   const std::string left_out = zuna_toolkit::LeftOutOfText(document);
   if (!left_out.empty()) context.Note(file.name(), "the text leaves out " + left_out);
-  destination.WriteJson(text.str());
+  destination.WriteJson(text);
 }
 
 }  // namespace

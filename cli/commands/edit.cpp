@@ -10,6 +10,7 @@
 #include "cli/batch/output_options.h"
 #include "cli/batch/sealing.h"
 #include "cli/shared/context.h"
+#include "cli/shared/document_text.h"
 #include "cli/shared/input.h"
 #include "cli/terminal/editor.h"
 #include "cli/terminal/standard_streams.h"
@@ -82,13 +83,6 @@ std::optional<Document> Edit(EditedText& edited, const std::string& text, const 
   }
 }
 
-std::string TextOf(const Document& document) {
-  std::ostringstream text;
-  text.exceptions(std::ios_base::badbit);  // it would drop what it has no memory for
-  zuna_toolkit::WriteTextForm(document, text);
-  return text.str();
-}
-
 void RequireUnchanged(const std::string& path, const std::vector<std::uint8_t>& before) {
   if (ReadInput(path, zuna_toolkit::kMaxFileSize) == before) return;
   throw Failure(ErrorCode::kChangedMeanwhile, path,
@@ -105,7 +99,7 @@ void RunEdit(const std::string& path, Context& context) {
   const auto bytes = ReadInput(path, zuna_toolkit::kMaxFileSize);
   auto [file, key] = DecryptInput(bytes, path, keys);
   const Document before = zuna_toolkit::ReadDocument(file);
-  const std::string text = TextOf(before);
+  const std::string text = TextFormOf(before);
   EditedText edited(text, before.type().is_log() ? "log.json" : "show.json");
   try {
     const std::optional<Document> after = Edit(edited, text, before);

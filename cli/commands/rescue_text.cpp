@@ -49,16 +49,10 @@ std::string SongText(const RescuedSong& song) {
   return text + ": " + remarks;
 }
 
-std::string Strings(const std::vector<std::string>& texts) {
-  std::string list;
-  for (const std::string& text : texts) AppendListed(list, JsonString(text));
-  return '[' + list + ']';
-}
-
 std::string SongJson(const RescuedSong& song) {
   return "{\"number\": " + JsonString(song.number) + ", \"name\": " + JsonString(song.name) +
-         ", \"offset\": " + (song.offset ? std::to_string(*song.offset) : "null") + ", \"state\": \"" +
-         std::string(StateText(song.state)) + "\", \"remarks\": " + Strings(song.remarks) +
+         ", \"offset\": " + NumberOrNull(song.offset) + ", \"state\": \"" +
+         std::string(StateText(song.state)) + "\", \"remarks\": " + JsonStrings(song.remarks) +
          ", \"vouched\": " + (song.vouched ? "true" : "false") + '}';
 }
 
@@ -106,9 +100,9 @@ std::string RescueJson(const Rescued& rescued) {
          cmn::VersionText(type.version) + "\", \"complete\": " + (report.complete() ? "true" : "false") +
          ", \"changed\": " + (report.changed ? "true" : "false") +
          ", \"saved\": " + std::to_string(report.saved()) +
-         ", \"statedSongs\": " + (report.stated_songs ? std::to_string(*report.stated_songs) : "null") +
-         ", \"songs\": [" + songs + "], \"missing\": " + Strings(report.missing) + ", \"unread\": [" +
-         unread + "], \"remarks\": " + Strings(report.remarks) + "}\n";
+         ", \"statedSongs\": " + NumberOrNull(report.stated_songs) + ", \"songs\": [" + songs +
+         "], \"missing\": " + JsonStrings(report.missing) + ", \"unread\": [" + unread +
+         "], \"remarks\": " + JsonStrings(report.remarks) + "}\n";
 }
 
 }  // namespace zuna_cli

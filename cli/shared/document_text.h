@@ -17,6 +17,9 @@ std::string SongsText(const std::vector<std::string>& numbers);
 /// The whole as aligned text for people, with a line break at its end.
 std::string InfoText(const zuna_toolkit::Document& document);
 
+/// The text form of the whole. Throws zuna_toolkit::Error.
+std::string TextFormOf(const zuna_toolkit::Document& document);
+
 /// The whole as a JSON object; `path` is that of the document.
 std::string InfoJson(const zuna_toolkit::Document& document, const std::string& path);
 

@@ -7,19 +7,17 @@
 #include "cli/terminal/text.h"
 #include "kit/hex.h"
 #include "kit/utf8.h"
+#include "toolkit/words.h"
 
 namespace zuna_cli {
 
-namespace {
-
-template <typename Number>
-std::string NumberOrNull(const std::optional<Number>& number) {
-  return number ? std::to_string(*number) : "null";
-}
-
-}  // namespace
-
 std::string TextOrNull(const std::string& text) { return text.empty() ? "null" : JsonString(text); }
+
+std::string JsonStrings(const std::vector<std::string>& texts) {
+  std::string list;
+  for (const std::string& text : texts) zuna_toolkit::AppendListed(list, JsonString(text));
+  return '[' + list + ']';
+}
 
 std::string PathJson(const std::string& key, const std::string& path) {
   std::string json = '"' + key + "\": " + TextOrNull(path);

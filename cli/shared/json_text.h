@@ -1,7 +1,9 @@
 // Data of the toolkit as JSON.
 #pragma once
 
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "toolkit/comparison/difference.h"
 #include "toolkit/error.h"
@@ -11,6 +13,15 @@ namespace zuna_cli {
 
 /// `text` as a JSON string; null where it is empty.
 std::string TextOrNull(const std::string& text);
+
+/// A number; null where there is none.
+template <typename Number>
+std::string NumberOrNull(const std::optional<Number>& number) {
+  return number ? std::to_string(*number) : "null";
+}
+
+/// `texts` as a list of JSON strings.
+std::string JsonStrings(const std::vector<std::string>& texts);
 
 /// The member "KEY": … of an object, null for an empty path. A path that is not UTF-8 has a second member
 /// "KEYBytes": all its bytes in hexadecimal digits.

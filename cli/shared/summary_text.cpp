@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <map>
+#include <sstream>
 #include <vector>
 
 #include "cli/shared/json_text.h"
@@ -13,6 +14,7 @@
 #include "cli/terminal/text.h"
 #include "cmn/file_format.h"
 #include "toolkit/document/summary.h"
+#include "toolkit/document/text_form.h"
 #include "toolkit/words.h"
 
 namespace zuna_cli {
@@ -65,8 +67,8 @@ std::string EditsText(const SongSummary& song) {
 
 /// "-" for a number that is not known.
 template <typename Number>
-std::string NumberText(const std::optional<Number>& number, const std::string& unknown) {
-  return number ? std::to_string(*number) : unknown;
+std::string NumberOrDash(const std::optional<Number>& number) {
+  return number ? std::to_string(*number) : "-";
 }
 
 Table::Row Titles(bool is_log) {
@@ -75,10 +77,10 @@ Table::Row Titles(bool is_log) {
 }
 
 Table::Row RowOf(const SongSummary& song, bool is_log) {
-  Table::Row row{Printable(song.number), Printable(song.name), NumberText(song.division, "-"),
+  Table::Row row{Printable(song.number), Printable(song.name), NumberOrDash(song.division),
                  std::to_string(song.length)};
   if (is_log) {
-    row.push_back(NumberText(song.attacca, "-"));
+    row.push_back(NumberOrDash(song.attacca));
     row.push_back(EditsText(song));
   } else {
     for (const Count& count : song.counts) row.push_back(std::to_string(count.value));
@@ -99,11 +101,10 @@ std::string SongsTable(const Document& document) {
 }
 
 std::string SongJson(const SongSummary& song, bool is_log) {
-  std::string json = "{\"songNumber\": " + JsonString(song.number) +
-                     ", \"songName\": " + JsonString(song.name) +
-                     ", \"division\": " + NumberText(song.division, "null") +
-                     ", \"songLength\": " + std::to_string(song.length);
-  if (is_log) json += ", \"attacca\": " + NumberText(song.attacca, "null");
+  std::string json =
+      "{\"songNumber\": " + JsonString(song.number) + ", \"songName\": " + JsonString(song.name) +
+      ", \"division\": " + NumberOrNull(song.division) + ", \"songLength\": " + std::to_string(song.length);
+  if (is_log) json += ", \"attacca\": " + NumberOrNull(song.attacca);
   for (const Count& count : song.counts) {
     json += ", \"" + std::string(count.key) + "\": " + std::to_string(count.value);
   }
@@ -141,6 +142,13 @@ std::string InfoText(const Document& document) {
   text += ", " + CountsText(totals, document.type().is_log()) + '\n';
   if (totals.songs > 0) text += SongsTable(document);
   return text;
+}
+
+std::string TextFormOf(const Document& document) {
+  std::ostringstream text;
+  text.exceptions(std::ios_base::badbit);  // it would drop what it has no memory for
+  zuna_toolkit::WriteTextForm(document, text);
+  return text.str();
 }
 
 std::string InfoJson(const Document& document, const std::string& path) {
