@@ -11,7 +11,6 @@ namespace zuna_toolkit {
 
 namespace {
 
-constexpr std::size_t kFrameHeaderSize = 10;
 constexpr std::size_t kChecksumSize = 4;
 constexpr std::size_t kLongestTypedNumber = 64;  // bytes, of a song that is looked for
 constexpr std::size_t kLongestName = 1024;
@@ -73,7 +72,7 @@ class BinarySalvage {
   using Song = typename Kind::Song;
 
   std::size_t ReadHead() {
-    std::size_t at = std::min(kFrameHeaderSize, bytes_.size());
+    std::size_t at = std::min(kBinaryHeaderSize, bytes_.size());
     try {
       auto [model, songs] = Kind::ReadHead(bytes_, at, version_);
       model_ = std::move(model);
@@ -157,15 +156,13 @@ class BinarySalvage {
   }
 
   void Lose(std::size_t begin, std::size_t end) {
-    RescuedSong song{"", "", begin, SongState::kLost};
+    RescuedSong song{"", "", begin};
     std::size_t at = begin;
     if (const auto number = TypedText(bytes_, at, compact_, kLongestTypedNumber)) {
       song.number = *number;
       song.name = TypedText(bytes_, at, compact_, kLongestName).value_or("");
     }
-    song.remarks.emplace_back("its fields cannot be read");
-    report_.songs.push_back(std::move(song));
-    report_.unread.push_back({begin, end});
+    AddLost(report_, std::move(song), end, "its fields cannot be read");
   }
 
   std::string_view bytes_;

@@ -140,12 +140,8 @@ class TextSalvage {
       report_.unread.back().end = end;
       return;
     }
-    report_.songs.push_back({number,
-                             RawTextOf(object, "\"songName\""),
-                             begin,
-                             SongState::kLost,
-                             {"its text is not complete and correct"}});
-    report_.unread.push_back({begin, end});
+    AddLost(report_, {number, RawTextOf(object, "\"songName\""), begin}, end,
+            "its text is not complete and correct");
   }
 
   std::string_view text_;

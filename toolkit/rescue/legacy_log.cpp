@@ -149,10 +149,10 @@ class LogSalvage {
     RecordCursor in(bytes_.substr(0, end), begin);
     const SongLogHead head = ReadSongLogHead(in);
     RescuedSong song{std::string(head.number), std::string(head.name), begin};
-    if (!in.ok()) return Lose(std::move(song), end, "its beginning cannot be read");
+    if (!in.ok()) return AddLost(report_, std::move(song), end, "its beginning cannot be read");
     const MendedSequences body = MendSequences(bytes_, in.at(), end, SongLogSequences());
     if (body.records == 0 && body.remarks.size() == SongLogSequences().size()) {
-      return Lose(std::move(song), end, "none of its edits can be read");
+      return AddLost(report_, std::move(song), end, "none of its edits can be read");
     }
     Keep(begin,
          WordBytes(body.bytes.size() - kUncounted) + TextBytes(head.number) + TextBytes(head.name) +
@@ -172,20 +172,11 @@ class LogSalvage {
   }
 
   void AddSongs() {
-    GiveOwnNumbers(report_, SongOrder::kBytes);
-    auto song = songs_.begin();
-    for (const RescuedSong& told : report_.songs) {
-      if (told.state == SongState::kLost) continue;
-      song->songNumber_ = told.number;
-      legacy_.log.songs[told.number] = std::move(*song++);
-    }
-  }
-
-  void Lose(RescuedSong song, std::size_t end, const std::string& problem) {
-    report_.unread.push_back({*song.offset, end});
-    song.state = SongState::kLost;
-    song.remarks = {problem};
-    report_.songs.push_back(std::move(song));
+    NumberSongs(report_, SongOrder::kBytes, songs_,
+                [this](const std::string& number, version0::SongLogV0& song) {
+                  song.songNumber_ = number;
+                  legacy_.log.songs[number] = std::move(song);
+                });
   }
 
   std::string_view bytes_;

@@ -3,6 +3,7 @@
 #include <map>
 #include <sstream>
 
+#include "toolkit/internal/legacy_sizes.h"
 #include "toolkit/rescue/internal/legacy_records.h"
 #include "toolkit/rescue/internal/legacy_song.h"
 #include "toolkit/words.h"
@@ -13,7 +14,6 @@ namespace {
 
 constexpr std::string_view kTimelineMagic = "TLMN";
 constexpr std::size_t kCountSize = 1;       // of the count of songs at the beginning
-constexpr std::size_t kMostSongs = 255;     // that this count can state
 constexpr std::size_t kEventsThatTell = 8;  // that a file without any timeline is a show
 
 /// The fields of a song before its events.
@@ -192,8 +192,8 @@ class ShowSalvage {
     version0::SongData song = SongFrom(bytes);
     RescuedSong told{song.song_number, song.song_name, begin, SongState::kWhole, std::move(remarks)};
     std::string problem = WhyNotWritable(song);
-    if (songs_.size() == kMostSongs) problem = "a legacy show holds 255 songs";
-    if (!problem.empty()) return Lose(told, end, problem);
+    if (songs_.size() == kMostLegacySongs) problem = "a legacy show holds 255 songs";
+    if (!problem.empty()) return AddLost(report_, std::move(told), end, problem);
     MakeConvertible(song, told.remarks);
     if (!told.remarks.empty()) told.state = SongState::kPartly;
     songs_.push_back(std::move(song));
@@ -201,26 +201,17 @@ class ShowSalvage {
   }
 
   version0::ShowData NumberedShow() {
-    GiveOwnNumbers(report_, SongOrder::kNumeric);
     version0::ShowData show;
-    auto song = songs_.begin();
-    for (const RescuedSong& told : report_.songs) {
-      if (told.state == SongState::kLost) continue;
-      song->song_number = told.number;
-      show.songs[told.number] = std::move(*song++);
-    }
+    NumberSongs(report_, SongOrder::kNumeric, songs_,
+                [&show](const std::string& number, version0::SongData& song) {
+                  song.song_number = number;
+                  show.songs[number] = std::move(song);
+                });
     return show;
   }
 
   void Lose(std::size_t begin, std::size_t end, const SongHead& head, const std::string& problem) {
-    Lose({std::string(head.number), std::string(head.name), begin}, end, problem);
-  }
-
-  void Lose(RescuedSong song, std::size_t end, const std::string& problem) {
-    report_.unread.push_back({*song.offset, end});
-    song.state = SongState::kLost;
-    song.remarks = {problem};
-    report_.songs.push_back(std::move(song));
+    AddLost(report_, {std::string(head.number), std::string(head.name), begin}, end, problem);
   }
 
   std::string_view bytes_;

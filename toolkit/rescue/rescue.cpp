@@ -21,10 +21,9 @@ namespace zuna_toolkit {
 
 namespace {
 
-constexpr std::size_t kBinaryHeaderSize = 10;  // of current binary files
-constexpr std::size_t kMagicSize = 4;          // at the front of it
-constexpr std::size_t kVersionOffset = 8;      // of two bytes
-constexpr std::size_t kBytesThatTell = 3;      // of a magic
+constexpr std::size_t kMagicSize = 4;      // at the front of the header
+constexpr std::size_t kVersionOffset = 8;  // of two bytes
+constexpr std::size_t kBytesThatTell = 3;  // of a magic
 
 /// The document that `plaintext` is as it stands; none where it cannot be read.
 std::optional<Document> ReadWhole(const ByteVector& plaintext, const std::string& name) {

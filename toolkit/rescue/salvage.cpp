@@ -68,6 +68,13 @@ void GiveOwnNumbers(RescueReport& report, SongOrder order) {
   }
 }
 
+void AddLost(RescueReport& report, RescuedSong song, std::size_t end, const std::string& problem) {
+  report.unread.push_back({*song.offset, end});
+  song.state = SongState::kLost;
+  song.remarks = {problem};
+  report.songs.push_back(std::move(song));
+}
+
 std::size_t RescueReport::saved() const {
   return static_cast<std::size_t>(std::count_if(songs.begin(), songs.end(), IsSaved));
 }

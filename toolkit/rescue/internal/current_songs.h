@@ -60,13 +60,10 @@ struct CurrentLogs {
 template <typename Kind>
 void AddNumbered(typename Kind::Model& model, RescueReport& report,
                  const std::vector<std::shared_ptr<typename Kind::Song>>& songs) {
-  GiveOwnNumbers(report, Kind::kOrder);
-  auto song = songs.begin();
-  for (const RescuedSong& told : report.songs) {
-    if (told.state == SongState::kLost) continue;
-    (*song)->song_number = told.number;
-    Kind::Add(model, *song++);
-  }
+  NumberSongs(report, Kind::kOrder, songs, [&model](const std::string& number, const auto& song) {
+    song->song_number = number;
+    Kind::Add(model, song);
+  });
 }
 
 }  // namespace zuna_toolkit

@@ -28,6 +28,8 @@ Salvage SalvageBinary(std::string_view plaintext, cmn::FileKind kind, cmn::FileV
 Salvage SalvageText(std::string_view plaintext);
 ///@}
 
+inline constexpr std::size_t kBinaryHeaderSize = 10;  ///< of current binary files
+
 /// The key that every song of a text form begins with, as it is written.
 inline constexpr std::string_view kSongKey = "\"songNumber\"";
 
@@ -61,6 +63,20 @@ enum class SongOrder {
 /// Gives each song of `report` that came back a number of its own. Of several songs of one number, one that
 /// stands in order keeps it; the others get a count, as in "12 (2)", and a remark.
 void GiveOwnNumbers(RescueReport& report, SongOrder order);
+
+/// The same; then calls take(number, song) with the number of each of `songs`, which are those of `report`
+/// that came back.
+template <typename Songs, typename Take>
+void NumberSongs(RescueReport& report, SongOrder order, Songs& songs, Take take) {
+  GiveOwnNumbers(report, order);
+  auto song = songs.begin();
+  for (const RescuedSong& told : report.songs) {
+    if (told.state != SongState::kLost) take(told.number, *song++);
+  }
+}
+
+/// Adds a song of which nothing came back from its offset up to `end`, and why.
+void AddLost(RescueReport& report, RescuedSong song, std::size_t end, const std::string& problem);
 
 /// Goes through the songs between `at` and `end`. `format` has three functions: WholeEnd(at) gives the end of
 /// an undamaged song that begins there, if one does; TakeWhole(begin, end) and TakeDamaged(begin, end) are
