@@ -11,8 +11,10 @@
 namespace {
 
 using namespace std::string_literals;
+using zuna_test::CameBack;
 using zuna_test::Part;
 using zuna_test::RescuedOf;
+using zuna_test::Sample;
 using zuna_toolkit::LegacyShow;
 using zuna_toolkit::Rescued;
 
@@ -41,12 +43,7 @@ version0::SongData SmallSong(std::mt19937& random, const std::string& number) {
   return song;
 }
 
-/// A show of 20 songs, and where they are.
-struct Sample {
-  std::string bytes;
-  std::vector<Part> parts;
-};
-
+/// A show of 20 songs.
 Sample MakeSample(std::mt19937& random) {
   version0::ShowData show;
   for (std::size_t i = 1; i <= kSongs; ++i)
@@ -73,19 +70,6 @@ std::vector<std::string> SongsOf(const std::string& plaintext) {
     EXPECT_EQ(error.code(), zuna_toolkit::ErrorCode::kNothingToSave) << error.what();
   }
   return songs;
-}
-
-/// The bytes of a song, but for those of its number.
-std::string WithoutNumber(const std::string& song) {
-  const auto size = static_cast<unsigned char>(song[4]);
-  return song.substr(4 + 1 + size);
-}
-
-/// Whether a song came back whole; of songs of one number, one gets another.
-bool CameBack(const Part& part, const std::vector<std::string>& songs) {
-  return std::any_of(songs.begin(), songs.end(), [&](const std::string& song) {
-    return WithoutNumber(song) == WithoutNumber(part.bytes);
-  });
 }
 
 TEST(RescueOfLegacyShows, SavesTheSongsBeforeEveryCut) {
@@ -117,19 +101,7 @@ TEST(RescueOfLegacyShows, SavesTheSongsAfterEveryCutAtTheFront) {
 
 TEST(RescueOfLegacyShows, SavesEverySongThatDamageDoesNotTouch) {
   std::mt19937 random(3);
-  for (const std::size_t count : {1U, 2U, 8U, 64U}) {
-    for (int round = 0; round < 150; ++round) {
-      const Sample sample = MakeSample(random);
-      std::set<std::size_t> offsets;
-      const std::string damaged = zuna_test::Damaged(sample.bytes, count, random, offsets);
-      const std::vector<std::string> songs = SongsOf(damaged);
-      for (const Part& part : sample.parts) {
-        if (zuna_test::Touches(offsets, part)) continue;
-        ASSERT_TRUE(CameBack(part, songs))
-            << "song " << part.number << " of round " << round << ", " << count << " bytes damaged";
-      }
-    }
-  }
+  zuna_test::ExpectUntouchedSongs(random, 150, MakeSample, SongsOf);
 }
 
 TEST(RescueOfLegacyShows, SavesEverySongAroundBytesThatAreMissing) {

@@ -1,6 +1,9 @@
 // Shows and logs of many songs, and what comes back of them.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <random>
@@ -42,6 +45,44 @@ inline std::string Damaged(std::string bytes, std::size_t count, std::mt19937& r
 inline bool Touches(const std::set<std::size_t>& offsets, const Part& part) {
   const auto first = offsets.lower_bound(part.begin);
   return first != offsets.end() && *first < part.end;
+}
+
+/// A legacy show or log, and where its songs are.
+struct Sample {
+  std::string bytes;
+  std::vector<Part> parts;
+};
+
+/// The bytes of a legacy song, but for those of its number.
+inline std::string WithoutNumber(const std::string& song) {
+  constexpr std::size_t kNumber = 4;  // after the length of the record
+  return song.substr(kNumber + 1 + static_cast<unsigned char>(song[kNumber]));
+}
+
+/// Whether a legacy song came back whole; of songs of one number, one gets another.
+inline bool CameBack(const Part& part, const std::vector<std::string>& songs) {
+  return std::any_of(songs.begin(), songs.end(), [&](const std::string& song) {
+    return WithoutNumber(song) == WithoutNumber(part.bytes);
+  });
+}
+
+/// Damages 1, 2, 8 and 64 bytes of so many samples that `make_sample` makes. Each song that is not touched
+/// must be among those that `songs_of` finds in what is left.
+template <typename MakeSample, typename SongsOf>
+void ExpectUntouchedSongs(std::mt19937& random, int rounds, MakeSample make_sample, SongsOf songs_of) {
+  for (const std::size_t count : {1U, 2U, 8U, 64U}) {
+    for (int round = 0; round < rounds; ++round) {
+      const Sample sample = make_sample(random);
+      std::set<std::size_t> offsets;
+      const std::string damaged = Damaged(sample.bytes, count, random, offsets);
+      const std::vector<std::string> songs = songs_of(damaged);
+      for (const Part& part : sample.parts) {
+        if (Touches(offsets, part)) continue;
+        ASSERT_TRUE(CameBack(part, songs))
+            << "song " << part.number << " of round " << round << ", " << count << " bytes damaged";
+      }
+    }
+  }
 }
 
 }  // namespace zuna_test
