@@ -1,0 +1,148 @@
+"""Failures of zuna-convert on many inputs: what is said about them, how often, and what goes on."""
+
+import json
+import os
+import unittest
+
+from folder import FolderTest
+from tool import BAD_INPUT, PART_FAILED, USAGE, legacy_log, legacy_song_log
+
+
+class FailureTest(FolderTest):
+    def test_goes_on_past_failures_and_tells_them_last(self):
+        self.write("in/a.showdata", "bad")
+        os.remove(self.path("in/below/gala.logdata"))
+        self.assertEqual(self.said("up", "in", "-r", "--out-dir", "out", code=PART_FAILED)[-3:], [
+            "4 files: 2 done, 2 failed",
+            "in/a.showdata: is not an encrypted file of this kind (offset 0); give an encrypted show or log file",
+            "in/below/gala.showdata: needs its log, which has the name of the show, and in/below/gala.logdata is not "
+            "there; give --companion or --companions, or --show-name NAME"])
+        self.assertEqual(self.written("out"), ["out/opera.logdata", "out/opera.showdata"])
+
+    def test_stops_at_the_first_failure_where_asked(self):
+        self.write("in/a.showdata", "bad")
+        said = self.said("up", "in", "-r", "--out-dir", "out", "--fail-fast", "-j", "1", code=PART_FAILED)
+        self.assertEqual(said[0], "5 files: 0 done, 1 failed, 4 not begun")
+        self.assertEqual(said[-1], "4 files: are not begun; correct what failed or leave out --fail-fast, and give the same "
+                                   "command again with --skip-existing")
+        self.assertFalse(os.path.exists(self.path("out")))
+
+    def test_says_how_to_go_on(self):
+        self.write("in/a.showdata", "bad")
+        run = ("up", "in", "--fail-fast", "-j", "1")
+        again = ("2 files: are not begun; correct what failed or leave out --fail-fast, and give the same command "
+                 "again")
+        self.assertEqual(self.said(*run, "--in-place", code=PART_FAILED)[-1], again)
+        self.assertEqual(self.said(*run, "--out-dir", "out", "--skip-existing", code=PART_FAILED)[-1], again)
+        self.assertEqual(self.said(*run, "--out-dir", "out", "--force", code=PART_FAILED)[-1],
+                         again + " with --skip-existing in place of --force")
+        reported = (*run, "--out-dir", "out", "--report", "report")
+        self.assertEqual(self.said(*reported, code=PART_FAILED)[-1], again + " with --resume")
+        self.assertEqual(self.said(*reported, "--resume", code=PART_FAILED)[-1], again)
+        self.assertNotIn("not begun", self.said(*run, "--out-dir", "out", "-n", code=PART_FAILED)[-1])
+        self.assertNotIn("not begun", self.said(*run, "--out-dir", "out", "-q", code=PART_FAILED)[-1])
+        self.assertNotIn("not begun", self.said("list", "in", "--fail-fast", "-j", "1", code=PART_FAILED)[-1])
+
+    def test_leaves_no_folder_that_it_made_for_nothing(self):
+        self.write("in/below/gala.showdata", "bad")
+        self.write("in/below/gala.logdata", "bad")
+        os.mkdir(self.path("there"))
+        for folder in ("out", "there/out"):
+            self.run_tool("up", "in", "-r", "--out-dir", folder, "--fail-on", "any-loss", code=PART_FAILED)
+            self.assertEqual(sorted(os.listdir(self.path(folder))), ["opera.logdata", "opera.showdata"])
+        self.run_tool("up", "in/below", "--out-dir", "new/folder", code=PART_FAILED)
+        self.run_tool("up", "in/below/gala.showdata", "--out-dir", "new/folder", code=BAD_INPUT)
+        self.assertFalse(os.path.exists(self.path("new")))
+        os.mkdir(self.path("mine"))
+        self.run_tool("up", "in/below", "--out-dir", "mine", code=PART_FAILED)
+        self.assertEqual(os.listdir(self.path("mine")), [])
+
+    def test_tells_a_damaged_companion_once(self):
+        self.write("in/opera.logdata", self.read("in/opera.logdata")[:-1])
+        said = self.said("up", "in", "--out-dir", "out", "--report", "report", code=PART_FAILED)
+        self.assertEqual(said[0], "2 files: 0 done, 2 failed")
+        self.assertRegex(said[1], r"^in/opera\.logdata: ends after .* \(needed by in/opera\.showdata\); get a complete copy")
+        self.assertEqual(len(said), 2)
+        codes = [json.loads(line)["error"]["code"] for line in self.read("report").splitlines()]
+        self.assertEqual(codes, ["cut-off", "cut-off"])
+
+    def test_tells_a_companion_once_that_is_not_encrypted_any_more(self):
+        content = bytearray(self.read("in/opera.logdata"))
+        content[0] ^= 1
+        self.write("in/opera.logdata", content)
+        said = self.said("up", "in", "--out-dir", "out", "--report", "report", code=PART_FAILED)
+        self.assertEqual(said, [
+            "2 files: 0 done, 2 failed",
+            "in/opera.logdata: is not an encrypted file of this kind (offset 0) (needed by in/opera.showdata); give an "
+            "encrypted show or log file"])
+        codes = [json.loads(line)["error"]["code"] for line in self.read("report").splitlines()]
+        self.assertEqual(codes, ["not-encrypted", "not-a-show-or-log"])
+
+    def test_tells_damage_of_many_companions_once(self):
+        os.mkdir(self.path("many"))
+        for number in range(5):
+            self.write(f"many/{number}.showdata", self.read("in/opera.showdata"))
+            self.write(f"many/{number}.logdata", "bad")
+        self.assertEqual(self.said("up", "many", "--out-dir", "out", code=PART_FAILED), [
+            "10 files: 0 done, 10 failed",
+            "5 files: is not an encrypted file of this kind (offset 0) (" +
+            ", ".join(f"many/{number}.logdata (needed by many/{number}.showdata)" for number in range(5)) +
+            "); give an encrypted show or log file"])
+
+    def test_tells_many_missing_companions_once(self):
+        os.mkdir(self.path("many"))
+        for number in range(4):
+            self.write(f"many/{number}.showdata", self.read("in/opera.showdata"))
+        self.assertEqual(self.said("up", "many", "--out-dir", "out", code=PART_FAILED)[1:], [
+            "4 files: needs its companion, which is not there (many/0.showdata, many/1.showdata, many/2.showdata, "
+            "many/3.showdata); give --companion or --companions, or --show-name NAME"])
+
+    def test_tells_many_unrelated_companions_once(self):
+        os.mkdir(self.path("many"))
+        other = self.encrypt("other", legacy_log(legacy_song_log("2", "Other")))
+        for number in range(4):
+            self.write(f"many/{number}.showdata", self.read("in/opera.showdata"))
+            self.write(f"many/{number}.logdata", self.read(other))
+        self.assertEqual(self.said("up", "many", "--out-dir", "out", code=PART_FAILED)[1].partition(" (")[0],
+                         "8 files: belongs to another show: no song agrees in number and name")
+
+    def test_tells_a_problem_of_many_files_once(self):
+        self.write_key("key", "key = 01\niv = 02\n")
+        said = self.said("up", "in", "-r", "--out-dir", "out", "--key-file", "key", code=PART_FAILED)
+        self.assertEqual(said[0], "4 files: 0 done, 4 failed")
+        self.assertRegex(said[1], r"^4 files: .* \(in/below/gala\.logdata, in/below/gala\.showdata, in/opera\.logdata, "
+                                  r"in/opera\.showdata\); give the right key file$")
+        self.assertEqual(len(said), 2)
+        for number in range(6):
+            self.write(f"in/{number}.showdata", self.read("in/opera.showdata"))
+        said = self.said("list", "in", "-r", "--key-file", "key", code=PART_FAILED)
+        self.assertRegex(said[0], r"^10 files: .* \((in/\S+, ){9}in/\S+\); give the right key file$")
+        for number in range(100):
+            self.write(f"in/{number}.showdata", self.read("in/opera.showdata"))
+        said = self.said("list", "in", "-r", "--key-file", "key", code=PART_FAILED)
+        self.assertRegex(said[0], r"^104 files: .* \((in/\S+, ){99}in/\S+ and 4 more\); give the right key file$")
+        os.rename(self.path("in/below"), self.path("below"))
+        said = self.said("list", "below", "in/0.showdata", "--key-file", "key", code=PART_FAILED)
+        self.assertEqual([line.split(": ")[0] for line in said],
+                         ["below/gala.logdata", "below/gala.showdata", "in/0.showdata"])
+
+    def test_fails_with_its_own_code_for_a_single_input(self):
+        self.write("bad.showdata", "bad")
+        self.run_tool("up", "bad.showdata", "-o", "out", code=BAD_INPUT)
+
+    def test_ends_what_can_be_explained_with_its_code(self):
+        self.write("in/a.showdata", "bad")
+        os.remove(self.path("in/opera.logdata"))
+        said = self.run_tool("up", "in", "--out-dir", "out", code=PART_FAILED).stderr.decode()
+        self.assertRegex(said, r"(?m)^zuna-convert: in/a\.showdata: .*; .* \[not-encrypted\]$")
+        self.assertRegex(said, r"(?m)^zuna-convert: in/opera\.showdata: .*; .* \[companion-missing\]\n\Z")
+        self.assertRegex(self.run_tool("up", "in", code=USAGE).stderr, rb"--in-place\n$")
+
+    def test_tells_which_input_a_companion_was_for(self):
+        self.write("in/opera.logdata", "bad")
+        self.assertIn("in/opera.showdata: companion in/opera.logdata: is no show and no log of any version; give an "
+                      "undamaged file", self.said("up", "in/opera.showdata", "-o", "out", code=BAD_INPUT))
+
+
+if __name__ == "__main__":
+    unittest.main()
