@@ -1,4 +1,4 @@
-// The user's editor, on a file that nobody else can read.
+// Runs the user's editor on a private file.
 #include "cli/terminal/editor.h"
 
 #include <sys/wait.h>

@@ -1,4 +1,4 @@
-// The user's editor, on a file that nobody else can read.
+// Runs the user's editor on a private file.
 #pragma once
 
 #include <string>
@@ -26,7 +26,7 @@ class EditedText {
   /// The text as the file holds it now. Throws kit::IoError.
   std::string Read() const;
 
-  /// Leaves the file where it is from now on, and Remove() undoes that.
+  /// Keep() leaves the file where it is when this object goes, Remove() does not.
   ///@{
   void Keep() { is_kept_ = true; }
   void Remove() { is_kept_ = false; }
