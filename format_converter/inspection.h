@@ -18,14 +18,16 @@ struct ChangeLogV0;
 
 /// Prints a line about the range, then the name and the version of every file in `dir` whose name ends in
 /// ".showdata" and whose version is at least `lo` and below `hi`. The files are encrypted with an empty key
-/// and IV; pipes, devices and sockets are passed over. Throws what listing a directory, opening an encrypted
-/// file and probing its version throw. What was printed before an exception stays printed.
+/// and IV; pipes, devices and sockets are passed over. Throws kit::IoError (kit/error.h) when the directory
+/// cannot be listed or a file not read, and a zuna_sec::CipherError (zuna_sec/errors.h) for what is in a
+/// file. What was printed before an exception stays printed.
 ZUNA_API void filter_showdata_by_version(const std::string& dir, const cmn::FileVersion& lo,
                                          const cmn::FileVersion& hi);
 
 /// Prints every program change of the current show at `path`, which is not encrypted: its song, its voice and
-/// its time in ticks. Throws FormatConverterIOError when the file cannot be opened, and what the
-/// core library throws for a show that it cannot read.
+/// its time in ticks. Throws FormatConverterIOError (format_converter/errors.h) when the file cannot be
+/// opened, and cmn::DataError (cmn/data_error.h) for a show that cannot be read: cmn::UnsupportedVersionError
+/// for its version.
 ZUNA_API void PrintProgramChanges(const std::string& path);
 
 /// Prints the bytes of `s` as they stand, whatever the width of standard output, and a newline.

@@ -6,9 +6,16 @@
 // leaves no output. Functions that take byte vectors return the encrypted output and do not use the file
 // system.
 //
-// All throw what opening and writing an encrypted file throw; kit::IoError when reading the input fails;
-// std::ios_base::failure when the output's stream cannot take what is written to it; and what the core
-// library throws for a log or a version that it cannot read or write.
+// All throw:
+// - kit::IoError (kit/error.h) when a file cannot be opened, read or written, or reading a stream fails;
+// - a zuna_sec::CipherError (zuna_sec/errors.h) for an encrypted file: TruncatedError when it is cut off,
+//   DamagedError, WrongKeyError, NotEncryptedError and others; TooLargeError also for the output;
+// - cmn::DataError (cmn/data_error.h) for a current log that is damaged or cut off, and its derived class
+//   cmn::UnsupportedVersionError for a version that the core library does not read or write;
+// - std::length_error for a log that the version of the output cannot hold;
+// - std::ios_base::failure when the output's stream cannot take what is written to it.
+//
+// What each one throws besides stands with it.
 
 #include <cstdint>
 #include <string>
@@ -20,16 +27,24 @@
 #include "zuna_sec/cipher_stream.h"
 
 /// Converts the legacy log at `input` to a current log of this version. `show_path` is the legacy show of the
-/// same songs, not encrypted. Each song's division is taken from it. Songs that only one of the two files
-/// holds are left unchanged. Throws std::runtime_error when the input is not a complete log;
-/// FormatConverterError when it is not of version 0.0; kit::IoError when the show cannot be opened;
-/// std::ios_base::failure when it cannot be closed; version0::Version0Error when either file is damaged.
+/// same songs, not encrypted. Each song's division is taken from it; it stays 0 for songs that the show
+/// lacks.
+///
+/// The show has no mark, so not everything else is refused: whatever begins with a zero byte, such as a
+/// binary current show or log, passes for a show without songs and leaves every division 0. Who does not know
+/// what the file holds checks it before: format_converter/file_version.h says how.
+///
+/// Throws std::runtime_error itself when the input has not the size that it states: it is cut off, or no
+/// legacy log; FormatConverterError (format_converter/errors.h) when it is a current log; kit::IoError when
+/// the show cannot be opened or is cut off; std::ios_base::failure when it cannot be closed;
+/// version0::Version0Error (format_converter/version0/primitives/errors.h) when either file is damaged,
+/// IDError when the input is no log.
 ZUNA_API std::string logdata_up(const std::string& input, const std::string& output,
                                 const std::string& show_path, const cmn::FileVersion& version,
                                 const CipherKey& cipher_key);
 
-/// The same in memory. The show is encrypted, with the same key material. Throws std::ios_base::failure when
-/// the show is cut off.
+/// The same in memory. The show is encrypted, with the same key material, so no plain file is needed. Throws
+/// the same, but std::ios_base::failure when the plaintext of the show is cut off.
 ZUNA_API std::vector<std::uint8_t> logdata_up_vector(const std::vector<std::uint8_t>& data,
                                                      const std::vector<std::uint8_t>& show_data,
                                                      const cmn::FileVersion& version,
@@ -37,22 +52,24 @@ ZUNA_API std::vector<std::uint8_t> logdata_up_vector(const std::vector<std::uint
                                                      const std::vector<std::uint8_t>& iv);
 
 /// Converts the current log at `input` to a legacy log, which cannot hold divisions, attaccas, fermatas and
-/// labels. copy_attaccas_and_fermatas() restores attaccas and fermatas. Throws FormatConverterError when the
-/// input is of a version before 1.1, and std::length_error for a text that is too long for the legacy format.
+/// labels. copy_attaccas_and_fermatas() restores attaccas and fermatas. Throws FormatConverterError
+/// (format_converter/errors.h) when the input is no log of version 1.1 or later, or cmn::DataError when
+/// such data begins with "{"; and std::length_error for a text that is too long for the legacy format.
 ZUNA_API std::string logdata_down(const std::string& input, const std::string& output,
                                   const CipherKey& cipher_key);
 
-/// The same in memory.
+/// The same in memory. Throws the same.
 ZUNA_API std::vector<std::uint8_t> logdata_down_vector(const std::vector<std::uint8_t>& data,
                                                        const std::vector<std::uint8_t>& key,
                                                        const std::vector<std::uint8_t>& iv);
 
-/// Converts the current log at `input` to another current version.
-/// Throws FormatConverterError when the input is of a version before 1.1.
+/// Converts the current log at `input` to another current version. Throws FormatConverterError
+/// (format_converter/errors.h) when the input is no log of version 1.1 or later, or cmn::DataError when
+/// such data begins with "{".
 ZUNA_API std::string logdata_converter(const std::string& input, const std::string& output,
                                        const cmn::FileVersion& version, const CipherKey& cipher_key);
 
-/// The same in memory.
+/// The same in memory. Throws the same.
 ZUNA_API std::vector<std::uint8_t> logdata_converter_vector(const std::vector<std::uint8_t>& data,
                                                             const cmn::FileVersion& version,
                                                             const std::vector<std::uint8_t>& key,

@@ -20,6 +20,7 @@
 #include "tests/support/random_log.h"
 #include "tests/support/sanitized.h"
 #include "tests/support/temporary_folder.h"
+#include "zuna_midi/show_data.h"
 #include "zuna_sec/errors.h"
 
 namespace {
@@ -85,6 +86,13 @@ TEST_F(LogdataTest, SongsOfOnlyOneFileAreLetBe) {
   EXPECT_EQ(log.song_logs().size(), 2U) << "no song log for the song that stands in the show only";
   EXPECT_EQ(log.GetSongLog("12a")->division, 480);
   EXPECT_EQ(log.GetSongLog("2")->division, 0);
+}
+
+TEST_F(LogdataTest, UpTakesACurrentFileInPlaceOfTheShowForOneWithoutSongs) {
+  const std::string log = Written(SampleLegacyLog());
+  const std::vector<std::uint8_t> without_songs = Up(log, Bytes({0}), {1, 2});
+  EXPECT_EQ(Up(log, WrittenAt(SampleCurrentLog(), {1, 2}), {1, 2}), without_songs);
+  EXPECT_EQ(Up(log, WrittenAt(SampleLegacyShow().get_version_1_0(), {1, 2}), {1, 2}), without_songs);
 }
 
 TEST_F(LogdataTest, DownWritesTheLegacyLog) {

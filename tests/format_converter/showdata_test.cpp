@@ -6,6 +6,7 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "CL/change_log.h"
 #include "cmn/data_error.h"
 #include "format_converter/errors.h"
 #include "format_converter/version0/containers/show_data.h"
@@ -128,6 +129,16 @@ TEST_F(ShowdataTest, UpRefusesEveryVersionButZero) {
                 showdata_up(Put("in.showdata", plaintext), out_, "/no/such/log", {1, 2}, kKey);
               }),
               kNotLegacy);
+  }
+}
+
+TEST_F(ShowdataTest, UpTakesWhatBeginsWithAZeroByteForAShowWithoutSongs) {
+  const std::string log = folder_.Put("plain.logdata", kLog);
+  zuna_midi::ShowData none;
+  none.show_name = "Opera";
+  for (const std::string& other : {WrittenAt(CL::ChangeLog(), {1, 2}), std::string(100, '\0')}) {
+    EXPECT_EQ(showdata_up(Put("in.showdata", other), out_, log, {1, 2}, kKey), out_);
+    EXPECT_EQ(Decrypted(out_), WrittenAt(none, {1, 2}));
   }
 }
 
