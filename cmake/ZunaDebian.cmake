@@ -52,8 +52,8 @@ The libraries convert shows, and logs of the edits that musicians made to
 their songs, between the legacy format 0.0 and the current versions 1.0,
 1.1, 1.2 and 2.0. The files are encrypted.
 .
-This package contains the headers, the CMake package and the pkg-config
-files.")
+This package contains the headers, the CMake package, the pkg-config files,
+the documentation and examples.")
 
 set(CPACK_DEBIAN_TOOL_PACKAGE_NAME zuna-convert)
 set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION utils)

@@ -4,7 +4,7 @@
 #
 # library      libzuna_format_converter, with the platform libraries that are built here
 # toolkit      libzuna_toolkit
-# library-dev, toolkit-dev      what programs are built with: headers, the CMake package, pkg-config files, the manual
+# library-dev, toolkit-dev      what programs are built with: headers, the CMake package, pkg-config files, documentation
 # tool         zuna-convert with its manual pages and completion scripts
 include(CMakePackageConfigHelpers)
 
@@ -70,6 +70,14 @@ install(FILES
   "${PROJECT_BINARY_DIR}/zuna_format_converterConfigVersion.cmake"
   DESTINATION "${package_dir}" COMPONENT library-dev)
 
-# A copy of the sources may be without documentation.
+# A copy of the sources may be without documentation. The pages lie as they do here, where links and headers name them.
 install(FILES "${PROJECT_SOURCE_DIR}/docs/libzuna_format_converter.3" DESTINATION "${CMAKE_INSTALL_MANDIR}/man3"
   COMPONENT library-dev OPTIONAL)
+set(documents "${CMAKE_INSTALL_DATAROOTDIR}/doc/libzuna-format-converter-dev")
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" DESTINATION "${documents}" COMPONENT library-dev OPTIONAL
+  FILES_MATCHING PATTERN "*.md")
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples/consumer" DESTINATION "${documents}/examples" COMPONENT library-dev OPTIONAL)
+foreach(page SECURITY.md interfaces/README.md fuzz/README.md examples/platform/security.cpp)
+  cmake_path(GET page PARENT_PATH folder)
+  install(FILES "${PROJECT_SOURCE_DIR}/${page}" DESTINATION "${documents}/${folder}" COMPONENT library-dev OPTIONAL)
+endforeach()

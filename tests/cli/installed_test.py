@@ -5,6 +5,7 @@ import pathlib
 import re
 import shutil
 import subprocess
+import sys
 import tempfile
 import threading
 import time
@@ -159,6 +160,18 @@ class SchemasTest(InstalledTest):
     def test_are_all_installed(self):
         installed = {path.name: path.read_bytes() for path in (self.prefix / "share/zuna-convert/schemas").iterdir()}
         self.assertEqual(installed, {path.name: path.read_bytes() for path in schemas.FOLDER.iterdir()})
+
+
+class PagesTest(InstalledTest):
+    PLACE = "share/doc/libzuna-format-converter-dev"
+
+    def test_are_where_headers_and_links_name_them(self):
+        named = {page for header in self.prefix.glob("include/**/*.h")
+                 for page in re.findall(r"docs/[\w-]+\.md", header.read_text())}
+        self.assertIn("docs/format-0.md", named)
+        self.assertEqual(named - {f"docs/{path.name}" for path in (self.prefix / self.PLACE / "docs").iterdir()}, set())
+        links = pathlib.Path(__file__).parents[1] / "structure/links_test.py"
+        subprocess.run([sys.executable, links, self.prefix / self.PLACE], check=True, capture_output=True)
 
 
 class ManualTest(InstalledTest):

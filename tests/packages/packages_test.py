@@ -105,6 +105,12 @@ class DevelopmentTest(InstalledTest):
     def test_gives_pkg_config_what_it_needs(self):
         self.check(built_with_pkg_config(self.prefix, EXAMPLES, self.work, "c++", ""))
 
+    def test_has_the_pages_that_its_headers_name(self):
+        pages = {path.name: path.read_text() for path in (SOURCE / "docs").glob("*.md")}
+        documents = self.prefix / "share/doc/libzuna-format-converter-dev"
+        self.assertEqual({path.name: path.read_text() for path in (documents / "docs").iterdir()}, pages)
+        self.assertEqual((documents / "examples/consumer/main.cpp").read_text(), (EXAMPLES / "consumer/main.cpp").read_text())
+
     def test_gives_pkg_config_the_toolkit(self):
         (self.work / "codes.cpp").write_text(TOOLKIT_PROGRAM)
         run("c++", "-std=c++20", self.work / "codes.cpp", "-o", self.root.folder / "tmp/codes",

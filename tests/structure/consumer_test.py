@@ -43,7 +43,7 @@ def library_alone(build, prefix):
     files = {str(path.relative_to(prefix)) for path in prefix.rglob("*") if not path.is_dir()}
     libraries = {found[1] for name in files if (found := re.match(r"lib(\w+)\.", pathlib.Path(name).name))}
     assert libraries == {"zuna_format_converter", "zuna_core", "zuna_security", "kit"}, libraries
-    others = [name for name in files if "toolkit" in name or not re.match(r"(include/zuna|lib\w*|share/man/man3)/", name)]
+    others = [name for name in files if "toolkit" in name or not re.match(r"(include/zuna|lib\w*|share/man/man3|share/doc/libzuna-format-converter-dev)/", name)]
     assert not others, others
     return prefix
 
