@@ -32,6 +32,7 @@ def main(source, build, compiler, flags):
         for program in (built_with_cmake(prefix, examples, folder, compiler, flags),
                         built_with_pkg_config(prefix, examples, folder, compiler, flags)):
             check_output(program, examples, log, folder)
+        check_older_standard(prefix, compiler, flags, folder)
         alone = library_alone(build, folder / "alone")
         check_output(built_with_cmake(alone, examples, folder / "of-library", compiler, flags), examples, log, folder)
 
@@ -65,6 +66,14 @@ def built_with_pkg_config(prefix, examples, folder, compiler, flags):
     run(compiler, "-std=c++20", *shlex.split(flags), examples / "consumer/main.cpp", "-o", program, *words,
         *(f"-Wl,-rpath,{place}" for place in folders))
     return program
+
+
+def check_older_standard(prefix, compiler, flags, folder):
+    """A header says which standard of C++ it needs."""
+    (folder / "older.cpp").write_text("#include <format_converter/showdata.h>\n")
+    done = subprocess.run([compiler, "-std=c++17", *shlex.split(flags), "-fsyntax-only", f"-I{prefix / 'include/zuna'}",
+                           folder / "older.cpp"], check=False, capture_output=True, text=True)
+    assert done.returncode != 0 and "need C++20: compile with -std=c++20" in done.stderr, done.stderr
 
 
 def secrets(samples):
