@@ -15,7 +15,7 @@
 // - std::length_error for a log that the version of the output cannot hold;
 // - std::ios_base::failure when the output's stream cannot take what is written to it.
 //
-// What each one throws besides stands with it.
+// What else each one throws stands with it.
 
 #include <cstdint>
 #include <string>
@@ -39,6 +39,9 @@
 /// the show cannot be opened or is cut off; std::ios_base::failure when it cannot be closed;
 /// version0::Version0Error (format_converter/version0/primitives/errors.h) when either file is damaged,
 /// IDError when the input is no log.
+///
+/// Besides, as all do: kit::IoError, zuna_sec::CipherError, cmn::DataError, cmn::UnsupportedVersionError,
+/// std::length_error and std::ios_base::failure, which the beginning of this header explains.
 ZUNA_API std::string logdata_up(const std::string& input, const std::string& output,
                                 const std::string& show_path, const cmn::FileVersion& version,
                                 const CipherKey& cipher_key);
@@ -55,6 +58,9 @@ ZUNA_API std::vector<std::uint8_t> logdata_up_vector(const std::vector<std::uint
 /// labels. copy_attaccas_and_fermatas() restores attaccas and fermatas. Throws FormatConverterError
 /// (format_converter/errors.h) when the input is no log of version 1.1 or later, or cmn::DataError when
 /// such data begins with "{"; and std::length_error for a text that is too long for the legacy format.
+///
+/// Besides, as all do: kit::IoError, zuna_sec::CipherError, cmn::DataError, cmn::UnsupportedVersionError,
+/// std::length_error and std::ios_base::failure, which the beginning of this header explains.
 ZUNA_API std::string logdata_down(const std::string& input, const std::string& output,
                                   const CipherKey& cipher_key);
 
@@ -66,6 +72,9 @@ ZUNA_API std::vector<std::uint8_t> logdata_down_vector(const std::vector<std::ui
 /// Converts the current log at `input` to another current version. Throws FormatConverterError
 /// (format_converter/errors.h) when the input is no log of version 1.1 or later, or cmn::DataError when
 /// such data begins with "{".
+///
+/// Besides, as all do: kit::IoError, zuna_sec::CipherError, cmn::DataError, cmn::UnsupportedVersionError,
+/// std::length_error and std::ios_base::failure, which the beginning of this header explains.
 ZUNA_API std::string logdata_converter(const std::string& input, const std::string& output,
                                        const cmn::FileVersion& version, const CipherKey& cipher_key);
 

@@ -15,7 +15,7 @@
 // - std::length_error for a show that the version of the output cannot hold;
 // - std::ios_base::failure when the output's stream cannot take what is written to it.
 //
-// What each one throws besides stands with it.
+// What else each one throws stands with it.
 
 #include <cstdint>
 #include <string>
@@ -40,6 +40,9 @@
 /// something else; std::out_of_range for an event whose track id has no track; std::logic_error for a
 /// timeline without meters or without a tempo under its first meter; std::length_error for a timeline whose
 /// meters are in disorder.
+///
+/// Besides, as all do: kit::IoError, zuna_sec::CipherError, cmn::DataError, cmn::UnsupportedVersionError,
+/// std::length_error and std::ios_base::failure, which the beginning of this header explains.
 ZUNA_API std::string showdata_up(const std::string& input, const std::string& output,
                                  const std::string& log_path, const cmn::FileVersion& version,
                                  const CipherKey& cipher_key);
@@ -50,6 +53,9 @@ ZUNA_API std::string showdata_up(const std::string& input, const std::string& ou
 /// voices than there are ids; std::length_error for a text that is too long for the legacy format and for a
 /// timeline whose meters are in disorder; std::out_of_range for a song without events; and std::logic_error
 /// for a song without a timeline and for a timeline without meters or without a tempo under its first meter.
+///
+/// Besides, as all do: kit::IoError, zuna_sec::CipherError, cmn::DataError, cmn::UnsupportedVersionError,
+/// std::length_error and std::ios_base::failure, which the beginning of this header explains.
 ZUNA_API std::string showdata_down(const std::string& input, const std::string& output,
                                    const CipherKey& cipher_key);
 
@@ -61,6 +67,9 @@ ZUNA_API std::vector<std::uint8_t> showdata_down_vector(const std::vector<std::u
 /// Converts the current show at `input` to another current version. Throws FormatConverterError
 /// (format_converter/errors.h) when the input is no current show, or cmn::DataError when such data begins
 /// with "{".
+///
+/// Besides, as all do: kit::IoError, zuna_sec::CipherError, cmn::DataError, cmn::UnsupportedVersionError,
+/// std::length_error and std::ios_base::failure, which the beginning of this header explains.
 ZUNA_API std::string showdata_converter(const std::string& input, const std::string& output,
                                         const cmn::FileVersion& version, const CipherKey& cipher_key);
 
