@@ -79,10 +79,13 @@ std::string AbortedJson(const Failure& failure, bool is_dry_run) {
   return LineJson(line, "aborted", &failure);
 }
 
+std::string FailureMembersJson(const Failure& failure) {
+  return "\"exitCode\": " + std::to_string(static_cast<int>(failure.exit_code())) +
+         ", \"error\": " + ErrorJson(failure);
+}
+
 std::string FailureJson(const std::string& path, const Failure& failure) {
-  return "{\"schemaVersion\": 1, " + PathJson("path", path) +
-         ", \"exitCode\": " + std::to_string(static_cast<int>(failure.exit_code())) +
-         ", \"error\": " + ErrorJson(failure) + "}\n";
+  return "{\"schemaVersion\": 1, " + PathJson("path", path) + ", " + FailureMembersJson(failure) + "}\n";
 }
 
 void TellInJson(const Failure& failure) {

@@ -41,6 +41,9 @@ std::string BegunJson(const ReportLine& line);
 /// The line, with its line break, about a failure before the first input. It has no path.
 std::string AbortedJson(const Failure& failure, bool is_dry_run);
 
+/// The members of an object: "exitCode": …, "error": …
+std::string FailureMembersJson(const Failure& failure);
+
 /// A line of JSON, with its line break, about a failure. `path` is that of the input; empty where it was of
 /// no single one.
 std::string FailureJson(const std::string& path, const Failure& failure);

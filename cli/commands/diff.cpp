@@ -1,6 +1,7 @@
 // zuna-convert diff (docs/keeping-shows-in-git.md)
 #include <memory>
 
+#include "cli/batch/report.h"
 #include "cli/commands/difference_text.h"
 #include "cli/shared/context.h"
 #include "cli/shared/input.h"
@@ -14,7 +15,7 @@ namespace zuna_cli {
 namespace {
 
 using zuna_toolkit::Difference;
-using zuna_toolkit::Document;
+using zuna_toolkit::OpenedFile;
 
 struct DiffOptions {
   std::string before;
@@ -25,6 +26,9 @@ struct DiffOptions {
 /// Writes to standard output in pieces: all differences together may be much larger than the documents.
 class PiecewiseOutput {
  public:
+  /// Whether a piece is written, or was tried to be.
+  bool has_begun() const { return has_begun_; }
+
   void Write(const std::string& text) {
     constexpr std::size_t kPiece = 65536;  // bytes
     kept_ += text;
@@ -32,22 +36,22 @@ class PiecewiseOutput {
   }
 
   void Flush() {
+    has_begun_ = true;
     WriteStandardOutput(kept_);
     kept_.clear();
   }
 
  private:
   std::string kept_;
+  bool has_begun_ = false;
 };
 
-Document ReadOne(const std::string& path, const Keys& keys) {
-  zuna_toolkit::OpenedFile file = OpenInput(path, keys, zuna_toolkit::Accept::kEncryptedOrPlain).file;
-  return zuna_toolkit::ReadDocument(file);
+OpenedFile Open(const std::string& path, const Keys& keys) {
+  return OpenInput(path, keys, zuna_toolkit::Accept::kEncryptedOrPlain).file;
 }
 
 /// Returns whether there are no differences.
-bool WriteText(const Document& before, const Document& after) {
-  PiecewiseOutput output;
+bool WriteText(OpenedFile& before, OpenedFile& after, PiecewiseOutput& output) {
   bool is_same = true;
   DifferenceLines lines([&](const std::string& text) { output.Write(text); });
   zuna_toolkit::Compare(before, after, [&](const Difference& difference) {
@@ -59,13 +63,17 @@ bool WriteText(const Document& before, const Document& after) {
   return is_same;
 }
 
+/// The first members of the line of JSON.
+std::string InputsJson(const DiffOptions& options) {
+  return "{\"schemaVersion\": 1, " + PathJson("before", options.before) + ", " +
+         PathJson("after", options.after);
+}
+
 /// The same as one line of JSON.
-bool WriteJson(const DiffOptions& options, const Document& before, const Document& after) {
-  PiecewiseOutput output;
+bool WriteJson(const DiffOptions& options, OpenedFile& before, OpenedFile& after, PiecewiseOutput& output) {
   bool is_same = true;
   const auto begin = [&](const char* same) {
-    output.Write("{\"schemaVersion\": 1, " + PathJson("before", options.before) + ", " +
-                 PathJson("after", options.after) + ", \"same\": " + same + ", \"differences\": [");
+    output.Write(InputsJson(options) + ", \"same\": " + same + ", \"differences\": [");
   };
   zuna_toolkit::Compare(before, after, [&](const Difference& difference) {
     if (is_same) begin("false");
@@ -79,13 +87,30 @@ bool WriteJson(const DiffOptions& options, const Document& before, const Documen
   return is_same;
 }
 
-void RunDiff(const DiffOptions& options, Context& context) {
+void RunDiff(const DiffOptions& options, Context& context, PiecewiseOutput& output) {
   context.CheckInputs({options.before, options.after});
   const Keys keys = context.ReadKeys();
-  const Document before = ReadOne(options.before, keys);
-  const Document after = ReadOne(options.after, keys);
-  const bool is_same = options.json ? WriteJson(options, before, after) : WriteText(before, after);
+  OpenedFile before = Open(options.before, keys);
+  OpenedFile after = Open(options.after, keys);
+  const bool is_same =
+      options.json ? WriteJson(options, before, after, output) : WriteText(before, after, output);
   if (!is_same) context.code = ExitCode::kNegative;
+}
+
+/// The same; a failure is told in JSON too.
+void RunAndTell(const DiffOptions& options, Context& context) {
+  PiecewiseOutput output;
+  try {
+    RunDiff(options, context, output);
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (...) {
+    const Failure failure = CurrentFailure();
+    if (options.json && failure.code() != ErrorCode::kUsage && !output.has_begun()) {
+      WriteStandardOutput(InputsJson(options) + ", " + FailureMembersJson(failure) + "}\n");
+    }
+    throw;
+  }
 }
 
 }  // namespace
@@ -97,12 +122,13 @@ void AddDiffCommand(CLI::App& app, Context& context) {
   const auto options = std::make_shared<DiffOptions>();
   command
       ->add_option("BEFORE", options->before,
-                   "The show or log as it was, encrypted or not; - for standard input")
+                   "The show or log as it was, encrypted or not, or its text; - for standard input")
       ->required();
   command->add_option("AFTER", options->after, "The show or log as it is now; - for standard input")
       ->required();
-  command->add_flag("--json", options->json, "Write one line of JSON with every single difference");
-  context.SetWork(*command, [options, &context] { RunDiff(*options, context); });
+  command->add_flag("--json", options->json,
+                    "Write one line of JSON with every single difference, or about a failure");
+  context.SetWork(*command, [options, &context] { RunAndTell(*options, context); });
 }
 
 }  // namespace zuna_cli

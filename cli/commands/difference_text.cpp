@@ -53,6 +53,11 @@ bool IsName(Subject subject) {
          subject == Subject::kVoiceName;
 }
 
+/// Whether it is about bytes of the file that are in no document.
+bool IsOfFile(Subject subject) {
+  return subject == Subject::kTrailingBytes || subject == Subject::kOtherBytes;
+}
+
 std::string SongLine(const Difference& difference) {
   const std::string song = "song " + difference.song + ' ';
   if (difference.action == Action::kAdded) return song + Quoted(difference.after) + " is added";
@@ -98,10 +103,11 @@ std::string VoicePrefix(const Difference& difference) {
 std::string OneText(const Difference& difference) {
   const Noun noun = NounOf(difference.subject);
   if (difference.subject == Subject::kSong) return SongLine(difference);
-  if (difference.subject == Subject::kVoice) return VoiceLine(difference);
   const std::string voice = VoicePrefix(difference);
   if (difference.subject == Subject::kVoiceNumber) return difference.before + " becomes " + difference.after;
   if (difference.action == Action::kReordered) return voice + "the order of the " + noun.many + " changes";
+  if (difference.subject == Subject::kVoice) return VoiceLine(difference);
+  if (IsOfFile(difference.subject)) return noun.many + FateText(difference);
   std::string text = voice + noun.one;
   if (difference.count > 1) text = voice + Counted(difference.count, noun.one, noun.many);
   if (difference.place.tick) {

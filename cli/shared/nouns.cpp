@@ -83,6 +83,8 @@ Noun NounOf(Subject subject) {
       return {"second word of a caesura", "second words of caesuras"};
     case Subject::kNote:
       return {"note", "notes"};
+    case Subject::kOtherBytes:
+      return {"byte that no field tells", "bytes that no field tells"};
   }
   return {};
 }

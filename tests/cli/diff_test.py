@@ -144,6 +144,51 @@ class DiffTest(WithLogs):
         self.assertEqual(self.run_tool("diff", "two.showdata", "new.showdata", code=NEGATIVE).stdout.decode(),
                          'song 10 "Ten" is added\n')
 
+    def test_compares_all_that_two_legacy_files_hold(self):
+        legacy = json.loads(self.run_tool("dump", "old.showdata").stdout)
+        after = copy.deepcopy(legacy)
+        song = after["songs"][0]
+        song["timeline"]["name"] = "x"
+        song["timeline"]["tempos"][0]["bpm"] += 1
+        song["events"][0][0] += 5
+        said = self.diff(legacy, after)
+        self.assertIn("  name of a timeline: ", said)
+        self.assertIn(" bpm with a click of 8 of 8 32nds becomes ", said)
+        self.assertIn("delta time at ", said)
+        old = legacy_show(legacy_song("1", "One"))
+        self.write("old", old)
+        self.write("more", old + b"abc")
+        self.assertEqual(self.run_tool("diff", "old", "more", code=NEGATIVE).stdout,
+                         b"bytes after the last song: 0 becomes 3\n")
+        self.write("other", old[:1] + b"x" + old[2:])  # the record length, which nothing needs
+        self.assertRegex(self.run_tool("diff", "old", "other", code=NEGATIVE).stdout.decode(),
+                         "^bytes that no field tells: .. at byte 1 becomes 78\n$")
+        self.write("two", legacy_show(legacy_song("1", "One"), legacy_song("2", "Two")))
+        self.write("swapped", legacy_show(legacy_song("2", "Two"), legacy_song("1", "One")))
+        self.assertIn(b"bytes that no field tells: ", self.run_tool("diff", "two", "swapped", code=NEGATIVE).stdout)
+        self.run_tool("diff", "two", "two")
+
+    def test_compares_the_texts_of_dump(self):
+        for name in ("old.showdata", "new.showdata", "old.log", "new.log"):
+            self.run_tool("dump", name, "-o", "text", "--force")
+            self.assertEqual(self.run_tool("diff", name, "text").stdout, b"")
+            self.write("changed", self.read("text").replace(b"Two", b"Drei"))
+            self.assertIn(b'  name: "Two" becomes "Drei"\n', self.run_tool("diff", "text", "changed", code=NEGATIVE).stdout)
+        self.write("bad", self.read("text") + b"x")
+        said = self.run_tool("diff", "text", "bad", code=BAD_INPUT).stderr.decode()
+        self.assertRegex(said, r"^zuna-convert: bad: .*\(line \d+, column \d+\)")
+
+    def test_tells_a_failure_in_json(self):
+        done = self.run_tool("diff", "--json", "new.log", "none", code=IO)
+        line = json.loads(done.stdout)
+        self.assertEqual((line["before"], line["after"], line["exitCode"], line["error"]["code"], line["error"]["file"]),
+                         ("new.log", "none", IO, "not-found", "none"))
+        self.assertNotIn("same", line)
+        self.assertIn(b"zuna-convert: none: ", done.stderr)
+        line = json.loads(self.run_tool("diff", "--json", "new.log", "new.showdata", code=BAD_INPUT).stdout)
+        self.assertEqual(line["error"]["code"], "wrong-kind")
+        self.assertEqual(self.run_tool("diff", "--json", "-", "-", code=USAGE).stdout, b"")
+
     def test_writes_json(self):
         after = copy.deepcopy(self.show)
         after["songs"][0]["voices"][0]["messages"] = [[time + 5, *data] for time, *data in NOTE]

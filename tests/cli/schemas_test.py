@@ -148,7 +148,7 @@ class OutputsTest(FolderTest):
                     + self.lines("list", "--json", "none", code=NOTHING_MATCHED),
             "check": self.lines("check", "--json", *files, "--to", "0.0", code=PART_FAILED),
             "diff": self.lines("diff", "--json", "new.log", "odd.log", code=NEGATIVE) + self.lines("diff", "--json", "old.log", "new.log")
-                    + self.lines("diff", "--json", b"log\xff", b"log\xff"),
+                    + self.lines("diff", "--json", b"log\xff", b"log\xff") + self.lines("diff", "--json", "none", b"log\xff", code=IO),
             "explain": [self.json("explain", "--json"), *self.lines("explain", "cut-off", "--json")],
             "rescue": self.rescues(),
             "progress": [json.loads(self.run_tool("list", "new.log", "--progress", "json").stderr)],

@@ -86,6 +86,8 @@ std::string_view SubjectCode(Subject subject) {
       return "second-word";
     case Subject::kNote:
       return "note";
+    case Subject::kOtherBytes:
+      return "other-bytes";
   }
   return "";
 }

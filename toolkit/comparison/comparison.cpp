@@ -2,6 +2,7 @@
 #include "toolkit/comparison/comparison.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "toolkit/comparison/internal/compare_models.h"
@@ -59,6 +60,26 @@ void RequireTwoForms(const Document& legacy, const Document& current) {
               kGiveBothForms);
 }
 
+/// None unless both are legacy shows.
+std::optional<LegacyForms> LegacyFormsOf(const Document& before, const Document& after) {
+  const auto* a = before.As<LegacyShow>();
+  const auto* b = after.As<LegacyShow>();
+  if (a == nullptr || b == nullptr) return std::nullopt;
+  return LegacyForms{a->show, b->show};
+}
+
+/// What stands behind the last song of a legacy show.
+void CompareTrailingBytes(const Document& before, const Document& after, const DifferenceSink& sink) {
+  const auto* a = before.As<LegacyShow>();
+  const auto* b = after.As<LegacyShow>();
+  if (a == nullptr || b == nullptr || a->trailing_bytes == b->trailing_bytes) return;
+  Difference difference;
+  difference.subject = Subject::kTrailingBytes;
+  difference.before = std::to_string(a->trailing_bytes);
+  difference.after = std::to_string(b->trailing_bytes);
+  sink(difference);
+}
+
 }  // namespace
 
 void ThrowNotOneDocument(const std::string& song) {
@@ -87,7 +108,9 @@ void Compare(const Document& before, const Document& after, const DifferenceSink
   if (a.type().is_log()) {
     CompareLogs(*a.As<CL::ChangeLog>(), *b.As<CL::ChangeLog>(), comparable);
   } else {
-    CompareShows(*a.As<zuna_midi::ShowData>(), *b.As<zuna_midi::ShowData>(), comparable);
+    CompareShows(*a.As<zuna_midi::ShowData>(), *b.As<zuna_midi::ShowData>(), LegacyFormsOf(before, after),
+                 comparable);
+    CompareTrailingBytes(before, after, sink);
   }
 }
 

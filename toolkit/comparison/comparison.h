@@ -10,6 +10,7 @@
 #include "kit/api.h"
 #include "toolkit/comparison/difference.h"
 #include "toolkit/document/document.h"
+#include "toolkit/document/open.h"
 #include "toolkit/explanation.h"
 
 namespace zuna_toolkit {
@@ -17,9 +18,10 @@ namespace zuna_toolkit {
 /// Takes differences one by one, so that they need not all be held in memory.
 using DifferenceSink = std::function<void(const Difference&)>;
 
-/// The differences between two shows or two logs of any versions, song by song; a legacy document is compared
-/// in its current form. Between a legacy document and a current one, what up takes from the companion is
-/// no difference: the name of a show, and the divisions of a log. A song that is the same under another
+/// The differences between two shows or two logs of any versions, song by song. Two legacy documents are
+/// compared in everything that they hold. A legacy document and a current one are compared in their current
+/// forms, and what up takes from the companion is no difference: the name of a show, and the divisions of a
+/// log. A song that is the same under another
 /// number is renumbered. Voices of one name are compared with each other, note by note: a note has moved
 /// where it begins at another time, and has changed where only its length or velocity differs. Memory is
 /// linear in the documents, besides the differences that are kept: each holds its song number. Time is O(n
@@ -28,6 +30,11 @@ using DifferenceSink = std::function<void(const Difference&)>;
 ZUNA_API void Compare(const Document& before, const Document& after, const DifferenceSink& sink);
 ZUNA_API std::vector<Difference> Compare(const Document& before, const Document& after);
 ///@}
+
+/// The same for what two files hold, either of which may be a text form of any version that WriteTextForm()
+/// wrote. Where two files of one version and form have no other difference and not the same plaintext, there
+/// is one of the subject kOtherBytes. Throws Error where a file cannot be read.
+ZUNA_API void Compare(OpenedFile& before, OpenedFile& after, const DifferenceSink& sink);
 
 /// What `current` loses in `legacy`, which Down() made of it: the differences between it and what comes back
 /// up. Throws Error (kBadInput) where that conversion fails, and where the two are not forms of one document.

@@ -50,6 +50,7 @@ enum class Subject : std::uint8_t {
   kEditValue,
   kSecondWord,  ///< of a caesura
   kNote,        ///< of a voice: a note-on and its note-off
+  kOtherBytes,  ///< bytes of two files that no field tells
 };
 
 /// How it differs.

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "toolkit/comparison/internal/compare_models.h"
+#include "toolkit/comparison/internal/event_runs.h"
 #include "toolkit/comparison/internal/song_differences.h"
 #include "toolkit/comparison/internal/timeline_entries.h"
 #include "toolkit/smf/file.h"
@@ -65,58 +66,29 @@ class EventComparison {
     const auto differs = [&](std::size_t i) {
       return (events_[i].status_high & smf::kChannelMask) != 0 && events_[i].status_high != Status(i);
     };
-    AddRuns(Subject::kMessageChannel, Action::kRenumbered, differs,
-            [&](std::size_t i, Difference& difference) {
-              difference.before = "status " + std::to_string(events_[i].status_high);
-              difference.after = std::to_string(Status(i));
-            });
+    AddEventRuns(
+        id_, events_, KindOf(Subject::kMessageChannel, Action::kRenumbered), differs,
+        [&](std::size_t i, Difference& difference) {
+          difference.before = "status " + std::to_string(events_[i].status_high);
+          difference.after = std::to_string(Status(i));
+        },
+        differences_);
   }
 
   /// Delta times are not kept. They come back from the times of the events.
   void CompareDeltaTimes() const {
-    const auto differs = [&](std::size_t i) { return events_[i].delta_time != ComputedDelta(i); };
-    AddRuns(Subject::kDeltaTime, Action::kDefaulted, differs, [&](std::size_t i, Difference& difference) {
-      difference.before = std::to_string(events_[i].delta_time);
-      difference.after = std::to_string(ComputedDelta(i));
-    });
+    const auto differs = [&](std::size_t i) { return events_[i].delta_time != ComputedDelta(events_, i); };
+    AddEventRuns(
+        id_, events_, KindOf(Subject::kDeltaTime, Action::kDefaulted), differs,
+        [&](std::size_t i, Difference& difference) {
+          difference.before = std::to_string(events_[i].delta_time);
+          difference.after = std::to_string(ComputedDelta(events_, i));
+        },
+        differences_);
   }
 
  private:
   unsigned Status(std::size_t i) const { return messages_[i].second.status; }
-
-  std::uint32_t ComputedDelta(std::size_t i) const {
-    if (i == 0) return events_[i].abs_time;
-    return events_[i].abs_time - events_[i - 1].abs_time;
-  }
-
-  /// One difference for each run of events that differ, with the texts of the first.
-  template <typename Differs, typename AddTexts>
-  void AddRuns(Subject subject, Action action, Differs differs, AddTexts add_texts) const {
-    std::size_t i = 0;
-    while (i < events_.size()) {
-      std::size_t end = i;
-      while (end < events_.size() && differs(end)) ++end;
-      if (end > i) {
-        Difference difference = At(i);
-        difference.subject = subject;
-        difference.action = action;
-        difference.count = end - i;
-        add_texts(i, difference);
-        differences_.Add(std::move(difference));
-      }
-      i = end + 1;
-    }
-  }
-
-  Difference At(std::size_t i) const {
-    Difference difference;
-    difference.place.list = "messages";
-    difference.place.index = i;
-    difference.place.tick = events_[i].abs_time;
-    difference.place.voice = id_;
-    difference.where = "track " + std::to_string(id_);
-    return difference;
-  }
 
   std::uint8_t id_;
   const Events& events_;

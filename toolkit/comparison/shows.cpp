@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "toolkit/comparison/internal/compare_models.h"
+#include "toolkit/comparison/internal/legacy_songs.h"
 #include "toolkit/comparison/internal/song_differences.h"
 #include "toolkit/comparison/internal/timeline_entries.h"
 #include "toolkit/comparison/internal/voices.h"
@@ -104,16 +105,24 @@ std::shared_ptr<zuna_midi::SongData> UpAgain(const version0::SongData& song) {
 }  // namespace
 
 void CompareShows(const zuna_midi::ShowData& before, const zuna_midi::ShowData& after,
-                  const DifferenceSink& sink) {
+                  const std::optional<LegacyForms>& legacy, const DifferenceSink& sink) {
   SongDifferences("", sink, Purpose::kDifferences)
       .AddField(Subject::kShowName, before.show_name, after.show_name);
   CompareSongs(
       before.songs(), after.songs(), sink, Purpose::kDifferences,
-      [](SongDifferences& differences, const auto& a, const auto& b) {
+      [&](SongDifferences& differences, const auto& a, const auto& b) {
         differences.SetBars(BarLabels(*a->timeline), BarLabels(*b->timeline));
         CompareFields(*a, *b, differences);
-        CompareTimelines(*a->timeline, *b->timeline, differences);
-        CompareVoices(PairByName(*a->voice_data, *b->voice_data), differences);
+        if (legacy) {
+          const auto old_a = legacy->before.songs.find(a->song_number);
+          const auto old_b = legacy->after.songs.find(b->song_number);
+          CompareLegacyTimelines(old_a->second.timeline, old_b->second.timeline, differences);
+          CompareVoices(PairByName(*a->voice_data, *b->voice_data), differences);
+          CompareLegacyTracks(old_a->second, old_b->second, differences);
+        } else {
+          CompareTimelines(*a->timeline, *b->timeline, differences);
+          CompareVoices(PairByName(*a->voice_data, *b->voice_data), differences);
+        }
       },
       FindRenumbered(before.songs(), after.songs(), IsSameSong));
 }

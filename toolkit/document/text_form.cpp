@@ -3,12 +3,14 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <sstream>
 #include <utility>
 
 #include "CL/text_form.h"
 #include "cmn/data_error.h"
 #include "cmn/file_format.h"
+#include "toolkit/document/internal/content.h"
 #include "toolkit/document/internal/legacy_text.h"
 #include "toolkit/internal/translate.h"
 #include "toolkit/words.h"
@@ -97,6 +99,16 @@ std::string LeftOutOfText(const Document& document) {
     add(log->replaced_sequences, "list that a later one replaces", "lists that later ones replace");
   }
   return left_out;
+}
+
+bool IsTextForm(OpenedFile& file) {
+  constexpr std::size_t kProbe = 4096;  // bytes
+  return !VersionForBuild(StartOf(file.stream(), kProbe)).empty();
+}
+
+Document ReadTextForm(OpenedFile& file) {
+  Rewind(file.stream());
+  return ReadTextForm(std::string(std::istreambuf_iterator<char>(file.stream()), {}), file.name());
 }
 
 Document ReadTextForm(std::string_view text, const std::string& name) {

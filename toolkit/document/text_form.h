@@ -7,6 +7,7 @@
 
 #include "kit/api.h"
 #include "toolkit/document/document.h"
+#include "toolkit/document/open.h"
 
 namespace zuna_toolkit {
 
@@ -18,9 +19,15 @@ ZUNA_API void WriteTextForm(const Document& document, std::ostream& os);
 /// for nothing.
 ZUNA_API std::string LeftOutOfText(const Document& document);
 
+/// Whether `file` holds a text form of another version than 2.0, whose files are text themselves.
+ZUNA_API bool IsTextForm(OpenedFile& file);
+
 /// The document of the version that `text` states. `name` is what messages call it. What `text` cannot say
 /// of a legacy file, such as bytes after its last song, is not there. Throws Error (kTextError) with path,
 /// line and column.
 ZUNA_API Document ReadTextForm(std::string_view text, const std::string& name);
+
+/// The same for the whole of `file`.
+ZUNA_API Document ReadTextForm(OpenedFile& file);
 
 }  // namespace zuna_toolkit

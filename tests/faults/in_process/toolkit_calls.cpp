@@ -176,6 +176,14 @@ void AddComparisons(Calls& calls, const Samples& samples) {
     calls.Add("Compare",
               [=] { return text([&](const auto& sink) { zuna_toolkit::Compare(*current, *up, sink); }); });
     calls.Add("Compare", [=] { return std::to_string(zuna_toolkit::Compare(*current, *up).size()); });
+    calls.Add("Compare, IsTextForm, ReadTextForm", [=] {
+      const std::string form =
+          public_calls::TextOf([&](std::ostream& os) { zuna_toolkit::WriteTextForm(*legacy, os); });
+      OpenedFile before = Opened(Encrypted(form));
+      OpenedFile after = Opened(Encrypted(form + ' '));
+      return text([&](const auto& sink) { zuna_toolkit::Compare(before, after, sink); }) +
+             (zuna_toolkit::IsTextForm(before) ? TextOf(zuna_toolkit::ReadTextForm(before)) : "");
+    });
   }
 }
 

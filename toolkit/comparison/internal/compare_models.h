@@ -1,6 +1,7 @@
 // The comparisons of the models, each with everything that its documents hold.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "CL/change_log.h"
@@ -14,9 +15,16 @@ namespace zuna_toolkit {
 /// Throws Error without a file: this song is not in both documents, which should be two forms of one.
 [[noreturn]] void ThrowNotOneDocument(const std::string& song);
 
-/// Two current shows. Voices are paired by name, the others by number.
+/// The legacy forms of two current shows.
+struct LegacyForms {
+  const version0::ShowData& before;
+  const version0::ShowData& after;
+};
+
+/// Two current shows. Voices are paired by name, the others by number. With the legacy forms of both, what
+/// only these hold is compared too.
 void CompareShows(const zuna_midi::ShowData& before, const zuna_midi::ShowData& after,
-                  const DifferenceSink& sink);
+                  const std::optional<LegacyForms>& legacy, const DifferenceSink& sink);
 
 /// A current show and what comes back up of `legacy`, its legacy form. Each voice is paired with the one that
 /// it became.
