@@ -47,6 +47,10 @@ class DiffTest(WithLogs):
                          'show name: "My Show" becomes "Other"\nsong 2 "Two" becomes song 3\nsong 4 "Four" is added\n'
                          'song 10 "Ten" is removed\n')
 
+    def test_compares_a_song_that_got_another_number(self):
+        self.assertEqual(self.changed(lambda song: song.update(songNumber="3", division=960)),
+                         'song 2 "Two" becomes song 3\nsong 2:\n  division: 480 becomes 960\n')
+
     def test_tells_the_fields_of_a_song(self):
         def change(song):
             song.update(songName="New\n", division=960, songLength=1)

@@ -22,10 +22,11 @@ using DifferenceSink = std::function<void(const Difference&)>;
 /// compared in everything that they hold. A legacy document and a current one are compared in their current
 /// forms, and what up takes from the companion is no difference: the name of a show, and the divisions of a
 /// log. A song that is the same under another
-/// number is renumbered. Voices of one name are compared with each other, note by note: a note has moved
-/// where it begins at another time, and has changed where only its length or velocity differs. Memory is
-/// linear in the documents, besides the differences that are kept: each holds its song number. Time is O(n
-/// log n). Throws Error (kBadInput) for a show and a log, and for a legacy document that cannot be converted.
+/// number, or alone has its name on both sides, is renumbered and compared. Voices of one name are compared
+/// with each other, note by note: a note has moved where it begins at another time, and has changed where
+/// only its length or velocity differs. Memory is linear in the documents, besides the differences that are
+/// kept: each holds its song number. Time is O(n log n). Throws Error (kBadInput) for a show and a log, and
+/// for a legacy document that cannot be converted.
 ///@{
 ZUNA_API void Compare(const Document& before, const Document& after, const DifferenceSink& sink);
 ZUNA_API std::vector<Difference> Compare(const Document& before, const Document& after);

@@ -189,6 +189,23 @@ TEST(CompareShows, NamesSongsThatHaveAnotherNumber) {
                                           "song 7: song-added:  -> Song"));
 }
 
+TEST(CompareShows, PairsSongsThatAloneHaveTheirName) {
+  zuna_midi::ShowData a;
+  zuna_midi::ShowData b;
+  AddSong(a, "1")->song_name = "Waltz";
+  AddSong(a, "2")->song_name = "";
+  AddSong(b, "3")->song_name = "";
+  AddSong(b, "7")->song_name = "Waltz";
+  b.songs().at("7")->division = 96;
+  b.songs().at("3")->division = 96;
+  EXPECT_THAT(Compared(a, b),
+              ElementsAre("song 1: song-renumbered: Waltz -> 7", "song 1: division-changed: 480 -> 96",
+                          "song 2: song-dropped:  -> ", "song 3: song-added:  -> "));
+  AddSong(b, "8")->song_name = "Waltz";
+  b.songs().at("8")->division = 960;
+  EXPECT_THAT(Compared(a, b), testing::SizeIs(5));
+}
+
 TEST(CompareShows, NamesTheBarOfWhatWasAddedInTheSecondShow) {
   zuna_midi::ShowData a;
   zuna_midi::ShowData b;
@@ -216,7 +233,9 @@ TEST(CompareLogs, NamesSongsThatHaveAnotherNumber) {
   }
   EXPECT_THAT(Compared(a, b), ElementsAre("song 1: song-renumbered: Name -> 7"));
   b.song_logs().at("7")->markers->events[0].position = 6;
-  EXPECT_THAT(Compared(a, b), ElementsAre("song 1: song-dropped: Name -> ", "song 7: song-added:  -> Name"));
+  EXPECT_THAT(Compared(a, b),
+              ElementsAre("song 1: song-renumbered: Name -> 7",
+                          "song 1: marker-moved markers[0] at 5: Marker(5, A) -> Marker(6, A)"));
 }
 
 TEST(Compare, PassesOverWhatALegacyDocumentTakesFromItsCompanion) {

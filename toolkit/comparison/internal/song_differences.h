@@ -4,7 +4,10 @@
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
+#include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "toolkit/comparison/comparison.h"
 #include "toolkit/internal/bar_labels.h"
@@ -86,14 +89,38 @@ class SongDifferences {
   BarLabels added_bars_;
 };
 
-/// Songs that have another number in the second document and are the same otherwise.
+/// Songs that have another number in the second document.
 struct RenumberedSongs {
   std::map<std::string, std::string> numbers;  ///< by their numbers in the first document
   std::set<std::string> taken;                 ///< those numbers
 };
 
-/// Finds them among the songs whose numbers only one side has. `same(a, b)` tells whether songs of one name
-/// and length have the same content. Only a few songs of one name and length are tried for each.
+/// Pairs songs of one name where only one on either side has it. A song without a name is not paired.
+template <typename Songs>
+void PairUniqueNames(const Songs& before, const Songs& after, RenumberedSongs& renumbered) {
+  struct Namesakes {
+    std::vector<std::string> dropped;  ///< their numbers
+    std::vector<std::string> added;
+  };
+  std::map<std::string_view, Namesakes> by_name;
+  for (const auto& [number, song] : before) {
+    if (song->song_name.empty() || after.contains(number) || renumbered.numbers.contains(number)) continue;
+    by_name[song->song_name].dropped.push_back(number);
+  }
+  for (const auto& [number, song] : after) {
+    if (song->song_name.empty() || before.contains(number) || renumbered.taken.contains(number)) continue;
+    by_name[song->song_name].added.push_back(number);
+  }
+  for (const auto& [name, songs] : by_name) {
+    if (songs.dropped.size() != 1 || songs.added.size() != 1) continue;
+    renumbered.numbers.emplace(songs.dropped.front(), songs.added.front());
+    renumbered.taken.insert(songs.added.front());
+  }
+}
+
+/// Finds them among the songs whose numbers only one side has: first those of the same content, then those of
+/// one name. `same(a, b)` tells whether songs of one name and length have the same content. Only a few songs
+/// of one name and length are tried for each.
 template <typename Songs, typename Same>
 RenumberedSongs FindRenumbered(const Songs& before, const Songs& after, Same same) {
   constexpr int kMostTries = 4;
@@ -116,6 +143,7 @@ RenumberedSongs FindRenumbered(const Songs& before, const Songs& after, Same sam
       break;
     }
   }
+  PairUniqueNames(before, after, renumbered);
   return renumbered;
 }
 
@@ -126,8 +154,8 @@ std::string NameOfSong(const Song& song) {
   return "";
 }
 
-/// Calls `both(differences, a, b)` with the values of the songs of one number, and adds those that only one
-/// side has. The maps have the same order.
+/// Calls `both(differences, a, b)` with the values of the songs of one number, and of those that got another
+/// number, and adds those that only one side has. The maps have the same order.
 template <typename Before, typename After, typename Both>
 void CompareSongs(const Before& before, const After& after, const DifferenceSink& sink, Purpose purpose,
                   Both both, const RenumberedSongs& renumbered = {}) {
@@ -142,7 +170,12 @@ void CompareSongs(const Before& before, const After& after, const DifferenceSink
       difference.action = has_left ? Action::kDropped : Action::kRenumbered;
       difference.before = NameOfSong(a->second);
       if (!has_left) difference.after = found->second;
-      SongDifferences((a++)->first, sink, purpose).Add(std::move(difference));
+      SongDifferences differences(a->first, sink, purpose);
+      differences.Add(std::move(difference));
+      if constexpr (std::is_same_v<Before, After>) {
+        if (!has_left) both(differences, a->second, after.find(found->second)->second);
+      }
+      ++a;
     } else if (a == before.end() || less(b->first, a->first)) {
       difference.action = Action::kAdded;
       difference.after = NameOfSong(b->second);
