@@ -2,6 +2,7 @@
 #include "cli/commands/rescue_text.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "cli/shared/json_text.h"
 #include "cli/terminal/standard_streams.h"
@@ -51,8 +52,9 @@ std::string SongText(const RescuedSong& song) {
 
 std::string SongJson(const RescuedSong& song) {
   return "{\"number\": " + JsonString(song.number) + ", \"name\": " + JsonString(song.name) +
-         ", \"offset\": " + NumberOrNull(song.offset) + ", \"state\": \"" +
-         std::string(StateText(song.state)) + "\", \"remarks\": " + JsonStrings(song.remarks) +
+         ", \"offset\": " + NumberOrNull(song.offset) + ", \"end\": " + NumberOrNull(song.end) +
+         ", \"state\": \"" + std::string(StateText(song.state)) +
+         "\", \"remarks\": " + JsonStrings(song.remarks) +
          ", \"vouched\": " + (song.vouched ? "true" : "false") + '}';
 }
 
@@ -67,6 +69,9 @@ std::vector<std::string> ProblemLines(const Rescued& rescued) {
     if (!song.remarks.empty()) add(SongText(song));
   }
   for (const std::string& missing : report.missing) add(missing + " is missing");
+  std::uint64_t unread = 0;
+  for (const zuna_toolkit::ByteRange& range : report.unread) unread += range.end - range.begin;
+  if (unread > 0) add(Counted(unread, "byte", "bytes") + " of its content cannot be read");
   const std::size_t unvouched = report.saved() - CountSaved(report, SongState::kWhole, true);
   if (unvouched > 0) {
     add("nothing shows whether " + Counted(unvouched, "song is", "songs are") +
@@ -78,12 +83,13 @@ std::vector<std::string> ProblemLines(const Rescued& rescued) {
 std::string SavedText(const RescueReport& report) {
   const std::size_t saved = report.saved();
   const std::size_t partly = CountSaved(report, SongState::kPartly, false);
-  const std::size_t all = std::max<std::size_t>(report.songs.size(), report.stated_songs.value_or(0));
   if (report.complete()) return "everything came back: " + Counted(saved, "song", "songs");
-  std::string text = std::to_string(saved) + " of " + Counted(all, "song is", "songs are") + " saved";
-  if (partly == saved) return text + " in part";
-  if (partly > 0) text += ", " + std::to_string(partly) + " of them in part";
-  return text;
+  std::string text = report.known_songs ? std::to_string(saved) + " of " +
+                                              Counted(*report.known_songs, "song is", "songs are")
+                                        : Counted(saved, "song is", "songs are");
+  text += " saved";
+  if (partly > 0) text += partly == saved ? " in part" : ", " + std::to_string(partly) + " of them in part";
+  return report.known_songs ? text : text + "; how many there were is not known";
 }
 
 std::string RescueJson(const Rescued& rescued) {
@@ -100,7 +106,8 @@ std::string RescueJson(const Rescued& rescued) {
          cmn::VersionText(type.version) + "\", \"complete\": " + (report.complete() ? "true" : "false") +
          ", \"changed\": " + (report.changed ? "true" : "false") +
          ", \"saved\": " + std::to_string(report.saved()) +
-         ", \"statedSongs\": " + NumberOrNull(report.stated_songs) + ", \"songs\": [" + songs +
+         ", \"statedSongs\": " + NumberOrNull(report.stated_songs) +
+         ", \"knownSongs\": " + NumberOrNull(report.known_songs) + ", \"songs\": [" + songs +
          "], \"missing\": " + JsonStrings(report.missing) + ", \"unread\": [" + unread +
          "], \"remarks\": " + JsonStrings(report.remarks) + "}\n";
 }

@@ -33,7 +33,7 @@ constexpr auto kExitCodes = std::to_array<Meaning>({
     {"4", "bad or unsupported input"},
     {"5", "wrong key"},
     {"6", "input or output failed"},
-    {"7", "some of several inputs failed"},
+    {"7", "some of several inputs failed, or rescue found something missing"},
     {"8", "nothing matched"},
     {"70", "internal error"},
     {"130", "interrupted"},

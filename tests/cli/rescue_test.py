@@ -41,9 +41,10 @@ class RescueTest(ToolTest):
         self.assertEqual(said[0], f"zuna-convert: bad: has {begin + 15} encrypted bytes, and its header states "
                                   f"{len(self.plaintext('good'))}")
         self.assertEqual(said[1], f"zuna-convert: bad: song 2 at byte {begin} is lost: its beginning cannot be read")
-        self.assertEqual(said[2], "zuna-convert: bad: nothing shows whether 1 song is unchanged; look through what is "
+        self.assertEqual(said[2], "zuna-convert: bad: 15 bytes of its content cannot be read")
+        self.assertEqual(said[3], "zuna-convert: bad: nothing shows whether 1 song is unchanged; look through what is "
                                   "saved before it is used")
-        self.assertEqual(said[3:], ["zuna-convert: out: 1 of 3 songs are saved"])
+        self.assertEqual(said[4:], ["zuna-convert: out: 1 of 3 songs are saved"])
         self.assertEqual(self.plaintext("out"), legacy_show(self.songs[0]))
 
     def test_the_songs_around_changed_bytes_come_back(self):
@@ -93,6 +94,45 @@ class RescueTest(ToolTest):
         self.assertIn(f": song {'7' * 40}... at byte ", "\n".join(said))
         self.assertLess(max(len(line) for line in said), 300)
 
+    def test_a_second_encrypted_file(self):
+        good = self.read("good")
+        self.write("bad", good + good)
+        lines = [f"zuna-convert: bad: {len(good)} bytes follow its encrypted bytes",
+                 f"zuna-convert: bad: the encrypted file that begins at byte {len(good)} of this one is missing",
+                 "zuna-convert: out: 3 of 3 songs are saved"]
+        self.assertEqual(self.rescue(), lines)
+        self.damage(len(good) - 1, "bad", "bad")
+        said = self.rescue("bad", PART_FAILED, "--force")
+        self.assertEqual(said[0], "zuna-convert: bad: was changed after it was encrypted")
+        self.assertIn(lines[1], said)
+
+    def test_a_count_of_songs_that_cannot_be_right(self):
+        self.encrypt("bad", b"\x5c" + legacy_show(*self.songs)[1:])
+        self.assertEqual(self.rescue(), [
+            "zuna-convert: bad: states 92 songs, and 3 were found",
+            "zuna-convert: bad: nothing shows whether 3 songs are unchanged; look through what is saved before it is used",
+            "zuna-convert: out: 3 songs are saved; how many there were is not known"])
+        self.assertEqual(self.plaintext("out"), legacy_show(*self.songs))
+
+    def test_zeros_are_no_show(self):
+        for name, content in (("front", bytes(512) + self.read("good")[512:]), ("all", bytes(5000))):
+            with self.subTest(name):
+                self.write("bad", content)
+                self.refuse("rescue", "bad", "-o", "out", code=BAD_INPUT,
+                            message="bad: holds no song that can be read; give its key if it is encrypted with another "
+                                    "one, or get another copy of the file")
+
+    def test_a_text_of_another_version(self):
+        self.run_tool("up", "good", "-o", "new", "--show-name", "Opera")
+        text = self.run_tool("dump", "new").stdout
+        self.write("text", text)
+        self.rescue("text", DONE)
+        self.assertEqual(self.plaintext("out"), self.plaintext("new"))
+        self.write("text", text[:-40])
+        self.rescue("text", PART_FAILED, "--force")
+        said = self.run_tool("info", "out").stdout.decode()
+        self.assertTrue(said.startswith('out: show, version 1.2, "Opera", 2 songs'), said)
+
     def test_json(self):
         self.damage(HEADER + 1 + len(self.songs[0]))
         done = self.run_tool("rescue", "bad", "-o", "out", "--json", "--quiet", code=PART_FAILED)
@@ -100,11 +140,12 @@ class RescueTest(ToolTest):
         line, = done.stdout.splitlines()
         told = json.loads(line)
         self.assertEqual(list(told), ["schemaVersion", "path", "kind", "fileVersion", "complete", "changed", "saved",
-                                      "statedSongs", "songs", "missing", "unread", "remarks"])
+                                      "statedSongs", "knownSongs", "songs", "missing", "unread", "remarks"])
         self.assertEqual((told["path"], told["kind"], told["fileVersion"]), ("bad", "showdata", "0.0"))
         self.assertEqual((told["complete"], told["changed"], told["saved"], told["statedSongs"]), (False, True, 3, 3))
-        self.assertEqual(told["songs"][0], {"number": "1", "name": "Tune", "offset": 1, "state": "whole", "remarks": [],
-                                            "vouched": False})
+        self.assertEqual(told["knownSongs"], 3)
+        self.assertEqual(told["songs"][0], {"number": "1", "name": "Tune", "offset": 1, "end": 1 + len(self.songs[0]),
+                                            "state": "whole", "remarks": [], "vouched": False})
         self.assertEqual(told["remarks"], ["was changed after it was encrypted"])
 
     def test_json_of_a_failure(self):
@@ -163,6 +204,10 @@ class RescueTest(ToolTest):
         self.refuse("rescue", "bad", "-o", "out", code=BAD_INPUT,
                     message="bad: ends inside the header (offset 50 of 72); get a complete copy of the file")
         other = self.write_key("other", "key = 00\niv = 00\n")
+        self.damage(0)
+        self.refuse("rescue", "bad", "-o", "out", "--key-file", other, code=BAD_INPUT,
+                    message="bad: holds no song that can be read; give its key if it is encrypted with another one, or "
+                            "get another copy of the file")
         self.refuse("rescue", "good", "-o", "out", "--key-file", other, code=WRONG_KEY,
                     message="good: the key or the IV is not the one that this was encrypted with; give the right key file")
 

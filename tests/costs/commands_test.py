@@ -46,6 +46,11 @@ class CostsTest(unittest.TestCase):
         return os.path.join(cls.folder, name)
 
     @classmethod
+    def read(cls, name):
+        with open(cls.path(name), "rb") as file:
+            return file.read()
+
+    @classmethod
     def environment(cls, **others):
         return {**os.environ, "ZUNA_KEY_FILE": cls.path("key"), **others}
 
@@ -100,6 +105,14 @@ class CostsTest(unittest.TestCase):
             is_log = name in ("legacy-song-logs-0.0", "legacy-vamps-0.0", "legacy-caesuras-0.0", "legacy-markers-0.0")
             companion = "legacy-songs-0.0" if is_log else "legacy-vamps-0.0"
             self.measure([name, companion], "up", name, "-o", "out", "--companion", companion, "--any-companion", "--force")
+
+    def test_rescue(self):
+        for name in self.names:
+            for damaged, content in (("cut", self.read(name)[:-20]), ("changed", self.read(name)[:-20] + bytes(20))):
+                with open(self.path(damaged), "wb") as file:
+                    file.write(content)
+                self.measure([damaged], "rescue", damaged, "-o", "out", "--force")
+                self.measure([damaged], "rescue", damaged, "-o", "out", "--force", "--json", text_factor=2)
 
     def test_diff(self):
         shows = ("notes-1.2", "moved-notes-1.2", "messages-1.2", "programs-1.2", "voices-1.2", "songs-1.2", "tempos-1.2",

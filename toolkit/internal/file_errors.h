@@ -99,10 +99,10 @@ inline constexpr std::array kFileErrors = {
     ErrorRow{ErrorCode::kNothingToSave,
              ErrorKind::kBadInput,
              {"nothing-to-save", "nothing is left of the file that rescue could save",
-              "it was cut before the end of its first song, the tag of its encryption is damaged, or it "
-              "never was a "
-              "show or a log",
-              "get another copy of the file", ""}},
+              "it was cut before the end of its first song, the header of its encryption is damaged so that "
+              "nothing tells whether the key is right, or it never was a show or a log",
+              "give its key if it is encrypted with another one, or get another copy of the file",
+              "zuna-convert rescue FILE -o OUT --key-file KEY"}},
     ErrorRow{ErrorCode::kWrongKind,
              ErrorKind::kBadInput,
              {"wrong-kind", "the file is a log where a show is expected, or a show where a log is",

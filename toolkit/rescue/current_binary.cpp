@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "cmn/data_error.h"
-#include "kit/utf8.h"
 #include "toolkit/rescue/internal/current_songs.h"
 #include "toolkit/rescue/internal/salvage.h"
 
@@ -15,16 +14,6 @@ constexpr std::size_t kChecksumSize = 4;
 constexpr std::size_t kLongestTypedNumber = 64;  // bytes, of a song that is looked for
 constexpr std::size_t kLongestName = 1024;
 constexpr std::size_t kStepsOfATry = 256;
-
-/// Whether a person may have typed `text`.
-bool IsTyped(std::string_view text) {
-  while (!text.empty()) {
-    const std::size_t length = kit::Utf8Length(text);
-    if (length == 0 || kit::IsControl(kit::CodePoint(text.substr(0, length)))) return false;
-    text.remove_prefix(length);
-  }
-  return true;
-}
 
 /// The text at `at`, whose length has four bytes or, in the compact layout, seven bits a byte. None where it
 /// is longer than `longest`, or not typed. `at` is after it then.
@@ -47,25 +36,38 @@ std::optional<std::string_view> TypedText(std::string_view bytes, std::size_t& a
 template <typename Kind>
 class BinarySalvage {
  public:
-  BinarySalvage(std::string_view bytes, cmn::FileVersion version)
+  BinarySalvage(std::string_view bytes, cmn::FileVersion version, std::uint64_t stated_size)
       : bytes_(bytes),
         version_(version),
+        stated_size_(stated_size),
         compact_(version == cmn::FileVersion{1, 2}),
         checksum_size_(version == cmn::FileVersion{1, 0} ? 0 : kChecksumSize),
         steps_(bytes.size()) {}
 
   Salvage Run() {
     std::size_t at = ReadHead();
-    std::size_t last = at;  // where the song before begins
-    while (!IsEnd(at)) {
-      if (Take(at, last)) continue;
-      const std::size_t next = Find(std::min(at, last + 1));
-      if (next < at) DropLast();
-      Lose(next < at ? last : at, next);
-      at = last = next;
+    while (at < bytes_.size() && !IsEnd(at)) {
+      std::size_t end = at;
+      const std::shared_ptr<Song> song = Read(end);
+      if (!song) steps_.Take(failed_at_ - at);
+      if (song && IsSong(at, *song) && Meets(end, *song)) {
+        Keep(song, at, end, {});
+        at = end;
+        continue;
+      }
+      const std::size_t next = Find(at + 1);
+      if (song && IsSong(at, *song) && end <= next) {
+        Keep(song, at, end, "its end does not meet the next song");
+      } else {
+        Lose(at, next);
+      }
+      at = next;
     }
+    const bool has_checksum = stated_size_ == bytes_.size() || songs_.size() == report_.stated_songs;
+    if (at < bytes_.size() && has_checksum) report_.framing.push_back({at, bytes_.size()});
     AddNumbered<Kind>(model_, report_, songs_);
-    return {std::move(model_), version_, std::move(report_)};
+    const std::uint64_t missing = std::max<std::uint64_t>(stated_size_, bytes_.size()) - bytes_.size();
+    return {std::move(model_), version_, std::move(report_), missing, checksum_size_ > 0};
   }
 
  private:
@@ -75,21 +77,23 @@ class BinarySalvage {
     std::size_t at = std::min(kBinaryHeaderSize, bytes_.size());
     try {
       auto [model, songs] = Kind::ReadHead(bytes_, at, version_);
-      model_ = std::move(model);
-      report_.stated_songs = songs;
-      return at;
+      if (IsEnd(at) || MayBegin(at)) {
+        model_ = std::move(model);
+        report_.stated_songs = songs;
+        report_.framing = {{0, at}};
+        return at;
+      }
     } catch (const cmn::DataError&) {
-      report_.missing.emplace_back(Kind::kHead);
-      const std::size_t first = Find(at);
-      report_.unread.push_back({at, first});
-      return first;
+      // The songs may still be there.
     }
+    report_.missing.emplace_back(Kind::kHead);
+    return Find(0);
   }
 
-  /// Whether the songs can end at `at`: all are there, or nothing more is.
+  /// Whether the songs can end at `at`.
   bool IsEnd(std::size_t at) const {
     const std::size_t left = bytes_.size() - at;
-    return left == 0 || (left <= checksum_size_ && songs_.size() >= report_.stated_songs.value_or(0));
+    return left == checksum_size_ || (left == 0 && stated_size_ != bytes_.size());
   }
 
   /// The song at `at`, which is after it then; null where there is none.
@@ -102,71 +106,63 @@ class BinarySalvage {
     }
   }
 
-  /// Takes the song at `at`, where `at` is after it then and `last` before it. A song that nobody would have
-  /// made is only taken where another one or the end follows.
-  bool Take(std::size_t& at, std::size_t& last) {
-    std::size_t next = at;
-    std::shared_ptr<Song> song = Read(next);
-    if (!song) return Refuse(at);
-    if (!BeginsLikeSong(at) && !IsEnd(next)) {
-      std::size_t after = next;
-      if (!Read(after)) return Refuse(at);
-    }
-    report_.songs.push_back({song->song_number, song->song_name, at});
-    songs_.push_back(std::move(song));
-    last = at;
-    at = next;
-    return true;
-  }
-
-  /// Counts what was read in vain from `at` on.
-  bool Refuse(std::size_t at) {
-    steps_.Take(failed_at_ - at);
-    return false;
-  }
-
   /// Whether a song with a number and a name that can be typed may begin at `at`.
-  bool BeginsLikeSong(std::size_t at) const {
+  bool MayBegin(std::size_t at) const {
     const auto number = TypedText(bytes_, at, compact_, kLongestTypedNumber);
     return number && !number->empty() && TypedText(bytes_, at, compact_, kLongestName);
   }
 
-  /// Where a song begins that is followed by another one or by the end, from `at` on; the end where there is
-  /// none.
+  /// Whether what was read at `at` is a song: it begins like one, or it holds something.
+  bool IsSong(std::size_t at, const Song& song) const { return MayBegin(at) || Kind::HoldsSomething(song); }
+
+  /// Whether the end of the songs or another one is at `at`, after `song`.
+  bool Meets(std::size_t at, const Song& song) {
+    if (IsEnd(at)) return true;
+    std::size_t end = at;
+    const auto next = Read(end);
+    if (!next && !steps_.Take(failed_at_ - at)) return false;
+    if (!MayBegin(at)) return next && Kind::HoldsSomething(*next) && (IsEnd(end) || MayBegin(end));
+    if (next && Kind::HoldsSomething(*next)) return true;
+    const auto number = TypedText(bytes_, at, compact_, kLongestTypedNumber);
+    return IsNumberBefore(song.song_number, *number, Kind::kOrder);
+  }
+
+  /// Where a song with a name begins that is followed by another one or by the end, from `at` on; the end
+  /// where there is none.
   std::size_t Find(std::size_t at) {
     for (; at < bytes_.size(); ++at) {
-      if (!BeginsLikeSong(at)) continue;
+      if (!MayBegin(at)) continue;
       std::size_t next = at;
-      const bool is_song = Read(next) != nullptr;
-      if (!steps_.Take(kStepsOfATry + ((is_song ? next : failed_at_) - at))) break;
-      if (!is_song) continue;
-      if (bytes_.size() - next <= checksum_size_) return at;
-      std::size_t after = next;
-      if (!BeginsLikeSong(next)) continue;
-      if (Read(after)) return at;
-      if (!steps_.Take(failed_at_ - next)) break;
+      const auto song = Read(next);
+      if (!steps_.Take(kStepsOfATry + ((song ? next : failed_at_) - at))) break;
+      if (!song || song->song_name.empty()) continue;
+      if ((MayBegin(next) || IsEnd(next)) && Meets(next, *song)) return at;
     }
     return bytes_.size();
   }
 
-  /// Takes back the last song, whose end lies in another one.
-  void DropLast() {
-    songs_.pop_back();
-    report_.songs.pop_back();
+  void Keep(const std::shared_ptr<Song>& song, std::size_t begin, std::size_t end,
+            const std::string& remark) {
+    RescuedSong told{song->song_number, song->song_name, begin, end};
+    if (!remark.empty()) {
+      told.state = SongState::kPartly;
+      told.remarks = {remark};
+    }
+    report_.songs.push_back(std::move(told));
+    songs_.push_back(song);
   }
 
   void Lose(std::size_t begin, std::size_t end) {
-    RescuedSong song{"", "", begin};
+    if (!MayBegin(begin)) return;
     std::size_t at = begin;
-    if (const auto number = TypedText(bytes_, at, compact_, kLongestTypedNumber)) {
-      song.number = *number;
-      song.name = TypedText(bytes_, at, compact_, kLongestName).value_or("");
-    }
-    AddLost(report_, std::move(song), end, "its fields cannot be read");
+    const std::string number(*TypedText(bytes_, at, compact_, kLongestTypedNumber));
+    const std::string name(*TypedText(bytes_, at, compact_, kLongestName));
+    AddLost(report_, {number, name, begin, end}, "its fields cannot be read");
   }
 
   std::string_view bytes_;
   cmn::FileVersion version_;
+  std::uint64_t stated_size_;
   bool compact_;
   std::size_t checksum_size_;
   Steps steps_;
@@ -178,9 +174,10 @@ class BinarySalvage {
 
 }  // namespace
 
-Salvage SalvageBinary(std::string_view plaintext, cmn::FileKind kind, cmn::FileVersion version) {
-  if (kind == cmn::FileKind::kLog) return BinarySalvage<CurrentLogs>(plaintext, version).Run();
-  return BinarySalvage<CurrentShows>(plaintext, version).Run();
+Salvage SalvageBinary(std::string_view plaintext, cmn::FileKind kind, cmn::FileVersion version,
+                      std::uint64_t stated_size) {
+  if (kind == cmn::FileKind::kLog) return BinarySalvage<CurrentLogs>(plaintext, version, stated_size).Run();
+  return BinarySalvage<CurrentShows>(plaintext, version, stated_size).Run();
 }
 
 }  // namespace zuna_toolkit

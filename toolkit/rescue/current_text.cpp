@@ -4,6 +4,8 @@
 #include <sstream>
 
 #include "cmn/data_error.h"
+#include "toolkit/document/text_form.h"
+#include "toolkit/error.h"
 #include "toolkit/rescue/internal/current_songs.h"
 #include "toolkit/rescue/internal/salvage.h"
 
@@ -92,32 +94,52 @@ class TextSalvage {
 
   Salvage Run() {
     std::size_t at = begin_;
-    while ((at = text_.find_first_not_of(kSeparators, at)) != std::string_view::npos) {
+    while (true) {
+      const std::size_t begin = text_.find_first_not_of(kSeparators, at);
+      AddFraming(at, std::min(begin, text_.size()));
+      at = begin;
+      if (at == std::string_view::npos) break;
       if (next_ <= at) next_ = NextSong(text_, at + 1);
       if (text_[at] == ']' && next_ == text_.size()) break;
       const auto end = text_[at] == '{' ? EndOfObject(text_, at, next_) : std::nullopt;
       if (!end || !Take(at, *end)) Lose(at, end.value_or(next_));
       at = end.value_or(next_);
     }
-    ReadHead(at == std::string_view::npos ? "" : text_.substr(at));
+    ReadHead(std::min(at, text_.size()));
     AddNumbered<Kind>(model_, report_, songs_);
-    return {std::move(model_), kTextVersion, std::move(report_)};
+    return {std::move(model_), version_, std::move(report_)};
   }
 
  private:
   static constexpr std::string_view kSeparators = " \t\r\n,";
 
-  /// Takes what stands before the songs and, in a text with another order of keys, after them.
-  void ReadHead(std::string_view rest) {
-    if (rest.empty()) report_.missing.emplace_back("the end of the text");
+  void AddFraming(std::size_t begin, std::size_t end) { report_.framing.push_back({begin, end}); }
+
+  /// Takes what stands before the songs and, in a text with another order of keys, from `end` on.
+  void ReadHead(std::size_t end) {
+    if (end == text_.size()) report_.missing.emplace_back("the end of the text");
     const std::string front(text_.substr(0, begin_));
-    auto head = ReadText<Kind>(front + std::string(rest));
-    if (!head) head = ReadText<Kind>(front + std::string(kBack));
+    auto head = ReadHeadOf(front + std::string(text_.substr(end)));
+    if (head) AddFraming(end, text_.size());
+    if (!head) head = ReadHeadOf(front + std::string(kBack));
     if (!head) {
       report_.missing.emplace_back(Kind::kHead);
       return;
     }
-    model_ = std::move(*head);
+    AddFraming(0, begin_);
+    version_ = head->type().version;
+    model_ = *head->template As<typename Kind::Model>();
+  }
+
+  /// The text form `text` of any current version, if it is one.
+  static std::optional<Document> ReadHeadOf(const std::string& text) {
+    try {
+      Document head = ReadTextForm(text, "");
+      if (head.As<typename Kind::Model>() != nullptr) return head;
+    } catch (const Error&) {
+      // The rest may be read without it.
+    }
+    return std::nullopt;
   }
 
   bool Take(std::size_t begin, std::size_t end) {
@@ -126,7 +148,7 @@ class TextSalvage {
     const auto alone = ReadText<Kind>(std::string(kFront<Kind>) + std::string(object) + std::string(kBack));
     if (!alone || Kind::Songs(*alone).size() != 1) return false;
     const auto& song = Kind::Songs(*alone).begin()->second;
-    RescuedSong told{song->song_number, song->song_name, begin};
+    RescuedSong told{song->song_number, song->song_name, begin, end};
     songs_.push_back(song);
     report_.songs.push_back(std::move(told));
     return true;
@@ -135,12 +157,8 @@ class TextSalvage {
   void Lose(std::size_t begin, std::size_t end) {
     const std::string_view object = text_.substr(begin, end - begin);
     const std::string number = RawTextOf(object, kSongKey);
-    const bool goes_on = !report_.songs.empty() && report_.songs.back().state == SongState::kLost;
-    if (goes_on && number.empty()) {
-      report_.unread.back().end = end;
-      return;
-    }
-    AddLost(report_, {number, RawTextOf(object, "\"songName\""), begin}, end,
+    if (!IsNumber(number)) return;
+    AddLost(report_, {number, RawTextOf(object, "\"songName\""), begin, end},
             "its text is not complete and correct");
   }
 
@@ -150,6 +168,7 @@ class TextSalvage {
       0;  ///< where the next song with its number first begins, once it is after the current place
   std::vector<std::shared_ptr<typename Kind::Song>> songs_;  ///< those in the report that are not lost
   typename Kind::Model model_;
+  cmn::FileVersion version_ = kTextVersion;
   RescueReport report_;
 };
 

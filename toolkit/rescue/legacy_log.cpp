@@ -75,18 +75,19 @@ class LogSalvage {
     std::size_t first = std::min(kSmallestLogHeader, bytes_.size());
     LogHead head = ReadLogHead(bytes_);
     while (first < bytes_.size() && !WholeEnd(first)) ++first;
+    std::size_t head_end = head.end;
     if (head.end == 0 || head.end > first) {
-      const std::size_t head_begin = std::min(kFrontSize, first);
-      head = ReadLogHead(bytes_.substr(0, head_begin));
+      head_end = std::min(kFrontSize, first);
+      head = ReadLogHead(bytes_.substr(0, head_end));
       head.end = first;
-      report_.unread.push_back({head_begin, first});
       report_.missing = {"the show's name", "the log's label", "the log's tag pair"};
     }
+    report_.framing = {{0, head_end}};
     legacy_.log = std::move(head.log);
     WalkSongs(*this, head.end, bytes_.size());
-    CompareLength();
+    const std::uint64_t missing_bytes = CompareLength();
     AddSongs();
-    return {std::move(legacy_), kLegacyVersion, std::move(report_)};
+    return {std::move(legacy_), kLegacyVersion, std::move(report_), missing_bytes};
   }
 
   std::optional<std::size_t> WholeEnd(std::size_t at) {
@@ -95,14 +96,14 @@ class LogSalvage {
   }
 
   void TakeWhole(std::size_t begin, std::size_t end) {
-    Keep(begin, std::string(bytes_.substr(begin, end - begin)), {});
+    Keep({"", "", begin, end}, std::string(bytes_.substr(begin, end - begin)));
   }
 
   void TakeDamaged(std::size_t begin, std::size_t end) {
     while (begin < end) {
       const std::size_t song_end = EndOfFirst(begin, end);
       const FoundSong song = SongAt(begin, 1);
-      if (song.sequences > 0 && song.end == song_end) {
+      if (song.sequences > 0 && song.end == end) {  // other writers may leave lists out
         TakeWhole(begin, song_end);
       } else {
         Mend(begin, song_end);
@@ -112,17 +113,29 @@ class LogSalvage {
   }
 
  private:
-  /// Tells where the file has not the length that its header states.
-  void CompareLength() {
+  /// Whether no byte can be missing before the last song, or after it where that is whole.
+  bool IsWholeUpToLast() const {
+    std::uint64_t at = report_.framing.back().end;
+    for (const RescuedSong& song : report_.songs) {
+      const bool is_last = &song == &report_.songs.back();
+      if (song.offset != at || (song.state != SongState::kWhole && !is_last)) return false;
+      if (song.state == SongState::kWhole) at = *song.end;
+    }
+    return report_.songs.empty() || report_.songs.back().state != SongState::kWhole || at == bytes_.size();
+  }
+
+  /// Tells where the file has not the length that its header states. Returns how many bytes are missing.
+  std::uint64_t CompareLength() {
     RecordCursor in(bytes_, std::min(kLengthOffset, bytes_.size()));
     const std::uint64_t stated = std::uint64_t{in.Number(4)} + in.at();
-    if (stated > bytes_.size()) {
-      const auto count = static_cast<std::size_t>(stated - bytes_.size());
-      report_.missing.push_back("the end of the log (" + Counted(count, "byte", "bytes") + ")");
-    } else if (stated < bytes_.size()) {
+    const std::uint64_t missing = std::max<std::uint64_t>(stated, bytes_.size()) - bytes_.size();
+    if (missing > 0 && IsWholeUpToLast()) {
+      report_.missing.push_back("the end of the log (" + Counted(missing, "byte", "bytes") + ")");
+    } else if (stated != bytes_.size()) {
       report_.remarks.push_back("has " + Counted(bytes_.size(), "byte", "bytes") +
                                 ", and its header states " + std::to_string(stated));
     }
+    return missing;
   }
 
   /// The song log at `at`, which has at least so many sequences if it is undamaged.
@@ -136,37 +149,47 @@ class LogSalvage {
     return {end, CountSequences(bytes_, in.at(), end, SongLogSequences(), steps_)};
   }
 
-  /// Where the first of the damaged songs between `begin` and `end` ends, as its length says.
+  /// Where the first of the damaged songs between `begin` and `end` ends: as its length says, if the head of
+  /// another one follows there.
   std::size_t EndOfFirst(std::size_t begin, std::size_t end) const {
-    RecordCursor in(bytes_.substr(0, end), begin);
+    const std::string_view bytes = bytes_.substr(0, end);
+    RecordCursor in(bytes, begin);
     const SongLogHead head = ReadSongLogHead(in);
     if (!in.ok() || head.record_length + kUncounted > end - in.at()) return end;
-    return std::max(in.at() + head.record_length + kUncounted, begin + 1);
+    const std::size_t song_end = in.at() + head.record_length + kUncounted;
+    RecordCursor after(bytes, song_end);
+    const SongLogHead next = ReadSongLogHead(after);
+    return after.ok() && IsNumber(next.number) && IsTyped(next.name) ? song_end : end;
   }
 
   /// Takes what is left of the song between `begin` and `end`.
   void Mend(std::size_t begin, std::size_t end) {
     RecordCursor in(bytes_.substr(0, end), begin);
     const SongLogHead head = ReadSongLogHead(in);
-    RescuedSong song{std::string(head.number), std::string(head.name), begin};
-    if (!in.ok()) return AddLost(report_, std::move(song), end, "its beginning cannot be read");
-    const MendedSequences body = MendSequences(bytes_, in.at(), end, SongLogSequences());
-    if (body.records == 0 && body.remarks.size() == SongLogSequences().size()) {
-      return AddLost(report_, std::move(song), end, "none of its edits can be read");
+    RescuedSong song{std::string(head.number), std::string(head.name), begin, end};
+    const char* problem = "its beginning cannot be read";
+    if (in.ok()) {
+      const MendedSequences body = MendSequences(bytes_, in.at(), end, SongLogSequences());
+      const bool has_most_lists = 2 * body.remarks.size() <= SongLogSequences().size();
+      if (has_most_lists || (body.records > 0 && IsNumber(head.number))) {
+        song.end = body.end;
+        song.remarks = body.remarks;
+        report_.unread.insert(report_.unread.end(), body.unread.begin(), body.unread.end());
+        return Keep(std::move(song), WordBytes(body.bytes.size() - kUncounted) + TextBytes(head.number) +
+                                         TextBytes(head.name) + std::string(head.length) + body.bytes);
+      }
+      problem = "none of its edits can be read";
     }
-    Keep(begin,
-         WordBytes(body.bytes.size() - kUncounted) + TextBytes(head.number) + TextBytes(head.name) +
-             std::string(head.length) + body.bytes,
-         body.remarks);
+    if (IsNumber(head.number) && IsTyped(head.name)) AddLost(report_, std::move(song), problem);
   }
 
-  /// Reads the song log that `bytes` now are.
-  void Keep(std::size_t begin, const std::string& bytes, std::vector<std::string> remarks) {
+  /// Reads the song log that `bytes` now are, which `told` tells about.
+  void Keep(RescuedSong told, const std::string& bytes) {
     std::istringstream stream(bytes);
     version0::SongLogV0 song(stream);
-    RescuedSong told{song.songNumber_, song.songName_, begin};
-    told.state = remarks.empty() ? SongState::kWhole : SongState::kPartly;
-    told.remarks = std::move(remarks);
+    told.number = song.songNumber_;
+    told.name = song.songName_;
+    if (!told.remarks.empty()) told.state = SongState::kPartly;
     songs_.push_back(std::move(song));
     report_.songs.push_back(std::move(told));
   }

@@ -11,9 +11,6 @@ namespace zuna_toolkit {
 
 namespace {
 
-constexpr std::size_t kFrameSize = 1 + 2;     // event code and payload length
-constexpr std::size_t kSequenceHead = 1 + 4;  // event code and body length
-
 constexpr std::size_t kStatusOffset = 8;  // in an event
 constexpr std::size_t kVoiceOffset = 11;
 
@@ -53,75 +50,6 @@ bool IsPlausibleEvent(std::string_view event, std::string_view voices) {
   const bool has_data = byte(kStatusOffset + 1) < 0x80 && byte(kStatusOffset + 2) < 0x80;
   return status >= 0x80 && (status & 0x0FU) == 0 && has_data &&
          (voices.empty() || voices.find(event[kVoiceOffset]) != std::string_view::npos);
-}
-
-/// How a sequence begins.
-struct SequenceStart {
-  const SequenceKind* kind;
-  std::size_t length;  ///< that it states
-};
-
-std::optional<SequenceStart> StartAt(std::string_view bytes, std::size_t at,
-                                     std::span<const SequenceKind> kinds) {
-  RecordCursor in(bytes, at);
-  const std::uint32_t code = in.Number(1);
-  const std::uint32_t length = in.Number(4);
-  const auto kind = std::find_if(kinds.begin(), kinds.end(),
-                                 [code](const SequenceKind& candidate) { return candidate.code == code; });
-  if (!in.ok() || kind == kinds.end()) return std::nullopt;
-  return SequenceStart{&*kind, length};
-}
-
-std::string FrameBytes(const SequenceKind& kind) {
-  return {static_cast<char>(kind.code), static_cast<char>(kind.payload), '\0'};
-}
-
-/// The end of the record at `at`, where it is whole and as a writer writes it.
-std::optional<std::size_t> RecordEnd(std::string_view bytes, std::size_t at, const SequenceKind& kind) {
-  RecordCursor in(bytes, at);
-  if (kind.payload != 0) {
-    const bool framed = in.Take(kFrameSize) == FrameBytes(kind);
-    in.Take(kind.payload);
-    if (!in.ok() || !framed) return std::nullopt;
-  } else if (kind.code == version0::RBarsBeats::eventCode) {
-    const bool coded = in.Number(1) == kind.code;
-    const std::uint32_t payload = in.Number(2);
-    in.Take(4);  // time
-    const std::size_t label = in.Text().size();
-    in.Take(1);  // tag
-    if (!in.ok() || !coded || payload != 4 + 1 + label + 1) return std::nullopt;
-  } else {
-    in.Take(4);  // time
-    in.Text();
-    if (!in.ok()) return std::nullopt;
-  }
-  return in.at();
-}
-
-/// The end of the last record that is whole, of those from `at` on, which are added to `count`.
-std::size_t EndOfRecords(std::string_view bytes, std::size_t at, const SequenceKind& kind,
-                         std::size_t& count) {
-  while (at < bytes.size()) {
-    const auto end = RecordEnd(bytes, at, kind);
-    if (!end) break;
-    at = *end;
-    ++count;
-  }
-  return at;
-}
-
-std::string SequenceBytes(const SequenceKind& kind, std::string_view records) {
-  return static_cast<char>(kind.code) + WordBytes(records.size()) + std::string(records);
-}
-
-/// Records of one size with their frames as they must have been: readers do not need what these state.
-std::string Reframed(std::string_view records, const SequenceKind& kind) {
-  const std::string frame = FrameBytes(kind);
-  std::string bytes(records);
-  for (std::size_t at = 0; at < bytes.size(); at += kFrameSize + kind.payload) {
-    std::copy(frame.begin(), frame.end(), bytes.begin() + static_cast<std::ptrdiff_t>(at));
-  }
-  return bytes;
 }
 
 }  // namespace
@@ -165,64 +93,5 @@ std::size_t CountPlausibleEvents(std::string_view bytes, std::string_view tracks
 
 std::span<const SequenceKind> TimelineSequences() { return kTimelineSequences; }
 std::span<const SequenceKind> SongLogSequences() { return kSongLogSequences; }
-
-std::size_t CountSequences(std::string_view bytes, std::size_t begin, std::size_t end,
-                           std::span<const SequenceKind> kinds, Steps& steps) {
-  std::vector<const SequenceKind*> seen;
-  std::size_t at = begin;
-  while (at < end) {
-    const auto start = StartAt(bytes.substr(0, end), at, kinds);
-    if (!start || std::find(seen.begin(), seen.end(), start->kind) != seen.end()) return 0;
-    seen.push_back(start->kind);
-    at += kSequenceHead;
-    if (start->length > end - at) return 0;
-    const std::size_t sequence_end = at + start->length;
-    while (at < sequence_end) {
-      const auto record_end = RecordEnd(bytes.substr(0, sequence_end), at, *start->kind);
-      if (!record_end || !steps.Take()) return 0;
-      at = *record_end;
-    }
-  }
-  return seen.size();
-}
-
-MendedSequences MendSequences(std::string_view bytes, std::size_t begin, std::size_t end,
-                              std::span<const SequenceKind> kinds) {
-  MendedSequences mended;
-  std::vector<const SequenceKind*> seen;
-  bytes = bytes.substr(0, end);
-  const auto next_start = [&](std::size_t at) {
-    const auto start = StartAt(bytes, at, kinds);
-    return start && std::find(seen.begin(), seen.end(), start->kind) == seen.end() ? start : std::nullopt;
-  };
-  std::size_t at = begin;
-  while (const auto start = next_start(at)) {
-    const SequenceKind& kind = *start->kind;
-    seen.push_back(&kind);
-    at += kSequenceHead;
-    const bool is_there = start->length <= end - at;
-    const std::size_t stated_end = is_there ? at + start->length : end;
-    const bool goes_on = is_there && (stated_end == end || next_start(stated_end));
-    const std::string_view stated = bytes.substr(at, stated_end - at);
-    if (goes_on && kind.payload != 0 && stated.size() % (kFrameSize + kind.payload) == 0) {
-      mended.bytes += SequenceBytes(kind, Reframed(stated, kind));
-      mended.records += stated.size() / (kFrameSize + kind.payload);
-      at = stated_end;
-      continue;
-    }
-    const std::size_t records_end =
-        EndOfRecords(goes_on ? bytes.substr(0, stated_end) : bytes, at, kind, mended.records);
-    const bool all = (is_there && records_end == stated_end) || (!goes_on && next_start(records_end));
-    if (!all) mended.remarks.push_back("some of its " + std::string(kind.what) + " are missing");
-    mended.bytes += SequenceBytes(kind, bytes.substr(at, records_end - at));
-    at = goes_on ? stated_end : records_end;
-  }
-  for (const SequenceKind& kind : kinds) {
-    if (std::find(seen.begin(), seen.end(), &kind) != seen.end()) continue;
-    mended.bytes += SequenceBytes(kind, "");
-    mended.remarks.push_back("its " + std::string(kind.what) + " are missing");
-  }
-  return mended;
-}
 
 }  // namespace zuna_toolkit

@@ -31,9 +31,24 @@ std::vector<std::string> RemarksOf(const zuna_sec::DamagedEnvelope& opened, std:
   return remarks;
 }
 
+/// Opens what may be several encrypted files, one after the other: the first of them.
+zuna_sec::DamagedEnvelope OpenFirst(std::span<const std::uint8_t> bytes, const CipherKey& key,
+                                    std::vector<std::string>& missing) {
+  zuna_sec::DamagedEnvelope opened = zuna_sec::OpenDamaged(bytes, key);
+  const std::size_t header = bytes.size() - opened.plaintext.size() - opened.trailing;
+  if (opened.stated_size >= bytes.size() - header) return opened;
+  const auto end = header + static_cast<std::size_t>(opened.stated_size);
+  if (!IsEncrypted(bytes.subspan(end))) return opened;
+  missing.push_back("the encrypted file that begins at byte " + std::to_string(end) + " of this one");
+  if (opened.authentic) return opened;
+  kit::Wipe(opened.plaintext);
+  return zuna_sec::OpenDamaged(bytes.first(end), key);
+}
+
 Plaintext PlainBytes(std::span<const std::uint8_t> bytes) {
   Plaintext plaintext;
   plaintext.bytes.assign(bytes.begin(), bytes.end());
+  plaintext.encrypted = false;
   plaintext.remarks.emplace_back("is not encrypted");
   return plaintext;
 }
@@ -42,11 +57,14 @@ Plaintext PlainBytes(std::span<const std::uint8_t> bytes) {
 
 Plaintext DecryptDamaged(std::span<const std::uint8_t> bytes, const CipherKey& key, Accept accept) {
   try {
-    zuna_sec::DamagedEnvelope opened = zuna_sec::OpenDamaged(bytes, key);
     Plaintext plaintext;
+    zuna_sec::DamagedEnvelope opened = OpenFirst(bytes, key, plaintext.missing);
     plaintext.bytes = std::move(opened.plaintext);  // wiped from here on
     plaintext.authentic = opened.authentic;
     plaintext.changed = !opened.authentic;
+    if (!opened.authentic && opened.stated_size > plaintext.bytes.size()) {
+      plaintext.missing_bytes = opened.stated_size - plaintext.bytes.size();
+    }
     plaintext.remarks = RemarksOf(opened, plaintext.bytes.size());
     return plaintext;
   } catch (const zuna_sec::EmptyError&) {

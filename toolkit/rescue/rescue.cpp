@@ -4,12 +4,11 @@
 
 #include <algorithm>
 #include <optional>
-#include <string_view>
 #include <utility>
 
-#include "format_converter/version0/containers/change_log_header.h"
 #include "kit/wipe.h"
 #include "toolkit/document/summary.h"
+#include "toolkit/document/text_form.h"
 #include "toolkit/document/write.h"
 #include "toolkit/error.h"
 #include "toolkit/internal/translate.h"
@@ -21,9 +20,7 @@ namespace zuna_toolkit {
 
 namespace {
 
-constexpr std::size_t kMagicSize = 4;      // at the front of the header
-constexpr std::size_t kVersionOffset = 8;  // of two bytes
-constexpr std::size_t kBytesThatTell = 3;  // of a magic
+constexpr std::size_t kVersionOffset = 8;  // of the header of a binary file of a current version
 
 /// The document that `plaintext` is as it stands; none where it cannot be read.
 std::optional<Document> ReadWhole(const ByteVector& plaintext, const std::string& name) {
@@ -35,18 +32,8 @@ std::optional<Document> ReadWhole(const ByteVector& plaintext, const std::string
   }
 }
 
-/// The magic that a binary file of a current version must have had, if it was one; the size in its header
-/// makes up for one damaged byte.
-std::optional<cmn::FileKind> BinaryKind(std::string_view plaintext) {
-  if (plaintext.size() < kBinaryHeaderSize) return std::nullopt;
-  for (const cmn::FileKind kind : {cmn::FileKind::kShow, cmn::FileKind::kLog}) {
-    const std::string_view magic = cmn::BinaryMagic(kind);
-    std::size_t equal = 0;
-    for (std::size_t i = 0; i < kMagicSize; ++i) equal += static_cast<std::size_t>(magic[i] == plaintext[i]);
-    if (equal >= kBytesThatTell) return kind;
-  }
-  return std::nullopt;
-}
+/// Whether files of this version have a checksum.
+bool HasChecksum(cmn::FileVersion version) { return version.major == 1 && version.minor > 0; }
 
 /// The header of a whole file.
 std::string HeaderOf(cmn::FileKind kind, cmn::FileVersion version, std::size_t file_size) {
@@ -57,43 +44,6 @@ std::string HeaderOf(cmn::FileKind kind, cmn::FileVersion version, std::size_t f
   header += static_cast<char>(version.minor);
   return header;
 }
-
-/// Salvages a binary file. Where its version is damaged, it is the one at which most songs come back.
-Salvage SalvageDamagedBinary(std::string_view plaintext, cmn::FileKind kind) {
-  const cmn::FileVersion stated{static_cast<std::uint8_t>(plaintext[kVersionOffset]),
-                                static_cast<std::uint8_t>(plaintext[kVersionOffset + 1])};
-  std::optional<Salvage> best;
-  const bool is_known = cmn::IsSupported(kind, stated);
-  for (const cmn::FileVersion& version : cmn::SupportedVersions(kind)) {
-    if (is_known ? version != stated : version.major != 1) continue;
-    Salvage salvage = SalvageBinary(plaintext, kind, version);
-    if (!best || salvage.report.saved() > best->report.saved()) best = std::move(salvage);
-  }
-  return std::move(*best);
-}
-
-std::size_t WholeSongs(const Salvage& salvage) {
-  const auto& songs = salvage.report.songs;
-  return static_cast<std::size_t>(std::count_if(
-      songs.begin(), songs.end(), [](const RescuedSong& song) { return song.state == SongState::kWhole; }));
-}
-
-/// A legacy show has no magic, and that of a log may be damaged.
-Salvage SalvageLegacy(std::string_view plaintext) {
-  Salvage log = SalvageLegacyLog(plaintext);
-  if (plaintext.starts_with(version0::kChangeLogMagic)) return log;
-  Salvage show = SalvageLegacyShow(plaintext);
-  return WholeSongs(log) > WholeSongs(show) ? std::move(log) : std::move(show);
-}
-
-Salvage SalvageAny(std::string_view plaintext) {
-  if (plaintext.find(kSongKey) != std::string_view::npos) return SalvageText(plaintext);
-  if (const auto kind = BinaryKind(plaintext)) return SalvageDamagedBinary(plaintext, *kind);
-  return SalvageLegacy(plaintext);
-}
-
-/// Whether files of this version have a checksum.
-bool HasChecksum(cmn::FileVersion version) { return version.major == 1 && version.minor > 0; }
 
 /// The document that `plaintext` would be with another header, if its checksum vouches for that.
 std::optional<Document> ReadWithHeader(const Plaintext& plaintext, const std::string& name) {
@@ -115,42 +65,64 @@ std::optional<Document> ReadWithHeader(const Plaintext& plaintext, const std::st
 Rescued WholeOf(Document document, bool vouched) {
   RescueReport report;
   SummariseSongs(document, [&](const SongSummary& song) {
-    report.songs.push_back({song.number, song.name, {}, SongState::kWhole, {}, vouched});
+    report.songs.push_back({song.number, song.name, {}, {}, SongState::kWhole, {}, vouched});
   });
+  report.known_songs = report.songs.size();
   return {std::move(document), std::move(report)};
 }
 
-Rescued Recover(const Plaintext& plaintext, const std::string& name) {
-  if (auto document = ReadWhole(plaintext.bytes, name)) {
-    const bool vouched = plaintext.authentic || HasChecksum(document->type().version);
-    // The reader of legacy files overlooks most lengths that are damaged.
-    if (vouched || !document->type().is_legacy()) {
-      Rescued rescued = WholeOf(std::move(*document), vouched);
-      rescued.report.changed = plaintext.changed && !vouched;
-      return rescued;
-    }
-  } else if (auto repaired = ReadWithHeader(plaintext, name)) {
+/// The document that `plaintext` would be if its first bytes or its form were another: one with another
+/// header, or the text of another version than 2.0.
+std::optional<Rescued> ReadInOtherForm(const Plaintext& plaintext, const std::string& name) {
+  if (auto repaired = ReadWithHeader(plaintext, name)) {
     Rescued rescued = WholeOf(std::move(*repaired), true);
     rescued.report.remarks.emplace_back("the header of its content is damaged");
     return rescued;
   }
-  Salvage salvage = SalvageAny(AsText(plaintext.bytes));
-  const bool has_checksum = HasChecksum(salvage.version);
-  const bool vouched = plaintext.authentic && !has_checksum;  // which would be right otherwise
-  for (RescuedSong& song : salvage.report.songs) {
-    song.vouched = vouched && song.state == SongState::kWhole && song.remarks.empty();
+  if (!AsText(plaintext.bytes).starts_with(cmn::kTextFormStart)) return std::nullopt;
+  try {
+    return WholeOf(ReadTextForm(AsText(plaintext.bytes), name), plaintext.authentic);
+  } catch (const Error&) {
+    return std::nullopt;
   }
-  Rescued rescued{Document(std::move(salvage.model), salvage.version, name), std::move(salvage.report)};
-  RescueReport& report = rescued.report;
+}
+
+/// What is left of a plaintext that its own readers refuse, and of a legacy one, whose readers overlook most
+/// damage.
+Rescued SalvageFrom(const Plaintext& plaintext, const std::string& name, bool is_read) {
+  Salvage salvage = SalvageAny(AsText(plaintext.bytes));
+  RescueReport& report = salvage.report;
+  CloseReport(report, plaintext.bytes.size(), std::max(plaintext.missing_bytes, salvage.missing_bytes));
   report.changed = plaintext.changed;
-  if (has_checksum) {
+  if (salvage.wants_checksum) {
     report.changed = true;
     report.remarks.emplace_back("its checksum is wrong or missing");
+  } else if (!is_read && report.complete() && report.remarks.empty()) {
+    report.remarks.emplace_back("its first bytes, lengths or counts are wrong, and are made anew");
   }
-  if (report.saved() > report.stated_songs.value_or(report.saved())) {
-    report.remarks.push_back("its count of songs is wrong (" + std::to_string(*report.stated_songs) + ")");
+  const bool vouched = plaintext.authentic && is_read && report.complete() && report.remarks.empty();
+  for (RescuedSong& song : report.songs) song.vouched = vouched;
+  if (report.saved() == 0 && !(is_read && report.complete())) {
+    throw Error(ErrorCode::kNothingToSave, "", "holds no song that can be read",
+                plaintext.encrypted
+                    ? "get another copy of the file"
+                    : "give its key if it is encrypted with another one, or get another copy of the file");
   }
-  return rescued;
+  return {Document(std::move(salvage.model), salvage.version, name), std::move(report)};
+}
+
+Rescued Recover(const Plaintext& plaintext, const std::string& name) {
+  auto document = ReadWhole(plaintext.bytes, name);
+  if (document && !document->type().is_legacy()) {
+    const bool vouched = plaintext.authentic || HasChecksum(document->type().version);
+    Rescued rescued = WholeOf(std::move(*document), vouched);
+    rescued.report.changed = plaintext.changed && !vouched;
+    return rescued;
+  }
+  if (!document) {
+    if (auto other = ReadInOtherForm(plaintext, name)) return std::move(*other);
+  }
+  return SalvageFrom(plaintext, name, document.has_value());
 }
 
 /// The bytes of a file of `document`, encrypted with an empty key.
@@ -175,12 +147,9 @@ Rescued Rescue(std::span<const std::uint8_t> bytes, const std::string& name, con
   return OnFile(name, [&] {
     Plaintext plaintext = DecryptDamaged(bytes, key, accept);
     Rescued rescued = Recover(plaintext, name);
-    std::vector<std::string>& remarks = rescued.report.remarks;
-    remarks.insert(remarks.begin(), plaintext.remarks.begin(), plaintext.remarks.end());
-    if (rescued.report.saved() == 0 && !rescued.report.complete()) {
-      throw Error(ErrorCode::kNothingToSave, "", "holds no song that can be read",
-                  "get another copy of the file");
-    }
+    RescueReport& report = rescued.report;
+    report.remarks.insert(report.remarks.begin(), plaintext.remarks.begin(), plaintext.remarks.end());
+    report.missing.insert(report.missing.end(), plaintext.missing.begin(), plaintext.missing.end());
     RequireReadsBack(rescued.document);
     return rescued;
   });

@@ -34,19 +34,24 @@ struct RescuedSong {
   std::string number = {};  ///< in the document; of a lost song as far as it is known, or empty
   std::string name = {};    ///< the title
   std::optional<std::uint64_t> offset = {};  ///< in the decrypted file, where it was looked for
+  std::optional<std::uint64_t> end = {};     ///< after its last byte there
   SongState state = SongState::kWhole;       ///< what came back of it
   std::vector<std::string> remarks = {};     ///< what is missing or changed: "its keys are missing"
   bool vouched = false;                      ///< whether the encryption or a checksum shows no change
 };
 
-/// What became of a damaged file.
+/// What became of a damaged file. Where songs have offsets, every byte of the decrypted file belongs to a
+/// song that came back, is framing, or is unread. A song that came back in part may have unread bytes in it;
+/// no other two of these overlap.
 struct ZUNA_API RescueReport {
   std::vector<RescuedSong> songs;             ///< in the order of the file
   std::optional<std::uint64_t> stated_songs;  ///< how many the file says that it has
+  std::optional<std::uint64_t> known_songs;   ///< how many it had; none where that cannot be known
   std::vector<std::string> missing;           ///< what is missing besides songs, such as "the show's name"
-  std::vector<ByteRange> unread;              ///< bytes of which nothing came back, in their order
-  bool changed = false;                       ///< the encryption or a checksum shows that bytes were changed
-  std::vector<std::string> remarks;           ///< what is wrong with the file as a whole
+  std::vector<ByteRange> framing;    ///< what is read and of no song: head, separators, checksum; in order
+  std::vector<ByteRange> unread;     ///< bytes of which nothing came back, in their order
+  bool changed = false;              ///< the encryption or a checksum shows that bytes were changed
+  std::vector<std::string> remarks;  ///< what is wrong with the file as a whole
 
   /// How many songs came back, whole or partly.
   std::size_t saved() const;

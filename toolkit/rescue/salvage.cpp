@@ -1,4 +1,4 @@
-// What the formats share: numbers of songs, and the sums of a report.
+// What the formats share: lost songs, numbers of songs, and the sums of a report.
 #include "toolkit/rescue/internal/salvage.h"
 
 #include <algorithm>
@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "kit/numeric_string_compare.h"
+#include "kit/utf8.h"
 #include "toolkit/words.h"
 
 namespace zuna_toolkit {
@@ -13,6 +14,7 @@ namespace zuna_toolkit {
 namespace {
 
 constexpr std::size_t kLongestNumber = 240;  // bytes, so that a count fits into a legacy text
+constexpr std::uint64_t kSmallestSong = 16;  // bytes
 
 bool IsSaved(const RescuedSong& song) { return song.state != SongState::kLost; }
 
@@ -25,18 +27,33 @@ std::vector<RescuedSong*> SavedSongs(RescueReport& report) {
   return songs;
 }
 
-bool IsSongBefore(const RescuedSong& a, const RescuedSong& b, SongOrder order) {
-  return order == SongOrder::kNumeric ? kit::NumericStringCompare()(a.number, b.number) : a.number < b.number;
+/// The ranges in order; those that touch are one, and empty ones are left out.
+std::vector<ByteRange> Joined(std::vector<ByteRange> ranges) {
+  std::sort(ranges.begin(), ranges.end(),
+            [](const ByteRange& a, const ByteRange& b) { return a.begin < b.begin; });
+  std::vector<ByteRange> joined;
+  for (const ByteRange& range : ranges) {
+    if (!joined.empty() && range.begin <= joined.back().end) {
+      joined.back().end = std::max(joined.back().end, range.end);
+    } else if (range.begin < range.end) {
+      joined.push_back(range);
+    }
+  }
+  return joined;
 }
 
-/// Whether the song at `index` stands in order.
-std::vector<bool> SongsInOrder(const std::vector<RescuedSong*>& songs, SongOrder order) {
-  std::vector<bool> in_order;
-  for (std::size_t i = 0; i < songs.size(); ++i) {
-    in_order.push_back((i == 0 || IsSongBefore(*songs[i - 1], *songs[i], order)) &&
-                       (i + 1 == songs.size() || IsSongBefore(*songs[i], *songs[i + 1], order)));
+/// A run of songs that stand in order.
+using Run = std::vector<RescuedSong*>;
+
+/// The songs in runs, the longest first. Of files that were joined, each is a run.
+std::vector<Run> RunsOf(const std::vector<RescuedSong*>& songs, SongOrder order) {
+  std::vector<Run> runs;
+  for (RescuedSong* song : songs) {
+    if (runs.empty() || !IsNumberBefore(runs.back().back()->number, song->number, order)) runs.emplace_back();
+    runs.back().push_back(song);
   }
-  return in_order;
+  std::stable_sort(runs.begin(), runs.end(), [](const Run& a, const Run& b) { return a.size() > b.size(); });
+  return runs;
 }
 
 /// How often each number was given.
@@ -57,22 +74,58 @@ void GiveOwnNumber(RescuedSong& song, GivenNumbers& given) {
 
 }  // namespace
 
+bool IsNumberBefore(std::string_view a, std::string_view b, SongOrder order) {
+  return order == SongOrder::kNumeric ? kit::NumericStringCompare()(std::string(a), std::string(b)) : a < b;
+}
+
 void GiveOwnNumbers(RescueReport& report, SongOrder order) {
-  const std::vector<RescuedSong*> songs = SavedSongs(report);
-  const std::vector<bool> in_order = SongsInOrder(songs, order);
   GivenNumbers given;
-  for (const bool wanted : {true, false}) {
-    for (std::size_t i = 0; i < songs.size(); ++i) {
-      if (in_order[i] == wanted) GiveOwnNumber(*songs[i], given);
-    }
+  for (const Run& run : RunsOf(SavedSongs(report), order)) {
+    for (RescuedSong* song : run) GiveOwnNumber(*song, given);
   }
 }
 
-void AddLost(RescueReport& report, RescuedSong song, std::size_t end, const std::string& problem) {
-  report.unread.push_back({*song.offset, end});
+bool IsTyped(std::string_view text) {
+  while (!text.empty()) {
+    const std::size_t length = kit::Utf8Length(text);
+    if (length == 0 || kit::IsControl(kit::CodePoint(text.substr(0, length)))) return false;
+    text.remove_prefix(length);
+  }
+  return true;
+}
+
+bool IsNumber(std::string_view number) { return !number.empty() && IsTyped(number); }
+
+void AddLost(RescueReport& report, RescuedSong song, const std::string& problem) {
   song.state = SongState::kLost;
   song.remarks = {problem};
   report.songs.push_back(std::move(song));
+}
+
+void CloseReport(RescueReport& report, std::size_t size, std::uint64_t missing_bytes) {
+  std::vector<ByteRange> read = report.framing;
+  for (const RescuedSong& song : report.songs) {
+    if (IsSaved(song)) read.push_back({*song.offset, *song.end});
+  }
+  report.framing = Joined(std::move(report.framing));
+  std::uint64_t at = 0;
+  for (const ByteRange& range : Joined(std::move(read))) {
+    if (range.begin > at) report.unread.push_back({at, range.begin});
+    at = range.end;
+  }
+  if (size > at) report.unread.push_back({at, size});
+  report.unread = Joined(std::move(report.unread));
+  std::uint64_t room = missing_bytes;
+  for (const ByteRange& range : report.unread) room += range.end - range.begin;
+  const std::uint64_t found = report.songs.size();
+  if (!report.stated_songs) {
+    if (room == 0) report.known_songs = found;
+  } else if (*report.stated_songs >= found && *report.stated_songs - found <= room / kSmallestSong) {
+    report.known_songs = report.stated_songs;
+  } else {
+    report.remarks.push_back("states " + Counted(*report.stated_songs, "song", "songs") + ", and " +
+                             std::to_string(found) + (found == 1 ? " was" : " were") + " found");
+  }
 }
 
 std::size_t RescueReport::saved() const {
@@ -83,8 +136,7 @@ bool RescueReport::complete() const {
   const bool all_whole = std::all_of(songs.begin(), songs.end(), [](const RescuedSong& song) {
     return song.state == SongState::kWhole && song.remarks.empty();
   });
-  return all_whole && !changed && missing.empty() && unread.empty() &&
-         saved() == stated_songs.value_or(saved());
+  return all_whole && !changed && missing.empty() && unread.empty() && known_songs == saved();
 }
 
 }  // namespace zuna_toolkit

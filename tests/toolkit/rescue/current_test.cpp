@@ -203,4 +203,76 @@ TEST(RescueOfCurrentHeaders, VouchesForASongBehindADamagedHeader) {
   }
 }
 
+using Texts = std::vector<std::string>;
+using zuna_toolkit::SongState;
+
+/// A show with songs "101" to "112" of version 1.2, and where its songs end.
+struct ShowFile {
+  std::string bytes;
+  std::map<std::string, std::size_t> ends;
+
+  ShowFile() {
+    std::mt19937 random(4);
+    const zuna_midi::ShowData show = MakeShow(random);
+    bytes = zuna_test::WrittenAt(show, {1, 2});
+    ends = EndsOf(show, bytes, {1, 2});
+  }
+};
+
+TEST(RescueOfCurrentSongs, FindsTheSongsBehindZeros) {
+  const ShowFile file;
+  for (const std::size_t zeros : {20U, 100U}) {
+    const Rescued rescued = zuna_test::RescuedOf(std::string(zeros, '\0') + file.bytes.substr(zeros));
+    EXPECT_EQ(rescued.document.type(), (zuna_toolkit::FileType{cmn::FileKind::kShow, {1, 2}}));
+    EXPECT_GE(rescued.report.saved(), kSongs - 2) << zeros;
+    EXPECT_EQ(rescued.report.missing, Texts{"the show's name"});
+    EXPECT_EQ(rescued.report.known_songs, std::nullopt);
+  }
+}
+
+TEST(RescueOfCurrentSongs, MakesNoSongOfZeros) {
+  ShowFile file;
+  const std::size_t begin = file.ends.at("103");
+  file.bytes.insert(begin, 400, '\0');
+  const Rescued rescued = zuna_test::RescuedOf(file.bytes);
+  ASSERT_EQ(rescued.report.songs.size(), kSongs);
+  EXPECT_EQ(rescued.report.unread.front(), (zuna_toolkit::ByteRange{begin, begin + 400}));
+  EXPECT_EQ(rescued.report.songs[2].state, SongState::kPartly);
+  EXPECT_EQ(rescued.report.songs[2].remarks, Texts{"its end does not meet the next song"});
+  EXPECT_EQ(rescued.report.songs[3].state, SongState::kWhole);
+}
+
+TEST(RescueOfCurrentSongs, MakesNoSongOfTheChecksum) {
+  ShowFile file;
+  file.bytes[file.ends.at("103") - 1] = '\xFF';
+  file.bytes.erase(file.ends.at("103"), 3);
+  const Rescued rescued = zuna_test::RescuedOf(file.bytes);
+  EXPECT_EQ(rescued.report.stated_songs, kSongs);
+  EXPECT_EQ(rescued.report.known_songs, kSongs);
+  EXPECT_LE(rescued.report.songs.size(), kSongs);
+  for (const auto& song : rescued.report.songs) EXPECT_NE(song.number, "");
+}
+
+TEST(RescueOfCurrentSongs, VouchesForNoneWithoutTheChecksum) {
+  ShowFile file;
+  file.bytes.back() = static_cast<char>(file.bytes.back() ^ 1);
+  const Rescued rescued = zuna_test::RescuedOf(file.bytes);
+  EXPECT_EQ(rescued.report.saved(), kSongs);
+  EXPECT_EQ(rescued.report.remarks, (Texts{"is not encrypted", "its checksum is wrong or missing"}));
+  for (const auto& song : rescued.report.songs) {
+    EXPECT_EQ(song.state, SongState::kWhole);
+    EXPECT_FALSE(song.vouched);
+  }
+}
+
+TEST(RescueOfCurrentSongs, KeepsTheSongsOfJoinedFilesApart) {
+  const ShowFile file;
+  const Rescued rescued = zuna_test::RescuedOf(file.bytes + file.bytes);
+  ASSERT_EQ(rescued.report.songs.size(), 2 * kSongs);
+  EXPECT_EQ(rescued.report.songs[0].number, "101");
+  EXPECT_EQ(rescued.report.songs[kSongs - 1].number, "112");
+  EXPECT_EQ(rescued.report.songs[kSongs].number, "101 (2)");
+  EXPECT_EQ(rescued.report.remarks[1], "states 12 songs, and 24 were found");
+}
+
 }  // namespace

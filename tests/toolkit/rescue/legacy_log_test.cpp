@@ -123,4 +123,37 @@ TEST(RescueOfLegacyLogs, TellsThatTheHeaderIsMissing) {
   EXPECT_FALSE(rescued.report.complete());
 }
 
+TEST(RescueOfLegacyLogs, KnowsThatBytesInsideAreMissing) {
+  std::mt19937 random(7);
+  Sample sample = MakeSample(random);
+  const std::size_t size = sample.bytes.size();
+  sample.bytes.erase(sample.parts[3].end - 9, 3);
+  const Rescued rescued = zuna_test::RescuedOf(sample.bytes);
+  EXPECT_EQ(rescued.report.missing, std::vector<std::string>());
+  EXPECT_EQ(rescued.report.remarks.back(),
+            "has " + std::to_string(size - 3) + " bytes, and its header states " + std::to_string(size));
+  EXPECT_EQ(rescued.report.known_songs, std::nullopt);
+}
+
+TEST(RescueOfLegacyLogs, TellsThatItsFirstBytesAreDamaged) {
+  std::mt19937 random(8);
+  Sample sample = MakeSample(random);
+  sample.bytes[0] = 'x';
+  const Rescued rescued = zuna_test::RescuedOf(sample.bytes);
+  EXPECT_EQ(rescued.report.saved(), kSongs);
+  EXPECT_EQ(rescued.report.remarks.back(), "its first bytes, lengths or counts are wrong, and are made anew");
+  EXPECT_TRUE(rescued.report.complete());
+  EXPECT_FALSE(rescued.report.songs.front().vouched);
+}
+
+TEST(RescueOfLegacyLogs, KeepsTheSongsOfJoinedFilesApart) {
+  std::mt19937 random(9);
+  const Sample sample = MakeSample(random);
+  const Rescued rescued = zuna_test::RescuedOf(sample.bytes + sample.bytes);
+  ASSERT_EQ(rescued.report.songs.size(), 2 * kSongs);
+  EXPECT_EQ(rescued.report.songs[kSongs - 1].number, "119");
+  EXPECT_EQ(rescued.report.songs[kSongs].number, "100 (2)");
+  EXPECT_EQ(rescued.report.songs.back().number, "119 (2)");
+}
+
 }  // namespace

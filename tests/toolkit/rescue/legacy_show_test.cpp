@@ -181,4 +181,27 @@ TEST(RescueOfLegacyShows, SavesLargeRandomSongs) {
   }
 }
 
+TEST(RescueOfLegacyShows, GoesOnWithTheNextListAfterDamage) {
+  std::mt19937 random(8);
+  Sample sample = MakeSample(random);
+  const Part& part = sample.parts[3];
+  const std::size_t timeline = sample.bytes.find("TLMN", part.begin);
+  sample.bytes.replace(timeline, 30, std::string(30, '\0'));
+  const Rescued rescued = RescuedOf(sample.bytes);
+  const auto& song = rescued.report.songs.at(3);
+  EXPECT_EQ(song.state, zuna_toolkit::SongState::kPartly);
+  EXPECT_EQ(song.remarks.at(0), "the beginning of its timeline is missing");
+  EXPECT_EQ(song.remarks.at(1), "its tempos are missing");
+  const auto& timeline_back = rescued.document.As<LegacyShow>()->show.songs.at(song.number).timeline;
+  EXPECT_EQ(timeline_back.meters.size(), 2U);
+  EXPECT_EQ(timeline_back.keys.size(), 1U);
+  EXPECT_EQ(timeline_back.page_nums.size(), 1U);
+  ASSERT_EQ(rescued.report.unread.size(), 1U);
+  EXPECT_EQ(rescued.report.unread[0].begin, timeline);
+}
+
+TEST(RescueOfLegacyShows, IsNothingWhereAllIsZero) {
+  EXPECT_EQ(SongsOf(std::string(5000, '\0')), std::vector<std::string>());
+}
+
 }  // namespace

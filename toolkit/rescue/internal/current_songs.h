@@ -1,6 +1,7 @@
 // What shows and logs of current versions have in common, for templates.
 #pragma once
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <utility>
@@ -31,6 +32,12 @@ struct CurrentShows {
                                         cmn::FileVersion version) {
     return zuna_midi::ReadSong(file, offset, version);
   }
+  /// Whether it has a message.
+  static bool HoldsSomething(const Song& song) {
+    const auto& voices = song.voice_data->tracks();
+    return std::any_of(voices.begin(), voices.end(),
+                       [](const auto& voice) { return !voice.second->messages.empty(); });
+  }
   static const auto& Songs(const Model& show) { return show.songs(); }
   static void Add(Model& show, std::shared_ptr<Song> song) { show.AddSongData(std::move(song)); }
 };
@@ -51,6 +58,12 @@ struct CurrentLogs {
   static std::shared_ptr<Song> ReadSong(std::string_view file, std::size_t& offset,
                                         cmn::FileVersion version) {
     return CL::ReadSongLog(file, offset, version);
+  }
+  /// Whether it has an edit.
+  static bool HoldsSomething(const Song& song) {
+    const auto have = [](const auto&... lists) { return (!lists->events.empty() || ...); };
+    return have(song.vamps, song.repeats, song.cuts, song.transposes, song.tempo_scales, song.markers,
+                song.clicks, song.fermatas, song.caesuras);
   }
   static const auto& Songs(const Model& log) { return log.song_logs(); }
   static void Add(Model& log, std::shared_ptr<Song> song) { log.AddSongLog(std::move(song)); }

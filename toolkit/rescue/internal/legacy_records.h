@@ -27,6 +27,8 @@ class RecordCursor {
   std::uint32_t Number(std::size_t size);
   /// A text with its length before it.
   std::string_view Text();
+  /// What was taken since `begin`.
+  std::string_view From(std::size_t begin) const { return bytes_.substr(begin, at_ - begin); }
 
  private:
   std::string_view bytes_;
@@ -62,14 +64,20 @@ std::span<const SequenceKind> SongLogSequences();
 std::size_t CountSequences(std::string_view bytes, std::size_t begin, std::size_t end,
                            std::span<const SequenceKind> kinds, Steps& steps);
 
+/// Whether a sequence of one of these kinds begins at `at`, as far as its code tells.
+bool BeginsSequence(std::string_view bytes, std::size_t at, std::span<const SequenceKind> kinds);
+
 /// Sequences that can be read.
 struct MendedSequences {
   std::string bytes;
   std::size_t records = 0;           ///< how many were read
   std::vector<std::string> remarks;  ///< what is missing
+  std::vector<ByteRange> unread;     ///< bytes before `end` that gave nothing
+  std::size_t end = 0;               ///< after the last byte that was read
 };
 
-/// Takes what can be read of the sequences between `begin` and `end`, and corrects lengths and frames.
+/// Takes what can be read of the sequences between `begin` and `end`, and corrects lengths and frames. After
+/// damage, it goes on with the next sequence that is whole.
 MendedSequences MendSequences(std::string_view bytes, std::size_t begin, std::size_t end,
                               std::span<const SequenceKind> kinds);
 

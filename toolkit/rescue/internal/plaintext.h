@@ -17,9 +17,12 @@ using ByteVector = std::vector<std::uint8_t>;
 /// The plaintext of a file, and what is known about it.
 struct Plaintext {
   ByteVector bytes;
+  bool encrypted = true;             ///< whether it was
   bool authentic = false;            ///< whether the encryption vouches for it
   bool changed = false;              ///< whether the encryption shows that it was changed
+  std::uint64_t missing_bytes = 0;   ///< how many the encryption says that it had after its end
   std::vector<std::string> remarks;  ///< what is wrong with the encryption
+  std::vector<std::string> missing;  ///< what of the file was not decrypted
 
   Plaintext() = default;
   Plaintext(Plaintext&&) = default;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,16 +18,25 @@ namespace zuna_toolkit {
 struct Salvage {
   Document::Model model;
   cmn::FileVersion version;
-  RescueReport report;  ///< nothing in it is vouched for yet
+  RescueReport report;  ///< nothing in it is vouched for yet, and `unread` only has what is inside of songs
+  std::uint64_t missing_bytes = 0;  ///< how many bytes the content says that it had after its end
+  bool wants_checksum = false;      ///< files of this form have one
 };
+
+/// Tells what the salvage of a file of `size` bytes has not read, and how many songs there were. The file is
+/// known to lack so many bytes at its end.
+void CloseReport(RescueReport& report, std::size_t size, std::uint64_t missing_bytes);
 
 /// Each reads what is there of a plaintext that is, or was, of this kind.
 ///@{
 Salvage SalvageLegacyShow(std::string_view plaintext);
 Salvage SalvageLegacyLog(std::string_view plaintext);
-Salvage SalvageBinary(std::string_view plaintext, cmn::FileKind kind, cmn::FileVersion version);
 Salvage SalvageText(std::string_view plaintext);
 ///@}
+
+/// The same of a binary file of a current version, whose header states so many bytes; 0 where it has none.
+Salvage SalvageBinary(std::string_view plaintext, cmn::FileKind kind, cmn::FileVersion version,
+                      std::uint64_t stated_size);
 
 inline constexpr std::size_t kBinaryHeaderSize = 10;  ///< of current binary files
 
@@ -60,8 +70,11 @@ enum class SongOrder {
   kBytes,    ///< "10" before "2"
 };
 
-/// Gives each song of `report` that came back a number of its own. Of several songs of one number, one that
-/// stands in order keeps it; the others get a count, as in "12 (2)", and a remark.
+/// Whether a writer writes a song of number `a` before one of number `b`.
+bool IsNumberBefore(std::string_view a, std::string_view b, SongOrder order);
+
+/// Gives each song of `report` that came back a number of its own. Of several songs of one number, the one
+/// among most songs in order keeps it; the others get a count, as in "12 (2)", and a remark.
 void GiveOwnNumbers(RescueReport& report, SongOrder order);
 
 /// The same; then calls take(number, song) with the number of each of `songs`, which are those of `report`
@@ -75,8 +88,22 @@ void NumberSongs(RescueReport& report, SongOrder order, Songs& songs, Take take)
   }
 }
 
-/// Adds a song of which nothing came back from its offset up to `end`, and why.
-void AddLost(RescueReport& report, RescuedSong song, std::size_t end, const std::string& problem);
+/// The kind of a binary file of a current version, as its magic tells; its other bytes make up for a damaged
+/// one. None where `plaintext` has no such magic.
+std::optional<cmn::FileKind> BinaryKind(std::string_view plaintext);
+
+/// Reads what is there of a plaintext of any kind and version: the one of which most comes back, where
+/// nothing else tells.
+Salvage SalvageAny(std::string_view plaintext);
+
+/// Whether a person may have typed `text`.
+bool IsTyped(std::string_view text);
+
+/// Whether `number` shows that there was a song: a person may have typed it, and it is not empty.
+bool IsNumber(std::string_view number);
+
+/// Adds a song of which nothing came back, and why.
+void AddLost(RescueReport& report, RescuedSong song, const std::string& problem);
 
 /// Goes through the songs between `at` and `end`. `format` has three functions: WholeEnd(at) gives the end of
 /// an undamaged song that begins there, if one does; TakeWhole(begin, end) and TakeDamaged(begin, end) are

@@ -1,0 +1,100 @@
+// What is left of a damaged plaintext that may be of any kind and version.
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "format_converter/version0/containers/change_log_header.h"
+#include "toolkit/rescue/internal/salvage.h"
+
+namespace zuna_toolkit {
+
+namespace {
+
+constexpr std::size_t kMagicSize = 4;  // at the front of the header of a current binary file
+constexpr std::size_t kSizeOffset = 4;
+constexpr std::size_t kVersionOffset = 8;  // of two bytes
+constexpr std::size_t kBytesThatTell = 3;  // of a magic
+constexpr std::array kKinds = {cmn::FileKind::kShow, cmn::FileKind::kLog};
+
+/// How many bytes belong to songs that came back whole, and to others that came back.
+std::pair<std::uint64_t, std::uint64_t> SavedBytes(const Salvage& salvage) {
+  std::uint64_t whole = 0;
+  std::uint64_t partly = 0;
+  for (const RescuedSong& song : salvage.report.songs) {
+    const std::uint64_t size = *song.end - *song.offset;
+    if (song.state == SongState::kWhole) whole += size;
+    if (song.state == SongState::kPartly) partly += size;
+  }
+  return {whole, partly};
+}
+
+/// Keeps the better one of `best` and `other`.
+void TakeBetter(Salvage& best, Salvage other) {
+  if (SavedBytes(other) > SavedBytes(best)) best = std::move(other);
+}
+
+/// How many bytes the header of a current binary file states, which counts what follows the size.
+std::uint64_t StatedSize(std::string_view plaintext) {
+  std::uint64_t size = 0;
+  for (std::size_t i = kVersionOffset; i > kSizeOffset; --i) {
+    size = size << 8 | static_cast<unsigned char>(plaintext[i - 1]);
+  }
+  return size + kVersionOffset;
+}
+
+/// Salvages a current binary file. Where its version is damaged, it is the one at which most comes back.
+Salvage SalvageCurrent(std::string_view plaintext, cmn::FileKind kind) {
+  const std::uint64_t size = StatedSize(plaintext);
+  const cmn::FileVersion stated{static_cast<std::uint8_t>(plaintext[kVersionOffset]),
+                                static_cast<std::uint8_t>(plaintext[kVersionOffset + 1])};
+  const bool is_known = stated.major == 1 && cmn::IsSupported(kind, stated);
+  Salvage best = SalvageBinary(plaintext, kind, is_known ? stated : cmn::kDefaultVersion, size);
+  if (is_known && best.report.saved() > 0) return best;
+  for (const cmn::FileVersion& version : cmn::SupportedVersions(kind)) {
+    if (version.major == 1) TakeBetter(best, SalvageBinary(plaintext, kind, version, size));
+  }
+  return best;
+}
+
+/// Whether what came back is most of the file.
+bool IsMost(const Salvage& salvage, std::string_view plaintext) {
+  return 2 * SavedBytes(salvage).first >= plaintext.size();
+}
+
+/// Salvages a file without any mark. A legacy show has none; a file of another kind that has lost its own is
+/// known by its songs, which have to be most of it.
+Salvage SalvageUnmarked(std::string_view plaintext) {
+  Salvage best = SalvageLegacyShow(plaintext);
+  TakeBetter(best, SalvageLegacyLog(plaintext));
+  if (IsMost(best, plaintext)) return best;
+  for (const cmn::FileKind kind : kKinds) {
+    for (const cmn::FileVersion& version : cmn::SupportedVersions(kind)) {
+      if (version.major != 1) continue;
+      Salvage other = SalvageBinary(plaintext, kind, version, 0);
+      if (IsMost(other, plaintext)) TakeBetter(best, std::move(other));
+    }
+  }
+  return best;
+}
+
+}  // namespace
+
+std::optional<cmn::FileKind> BinaryKind(std::string_view plaintext) {
+  if (plaintext.size() < kBinaryHeaderSize) return std::nullopt;
+  for (const cmn::FileKind kind : {cmn::FileKind::kShow, cmn::FileKind::kLog}) {
+    const std::string_view magic = cmn::BinaryMagic(kind);
+    std::size_t equal = 0;
+    for (std::size_t i = 0; i < kMagicSize; ++i) equal += static_cast<std::size_t>(magic[i] == plaintext[i]);
+    if (equal >= kBytesThatTell) return kind;
+  }
+  return std::nullopt;
+}
+
+Salvage SalvageAny(std::string_view plaintext) {
+  if (plaintext.find(kSongKey) != std::string_view::npos) return SalvageText(plaintext);
+  if (plaintext.starts_with(version0::kChangeLogMagic)) return SalvageLegacyLog(plaintext);
+  if (const auto kind = BinaryKind(plaintext)) return SalvageCurrent(plaintext, *kind);
+  return SalvageUnmarked(plaintext);
+}
+
+}  // namespace zuna_toolkit
