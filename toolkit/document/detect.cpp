@@ -1,6 +1,8 @@
 // Tells shows and logs of all versions apart by their content.
 #include <algorithm>
+#include <functional>
 #include <istream>
+#include <numeric>
 #include <sstream>
 
 #include "CL/change_log.h"
@@ -115,6 +117,21 @@ void RequireReadableText(std::istream& stream) {
     const CL::ChangeLog log(stream);
   } else {
     const zuna_midi::ShowData show(stream);
+  }
+}
+
+void RequireNoDamagedMark(std::istream& stream) {
+  const std::string start = StartOf(stream, kTextFormProbe);
+  const auto begins_nearly = [&start](std::string_view mark) {
+    if (start.size() < mark.size()) return false;
+    const auto equal = std::inner_product(mark.begin(), mark.end(), start.begin(), std::size_t{0},
+                                          std::plus<std::size_t>(), std::equal_to<>());
+    return equal + 1 >= mark.size();
+  };
+  if (begins_nearly(cmn::BinaryMagic(cmn::FileKind::kShow)) ||
+      begins_nearly(cmn::BinaryMagic(cmn::FileKind::kLog)) || begins_nearly(version0::kChangeLogMagic) ||
+      start.find("\"fileVersion\"") != std::string::npos) {
+    throw NotAShowOrLog("");
   }
 }
 

@@ -71,6 +71,7 @@ auto OrDamage(OpenedFile& file, cmn::FileKind kind, Read read) {
     throw;
   } catch (const std::exception& error) {
     PassOnBadAlloc(error);
+    if (kind == cmn::FileKind::kShow) RequireNoDamagedMark(file.stream());
     throw LegacyDamage(file.stream(), kind);
   }
 }

@@ -189,5 +189,15 @@ TEST(LegacyDamage, OfALogThatGoesOn) {
       "90); get another copy of the file");
 }
 
+TEST(LegacyDamage, IsNotToldOfAFileThatHadAnotherMark) {
+  for (const std::string& bytes :
+       {"UZSH\x20\0\0\0\1\2 and more"s, "\0Z\x4CG\x20\0\0\0\1\2 and more"s.replace(0, 1, "U"),
+        "x" + Log().substr(1), "x\n  \"kind\": \"logdata\",\n  \"fileVersion\": \"2.0\","s}) {
+    const Error error = ErrorOf(bytes);
+    EXPECT_EQ(error.code(), ErrorCode::kNotAShowOrLog) << error.what();
+    EXPECT_STREQ(error.what(), "f: is no show and no log of any version; give an undamaged file");
+  }
+}
+
 }  // namespace
 }  // namespace zuna_toolkit
