@@ -1,7 +1,7 @@
 #pragma once
 
-// The records of a current binary log file, one by one. Not part of the contract with the converter: only a
-// program that saves what is left of damaged files needs this.
+// The records of a current binary log file, one by one, and its fields. Not part of the contract with the
+// converter: only programs that save what is left of damaged files, or show their bytes, need this.
 
 #include <cstddef>
 #include <cstdint>
@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "CL/change_log.h"
+#include "cmn/field_list.h"
 #include "cmn/file_version.h"
 #include "kit/api.h"
 
@@ -28,5 +29,10 @@ ZUNA_API LogHead ReadLogHead(std::string_view file, std::size_t& offset, cmn::Fi
 ZUNA_API std::shared_ptr<SongLog> ReadSongLog(std::string_view file, std::size_t& offset,
                                               cmn::FileVersion version);
 ///@}
+
+/// Hands out the fields of the binary log file `file`, in its order and without gaps. Ends before the first
+/// field that cannot be read, and after the header of a version that is not binary; a file without a header
+/// has none. No checksum is compared. A text begins with its length, a list with the field that counts it.
+ZUNA_API void ListFields(std::string_view file, const cmn::TakeField& take);
 
 }  // namespace CL

@@ -1,13 +1,14 @@
 #pragma once
 
-// The records of a current binary show file, one by one. Not part of the contract with the converter: only a
-// program that saves what is left of damaged files needs this.
+// The records of a current binary show file, one by one, and its fields. Not part of the contract with the
+// converter: only programs that save what is left of damaged files, or show their bytes, need this.
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string_view>
 
+#include "cmn/field_list.h"
 #include "cmn/file_version.h"
 #include "kit/api.h"
 #include "zuna_midi/show_data.h"
@@ -28,5 +29,10 @@ ZUNA_API ShowHead ReadShowHead(std::string_view file, std::size_t& offset, cmn::
 ZUNA_API std::shared_ptr<SongData> ReadSong(std::string_view file, std::size_t& offset,
                                             cmn::FileVersion version);
 ///@}
+
+/// Hands out the fields of the binary show file `file`, in its order and without gaps. Ends before the first
+/// field that cannot be read, and after the header of a version that is not binary; a file without a header
+/// has none. No checksum is compared. A text begins with its length, a list with the field that counts it.
+ZUNA_API void ListFields(std::string_view file, const cmn::TakeField& take);
 
 }  // namespace zuna_midi

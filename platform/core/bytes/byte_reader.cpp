@@ -43,10 +43,8 @@ void ByteReader::ExpectEnd() {
 }
 
 void ByteReader::Fail(std::string_view field, const std::string& problem) const {
-  throw cmn::DataError(cmn::DataError::Parts{.song = path.song,
-                                             .field = PathText(path, field),
-                                             .offset = static_cast<std::uint64_t>(next_ - begin_),
-                                             .problem = problem});
+  throw cmn::DataError(cmn::DataError::Parts{
+      .song = path.song, .field = PathText(path, field), .offset = offset(), .problem = problem});
 }
 
 void ByteReader::FailShort(std::size_t size, std::string_view field) const {

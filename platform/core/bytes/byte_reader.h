@@ -36,6 +36,9 @@ class ByteReader {
 
   std::size_t remaining() const { return static_cast<std::size_t>(end_ - next_); }
 
+  /// Where the next read begins, from the beginning of the file.
+  std::uint64_t offset() const { return static_cast<std::uint64_t>(next_ - begin_); }
+
   /// A number of `size` bytes, lowest first.
   std::uint64_t Fixed(std::size_t size, std::string_view field) { return GetFixed(Take(size, field), size); }
 

@@ -128,6 +128,10 @@ class BinaryFieldReader {
     }
   }
 
+ protected:
+  ByteReader& in_;
+  std::uint32_t before_ = 0;  ///< the position of the entry before, in a list
+
  private:
   static constexpr bool kCompact = kLayout == Layout::kCompact;
 
@@ -157,9 +161,6 @@ class BinaryFieldReader {
     const std::uint32_t bits = Unsigned(key, width, max);
     return kCompact ? static_cast<std::uint32_t>(UnZigZag(bits)) : bits;
   }
-
-  ByteReader& in_;
-  std::uint32_t before_ = 0;
 };
 
 /// Reads the fields of a record that takes the rest of `in`.

@@ -6,7 +6,8 @@
 // show/fields.h and log/fields.h list the fields of each record once, in VisitFields(fields, record), which
 // calls a function of `fields` for each of them. Four visitors in file/ take the place of `fields`:
 // BinaryFieldWriter, BinaryFieldReader, TextFieldWriter and TextFieldBinder. A visitor calls VisitFields()
-// again for the records inside a record.
+// again for the records inside a record. FieldLister tells where the fields stand that BinaryFieldReader
+// reads.
 //
 // Writing: show/file.cpp checks the show. For a binary version it calls WriteFrame() (file/frame.h), which
 // calls EncodeShow() (show/binary.cpp) twice, to count the bytes and to write them. For the text form it
@@ -39,7 +40,8 @@ template <typename Parent>
 struct ChildRecords;
 
 /// The loops that write and read a list of messages after its count: Put(sink, layout, messages) and
-/// Take(in, layout, key, count, messages).
+/// Take(in, layout, key, count, messages). SmallestSize(layout) is that of a message, and Place(placer,
+/// layout, key, bytes, messages) places the fields of what was taken.
 template <typename Messages>
 struct BinaryMessages;
 

@@ -5,6 +5,7 @@
 #include "CL/log_records.h"
 #include "platform/core/file/binary_field_reader.h"
 #include "platform/core/file/binary_field_writer.h"
+#include "platform/core/file/field_lister.h"
 #include "platform/core/file/record_at.h"
 #include "platform/core/log/fields.h"
 
@@ -46,6 +47,10 @@ std::shared_ptr<SongLog> ReadSongLog(std::string_view file, std::size_t& offset,
   auto song = zuna_core::ChildRecords<ChangeLog>::New();
   zuna_core::ReadRecordAt(file, offset, version, *song);
   return song;
+}
+
+void ListFields(std::string_view file, const cmn::TakeField& take) {
+  zuna_core::PlaceFields<ChangeLog>(cmn::FileKind::kLog, file, take);
 }
 
 }  // namespace CL

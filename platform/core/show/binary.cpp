@@ -5,6 +5,7 @@
 
 #include "platform/core/file/binary_field_reader.h"
 #include "platform/core/file/binary_field_writer.h"
+#include "platform/core/file/field_lister.h"
 #include "platform/core/file/record_at.h"
 #include "platform/core/show/fields.h"
 #include "zuna_midi/show_records.h"
@@ -101,16 +102,45 @@ struct BinaryMessages<Messages> {
     }
   }
 
+  /// The fewest bytes that a message takes.
+  static std::size_t SmallestSize(Layout layout) {
+    return layout == Layout::kCompact ? kMinCompactMessageSize : kFixedMessageSize;
+  }
+
   static void Take(ByteReader& in, Layout layout, std::string_view key, std::uint32_t count,
                    Messages& messages) {
-    const bool compact = layout == Layout::kCompact;
-    messages.reserve(in.Entries(count, compact ? kMinCompactMessageSize : kFixedMessageSize, key));
-    if (compact) {
+    messages.reserve(in.Entries(count, SmallestSize(layout), key));
+    if (layout == Layout::kCompact) {
       in.path.list = key;
       TakeCompactMessages(in, count, messages);
       in.path.list = {};
     } else {
       TakeFixedMessages(in, key, count, messages);
+    }
+  }
+
+  /// Places `messages`, which were taken from the beginning of `bytes`.
+  static void Place(cmn::FieldPlacer& placer, Layout layout, std::string_view key, std::string_view bytes,
+                    const Messages& messages) {
+    const char* next = bytes.data();
+    const char* const end = next + bytes.size();
+    for (std::size_t i = 0; i < messages.size(); ++i) {
+      const auto& [time, message] = messages[i];
+      std::uint64_t step = 0;
+      const char* const begin = next;
+      if (layout == Layout::kCompact) {
+        GetVarint(next, end, step);
+      } else {
+        next += 4;
+      }
+      const bool has_status = (step & 1) == 0;
+      placer.Enter(key, i);
+      placer.Place(static_cast<std::size_t>(next - begin), "time", time);
+      if (has_status) placer.Place(1, "status", std::uint32_t{message.status});
+      placer.Place(1, "data1", std::uint32_t{message.data1});
+      placer.Place(1, "data2", std::uint32_t{message.data2});
+      placer.Leave();
+      next += 2 + static_cast<std::size_t>(has_status);
     }
   }
 };
@@ -142,6 +172,10 @@ std::shared_ptr<SongData> ReadSong(std::string_view file, std::size_t& offset, c
   auto song = zuna_core::ChildRecords<ShowData>::New();
   zuna_core::ReadRecordAt(file, offset, version, *song);
   return song;
+}
+
+void ListFields(std::string_view file, const cmn::TakeField& take) {
+  zuna_core::PlaceFields<ShowData>(cmn::FileKind::kShow, file, take);
 }
 
 }  // namespace zuna_midi

@@ -237,6 +237,16 @@ void AddRecords(Calls& calls) {
     head.log.AddSongLog(CL::ReadSongLog(bytes, offset, kBinary));
     return Text(head.log) + T(offset);
   });
+  calls.Add("ListFields", [show = WrittenAt(zuna_test::SampleShow(), kBinary),
+                           log = WrittenAt(zuna_test::SampleLog(), kBinary)] {
+    std::string paths;
+    const cmn::TakeField take = [&](const cmn::PlacedField& field) {
+      paths.append(field.record).append(field.key) += T(field.end);
+    };
+    zuna_midi::ListFields(show, take);
+    CL::ListFields(log, take);
+    return paths;
+  });
 }
 
 void AddErrors(Calls& calls) {

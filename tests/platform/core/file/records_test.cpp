@@ -71,4 +71,46 @@ TEST(RecordsOfATextForm, AreNotRead) {
   EXPECT_THROW(CL::ReadSongLog("{}", offset, kText), std::invalid_argument);
 }
 
+std::string ShowFields(const std::string& file) {
+  std::string keys;
+  zuna_midi::ListFields(file, [&](const cmn::PlacedField& field) {
+    keys.append(field.record).append(field.record.empty() ? "" : ".").append(field.key) += ' ';
+  });
+  return keys;
+}
+
+TEST(FieldsOfAFile, AreThoseBeforeTheFirstThatCannotBeRead) {
+  const std::string file = zuna_test::WrittenAt(zuna_midi::ShowData(), {1, 2});
+  EXPECT_EQ(ShowFields(file), "magic size major minor showName songs crc32 ");
+  EXPECT_EQ(ShowFields(file + "x"), "magic size major minor showName songs crc32 ");
+  EXPECT_EQ(ShowFields(file.substr(0, file.size() - 1)), "magic size major minor showName songs ");
+  EXPECT_EQ(ShowFields(file.substr(0, kHeader + 1)), "magic size major minor showName ");
+  EXPECT_EQ(ShowFields(zuna_test::WrittenAt(zuna_midi::ShowData(), {1, 0})),
+            "magic size major minor showName songs ");
+  EXPECT_EQ(ShowFields(file.substr(0, kHeader - 1)), "");
+  EXPECT_EQ(ShowFields(zuna_test::WrittenAt(CL::ChangeLog(), {1, 2})), "");
+  EXPECT_EQ(ShowFields(zuna_test::WrittenAt(zuna_midi::ShowData(), kText)), "");
+}
+
+TEST(FieldsOfAFile, AreThoseOfTheHeaderWhereItIsDamaged) {
+  std::string file = zuna_test::WrittenAt(zuna_midi::ShowData(), {1, 2});
+  file[4] = 5;  // the size, which is less than that of version and checksum
+  EXPECT_EQ(ShowFields(file), "magic size major minor ");
+  file[8] = 2;  // the version 2.2
+  EXPECT_EQ(ShowFields(file), "magic size major minor ");
+}
+
+TEST(FieldsOfAFile, EndAtASecondRecordOfTheSameNumber) {
+  zuna_midi::ShowData show = zuna_test::SampleShow();
+  std::string file = zuna_test::WrittenAt(show, {1, 1});
+  const std::string song = file.substr(kHeader + 4 + 3 + 4, file.size() - kHeader - 4 - 3 - 4 - kChecksum);
+  file[kHeader + 4 + 3] = 2;  // songs
+  const std::string body = file.substr(8, file.size() - 8 - kChecksum) + song + "CRC!";
+  const std::string twice = file.substr(0, 4) + static_cast<char>(body.size() & 0xFF) +
+                            static_cast<char>(body.size() >> 8) + std::string(2, '\0') + body;
+  const std::string keys = ShowFields(twice);
+  EXPECT_NE(keys.find("songs[1].voices[1].messages "), std::string::npos);
+  EXPECT_EQ(keys.find("crc32"), std::string::npos);
+}
+
 }  // namespace
