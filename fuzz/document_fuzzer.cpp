@@ -1,12 +1,14 @@
 // The input: a file of any kind and version, plain or encrypted with an empty key. Whatever it is, opening it
 // gives a document or a zuna_toolkit::Error; what there is to tell about a document is short; and a document
-// is written as a file that holds the same. A check of it finds at most a few things for each byte.
+// is written as a file that holds the same. A check of it finds at most a few things for each byte. Each byte
+// of the plaintext is in one field.
 
 #include "cli/shared/document_text.h"
 #include "fuzz/documents.h"
 #include "fuzz/target.h"
 #include "toolkit/checking/checking.h"
 #include "toolkit/conversion/companion.h"
+#include "toolkit/document/field_list.h"
 
 namespace {
 
@@ -74,11 +76,28 @@ void CheckContent(const fuzz::Document& document, std::size_t size) {
   fuzz::Require(findings <= kMostOfARecord * (size + 1), "there are few findings for each byte");
 }
 
+/// Each byte is in one field, whether the file can be read or not.
+void CheckFields(const std::string& bytes) {
+  Try("listing fields", bytes, [](auto& file) {
+    const zuna_toolkit::FieldSource source = zuna_toolkit::FieldSourceOf(file);
+    std::uint64_t end = 0;
+    bool is_read = true;
+    zuna_toolkit::ListFields(source, [&](const cmn::PlacedField& field) {
+      fuzz::Require(field.begin == end && field.begin < field.end, "fields follow one another");
+      end = field.end;
+      is_read = field.key != "unread";
+    });
+    fuzz::Require(end == source.plaintext.size(), "the last field ends with the file");
+    fuzz::Require(is_read || source.damage, "a file that can be read has no unread bytes");
+  });
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string bytes(data, data + size);
   CallEveryReader(bytes);
+  CheckFields(bytes);
   const auto document = fuzz::ReadDocument(bytes);
   if (!document) return 0;
   CheckTexts(*document, size);

@@ -97,23 +97,9 @@ class LegacyTextBinder : public zuna_json::FieldBinder<LegacyTextBinder> {
   template <typename Parent>
   using ChildrenOf = Songs<Parent>;
 
-  /// A record with all its numbers 0.
   template <typename Entry>
   static Entry NewEntry() {
-    if constexpr (std::is_same_v<Entry, version0::RTempo>) {
-      return {0, 0, 0, 0, 0};
-    } else if constexpr (std::is_same_v<Entry, version0::RBarsBeats>) {
-      return {0, "", 0};
-    } else if constexpr (std::is_same_v<Entry, version0::TrackObject> ||
-                         std::is_same_v<Entry, version0::XScoreMarker>) {
-      return {0, ""};
-    } else if constexpr (std::is_same_v<Entry, version0::RPageNum>) {
-      return {0, 0};
-    } else if constexpr (std::is_same_v<Entry, version0::XCaesura>) {
-      return Entry(0);
-    } else {
-      return {0, 0, 0};
-    }
+    return BlankLegacy<Entry>();
   }
 
   void ShortText(std::string_view key, std::string& text) {

@@ -5,11 +5,13 @@
 #include <bitset>
 #include <cstdint>
 #include <istream>
+#include <string_view>
 
 #include "format_converter/version0/containers/change_log.h"
 #include "format_converter/version0/containers/change_log_header.h"
 #include "format_converter/version0/containers/timeline.h"
 #include "toolkit/document/internal/content.h"
+#include "toolkit/document/internal/legacy_walk.h"
 
 namespace zuna_toolkit {
 
@@ -18,10 +20,10 @@ namespace {
 constexpr std::uint32_t kFrame = 1 + 2;  // event code and payload length
 constexpr std::uint32_t kEvent = 12;
 
-/// Goes through a stream that its reader has accepted.
-class Walk {
+/// Goes over a stream that its reader has accepted.
+class SequenceCount : public LegacyWalk<SequenceCount> {
  public:
-  Walk(std::istream& stream, std::uint32_t position) : stream_(stream), position_(position) {}
+  SequenceCount(std::istream& stream, std::uint32_t position) : stream_(stream), position_(position) {}
 
   std::uint32_t position() const { return position_; }
   std::size_t replaced() const { return replaced_; }
@@ -31,70 +33,32 @@ class Walk {
     return static_cast<std::uint8_t>(stream_.get());
   }
 
-  void PassSong() {
-    Pass(4);  // record length
+  std::uint32_t Number(std::string_view, unsigned size) {
+    std::uint32_t number = 0;
+    for (unsigned shift = 0; shift < 8 * size; shift += 8) number |= std::uint32_t{Byte()} << shift;
+    return number;
+  }
+  void Skip(std::string_view, std::uint32_t size) { Pass(size); }
+  void Text(std::string_view) { PassText(); }
+
+  void Track(std::uint32_t) {
+    Pass(1);  // id
     PassText();
-    PassText();
-    Pass(2 + 4);  // division and song length
-    for (std::uint8_t tracks = Byte(); tracks > 0; --tracks) {
-      Pass(1);  // id
-      PassText();
-    }
-    for (std::uint32_t events = Word(); events > 0; --events) Pass(kEvent);
-    PassTimeline();
+  }
+  void Events(std::uint32_t count) {
+    for (; count > 0; --count) Pass(kEvent);
   }
 
-  void PassSongLog() {
-    const std::uint32_t length = Word();
-    PassText();
-    PassText();
-    Pass(4);  // song length
-    const std::uint32_t begin = position_;
-    filled_.reset();
-    do {
-      PassSequence();
-    } while (position_ - begin < length);
-  }
-
- private:
-  void Pass(std::uint32_t bytes) {
-    stream_.ignore(bytes);
-    position_ += bytes;
-  }
-
-  void PassText() { Pass(Byte()); }
-
-  std::uint32_t Word() {
-    std::uint32_t word = 0;
-    for (unsigned shift = 0; shift < 32; shift += 8) word |= static_cast<std::uint32_t>(Byte()) << shift;
-    return word;
-  }
-
-  void PassTimeline() {
-    Pass(4);  // "TLMN"
-    PassText();
-    Pass(4);  // song length
-    const std::uint32_t length = Word();
-    const std::uint32_t end = position_ + length;
-    filled_.reset();
-    do {
-      PassSequence();
-    } while (position_ < end);
-  }
-
-  void PassSequence() {
-    const std::uint8_t code = Byte();
+  void BeginTimeline() { Pass(4); }  // "TLMN"
+  void EndTimeline() {}
+  void BeginSequences() { filled_.reset(); }
+  std::uint8_t BeginSequence() { return Byte(); }
+  void EndSequence(std::uint8_t code, std::uint32_t length) {
     if (filled_.test(code)) ++replaced_;
-    const std::uint32_t length = Word();
     filled_.set(code, length != 0);
-    if (length == 0) return;
-    const std::uint32_t end = position_ + length;
-    do {
-      PassRecord(code);
-    } while (position_ < end);
   }
 
-  void PassRecord(std::uint8_t code) {
+  void Record(std::uint8_t code, std::size_t) {
     switch (code) {
       case version0::RBarsBeats::eventCode:
         Pass(kFrame + 4);  // time
@@ -120,6 +84,13 @@ class Walk {
     }
   }
 
+ private:
+  void Pass(std::uint32_t bytes) {
+    stream_.ignore(bytes);
+    position_ += bytes;
+  }
+  void PassText() { Pass(Byte()); }
+
   std::istream& stream_;
   std::uint32_t position_;   ///< in the stream, modulo 2^32
   std::bitset<256> filled_;  ///< the event codes whose last sequence in the song has records
@@ -130,7 +101,7 @@ class Walk {
 
 std::size_t ReplacedSequencesOfShow(std::istream& stream) {
   Rewind(stream);
-  Walk walk(stream, 0);
+  SequenceCount walk(stream, 0);
   for (std::uint8_t songs = walk.Byte(); songs > 0; --songs) walk.PassSong();
   return walk.replaced();
 }
@@ -138,7 +109,7 @@ std::size_t ReplacedSequencesOfShow(std::istream& stream) {
 std::size_t ReplacedSequencesOfLog(std::istream& stream) {
   Rewind(stream);
   const version0::ChangeLogHeader header(stream);
-  Walk walk(stream, static_cast<std::uint32_t>(static_cast<std::streamoff>(stream.tellg())));
+  SequenceCount walk(stream, static_cast<std::uint32_t>(static_cast<std::streamoff>(stream.tellg())));
   while (walk.position() < header.end_position) walk.PassSongLog();
   return walk.replaced();
 }

@@ -11,6 +11,7 @@
 #include "toolkit/comparison/comparison.h"
 #include "toolkit/conversion/conversion.h"
 #include "toolkit/conversion/copy_fermatas.h"
+#include "toolkit/document/field_list.h"
 #include "toolkit/document/open.h"
 #include "toolkit/document/summary.h"
 #include "toolkit/document/text_form.h"
@@ -84,6 +85,14 @@ void AddDocuments(Calls& calls, const Samples& samples) {
       const std::string text =
           public_calls::TextOf([&](std::ostream& os) { zuna_toolkit::WriteTextForm(*document, os); });
       return TextOf(zuna_toolkit::ReadTextForm(text, kLong)) + zuna_toolkit::LeftOutOfText(*document);
+    });
+    calls.Add("ListFields", [=] {
+      OpenedFile file = Opened(bytes);
+      std::string paths;
+      zuna_toolkit::ListFields(zuna_toolkit::FieldSourceOf(file), [&](const cmn::PlacedField& field) {
+        paths.append(field.record).append(field.key) += std::to_string(field.end);
+      });
+      return paths;
     });
     calls.Add("Document",
               [=] { return TextOf(Document(document->model(), document->type().version, kLong)); });

@@ -1,6 +1,9 @@
 // The fields of every legacy record in the text form, in its order (docs/text-form.md). `fields` is a
-// LegacyTextWriter or a LegacyTextBinder.
+// LegacyTextWriter or a LegacyTextBinder; for the records of sequences and for tracks, whose fields have the
+// same order in a file, also a LegacyFieldList.
 #pragma once
+
+#include <type_traits>
 
 #include "format_converter/version0/containers/change_log.h"
 #include "format_converter/version0/containers/show_data.h"
@@ -9,6 +12,25 @@
 namespace zuna_toolkit {
 
 using zuna_json::MaybeConst;
+
+/// A record that is to be filled: numbers 0, texts empty.
+template <typename Entry>
+Entry BlankLegacy() {
+  if constexpr (std::is_same_v<Entry, version0::RTempo>) {
+    return {0, 0, 0, 0, 0};
+  } else if constexpr (std::is_same_v<Entry, version0::RBarsBeats>) {
+    return {0, "", 0};
+  } else if constexpr (std::is_same_v<Entry, version0::TrackObject> ||
+                       std::is_same_v<Entry, version0::XScoreMarker>) {
+    return {0, ""};
+  } else if constexpr (std::is_same_v<Entry, version0::RPageNum>) {
+    return {0, 0};
+  } else if constexpr (std::is_same_v<Entry, version0::XCaesura>) {
+    return Entry(0);
+  } else {
+    return {0, 0, 0};
+  }
+}
 
 template <typename Fields, MaybeConst<version0::RTempo> Tempo>
 void VisitFields(Fields& fields, Tempo& tempo) {
