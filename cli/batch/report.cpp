@@ -88,8 +88,8 @@ std::string FailureJson(const std::string& path, const Failure& failure) {
   return "{\"schemaVersion\": 1, " + PathJson("path", path) + ", " + FailureMembersJson(failure) + "}\n";
 }
 
-void TellInJson(const Failure& failure) {
-  if (failure.kind() != zuna_toolkit::ErrorKind::kUsage) WriteStandardOutput(FailureJson("", failure));
+void TellInJson(const Failure& failure, const std::string& path) {
+  if (failure.kind() != zuna_toolkit::ErrorKind::kUsage) WriteStandardOutput(FailureJson(path, failure));
 }
 
 Outcome WithFailureJson(const std::string& path, const std::function<Outcome()>& work) {

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <mutex>
+#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,8 +49,21 @@ std::string FailureMembersJson(const Failure& failure);
 /// no single one.
 std::string FailureJson(const std::string& path, const Failure& failure);
 
-/// Writes the line about a failure of no single input to standard output. Wrong usage stays text.
-void TellInJson(const Failure& failure);
+/// Writes the line about a failure to standard output. Wrong usage stays text.
+void TellInJson(const Failure& failure, const std::string& path = "");
+
+/// What `work` returns. Where it throws and `json` is set, the line about the failure is written first.
+template <typename Work>
+auto TellingInJson(bool json, const std::string& path, Work work) {
+  try {
+    return work();
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (...) {
+    if (json) TellInJson(CurrentFailure(), path);
+    throw;
+  }
+}
 
 /// What `work` returns. Where it throws, the outcome is that failure, with a line of JSON about it as its
 /// text; a lack of memory is thrown on.

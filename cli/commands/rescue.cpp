@@ -73,20 +73,6 @@ void RunRescue(const RescueOptions& options, Context& context) {
   if (!rescued.report.complete()) context.code = ExitCode::kPartFailed;
 }
 
-/// The same; a failure is told in JSON too.
-void RunAndTell(const RescueOptions& options, Context& context) {
-  if (!options.json) return RunRescue(options, context);
-  try {
-    RunRescue(options, context);
-  } catch (const std::bad_alloc&) {
-    throw;
-  } catch (...) {
-    const Failure failure = CurrentFailure();
-    if (failure.code() != ErrorCode::kUsage) WriteStandardOutput(FailureJson(options.paths.input, failure));
-    throw;
-  }
-}
-
 }  // namespace
 
 void AddRescueCommand(CLI::App& app, Context& context) {
@@ -97,7 +83,9 @@ void AddRescueCommand(CLI::App& app, Context& context) {
       "--json", options->json,
       "Write a line of JSON about every song, about missing bytes and about failures to standard "
       "output");
-  context.SetWork(*command, [options, &context] { RunAndTell(*options, context); });
+  context.SetWork(*command, [options, &context] {
+    TellingInJson(options->json, options->paths.input, [&] { RunRescue(*options, context); });
+  });
 }
 
 }  // namespace zuna_cli

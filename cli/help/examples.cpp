@@ -33,6 +33,7 @@ constexpr auto kExamples = std::to_array<Example>({
     {"info", "zuna-convert info --json opera.showdata"},
     {"dump", "zuna-convert dump opera.showdata"},
     {"dump", "zuna-convert dump opera.showdata -o opera.json"},
+    {"dump", "zuna-convert dump --offsets opera.showdata"},
     {"build", "zuna-convert build opera.json -o opera.showdata"},
     {"build", "zuna-convert build opera.json -o opera.showdata --to 1.1"},
     {"edit", "zuna-convert edit opera.showdata"},

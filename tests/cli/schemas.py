@@ -95,7 +95,10 @@ class Run:
 
     def check_output(self, stdout):
         command = next((word for word in self.words if word in (*COMMANDS, *TEXT_COMMANDS)), None)
-        if command in TEXT_COMMANDS:
+        if "--offsets" in self.words:
+            if "--json" in self.words and stdout.endswith(b"}\n"):
+                check_text("offsets", stdout)
+        elif command in TEXT_COMMANDS:
             written = self.output.read_bytes() if self.output.is_file() else stdout
             if written.startswith(b"{"):
                 check_text_form(written)

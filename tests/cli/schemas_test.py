@@ -11,7 +11,7 @@ import jsonschema
 
 import schemas
 from folder import FolderTest
-from tool import IO, NEGATIVE, NOTHING_MATCHED, PART_FAILED, legacy_log, legacy_show, legacy_song, legacy_song_log
+from tool import BAD_INPUT, IO, NEGATIVE, NOTHING_MATCHED, PART_FAILED, legacy_log, legacy_show, legacy_song, legacy_song_log
 
 DOCS = pathlib.Path(__file__).parents[2] / "docs"
 NAMES = sorted(path.name.removesuffix(schemas.ENDING) for path in schemas.FOLDER.iterdir())
@@ -134,6 +134,13 @@ class OutputsTest(FolderTest):
             lines += self.lines("rescue", name, "-o", "saved", "--force", "--json", code=None)
         return lines
 
+    def offsets(self):
+        """Fields of whole and damaged files, with every kind of value."""
+        names = ("odd.showdata", "odd", "odd.log", "new.showdata", b"log\xff")
+        return [*(self.json("dump", "--offsets", "--json", name) for name in names),
+                self.json("dump", "--offsets", "--json", "head", code=BAD_INPUT),
+                self.json("dump", "--offsets", "--json", "bad", code=None)]
+
     def samples(self):
         """Outputs of the tool by schema."""
         self.write("bad", "bad")
@@ -151,6 +158,7 @@ class OutputsTest(FolderTest):
                     + self.lines("diff", "--json", b"log\xff", b"log\xff") + self.lines("diff", "--json", "none", b"log\xff", code=IO),
             "explain": [self.json("explain", "--json"), *self.lines("explain", "cut-off", "--json")],
             "rescue": self.rescues(),
+            "offsets": self.offsets(),
             "progress": [json.loads(self.run_tool("list", "new.log", "--progress", "json").stderr)],
             "report": self.report(),
         }

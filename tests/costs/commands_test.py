@@ -90,6 +90,10 @@ class CostsTest(unittest.TestCase):
     def test_print(self):
         self.measure_all(("-1.2", "-0.0"), "print", "IN")
 
+    def test_dump_offsets(self):
+        self.measure_all(("-1.2", "-0.0", "-2.0"), "dump", "--offsets", "IN")
+        self.measure_all(("-1.2", "-0.0", "-2.0"), "dump", "--offsets", "--json", "IN")
+
     def test_convert(self):
         self.measure_all("-1.2", "convert", "IN", "-o", "out", "--to", "1.1", "--force")
         self.measure_all("-1.2", "convert", "IN", "-o", "out", "--to", "2.0", "--force")

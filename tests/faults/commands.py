@@ -72,6 +72,8 @@ COMMANDS = (
     one_file("decrypt", "new.showdata"),
     one_file("dump", "new.showdata"),
     one_file("dump", "old.logdata"),
+    Command(("dump", "--offsets", "old.showdata")),
+    Command(("dump", "--offsets", "--json", "new.logdata")),
     one_file("build", "plain.json"),
     one_file("build", "-", "--to", "1.1", stdin="plain.json"),
     Command(("edit", "new.showdata"), ("new.showdata", "new.showdata.~1~"), in_place=True),
