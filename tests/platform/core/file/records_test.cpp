@@ -59,10 +59,6 @@ TEST_P(Records, ThatAreCutOff) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Versions, Records,
-                         testing::Values(cmn::FileVersion{1, 0}, cmn::FileVersion{1, 1},
-                                         cmn::FileVersion{1, 2}));
-
 TEST(RecordsOfATextForm, AreNotRead) {
   std::size_t offset = 0;
   EXPECT_THROW(zuna_midi::ReadShowHead("{}", offset, kText), std::invalid_argument);
@@ -70,6 +66,37 @@ TEST(RecordsOfATextForm, AreNotRead) {
   EXPECT_THROW(CL::ReadLogHead("{}", offset, kText), std::invalid_argument);
   EXPECT_THROW(CL::ReadSongLog("{}", offset, kText), std::invalid_argument);
 }
+
+/// The number of bytes in the fields of a file, which have to follow one another.
+template <typename List>
+std::size_t BytesInFields(List list, const std::string& file) {
+  std::uint64_t end = 0;
+  list(file, [&](const cmn::PlacedField& field) {
+    EXPECT_EQ(field.begin, end);
+    EXPECT_LT(field.begin, field.end);
+    end = field.end;
+  });
+  return static_cast<std::size_t>(end);
+}
+
+/// Requires that the fields of a file are all its bytes, and those of its beginnings a part.
+template <typename List>
+void ExpectFieldsTakeAllBytes(List list, const std::string& file) {
+  EXPECT_EQ(BytesInFields(list, file), file.size());
+  for (std::size_t size = 0; size < file.size(); ++size) {
+    EXPECT_LE(BytesInFields(list, file.substr(0, size)), size);
+  }
+}
+
+TEST_P(Records, HaveAllBytesInTheirFields) {
+  ExpectFieldsTakeAllBytes(zuna_midi::ListFields, zuna_test::WrittenAt(zuna_test::SampleShow(), GetParam()));
+  if (GetParam() == cmn::FileVersion{1, 0}) return;  // which has no logs
+  ExpectFieldsTakeAllBytes(CL::ListFields, zuna_test::WrittenAt(zuna_test::SampleLog(), GetParam()));
+}
+
+INSTANTIATE_TEST_SUITE_P(Versions, Records,
+                         testing::Values(cmn::FileVersion{1, 0}, cmn::FileVersion{1, 1},
+                                         cmn::FileVersion{1, 2}));
 
 std::string ShowFields(const std::string& file) {
   std::string keys;
