@@ -42,7 +42,7 @@ std::string ShiftText(std::int64_t shift) {
 /// Whether many of them can share a line.
 bool AreAlike(const Difference& a, const Difference& b) {
   const bool same_kind = a.subject == b.subject && a.action == b.action && a.song == b.song &&
-                         a.place.voice == b.place.voice && a.where == b.where;
+                         a.place.voice == b.place.voice && a.place.list == b.place.list && a.where == b.where;
   return same_kind && a.place.tick && b.place.tick && a.count == 1 && b.count == 1 &&
          (a.action != Action::kMoved || ShiftOf(a) == ShiftOf(b));
 }
@@ -117,7 +117,8 @@ std::string OneText(const Difference& difference) {
 }
 
 /// Several that are alike.
-std::string ManyText(const Difference& first, const Difference& last, std::size_t count) {
+std::string ManyText(const Difference& first, const Difference& last, std::size_t count,
+                     const FieldChanges& changes) {
   const Noun noun = NounOf(first.subject);
   std::string text = VoicePrefix(first) + Counted(count, noun.one, noun.many) + " from " +
                      PlaceText(first.place) + " to " + PlaceText(last.place);
@@ -127,9 +128,9 @@ std::string ManyText(const Difference& first, const Difference& last, std::size_
     case Action::kDropped:
       return text + " are removed";
     case Action::kMoved:
-      return text + " move " + ShiftText(ShiftOf(first));
+      return text + " move " + ShiftText(ShiftOf(first)) + changes.ToString("");
     default:
-      return text + " change";
+      return text + changes.ToString(" change");
   }
 }
 
@@ -141,10 +142,16 @@ std::string Line(const Difference& difference, const std::string& text) {
 
 }  // namespace
 
+bool DifferenceLines::Continues(const Difference& difference) const {
+  return AreAlike(run_->first, difference) &&
+         (difference.action == Action::kMoved || run_->changes.AreLike(difference.changes));
+}
+
 void DifferenceLines::Add(const Difference& difference) {
-  if (run_ && !AreAlike(run_->first, difference)) Finish();
-  if (!run_) run_ = Run{difference, difference, 0, ""};
+  if (run_ && !Continues(difference)) Finish();
+  if (!run_) run_ = Run{difference, difference, 0, "", {}};
   run_->last = difference;
+  run_->changes.Add(difference.changes);
   if (++run_->count <= kMostOneByOne) run_->lines += Line(difference, OneText(difference));
 }
 
@@ -156,7 +163,8 @@ void DifferenceLines::Finish() {
     text = Printable("song " + run.first.song + ':') + '\n';
     song_ = run.first.song;
   }
-  text += run.count <= kMostOneByOne ? run.lines : Line(run.first, ManyText(run.first, run.last, run.count));
+  text += run.count <= kMostOneByOne ? run.lines
+                                     : Line(run.first, ManyText(run.first, run.last, run.count, run.changes));
   write_(text);
 }
 

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "cli/commands/field_changes.h"
 #include "toolkit/comparison/difference.h"
 
 namespace zuna_cli {
@@ -29,7 +30,10 @@ class DifferenceLines {
     zuna_toolkit::Difference last;
     std::size_t count = 0;
     std::string lines;  ///< of the first few, one each
+    FieldChanges changes;
   };
+
+  bool Continues(const zuna_toolkit::Difference& difference) const;
 
   std::function<void(const std::string&)> write_;
   std::optional<Run> run_;

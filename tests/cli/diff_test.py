@@ -113,7 +113,29 @@ class DiffTest(WithLogs):
 
         def softer(song):
             song["voices"][0]["messages"] = messages[:6] + [[*rest, data // 2] for *rest, data in messages[6:]]
-        self.assertEqual(self.changed(softer), f"{prefix}7{several}change\n")
+        self.assertEqual(self.changed(softer), f"{prefix}7{several[:-1]}: velocity 100 becomes 50\n")
+
+        def notes_with(change):
+            def apply(song):
+                song["voices"][0]["messages"] = sum((change(i, copy.deepcopy(note)) if i > 2 else note
+                                                     for i, note in enumerate(notes)), [])
+            return self.changed(apply)
+
+        def higher(_, note):
+            return [[time, status, pitch + 2, data] for time, status, pitch, data in note]
+        self.assertEqual(notes_with(higher), f"{prefix}7{several}are 2 semitones higher\n")
+
+        def longer(i, note):
+            return [[*note[0][:3], 60 + i], [note[1][0] + 10, *note[1][1:]]]
+        self.assertEqual(notes_with(longer), f"{prefix}7{several[:-1]}: velocity changes, length 240 becomes 250\n")
+
+        def louder(i, note):
+            return [[*note[0][:3], 80 + i], note[1]]
+        messages[1::2] = [list(message) for message in messages[1::2]]
+        for i in range(10):
+            messages[2 * i][3] = 70 + i
+            notes[i][0] = messages[2 * i]
+        self.assertEqual(notes_with(louder), f"{prefix}7{several[:-1]}: velocity is 10 higher\n")
 
     def test_says_that_very_many_notes_differ(self):
         messages = [[[480 * i, 144, 40 + i * i % 31, 100], [480 * i + 240, 128, 40 + i * i % 31, 0]] for i in range(200)]

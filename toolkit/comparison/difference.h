@@ -3,7 +3,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "kit/api.h"
 #include "toolkit/place.h"
@@ -69,6 +72,14 @@ enum class Action : std::uint8_t {
   kRewritten,     ///< very much of it differs, so its parts were compared apart
 };
 
+/// A field of an entry that differs in two documents.
+struct FieldChange {
+  std::string_view name;  ///< such as "velocity"
+  std::string before;     ///< texts between quotation marks
+  std::string after;
+  std::optional<std::int64_t> increase = std::nullopt;  ///< of a number
+};
+
 /// One difference. Texts are for people and hold names as they stand in the document, in any bytes.
 struct Difference {
   Subject subject = Subject::kSong;  ///< what differs
@@ -79,6 +90,7 @@ struct Difference {
   std::string before;     ///< in the first document; empty for what was added
   std::string after;      ///< in the second document; empty for what was dropped
   std::size_t count = 1;  ///< how many consecutive entries of the list, from the index on, differ in this way
+  std::vector<FieldChange> changes = {};  ///< of an entry that both have; not its time
 };
 
 /// A stable name of the kind of a difference, such as "fermata-dropped" or "tempo-changed".

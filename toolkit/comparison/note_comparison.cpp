@@ -3,6 +3,7 @@
 #include <iterator>
 #include <span>
 #include <tuple>
+#include <utility>
 
 #include "toolkit/comparison/internal/list_comparison.h"
 #include "toolkit/comparison/internal/longest_common_subsequence.h"
@@ -91,8 +92,8 @@ class MovedNotes {
                           part.gained_end - part.gained_begin == gained_.size();
       if (!is_all) result_.in_parts = true;
     }
-    Remove(lost_, taken_lost_);
-    Remove(gained_, taken_gained_);
+    RemoveTaken(lost_, taken_lost_);
+    RemoveTaken(gained_, taken_gained_);
   }
 
  private:
@@ -138,14 +139,6 @@ class MovedNotes {
     }
   }
 
-  static void Remove(Notes& notes, const std::vector<bool>& taken) {
-    std::size_t kept = 0;
-    for (std::size_t i = 0; i < notes.size(); ++i) {
-      if (!taken[i]) notes[kept++] = notes[i];
-    }
-    notes.resize(kept);
-  }
-
   Notes& lost_;
   Notes& gained_;
   NoteComparison& result_;
@@ -153,22 +146,92 @@ class MovedNotes {
   std::vector<bool> taken_gained_;
 };
 
-}  // namespace
-
-NoteComparison CompareNotes(Notes before, Notes after) {
+/// What became of notes that are neither the same nor changed where they were.
+struct Explanation {
+  Notes lost;
+  Notes gained;
   NoteComparison result;
-  std::sort(before.begin(), before.end(), IsLess);
-  std::sort(after.begin(), after.end(), IsLess);
+
+  /// About how many lines it takes.
+  std::size_t Lines() const {
+    const auto runs = [](const std::vector<NotePair>& pairs, auto step) {
+      std::size_t count = 0;
+      for (std::size_t i = 0; i < pairs.size(); ++i) {
+        if (i == 0 || step(pairs[i]) != step(pairs[i - 1])) ++count;
+      }
+      return count;
+    };
+    return lost.size() + gained.size() +
+           runs(result.moved, [](const NotePair& pair) { return pair.after->tick - pair.before->tick; }) +
+           runs(result.transposed,
+                [](const NotePair& pair) { return pair.after->pitch - pair.before->pitch; });
+  }
+};
+
+Explanation Explained(const Notes& lost, const Notes& gained, bool pitches_first) {
+  Explanation explanation{lost, gained, {}};
+  const auto take_pitches = [&] {
+    TakeOtherPitches(explanation.lost, explanation.gained, explanation.result.transposed);
+  };
+  if (pitches_first) take_pitches();
+  MovedNotes(explanation.lost, explanation.gained, explanation.result).Take();
+  if (!pitches_first) take_pitches();
+  return explanation;
+}
+
+/// The shorter one.
+Explanation BestExplanation(const Notes& lost, const Notes& gained) {
+  Explanation best = Explained(lost, gained, true);
+  if (best.result.transposed.empty()) return best;
+  Explanation other = Explained(lost, gained, false);
+  return other.Lines() < best.Lines() ? other : best;
+}
+
+void Append(std::vector<NotePair>& pairs, const std::vector<NotePair>& more) {
+  pairs.insert(pairs.end(), more.begin(), more.end());
+}
+
+/// Sorted lists of notes, the lesser one first, so that both directions have the same pairs.
+NoteComparison CompareSorted(Notes before, Notes after) {
+  NoteComparison result;
   TakeMovedEnd(before, after, result.moved);
+  TakeTransposedRuns(before, after, result.transposed);
   TakeEquivalent(before, after, IsLess, [](const Note&, const Note&) {});
   TakeEquivalent(before, after, HasLessPlace, [&](const Note& a, const Note& b) {
     result.changed.push_back({a, b});
   });
-  MovedNotes(before, after, result).Take();
-  std::stable_sort(result.moved.begin(), result.moved.end(),
-                   [](const NotePair& a, const NotePair& b) { return IsLess(*a.before, *b.before); });
-  for (const Note& note : before) result.dropped.push_back({note, std::nullopt});
-  for (const Note& note : after) result.added.push_back({std::nullopt, note});
+  const Explanation rest = BestExplanation(before, after);
+  Append(result.moved, rest.result.moved);
+  Append(result.transposed, rest.result.transposed);
+  result.in_parts = rest.result.in_parts;
+  for (const Note& note : rest.lost) result.dropped.push_back({note, std::nullopt});
+  for (const Note& note : rest.gained) result.added.push_back({std::nullopt, note});
+  return result;
+}
+
+/// The same from the other side.
+void Reverse(NoteComparison& result) {
+  std::swap(result.dropped, result.added);
+  for (auto* pairs : {&result.moved, &result.changed, &result.transposed, &result.dropped, &result.added}) {
+    for (NotePair& pair : *pairs) std::swap(pair.before, pair.after);
+  }
+}
+
+}  // namespace
+
+NoteComparison CompareNotes(Notes before, Notes after) {
+  std::sort(before.begin(), before.end(), IsLess);
+  std::sort(after.begin(), after.end(), IsLess);
+  const bool reversed =
+      std::lexicographical_compare(after.begin(), after.end(), before.begin(), before.end(), IsLess);
+  if (reversed) std::swap(before, after);
+  NoteComparison result = CompareSorted(std::move(before), std::move(after));
+  if (reversed) Reverse(result);
+  for (auto* pairs : {&result.moved, &result.transposed, &result.dropped, &result.added}) {
+    std::stable_sort(pairs->begin(), pairs->end(), [](const NotePair& a, const NotePair& b) {
+      return IsLess(a.before ? *a.before : *a.after, b.before ? *b.before : *b.after);
+    });
+  }
   return result;
 }
 

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "kit/format.h"
+#include "toolkit/comparison/internal/fields.h"
 #include "toolkit/comparison/internal/notes.h"
 #include "toolkit/smf/file.h"
 
@@ -107,6 +108,18 @@ std::string NoteText(const Note& note, const Note* other) {
   }
   if (note.release_kind == kNoteOffKind) add("release", note.release_velocity, compared.release_velocity);
   return text;
+}
+
+std::vector<FieldChange> ChangesOfNote(const Note& before, const Note& after) {
+  const auto fields = [](const Note& note) {
+    const char* end = note.release_kind == kNoteOnKind ? "note-on" : "note-off";
+    return std::vector<Field>{{"pitch", note.pitch},
+                              {"velocity", note.velocity},
+                              {"length", note.length},
+                              {"end", std::string_view(end)},
+                              {"release", note.release_velocity}};
+  };
+  return ChangesOf(fields(before), fields(after));
 }
 
 }  // namespace zuna_toolkit

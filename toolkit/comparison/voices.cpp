@@ -153,11 +153,12 @@ class VoiceComparison {
     if (notes.in_parts) {
       Add(Subject::kVoice, Action::kRewritten, VoiceText(before_), VoiceText(after_));
     }
+    add(notes.transposed, Action::kChanged);
     add(notes.moved, Action::kMoved);
     add(notes.changed, Action::kChanged);
     add(notes.dropped, Action::kDropped);
     add(notes.added, Action::kAdded);
-    return notes.moved.empty() && notes.changed.empty() && notes.dropped.empty() && notes.added.empty();
+    return notes.empty();
   }
 
   void AddNote(const NotePair& pair, Action action) {
@@ -167,7 +168,10 @@ class VoiceComparison {
     difference.action = action;
     if (pair.before) difference.before = NoteText(*pair.before, pair.after ? &*pair.after : nullptr);
     if (pair.after) difference.after = NoteText(*pair.after, pair.before ? &*pair.before : nullptr);
-    if (pair.before && pair.after) difference.place.after_tick = pair.after->tick;
+    if (pair.before && pair.after) {
+      difference.place.after_tick = pair.after->tick;
+      difference.changes = ChangesOfNote(*pair.before, *pair.after);
+    }
     differences_.Add(std::move(difference));
   }
 

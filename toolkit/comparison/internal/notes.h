@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "std_midi/voice_message.h"
+#include "toolkit/comparison/difference.h"
 
 namespace zuna_toolkit {
 
@@ -49,16 +50,44 @@ struct NotePair {
 
 /// How the notes of two voices differ.
 struct NoteComparison {
-  std::vector<NotePair> moved;    ///< have another start, perhaps another length or velocity too
-  std::vector<NotePair> changed;  ///< have the same pitch and start
+  std::vector<NotePair> moved;       ///< have another start, perhaps another length or velocity too
+  std::vector<NotePair> changed;     ///< have the same pitch and start
+  std::vector<NotePair> transposed;  ///< have another pitch, and all else the same
   std::vector<NotePair> dropped;
   std::vector<NotePair> added;
   bool in_parts = false;  ///< so many differ that moved ones were looked for in parts of the voice only
+
+  /// Whether there are none.
+  bool empty() const {
+    return moved.empty() && changed.empty() && transposed.empty() && dropped.empty() && added.empty();
+  }
 };
 
-/// The notes that only one of two voices has, each list in the order of time. Notes of one pitch and start
-/// are paired first; what moved is then a longest common subsequence of the pitches that are left. Time is
-/// O(n log n), memory is linear.
+/// The fields besides the start that differ.
+std::vector<FieldChange> ChangesOfNote(const Note& before, const Note& after);
+
+/// Takes out of two lists in the order of time, channel and pitch what was transposed: runs of chords that
+/// move by one interval.
+void TakeTransposedRuns(std::vector<Note>& before, std::vector<Note>& after,
+                        std::vector<NotePair>& transposed);
+
+/// Takes out of both lists the notes that are the same but for the pitch, and leaves the others in the order
+/// of time.
+void TakeOtherPitches(std::vector<Note>& before, std::vector<Note>& after, std::vector<NotePair>& transposed);
+
+/// Leaves the notes that are not taken.
+inline void RemoveTaken(std::vector<Note>& notes, const std::vector<bool>& taken) {
+  std::size_t kept = 0;
+  for (std::size_t i = 0; i < notes.size(); ++i) {
+    if (!taken[i]) notes[kept++] = notes[i];
+  }
+  notes.resize(kept);
+}
+
+/// The notes that only one of two voices has, each list in the order of time. Runs that are transposed come
+/// first, then notes of one pitch and start. Of the others, either those of one start are paired before those
+/// that moved, or after them, whichever takes fewer words. What moved is a longest common subsequence of the
+/// pitches. Both voices in the place of each other give the same pairs. Time is O(n log n), memory is linear.
 NoteComparison CompareNotes(std::vector<Note> before, std::vector<Note> after);
 
 }  // namespace zuna_toolkit
