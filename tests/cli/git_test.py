@@ -70,6 +70,35 @@ class GitTest(WithLogs):
         self.put("a.logdata", self.read("edited"))
         self.assertEqual(self.sh("git diff HEAD -- a.logdata"), "a.logdata:\nsong 10:\n  attacca is added: 1\n")
 
+    def test_shows_the_new_path_of_a_renamed_file(self):
+        self.put("opera.showdata", self.read("new.showdata"))
+        self.commit()
+        self.sh("git mv opera.showdata gala.showdata")
+        self.assertEqual(self.sh("git diff --cached"), "opera.showdata -> gala.showdata:\n")
+
+    def test_merges_text_forms(self):
+        def change(song, name):
+            document = json.loads(self.run_tool("dump", "new.showdata").stdout)
+            document["songs"][song]["songName"] = name
+            self.run_tool("build", "-", "-o", "changed", "--force", stdin=json.dumps(document).encode())
+            self.put("opera.showdata", self.read("changed"))
+            self.commit()
+
+        self.put("opera.showdata", self.read("new.showdata"))
+        self.commit()
+        self.sh("git checkout -q -b other")
+        change(0, "Deux")
+        self.sh("git checkout -q -")
+        change(1, "Dix")
+        self.sh("git merge -q other", code=1)
+        self.assertEqual(self.sh("git diff --ours"), "opera.showdata:\n  is in conflict\n")
+        compare, merge = (block.replace("    ", "") for block in
+                          re.findall(r"((?:    (?:git|for|zuna-convert|rm) .*\n){3,})", PAGE.read_text())[-2:])
+        self.assertIn('name: "Two" becomes "Deux"', self.sh(compare.splitlines()[0]))
+        self.sh(merge)
+        self.assertEqual(self.sh("git diff HEAD"), 'opera.showdata:\nsong 2:\n  name: "Two" becomes "Deux"\n')
+        self.assertEqual(self.sh("git status --porcelain"), "M  opera.showdata\n")
+
     def test_stops_where_a_file_cannot_be_compared(self):
         self.put("a.logdata", self.read("new.log"))
         self.commit()
