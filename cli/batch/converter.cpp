@@ -79,9 +79,7 @@ Outcome Converter::Convert(const Job& job, ReportLine& line) const {
   if (is_written && destination) line.backup = destination->KeepOld();
   if (HasReport() && !line.backup.empty()) report_->Add(BegunJson(line));
   // Nothing needs memory once the output has its place.
-  if (HasReport() && !IsReported(result.outcome, line)) {
-    result.outcome.report = ReportJson(line, result.outcome.status, nullptr);
-  }
+  if (HasReport()) result.outcome.report = FinalLine(result.outcome.status, line);
   if (result.bytes) placing_.Write(job, *result.bytes, destination);
   return std::move(result.outcome);
 }
@@ -146,9 +144,13 @@ bool Converter::IsFinished(const Job& job, bool exists, ReportLine& line) const 
   return true;
 }
 
-bool Converter::IsReported(const Outcome& outcome, const ReportLine& line) const {
-  return outcome.status == Status::kCurrent && options_.outputs.in_place && finished_.IsLast(line.path) &&
-         finished_.Contains(WrittenMark(line.path, line.output, line.digest));
+std::string Converter::FinalLine(Status status, const ReportLine& line) const {
+  if (status == Status::kCurrent && options_.outputs.in_place) {
+    const std::string written = WrittenMark(line.path, line.output, line.digest);
+    if (finished_.IsLast(line.path) && finished_.Contains(written)) return "";
+    if (std::string done = finished_.DoneLine(line.path, written); !done.empty()) return done;
+  }
+  return ReportJson(line, status, nullptr);
 }
 
 std::string Converter::CompanionOf(const Job& job) const {

@@ -44,9 +44,10 @@ class Converter {
   Outcome Passed(const std::string& name, const std::string& text, const ReportLine& line) const;
   /// Whether the report has this input as finished, and what was written then is there.
   bool IsFinished(const Job& job, bool exists, ReportLine& line) const;
-  /// Whether an input that needs nothing is what an earlier run wrote in its place. That run's line stays the
-  /// last one: it has the backup and the losses.
-  bool IsReported(const Outcome& outcome, const ReportLine& line) const;
+  /// The line of the report about an input that is not passed over. Where it needs nothing because an earlier
+  /// run has replaced it, that run's line is the last one, which has the backup and the losses: empty where
+  /// it is there, and made of its beginning where that run was killed.
+  std::string FinalLine(Status status, const ReportLine& line) const;
   /// The companion that is there; empty for none.
   std::string CompanionOf(const Job& job) const;
 

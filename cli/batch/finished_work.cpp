@@ -67,6 +67,11 @@ FinishedWork::FinishedWork(const std::string& path) {
 }
 
 void FinishedWork::Take(std::string_view line) {
+  const std::string path(PathIn(line));
+  if (IsBegun(line)) {
+    unfinished_[path] = line;
+    return;
+  }
   bool is_finished = false;
   // A key begins with a quotation mark that no text of JSON has inside: there it would be escaped.
   for (const std::string_view key : {kFinishedKey, kWrittenKey}) {
@@ -76,16 +81,23 @@ void FinishedWork::Take(std::string_view line) {
     marks_.emplace(mark);
     is_finished = true;
   }
-  const std::string path(PathIn(line));
   if (is_finished) {
     unfinished_.erase(path);
   } else {
-    unfinished_.insert(path);
+    unfinished_[path].clear();
   }
 }
 
 bool FinishedWork::IsLast(const std::string& path) const {
   return !unfinished_.contains(PathJson("path", path));
+}
+
+std::string FinishedWork::DoneLine(const std::string& path, const std::string& written) const {
+  const auto found = unfinished_.find(PathJson("path", path));
+  if (found == unfinished_.end()) return "";
+  const std::string& begun = found->second;
+  const std::size_t at = begun.find(kWrittenKey);
+  return at != std::string::npos && MarkAt(std::string_view(begun).substr(at), kWrittenKey) == written ? DoneJson(begun) : "";
 }
 
 std::string WrittenMark(const std::string& path, const std::string& output, const std::string& digest) {

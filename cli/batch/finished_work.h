@@ -2,7 +2,7 @@
 #pragma once
 
 #include <functional>
-#include <set>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -25,12 +25,16 @@ class FinishedWork {
   bool Contains(const std::string& mark) const { return marks_.contains(mark); }
   /// Whether the last line about the input at `path` is one of finished work.
   bool IsLast(const std::string& path) const;
+  /// The line about finished work, where the last line about the input at `path` says that the output with
+  /// the mark `written` was begun; otherwise empty.
+  std::string DoneLine(const std::string& path, const std::string& written) const;
 
  private:
   void Take(std::string_view line);
 
   std::set<std::string, std::less<>> marks_;
-  std::set<std::string, std::less<>> unfinished_;  ///< paths, as JSON, whose last line has no marks
+  /// Inputs whose last line is not of finished work, by path as JSON: that line where work was begun.
+  std::map<std::string, std::string, std::less<>> unfinished_;
 };
 
 /// The mark of an output at the path `output` that has the content `digest`, made of the input at `path`. It

@@ -67,10 +67,13 @@ std::string ReportJson(const ReportLine& line, Status status, const Failure* fai
   return LineJson(line, StatusText(status), failure);
 }
 
-std::string BegunJson(const ReportLine& line) {
-  ReportLine begun = line;
-  begun.finished.clear();
-  return LineJson(begun, "begun", nullptr);
+std::string BegunJson(const ReportLine& line) { return LineJson(line, "begun", nullptr); }
+
+bool IsBegun(std::string_view line) { return line.starts_with(std::string(kBegin) + "\"begun\""); }
+
+std::string DoneJson(std::string_view begun) {
+  const std::string rest(begun.substr(begun.find(',', kBegin.size())));
+  return std::string(kBegin) + '"' + std::string(StatusText(Status::kDone)) + '"' + rest + '\n';
 }
 
 std::string AbortedJson(const Failure& failure, bool is_dry_run) {

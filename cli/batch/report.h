@@ -39,6 +39,12 @@ std::string ReportJson(const ReportLine& line, Status status, const Failure* fai
 /// follows. After a kill, nothing else tells where the old file is.
 std::string BegunJson(const ReportLine& line);
 
+/// Whether BegunJson() made `line`.
+bool IsBegun(std::string_view line);
+
+/// The line, with its line break, about what is done now and was begun by `begun`, a line without its break.
+std::string DoneJson(std::string_view begun);
+
 /// The line, with its line break, about a failure before the first input. It has no path.
 std::string AbortedJson(const Failure& failure, bool is_dry_run);
 

@@ -49,6 +49,19 @@ class ReportTest(FolderTest):
             "in/opera.logdata.~1~", "in/opera.showdata.~1~", None, None, "in/opera.logdata.~2~"])
         self.assertEqual([line["output"] for line in written[4:]], [line["path"] for line in written[4:]])
 
+    def test_goes_on_with_what_a_killed_run_has_replaced(self):
+        run = ("up", "in", "--in-place", "--report", "report")
+        self.run_tool(*run)
+        done = [line for line in self.lines() if line["status"] == "done"]
+        with open(self.path("report"), encoding="utf-8") as file:
+            begun = [line for line in file if json.loads(line)["status"] == "begun"]
+        self.write("report", "".join(begun).encode())  # as if it were killed before the lines that follow
+        self.run_tool(*run, "--resume")
+        self.assertEqual(self.lines()[len(begun):], sorted(done, key=lambda line: line["path"]))
+        self.assertEqual({line["status"] for line in done}, {"done"})
+        self.run_tool(*run, "--resume")
+        self.assertEqual(len(self.lines()), 2 * len(begun))
+
     def test_names_the_file_that_a_link_leads_to(self):
         self.run_tool("up", "in", "--out-dir", "out")
         os.symlink("out/opera.showdata", self.path("link.showdata"))
