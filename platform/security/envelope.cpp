@@ -38,12 +38,17 @@ struct ChangedMagic {
 };
 
 constexpr const char* kLineEnds = "was changed in transfer: its line ends are not as they were (offset 4)";
+constexpr const char* kEncodedAgain = "was changed in transfer: its bytes were encoded as UTF-8 (offset 0)";
 
 constexpr std::array kChangedMagics = {
     ChangedMagic{"\x89ZSC\n\x1a\n", kLineEnds},        // CR LF became LF, or CR was removed
     ChangedMagic{"\x89ZSC\r\r\n\x1a\r\n", kLineEnds},  // LF became CR LF
     ChangedMagic{"\x89ZSC\r\n\x1a\r\n", kLineEnds},    // LF became CR LF, where no CR was before it
     ChangedMagic{"\x89ZSC\n\n\x1a\n", kLineEnds},      // CR became LF
+    ChangedMagic{"\x89ZSC\r\r\x1a\r", kLineEnds},      // LF became CR
+    ChangedMagic{"\x89ZSC\r\x1a", kLineEnds},          // LF was removed
+    ChangedMagic{"\xC2\x89ZSC", kEncodedAgain},        // Latin-1 became UTF-8
+    ChangedMagic{"\xEF\xBF\xBDZSC", kEncodedAgain},    // what is not UTF-8 became U+FFFD
     ChangedMagic{"\x09ZSC\r\n\x1a\n",
                  "was changed in transfer: its bytes have lost their eighth bit (offset 0)"},
 };

@@ -30,7 +30,7 @@ inline constexpr std::array kFileErrors = {
     ErrorRow{ErrorCode::kChangedInTransfer,
              ErrorKind::kBadInput,
              {"changed-in-transfer",
-              "an encrypted file was copied as text, which changed its line ends or its eighth bits",
+              "an encrypted file was copied as text, which changed its line ends or other bytes",
               "FTP in text mode, a mail program or a version control system took it for text",
               "copy it again as binary", ""}},
     ErrorRow{ErrorCode::kPlainFile,

@@ -102,6 +102,8 @@ TEST(Envelope, ChangedInTransfer) {
            "\x89ZSC\r\r\n\x1a\r\n",  // LF became CR LF
            "\x89ZSC\r\n\x1a\r\n",    // LF became CR LF, where no CR was before it
            "\x89ZSC\n\n\x1a\n",      // CR became LF
+           "\x89ZSC\r\r\x1a\r",      // LF became CR
+           "\x89ZSC\r\x1a",          // LF was removed
        }) {
     EXPECT_EQ(Refusal<zuna_sec::ChangedInTransferError>(FromText(beginning)), line_ends);
     EXPECT_EQ(Refusal<zuna_sec::ChangedInTransferError>(Transferred(beginning)), line_ends);
@@ -110,6 +112,18 @@ TEST(Envelope, ChangedInTransfer) {
       Refusal<zuna_sec::ChangedInTransferError>(Transferred("\x09ZSC\r\n\x1a\n")),
       "encrypted data: was changed in transfer: its bytes have lost their eighth bit (offset 0); copy it "
       "again as binary");
+}
+
+TEST(Envelope, EncodedAgainInTransfer) {
+  for (const char* beginning : {
+           "\xC2\x89ZSC\r\n\x1a\n",      // Latin-1 became UTF-8
+           "\xEF\xBF\xBDZSC\r\n\x1a\n",  // what is not UTF-8 became U+FFFD
+       }) {
+    EXPECT_EQ(
+        Refusal<zuna_sec::ChangedInTransferError>(Transferred(beginning)),
+        "encrypted data: was changed in transfer: its bytes were encoded as UTF-8 (offset 0); copy it again "
+        "as binary");
+  }
 }
 
 TEST(Envelope, ChangedInAnotherWayIsForeignData) {
