@@ -15,10 +15,9 @@ void ReadObject(std::istream& is, std::string_view prefix, const ObjectType& roo
   if (!end.error) return;
   const ObjectHandler& handler = parser.handler();
   const std::string& problem = handler.problem();
-  throw cmn::DataError(
-      cmn::DataError::Parts{.field = handler.Path(),
-                            .offset = end.offset,
-                            .problem = problem.empty() ? DescribeError(end.error) : problem});
+  throw cmn::DataError(cmn::DataError::Parts{.field = handler.Path(),
+                                             .offset = end.offset,
+                                             .problem = problem.empty() ? DescribeError(end) : problem});
 }
 
 }  // namespace zuna_json

@@ -20,10 +20,15 @@ inline constexpr std::size_t kMaxDepth = 32;
 struct ParseEnd {
   boost::json::error_code error;
   std::uint64_t offset = 0;  ///< in bytes from the beginning of the text
+  char before = 0;           ///< the last character before it that is no white space; 0 for none
+  std::string at;            ///< the bytes that stand there, at most 4
 };
 
 /// What is wrong with the text, for a message.
-std::string DescribeError(const boost::json::error_code& code);
+std::string DescribeError(const ParseEnd& end);
+
+/// Keeps what stands where a parser stopped in `piece`, after `used` bytes of it.
+void KeepPlace(std::string_view piece, std::size_t used, ParseEnd& end);
 
 /// Parses a JSON text in pieces of 64 KiB: `prefix`, at most that long, was read before; the rest is what
 /// the stream has left. The handler of the parser gets the events and may stop it by an error.
@@ -39,7 +44,10 @@ ParseEnd ParseStream(std::istream& is, std::string_view prefix, boost::json::bas
     const std::size_t used = parser.write_some(more, piece.get(), size, end.error);
     end.offset += used;
     if (!end.error && used < size) end.error = boost::json::error::extra_data;
-    if (end.error) break;
+    if (end.error) {
+      KeepPlace({piece.get(), size}, used, end);
+      break;
+    }
   }
   return end;
 }
