@@ -35,7 +35,7 @@ void Down(const Document& current, std::size_t size) {
   const fuzz::MemoryBound command("down", fuzz::CommandHeapBound(size));
   const Document legacy = Bounded("conversion down", size, [&] { return zuna_toolkit::Down(current); });
   RequireShortLines(
-      Bounded("losses of down", size, [&] { return zuna_cli::Losses(current, legacy, false).Lines(); }),
+      Bounded("losses of down", size, [&] { return zuna_cli::Losses(current, legacy, true, false).Lines(); }),
       size);
   const std::string written = fuzz::Written(legacy);
   fuzz::Require(fuzz::ReadDocument(written).has_value(), "a document that came down is read");
@@ -47,7 +47,7 @@ void Up(const Document& legacy, std::size_t size) {
     return zuna_toolkit::Up(legacy, zuna_toolkit::Companion{}, cmn::kDefaultVersion);
   });
   RequireShortLines(
-      Bounded("losses of up", size, [&] { return zuna_cli::Losses(legacy, current, false).Lines(); }), size);
+      Bounded("losses of up", size, [&] { return zuna_cli::Losses(legacy, current, true, false).Lines(); }), size);
   const auto again = fuzz::ReadDocument(fuzz::Written(current));
   fuzz::Require(again && fuzz::HoldTheSame(current, *again), "a document that came up is read as it is");
 }

@@ -19,6 +19,13 @@ using zuna_toolkit::CompanionFit;
 using zuna_toolkit::Document;
 using zuna_toolkit::Input;
 
+// Two forms of Unicode, such as the composed and the decomposed one.
+constexpr const char* kSameLook = " is, which only looks the same";
+
+bool HasSameLetters(const std::string& path, const std::string& other) {
+  return zuna_toolkit::LowerCase(path) == zuna_toolkit::LowerCase(other);
+}
+
 [[noreturn]] void ThrowMissing(const Document& document, const std::optional<std::string>& path) {
   const bool is_log = document.type().is_log();
   std::string problem = is_log ? "needs its show, which has the divisions of the songs"
@@ -26,7 +33,7 @@ using zuna_toolkit::Input;
   if (path) problem += ", and " + *path + " is not there";
   static SimilarNames names;
   const auto similar = path ? names.Find(*path) : std::nullopt;
-  if (similar) problem += ", but " + *similar + " is";
+  if (similar) problem += ", but " + *similar + (HasSameLetters(*path, *similar) ? " is" : kSameLook);
   throw Failure(ErrorCode::kCompanionMissing, document.name(), problem,
                 std::string("give --companion or --companions, or ") +
                     (is_log ? "--division TICKS" : "--show-name NAME"));
@@ -74,19 +81,32 @@ Failure AboutCompanion(const Failure& failure, const std::string& input) {
   return {failure.code(), failure.parts(), input + ": companion " + failure.what()};
 }
 
+zuna_toolkit::Companion ReadAt(const std::string& path, cmn::FileKind kind, const Keys& keys) {
+  try {
+    zuna_toolkit::OpenedFile file = OpenInput(path, keys, zuna_toolkit::Accept::kEncryptedOrPlain).file;
+    return zuna_toolkit::ReadCompanion(file, kind);
+  } catch (const zuna_toolkit::Error& error) {
+    try {
+      OpenInput(path, keys);  // What is no plain document either fails as it does where it is an input.
+    } catch (const zuna_toolkit::Error& own) {
+      if (own.code() != ErrorCode::kPlainFile || error.code() == ErrorCode::kUnsupportedVersion) throw;
+    }
+    throw;
+  }
+}
+
 FoundCompanion ReadAndCheck(const Document& document, const std::string& path,
                             const CompanionOptions& options, const Keys& keys) {
-  zuna_toolkit::OpenedFile file = OpenInput(path, keys, zuna_toolkit::Accept::kEncryptedOrPlain).file;
-  FoundCompanion found{zuna_toolkit::ReadCompanion(file, document.type().kind), path, {}};
+  FoundCompanion found{ReadAt(path, document.type().kind, keys), path, {}};
   found.companion.division = options.division.value_or(0);
   const CompanionFit fit = zuna_toolkit::FitOf(document, found.companion);
   if (!fit.belongs && !options.any) {
     const bool is_empty = found.companion.songs.empty();
-    throw Failure(ErrorCode::kUnrelatedCompanion, file.name(),
+    throw Failure(ErrorCode::kUnrelatedCompanion, found.companion.name,
                   is_empty ? "has no songs" : "belongs to another show: no song agrees in number and name",
                   "give the right file, or --any-companion to take this one");
   }
-  found.notes = NotesOf(fit, file.name(), document.type().is_log(), found.companion.division);
+  found.notes = NotesOf(fit, found.companion.name, document.type().is_log(), found.companion.division);
   return found;
 }
 
@@ -141,6 +161,19 @@ FoundCompanion FindCompanion(const Document& document, const Input& input, const
     throw;
   } catch (...) {
     throw AboutCompanion(CurrentFailure(), document.name());
+  }
+}
+
+bool IsRestored(const Document& document, const Input& input, const Keys& keys) {
+  const std::optional<std::string> path = CompanionPath(input, {});
+  if (!path) return true;
+  if (!HasCompanion(input, {})) return false;
+  try {
+    return zuna_toolkit::FitOf(document, ReadAt(*path, document.type().kind, keys)).restores;
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const std::exception&) {
+    return false;
   }
 }
 

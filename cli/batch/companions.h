@@ -45,4 +45,9 @@ struct FoundCompanion {
 FoundCompanion FindCompanion(const zuna_toolkit::Document& document, const zuna_toolkit::Input& input,
                              const CompanionOptions& options, const Keys& keys);
 
+/// Whether `up` would bring back what `document`, a current one that `input` holds, loses as a legacy one:
+/// its companion is beside it and has it. True also where the name of the input does not tell its
+/// companion's.
+bool IsRestored(const zuna_toolkit::Document& document, const zuna_toolkit::Input& input, const Keys& keys);
+
 }  // namespace zuna_cli

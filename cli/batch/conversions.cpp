@@ -1,8 +1,10 @@
 // Commands that make one file of each input.
 #include "cli/batch/conversions.h"
 
+#include <filesystem>
 #include <memory>
 #include <new>
+#include <set>
 #include <utility>
 
 #include "cli/batch/converter.h"
@@ -20,6 +22,21 @@ struct Preparation {
   std::unique_ptr<Report> report;  ///< null for none
 };
 
+/// Adds lines about the folders that could not be listed by an earlier run and could by this one.
+void ReportListedFolders(const Preparation& made, const Conversion& conversion) {
+  std::set<std::filesystem::path> seen;
+  for (const Job& job : made.jobs) {
+    auto folder = std::filesystem::path(job.input.path).parent_path();
+    for (; seen.insert(folder).second; folder = folder.parent_path()) {
+      if (!made.finished.HasFailed(folder.string())) continue;
+      ReportLine line;
+      line.path = folder.string();
+      line.options = conversion.options({line.path, line.path});
+      made.report->Add(ReportJson(line, Status::kSkipped, nullptr));
+    }
+  }
+}
+
 Preparation Prepare(const ConversionOptions& options, const Context& context, const Conversion& conversion) {
   Preparation made;
   made.jobs =
@@ -30,6 +47,7 @@ Preparation Prepare(const ConversionOptions& options, const Context& context, co
   made.keys = context.ReadKeys();
   if (options.resume) made.finished = FinishedWork(options.report);
   if (!options.report.empty()) made.report = std::make_unique<Report>(options.report);
+  if (options.resume) ReportListedFolders(made, conversion);
   return made;
 }
 

@@ -95,7 +95,7 @@ Converter::Result Converter::Make(const Job& job, zuna_toolkit::OpenedFile&& fil
   Result result;
   if (converted) {
     bytes = Bytes();
-    const Losses losses(*document, converted->document, HasReport());
+    const Losses losses(*document, converted->document, converted->is_restored, HasReport());
     line.companion = converted->companion;
     line.notes = converted->notes;
     line.losses = losses.json();
@@ -127,7 +127,7 @@ Outcome Converter::Passed(const std::string& name, const std::string& text, cons
   Outcome outcome;
   outcome.status = Status::kSkipped;
   Say(outcome, name, text);
-  const bool is_reported = finished_.Contains(line.finished) && finished_.IsLast(line.path);
+  const bool is_reported = finished_.Contains(line.finished) && !finished_.IsUnfinished(line.path);
   if (HasReport() && !is_reported) outcome.report = ReportJson(line, outcome.status, nullptr);
   return outcome;
 }
@@ -147,7 +147,7 @@ bool Converter::IsFinished(const Job& job, bool exists, ReportLine& line) const 
 std::string Converter::FinalLine(Status status, const ReportLine& line) const {
   if (status == Status::kCurrent && options_.outputs.in_place) {
     const std::string written = WrittenMark(line.path, line.output, line.digest);
-    if (finished_.IsLast(line.path) && finished_.Contains(written)) return "";
+    if (!finished_.IsUnfinished(line.path) && finished_.Contains(written)) return "";
     if (std::string done = finished_.DoneLine(line.path, written); !done.empty()) return done;
   }
   return ReportJson(line, status, nullptr);

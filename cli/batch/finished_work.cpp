@@ -84,20 +84,28 @@ void FinishedWork::Take(std::string_view line) {
   if (is_finished) {
     unfinished_.erase(path);
   } else {
-    unfinished_[path].clear();
+    unfinished_[path] = line;
   }
 }
 
-bool FinishedWork::IsLast(const std::string& path) const {
-  return !unfinished_.contains(PathJson("path", path));
+bool FinishedWork::IsUnfinished(const std::string& path) const {
+  return !unfinished_.empty() && unfinished_.contains(PathJson("path", path));
+}
+
+bool FinishedWork::HasFailed(const std::string& path) const {
+  if (unfinished_.empty()) return false;
+  const auto found = unfinished_.find(PathJson("path", path));
+  return found != unfinished_.end() && IsFailed(found->second);
 }
 
 std::string FinishedWork::DoneLine(const std::string& path, const std::string& written) const {
   const auto found = unfinished_.find(PathJson("path", path));
   if (found == unfinished_.end()) return "";
   const std::string& begun = found->second;
-  const std::size_t at = begun.find(kWrittenKey);
-  return at != std::string::npos && MarkAt(std::string_view(begun).substr(at), kWrittenKey) == written ? DoneJson(begun) : "";
+  const std::size_t at = IsBegun(begun) ? begun.find(kWrittenKey) : std::string::npos;
+  return at != std::string::npos && MarkAt(std::string_view(begun).substr(at), kWrittenKey) == written
+             ? DoneJson(begun)
+             : "";
 }
 
 std::string WrittenMark(const std::string& path, const std::string& output, const std::string& digest) {

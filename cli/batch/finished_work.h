@@ -23,8 +23,10 @@ class FinishedWork {
 
   bool empty() const { return marks_.empty(); }
   bool Contains(const std::string& mark) const { return marks_.contains(mark); }
-  /// Whether the last line about the input at `path` is one of finished work.
-  bool IsLast(const std::string& path) const;
+  /// Whether the last line about the input at `path` is not one of finished work.
+  bool IsUnfinished(const std::string& path) const;
+  /// Whether the last line about the input at `path` is one of a failure.
+  bool HasFailed(const std::string& path) const;
   /// The line about finished work, where the last line about the input at `path` says that the output with
   /// the mark `written` was begun; otherwise empty.
   std::string DoneLine(const std::string& path, const std::string& written) const;
@@ -33,7 +35,7 @@ class FinishedWork {
   void Take(std::string_view line);
 
   std::set<std::string, std::less<>> marks_;
-  /// Inputs whose last line is not of finished work, by path as JSON: that line where work was begun.
+  /// The last lines of inputs where they are not of finished work, by path as JSON.
   std::map<std::string, std::string, std::less<>> unfinished_;
 };
 

@@ -62,6 +62,10 @@ std::vector<std::string> ReadList(const InputOptions& options) {
     const std::size_t end = std::min(text.find(separator), text.size());
     std::string_view path = text.substr(0, end);
     if (!options.separated_by_nul && path.ends_with('\r')) path.remove_suffix(1);
+    if (path.find('\0') != std::string_view::npos) {
+      throw Failure(ErrorCode::kUsage, InputName(options.files_from), "has NUL bytes between its names",
+                    "give -0");
+    }
     if (!path.empty()) paths.emplace_back(path);
     text.remove_prefix(std::min(end + 1, text.size()));
   }

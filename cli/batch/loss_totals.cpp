@@ -11,7 +11,9 @@ namespace zuna_cli {
 void LossTotals::Add(const std::vector<LossKind>& losses) {
   if (!losses.empty()) ++inputs_;
   for (const LossKind& kind : losses) {
-    const auto same = [&](const Total& total) { return total.kind.code == kind.code; };
+    const auto same = [&](const Total& total) {
+      return total.kind.code == kind.code && total.kind.is_harmless == kind.is_harmless;
+    };
     const auto found = std::find_if(totals_.begin(), totals_.end(), same);
     if (found == totals_.end()) {
       totals_.push_back({kind, 1});

@@ -22,6 +22,7 @@ namespace {
 
 // No other output of the tool begins so.
 constexpr std::string_view kBegin = "{\"schemaVersion\": 1, \"status\": ";
+constexpr std::string_view kAborted = "\"aborted\"";
 
 std::string_view StatusText(Status status) {
   switch (status) {
@@ -35,6 +36,25 @@ std::string_view StatusText(Status status) {
       break;
   }
   return "failed";
+}
+
+/// The end of the line before the one that ends at `end`, or of a part of it. All are offsets in bytes.
+off_t LineBefore(int file, off_t end) {
+  for (char last = 0; end > 0 && ::pread(file, &last, 1, end - 1) == 1 && last != '\n';) --end;
+  return end;
+}
+
+/// The size of a report of `size` bytes without a line that was cut off when the program was killed, and
+/// without the last line of a run that failed before its first input: this one has come further.
+off_t WholeSize(int file, off_t size) {
+  const off_t end = LineBefore(file, size);
+  if (end == 0) return end;
+  const off_t last = LineBefore(file, end - 1);
+  std::array<char, kBegin.size() + kAborted.size()> begin{};
+  const ssize_t count = ::pread(file, begin.data(), begin.size(), last);
+  const bool is_aborted = count == static_cast<ssize_t>(begin.size()) &&
+                          std::string_view(begin.data(), begin.size()).ends_with(kAborted);
+  return is_aborted ? last : end;
 }
 
 [[noreturn]] void ThrowUnwritten(const std::string& path, int error) {
@@ -70,6 +90,10 @@ std::string ReportJson(const ReportLine& line, Status status, const Failure* fai
 std::string BegunJson(const ReportLine& line) { return LineJson(line, "begun", nullptr); }
 
 bool IsBegun(std::string_view line) { return line.starts_with(std::string(kBegin) + "\"begun\""); }
+
+bool IsFailed(std::string_view line) {
+  return line.starts_with(std::string(kBegin) + '"' + std::string(StatusText(Status::kFailed)) + '"');
+}
 
 std::string DoneJson(std::string_view begun) {
   const std::string rest(begun.substr(begun.find(',', kBegin.size())));
@@ -123,9 +147,7 @@ Report::Report(const std::string& path) : path_(path) {
     ::close(std::exchange(file_, -1));
     throw Failure(ErrorCode::kOutputExists, path, "exists and is no report", "give another file to --report");
   }
-  // A line that was cut off when the program was killed goes.
-  off_t end = status.st_size;
-  for (char last = 0; end > 0 && ::pread(file_, &last, 1, end - 1) == 1 && last != '\n';) --end;
+  const off_t end = WholeSize(file_, status.st_size);
   if (end < status.st_size && ::ftruncate(file_, end) != 0) ThrowUnwritten(path, errno);
 }
 

@@ -42,6 +42,9 @@ std::string BegunJson(const ReportLine& line);
 /// Whether BegunJson() made `line`.
 bool IsBegun(std::string_view line);
 
+/// Whether `line` is of an input that failed.
+bool IsFailed(std::string_view line);
+
 /// The line, with its line break, about what is done now and was begun by `begun`, a line without its break.
 std::string DoneJson(std::string_view begun);
 

@@ -1,11 +1,11 @@
-// Files whose names differ in the case of letters.
+// Files whose names look alike.
 #include "cli/batch/similar_names.h"
 
 #include <filesystem>
 
+#include "cli/terminal/text.h"
 #include "kit/error.h"
 #include "kit/path.h"
-#include "toolkit/words.h"
 
 namespace zuna_cli {
 
@@ -14,7 +14,7 @@ const SimilarNames::Names& SimilarNames::NamesIn(const std::string& folder) {
   if (!is_new) return found->second;
   try {
     for (const std::string& name : kit::listdir(folder.empty() ? "." : folder)) {
-      found->second.emplace(zuna_toolkit::LowerCase(name), name);
+      found->second.emplace(LookOf(name), name);
     }
   } catch (const kit::IoError&) {  // The file is missing in any case.
   }
@@ -26,7 +26,7 @@ std::optional<std::string> SimilarNames::Find(const std::string& path) {
   const std::string folder = whole.parent_path().string();
   const std::lock_guard lock(mutex_);
   const Names& names = NamesIn(folder);
-  const auto found = names.find(zuna_toolkit::LowerCase(whole.filename().string()));
+  const auto found = names.find(LookOf(whole.filename().string()));
   if (found == names.end() || found->second == whole.filename()) return std::nullopt;
   return kit::path::Join(folder, found->second);
 }

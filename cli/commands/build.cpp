@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "cli/batch/sealing.h"
+#include "cli/commands/finding_text.h"
 #include "cli/shared/context.h"
 #include "cli/shared/input.h"
 #include "cli/terminal/standard_streams.h"
@@ -33,7 +34,7 @@ Document ReadText(const std::string& path) {
 Document AtTarget(Document document, const std::optional<cmn::FileVersion>& target) {
   if (!target || *target == document.type().version) return document;
   zuna_toolkit::RequireCurrent(document.type(), document.name());
-  RequireTarget(document.type().kind, *target);
+  RequireTarget(document, *target);
   return zuna_toolkit::Convert(document, *target);
 }
 
@@ -43,6 +44,7 @@ void RunBuild(const BuildOptions& options, Context& context) {
   const CipherKey& key = keys.front().material();
   const Document document = AtTarget(ReadText(options.paths.input), options.target);
   const auto bytes = Sealed(document, key, destination.name(), true);
+  NoteErrors(document, destination.name(), context);
   context.NoteSealed(key, destination);
   destination.Write(bytes);
 }

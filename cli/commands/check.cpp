@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 
+#include "cli/batch/companions.h"
 #include "cli/batch/report.h"
 #include "cli/batch/runner.h"
 #include "cli/commands/finding_text.h"
@@ -30,7 +31,7 @@ std::optional<Document> ConvertedForm(const Document& document, const CheckOptio
   const auto& version = options.version;
   if (!version || document.type().version == *version) return std::nullopt;
   if (*version == zuna_toolkit::kLegacyVersion) return zuna_toolkit::Down(document);
-  RequireTarget(document.type().kind, *version);
+  RequireTarget(document, *version);
   if (!document.type().is_legacy()) return zuna_toolkit::Convert(document, *version);
   zuna_toolkit::Companion companion;
   companion.division = 1;  // Each file is looked at alone: what its show lacks is not told.
@@ -96,14 +97,18 @@ Group GroupOf(const Findings& findings) {
   return findings.has_errors() ? kWithErrors : kWithWarnings;
 }
 
-Outcome CheckOne(const std::string& path, const CheckOptions& options, const Keys& keys,
+Outcome CheckOne(const zuna_toolkit::Input& input, const CheckOptions& options, const Keys& keys,
                  const Detail& detail) {
+  const std::string& path = input.path;
   zuna_toolkit::OpenedFile file = OpenInput(path, keys).file;
   const Document document = zuna_toolkit::ReadDocument(file);
   const Findings findings(document, options.json);
   const std::optional<Document> converted = ConvertedForm(document, options);
   std::optional<Losses> losses;
-  if (converted) losses.emplace(document, *converted, options.json);
+  if (converted) {
+    const bool is_restored = document.type().is_legacy() || IsRestored(document, input, keys);
+    losses.emplace(document, *converted, is_restored, options.json);
+  }
   Outcome outcome;
   outcome.group = GroupOf(findings);
   if (losses) outcome.losses = losses->Kinds();
@@ -120,9 +125,8 @@ void RunCheck(const CheckOptions& options, Context& context) {
   const Detail detail{context.quiet(), inputs.size() > 1};
   Batch batch;
   batch.work = [&](std::size_t number) {
-    const std::string& path = inputs[number].path;
-    const auto check = [&] { return CheckOne(path, options, reading.keys, detail); };
-    return options.json ? WithFailureJson(path, check) : check();
+    const auto check = [&] { return CheckOne(inputs[number], options, reading.keys, detail); };
+    return options.json ? WithFailureJson(inputs[number].path, check) : check();
   };
   batch.done = {"clean", "with warnings", "with errors"};  // in the order of Group
   RunAll(inputs.size(), options.inputs, context, batch);

@@ -13,7 +13,7 @@ struct ConvertOptions : ConversionOptions {
 };
 
 std::optional<Converted> ConvertOne(const zuna_toolkit::Document& document, const cmn::FileVersion& version) {
-  RequireTarget(document.type().kind, version);
+  RequireTarget(document, version);
   if (document.type().version == version) return std::nullopt;
   return Converted{zuna_toolkit::Convert(document, version),
                    cmn::VersionText(document.type().version) + " -> " + cmn::VersionText(version),

@@ -1,6 +1,7 @@
 // zuna-convert down
 #include <memory>
 
+#include "cli/batch/companions.h"
 #include "cli/batch/conversions.h"
 #include "toolkit/conversion/conversion.h"
 
@@ -8,18 +9,21 @@ namespace zuna_cli {
 
 namespace {
 
-std::optional<Converted> DownOne(const zuna_toolkit::Document& document) {
+std::optional<Converted> DownOne(const zuna_toolkit::Document& document, const zuna_toolkit::Input& input,
+                                 const Keys& keys) {
   if (document.type().is_legacy()) return std::nullopt;
-  return Converted{
-      zuna_toolkit::Down(document), cmn::VersionText(document.type().version) + " -> 0.0", {}, {}};
+  const bool is_restored = IsRestored(document, input, keys);
+  return Converted{zuna_toolkit::Down(document),
+                   cmn::VersionText(document.type().version) + " -> 0.0",
+                   {},
+                   {},
+                   is_restored};
 }
 
 void RunDown(const ConversionOptions& options, Context& context) {
   Conversion conversion;
   conversion.options = [](const zuna_toolkit::Input&) { return "down"; };
-  conversion.convert = [](const zuna_toolkit::Document& document, const zuna_toolkit::Input&, const Keys&) {
-    return DownOne(document);
-  };
+  conversion.convert = DownOne;
   ConvertAll(options, context, conversion);
 }
 

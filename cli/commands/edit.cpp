@@ -9,6 +9,7 @@
 
 #include "cli/batch/output_options.h"
 #include "cli/batch/sealing.h"
+#include "cli/commands/finding_text.h"
 #include "cli/shared/context.h"
 #include "cli/shared/document_text.h"
 #include "cli/shared/input.h"
@@ -109,6 +110,7 @@ void RunEdit(const std::string& path, Context& context) {
     context.Note(path, "is changed; the old file is " + old);
     const std::string left_out = zuna_toolkit::LeftOutOfText(before);
     if (!left_out.empty()) context.Note(path, "has lost " + left_out + ", which the text does not have");
+    NoteErrors(*after, path, context);
     context.NoteSealed(*key, destination);
     destination.Write(sealed, [&] { RequireUnchanged(path, bytes); });
   } catch (...) {

@@ -50,7 +50,7 @@ std::string Text(const CodeGroup& group, const Explanation& explanation) {
   return text;
 }
 
-/// What `code` means, in every kind that has it. Throws Failure (kCodeNotFound).
+/// What `code` means, in every kind that has it; empty where none has.
 std::string Explained(const std::string& code, bool json) {
   std::string text;
   for (const CodeGroup& group : CodeGroups()) {
@@ -59,9 +59,23 @@ std::string Explained(const std::string& code, bool json) {
       text += (json ? Json(group, explanation) : Text(group, explanation)) + '\n';
     }
   }
-  if (!text.empty()) return text;
+  return text;
+}
+
+/// Throws Failure (kCodeNotFound) after the codes that are there.
+void WriteExplained(const ExplainOptions& options) {
+  std::string text;
+  std::string unknown;
+  for (const std::string& code : options.codes) {
+    const std::string explained = Explained(code, options.json);
+    if (explained.empty() && unknown.empty()) unknown = code;
+    if (!text.empty() && !explained.empty() && !options.json) text += '\n';
+    text += explained;
+  }
+  WriteStandardOutput(text);
+  if (unknown.empty()) return;
   throw Failure(ErrorCode::kCodeNotFound, "explain",
-                "there is no code \"" + code + '"' + kit::Suggestion(code, AllCodes()),
+                "there is no code \"" + unknown + '"' + kit::Suggestion(unknown, AllCodes()),
                 "zuna-convert explain lists all");
 }
 
@@ -93,13 +107,11 @@ std::string ListJson() {
 }
 
 void RunExplain(const ExplainOptions& options) {
-  std::string text;
-  for (const std::string& code : options.codes) {
-    if (!text.empty() && !options.json) text += '\n';
-    text += Explained(code, options.json);
+  if (options.codes.empty()) {
+    WriteStandardOutput(options.json ? ListJson() : ListText());
+  } else {
+    WriteExplained(options);
   }
-  if (options.codes.empty()) text = options.json ? ListJson() : ListText();
-  WriteStandardOutput(text);
 }
 
 }  // namespace

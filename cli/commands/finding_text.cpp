@@ -61,4 +61,9 @@ std::string Findings::Text(bool errors_only) const {
   return text;
 }
 
+void NoteErrors(const zuna_toolkit::Document& document, const std::string& name, Context& context) {
+  if (Findings(document, false).has_errors())
+    context.Note(name, "has errors, which zuna-convert check tells");
+}
+
 }  // namespace zuna_cli

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/shared/context.h"
 #include "toolkit/checking/finding.h"
 #include "toolkit/document/document.h"
 
@@ -39,5 +40,8 @@ class Findings {
   std::vector<Kind> kinds_;
   std::string json_;
 };
+
+/// Says so where a check finds errors in `document`, which was written into the file called `name`.
+void NoteErrors(const zuna_toolkit::Document& document, const std::string& name, Context& context);
 
 }  // namespace zuna_cli

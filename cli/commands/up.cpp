@@ -42,7 +42,7 @@ Converted UpLegacy(const Document& legacy, const Input& input, const cmn::FileVe
 
 std::optional<Converted> UpOne(const Document& document, const Input& input, const cmn::FileVersion& version,
                                const CompanionOptions& companions, const Keys& keys) {
-  RequireTarget(document.type().kind, version);
+  RequireTarget(document, version);
   if (document.type().is_legacy()) return UpLegacy(document, input, version, companions, keys);
   if (document.type().version == version) return std::nullopt;
   return Converted{zuna_toolkit::Convert(document, version), VersionsText(document, version), {}, {}};

@@ -137,12 +137,13 @@ void AddTarget(CLI::App& command, cmn::FileVersion& version) {
       ->check(CLI::Validator(CheckTarget, ""));
 }
 
-void RequireTarget(cmn::FileKind kind, const cmn::FileVersion& version) {
+void RequireTarget(const zuna_toolkit::Document& document, const cmn::FileVersion& version) {
+  const cmn::FileKind kind = document.type().kind;
   if (cmn::IsSupported(kind, version)) return;
   throw Failure(
-      ErrorCode::kNoSuchVersion, "command line",
-      "--to: " + std::string(cmn::KindName(kind)) + "s have no version " + cmn::VersionText(version),
-      "give " + VersionsText(kind));
+      ErrorCode::kNoSuchVersion, document.name(),
+      "is a " + std::string(cmn::KindName(kind)) + ", which has no version " + cmn::VersionText(version),
+      "give --to " + VersionsText(kind));
 }
 
 }  // namespace zuna_cli

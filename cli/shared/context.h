@@ -76,8 +76,8 @@ void AddInput(CLI::App& command, std::string& input);
 CLI::Option* AddOutput(CLI::App& command, Output& output);
 void AddTarget(CLI::App& command, cmn::FileVersion& version);
 
-/// Throws Failure (kUsage) for a version that files of this kind are not written in.
-void RequireTarget(cmn::FileKind kind, const cmn::FileVersion& version);
+/// Throws Failure (kNoSuchVersion) for a version that files of the kind of `document` are not written in.
+void RequireTarget(const zuna_toolkit::Document& document, const cmn::FileVersion& version);
 
 /// What is wrong with `text` as the version of an output; empty for nothing.
 std::string CheckTarget(const std::string& text);

@@ -57,8 +57,11 @@ std::string NotKept(const LossKind& kind) {
   return kind.is_up ? "the current versions do not keep " : "format 0.0 does not keep ";
 }
 
-/// Why a loss of a kind does no harm; empty where it may.
+/// Why a loss of a kind does no harm, or does where it might do none; empty for others.
 std::string HarmlessText(const LossKind& kind) {
+  if (IsLacking(kind)) return "";
+  if (!kind.is_harmless && kind.subject == Subject::kShowName) return " (no log beside it has this)";
+  if (!kind.is_harmless && kind.subject == Subject::kDivision) return " (no show beside it has this)";
   if (!kind.is_harmless) return "";
   if (kind.subject == Subject::kShowName) return " (up takes this from the log)";
   if (kind.subject == Subject::kDivision) return " (up takes this from the show)";
@@ -95,13 +98,14 @@ std::string VoiceText(const Difference& loss) {
 }
 
 /// The loss itself, without the song.
-std::string DetailText(const Difference& loss) {
+std::string DetailText(const Difference& loss, bool is_harmless) {
   switch (loss.subject) {
     case Subject::kShowName:
-      return '"' + loss.before + "\"; up takes it from the log";
+      return '"' + loss.before +
+             (is_harmless ? "\"; up takes it from the log" : "\"; no log beside it has this");
     case Subject::kDivision:
       if (loss.action == Action::kDefaulted) return "the show has none; --division gives one";
-      return loss.before + "; up takes it from the show";
+      return loss.before + (is_harmless ? "; up takes it from the show" : "; no show beside it has this");
     case Subject::kFermata:
     case Subject::kAttacca:
       return loss.before + "; copy-fermatas brings it back";
@@ -155,6 +159,8 @@ std::string OwnText(const Difference& loss) {
 
 }  // namespace
 
+bool IsInCompanion(Subject subject) { return subject == Subject::kShowName || subject == Subject::kDivision; }
+
 std::string OwnLine(const Difference& loss) {
   const std::string text = OwnText(loss);
   return text.empty() ? "" : WithCode(text, CodeText(loss));
@@ -162,7 +168,8 @@ std::string OwnLine(const Difference& loss) {
 
 std::string KindLine(const LossKind& kind, const Difference& first) {
   const std::string song = first.song.empty() ? "" : "song " + zuna_toolkit::NumberText(first.song) + ": ";
-  return WithCode(NotKept(kind) + CountText(kind) + " (" + song + DetailText(first) + ")", kind.code);
+  return WithCode(NotKept(kind) + CountText(kind) + " (" + song + DetailText(first, kind.is_harmless) + ")",
+                  kind.code);
 }
 
 std::string KindsText(const std::vector<LossKind>& kinds) {

@@ -13,8 +13,9 @@ using zuna_toolkit::DifferenceGroups;
 
 }  // namespace
 
-Losses::Losses(const zuna_toolkit::Document& before, const zuna_toolkit::Document& after, bool keep_json)
-    : is_up_(before.type().is_legacy()) {
+Losses::Losses(const zuna_toolkit::Document& before, const zuna_toolkit::Document& after, bool is_restored,
+               bool keep_json)
+    : is_up_(before.type().is_legacy()), is_restored_(is_restored) {
   const auto add = [&](const Difference& loss) { Add(loss, keep_json); };
   if (before.type().is_legacy() == after.type().is_legacy()) return;  // All current versions hold the same.
   if (is_up_) {
@@ -33,6 +34,10 @@ void Losses::Add(const Difference& loss, bool keep_json) {
   } else {
     own_lines_.push_back({line, IsHarmless(loss)});
   }
+}
+
+bool Losses::IsHarmless(const Difference& loss) const {
+  return zuna_toolkit::IsHarmless(loss) && (is_restored_ || !IsInCompanion(loss.subject));
 }
 
 LossKind Losses::KindOf(const DifferenceGroups::Group& group) const {

@@ -12,9 +12,11 @@ namespace zuna_cli {
 /// The losses of one conversion.
 class Losses {
  public:
-  /// What `before` loses in `after`, which a conversion made of it. `keep_json` keeps every single loss as
-  /// JSON. Throws zuna_toolkit::Error.
-  Losses(const zuna_toolkit::Document& before, const zuna_toolkit::Document& after, bool keep_json);
+  /// What `before` loses in `after`, which a conversion made of it. `is_restored` says whether `up` brings
+  /// back the name of a show and divisions out of the companion. `keep_json` keeps every single loss as JSON.
+  /// Throws zuna_toolkit::Error.
+  Losses(const zuna_toolkit::Document& before, const zuna_toolkit::Document& after, bool is_restored,
+         bool keep_json);
 
   bool empty() const { return groups_.groups().empty(); }
 
@@ -42,10 +44,12 @@ class Losses {
   };
 
   void Add(const zuna_toolkit::Difference& loss, bool keep_json);
+  bool IsHarmless(const zuna_toolkit::Difference& loss) const;
   LossKind KindOf(const zuna_toolkit::DifferenceGroups::Group& group) const;
   std::vector<std::string> Lines(bool with_harmless) const;
 
   bool is_up_;
+  bool is_restored_;
   zuna_toolkit::DifferenceGroups groups_;
   zuna_toolkit::DifferenceGroups grouped_lines_;  ///< those without lines of their own
   std::vector<Line> own_lines_;

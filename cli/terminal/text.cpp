@@ -1,11 +1,17 @@
 // Text for terminals and for JSON.
 #include "cli/terminal/text.h"
 
+#include <utf8proc.h>
+
 #include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <new>
 
 #include "cli/terminal/sequences.h"
 #include "kit/format.h"
 #include "kit/utf8.h"
+#include "toolkit/words.h"
 
 namespace zuna_cli {
 
@@ -66,6 +72,17 @@ std::string Printable(std::string_view text) {
     return is_escaped && !is_used ? TerminalEscape(value) : std::string(character);
   };
   return Rewritten(text, shown, ByteEscape);
+}
+
+std::string LookOf(const std::string& text) {
+  utf8proc_uint8_t* folded = nullptr;
+  const utf8proc_ssize_t size = utf8proc_map(
+      reinterpret_cast<const utf8proc_uint8_t*>(text.data()), static_cast<utf8proc_ssize_t>(text.size()),
+      &folded, static_cast<utf8proc_option_t>(UTF8PROC_STABLE | UTF8PROC_COMPOSE | UTF8PROC_CASEFOLD));
+  const std::unique_ptr<utf8proc_uint8_t, decltype(&std::free)> owner(folded, &std::free);
+  if (size == UTF8PROC_ERROR_NOMEM) throw std::bad_alloc();
+  if (size < 0) return zuna_toolkit::LowerCase(text);
+  return {reinterpret_cast<const char*>(folded), static_cast<std::size_t>(size)};
 }
 
 std::string WithCode(std::string_view text, std::string_view code) {

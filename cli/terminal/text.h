@@ -12,6 +12,10 @@ namespace zuna_cli {
 /// (Sequences).
 std::string Printable(std::string_view text);
 
+/// The same for all texts that differ in the case of letters or in how these are composed alone: an accent
+/// may be a character of its own. Text that is not UTF-8 has its letters A to Z in lower case.
+std::string LookOf(const std::string& text);
+
 /// "TEXT [CODE]": how a line ends that "zuna-convert explain CODE" tells more about.
 std::string WithCode(std::string_view text, std::string_view code);
 

@@ -50,6 +50,7 @@ class InputsTest(FolderTest):
         os.rename(self.path("in/opera.showdata"), self.path("in/opera\r"))  # a name that only -0 can tell
         self.write("list", "in/opera\r\0")
         self.run_tool("info", "--files-from", "list", "-0")
+        self.refuse("info", "--files-from", "list", code=USAGE, message="list: has NUL bytes between its names; give -0")
 
     def test_takes_whatever_is_named(self):
         os.rename(self.path("in/opera.showdata"), self.path("in/.opera"))
@@ -130,6 +131,19 @@ class CompanionTest(FolderTest):
             "in/below/gala.showdata: needs its log, which has the name of the show, and in/below/gala.logdata is not there; "
             f"{remedy}"])
 
+    def test_tells_of_a_companion_that_looks_the_same(self):
+        os.rename(self.path("in/opera.showdata"), self.path("in/Cos\u00ec.showdata"))
+        os.rename(self.path("in/opera.logdata"), self.path("in/Cosi\u0300.logdata"))
+        self.assertEqual(self.said("up", "in/Cos\u00ec.showdata", "-o", "out", code=IO), [
+            "in/Cos\u00ec.showdata: needs its log, which has the name of the show, and in/Cos\u00ec.logdata is not there, but "
+            "in/Cosi\u0300.logdata is, which only looks the same; give --companion or --companions, or --show-name NAME"])
+
+    def test_takes_names_in_upper_case(self):
+        for kind in ("showdata", "logdata"):
+            os.rename(self.path(f"in/opera.{kind}"), self.path(f"in/OPERA.{kind.upper()}"))
+        self.assertEqual(self.said("up", "in", "--out-dir", "out")[-1], "2 files: 2 done, 0 failed")
+        self.assertEqual(sorted(os.listdir(self.path("out"))), ["OPERA.LOGDATA", "OPERA.SHOWDATA"])
+
     def test_takes_a_name_for_shows_whose_logs_are_lost_only(self):
         os.remove(self.path("in/opera.logdata"))
         self.assertEqual(self.said("up", "in", "-r", "--out-dir", "out", "--show-name", "Tosca", "--division", "96")[1:3], [
@@ -157,7 +171,7 @@ class CompanionTest(FolderTest):
                          'in/opera.showdata: song 2 has another name in in/opera.logdata: "Two", there "Other"')
 
     def test_refuses_a_companion_of_zeros(self):
-        zeros = "is no show and no log of any version; give an undamaged file"
+        zeros = "is not an encrypted file of this kind (offset 0); give an encrypted show or log file"
         for name, other in (("opera.logdata", "opera.showdata"), ("opera.showdata", "opera.logdata")):
             content = self.read(f"in/{other}")
             self.write(f"in/{other}", bytes(len(content)))
@@ -166,7 +180,8 @@ class CompanionTest(FolderTest):
                             message=f"in/{name}: companion in/{other}: {zeros}")
             self.write(f"in/{other}", content)
         self.encrypt("zeros", bytes(6000))
-        self.refuse("up", "zeros", "-o", "out", "--show-name", "X", code=BAD_INPUT, message=f"zeros: {zeros}")
+        self.refuse("up", "zeros", "-o", "out", "--show-name", "X", code=BAD_INPUT, 
+                    message="zeros: is no show and no log of any version; give an undamaged file")
 
     def test_refuses_a_show_without_songs_for_a_log(self):
         self.encrypt("in/opera.showdata", legacy_show())
@@ -421,6 +436,31 @@ class LossTest(FolderTest):
         self.assertEqual(self.said("down", "new/opera.showdata", "-o", "out"), [
             'new/opera.showdata: format 0.0 does not keep 1 show name ("My Show"; up takes it from the log)',
             "new/opera.showdata: 2 songs, 2 voices, 2 events, 1.2 -> 0.0"])
+
+    def test_tells_that_no_companion_has_what_is_lost(self):
+        loss = 'new/opera.showdata: format 0.0 does not keep 1 show name ("My Show"; no log beside it has this)'
+        run = ("down", "new/opera.showdata", "-o", "out", "--fail-on", "loss")
+        self.run_tool(*run)
+        document = json.loads(self.run_tool("dump", "new/opera.logdata").stdout)
+        document["showName"] = "Another"
+        self.run_tool("build", "-", "-o", "new/opera.logdata", "--force", stdin=json.dumps(document).encode())
+        self.run_tool(*run, "--force", code=REFUSED)
+        self.write("new/opera.logdata", "bad")
+        self.run_tool(*run, "--force", code=REFUSED)
+        os.remove(self.path("new/opera.logdata"))
+        self.run_tool(*run, "--force", code=REFUSED)
+        self.assertEqual(self.said("down", "new/opera.showdata", "-o", "1")[0], loss)
+        self.assertEqual(self.said("down", "new", "--out-dir", "2"), [
+            loss, "new/opera.showdata: 2 songs, 2 voices, 2 events, 1.2 -> 0.0"])
+
+    def test_tells_that_no_show_has_the_divisions_that_are_lost(self):
+        run = ("down", "new/opera.logdata", "-o", "out", "--fail-on", "loss")
+        self.run_tool(*run)
+        document = json.loads(self.run_tool("dump", "new/opera.showdata").stdout)
+        document["songs"][0]["division"] = 96
+        self.run_tool("build", "-", "-o", "new/opera.showdata", "--force", stdin=json.dumps(document).encode())
+        self.run_tool(*run, "--force", code=REFUSED)
+        self.assertIn("no show beside it has this", self.said("down", "new/opera.logdata", "-o", "1")[0])
 
     def test_writes_a_current_file_as_it_is(self):
         self.encrypt("odd.showdata", legacy_show(legacy_song()) + b"tail")

@@ -25,7 +25,7 @@ class CheckTest(WithLogs):
 
     def test_says_what_a_conversion_would_lose(self):
         done = self.run_tool("check", "new.showdata", "--to", "0.0", code=None)
-        self.assertIn(b'  loss: format 0.0 does not keep 1 show name ("My Show"; up takes it from the log) [show-name-dropped]\n', done.stdout)
+        self.assertIn(b'  loss: format 0.0 does not keep 1 show name ("My Show"; no log beside it has this) [show-name-dropped]\n', done.stdout)
         done = self.run_tool("check", "new.log", "--to", "2.0")
         self.assertRegex(done.stdout, b"^new.log: log, version 1.2, to 2.0 lossless\n  warning: song 2: the vamp at 480 ")
         self.assertIn(b"old.showdata: show, version 0.0", self.run_tool("check", "old.showdata", "--to", "1.2",
@@ -65,19 +65,19 @@ class CheckTest(WithLogs):
         said = self.run_tool("check", folder, "--to", "0.0", code=PART_FAILED).stderr.decode().splitlines()
         self.assertEqual(said[:2], [
             "zuna-convert: 5 files: 2 clean, 1 with warnings, 1 with errors, 1 with losses, 1 failed",
-            "zuna-convert: 1 file: format 0.0 does not keep 2 divisions (up takes this from the show) [division-dropped]"])
+            "zuna-convert: 1 file: format 0.0 does not keep 2 divisions (no show beside it has this) [division-dropped]"])
         self.assertEqual(self.run_tool("check", "all/good.logdata", "all/vamp.logdata", "-q").stderr, b"")
 
     def test_counts_harmless_losses_of_many_files_in_their_headings(self):
         document = self.log_document()
         document["songLogs"][1]["attacca"] = 1
-        self.write_log("attacca.log", document)
-        lines = self.run_tool("check", "attacca.log", "new.showdata", "--to", "0.0").stdout.decode().splitlines()
-        self.assertIn("attacca.log: log, version 1.2, to 0.0 with losses and without 2 divisions", lines)
+        self.write_log("new.logdata", document)
+        lines = self.run_tool("check", "new.logdata", "new.showdata", "--to", "0.0").stdout.decode().splitlines()
+        self.assertIn("new.logdata: log, version 1.2, to 0.0 with losses and without 2 divisions", lines)
         self.assertEqual(sum("loss:" in line for line in lines), 1)
         self.assertIn("new.showdata: show, version 1.2, to 0.0 without 1 show name", lines)
-        self.assertEqual(self.names("attacca.log", "new.showdata", "--to", "0.0", "-q"),
-                         ["attacca.log", "warning", "loss", "new.showdata", "warning", "warning"])
+        self.assertEqual(self.names("new.logdata", "new.showdata", "--to", "0.0", "-q"),
+                         ["new.logdata", "warning", "loss", "new.showdata", "warning", "warning"])
 
     def test_refuses_other_versions(self):
         for version in ("0.1", "3.0", "x"):

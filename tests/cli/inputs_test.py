@@ -62,14 +62,6 @@ class TooLargeTest(WithLogs):
                          "give another file [too-large]\n")
 
 
-class ListTest(WithLogs):
-    def test_refuses_names_with_nul_bytes(self):
-        self.write("list", b"new.log\0new.showdata\0")
-        done = self.run_tool("info", "--files-from", "list", code=IO)
-        self.assertEqual(done.stderr.decode(), "zuna-convert: new.log\\0new.showdata\\0: no path holds a NUL byte; give the "
-                                               "path of a file [io]\n")
-
-
 class PipeTest(WithLogs):
     def test_is_read_when_it_is_named(self):
         os.mkfifo(self.path("pipe"))

@@ -19,7 +19,7 @@ class ListTest(WithLogs):
         self.run_tool("convert", "new.log", "-o", "shows/log.logdata", "--to", "1.1")
         os.mkdir(self.path("shows/below"))
         self.encrypt("shows/below/0.logdata", legacy_log())
-        for name in ("upper.SHOWDATA", "more.showdata.bak", ".hidden.showdata"):
+        for name in ("upper.SHOWDATA.old", "more.showdata.bak", ".hidden.showdata"):
             self.write("shows/" + name, "is not looked at")
 
     def listed(self, *options, **more):

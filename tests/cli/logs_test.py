@@ -30,7 +30,7 @@ class UpTest(WithLogs):
             self.assertEqual((info["kind"], info["fileVersion"]), ("logdata", version))
         for command in (["up", "old.log", "--companion", "old.showdata"], ["convert", "new.log"]):
             self.refuse(*command, "-o", "out", "--to", "1.0", code=USAGE,
-                        message="command line: --to: logs have no version 1.0; give 1.1, 1.2 or 2.0 (text)")
+                        message=f"{command[1]}: is a log, which has no version 1.0; give --to 1.1, 1.2 or 2.0 (text)")
 
     def test_takes_a_plain_companion(self):
         self.write("plain", self.plaintext("old.showdata"))

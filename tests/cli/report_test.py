@@ -3,6 +3,7 @@
 import json
 import os
 import pathlib
+import re
 import shutil
 import signal
 import subprocess
@@ -90,14 +91,30 @@ class ReportTest(FolderTest):
         os.mkdir(self.path("none"))
         run = ("up", "--out-dir", "out", "--report", "report")
         self.run_tool(*run, "none", code=NOTHING_MATCHED)
-        self.run_tool(*run, "in", "--key-file", "no key", code=IO)
-        self.run_tool(*run, "in", "-o", "out", code=USAGE)
-        nothing, key = self.lines()
+        nothing, = self.lines()
         self.assertEqual((nothing["status"], nothing["path"], nothing["exitCode"], nothing["error"]["code"]),
                          ("aborted", None, NOTHING_MATCHED, "nothing-matched"))
+        self.run_tool(*run, "in", "--key-file", "no key", code=IO)
+        self.run_tool(*run, "in", "-o", "out", code=USAGE)
+        key, = self.lines()
         self.assertEqual((key["exitCode"], key["error"]["file"]), (IO, "no key"))
-        self.run_tool(*run, "in", "--resume")
-        self.assertEqual([line["status"] for line in self.lines()], ["aborted", "aborted", "done", "done"])
+        for _ in range(2):
+            self.run_tool(*run, "in", "--resume")
+            self.assertEqual([line["status"] for line in self.lines()], ["done", "done"])
+            self.run_tool(*run, "none", code=NOTHING_MATCHED)
+            self.assertEqual(self.lines()[-1]["status"], "aborted")
+
+    def test_has_no_failure_left_of_a_folder_that_can_be_listed_again(self):
+        run = ("up", "in", "-r", "--out-dir", "out", "--report", "report")
+        self.run_tool(*run)
+        lines = self.read("report")
+        failed = re.sub(rb', "finished".*', b"}", lines.splitlines()[0].replace(b'"done"', b'"failed"'))
+        self.write("report", lines + re.sub(rb'"path": "[^"]*"', b'"path": "in/below"', failed) + b"\n")
+        for _ in range(2):
+            self.run_tool(*run, "--resume")
+            self.assertEqual(len(self.lines()), len(lines.splitlines()) + 2)
+            line = self.lines()[-1]
+            self.assertEqual((line["status"], line["path"], line["output"]), ("skipped", "in/below", None))
 
     def test_names_a_companion_that_was_read(self):
         self.run_tool("up", "in", "--out-dir", "out", "--report", "report")
@@ -247,16 +264,17 @@ class ReportTest(FolderTest):
             with open(os.path.join(os.fsencode(self.path("in")), name), "wb") as file:
                 file.write(b"bad" if name[0] == 0xFF else self.read("in/opera.showdata"))
         run = ("up", "in", "--show-name", "X", "--out-dir", "out", "--report", "up.json")
-        self.run_tool(*run, "--key-file", "none", code=IO)
         self.run_tool(*run, code=PART_FAILED)
         failed, = self.shell("scripts.md", '"\\(.error.code)\\t')
         self.assertRegex(failed, r"^not-encrypted\tin/.*\.showdata: is not an encrypted file of this kind")
         os.rename(self.path("up.json"), self.path("up-1.json"))
-        self.write("up-2.json", self.read("up-1.json").splitlines(keepends=True)[0] + b'{"schemaVersion": 1, "st')
+        self.run_tool("up", "in", "--out-dir", "out", "--report", "up-2.json", "--key-file", "none", code=IO)
+        aborted = self.read("up-2.json")
+        self.write("up-2.json", aborted + b'{"schemaVersion": 1, "st')
         self.assertEqual(self.shell("many-machines.md", "fromjson?' \"$f\""), [])
         self.assertEqual([line.split() for line in self.shell("many-machines.md", "uniq -c")], [["3", "done"], ["1", "failed"]])
         self.assertEqual(len(self.shell("many-machines.md", '"failed") | .error.message')), 1)
-        self.write("up-2.json", self.read("up-1.json").splitlines(keepends=True)[0])
+        self.write("up-2.json", aborted)
         aborted, = self.shell("many-machines.md", '"aborted"')
         self.assertRegex(aborted, "^none: ")
 

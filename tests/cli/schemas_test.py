@@ -89,13 +89,13 @@ class OutputsTest(FolderTest):
                 file.write(self.read(old))
         self.write("in/bad.showdata", "bad")
         run = ("up", "in", "-r", "--report", "report")
-        self.run_tool(*run, "--out-dir", "out", "--key-file", b"no\xff", code=IO)
         self.run_tool(*run, "--out-dir", "out", "-n", code=PART_FAILED)
         self.run_tool(*run, "--out-dir", "out", code=PART_FAILED)
         self.run_tool(*run, "--out-dir", "out", "--skip-existing", code=PART_FAILED)
         self.run_tool(*run, "--in-place", code=PART_FAILED)
         self.run_tool("up", "out", "--out-dir", "again", "--report", "report")
         self.run_tool("down", "out/opera.showdata", "-o", "old", "--report", "report")
+        self.run_tool(*run, "--out-dir", "out", "--key-file", b"no\xff", code=IO)
         lines = [json.loads(line) for line in self.read("report").splitlines()]
         self.assertEqual({line["status"] for line in lines}, {"done", "current", "skipped", "failed", "begun", "aborted"})
         return lines

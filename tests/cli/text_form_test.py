@@ -8,7 +8,7 @@ import subprocess
 import unittest
 
 from terminal import open_terminal
-from tool import BAD_INPUT, DONE, IO, REFUSED, TOOL, USAGE, ToolTest
+from tool import BAD_INPUT, DONE, IO, NEGATIVE, REFUSED, TOOL, USAGE, ToolTest
 
 EXAMPLES = pathlib.Path(__file__).parents[2] / "examples"
 KINDS = ("showdata", "logdata")
@@ -122,6 +122,15 @@ class Edit(TextFormTest):
             self.assertEqual(self.dump(name), text.replace(b"Greensleeves", b"Changed"))
             self.assertEqual(stat.S_IMODE(os.stat(self.path(name)).st_mode), 0o640)
         self.assertEqual(self.kept(), [])
+
+    def test_says_that_the_music_has_errors(self):
+        self.editor("sed -i 's/\"secondsPerTick\": [0-9.e-]*/\"secondsPerTick\": 0/' \"$1\"\n")
+        errors = b"zuna-convert: {}: has errors, which zuna-convert check tells\n"
+        done = self.run_tool("edit", "0.0.showdata")
+        self.assertIn(errors.replace(b"{}", b"0.0.showdata"), done.stderr)
+        self.run_tool("check", "0.0.showdata", code=NEGATIVE)
+        done = self.run_tool("build", "-", "-o", "out", stdin=self.dump("0.0.showdata"))
+        self.assertIn(errors.replace(b"{}", b"out"), done.stderr)
 
     def test_takes_an_editor_with_arguments(self):
         self.environment["VISUAL"] = "sed -i s/Greensleeves/Changed/"

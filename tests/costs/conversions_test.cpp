@@ -80,14 +80,14 @@ void Write(const Document& document, const Steps& steps) {
 void ConvertUp(const Document& legacy, const Steps& steps) {
   const Document up = steps.Run("up", [&] { return zuna_toolkit::CurrentForm(legacy); });
   steps.ExpectShort("losses",
-                    steps.Run("losses", [&] { return zuna_cli::Losses(legacy, up, false).Lines(); }));
+                    steps.Run("losses", [&] { return zuna_cli::Losses(legacy, up, true, false).Lines(); }));
 }
 
 void ConvertDown(const Document& current, const Steps& steps) {
   try {
     const Document down = steps.Run("down", [&] { return zuna_toolkit::Down(current); });
     steps.ExpectShort("losses",
-                      steps.Run("losses", [&] { return zuna_cli::Losses(current, down, false).Lines(); }));
+                      steps.Run("losses", [&] { return zuna_cli::Losses(current, down, true, false).Lines(); }));
   } catch (const zuna_toolkit::Error&) {  // The refusal has been measured.
   }
 }

@@ -8,12 +8,21 @@
 
 #include "kit/error.h"
 #include "kit/path.h"
+#include "toolkit/words.h"
 
 namespace zuna_toolkit {
 
 namespace {
 
-constexpr std::array<std::string_view, 2> kExtensions = {".showdata", ".logdata"};
+struct Extension {
+  std::string_view text;
+  std::string_view upper;
+  std::string_view other;        ///< that of the companion
+  std::string_view other_upper;  ///< the same for a name in upper case, as old disks have it
+};
+
+constexpr std::array kExtensions = {Extension{".showdata", ".SHOWDATA", ".logdata", ".LOGDATA"},
+                                    Extension{".logdata", ".LOGDATA", ".showdata", ".SHOWDATA"}};
 
 bool IsFolder(const std::string& path) {
   std::error_code ignored;  // What cannot be looked at is reported when it is opened.
@@ -121,15 +130,19 @@ std::vector<Input> FindInputs(const std::vector<std::string>& paths, const Folde
 }
 
 bool IsShowOrLogName(std::string_view name) {
+  const std::string lower = LowerCase(std::string(name));
   return !name.starts_with('.') &&
          std::any_of(kExtensions.begin(), kExtensions.end(),
-                     [&](std::string_view extension) { return name.ends_with(extension); });
+                     [&](const Extension& end) { return lower.ends_with(end.text); });
 }
 
 std::optional<std::string> OtherKindPath(const std::string& path) {
-  for (const auto& [from, to] :
-       {std::pair(kExtensions[0], kExtensions[1]), {kExtensions[1], kExtensions[0]}}) {
-    if (path.ends_with(from)) return path.substr(0, path.size() - from.size()) + std::string(to);
+  const std::string lower = LowerCase(path);
+  for (const Extension& end : kExtensions) {
+    if (!lower.ends_with(end.text)) continue;
+    const std::size_t stem = path.size() - end.text.size();
+    const bool is_upper = path.substr(stem) == end.upper;
+    return path.substr(0, stem) + std::string(is_upper ? end.other_upper : end.other);
   }
   return std::nullopt;
 }

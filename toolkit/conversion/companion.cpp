@@ -1,6 +1,8 @@
 // Companions: what they tell, and whether they belong.
 #include "toolkit/conversion/companion.h"
 
+#include <algorithm>
+
 #include "toolkit/document/internal/content.h"
 #include "toolkit/error.h"
 
@@ -33,6 +35,14 @@ void AddSongs(const CL::ChangeLog& log, Companion& companion) {
   for (const auto& [number, song] : log.song_logs()) {
     companion.songs[number] = {song->song_name, song->division, song->song_length};
   }
+}
+
+/// Whether `companion` has the division of every song of a log.
+bool HasDivisions(const Companion& log, const Companion& companion) {
+  return std::all_of(log.songs.begin(), log.songs.end(), [&](const auto& song) {
+    const auto found = companion.songs.find(song.first);
+    return found != companion.songs.end() && found->second.division == song.second.division;
+  });
 }
 
 }  // namespace
@@ -69,6 +79,8 @@ CompanionFit FitOf(const Document& document, const Companion& companion) {
   }
   const bool may_lack_songs = !document.type().is_log();  // A log holds the songs that were edited.
   fit.belongs = one_agrees || own.songs.empty() || (may_lack_songs && companion.songs.empty());
+  fit.restores = fit.belongs && (document.type().is_log() ? HasDivisions(own, companion)
+                                                          : own.show_name == companion.show_name);
   return fit;
 }
 

@@ -55,6 +55,9 @@ struct CompanionFit {
   bool belongs = true;
   std::vector<std::string> unknown_songs;  ///< numbers of the document that the companion lacks
   std::vector<OtherSong> other_songs;      ///< of another name or length
+  /// It belongs and has the same name of the show, or for a log the same divisions: `up` brings back what a
+  /// current document loses as a legacy one.
+  bool restores = false;
 };
 
 /// Compares the songs of both.

@@ -82,8 +82,9 @@ TEST_F(FindInputsTest, TakesAFolderThatCannotBeListed) {
 TEST(ShowOrLogName, EndsLikeAShowOrALogAndIsNotHidden) {
   EXPECT_TRUE(IsShowOrLogName("a.showdata"));
   EXPECT_TRUE(IsShowOrLogName("a b.logdata"));
-  for (const char* name :
-       {".a.showdata", ".showdata", "a.showdata~", "a.showdata.~1~", "showdata", "", "a.LOGDATA"}) {
+  EXPECT_TRUE(IsShowOrLogName("A.SHOWDATA"));
+  EXPECT_TRUE(IsShowOrLogName("a.LogData"));
+  for (const char* name : {".a.showdata", ".showdata", "a.showdata~", "a.showdata.~1~", "showdata", ""}) {
     EXPECT_FALSE(IsShowOrLogName(name)) << name;
   }
 }
@@ -91,6 +92,9 @@ TEST(ShowOrLogName, EndsLikeAShowOrALogAndIsNotHidden) {
 TEST(OtherKindPath, HasTheSameStem) {
   EXPECT_EQ(OtherKindPath("a/opera.showdata"), "a/opera.logdata");
   EXPECT_EQ(OtherKindPath("a/opera.logdata"), "a/opera.showdata");
+  EXPECT_EQ(OtherKindPath("OPERA.SHOWDATA"), "OPERA.LOGDATA");
+  EXPECT_EQ(OtherKindPath("OPERA.LOGDATA"), "OPERA.SHOWDATA");
+  EXPECT_EQ(OtherKindPath("Opera.ShowData"), "Opera.logdata");
   EXPECT_EQ(OtherKindPath("a.logdata/opera"), std::nullopt);
   EXPECT_EQ(OtherKindPath("-"), std::nullopt);
 }
