@@ -23,6 +23,7 @@ namespace {
 struct MidiImportOptions {
   std::vector<std::string> inputs;
   std::vector<std::string> song_numbers;
+  bool numbers_from_names = false;
   std::optional<std::string> show_name;
   Output output;
   cmn::FileVersion version;
@@ -33,11 +34,48 @@ std::string Stem(const std::string& path) {
   return path == kStandardStream ? "" : std::filesystem::path(path).stem().string();
 }
 
-/// The song numbers as given, one a file, or "1", "2", …
-std::vector<std::string> SongNumbers(const MidiImportOptions& options) {
+/// The number in the name of a file that `midi export` wrote, "12a Opening.mid"; empty for other names.
+std::string NumberInName(const std::string& path) {
+  const std::string stem = Stem(path);
+  const std::size_t end = stem.find(' ');
+  const bool is_number = end != std::string::npos && stem.front() >= '0' && stem.front() <= '9';
+  return is_number ? stem.substr(0, end) : "";
+}
+
+/// The name of a song whose file has none for it: that of the file, without its number.
+std::string TitleOf(const std::string& path, bool has_number) {
+  return has_number ? Stem(path).substr(NumberInName(path).size() + 1) : Stem(path);
+}
+
+std::vector<std::string> NumbersInNames(const std::vector<std::string>& paths) {
+  std::vector<std::string> numbers;
+  for (const std::string& path : paths) {
+    numbers.push_back(NumberInName(path));
+    if (!numbers.back().empty()) continue;
+    throw Failure(ErrorCode::kUsage, InputName(path), "has no number and blank in front of its name",
+                  "give --song-number for each file in place of --numbers-from-names");
+  }
+  return numbers;
+}
+
+/// Says where files are numbered otherwise than their names are, as the shell sorts them: 1, 10, 2.
+void NoteOtherNumber(const std::vector<std::string>& paths, Context& context) {
+  for (std::size_t i = 0; i < paths.size(); ++i) {
+    const std::string in_name = NumberInName(paths[i]);
+    const std::string number = std::to_string(i + 1);
+    if (in_name.empty() || in_name == number) continue;
+    return context.Note(paths[i],
+                        "becomes song " + number + "; with --numbers-from-names it would be song " + in_name);
+  }
+}
+
+/// The song numbers as given, one a file, out of the names of the files, or "1", "2", …
+std::vector<std::string> SongNumbers(const MidiImportOptions& options, Context& context) {
   std::vector<std::string> numbers = options.song_numbers;
+  if (options.numbers_from_names) numbers = NumbersInNames(options.inputs);
   if (numbers.empty()) {
     for (std::size_t i = 1; i <= options.inputs.size(); ++i) numbers.push_back(std::to_string(i));
+    NoteOtherNumber(options.inputs, context);
   }
   if (numbers.size() != options.inputs.size()) {
     throw Failure(ErrorCode::kUsage, "--song-number",
@@ -47,7 +85,8 @@ std::vector<std::string> SongNumbers(const MidiImportOptions& options) {
                   "give it once for each, or not at all");
   }
   if (std::set<std::string>(numbers.begin(), numbers.end()).size() != numbers.size()) {
-    throw Failure(ErrorCode::kUsage, "--song-number", "gives one number twice", "give each song its own");
+    throw Failure(ErrorCode::kUsage, options.numbers_from_names ? "--numbers-from-names" : "--song-number",
+                  "gives one number twice", "give each song its own");
   }
   return numbers;
 }
@@ -68,39 +107,44 @@ void NoteWhatTheReaderFound(const smf::ReadNotes& notes, std::size_t tracks, con
   }
 }
 
+/// What a song is called.
+struct Song {
+  std::string number;
+  std::string title;  ///< unless the file tells its name
+};
+
 /// Reads the file called `name` and makes a song of it.
 std::shared_ptr<zuna_midi::SongData> ImportBytes(const std::vector<std::uint8_t>& bytes,
-                                                 const std::string& path, const std::string& number,
+                                                 const std::string& name, const Song& song,
                                                  zuna_toolkit::midi::Report& report, Context& context) {
-  const std::string name = InputName(path);
   try {
     smf::ReadNotes notes;
     const smf::File file = smf::Read(bytes, notes);
     NoteWhatTheReaderFound(notes, file.tracks.size(), name, context);
-    return zuna_toolkit::midi::ImportSong(file, number, Stem(path), report);
+    return zuna_toolkit::midi::ImportSong(file, song.number, song.title, report);
   } catch (const zuna_toolkit::Error& error) {
     throw error.WithFile(name);
   }
 }
 
-std::shared_ptr<zuna_midi::SongData> ImportFile(const std::string& path, const std::string& number,
-                                                Context& context) {
+std::shared_ptr<zuna_midi::SongData> ImportFile(const std::string& path, const Song& song, Context& context) {
   const std::string name = InputName(path);
   zuna_toolkit::midi::Report report;
-  auto song = ImportBytes(ReadInput(path, zuna_toolkit::kMaxFileSize), path, number, report, context);
+  auto imported = ImportBytes(ReadInput(path, zuna_toolkit::kMaxFileSize), name, song, report, context);
   if (!report.not_kept.empty()) context.Note(name, "not kept: " + report.not_kept.ToString());
   for (const std::string& remark : report.remarks) context.Note(name, remark);
-  return song;
+  return imported;
 }
 
 void RunMidiImport(const MidiImportOptions& options, Context& context) {
   Destination destination = context.CheckPaths(options.output, options.inputs);
-  const std::vector<std::string> numbers = SongNumbers(options);
+  const std::vector<std::string> numbers = SongNumbers(options, context);
   const Keys keys = context.ReadKeys();
   zuna_midi::ShowData show;
   show.show_name = options.show_name.value_or(Stem(options.output.path));
   for (std::size_t i = 0; i < numbers.size(); ++i) {
-    show.AddSongData(ImportFile(options.inputs[i], numbers[i], context));
+    const std::string& path = options.inputs[i];
+    show.AddSongData(ImportFile(path, {numbers[i], TitleOf(path, options.numbers_from_names)}, context));
   }
   const zuna_toolkit::Document document(std::move(show), options.version, destination.name());
   context.Note(document.name(), CountsText(document) + ", MIDI -> " + cmn::VersionText(options.version));
@@ -117,14 +161,18 @@ void AddMidiImportCommand(CLI::App& midi, Context& context) {
       ->required();
   AddOutput(*command, options->output);
   AddTarget(*command, options->version);
+  CLI::Option* numbers = command
+                             ->add_option("--song-number", options->song_numbers,
+                                          "The number of a song, such as 12a; once for each file in their "
+                                          "order, or not at all: then 1, 2, 3 and so on")
+                             ->type_name("NUMBER")
+                             ->allow_extra_args(false)
+                             ->take_all();
   command
-      ->add_option(
-          "--song-number", options->song_numbers,
-          "The number of a song, such as 12a; once for each file in their order, or not at all: then "
-          "1, 2, 3 and so on")
-      ->type_name("NUMBER")
-      ->allow_extra_args(false)
-      ->take_all();
+      ->add_flag("--numbers-from-names", options->numbers_from_names,
+                 "Take the numbers of the songs from the names of the files, as midi export writes them: "
+                 "\"12a Opening.mid\" is song 12a")
+      ->excludes(numbers);
   command->add_option("--show-name", options->show_name, "The show's name; the name of OUT unless given")
       ->type_name("NAME");
   context.SetWork(*command, [options, &context] { RunMidiImport(*options, context); });

@@ -38,6 +38,26 @@ class MidiTest(ToolTest):
         self.refuse("midi", "import", "one.mid", "one.mid", "-o", "out", "--song-number", "1", "--song-number",
                     "1", code=USAGE, message="--song-number: gives one number twice; give each song its own")
 
+    def test_takes_numbers_from_names(self):
+        names = ("10 Finale.mid", "2 Air.mid", "2a Dance.mid")
+        for name in names:
+            self.write(name, midi_file(NOTES))
+        done = self.run_tool("midi", "import", *names, "-o", "sorted", "--force")
+        self.assertIn(b"10 Finale.mid: becomes song 1; with --numbers-from-names it would be song 10\n", done.stderr)
+        self.assertEqual(done.stderr.count(b"becomes song"), 1)
+        done = self.run_tool("midi", "import", *names, "-o", "out", "--numbers-from-names", "--to", "2.0")
+        self.assertNotIn(b"becomes song", done.stderr)
+        self.assertEqual([(song["songNumber"], song["songName"]) for song in json.loads(self.plaintext("out"))["songs"]],
+                         [("2", "Air"), ("2a", "Dance"), ("10", "Finale")])
+        self.write("Air.mid", midi_file(NOTES))
+        self.write("2 Other.mid", midi_file(NOTES))
+        run = ("midi", "import", "2 Air.mid", "-o", "no", "--numbers-from-names")
+        self.refuse(*run, "Air.mid", code=USAGE, message="Air.mid: has no number and blank in front of its name; give "
+                                                         "--song-number for each file in place of --numbers-from-names")
+        self.refuse(*run, "2 Other.mid", code=USAGE,
+                    message="--numbers-from-names: gives one number twice; give each song its own")
+        self.run_tool(*run, "--song-number", "2", code=USAGE)
+
     def test_takes_song_numbers_before_the_files(self):
         self.write("one.mid", midi_file(NOTES))
         self.write("two.mid", midi_file(NOTES))
