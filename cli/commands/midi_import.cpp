@@ -72,6 +72,10 @@ void NoteOtherNumber(const std::vector<std::string>& paths, Context& context) {
 /// The song numbers as given, one a file, out of the names of the files, or "1", "2", …
 std::vector<std::string> SongNumbers(const MidiImportOptions& options, Context& context) {
   std::vector<std::string> numbers = options.song_numbers;
+  if (options.numbers_from_names && !numbers.empty()) {
+    throw Failure(ErrorCode::kUsage, "command line",
+                  "--song-number and --numbers-from-names contradict each other", "give one of them");
+  }
   if (options.numbers_from_names) numbers = NumbersInNames(options.inputs);
   if (numbers.empty()) {
     for (std::size_t i = 1; i <= options.inputs.size(); ++i) numbers.push_back(std::to_string(i));
@@ -161,18 +165,17 @@ void AddMidiImportCommand(CLI::App& midi, Context& context) {
       ->required();
   AddOutput(*command, options->output);
   AddTarget(*command, options->version);
-  CLI::Option* numbers = command
-                             ->add_option("--song-number", options->song_numbers,
-                                          "The number of a song, such as 12a; once for each file in their "
-                                          "order, or not at all: then 1, 2, 3 and so on")
-                             ->type_name("NUMBER")
-                             ->allow_extra_args(false)
-                             ->take_all();
   command
-      ->add_flag("--numbers-from-names", options->numbers_from_names,
-                 "Take the numbers of the songs from the names of the files, as midi export writes them: "
-                 "\"12a Opening.mid\" is song 12a")
-      ->excludes(numbers);
+      ->add_option(
+          "--song-number", options->song_numbers,
+          "The number of a song, such as 12a; once for each file in their order, or not at all: then "
+          "1, 2, 3 and so on")
+      ->type_name("NUMBER")
+      ->allow_extra_args(false)
+      ->take_all();
+  command->add_flag("--numbers-from-names", options->numbers_from_names,
+                    "Take the numbers of the songs from the names of the files, as midi export writes them: "
+                    "\"12a Opening.mid\" is song 12a");
   command->add_option("--show-name", options->show_name, "The show's name; the name of OUT unless given")
       ->type_name("NAME");
   context.SetWork(*command, [options, &context] { RunMidiImport(*options, context); });

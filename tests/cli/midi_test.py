@@ -56,7 +56,8 @@ class MidiTest(ToolTest):
                                                          "--song-number for each file in place of --numbers-from-names")
         self.refuse(*run, "2 Other.mid", code=USAGE,
                     message="--numbers-from-names: gives one number twice; give each song its own")
-        self.run_tool(*run, "--song-number", "2", code=USAGE)
+        self.refuse(*run, "--song-number", "2", code=USAGE,
+                    message="command line: --song-number and --numbers-from-names contradict each other; give one of them")
 
     def test_takes_song_numbers_before_the_files(self):
         self.write("one.mid", midi_file(NOTES))
