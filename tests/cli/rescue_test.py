@@ -133,6 +133,12 @@ class RescueTest(ToolTest):
         said = self.run_tool("info", "out").stdout.decode()
         self.assertTrue(said.startswith('out: show, version 1.2, "Opera", 2 songs'), said)
 
+    def test_a_text_of_which_nothing_comes_back(self):
+        text = self.run_tool("dump", "good").stdout
+        self.write("text", text.replace(b'"division": 480', b'"division": x'))
+        self.refuse("rescue", "text", "-o", "out", code=BAD_INPUT,
+                    message="text: songs[0].division: this is not JSON (syntax error) (line 8, column 19); correct the text")
+
     def test_json(self):
         self.damage(HEADER + 1 + len(self.songs[0]))
         done = self.run_tool("rescue", "bad", "-o", "out", "--json", "--quiet", code=PART_FAILED)

@@ -15,13 +15,13 @@ bool HasTimelineAt(std::string_view bytes, std::size_t at) {
 }
 
 /// Where the timeline of a damaged song is, and how many events are before it.
-struct Parts {
+struct SongParts {
   std::size_t events = 0;
   std::size_t timeline = 0;
   std::string problem = {};  ///< where no song can be made of them
 };
 
-Parts FindParts(std::string_view bytes, const SongHead& head, bool is_show) {
+SongParts FindParts(std::string_view bytes, const SongHead& head, bool is_show) {
   const std::size_t stated_end = head.events + head.stated_events * kEventSize;
   std::size_t timeline = stated_end;
   if (!HasTimelineAt(bytes, stated_end)) timeline = bytes.find(kTimelineMagic, head.events);
@@ -94,7 +94,7 @@ MendedSong MendSong(std::string_view bytes, std::size_t begin, bool is_show) {
   song.told = {std::string(head.number), std::string(head.name), begin, bytes.size()};
   song.problem = "its beginning cannot be read";
   if (!in.ok()) return song;
-  const Parts parts = FindParts(bytes, head, is_show);
+  const SongParts parts = FindParts(bytes, head, is_show);
   song.problem = parts.problem;
   if (!song.problem.empty()) return song;
 

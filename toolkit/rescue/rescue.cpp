@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 #include "kit/wipe.h"
@@ -19,8 +20,6 @@
 namespace zuna_toolkit {
 
 namespace {
-
-constexpr std::size_t kVersionOffset = 8;  // of the header of a binary file of a current version
 
 /// The document that `plaintext` is as it stands; none where it cannot be read.
 std::optional<Document> ReadWhole(const ByteVector& plaintext, const std::string& name) {
@@ -71,6 +70,10 @@ Rescued WholeOf(Document document, bool vouched) {
   return {std::move(document), std::move(report)};
 }
 
+bool IsTextForm(const Plaintext& plaintext) {
+  return AsText(plaintext.bytes).starts_with(cmn::kTextFormStart);
+}
+
 /// The document that `plaintext` would be if its first bytes or its form were another: one with another
 /// header, or the text of another version than 2.0.
 std::optional<Rescued> ReadInOtherForm(const Plaintext& plaintext, const std::string& name) {
@@ -79,12 +82,22 @@ std::optional<Rescued> ReadInOtherForm(const Plaintext& plaintext, const std::st
     rescued.report.remarks.emplace_back("the header of its content is damaged");
     return rescued;
   }
-  if (!AsText(plaintext.bytes).starts_with(cmn::kTextFormStart)) return std::nullopt;
+  if (!IsTextForm(plaintext)) return std::nullopt;
   try {
     return WholeOf(ReadTextForm(AsText(plaintext.bytes), name), plaintext.authentic);
   } catch (const Error&) {
     return std::nullopt;
   }
+}
+
+/// Throws that nothing came back. A text that is not encrypted can be corrected by hand.
+[[noreturn]] void ThrowNothingToSave(const Plaintext& plaintext, const std::string& name) {
+  const bool states_version = AsText(plaintext.bytes).find("\"fileVersion\"") != std::string_view::npos;
+  if (!plaintext.encrypted && states_version) ReadTextForm(AsText(plaintext.bytes), name);
+  throw Error(ErrorCode::kNothingToSave, "", "holds no song that can be read",
+              plaintext.encrypted
+                  ? "get another copy of the file"
+                  : "give its key if it is encrypted with another one, or get another copy of the file");
 }
 
 /// What is left of a plaintext that its own readers refuse, and of a legacy one, whose readers overlook most
@@ -102,12 +115,7 @@ Rescued SalvageFrom(const Plaintext& plaintext, const std::string& name, bool is
   }
   const bool vouched = plaintext.authentic && is_read && report.complete() && report.remarks.empty();
   for (RescuedSong& song : report.songs) song.vouched = vouched;
-  if (report.saved() == 0 && !(is_read && report.complete())) {
-    throw Error(ErrorCode::kNothingToSave, "", "holds no song that can be read",
-                plaintext.encrypted
-                    ? "get another copy of the file"
-                    : "give its key if it is encrypted with another one, or get another copy of the file");
-  }
+  if (report.saved() == 0 && !(is_read && report.complete())) ThrowNothingToSave(plaintext, name);
   return {Document(std::move(salvage.model), salvage.version, name), std::move(report)};
 }
 

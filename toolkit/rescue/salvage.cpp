@@ -43,16 +43,17 @@ std::vector<ByteRange> Joined(std::vector<ByteRange> ranges) {
 }
 
 /// A run of songs that stand in order.
-using Run = std::vector<RescuedSong*>;
+using SongRun = std::vector<RescuedSong*>;
 
 /// The songs in runs, the longest first. Of files that were joined, each is a run.
-std::vector<Run> RunsOf(const std::vector<RescuedSong*>& songs, SongOrder order) {
-  std::vector<Run> runs;
+std::vector<SongRun> RunsOf(const std::vector<RescuedSong*>& songs, SongOrder order) {
+  std::vector<SongRun> runs;
   for (RescuedSong* song : songs) {
     if (runs.empty() || !IsNumberBefore(runs.back().back()->number, song->number, order)) runs.emplace_back();
     runs.back().push_back(song);
   }
-  std::stable_sort(runs.begin(), runs.end(), [](const Run& a, const Run& b) { return a.size() > b.size(); });
+  std::stable_sort(runs.begin(), runs.end(),
+                   [](const SongRun& a, const SongRun& b) { return a.size() > b.size(); });
   return runs;
 }
 
@@ -80,7 +81,7 @@ bool IsNumberBefore(std::string_view a, std::string_view b, SongOrder order) {
 
 void GiveOwnNumbers(RescueReport& report, SongOrder order) {
   GivenNumbers given;
-  for (const Run& run : RunsOf(SavedSongs(report), order)) {
+  for (const SongRun& run : RunsOf(SavedSongs(report), order)) {
     for (RescuedSong* song : run) GiveOwnNumber(*song, given);
   }
 }

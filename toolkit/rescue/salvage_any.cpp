@@ -12,7 +12,6 @@ namespace {
 
 constexpr std::size_t kMagicSize = 4;  // at the front of the header of a current binary file
 constexpr std::size_t kSizeOffset = 4;
-constexpr std::size_t kVersionOffset = 8;  // of two bytes
 constexpr std::size_t kBytesThatTell = 3;  // of a magic
 constexpr std::array kKinds = {cmn::FileKind::kShow, cmn::FileKind::kLog};
 

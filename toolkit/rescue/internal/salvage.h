@@ -39,6 +39,7 @@ Salvage SalvageBinary(std::string_view plaintext, cmn::FileKind kind, cmn::FileV
                       std::uint64_t stated_size);
 
 inline constexpr std::size_t kBinaryHeaderSize = 10;  ///< of current binary files
+inline constexpr std::size_t kVersionOffset = 8;      ///< of the two bytes of the version in this header
 
 /// The key that every song of a text form begins with, as it is written.
 inline constexpr std::string_view kSongKey = "\"songNumber\"";
