@@ -8,6 +8,7 @@
 #include "cli/shared/json_text.h"
 #include "cli/terminal/standard_streams.h"
 #include "cli/terminal/text.h"
+#include "kit/utf8.h"
 #include "toolkit/comparison/comparison.h"
 
 namespace zuna_cli {
@@ -63,6 +64,12 @@ bool WriteText(OpenedFile& before, OpenedFile& after, PiecewiseOutput& output) {
   return is_same;
 }
 
+/// A song number as it stands in every difference of the song: a long one is cut.
+std::string ShortNumber(const std::string& number) {
+  constexpr std::size_t kMost = 64;  // bytes
+  return number.size() <= kMost ? number : std::string(kit::CutUtf8(number, kMost)) + "...";
+}
+
 /// The first members of the line of JSON.
 std::string InputsJson(const DiffOptions& options) {
   return "{\"schemaVersion\": 1, " + PathJson("before", options.before) + ", " +
@@ -77,8 +84,9 @@ bool WriteJson(const DiffOptions& options, OpenedFile& before, OpenedFile& after
   };
   zuna_toolkit::Compare(before, after, [&](const Difference& difference) {
     if (is_same) begin("false");
-    output.Write((is_same ? "{" : ", {") + DifferenceJson(difference) + ", " +
-                 AfterTickJson(difference.place) + "}");
+    Difference shown = difference;
+    shown.song = ShortNumber(shown.song);
+    output.Write((is_same ? "{" : ", {") + DifferenceJson(shown) + ", " + AfterTickJson(shown.place) + "}");
     is_same = false;
   });
   if (is_same) begin("true");

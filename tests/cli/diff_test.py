@@ -204,6 +204,14 @@ class DiffTest(WithLogs):
         said = self.run_tool("diff", "text", "bad", code=BAD_INPUT).stderr.decode()
         self.assertRegex(said, r"^zuna-convert: bad: .*\(line \d+, column \d+\)")
 
+    def test_cuts_long_song_numbers_in_json(self):
+        numbers = ["x" * 64, "y" * 63 + "\u00e9", "z" * 9999]
+        before = {**self.show, "songs": [{**self.show["songs"][0], "songNumber": number} for number in numbers]}
+        after = {**before, "songs": [{**song, "division": 96} for song in before["songs"]]}
+        line = json.loads(self.diff(before, after, NEGATIVE, "--json"))
+        self.assertEqual([difference["song"] for difference in line["differences"]],
+                         ["x" * 64, "y" * 63 + "...", "z" * 64 + "..."])
+
     def test_tells_a_failure_in_json(self):
         done = self.run_tool("diff", "--json", "new.log", "none", code=IO)
         line = json.loads(done.stdout)
