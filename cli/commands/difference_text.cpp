@@ -2,6 +2,8 @@
 #include "cli/commands/difference_text.h"
 
 #include <cstdint>
+#include <optional>
+#include <string_view>
 #include <utility>
 
 #include "cli/shared/nouns.h"
@@ -95,13 +97,43 @@ std::string FateText(const Difference& difference) {
   }
 }
 
+/// The kind of the edits in a list of a song log; none for another list.
+std::optional<Subject> KindOfEdit(std::string_view list) {
+  constexpr std::pair<std::string_view, Subject> kKinds[] = {
+      {"vamps", Subject::kVamp},
+      {"repeats", Subject::kRepeat},
+      {"cuts", Subject::kCut},
+      {"transposes", Subject::kTranspose},
+      {"tempoScales", Subject::kTempoScale},
+      {"clicks", Subject::kClick},
+      {"fermatas", Subject::kFermata},
+      {"markers", Subject::kMarker},
+      {"caesuras", Subject::kCaesura},
+  };
+  for (const auto& [name, kind] : kKinds) {
+    if (name == list) return kind;
+  }
+  return std::nullopt;
+}
+
+/// Whether it is about a field of an edit that both documents have.
+bool IsFieldOfEdit(const Difference& difference) {
+  return KindOfEdit(difference.place.list) && !difference.changes.empty() &&
+         difference.action != Action::kMoved;
+}
+
+/// What a difference calls the thing that differs.
+Noun NounOf(const Difference& difference) {
+  return zuna_cli::NounOf(KindOfEdit(difference.place.list).value_or(difference.subject));
+}
+
 std::string VoicePrefix(const Difference& difference) {
   return difference.where.empty() ? "" : difference.where + ": ";
 }
 
 /// A difference that shares its line with no other.
 std::string OneText(const Difference& difference) {
-  const Noun noun = NounOf(difference.subject);
+  const Noun noun = NounOf(difference);
   if (difference.subject == Subject::kSong) return SongLine(difference);
   const std::string voice = VoicePrefix(difference);
   if (difference.subject == Subject::kVoiceNumber) return difference.before + " becomes " + difference.after;
@@ -113,15 +145,21 @@ std::string OneText(const Difference& difference) {
   if (difference.place.tick) {
     text += (difference.count > 1 ? " from " : " at ") + PlaceText(difference.place);
   }
+  if (IsFieldOfEdit(difference)) {
+    FieldChanges changes;
+    changes.Add(difference.changes);
+    return text + changes.ToString(" changes");
+  }
   return text + FateText(difference);
 }
 
 /// Several that are alike.
 std::string ManyText(const Difference& first, const Difference& last, std::size_t count,
                      const FieldChanges& changes) {
-  const Noun noun = NounOf(first.subject);
+  const Noun noun = NounOf(first);
   std::string text = VoicePrefix(first) + Counted(count, noun.one, noun.many) + " from " +
                      PlaceText(first.place) + " to " + PlaceText(last.place);
+  if (IsFieldOfEdit(first)) return text + changes.ToString(" change");
   switch (first.action) {
     case Action::kAdded:
       return text + " are added";

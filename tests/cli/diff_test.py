@@ -157,10 +157,10 @@ class DiffTest(WithLogs):
         two["vamps"][0]["value"] = 3
         two["vamps"][1]["label"] = "x"
         self.assertEqual(self.diff(before, after),
-                         "song 10:\n  attacca is added: 1\n  marker at tick 480: Marker(480, B) becomes Marker(480, C)\n"
-                         "  caesura at tick 240 is removed: Caesura(240, 0)\n"
-                         "song 2:\n  value at tick 0: Vamp(0, 480, 2) becomes Vamp(0, 480, 3)\n"
-                         '  label at tick 480 is added: Vamp(480, 960, -3) "x"\n')
+                         'song 10:\n  attacca is added: 1\n  marker at tick 480: text "B" becomes "C"\n'
+                         "  caesura at tick 240 is removed: second word 0\n"
+                         "song 2:\n  vamp at tick 0: value 2 becomes 3\n"
+                         '  vamp at tick 480: label "" becomes "x"\n')
 
     def test_takes_a_legacy_document_in_its_current_form(self):
         self.write_log("new.log", {**self.log_document(), "showName": "Other"})

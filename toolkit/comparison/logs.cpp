@@ -1,98 +1,18 @@
 // Compares current logs song by song.
 #include <algorithm>
-#include <sstream>
 #include <string>
 #include <string_view>
-#include <tuple>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "toolkit/comparison/internal/compare_models.h"
-#include "toolkit/comparison/internal/list_comparison.h"
+#include "toolkit/comparison/internal/edit_entries.h"
 #include "toolkit/comparison/internal/song_differences.h"
 
 namespace zuna_toolkit {
 
 namespace {
-
-std::string TextOf(const cmn::ZunaEvent& event) {
-  std::ostringstream text;
-  text.exceptions(std::ios_base::badbit);  // it would drop what it has no memory for
-  event.WriteString(text);
-  return text.str();
-}
-
-/// Edits that reach from one position to another and have a value.
-struct PairedTraits {
-  static std::uint32_t Tick(const CL::PairedEvent& event) { return event.start; }
-  static auto Values(const CL::PairedEvent& event) {
-    return std::tuple(event.end, event.value_bits, std::string_view(event.label));
-  }
-  static std::string Text(const CL::PairedEvent& event) { return TextOf(event); }
-};
-
-}  // namespace
-
-template <>
-struct EntryTraits<CL::Vamp> : PairedTraits {};
-template <>
-struct EntryTraits<CL::Repeat> : PairedTraits {};
-template <>
-struct EntryTraits<CL::Cut> : PairedTraits {};
-template <>
-struct EntryTraits<CL::Transpose> : PairedTraits {};
-template <>
-struct EntryTraits<CL::TempoScale> : PairedTraits {};
-template <>
-struct EntryTraits<CL::Click> : PairedTraits {};
-template <>
-struct EntryTraits<CL::Fermata> : PairedTraits {};
-
-template <>
-struct EntryTraits<CL::Marker> {
-  static std::uint32_t Tick(const CL::Marker& marker) { return marker.position; }
-  static auto Values(const CL::Marker& marker) {
-    return std::tuple(std::string_view(marker.text), std::string_view(marker.label));
-  }
-  static std::string Text(const CL::Marker& marker) { return TextOf(marker); }
-};
-
-template <>
-struct EntryTraits<CL::Caesura> {
-  static std::uint32_t Tick(const CL::Caesura& caesura) { return caesura.position; }
-  static auto Values(const CL::Caesura& caesura) {
-    return std::tuple(caesura.second_word, std::string_view(caesura.label));
-  }
-  static std::string Text(const CL::Caesura& caesura) { return TextOf(caesura); }
-};
-
-namespace {
-
-/// Whether two edits stand at the same place; their labels and values may differ.
-bool SamePlace(const CL::PairedEvent& a, const CL::PairedEvent& b) {
-  return a.start == b.start && a.end == b.end;
-}
-bool SamePlace(const CL::Marker& a, const CL::Marker& b) {
-  return a.position == b.position && a.text == b.text;
-}
-bool SamePlace(const CL::Caesura& a, const CL::Caesura& b) { return a.position == b.position; }
-
-/// The field of an edit besides its place and its label.
-Subject ValueSubject(const CL::PairedEvent&) { return Subject::kEditValue; }
-Subject ValueSubject(const CL::Caesura&) { return Subject::kSecondWord; }
-
-bool SameValue(const CL::PairedEvent& a, const CL::PairedEvent& b) { return a.value_bits == b.value_bits; }
-bool SameValue(const CL::Caesura& a, const CL::Caesura& b) { return a.second_word == b.second_word; }
-
-/// Whether an edit comes back from the legacy format.
-bool IsKept(const CL::PairedEvent&) { return true; }
-bool IsKept(const CL::Marker&) { return true; }
-bool IsKept(const CL::Fermata&) { return false; }
-bool IsKept(const CL::Caesura& caesura) { return caesura.second_word <= 1; }
-
-/// What the legacy format does to a value.
-Action LossOfValue(const CL::PairedEvent&) { return Action::kCut; }
-Action LossOfValue(const CL::Caesura&) { return Action::kDefaulted; }
 
 /// Compares one list of edits of two songs.
 template <typename Event>
@@ -148,7 +68,18 @@ class EditComparison {
   void Add(Subject subject, Action action, const EntryPair<Event>& pair) const {
     Difference difference = EntryDifference(subject, list_, pair);
     difference.action = action;
+    if (!differences_.are_losses()) TellInWords(difference, pair);
     differences_.Add(std::move(difference));
+  }
+
+  static void TellInWords(Difference& difference, const EntryPair<Event>& pair) {
+    const Event* before = pair.before.entry;
+    const Event* after = pair.after.entry;
+    if (before != nullptr) difference.before = WordsOf(*before);
+    if (after != nullptr) difference.after = WordsOf(*after);
+    if (before == nullptr || after == nullptr) return;
+    difference.changes =
+        ChangesOf({FieldOf(difference.subject, *before)}, {FieldOf(difference.subject, *after)});
   }
 
   Subject subject_;
