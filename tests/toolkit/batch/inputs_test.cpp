@@ -26,7 +26,7 @@ class FindInputsTest : public testing::Test {
   FindInputsTest() {
     std::filesystem::create_directories(folder_.path() / "sub/deep");
     std::filesystem::create_directories(folder_.path() / "folder.showdata");
-    for (const char* name : {"b.showdata", "a.logdata", ".h.showdata", "c.SHOWDATA", "d.showdata.~1~",
+    for (const char* name : {"b.showdata", "a.logdata", ".h.showdata", "c.SHOWDATA.old", "d.showdata.~1~",
                              "e.txt", "sub/x.showdata", "sub/deep/y.logdata", "folder.showdata/z.showdata"}) {
       folder_.Put(name, "");
     }
