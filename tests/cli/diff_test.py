@@ -74,6 +74,26 @@ class DiffTest(WithLogs):
                          "  page number at bar 2 (tick 1921) is added: page 2\n"
                          "  meter at bar 1 (tick 0) moves to tick 480: 4/4 with 24 clocks and 8 32nds\n")
 
+    def test_tells_that_a_bar_was_inserted(self):
+        labels = [{"time": 1920 * i, "barNumber": str(i + 1), "tag": 0} for i in range(9)]
+        self.show["songs"][0]["timeline"]["barsBeats"] = labels
+
+        def insert(song):
+            later = [{**label, "time": label["time"] + 1920} for label in labels[3:]]
+            song["timeline"]["barsBeats"] = labels[:3] + [{"time": 5760, "barNumber": "3a", "tag": 0}] + later
+        after = copy.deepcopy(self.show)
+        insert(after["songs"][0])
+        self.assertEqual(self.diff(self.show, after),
+                         "song 2:\n  6 bar labels from bar 4 (tick 5760) to bar 9 (tick 15360) move 1920 ticks later\n"
+                         '  bar label at bar 3a (tick 5760) is added: "3a"\n')
+        self.assertEqual(self.diff(after, self.show),
+                         'song 2:\n  bar label at bar 3a (tick 5760) is removed: "3a"\n'
+                         "  6 bar labels from bar 4 (tick 7680) to bar 9 (tick 17280) move 1920 ticks earlier\n")
+
+        def rename(song):  # More labels keep their times than the one at the end, which moves.
+            song["timeline"]["barsBeats"][-1]["time"] += 1
+        self.assertEqual(self.changed(rename), 'song 2:\n  bar label at bar 9 (tick 15360) moves to tick 15361: "9"\n')
+
     def test_tells_notes(self):
         def change(song):
             song["voices"][0]["messages"] = [[0, 144, 60, 90], [0, 192, 5, 0], [480, 128, 60, 0], [1920, 144, 62, 1],

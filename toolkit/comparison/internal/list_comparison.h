@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <limits>
 #include <optional>
@@ -56,6 +57,12 @@ void TakeEquivalent(std::vector<Item>& lost, std::vector<Item>& gained, Less les
   gained = std::move(gained_rest);
 }
 
+/// How ends of lists are compared that are the same but for one shift of time.
+enum class MovedEnds {
+  kAreChanges,  ///< entry by entry
+  kAreMoved,    ///< as a whole: time was inserted or cut out before them
+};
+
 /// Compares two lists as sorted multisets. What only one of them has is paired: entries of one time, in the
 /// order of their lists; then entries of equal values that moved. The rest was dropped and added. Memory is
 /// linear, time is O(n log n).
@@ -65,8 +72,10 @@ class ListComparison {
   using Entries = std::vector<Indexed<Entry>>;
   using Traits = EntryTraits<Entry>;
 
-  ListComparison(const std::vector<Entry>& before, const std::vector<Entry>& after)
+  ListComparison(const std::vector<Entry>& before, const std::vector<Entry>& after,
+                 MovedEnds ends = MovedEnds::kAreChanges)
       : lost_(Sorted(before)), gained_(Sorted(after)), places_(before.size(), kNoPlace) {
+    if (ends == MovedEnds::kAreMoved) PairMovedEnd();
     PairWhere(ByTick, [&](const auto& a, const auto& b) { places_[a.index] = b.index; });
     std::sort(lost_.begin(), lost_.end(), InListOrder);
     std::sort(gained_.begin(), gained_.end(), InListOrder);
@@ -132,6 +141,29 @@ class ListComparison {
     for (const Entry& entry : list) entries.push_back({&entry, entries.size()});
     std::stable_sort(entries.begin(), entries.end(), ByTick);
     return entries;
+  }
+
+  /// Unless as many entries at these ends keep their times.
+  void PairMovedEnd() {
+    if (lost_.empty() || gained_.empty()) return;
+    const std::uint32_t shift =  // modulo 2^32
+        Traits::Tick(*gained_.back().entry) - Traits::Tick(*lost_.back().entry);
+    const auto is_moved = [shift](const Indexed<Entry>& a, const Indexed<Entry>& b) {
+      return static_cast<std::uint32_t>(Traits::Tick(*b.entry) - Traits::Tick(*a.entry)) == shift &&
+             Traits::Values(*a.entry) == Traits::Values(*b.entry);
+    };
+    const auto [a, b] =
+        std::mismatch(lost_.rbegin(), lost_.rend(), gained_.rbegin(), gained_.rend(), is_moved);
+    Entries kept;
+    std::set_intersection(a.base(), lost_.end(), gained_.begin(), gained_.end(), std::back_inserter(kept),
+                          ByTick);
+    if (shift == 0 || kept.size() >= static_cast<std::size_t>(a - lost_.rbegin())) return;
+    for (auto i = a.base(), j = b.base(); i != lost_.end(); ++i, ++j) {
+      places_[i->index] = j->index;
+      pairs_.push_back({*i, *j});
+    }
+    lost_.erase(a.base(), lost_.end());
+    gained_.erase(b.base(), gained_.end());
   }
 
   template <typename Less, typename Take>

@@ -186,7 +186,8 @@ void CompareTimelineLists(const TimelineList& list, const std::vector<Entry>& be
       return;
     }
   }
-  const ListComparison<Entry> comparison(before, after);
+  const ListComparison<Entry> comparison(before, after,
+                                         are_losses ? MovedEnds::kAreChanges : MovedEnds::kAreMoved);
   std::for_each(comparison.pairs().begin(), comparison.pairs().end(), add);
   if (!comparison.reordered()) return;
   Difference difference;
