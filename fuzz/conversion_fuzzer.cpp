@@ -47,7 +47,8 @@ void Up(const Document& legacy, std::size_t size) {
     return zuna_toolkit::Up(legacy, zuna_toolkit::Companion{}, cmn::kDefaultVersion);
   });
   RequireShortLines(
-      Bounded("losses of up", size, [&] { return zuna_cli::Losses(legacy, current, true, false).Lines(); }), size);
+      Bounded("losses of up", size, [&] { return zuna_cli::Losses(legacy, current, true, false).Lines(); }),
+      size);
   const auto again = fuzz::ReadDocument(fuzz::Written(current));
   fuzz::Require(again && fuzz::HoldTheSame(current, *again), "a document that came up is read as it is");
 }

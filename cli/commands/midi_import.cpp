@@ -64,8 +64,9 @@ void NoteOtherNumber(const std::vector<std::string>& paths, Context& context) {
     const std::string in_name = NumberInName(paths[i]);
     const std::string number = std::to_string(i + 1);
     if (in_name.empty() || in_name == number) continue;
-    return context.Note(paths[i],
-                        "becomes song " + number + "; with --numbers-from-names it would be song " + in_name);
+    std::string text = "becomes song " + number;
+    text += "; with --numbers-from-names it would be song " + in_name;
+    return context.Note(paths[i], text);
   }
 }
 

@@ -86,8 +86,8 @@ void ConvertUp(const Document& legacy, const Steps& steps) {
 void ConvertDown(const Document& current, const Steps& steps) {
   try {
     const Document down = steps.Run("down", [&] { return zuna_toolkit::Down(current); });
-    steps.ExpectShort("losses",
-                      steps.Run("losses", [&] { return zuna_cli::Losses(current, down, true, false).Lines(); }));
+    steps.ExpectShort(
+        "losses", steps.Run("losses", [&] { return zuna_cli::Losses(current, down, true, false).Lines(); }));
   } catch (const zuna_toolkit::Error&) {  // The refusal has been measured.
   }
 }

@@ -74,9 +74,9 @@ enum class Action : std::uint8_t {
 
 /// A field of an entry that differs in two documents.
 struct FieldChange {
-  std::string_view name;  ///< such as "velocity"
-  std::string before;     ///< texts between quotation marks
-  std::string after;
+  std::string_view name;                                ///< such as "velocity"
+  std::string before;                                   ///< texts between quotation marks
+  std::string after;                                    ///< the same of the second document
   std::optional<std::int64_t> increase = std::nullopt;  ///< of a number
 };
 

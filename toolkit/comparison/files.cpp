@@ -12,28 +12,28 @@ namespace zuna_toolkit {
 
 namespace {
 
-using Bytes = std::istreambuf_iterator<char>;
+using ByteIterator = std::istreambuf_iterator<char>;
 
 Document ReadEither(OpenedFile& file) { return IsTextForm(file) ? ReadTextForm(file) : ReadDocument(file); }
 
-Bytes FirstByteOf(OpenedFile& file) {
+ByteIterator FirstByteOf(OpenedFile& file) {
   file.stream().clear();
   file.stream().seekg(0);
-  return Bytes(file.stream());
+  return ByteIterator(file.stream());
 }
 
-std::string ByteText(Bytes byte) {
-  if (byte == Bytes()) return "the end";
+std::string ByteText(ByteIterator byte) {
+  if (byte == ByteIterator()) return "the end";
   return kit::format("%02x", static_cast<unsigned>(static_cast<unsigned char>(*byte)));
 }
 
 /// The first byte that differs, if any does.
 void CompareBytes(OpenedFile& before, OpenedFile& after, const DifferenceSink& sink) {
-  Bytes a = FirstByteOf(before);
-  Bytes b = FirstByteOf(after);
+  ByteIterator a = FirstByteOf(before);
+  ByteIterator b = FirstByteOf(after);
   std::size_t offset = 0;
-  for (; a != Bytes() && b != Bytes() && *a == *b; ++a, ++b) ++offset;
-  if (a == Bytes() && b == Bytes()) return;
+  for (; a != ByteIterator() && b != ByteIterator() && *a == *b; ++a, ++b) ++offset;
+  if (a == ByteIterator() && b == ByteIterator()) return;
   Difference difference;
   difference.subject = Subject::kOtherBytes;
   difference.before = ByteText(a) + " at byte " + std::to_string(offset);
