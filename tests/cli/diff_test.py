@@ -42,7 +42,7 @@ class DiffTest(WithLogs):
         after = copy.deepcopy(self.show)
         after["showName"] = "Other"
         after["songs"][0]["songNumber"] = "3"
-        after["songs"][1] = {**after["songs"][1], "songNumber": "4", "songName": "Four"}
+        after["songs"][1] = {**after["songs"][1], "songNumber": "4", "songName": "Four", "songLength": 7}
         self.assertEqual(self.diff(self.show, after),
                          'show name: "My Show" becomes "Other"\nsong 2 "Two" becomes song 3\nsong 4 "Four" is added\n'
                          'song 10 "Ten" is removed\n')
@@ -50,6 +50,28 @@ class DiffTest(WithLogs):
     def test_compares_a_song_that_got_another_number(self):
         self.assertEqual(self.changed(lambda song: song.update(songNumber="3", division=960)),
                          'song 2 "Two" becomes song 3\nsong 2:\n  division: 480 becomes 960\n')
+
+    def test_pairs_songs_by_their_content(self):
+        self.show["songs"][1]["songLength"] += 1
+        first, second = (song["songNumber"] for song in self.show["songs"])
+
+        def renumbered(*numbers, name=None):
+            after = copy.deepcopy(self.show)
+            for song, number in zip(after["songs"], numbers):
+                song["songNumber"] = number
+            after["songs"][0]["songName"] = name or after["songs"][0]["songName"]
+            return after
+        swapped = 'song 2 "Two" becomes song 10\nsong 10 "Ten" becomes song 2\n'
+        self.assertEqual(self.diff(self.show, renumbered(second, first)), swapped)
+        shifted = renumbered("10", "11")
+        shifted["songs"].insert(0, {**copy.deepcopy(shifted["songs"][0]), "songNumber": "2", "songName": "Prologue",
+                                    "songLength": 1})
+        self.assertEqual(self.diff(self.show, shifted),
+                         'song 2 "Two" becomes song 10\nsong 2 "Prologue" is added\nsong 10 "Ten" becomes song 11\n')
+        self.assertEqual(self.diff(self.show, renumbered("5", "10", name="Zwei")),
+                         'song 2 "Two" becomes song 5\nsong 2:\n  name: "Two" becomes "Zwei"\n')
+        self.assertEqual(self.diff(self.show, renumbered("2", "10", name="Zwei")),
+                         'song 2:\n  name: "Two" becomes "Zwei"\n')
 
     def test_tells_the_fields_of_a_song(self):
         def change(song):

@@ -20,6 +20,9 @@ constexpr std::array<std::string_view, 4> kCurlyQuotes = {"\u2018", "\u2019", "\
 
 bool IsOneOf(char c, std::string_view characters) { return characters.find(c) != std::string_view::npos; }
 
+/// Whether the first bytes of a line that a merge by git leaves are at the front.
+bool IsConflictMark(std::string_view at) { return at == "<<<<" || at == "====" || at == ">>>>"; }
+
 bool IsCurlyQuote(std::string_view at) {
   return std::any_of(kCurlyQuotes.begin(), kCurlyQuotes.end(),
                      [&](std::string_view quote) { return at.starts_with(quote); });
@@ -31,6 +34,7 @@ std::string SlipText(const ParseEnd& end) {
   if (end.offset == 0 && end.at.starts_with(kByteOrderMark)) return "it begins with a byte order mark";
   if (IsCurlyQuote(end.at)) return "a curly quotation mark stands where a straight one belongs";
   if (kit::Utf8Length(end.at) == 0) return "these bytes are not UTF-8";
+  if (IsConflictMark(end.at)) return "a merge has left a conflict here";
   const char c = end.at.front();
   if (IsOneOf(c, "/#")) return "there are no comments in JSON";
   if (c == '\'') return "texts stand in double quotation marks";

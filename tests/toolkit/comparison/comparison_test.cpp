@@ -40,7 +40,9 @@ TEST(CompareShows, NamesSongsAndTheirFields) {
   b.show_name = "New";
   AddSong(a, "2")->song_name = "Two";
   AddSong(a, "3");
-  AddSong(b, "10");
+  const auto added = AddSong(b, "10");
+  added->song_name = "Ten";
+  added->song_length = 7;
   const auto changed = AddSong(b, "3");
   changed->song_name = "Tune";
   changed->division = 0;
@@ -48,7 +50,7 @@ TEST(CompareShows, NamesSongsAndTheirFields) {
   EXPECT_THAT(Compared(a, b),
               ElementsAre("show-name-changed: Old -> New", "song 2: song-dropped: Two -> ",
                           "song 3: song-name-changed: Song -> Tune", "song 3: division-dropped: 480 -> ",
-                          "song 3: song-length-changed: 1920 -> 1", "song 10: song-added:  -> Song"));
+                          "song 3: song-length-changed: 1920 -> 1", "song 10: song-added:  -> Ten"));
   EXPECT_THAT(Compared(a, a), IsEmpty());
 }
 

@@ -95,56 +95,99 @@ struct RenumberedSongs {
   std::set<std::string> taken;                 ///< those numbers
 };
 
-/// Pairs songs of one name where only one on either side has it. A song without a name is not paired.
-template <typename Songs>
-void PairUniqueNames(const Songs& before, const Songs& after, RenumberedSongs& renumbered) {
-  struct Namesakes {
-    std::vector<std::string> dropped;  ///< their numbers
-    std::vector<std::string> added;
-  };
-  std::map<std::string_view, Namesakes> by_name;
+/// The songs of one number that are the same one by their names or their content.
+template <typename Songs, typename Same>
+std::set<std::string_view> KeptNumbers(const Songs& before, const Songs& after, Same same) {
+  std::set<std::string_view> kept;
   for (const auto& [number, song] : before) {
-    if (song->song_name.empty() || after.contains(number) || renumbered.numbers.contains(number)) continue;
-    by_name[song->song_name].dropped.push_back(number);
+    const auto found = after.find(number);
+    if (found == after.end()) continue;
+    const auto& other = *found->second;
+    const bool is_same = song->song_length == other.song_length && same(*song, other);
+    if (is_same || song->song_name == other.song_name) kept.insert(number);
   }
-  for (const auto& [number, song] : after) {
-    if (song->song_name.empty() || before.contains(number) || renumbered.taken.contains(number)) continue;
-    by_name[song->song_name].added.push_back(number);
-  }
-  for (const auto& [name, songs] : by_name) {
-    if (songs.dropped.size() != 1 || songs.added.size() != 1) continue;
-    renumbered.numbers.emplace(songs.dropped.front(), songs.added.front());
-    renumbered.taken.insert(songs.added.front());
-  }
+  return kept;
 }
 
-/// Finds them among the songs whose numbers only one side has: first those of the same content, then those of
-/// one name. `same(a, b)` tells whether songs of one name and length have the same content. Only a few songs
-/// of one name and length are tried for each.
+/// Finds songs that have another number in the second document. The documents live as long as it does.
 template <typename Songs, typename Same>
-RenumberedSongs FindRenumbered(const Songs& before, const Songs& after, Same same) {
-  constexpr int kMostTries = 4;
-  const auto key = [](const auto& song) {
-    return std::pair(std::string_view(song.song_name), song.song_length);
-  };
-  std::multimap<std::pair<std::string_view, std::uint32_t>, typename Songs::const_iterator> added;
-  for (auto i = after.begin(); i != after.end(); ++i) {
-    if (!before.contains(i->first)) added.emplace(key(*i->second), i);
+class RenumberedSearch {
+ public:
+  /// `same(a, b)` tells whether songs of one length have the same content.
+  RenumberedSearch(const Songs& before, const Songs& after, Same same)
+      : before_(before), after_(after), same_(same), kept_(KeptNumbers(before, after, same)) {}
+
+  /// First those of the same content and name, then those of the same content, then those of a name that no
+  /// other song has. A song without a name is not paired by it.
+  RenumberedSongs Find() {
+    PairContent(
+        [](const auto& song) { return std::pair(std::string_view(song.song_name), song.song_length); });
+    PairContent([](const auto& song) { return song.song_length; });
+    PairUniqueNames();
+    return std::move(found_);
   }
-  RenumberedSongs renumbered;
-  for (const auto& [number, song] : before) {
-    if (added.empty() || after.contains(number)) continue;
-    auto [candidate, end] = added.equal_range(key(*song));
-    for (int tries = 0; tries < kMostTries && candidate != end; ++tries, ++candidate) {
-      if (!same(*song, *candidate->second->second)) continue;
-      renumbered.numbers.emplace(number, candidate->second->first);
-      renumbered.taken.insert(candidate->second->first);
-      added.erase(candidate);
-      break;
+
+ private:
+  bool IsLost(const std::string& number) const {
+    return !kept_.contains(number) && !found_.numbers.contains(number);
+  }
+  bool IsGained(const std::string& number) const {
+    return !kept_.contains(number) && !found_.taken.contains(number);
+  }
+  void Pair(const std::string& number, const std::string& other) {
+    found_.numbers.emplace(number, other);
+    found_.taken.insert(other);
+  }
+
+  /// Only a few songs of one key are tried for each.
+  template <typename KeyOf>
+  void PairContent(KeyOf key) {
+    constexpr int kMostTries = 4;
+    using Key = decltype(key(*before_.begin()->second));
+    std::multimap<Key, typename Songs::const_iterator> gained;
+    for (auto i = after_.begin(); i != after_.end(); ++i) {
+      if (IsGained(i->first)) gained.emplace(key(*i->second), i);
+    }
+    for (const auto& [number, song] : before_) {
+      if (gained.empty() || !IsLost(number)) continue;
+      auto [candidate, end] = gained.equal_range(key(*song));
+      for (int tries = 0; tries < kMostTries && candidate != end; ++tries, ++candidate) {
+        if (!same_(*song, *candidate->second->second)) continue;
+        Pair(number, candidate->second->first);
+        gained.erase(candidate);
+        break;
+      }
     }
   }
-  PairUniqueNames(before, after, renumbered);
-  return renumbered;
+
+  void PairUniqueNames() {
+    struct Namesakes {
+      std::vector<std::string> lost;  ///< their numbers
+      std::vector<std::string> gained;
+    };
+    std::map<std::string_view, Namesakes> by_name;
+    for (const auto& [number, song] : before_) {
+      if (!song->song_name.empty() && IsLost(number)) by_name[song->song_name].lost.push_back(number);
+    }
+    for (const auto& [number, song] : after_) {
+      if (!song->song_name.empty() && IsGained(number)) by_name[song->song_name].gained.push_back(number);
+    }
+    for (const auto& [name, songs] : by_name) {
+      if (songs.lost.size() == 1 && songs.gained.size() == 1) Pair(songs.lost.front(), songs.gained.front());
+    }
+  }
+
+  const Songs& before_;
+  const Songs& after_;
+  Same same_;
+  std::set<std::string_view> kept_;
+  RenumberedSongs found_;
+};
+
+/// What RenumberedSearch finds.
+template <typename Songs, typename Same>
+RenumberedSongs FindRenumbered(const Songs& before, const Songs& after, Same same) {
+  return RenumberedSearch(before, after, same).Find();
 }
 
 /// The name of a song of the current model; empty for a legacy one.
@@ -164,7 +207,11 @@ void CompareSongs(const Before& before, const After& after, const DifferenceSink
   auto b = after.begin();
   while (a != before.end() || b != after.end()) {
     Difference difference;
-    if (b == after.end() || (a != before.end() && less(a->first, b->first))) {
+    const bool is_one_number =
+        a != before.end() && b != after.end() && !less(a->first, b->first) && !less(b->first, a->first);
+    const bool are_others =
+        is_one_number && (renumbered.numbers.contains(a->first) || renumbered.taken.contains(b->first));
+    if (b == after.end() || are_others || (a != before.end() && less(a->first, b->first))) {
       const auto found = renumbered.numbers.find(a->first);
       const bool has_left = found == renumbered.numbers.end();
       difference.action = has_left ? Action::kDropped : Action::kRenumbered;

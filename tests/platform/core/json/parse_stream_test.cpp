@@ -47,6 +47,9 @@ TEST(JsonError, NamesWhatIsEasilyMistyped) {
     EXPECT_EQ(SyntaxError("[", rest),
               "this is not JSON (a curly quotation mark stands where a straight one belongs)");
   }
+  for (const char* rest : {"<<<<<<< 2.json", "=======", ">>>>>>> 3.json"}) {
+    EXPECT_EQ(SyntaxError("[1, ", rest), "this is not JSON (a merge has left a conflict here)");
+  }
   EXPECT_EQ(SyntaxError("[", "'a'"), "this is not JSON (texts stand in double quotation marks)");
   EXPECT_EQ(SyntaxError("[\"M",
                         "\xFC"
