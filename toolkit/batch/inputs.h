@@ -30,12 +30,12 @@ struct FolderSearch {
 /// tells why.
 ZUNA_API std::vector<Input> FindInputs(const std::vector<std::string>& paths, const FolderSearch& search);
 
-/// Whether the file called `name` may be a show or a log: it ends in ".showdata" or ".logdata", in any case of
-/// the letters, and is not hidden.
+/// Whether the file called `name` may be a show or a log: it ends in ".showdata" or ".logdata", in any case
+/// of the letters, and is not hidden.
 ZUNA_API bool IsShowOrLogName(std::string_view name);
 
-/// The path of the same stem for the other kind: "a/opera.logdata" for "a/opera.showdata", "OPERA.LOGDATA" for
-/// "OPERA.SHOWDATA". Nothing for a path that does not end like one of both.
+/// The path of the same stem for the other kind: "a/opera.logdata" for "a/opera.showdata", "OPERA.LOGDATA"
+/// for "OPERA.SHOWDATA". Nothing for a path that does not end like one of both.
 ZUNA_API std::optional<std::string> OtherKindPath(const std::string& path);
 
 /// One of `count` equal parts of a list of paths.

@@ -34,8 +34,9 @@ ErrorCode DataCodeOf(std::istream& stream);
 /// cmn::DataError. Any other plaintext passes.
 void RequireReadableText(std::istream& stream);
 
-/// Throws Error (kNotAShowOrLog) without a file where what cannot be read as a legacy show, which has no mark,
-/// must have been something else: all but one byte of another mark is there, or the keys of a text form.
+/// Throws Error (kNotAShowOrLog) without a file where what cannot be read as a legacy show, which has no
+/// mark, must have been something else: all but one byte of another mark is there, or the keys of a text
+/// form.
 void RequireNoDamagedMark(std::istream& stream);
 
 /// Reads a legacy show from the beginning of the stream, which is behind its last song then. A show without
