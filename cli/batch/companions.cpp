@@ -19,8 +19,8 @@ using zuna_toolkit::CompanionFit;
 using zuna_toolkit::Document;
 using zuna_toolkit::Input;
 
-// Two forms of Unicode, such as the composed and the decomposed one.
-constexpr const char* kSameLook = " is, which only looks the same";
+// An accent, say, may be a character of its own.
+constexpr const char* kOtherCharacters = " is, in other characters";
 
 bool HasSameLetters(const std::string& path, const std::string& other) {
   return zuna_toolkit::LowerCase(path) == zuna_toolkit::LowerCase(other);
@@ -33,7 +33,7 @@ bool HasSameLetters(const std::string& path, const std::string& other) {
   if (path) problem += ", and " + *path + " is not there";
   static SimilarNames names;
   const auto similar = path ? names.Find(*path) : std::nullopt;
-  if (similar) problem += ", but " + *similar + (HasSameLetters(*path, *similar) ? " is" : kSameLook);
+  if (similar) problem += ", but " + *similar + (HasSameLetters(*path, *similar) ? " is" : kOtherCharacters);
   throw Failure(ErrorCode::kCompanionMissing, document.name(), problem,
                 std::string("give --companion or --companions, or ") +
                     (is_log ? "--division TICKS" : "--show-name NAME"));

@@ -23,7 +23,7 @@ struct Preparation {
 };
 
 /// Adds lines about the folders that could not be listed by an earlier run and could by this one.
-void ReportListedFolders(const Preparation& made, const Conversion& conversion) {
+void ReportListedFolders(const Preparation& made, const Conversion& conversion, bool is_dry_run) {
   std::set<std::filesystem::path> seen;
   for (const Job& job : made.jobs) {
     auto folder = std::filesystem::path(job.input.path).parent_path();
@@ -31,6 +31,7 @@ void ReportListedFolders(const Preparation& made, const Conversion& conversion) 
       if (!made.finished.HasFailed(folder.string())) continue;
       ReportLine line;
       line.path = folder.string();
+      line.is_dry_run = is_dry_run;
       line.options = conversion.options({line.path, line.path});
       made.report->Add(ReportJson(line, Status::kSkipped, nullptr));
     }
@@ -47,7 +48,7 @@ Preparation Prepare(const ConversionOptions& options, const Context& context, co
   made.keys = context.ReadKeys();
   if (options.resume) made.finished = FinishedWork(options.report);
   if (!options.report.empty()) made.report = std::make_unique<Report>(options.report);
-  if (options.resume) ReportListedFolders(made, conversion);
+  if (options.resume) ReportListedFolders(made, conversion, options.outputs.dry_run);
   return made;
 }
 

@@ -136,7 +136,7 @@ class CompanionTest(FolderTest):
         os.rename(self.path("in/opera.logdata"), self.path("in/Cosi\u0300.logdata"))
         self.assertEqual(self.said("up", "in/Cos\u00ec.showdata", "-o", "out", code=IO), [
             "in/Cos\u00ec.showdata: needs its log, which has the name of the show, and in/Cos\u00ec.logdata is not there, but "
-            "in/Cosi\u0300.logdata is, which only looks the same; give --companion or --companions, or --show-name NAME"])
+            "in/Cosi\u0300.logdata is, in other characters; give --companion or --companions, or --show-name NAME"])
 
     def test_takes_names_in_upper_case(self):
         for kind in ("showdata", "logdata"):
@@ -180,7 +180,7 @@ class CompanionTest(FolderTest):
                             message=f"in/{name}: companion in/{other}: {zeros}")
             self.write(f"in/{other}", content)
         self.encrypt("zeros", bytes(6000))
-        self.refuse("up", "zeros", "-o", "out", "--show-name", "X", code=BAD_INPUT, 
+        self.refuse("up", "zeros", "-o", "out", "--show-name", "X", code=BAD_INPUT,
                     message="zeros: is no show and no log of any version; give an undamaged file")
 
     def test_refuses_a_show_without_songs_for_a_log(self):

@@ -14,6 +14,16 @@ namespace zuna_toolkit {
 
 namespace {
 
+template <typename Event>
+bool AreSameEdits(const CL::EventList<Event>& before, const CL::EventList<Event>& after) {
+  using Traits = EntryTraits<Event>;
+  const auto equal = [](const Event& a, const Event& b) {
+    return Traits::Tick(a) == Traits::Tick(b) && Traits::Values(a) == Traits::Values(b);
+  };
+  return std::equal(before.events.begin(), before.events.end(), after.events.begin(), after.events.end(),
+                    equal);
+}
+
 /// Compares one list of edits of two songs.
 template <typename Event>
 class EditComparison {
@@ -22,13 +32,9 @@ class EditComparison {
       : subject_(subject), list_(list), differences_(differences) {}
 
   void Compare(const CL::EventList<Event>& before, const CL::EventList<Event>& after) const {
-    using Traits = EntryTraits<Event>;
-    const auto equal = [](const Event& a, const Event& b) {
-      return Traits::Tick(a) == Traits::Tick(b) && Traits::Values(a) == Traits::Values(b);
-    };
+    if (AreSameEdits(before, after)) return;
     const std::vector<Event>& a = before.events;
     const std::vector<Event>& b = after.events;
-    if (std::equal(a.begin(), a.end(), b.begin(), b.end(), equal)) return;
     if (differences_.are_losses()) {
       const auto pairs = PairsInOrder(a, b, [](const Event& event) { return IsKept(event); });
       if (pairs) {
@@ -109,11 +115,13 @@ void CompareSongLogs(const SongDifferences& differences, const CL::SongLog& a, c
   CompareEdits(Subject::kCaesura, "caesuras", a.caesuras, b.caesuras, differences);
 }
 
+/// Whether two song logs of one length have the same content.
 bool IsSameSongLog(const CL::SongLog& a, const CL::SongLog& b) {
-  bool same = true;
-  const DifferenceSink sink = [&](const Difference&) { same = false; };
-  CompareSongLogs(SongDifferences("", sink, Purpose::kDifferences), a, b);
-  return same;
+  return a.attacca == b.attacca && a.division == b.division && AreSameEdits(*a.fermatas, *b.fermatas) &&
+         AreSameEdits(*a.vamps, *b.vamps) && AreSameEdits(*a.repeats, *b.repeats) &&
+         AreSameEdits(*a.cuts, *b.cuts) && AreSameEdits(*a.transposes, *b.transposes) &&
+         AreSameEdits(*a.tempo_scales, *b.tempo_scales) && AreSameEdits(*a.clicks, *b.clicks) &&
+         AreSameEdits(*a.markers, *b.markers) && AreSameEdits(*a.caesuras, *b.caesuras);
 }
 
 template <typename Log>

@@ -114,11 +114,11 @@ void CompareShows(const zuna_midi::ShowData& before, const zuna_midi::ShowData& 
         differences.SetBars(BarLabels(*a->timeline), BarLabels(*b->timeline));
         CompareFields(*a, *b, differences);
         if (legacy) {
-          const auto old_a = legacy->before.songs.find(a->song_number);
-          const auto old_b = legacy->after.songs.find(b->song_number);
-          CompareLegacyTimelines(old_a->second.timeline, old_b->second.timeline, differences);
+          const version0::SongData& old_a = legacy->before.songs.at(a->song_number);
+          const version0::SongData& old_b = legacy->after.songs.at(b->song_number);
+          CompareLegacyTimelines(old_a.timeline, old_b.timeline, differences);
           CompareVoices(PairByName(*a->voice_data, *b->voice_data), differences);
-          CompareLegacyTracks(old_a->second, old_b->second, differences);
+          CompareLegacyTracks(old_a, old_b, differences);
         } else {
           CompareTimelines(*a->timeline, *b->timeline, differences);
           CompareVoices(PairByName(*a->voice_data, *b->voice_data), differences);

@@ -120,7 +120,7 @@ class BinarySalvage {
     if (IsEnd(at)) return true;
     std::size_t end = at;
     const auto next = Read(end);
-    if (!next && !steps_.Take(failed_at_ - at)) return false;
+    if (!steps_.Take((next ? end : failed_at_) - at)) return false;
     if (!MayBegin(at)) return next && Kind::HoldsSomething(*next) && (IsEnd(end) || MayBegin(end));
     if (next && Kind::HoldsSomething(*next)) return true;
     const auto number = TypedText(bytes_, at, compact_, kLongestTypedNumber);

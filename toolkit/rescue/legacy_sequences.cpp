@@ -121,10 +121,14 @@ class SequenceMender {
     if (!seen_.empty() && start.kind < seen_.back()) return false;
     const std::size_t records = at + kSequenceHead;
     if (start.length == 0 || start.length > bytes_.size() - records) return false;
-    const std::size_t end = records + start.length;
-    std::size_t count = 0;
-    const std::size_t read = EndOfRecords(bytes_.substr(0, end), records, *start.kind, count);
-    return steps_.Take(count + 1) && read == end;
+    const std::string_view sequence = bytes_.substr(0, records + start.length);
+    std::size_t read = records;
+    while (read < sequence.size()) {
+      const auto end = RecordEnd(sequence, read, *start.kind);
+      if (!end || !steps_.Take()) return false;
+      read = *end;
+    }
+    return true;
   }
 
   /// The next sequence: that at the current place, or the first whole one after it, whose place is the
@@ -133,7 +137,9 @@ class SequenceMender {
     if (const auto start = NewStartAt(at_)) return start;
     for (std::size_t at = at_ + 1; at < bytes_.size(); ++at) {
       const auto start = NewStartAt(at);
-      if (!start || !IsWholeAndLater(at, *start)) continue;
+      if (!start) continue;
+      if (!steps_.Take()) break;
+      if (!IsWholeAndLater(at, *start)) continue;
       at_ = at;
       return start;
     }

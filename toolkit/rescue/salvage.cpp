@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
+#include <string>
 #include <vector>
 
 #include "kit/numeric_string_compare.h"
@@ -57,13 +59,20 @@ std::vector<SongRun> RunsOf(const std::vector<RescuedSong*>& songs, SongOrder or
   return runs;
 }
 
-/// How often each number was given.
-using GivenNumbers = std::map<std::string, unsigned>;
+/// The numbers that songs were given.
+struct GivenNumbers {
+  std::set<std::string> taken;
+  std::map<std::string, unsigned> last;  ///< in parentheses, by what stands before it
+};
 
 std::string OwnNumber(const std::string& number, GivenNumbers& given) {
-  unsigned& count = given[number];
-  if (++count == 1) return number;
-  return OwnNumber(number.substr(0, kLongestNumber) + " (" + std::to_string(count) + ")", given);
+  if (given.taken.insert(number).second) return number;
+  const std::string stem = number.substr(0, kLongestNumber);
+  unsigned& last = given.last.try_emplace(stem, 1).first->second;
+  while (true) {
+    std::string own = stem + " (" + std::to_string(++last) + ")";
+    if (given.taken.insert(own).second) return own;
+  }
 }
 
 void GiveOwnNumber(RescuedSong& song, GivenNumbers& given) {

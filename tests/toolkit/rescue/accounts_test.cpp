@@ -2,6 +2,10 @@
 // something, and what is written reads back.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
+#include <random>
+
 #include "tests/support/legacy_samples.h"
 #include "tests/support/random_legacy_log.h"
 #include "tests/support/random_legacy_show.h"
