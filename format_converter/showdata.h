@@ -15,7 +15,7 @@
 // - std::length_error for a show that the version of the output cannot hold;
 // - std::ios_base::failure when the output's stream cannot take what is written to it.
 //
-// What else each one throws stands with it.
+// Each function lists its other exceptions.
 
 #include <cstdint>
 #include <string>

@@ -62,8 +62,7 @@ std::string Findings::Text(bool errors_only) const {
 }
 
 void NoteErrors(const zuna_toolkit::Document& document, const std::string& name, Context& context) {
-  if (Findings(document, false).has_errors())
-    context.Note(name, "has errors, which zuna-convert check tells");
+  if (Findings(document, false).has_errors()) context.Note(name, "has errors; zuna-convert check lists them");
 }
 
 }  // namespace zuna_cli

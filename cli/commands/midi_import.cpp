@@ -52,13 +52,13 @@ std::vector<std::string> NumbersInNames(const std::vector<std::string>& paths) {
   for (const std::string& path : paths) {
     numbers.push_back(NumberInName(path));
     if (!numbers.back().empty()) continue;
-    throw Failure(ErrorCode::kUsage, InputName(path), "has no number and blank in front of its name",
+    throw Failure(ErrorCode::kUsage, InputName(path), "does not begin with a number and a space",
                   "give --song-number for each file in place of --numbers-from-names");
   }
   return numbers;
 }
 
-/// Says where files are numbered otherwise than their names are, as the shell sorts them: 1, 10, 2.
+/// Names the first file that gets another number than its name has: shells sort 1, 10, 2.
 void NoteOtherNumber(const std::vector<std::string>& paths, Context& context) {
   for (std::size_t i = 0; i < paths.size(); ++i) {
     const std::string in_name = NumberInName(paths[i]);

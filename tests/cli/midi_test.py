@@ -52,7 +52,7 @@ class MidiTest(ToolTest):
         self.write("Air.mid", midi_file(NOTES))
         self.write("2 Other.mid", midi_file(NOTES))
         run = ("midi", "import", "2 Air.mid", "-o", "no", "--numbers-from-names")
-        self.refuse(*run, "Air.mid", code=USAGE, message="Air.mid: has no number and blank in front of its name; give "
+        self.refuse(*run, "Air.mid", code=USAGE, message="Air.mid: does not begin with a number and a space; give "
                                                          "--song-number for each file in place of --numbers-from-names")
         self.refuse(*run, "2 Other.mid", code=USAGE,
                     message="--numbers-from-names: gives one number twice; give each song its own")

@@ -125,7 +125,7 @@ class Edit(TextFormTest):
 
     def test_says_that_the_music_has_errors(self):
         self.editor("sed -i 's/\"secondsPerTick\": [0-9.e-]*/\"secondsPerTick\": 0/' \"$1\"\n")
-        errors = b"zuna-convert: {}: has errors, which zuna-convert check tells\n"
+        errors = b"zuna-convert: {}: has errors; zuna-convert check lists them\n"
         done = self.run_tool("edit", "0.0.showdata")
         self.assertIn(errors.replace(b"{}", b"0.0.showdata"), done.stderr)
         self.run_tool("check", "0.0.showdata", code=NEGATIVE)

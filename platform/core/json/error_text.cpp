@@ -12,6 +12,7 @@ namespace zuna_json {
 
 namespace {
 
+constexpr std::size_t kLongestCharacter = 4;  // bytes
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 constexpr std::string_view kBeginsOfValues = "\"{[-0123456789";
@@ -33,25 +34,24 @@ std::string SlipText(const ParseEnd& end) {
   if (end.at.empty()) return "";
   if (end.offset == 0 && end.at.starts_with(kByteOrderMark)) return "it begins with a byte order mark";
   if (IsCurlyQuote(end.at)) return "a curly quotation mark stands where a straight one belongs";
-  if (kit::Utf8Length(end.at) == 0) return "these bytes are not UTF-8";
+  if (end.at.size() == kLongestCharacter && kit::Utf8Length(end.at) == 0) return "these bytes are not UTF-8";
   if (IsConflictMark(end.at)) return "a merge has left a conflict here";
   const char c = end.at.front();
   if (IsOneOf(c, "/#")) return "there are no comments in JSON";
-  if (c == '\'') return "texts stand in double quotation marks";
+  if (c == '\'') return "strings need double quotation marks";
   if (IsOneOf(c, kBeginsOfValues) && IsOneOf(end.before, kEndsOfValues)) {
     return "a comma or a colon is missing before this";
   }
-  if (IsOneOf(c, "}]") && end.before == ',') return "no comma may stand before this";
+  if (IsOneOf(c, "}]") && end.before == ',') return "remove the comma before this";
   return "";
 }
 
 }  // namespace
 
 void KeepPlace(std::string_view piece, std::size_t used, ParseEnd& end) {
-  constexpr std::size_t kMost = 4;  // bytes of one character
   const std::size_t last = used == 0 ? std::string_view::npos : piece.find_last_not_of(" \t\r\n", used - 1);
   end.before = last == std::string_view::npos ? '\0' : piece[last];
-  end.at = piece.substr(used, kMost);
+  end.at = piece.substr(used, kLongestCharacter);
 }
 
 std::string DescribeError(const ParseEnd& end) {

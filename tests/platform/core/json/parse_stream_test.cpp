@@ -37,7 +37,7 @@ TEST(JsonError, NamesWhatIsEasilyMistyped) {
     for (const char* rest : {"1", "\"b\"", "{", "[", "-1"})
       EXPECT_EQ(SyntaxError(read, rest), comma) << read << rest;
   }
-  const std::string trailing = "this is not JSON (no comma may stand before this)";
+  const std::string trailing = "this is not JSON (remove the comma before this)";
   EXPECT_EQ(SyntaxError("[1,", "]"), trailing);
   EXPECT_EQ(SyntaxError("{\"a\": 1, ", "}"), trailing);
   for (const char* rest : {"// why", "/* why", "# why"}) {
@@ -50,7 +50,7 @@ TEST(JsonError, NamesWhatIsEasilyMistyped) {
   for (const char* rest : {"<<<<<<< 2.json", "=======", ">>>>>>> 3.json"}) {
     EXPECT_EQ(SyntaxError("[1, ", rest), "this is not JSON (a merge has left a conflict here)");
   }
-  EXPECT_EQ(SyntaxError("[", "'a'"), "this is not JSON (texts stand in double quotation marks)");
+  EXPECT_EQ(SyntaxError("[", "'a'"), "this is not JSON (strings need double quotation marks)");
   EXPECT_EQ(SyntaxError("[\"M",
                         "\xFC"
                         "ller\"]"),
