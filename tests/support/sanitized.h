@@ -29,4 +29,13 @@ inline std::size_t NextCall(std::size_t call) { return call + 1 + (kSanitized ? 
 /// sanitizer, one bit changes at a time.
 inline int NextChange(int bits) { return kSanitized ? bits * 2 : bits + 1; }
 
+/// The cut that follows in a test that cuts a file after every `step` bytes. Under a sanitizer they are
+/// eleven times as far apart.
+inline std::size_t NextCut(std::size_t cut, std::size_t step = 1) {
+  return cut + step * (kSanitized ? 11 : 1);
+}
+
+/// How many of so many rounds of a test of random inputs there are: under a sanitizer, a quarter.
+inline int Rounds(int rounds) { return kSanitized ? rounds / 4 : rounds; }
+
 }  // namespace zuna_test

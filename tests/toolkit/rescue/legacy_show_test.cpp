@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "tests/support/random_legacy_show.h"
+#include "tests/support/sanitized.h"
 #include "tests/toolkit/rescue/rescue_samples.h"
 #include "toolkit/error.h"
 
@@ -75,7 +76,7 @@ std::vector<std::string> SongsOf(const std::string& plaintext) {
 TEST(RescueOfLegacyShows, SavesTheSongsBeforeEveryCut) {
   std::mt19937 random(1);
   const Sample sample = MakeSample(random);
-  for (std::size_t cut = 0; cut <= sample.bytes.size(); ++cut) {
+  for (std::size_t cut = 0; cut <= sample.bytes.size(); cut = zuna_test::NextCut(cut)) {
     const std::vector<std::string> songs =
         cut == 0 ? std::vector<std::string>() : SongsOf(sample.bytes.substr(0, cut));
     for (const Part& part : sample.parts) {
@@ -89,7 +90,7 @@ TEST(RescueOfLegacyShows, SavesTheSongsBeforeEveryCut) {
 TEST(RescueOfLegacyShows, SavesTheSongsAfterEveryCutAtTheFront) {
   std::mt19937 random(2);
   const Sample sample = MakeSample(random);
-  for (std::size_t cut = 1; cut < sample.bytes.size(); cut += 7) {
+  for (std::size_t cut = 1; cut < sample.bytes.size(); cut = zuna_test::NextCut(cut, 7)) {
     const std::vector<std::string> songs = SongsOf(sample.bytes.substr(cut));
     for (const Part& part : sample.parts) {
       if (part.begin <= cut) continue;
@@ -151,7 +152,7 @@ TEST(RescueOfLegacyShows, TakesEventsUpToOneThatNobodyWrites) {
 
 TEST(RescueOfLegacyShows, TakesNoOtherBytesForSongs) {
   std::mt19937 random(6);
-  for (int round = 0; round < 300; ++round) {
+  for (int round = 0; round < zuna_test::Rounds(300); ++round) {
     std::string bytes(1 + random() % 4000, '\0');
     for (char& byte : bytes) byte = static_cast<char>(random());
     EXPECT_EQ(SongsOf(bytes), std::vector<std::string>()) << round;
@@ -165,7 +166,7 @@ TEST(RescueOfLegacyShows, TakesNoOtherBytesForSongs) {
 
 TEST(RescueOfLegacyShows, SavesLargeRandomSongs) {
   std::mt19937 random(5);
-  for (int round = 0; round < 60; ++round) {
+  for (int round = 0; round < zuna_test::Rounds(60); ++round) {
     const version0::ShowData show = zuna_test::RandomLegacyShow(random);
     if (show.songs.size() < 2) continue;
     const std::string bytes = zuna_test::Written(show);

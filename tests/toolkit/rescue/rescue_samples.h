@@ -13,6 +13,7 @@
 
 #include "tests/support/bytes.h"
 #include "tests/support/encrypted.h"
+#include "tests/support/sanitized.h"
 #include "toolkit/rescue/rescue.h"
 
 namespace zuna_test {
@@ -71,7 +72,7 @@ inline bool CameBack(const Part& part, const std::vector<std::string>& songs) {
 template <typename MakeSample, typename SongsOf>
 void ExpectUntouchedSongs(std::mt19937& random, int rounds, MakeSample make_sample, SongsOf songs_of) {
   for (const std::size_t count : {1U, 2U, 8U, 64U}) {
-    for (int round = 0; round < rounds; ++round) {
+    for (int round = 0; round < Rounds(rounds); ++round) {
       const Sample sample = make_sample(random);
       std::set<std::size_t> offsets;
       const std::string damaged = Damaged(sample.bytes, count, random, offsets);
