@@ -103,7 +103,7 @@ class LogSalvage {
     while (begin < end) {
       const std::size_t song_end = EndOfFirst(begin, end);
       const FoundSong song = SongAt(begin, 1);
-      if (song.sequences > 0 && song.end == end) {  // other writers may leave lists out
+      if (song.sequences > 0 && song.end == song_end) {  // other writers may leave lists out
         TakeWhole(begin, song_end);
       } else {
         Mend(begin, song_end);

@@ -11,9 +11,6 @@ namespace zuna_toolkit {
 
 namespace {
 
-constexpr std::size_t kStatusOffset = 8;  // in an event
-constexpr std::size_t kVoiceOffset = 11;
-
 constexpr std::array kTimelineSequences = {
     SequenceKind{version0::RTempo::eventCode, version0::RTempo::kPayloadLength, "tempos"},
     SequenceKind{version0::RBarsBeats::eventCode, 0, "bar labels"},
@@ -32,25 +29,6 @@ constexpr std::array kSongLogSequences = {
     SequenceKind{version0::XCaesura::eventCode, version0::XCaesura::kPayloadLength, "caesuras"},
     SequenceKind{version0::XScoreMarker::eventCode, 0, "markers"},
 };
-
-/// The identifiers of `tracks`, which have their count before them.
-std::string VoicesOf(std::string_view tracks) {
-  std::string voices;
-  RecordCursor in(tracks, 0);
-  for (std::uint32_t left = in.Number(1); left > 0; --left) {
-    voices += in.Take(1);
-    in.Text();
-  }
-  return voices;
-}
-
-bool IsPlausibleEvent(std::string_view event, std::string_view voices) {
-  const auto byte = [event](std::size_t at) { return static_cast<unsigned char>(event[at]); };
-  const unsigned status = byte(kStatusOffset);
-  const bool has_data = byte(kStatusOffset + 1) < 0x80 && byte(kStatusOffset + 2) < 0x80;
-  return status >= 0x80 && (status & 0x0FU) == 0 && has_data &&
-         (voices.empty() || voices.find(event[kVoiceOffset]) != std::string_view::npos);
-}
 
 }  // namespace
 
@@ -79,17 +57,11 @@ std::string WordBytes(std::size_t number) {
   return bytes;
 }
 
-std::string TextBytes(std::string_view text) { return static_cast<char>(text.size()) + std::string(text); }
-
-std::size_t CountPlausibleEvents(std::string_view bytes, std::string_view tracks) {
-  const std::string voices = VoicesOf(tracks);
-  std::size_t count = 0;
-  while (bytes.size() >= kEventSize && IsPlausibleEvent(bytes.substr(0, kEventSize), voices)) {
-    bytes.remove_prefix(kEventSize);
-    ++count;
-  }
-  return count;
+bool HasTimelineAt(std::string_view bytes, std::size_t at) {
+  return at < bytes.size() && bytes.substr(at).starts_with(kTimelineMagic);
 }
+
+std::string TextBytes(std::string_view text) { return static_cast<char>(text.size()) + std::string(text); }
 
 std::span<const SequenceKind> TimelineSequences() { return kTimelineSequences; }
 std::span<const SequenceKind> SongLogSequences() { return kSongLogSequences; }

@@ -4,8 +4,11 @@
 #include <sstream>
 
 #include "toolkit/internal/legacy_sizes.h"
+#include "toolkit/rescue/internal/legacy_events.h"
+#include "toolkit/rescue/internal/legacy_head.h"
 #include "toolkit/rescue/internal/legacy_records.h"
 #include "toolkit/rescue/internal/legacy_song.h"
+#include "toolkit/rescue/internal/mended_song.h"
 #include "toolkit/words.h"
 
 namespace zuna_toolkit {
@@ -43,7 +46,7 @@ class ShowSalvage {
     RecordCursor front(bytes_, at);
     const std::size_t length = front.Number(4);
     const std::size_t timeline = front.at() + length;
-    if (!front.ok() || !HasTimelineAt(timeline) || EndOfEvents(at) != timeline) return std::nullopt;
+    if (!front.ok() || !HasTimelineAt(bytes_, timeline) || EndOfEvents(at) != timeline) return std::nullopt;
     const bool has_all = TimelineAt(timeline).sequences == TimelineSequences().size();
     return has_all ? std::optional(TimelineAt(timeline).end) : std::nullopt;
   }
@@ -61,7 +64,7 @@ class ShowSalvage {
     while (begin < end) {
       const auto timeline_end = EndOfFirstTimeline(begin, end);
       const std::size_t song_end = timeline_end.value_or(end);
-      if (IsWholeBut(begin, song_end, song_end == end)) {
+      if (IsWholeBut(begin, song_end, song_end == end || BeginsSong(song_end))) {
         TakeWhole(begin, song_end);
       } else {
         Mend(begin, song_end, timeline_end.has_value());
@@ -71,10 +74,6 @@ class ShowSalvage {
   }
 
  private:
-  bool HasTimelineAt(std::size_t at) const {
-    return at < bytes_.size() && bytes_.substr(at).starts_with(kTimelineMagic);
-  }
-
   /// Where the events of the song at `at` end; none where what is before them does not fit.
   std::optional<std::size_t> EndOfEvents(std::size_t at) {
     RecordCursor in(bytes_, at);
@@ -82,11 +81,17 @@ class ShowSalvage {
     return in.ok() ? std::optional(head.events + head.stated_events * kEventSize) : std::nullopt;
   }
 
+  /// Whether the head of a song is at `at`, with a timeline where its events end.
+  bool BeginsSong(std::size_t at) {
+    const auto timeline = EndOfEvents(at);
+    return timeline && HasTimelineAt(bytes_, *timeline);
+  }
+
   /// Whether the song between `begin` and `end` is undamaged but for the length of its record, or meets the
   /// next song and has not all lists, as other writers may write it. That is too little to find a song by.
   bool IsWholeBut(std::size_t begin, std::size_t end, bool meets_next) {
     const auto timeline = EndOfEvents(begin);
-    if (!timeline || *timeline >= end || !HasTimelineAt(*timeline)) return false;
+    if (!timeline || *timeline >= end || !HasTimelineAt(bytes_, *timeline)) return false;
     RecordCursor front(bytes_, begin);
     const bool may_lack_lists = meets_next && front.Number(4) + front.at() == *timeline;
     const FoundTimeline found = TimelineAt(*timeline);
@@ -141,6 +146,8 @@ class ShowSalvage {
       return false;
     }
     MakeConvertible(song, told.remarks);
+    const std::vector<std::string> of_events = EventRemarks(song);
+    told.remarks.insert(told.remarks.end(), of_events.begin(), of_events.end());
     if (!told.remarks.empty()) told.state = SongState::kPartly;
     songs_.push_back(std::move(song));
     report_.songs.push_back(std::move(told));

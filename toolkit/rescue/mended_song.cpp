@@ -1,41 +1,47 @@
 // What can be read of a damaged song of a legacy show (docs/format-0.md, "song_data").
+#include "toolkit/rescue/internal/mended_song.h"
+
 #include <algorithm>
 #include <utility>
 
-#include "toolkit/rescue/internal/legacy_song.h"
+#include "toolkit/rescue/internal/legacy_events.h"
+#include "toolkit/rescue/internal/legacy_head.h"
+#include "toolkit/rescue/internal/legacy_records.h"
 
 namespace zuna_toolkit {
 
 namespace {
 
-constexpr std::size_t kEventsThatTell = 8;  // that a file without any timeline is a show
+constexpr std::size_t kEventsThatTell = 8;      // that a file without any timeline is a show
+constexpr std::size_t kRoomForOtherBytes = 48;  // among the events; more may be the beginning of another song
 
-bool HasTimelineAt(std::string_view bytes, std::size_t at) {
-  return at < bytes.size() && bytes.substr(at).starts_with(kTimelineMagic);
-}
-
-/// Where the timeline of a damaged song is, and how many events are before it.
+/// The events of a damaged song, and where its timeline is.
 struct SongParts {
-  std::size_t events = 0;
+  MendedEvents events = {};
   std::size_t timeline = 0;
   std::string problem = {};  ///< where no song can be made of them
 };
 
 SongParts FindParts(std::string_view bytes, const SongHead& head, bool is_show) {
   const std::size_t stated_end = head.events + head.stated_events * kEventSize;
-  std::size_t timeline = stated_end;
-  if (!HasTimelineAt(bytes, stated_end)) timeline = bytes.find(kTimelineMagic, head.events);
-  const bool has_magic = timeline != std::string_view::npos;
-  if (!has_magic) timeline = std::min(stated_end, bytes.size());
-  const std::size_t events = (timeline - head.events) / kEventSize;
-  if (has_magic && timeline != head.events + events * kEventSize) {
-    return {.problem = "its events cannot be told from its beginning"};
+  if (HasTimelineAt(bytes, stated_end)) {
+    return {{std::string(bytes.substr(head.events, stated_end - head.events)), stated_end, {}}, stated_end};
   }
-  if (timeline == stated_end && has_magic) return {events, timeline};
-  const std::size_t plausible =
-      CountPlausibleEvents(bytes.substr(head.events, events * kEventSize), head.tracks);
-  if (!is_show && plausible < kEventsThatTell) return {.problem = "nothing tells that it is a song"};
-  return {has_magic ? events : plausible, timeline};
+  const std::size_t found = bytes.find(kTimelineMagic, head.events);
+  const bool has_magic = found != std::string_view::npos;
+  const std::size_t timeline = has_magic ? found : std::min(stated_end, bytes.size());
+  const std::string voices = VoicesOf(head.tracks);
+  if (has_magic) {  // where nothing but the count is damaged, the events reach up to the timeline
+    MendedEvents all = MendEvents(bytes.substr(0, timeline), head.events, voices, bytes.size());
+    if (all.end == timeline && all.unread.empty() && !all.bytes.empty()) return {std::move(all), timeline};
+  }
+  const std::size_t end = std::min(timeline, stated_end + kRoomForOtherBytes);
+  MendedEvents events = MendEvents(bytes.substr(0, end), head.events, voices, head.stated_events);
+  if (has_magic && events.bytes.empty()) return {.problem = "its events cannot be told from its beginning"};
+  if (!is_show && events.bytes.size() / kEventSize < kEventsThatTell) {
+    return {.problem = "nothing tells that it is a song"};
+  }
+  return {std::move(events), timeline};
 }
 
 /// A timeline whose lengths are right.
@@ -68,52 +74,46 @@ MendedTimeline MendTimeline(std::string_view bytes, std::size_t at, std::string_
 
 }  // namespace
 
-SongHead ReadSongHead(RecordCursor& in, Steps& steps) {
-  SongHead head;
-  in.Number(4);  // record length
-  head.number = in.Text();
-  head.name = in.Text();
-  head.division = in.Take(2);
-  head.length = in.Take(4);
-  const std::size_t tracks = in.at();
-  for (std::uint32_t left = in.Number(1); left > 0 && in.ok() && steps.Take(); --left) {
-    in.Take(1);  // id
-    in.Text();
-  }
-  head.tracks = in.From(tracks);
-  head.stated_events = in.Number(4);
-  head.events = in.at();
-  return head;
-}
-
 MendedSong MendSong(std::string_view bytes, std::size_t begin, bool is_show) {
   RecordCursor in(bytes, begin);
   Steps steps(bytes.size() - begin);
-  const SongHead head = ReadSongHead(in, steps);
+  SongHead head = ReadSongHead(in, steps);
   MendedSong song;
   song.told = {std::string(head.number), std::string(head.name), begin, bytes.size()};
-  song.problem = "its beginning cannot be read";
-  if (!in.ok()) return song;
-  const SongParts parts = FindParts(bytes, head, is_show);
+  SongParts parts{.problem = "its beginning cannot be read"};
+  if (in.ok()) parts = FindParts(bytes, head, is_show);
+  const std::size_t magic = bytes.find(kTimelineMagic, begin);
+  if (is_show && magic != std::string_view::npos && (!parts.problem.empty() || !IsNumber(head.number))) {
+    if (auto found = FindSongHead(bytes, begin, magic, steps)) {
+      head = std::move(*found);
+      parts = FindParts(bytes, head, is_show);
+    }
+  }
   song.problem = parts.problem;
   if (!song.problem.empty()) return song;
 
   std::vector<std::string>& remarks = song.told.remarks;
-  if (parts.events != head.stated_events) {
-    remarks.push_back("has " + std::to_string(parts.events) + " of the " +
-                      std::to_string(head.stated_events) + " events that it states");
+  remarks = head.missing;
+  const std::size_t events = parts.events.bytes.size() / kEventSize;
+  if (events != head.stated_events) {
+    remarks.push_back("has " + std::to_string(events) + " of the " + std::to_string(head.stated_events) +
+                      " events that it states");
+  } else if (!parts.events.unread.empty()) {
+    remarks.emplace_back("there are other bytes between its events");
   }
   const MendedTimeline timeline = MendTimeline(bytes, parts.timeline, head.length);
   const MendedSequences& lists = timeline.lists;
   remarks.insert(remarks.end(), lists.remarks.begin(), lists.remarks.end());
-  const std::size_t events_end = head.events + parts.events * kEventSize;
   const bool has_timeline = lists.end > parts.timeline;
-  song.told.end = has_timeline ? lists.end : events_end;
+  song.told.end = has_timeline ? lists.end : parts.events.end;
   if (has_timeline) song.unread = lists.unread;
-  if (has_timeline && events_end < parts.timeline) song.unread.push_back({events_end, parts.timeline});
+  song.unread.insert(song.unread.end(), parts.events.unread.begin(), parts.events.unread.end());
+  if (has_timeline && parts.events.end < parts.timeline) {
+    song.unread.push_back({parts.events.end, parts.timeline});
+  }
   song.bytes = WordBytes(0) + TextBytes(head.number) + TextBytes(head.name) + std::string(head.division) +
-               std::string(head.length) + std::string(head.tracks) + WordBytes(parts.events) +
-               std::string(bytes.substr(head.events, parts.events * kEventSize)) + timeline.bytes;
+               std::string(head.length) + std::string(head.tracks) + WordBytes(events) + parts.events.bytes +
+               timeline.bytes;
   return song;
 }
 

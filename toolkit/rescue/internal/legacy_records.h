@@ -42,11 +42,10 @@ std::string WordBytes(std::size_t number);
 /// A text with its length before it. It has at most 255 bytes.
 std::string TextBytes(std::string_view text);
 
-inline constexpr std::size_t kEventSize = 12;  ///< of an event of a song in bytes
+inline constexpr std::string_view kTimelineMagic = "TLMN";
 
-/// How many events that a writer may have written `bytes` begin with. Their voices are in `tracks`, which are
-/// those of the song with their count before them, unless it has none.
-std::size_t CountPlausibleEvents(std::string_view bytes, std::string_view tracks);
+/// Whether the magic of a timeline is at `at`.
+bool HasTimelineAt(std::string_view bytes, std::size_t at);
 
 /// What the sequences of one event code hold.
 struct SequenceKind {

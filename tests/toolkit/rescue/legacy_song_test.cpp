@@ -1,0 +1,230 @@
+// What comes back of a legacy song that is damaged inside: in its head, among its events, or in one of them.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "tests/support/legacy_samples.h"
+#include "tests/support/rescue_accounts.h"
+#include "tests/toolkit/rescue/rescue_samples.h"
+#include "toolkit/conversion/companion.h"
+#include "toolkit/conversion/conversion.h"
+
+namespace {
+
+using namespace std::string_literals;
+using zuna_test::RescuedOf;
+using zuna_toolkit::LegacyShow;
+using zuna_toolkit::Rescued;
+using zuna_toolkit::RescuedSong;
+using zuna_toolkit::SongState;
+
+using Texts = std::vector<std::string>;
+
+constexpr std::size_t kEvents = 10;                             // of a song
+constexpr std::size_t kSongBegin = 1;                           // of the first song, after the count of songs
+constexpr std::size_t kFirstEvent = 4 + 2 + 5 + 6 + 8 + 7 + 4;  // in a song: after its length, number, name,
+                                                                // division and length, tracks, count
+
+/// A song of ten events a quarter note apart.
+version0::SongData Song(const std::string& number) {
+  version0::SongData song = zuna_test::SampleLegacySong(number, 480);
+  song.song_length = 4800;
+  song.timeline.song_length = 4800;
+  song.tracks = {{1, "Piano"}, {9, "Drums"}};
+  song.events.clear();
+  for (std::uint32_t i = 0; i < kEvents; ++i) {
+    const std::uint8_t voice = i % 2 == 0 ? 1 : 9;
+    song.events[voice].emplace_back(i < 2 ? i * 480 : 960, i * 480, 0x90, static_cast<std::uint8_t>(60 + i),
+                                    100, voice);
+  }
+  return song;
+}
+
+/// The songs "1", "2" and "3".
+std::string Show() {
+  version0::ShowData show;
+  for (const char* number : {"1", "2", "3"}) show.songs[number] = Song(number);
+  return zuna_test::Written(show);
+}
+
+std::size_t SongSize() { return (Show().size() - kSongBegin) / 3; }
+
+const version0::SongData& SongOf(const Rescued& rescued, const std::string& number) {
+  return rescued.document.As<LegacyShow>()->show.songs.at(number);
+}
+
+std::size_t EventsOf(const version0::SongData& song) {
+  std::size_t count = 0;
+  for (const auto& [voice, events] : song.events) count += events.size();
+  return count;
+}
+
+/// How many events of `song` are none of Song().
+std::size_t ChangedEvents(const version0::SongData& song) {
+  std::size_t changed = 0;
+  const version0::SongData whole = Song("");
+  for (const auto& [voice, events] : song.events) {
+    for (const version0::EventObject& event : events) {
+      const auto found = std::find_if(whole.events.at(voice).begin(), whole.events.at(voice).end(),
+                                      [&](const auto& other) { return other.data1 == event.data1; });
+      changed += found == whole.events.at(voice).end() || found->abs_time != event.abs_time ? 1 : 0;
+    }
+  }
+  return changed;
+}
+
+/// What comes back of `damaged`, a show of three songs of which the one at `index` is damaged: the others are
+/// whole.
+Rescued RescuedBut(std::size_t index, const std::string& damaged) {
+  Rescued rescued = RescuedOf(damaged);
+  EXPECT_EQ(zuna_test::WrongAccount(rescued.report, damaged.size()), "");
+  EXPECT_EQ(rescued.report.songs.size(), 3U);
+  EXPECT_FALSE(rescued.report.complete());
+  for (std::size_t i = 0; i < rescued.report.songs.size(); ++i) {
+    EXPECT_EQ(rescued.report.songs[i].state, i == index ? SongState::kPartly : SongState::kWhole) << i;
+  }
+  return rescued;
+}
+
+TEST(RescueOfALegacySong, IsWholeWhereNothingIsDamaged) {
+  EXPECT_EQ(Show().find("\x90\x3C"), kSongBegin + kFirstEvent + 8);
+  EXPECT_TRUE(RescuedOf(Show()).report.complete());
+}
+
+TEST(RescueOfALegacySong, TakesTheInsideWhereTheHeadIsZero) {
+  for (const std::size_t song : {0U, 1U, 2U}) {
+    for (std::size_t zeros = 6; zeros <= kFirstEvent; ++zeros) {
+      SCOPED_TRACE(std::to_string(zeros) + " zeros in song " + std::to_string(song));
+      std::string damaged = Show();
+      damaged.replace(kSongBegin + song * SongSize(), zeros, std::string(zeros, '\0'));
+      const Rescued rescued = RescuedBut(song, damaged);
+      const RescuedSong& told = rescued.report.songs.at(song);
+      EXPECT_EQ(told.number, "");
+      EXPECT_EQ(told.remarks.at(zeros > kFirstEvent - 4 ? 1 : 0), "its number is missing");
+      EXPECT_EQ(told.name, zeros == 6 ? "Tune" : "");
+      const version0::SongData& back = SongOf(rescued, "");
+      EXPECT_EQ(EventsOf(back), kEvents);
+      EXPECT_EQ(back.song_length, 4800U) << "the timeline has it too";
+      EXPECT_EQ(back.timeline.tempos.size(), 1U);
+    }
+  }
+}
+
+TEST(RescueOfALegacySong, TellsWhatOfTheHeadIsMissing) {
+  std::string damaged = Show();
+  damaged.replace(kSongBegin, 11, std::string(11, '\0'));
+  const Rescued rescued = RescuedBut(0, damaged);
+  EXPECT_EQ(rescued.report.songs[0].remarks, (Texts{"its number is missing", "its name is missing"}));
+  EXPECT_EQ(SongOf(rescued, "").tracks.size(), 2U);
+  EXPECT_EQ(SongOf(rescued, "").division, 480U);
+  EXPECT_NO_THROW(zuna_toolkit::Up(rescued.document, zuna_toolkit::Companion{}, {1, 2}));
+}
+
+TEST(RescueOfALegacySong, TellsThatTheWholeHeadIsMissing) {
+  std::string damaged = Show();
+  damaged.replace(kSongBegin, kFirstEvent, std::string(kFirstEvent, '\0'));
+  const Rescued rescued = RescuedBut(0, damaged);
+  EXPECT_NO_THROW(zuna_toolkit::Up(rescued.document, zuna_toolkit::Companion{}, {1, 2}));
+  EXPECT_EQ(rescued.report.songs[0].remarks,
+            (Texts{"the count of its events is missing", "its number is missing", "its name is missing",
+                   "its division is missing",
+                   "10 events are of 2 voices that it does not list, added without a name"}));
+}
+
+TEST(RescueOfALegacySong, KeepsTheEventsAroundAByteThatIsMissing) {
+  for (std::size_t at = 0; at < kEvents * 12; ++at) {
+    SCOPED_TRACE(at);
+    std::string damaged = Show();
+    damaged.erase(kSongBegin + SongSize() + kFirstEvent + at, 1);
+    const Rescued rescued = RescuedBut(1, damaged);
+    EXPECT_EQ(rescued.report.songs[1].remarks.at(0), "has 9 of the 10 events that it states");
+    EXPECT_EQ(EventsOf(SongOf(rescued, "2")), kEvents - 1);
+    EXPECT_EQ(ChangedEvents(SongOf(rescued, "2")), 0U);
+  }
+}
+
+TEST(RescueOfALegacySong, KeepsTheEventsAroundBytesThatAreTooMany) {
+  for (const std::size_t count : {1U, 5U, 40U}) {
+    for (std::size_t at = 1; at < kEvents * 12; ++at) {
+      SCOPED_TRACE(std::to_string(count) + " bytes at " + std::to_string(at));
+      std::string damaged = Show();
+      damaged.insert(kSongBegin + SongSize() + kFirstEvent + at, std::string(count, '\x7F'));
+      const Rescued rescued = RescuedBut(1, damaged);
+      EXPECT_GE(EventsOf(SongOf(rescued, "2")), kEvents - 1);
+      EXPECT_LE(ChangedEvents(SongOf(rescued, "2")), 1U);
+      EXPECT_FALSE(rescued.report.unread.empty() && rescued.report.songs[1].remarks.empty());
+    }
+  }
+}
+
+TEST(RescueOfALegacySong, TakesNoEventsOfTheNextSong) {
+  std::string damaged = Show();
+  const std::size_t second = kSongBegin + SongSize();
+  damaged.erase(second + kFirstEvent + 30, 1);
+  damaged[damaged.find("TLMN", second)] = 'x';
+  damaged[damaged.find("TLMN", second) - 100] = '\x7F';  // an event of the third song
+  const Rescued rescued = RescuedOf(damaged);
+  EXPECT_LE(EventsOf(SongOf(rescued, "2")), kEvents);
+  for (const auto& [voice, events] : SongOf(rescued, "2").events) {
+    for (std::size_t i = 1; i < events.size(); ++i) EXPECT_GT(events[i].abs_time, events[i - 1].abs_time);
+  }
+}
+
+TEST(RescueOfALegacySong, TellsAnEventThatIsNoMessage) {
+  for (const auto& [offset, byte] : {std::pair{8, '\x10'}, {8, '\x91'}, {9, '\x80'}, {10, '\xFF'}}) {
+    std::string damaged = Show();
+    damaged[kSongBegin + SongSize() + kFirstEvent + 12 + static_cast<std::size_t>(offset)] = byte;
+    const Rescued rescued = RescuedBut(1, damaged);
+    EXPECT_EQ(rescued.report.songs[1].remarks, Texts{"1 event has bytes that no MIDI message has"});
+    EXPECT_FALSE(rescued.report.songs[1].vouched);
+    EXPECT_EQ(EventsOf(SongOf(rescued, "2")), kEvents);
+  }
+}
+
+TEST(RescueOfALegacySong, TellsADeltaTimeThatContradictsTheTime) {
+  std::string damaged = Show();
+  damaged[kSongBegin + SongSize() + kFirstEvent + 12] = '\1';
+  const Rescued rescued = RescuedBut(1, damaged);
+  EXPECT_EQ(rescued.report.songs[1].remarks,
+            Texts{"1 event has another delta time than its time and that of the event before it give"});
+}
+
+/// A song without its last list, and with lengths that fit.
+std::string WithoutMeters(const std::string& number) {
+  std::string song = zuna_test::Written(Song(number));
+  const std::size_t size = 5 + 9;  // of the meters, which are the last list
+  song.resize(song.size() - size);
+  const std::size_t length = song.find("TLMN") + 4 + 2 + 4;  // of the lists, after name and song length
+  song[length] = static_cast<char>(static_cast<unsigned char>(song[length]) - size);
+  return song;
+}
+
+TEST(RescueOfALegacySong, IsWholeWhereItsWriterLeavesListsOut) {
+  const Rescued rescued = RescuedOf("\3" + WithoutMeters("1") + WithoutMeters("2") + WithoutMeters("3"));
+  ASSERT_EQ(rescued.report.songs.size(), 3U);
+  for (const RescuedSong& song : rescued.report.songs) EXPECT_EQ(song.remarks, Texts()) << song.number;
+  EXPECT_TRUE(rescued.report.complete());
+}
+
+/// A song log whose only list is that of its cuts, with one cut.
+std::string ShortSongLog(const std::string& number) {
+  return "\x0D\0\0\0"s  // the sequence has four bytes more: 17
+         "\1" +
+         number +                      // number
+         "\4Tune"                      // name
+         "\0\0\0\0"                    // length
+         "B\x0C\0\0\0"                 // cuts, 12 bytes
+         "B\x9\0\0\0\0\0\1\0\0\0\1"s;  // a cut from 0 to 1
+}
+
+TEST(RescueOfALegacySong, IsWholeWhereTheWriterOfALogLeavesListsOut) {
+  const std::string songs = ShortSongLog("1") + ShortSongLog("2") + ShortSongLog("3");
+  const std::string log = "ZUNA" + std::string(1, static_cast<char>(22 + songs.size())) + "\0\0\0"s +
+                          "0123456789abcdef" + "\0\0\1\0\2\0"s + songs;
+  const Rescued rescued = RescuedOf(log);
+  ASSERT_EQ(rescued.report.songs.size(), 3U);
+  for (const RescuedSong& song : rescued.report.songs) EXPECT_EQ(song.remarks, Texts()) << song.number;
+  EXPECT_TRUE(rescued.report.complete());
+}
+
+}  // namespace
