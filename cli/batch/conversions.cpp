@@ -32,7 +32,8 @@ void ReportListedFolders(const Preparation& made, const Conversion& conversion, 
       ReportLine line;
       line.path = folder.string();
       line.is_dry_run = is_dry_run;
-      line.options = conversion.options({line.path, line.path});
+      line.options = conversion.command;
+      line.companion_options = CompanionOptionsOf(conversion, {line.path, line.path});
       made.report->Add(ReportJson(line, Status::kSkipped, nullptr));
     }
   }

@@ -45,8 +45,10 @@ struct Converted {
 
 /// One of the commands.
 struct Conversion {
-  /// The command and what changes its result for an input; for the report.
-  std::function<std::string(const zuna_toolkit::Input&)> options;
+  std::string command;  ///< with what changes the results of all inputs; for the report
+  /// What about companions changes the result for an input, for the report; may be empty.
+  std::function<std::string(const zuna_toolkit::Input&)> companion_options;
+  bool is_up = false;                                              ///< legacy inputs become current ones
   zuna_toolkit::Expected expected = zuna_toolkit::Expected::kAny;  ///< what inputs may hold
   /// Converts what `input` holds. Nothing where it has the version that was asked for.
   std::function<std::optional<Converted>(const zuna_toolkit::Document& document,
@@ -55,6 +57,11 @@ struct Conversion {
   std::optional<std::string> companion;  ///< the one that the command line names
   CompanionPathOf companion_path;        ///< where a companion may be; may be empty
 };
+
+/// The options about companions that count for an input.
+inline std::string CompanionOptionsOf(const Conversion& conversion, const zuna_toolkit::Input& input) {
+  return conversion.companion_options ? conversion.companion_options(input) : "";
+}
 
 /// Converts all inputs. Throws what CollectInputs(), PlanOutputs() and RunAll() throw.
 void ConvertAll(const ConversionOptions& options, Context& context, const Conversion& conversion);

@@ -9,6 +9,7 @@
 #include "cli/batch/loss_policy.h"
 #include "cli/batch/sealing.h"
 #include "cli/shared/input.h"
+#include "cli/shared/loss_kinds_json.h"
 #include "cli/shared/losses.h"
 #include "cli/terminal/standard_streams.h"
 #include "kit/file.h"
@@ -33,7 +34,8 @@ Converter::Converter(const ConversionOptions& options, const Context& context, c
 Outcome Converter::operator()(const Job& job) const {
   ReportLine line;
   line.path = job.input.path;
-  line.options = conversion_.options(job.input) + PolicyText(options_);
+  line.options = conversion_.command + PolicyText(options_);
+  line.companion_options = CompanionOptionsOf(conversion_, job.input);
   line.output = job.output;
   line.is_dry_run = options_.outputs.dry_run;
   try {
@@ -71,7 +73,7 @@ Outcome Converter::Convert(const Job& job, ReportLine& line) const {
   Bytes bytes = ReadInput(job.input.path, zuna_toolkit::kMaxFileSize);
   if (HasReport()) {
     line.digest = zuna_sec::Sha256Text(bytes);
-    if (IsFinished(job, exists, line)) return Passed(job.input.path, "is finished, as the report says", line);
+    if (const FinishedWork::Piece* piece = Finished(job, exists, line)) return PassedAsFinished(*piece, line);
   }
   auto [file, key] = DecryptInput(bytes, InputName(job.input.path), keys_);
   Result result = Make(job, std::move(file), *key, std::move(bytes), line);
@@ -79,7 +81,7 @@ Outcome Converter::Convert(const Job& job, ReportLine& line) const {
   if (is_written && destination) line.backup = destination->KeepOld();
   if (HasReport() && !line.backup.empty()) report_->Add(BegunJson(line));
   // Nothing needs memory once the output has its place.
-  if (HasReport()) result.outcome.report = FinalLine(result.outcome.status, line);
+  if (HasReport()) AddFinalLine(result.outcome, line);
   if (result.bytes) placing_.Write(job, *result.bytes, destination);
   return std::move(result.outcome);
 }
@@ -99,6 +101,7 @@ Converter::Result Converter::Make(const Job& job, zuna_toolkit::OpenedFile&& fil
     line.companion = converted->companion;
     line.notes = converted->notes;
     line.losses = losses.json();
+    line.loss_kinds = LossKindsJson(losses.Kinds());
     RequireAccepted(losses, options_, document->name());
     TellConversion(*converted, *document, losses, is_one_of_many_, result.outcome);
     document = std::move(converted->document);  // What was converted is not needed any more.
@@ -112,11 +115,7 @@ Converter::Result Converter::Make(const Job& job, zuna_toolkit::OpenedFile&& fil
     if (options_.outputs.in_place) bytes = Bytes();
   }
   if (!bytes.empty()) {
-    if (HasReport() && !options_.outputs.dry_run) {
-      const std::string digest = zuna_sec::Sha256Text(bytes);
-      line.finished = FinishedMark(line, CompanionOf(job), digest);
-      line.written = WrittenMark(line.path, line.output, digest);
-    }
+    if (HasReport() && !options_.outputs.dry_run) AddMarks(bytes, line);
     if (context_.LacksKey(key)) Say(result.outcome, OutputName(job.output), kEmptyKeyNote);
     result.bytes = std::move(bytes);
   }
@@ -132,25 +131,58 @@ Outcome Converter::Passed(const std::string& name, const std::string& text, cons
   return outcome;
 }
 
-bool Converter::IsFinished(const Job& job, bool exists, ReportLine& line) const {
-  if (finished_.empty() || !exists) return false;
-  const auto output = kit::ReadRegularFile(job.output, zuna_toolkit::kMaxFileSize);
-  if (!output) return false;
-  const std::string digest = zuna_sec::Sha256Text(output->bytes());
-  const std::string mark = FinishedMark(line, CompanionOf(job), digest);
-  if (!finished_.Contains(mark)) return false;
-  line.finished = mark;
-  line.written = WrittenMark(line.path, line.output, digest);
-  return true;
+Outcome Converter::PassedAsFinished(const FinishedWork::Piece& piece, const ReportLine& line) const {
+  Outcome outcome = Passed(line.path, "is finished, as the report says", line);
+  TellEarlierLosses(piece, line.path, outcome);
+  return outcome;
 }
 
-std::string Converter::FinalLine(Status status, const ReportLine& line) const {
-  if (status == Status::kCurrent && options_.outputs.in_place) {
-    const std::string written = WrittenMark(line.path, line.output, line.digest);
-    if (!finished_.IsUnfinished(line.path) && finished_.Contains(written)) return "";
-    if (std::string done = finished_.DoneLine(line.path, written); !done.empty()) return done;
+void Converter::TellEarlierLosses(const FinishedWork::Piece& piece, const std::string& name,
+                                  Outcome& outcome) const {
+  outcome.losses = LossKindsOfJson(piece.loss_kinds, conversion_.is_up);
+  if (is_one_of_many_) return;  // The totals tell them.
+  for (const LossKind& kind : outcome.losses) {
+    outcome.messages.push_back({true, NoteLine(name, TotalLine(kind))});
   }
-  return ReportJson(line, status, nullptr);
+}
+
+const FinishedWork::Piece* Converter::Finished(const Job& job, bool exists, ReportLine& line) const {
+  if (finished_.empty() || !exists) return nullptr;
+  const auto output = kit::ReadRegularFile(job.output, zuna_toolkit::kMaxFileSize);
+  if (!output) return nullptr;
+  const std::string digest = zuna_sec::Sha256Text(output->bytes());
+  const std::string mark = FinishedMark(line, digest);
+  const FinishedWork::Piece* piece = finished_.Find(mark);
+  if (piece == nullptr || !HasSameCompanion(*piece)) return nullptr;
+  line.finished = mark;
+  line.written = WrittenMark(line.path, line.output, digest);
+  return piece;
+}
+
+void Converter::AddMarks(const Bytes& bytes, ReportLine& line) const {
+  if (!line.companion.empty()) {
+    const auto companion_digest = DigestOfFile(line.companion);
+    if (!companion_digest) return;  // Whether it is as it was cannot be told later.
+    line.companion_digest = *companion_digest;
+  }
+  const std::string digest = zuna_sec::Sha256Text(bytes);
+  line.finished = FinishedMark(line, digest);
+  line.written = WrittenMark(line.path, line.output, digest);
+}
+
+void Converter::AddFinalLine(Outcome& outcome, const ReportLine& line) const {
+  if (outcome.status == Status::kCurrent && options_.outputs.in_place) {
+    const std::string written = WrittenMark(line.path, line.output, line.digest);
+    const FinishedWork::Piece* piece = finished_.Find(written);
+    if (piece != nullptr && !finished_.IsUnfinished(line.path)) {
+      return TellEarlierLosses(*piece, line.path, outcome);
+    }
+    outcome.report = finished_.DoneLine(line.path, written);
+    if (!outcome.report.empty()) {
+      return TellEarlierLosses(FinishedWork::PieceOf(outcome.report), line.path, outcome);
+    }
+  }
+  outcome.report = ReportJson(line, outcome.status, nullptr);
 }
 
 std::string Converter::CompanionOf(const Job& job) const {

@@ -42,12 +42,18 @@ class Converter {
   Result Make(const Job& job, zuna_toolkit::OpenedFile&& file, const CipherKey& key,
               std::vector<std::uint8_t> bytes, ReportLine& line) const;
   Outcome Passed(const std::string& name, const std::string& text, const ReportLine& line) const;
-  /// Whether the report has this input as finished, and what was written then is there.
-  bool IsFinished(const Job& job, bool exists, ReportLine& line) const;
-  /// The line of the report about an input that is not passed over. Where it needs nothing because an earlier
-  /// run has replaced it, that run's line is the last one, which has the backup and the losses: empty where
-  /// it is there, and made of its beginning where that run was killed.
-  std::string FinalLine(Status status, const ReportLine& line) const;
+  Outcome PassedAsFinished(const FinishedWork::Piece& piece, const ReportLine& line) const;
+  /// Adds what an earlier run has lost, so that this one ends as a single run would.
+  void TellEarlierLosses(const FinishedWork::Piece& piece, const std::string& name, Outcome& outcome) const;
+  /// What the report has about this input where it is finished, and what was written then is there with the
+  /// companion that was read; null where it is to be done.
+  const FinishedWork::Piece* Finished(const Job& job, bool exists, ReportLine& line) const;
+  /// Adds the marks of work that makes `bytes`.
+  void AddMarks(const std::vector<std::uint8_t>& bytes, ReportLine& line) const;
+  /// Adds the line of the report about an input that is not passed over. Where it needs nothing because an
+  /// earlier run has replaced it, that run's line is the last one, which has the backup and the losses: there
+  /// is none where it is there, and it is made of its beginning where that run was killed.
+  void AddFinalLine(Outcome& outcome, const ReportLine& line) const;
   /// The companion that is there; empty for none.
   std::string CompanionOf(const Job& job) const;
 

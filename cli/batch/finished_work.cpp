@@ -2,15 +2,16 @@
 #include "cli/batch/finished_work.h"
 
 #include <filesystem>
-#include <optional>
 #include <string_view>
 #include <vector>
 
 #include "cli/shared/input.h"
 #include "cli/shared/json_text.h"
 #include "cli/terminal/standard_streams.h"
+#include "cli/terminal/text.h"
 #include "kit/error.h"
 #include "kit/file.h"
+#include "kit/hex.h"
 #include "toolkit/words.h"
 #include "zuna_sec/digest.h"
 
@@ -18,17 +19,30 @@ namespace zuna_cli {
 
 namespace {
 
-constexpr std::size_t kMarkSize = 64;                     // digits
+constexpr std::size_t kDigestSize = 64;                   // digits
 constexpr std::size_t kMaxReport = std::size_t{1} << 31;  // bytes
 
-/// The value of the key that `line` begins with, where it is a mark.
-std::string_view MarkAt(std::string_view line, std::string_view key) {
-  line.remove_prefix(key.size());
-  const std::size_t begin = line.find_first_not_of(" :\"");
-  if (begin == std::string_view::npos) return {};
-  line.remove_prefix(begin);
-  const bool is_whole = line.size() > kMarkSize && line[kMarkSize] == '"';
-  return is_whole ? line.substr(0, kMarkSize) : std::string_view();
+/// What follows `key` in a line; empty where the line does not have it.
+std::string_view ValueOf(std::string_view line, std::string_view key) {
+  // A key begins with a quotation mark that no text of JSON has inside: there it would be escaped.
+  const std::string begin = std::string(key) + ": ";
+  const std::size_t at = line.find(begin);
+  return at == std::string_view::npos ? std::string_view() : line.substr(at + begin.size());
+}
+
+/// The value of `key` where it is a digest.
+std::string_view DigestAt(std::string_view line, std::string_view key) {
+  const std::string_view value = ValueOf(line, key);
+  const bool is_whole = value.size() > kDigestSize + 1 && value[0] == '"' && value[kDigestSize + 1] == '"';
+  return is_whole ? value.substr(1, kDigestSize) : std::string_view();
+}
+
+/// A path that PathJson() has written with `key`; empty where there is none.
+std::string PathAt(std::string_view line, const std::string& key) {
+  const std::string_view bytes = ValueOf(line, '"' + key + "Bytes\"");
+  if (!bytes.empty()) return kit::DecodeHex(TextOfJson(bytes)).value_or("");
+  const std::string_view text = ValueOf(line, '"' + key + '"');
+  return text.starts_with('"') ? TextOfJson(text) : "";
 }
 
 /// The path of the input in a line, as PathJson() has written it.
@@ -72,60 +86,68 @@ void FinishedWork::Take(std::string_view line) {
     unfinished_[path] = line;
     return;
   }
-  bool is_finished = false;
-  // A key begins with a quotation mark that no text of JSON has inside: there it would be escaped.
-  for (const std::string_view key : {kFinishedKey, kWrittenKey}) {
-    const std::size_t at = line.find(key);
-    const std::string_view mark = at == std::string_view::npos ? "" : MarkAt(line.substr(at), key);
-    if (mark.empty()) continue;
-    marks_.emplace(mark);
-    is_finished = true;
-  }
-  if (is_finished) {
-    unfinished_.erase(path);
-  } else {
+  const std::string_view finished = DigestAt(line, kFinishedKey);
+  if (finished.empty()) {
     unfinished_[path] = line;
+    return;
+  }
+  unfinished_.erase(path);
+  const auto piece = std::make_shared<const Piece>(PieceOf(line));
+  for (const std::string_view mark : {finished, DigestAt(line, kWrittenKey)}) {
+    const auto [found, is_new] = marks_.try_emplace(std::string(mark), piece);
+    // An input that was passed over has nothing else to tell: an earlier line has it.
+    if (!is_new && !IsSkipped(line)) found->second = piece;
   }
 }
 
-bool FinishedWork::IsUnfinished(const std::string& path) const {
-  return !unfinished_.empty() && unfinished_.contains(PathJson("path", path));
+FinishedWork::Piece FinishedWork::PieceOf(std::string_view line) {
+  const std::string_view kinds = ValueOf(line, kLossKindsKey);
+  return {PathAt(line, std::string(kCompanion)), std::string(DigestAt(line, kCompanionDigestKey)),
+          std::string(kinds.substr(0, kinds.find(']')))};
 }
+
+const FinishedWork::Piece* FinishedWork::Find(const std::string& mark) const {
+  const auto found = marks_.find(mark);
+  return found == marks_.end() ? nullptr : found->second.get();
+}
+
+const std::string* FinishedWork::UnfinishedLine(const std::string& path) const {
+  if (unfinished_.empty()) return nullptr;
+  const auto found = unfinished_.find(PathJson("path", path));
+  return found == unfinished_.end() ? nullptr : &found->second;
+}
+
+bool FinishedWork::IsUnfinished(const std::string& path) const { return UnfinishedLine(path) != nullptr; }
 
 bool FinishedWork::HasFailed(const std::string& path) const {
-  if (unfinished_.empty()) return false;
-  const auto found = unfinished_.find(PathJson("path", path));
-  return found != unfinished_.end() && IsFailed(found->second);
+  const std::string* line = UnfinishedLine(path);
+  return line != nullptr && IsFailed(*line);
 }
 
 std::string FinishedWork::DoneLine(const std::string& path, const std::string& written) const {
-  const auto found = unfinished_.find(PathJson("path", path));
-  if (found == unfinished_.end()) return "";
-  const std::string& begun = found->second;
-  const std::size_t at = IsBegun(begun) ? begun.find(kWrittenKey) : std::string::npos;
-  return at != std::string::npos && MarkAt(std::string_view(begun).substr(at), kWrittenKey) == written
-             ? DoneJson(begun)
-             : "";
+  const std::string* line = UnfinishedLine(path);
+  return line != nullptr && IsBegun(*line) && DigestAt(*line, kWrittenKey) == written ? DoneJson(*line) : "";
 }
 
 std::string WrittenMark(const std::string& path, const std::string& output, const std::string& digest) {
   return Digest({"written", Whole(path), Whole(output), digest});
 }
 
-std::string FinishedMark(const ReportLine& line, const std::string& companion,
-                         const std::string& output_digest) {
-  std::string companion_digest;
-  if (!companion.empty()) {
-    std::optional<kit::FileBytes> content;
-    try {
-      content = kit::ReadRegularFile(companion, zuna_toolkit::kMaxFileSize);
-    } catch (const kit::RuntimeError&) {
-      return "";
-    }
-    if (content) companion_digest = zuna_sec::Sha256Text(content->bytes());
+std::string FinishedMark(const ReportLine& line, const std::string& output_digest) {
+  return Digest({line.options, Whole(line.path), line.digest, Whole(line.output), output_digest});
+}
+
+std::optional<std::string> DigestOfFile(const std::string& path) {
+  try {
+    const auto content = kit::ReadRegularFile(path, zuna_toolkit::kMaxFileSize);
+    return content ? zuna_sec::Sha256Text(content->bytes()) : "";
+  } catch (const kit::RuntimeError&) {
+    return std::nullopt;
   }
-  return Digest(
-      {line.options, Whole(line.path), line.digest, Whole(line.output), output_digest, companion_digest});
+}
+
+bool HasSameCompanion(const FinishedWork::Piece& piece) {
+  return piece.companion.empty() || DigestOfFile(piece.companion) == piece.companion_digest;
 }
 
 }  // namespace zuna_cli

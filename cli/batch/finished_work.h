@@ -3,7 +3,8 @@
 
 #include <functional>
 #include <map>
-#include <set>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -13,9 +14,16 @@
 namespace zuna_cli {
 
 /// The work that a report has as finished. Each piece has two marks: FinishedMark() of all that it depends
-/// on, and WrittenMark() of what was written.
+/// on besides its companion, and WrittenMark() of what was written.
 class FinishedWork {
  public:
+  /// What the report tells of a piece besides its marks.
+  struct Piece {
+    std::string companion;         ///< the path of the companion that was read; empty for none
+    std::string companion_digest;  ///< SHA-256 of its bytes then
+    std::string loss_kinds;        ///< for LossKindsOfJson()
+  };
+
   /// None.
   FinishedWork() = default;
   /// What the report at `path` has; nothing where there is no file. A line that was cut off counts for
@@ -24,6 +32,10 @@ class FinishedWork {
 
   bool empty() const { return marks_.empty(); }
   bool Contains(const std::string& mark) const { return marks_.contains(mark); }
+  /// What a line of the report tells of its piece.
+  static Piece PieceOf(std::string_view line);
+  /// The last piece with this mark; null for none.
+  const Piece* Find(const std::string& mark) const;
   /// Whether the last line about the input at `path` is not one of finished work.
   bool IsUnfinished(const std::string& path) const;
   /// Whether the last line about the input at `path` is one of a failure.
@@ -34,8 +46,10 @@ class FinishedWork {
 
  private:
   void Take(std::string_view line);
+  /// The last line about the input at `path` where it is not one of finished work; null otherwise.
+  const std::string* UnfinishedLine(const std::string& path) const;
 
-  std::set<std::string, std::less<>> marks_;
+  std::map<std::string, std::shared_ptr<const Piece>, std::less<>> marks_;
   /// The last lines of inputs where they are not of finished work, by path as JSON.
   std::map<std::string, std::string, std::less<>> unfinished_;
 };
@@ -45,9 +59,13 @@ class FinishedWork {
 std::string WrittenMark(const std::string& path, const std::string& output, const std::string& digest);
 
 /// The mark of work whose output has the content `output_digest`. `line` has the options, the paths and the
-/// digest of the input. `companion` is the path of a companion that is there, which is read; empty for none.
-/// Empty, which no work has, where that fails.
-std::string FinishedMark(const ReportLine& line, const std::string& companion,
-                         const std::string& output_digest);
+/// digest of the input. What is about companions is no part of it: that is for work that is left.
+std::string FinishedMark(const ReportLine& line, const std::string& output_digest);
+
+/// SHA-256 of the file at `path`; empty where there is no regular file. Nothing where it cannot be read.
+std::optional<std::string> DigestOfFile(const std::string& path);
+
+/// Whether the companion that a piece of work was done with is as it was.
+bool HasSameCompanion(const FinishedWork::Piece& piece);
 
 }  // namespace zuna_cli

@@ -9,7 +9,6 @@
 namespace zuna_cli {
 
 void LossTotals::Add(const std::vector<LossKind>& losses) {
-  if (!losses.empty()) ++inputs_;
   for (const LossKind& kind : losses) {
     const auto same = [&](const Total& total) {
       return total.kind.code == kind.code && total.kind.is_harmless == kind.is_harmless;

@@ -15,9 +15,6 @@ class LossTotals {
   /// Adds the losses of one input.
   void Add(const std::vector<LossKind>& losses);
 
-  /// How many inputs lose something.
-  std::size_t inputs() const { return inputs_; }
-
   /// A line for each kind, ready for standard error: how many of it in how many files. Those that do no harm
   /// come last.
   std::vector<std::string> Lines() const;
@@ -28,7 +25,6 @@ class LossTotals {
     std::size_t files;
   };
 
-  std::size_t inputs_ = 0;
   std::vector<Total> totals_;
 };
 

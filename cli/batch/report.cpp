@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <new>
@@ -38,10 +39,22 @@ std::string_view StatusText(Status status) {
   return "failed";
 }
 
+bool HasStatus(std::string_view line, Status status) {
+  return line.starts_with(std::string(kBegin) + '"' + std::string(StatusText(status)) + '"');
+}
+
 /// The end of the line before the one that ends at `end`, or of a part of it. All are offsets in bytes.
 off_t LineBefore(int file, off_t end) {
-  for (char last = 0; end > 0 && ::pread(file, &last, 1, end - 1) == 1 && last != '\n';) --end;
-  return end;
+  std::array<char, 4096> block{};
+  while (end > 0) {
+    const off_t begin = std::max<off_t>(0, end - static_cast<off_t>(block.size()));
+    const ssize_t count = ::pread(file, block.data(), static_cast<std::size_t>(end - begin), begin);
+    if (count < end - begin) return end;
+    const std::size_t last = std::string_view(block.data(), static_cast<std::size_t>(count)).rfind('\n');
+    if (last != std::string_view::npos) return begin + static_cast<off_t>(last) + 1;
+    end = begin;
+  }
+  return 0;
 }
 
 /// The size of a report of `size` bytes without a line that was cut off when the program was killed, and
@@ -67,13 +80,15 @@ std::string LineJson(const ReportLine& line, std::string_view status, const Fail
   const int code = failure == nullptr ? 0 : static_cast<int>(failure->exit_code());
   std::string json = std::string(kBegin) + '"' + std::string(status) + "\", " + PathJson("path", line.path) +
                      ", \"digest\": " + TextOrNull(line.digest) +
-                     ", \"options\": " + TextOrNull(line.options) + ", " +
-                     PathJson("companion", line.companion) + ", \"notes\": " + JsonStrings(line.notes) +
-                     ", " + PathJson("output", line.output) + ", " + PathJson("backup", line.backup) +
-                     ", \"exitCode\": " + std::to_string(code);
+                     ", \"options\": " + TextOrNull(line.options + line.companion_options) + ", " +
+                     PathJson(std::string(kCompanion), line.companion) + ", " +
+                     std::string(kCompanionDigestKey) + ": " + TextOrNull(line.companion_digest) +
+                     ", \"notes\": " + JsonStrings(line.notes) + ", " + PathJson("output", line.output) +
+                     ", " + PathJson("backup", line.backup) + ", \"exitCode\": " + std::to_string(code);
   if (line.is_dry_run) json += ", \"dryRun\": true";
   if (failure != nullptr) json += ", \"error\": " + ErrorJson(*failure);
-  json += ", \"losses\": [" + line.losses + "]";
+  json +=
+      ", \"losses\": [" + line.losses + "], " + std::string(kLossKindsKey) + ": [" + line.loss_kinds + "]";
   if (failure == nullptr && !line.finished.empty()) {
     json += ", " + std::string(kFinishedKey) + ": \"" + line.finished + "\", " + std::string(kWrittenKey) +
             ": \"" + line.written + '"';
@@ -91,9 +106,9 @@ std::string BegunJson(const ReportLine& line) { return LineJson(line, "begun", n
 
 bool IsBegun(std::string_view line) { return line.starts_with(std::string(kBegin) + "\"begun\""); }
 
-bool IsFailed(std::string_view line) {
-  return line.starts_with(std::string(kBegin) + '"' + std::string(StatusText(Status::kFailed)) + '"');
-}
+bool IsSkipped(std::string_view line) { return HasStatus(line, Status::kSkipped); }
+
+bool IsFailed(std::string_view line) { return HasStatus(line, Status::kFailed); }
 
 std::string DoneJson(std::string_view begun) {
   const std::string rest(begun.substr(begun.find(',', kBegin.size())));

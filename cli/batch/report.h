@@ -16,18 +16,27 @@ namespace zuna_cli {
 inline constexpr std::string_view kFinishedKey = "\"finished\"";
 /// The key of the mark by which its output is known again.
 inline constexpr std::string_view kWrittenKey = "\"written\"";
+/// The key of what was lost, by kind.
+inline constexpr std::string_view kLossKindsKey = "\"lossKinds\"";
+/// The key of the companion that was read, as PathJson() takes it.
+inline constexpr std::string_view kCompanion = "companion";
+/// The key of the digest of that companion.
+inline constexpr std::string_view kCompanionDigestKey = "\"companionDigest\"";
 
 /// What a line of the report tells.
 struct ReportLine {
-  std::string path;         ///< of the input
-  std::string digest;       ///< SHA-256 of its bytes; empty where it could not be read
-  std::string options;      ///< the command and what changes its result
-  std::string companion;    ///< the path of the companion that was read; may be empty
-  bool is_dry_run = false;  ///< nothing is written
+  std::string path;               ///< of the input
+  std::string digest;             ///< SHA-256 of its bytes; empty where it could not be read
+  std::string options;            ///< the command and what changes its result
+  std::string companion_options;  ///< what of it is about companions; may be empty
+  std::string companion;          ///< the path of the companion that was read; may be empty
+  std::string companion_digest;   ///< SHA-256 of its bytes; may be empty
+  bool is_dry_run = false;        ///< nothing is written
   std::string output;
   std::string backup;  ///< the name that the old file in the place of the output got; may be empty
   std::vector<std::string> notes;  ///< what there is to say about the companion
   std::string losses;              ///< objects of JSON, separated by commas
+  std::string loss_kinds;          ///< the same by kind, as LossKindsJson() writes them
   std::string finished;            ///< the mark of finished work; empty where it failed
   std::string written;             ///< the mark of its output; empty where `finished` is
 };
@@ -41,6 +50,9 @@ std::string BegunJson(const ReportLine& line);
 
 /// Whether BegunJson() made `line`.
 bool IsBegun(std::string_view line);
+
+/// Whether `line` is of an input that was passed over.
+bool IsSkipped(std::string_view line);
 
 /// Whether `line` is of an input that failed.
 bool IsFailed(std::string_view line);

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <map>
 #include <new>
 #include <numeric>
 #include <optional>
@@ -117,6 +118,7 @@ class Telling {
     current_ += outcome.status == Status::kCurrent ? 1U : 0U;
     skipped_ += outcome.status == Status::kSkipped ? 1U : 0U;
     losses_.Add(outcome.losses);
+    if (!outcome.losses.empty()) ++lossy_[outcome.status];
     is_negative_ = is_negative_ || outcome.is_negative;
   }
 
@@ -128,18 +130,25 @@ class Telling {
     }
   }
 
+  /// How many inputs of this status lose something, between two texts; empty for none.
+  std::string LossyText(Status status, const char* before, const char* after) const {
+    const auto found = lossy_.find(status);
+    return found == lossy_.end() ? "" : before + std::to_string(found->second) + " with losses" + after;
+  }
+
   void TellSummary() const {
     if (context_.quiet() > 0 || batch_.done.empty()) return;
     std::string text;
     for (std::size_t i = 0; i < done_.size(); ++i) {
       zuna_toolkit::AppendListed(text, std::to_string(done_[i]) + ' ' + batch_.done[i]);
     }
-    if (losses_.inputs() > 0) {
-      const std::string with_losses = std::to_string(losses_.inputs()) + " with losses";
-      text += done_.size() == 1 ? " (" + with_losses + ')' : ", " + with_losses;
+    text += done_.size() == 1 ? LossyText(Status::kDone, " (", ")") : LossyText(Status::kDone, ", ", "");
+    if (current_ > 0) {
+      text += ", " + std::to_string(current_) + " already current" + LossyText(Status::kCurrent, " (", ")");
     }
-    if (current_ > 0) text += ", " + std::to_string(current_) + " already current";
-    if (skipped_ > 0) text += ", " + std::to_string(skipped_) + " skipped";
+    if (skipped_ > 0) {
+      text += ", " + std::to_string(skipped_) + " skipped" + LossyText(Status::kSkipped, " (", ")");
+    }
     text += ", " + std::to_string(failures_.size()) + " failed";
     if (left() > 0) text += ", " + std::to_string(left()) + " not begun";
     PrintLine(NoteLine(Counted(total_, "file", "files"), text));
@@ -170,7 +179,8 @@ class Telling {
   LossTotals losses_;
   std::vector<FailedInput> failures_;
   std::exception_ptr ends_command_;
-  std::vector<std::size_t> done_;  ///< by group
+  std::vector<std::size_t> done_;        ///< by group
+  std::map<Status, std::size_t> lossy_;  ///< inputs that lose something
   std::size_t current_ = 0;
   std::size_t skipped_ = 0;
   bool is_negative_ = false;

@@ -23,9 +23,7 @@ std::optional<Converted> ConvertOne(const zuna_toolkit::Document& document, cons
 
 void RunConvert(const ConvertOptions& options, Context& context) {
   Conversion conversion;
-  conversion.options = [&](const zuna_toolkit::Input&) {
-    return "convert --to " + cmn::VersionText(options.version);
-  };
+  conversion.command = "convert --to " + cmn::VersionText(options.version);
   conversion.expected = zuna_toolkit::Expected::kCurrent;
   conversion.convert = [&](const zuna_toolkit::Document& document, const zuna_toolkit::Input&, const Keys&) {
     return ConvertOne(document, options.version);

@@ -22,7 +22,7 @@ std::optional<Converted> DownOne(const zuna_toolkit::Document& document, const z
 
 void RunDown(const ConversionOptions& options, Context& context) {
   Conversion conversion;
-  conversion.options = [](const zuna_toolkit::Input&) { return "down"; };
+  conversion.command = "down";
   conversion.convert = DownOne;
   ConvertAll(options, context, conversion);
 }

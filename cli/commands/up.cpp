@@ -55,11 +55,9 @@ bool IsOneFile(const InputOptions& inputs) {
          !std::filesystem::is_directory(inputs.paths.front(), ignored);
 }
 
-/// What changes the result, for the report.
-std::string ReportOptions(const Input& input, const cmn::FileVersion& version,
-                          const CompanionOptions& companions) {
-  std::string text = "up --to " + cmn::VersionText(version);
-  if (companions.any) text += " --any-companion";
+/// What changes the result for `input`, for the report.
+std::string ReportOptions(const Input& input, const CompanionOptions& companions) {
+  std::string text = companions.any ? " --any-companion" : "";
   const bool is_named = companions.for_one || !HasCompanion(input, companions);
   if (companions.show_name && is_named) text += " --show-name " + *companions.show_name;
   if (companions.division) text += " --division " + std::to_string(*companions.division);
@@ -73,7 +71,9 @@ void RunUp(const UpOptions& options, Context& context) {
   CompanionOptions companions = options.companions;
   companions.for_one = IsOneFile(options.inputs);
   Conversion conversion;
-  conversion.options = [&](const Input& input) { return ReportOptions(input, options.version, companions); };
+  conversion.command = "up --to " + cmn::VersionText(options.version);
+  conversion.companion_options = [&](const Input& input) { return ReportOptions(input, companions); };
+  conversion.is_up = true;
   conversion.convert = [&](const Document& document, const Input& input, const Keys& keys) {
     return UpOne(document, input, options.version, companions, keys);
   };

@@ -3,6 +3,8 @@
 
 #include <utf8proc.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
@@ -10,6 +12,7 @@
 
 #include "cli/terminal/sequences.h"
 #include "kit/format.h"
+#include "kit/hex.h"
 #include "kit/utf8.h"
 #include "toolkit/words.h"
 
@@ -19,6 +22,9 @@ namespace {
 
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";  // U+FFFD
 constexpr char32_t kLargestInFourDigits = 0xFFFF;
+constexpr char32_t kFirstHigh = 0xD800;  // of surrogates
+constexpr char32_t kFirstLow = 0xDC00;
+constexpr std::size_t kNumberEscape = 6;  // "\uNNNN"
 constexpr char32_t kFirstSelector = 0xFE00;
 constexpr char32_t kLastSelector = 0xFE0F;
 
@@ -39,6 +45,19 @@ std::string TerminalEscape(char32_t character) {
 
 std::string ByteEscape(char byte) {
   return kit::format("\\x%02x", static_cast<unsigned>(static_cast<std::uint8_t>(byte)));
+}
+
+/// The value of hexadecimal digits.
+char32_t HexNumber(std::string_view digits) {
+  char32_t value = 0;
+  for (const char digit : digits) value = value * 16 + static_cast<char32_t>(kit::HexDigit(digit) & 0xF);
+  return value;
+}
+
+void AppendUtf8(std::string& text, char32_t character) {
+  std::array<utf8proc_uint8_t, 4> bytes{};
+  const utf8proc_ssize_t size = utf8proc_encode_char(static_cast<utf8proc_int32_t>(character), bytes.data());
+  text.append(reinterpret_cast<const char*>(bytes.data()), static_cast<std::size_t>(size));
 }
 
 /// Puts `text` together of what `shown` makes of its characters and `broken` of bytes that are none.
@@ -96,6 +115,30 @@ std::string JsonString(std::string_view text) {
     return std::string(character);
   };
   return '"' + Rewritten(text, shown, [](char) { return kReplacement; }) + '"';
+}
+
+std::string TextOfJson(std::string_view json) {
+  std::string text;
+  char32_t high = 0;  // the first one of two surrogates
+  json = json.substr(std::min<std::size_t>(1, json.size()));
+  while (!json.empty() && json[0] != '"') {
+    const bool is_escape = json[0] == '\\' && json.size() > 1;
+    const bool is_number = json.starts_with("\\u") && json.size() >= kNumberEscape;
+    if (is_number) {
+      const char32_t unit = HexNumber(json.substr(2, kNumberEscape - 2));
+      if (unit >= kFirstHigh && unit < kFirstLow) {
+        high = unit;
+      } else {
+        const bool is_pair = high != 0 && unit >= kFirstLow;
+        AppendUtf8(text, is_pair ? 0x10000 + ((high - kFirstHigh) << 10) + (unit - kFirstLow) : unit);
+        high = 0;
+      }
+    } else {
+      text += json[is_escape ? 1 : 0];
+    }
+    json.remove_prefix(is_number ? kNumberEscape : is_escape ? 2 : 1);
+  }
+  return text;
 }
 
 std::string PrintableJson(std::string_view text) {

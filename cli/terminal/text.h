@@ -23,6 +23,9 @@ std::string WithCode(std::string_view text, std::string_view code);
 /// that is no UTF-8 becomes U+FFFD.
 std::string JsonString(std::string_view text);
 
+/// The text of the string at the beginning of `json`, as JsonString() writes it. What follows is passed over.
+std::string TextOfJson(std::string_view json);
+
 /// JSON text of several lines for a terminal: the same characters in its strings are escaped as JSON does.
 std::string PrintableJson(std::string_view text);
 

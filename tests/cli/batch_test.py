@@ -194,7 +194,7 @@ class CompanionTest(FolderTest):
         self.encrypt("in/opera.showdata", legacy_show())
         run = ("up", "in", "--out-dir", "out", "--any-companion", "--report", "report")
         self.run_tool(*run)
-        said = self.said(*run, "--resume", "--division", "480")
+        said = self.said(*run, "--force", "--division", "480")
         self.assertEqual(said[:2], [
             "in/opera.logdata: song 2 is not in in/opera.showdata; the division is 480",
             "in/opera.logdata: 1 song, 1 edit, 0.0 -> 1.2, divisions from in/opera.showdata, lossless"])

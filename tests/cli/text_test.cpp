@@ -77,5 +77,14 @@ TEST(Text, IsAJsonString) {
   EXPECT_EQ(JsonString("\U000E0041"), "\"\\udb40\\udc41\"");
 }
 
+TEST(Text, ComesBackOutOfAJsonString) {
+  for (const std::string text :
+       {"", "a\"b\\c/", "\n\x1F", "\u202E\u2028\u200B", "\U000E0041x", "Caf\u00E9"}) {
+    EXPECT_EQ(TextOfJson(JsonString(text) + ", \"more\""), text);
+  }
+  for (const char* broken : {"", "\"", "\"\\", "\"\\u00", "null", "\"\\udb40\"", "\"\\uzzzz"})
+    TextOfJson(broken);
+}
+
 }  // namespace
 }  // namespace zuna_cli

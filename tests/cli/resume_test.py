@@ -1,0 +1,133 @@
+"""Conversions that go on after a report: what is done again, and what is told of work that is finished."""
+
+import json
+import os
+import unittest
+
+from folder import FolderTest
+from tool import IO, PART_FAILED, REFUSED, legacy_log, legacy_show, legacy_song, legacy_song_log
+
+
+class CompanionOptionsTest(FolderTest):
+    """Options about companions are for what is left."""
+
+    RUN = ("up", "in", "-r", "--out-dir", "out", "--report", "report", "--resume")
+    PASSED = "4 files: 0 done, 4 skipped, 0 failed"
+
+    def test_does_nothing_again_for_other_options(self):
+        self.run_tool(*self.RUN)
+        before = self.files()
+        os.mkdir(self.path("none"))
+        for options in (("--division", "96"), ("--any-companion",), ("--show-name", "X"), ("--companions", "none")):
+            self.assertEqual(self.said(*self.RUN, *options)[-1], self.PASSED, options)
+        self.assertEqual(self.files(), before)
+
+    def test_leaves_what_was_done_with_an_option(self):
+        self.encrypt("in/opera.showdata", legacy_show())
+        os.remove(self.path("in/below/gala.logdata"))
+        options = ("--any-companion", "--division", "480", "--show-name", "Tosca")
+        self.run_tool(*self.RUN, *options)
+        self.assertEqual(self.said(*self.RUN)[-1], "3 files: 0 done, 3 skipped, 0 failed")
+        self.assertEqual([json.loads(line)["options"] for line in self.read("report").splitlines()], [
+            "up --to 1.2 --any-companion --show-name Tosca --division 480",
+            "up --to 1.2 --any-companion --division 480", "up --to 1.2 --any-companion --division 480"])
+
+    def test_looks_at_the_companion_that_was_read(self):
+        run = ("up", "in/opera.showdata", "--out-dir", "out", "--report", "report", "--resume")
+        for folder in ("logs", "a \\ \"b\" \u200b\U000e0041\x01"):
+            os.mkdir(self.path(folder))
+            os.rename(self.path("in/opera.logdata"), self.path(f"{folder}/opera.logdata"))
+            self.run_tool(*run, "--companions", folder)
+            self.assertEqual(self.said(*run), ["in/opera.showdata: is finished, as the report says"])
+            self.encrypt(f"{folder}/opera.logdata", legacy_log(legacy_song_log("2", "Two"), show_name="Other"))
+            self.run_tool(*run, code=IO)  # The companion has changed, and is not beside the show.
+            self.assertIn('named "Other"', self.said(*run, "--companions", folder)[0])
+            self.encrypt("in/opera.logdata", legacy_log(legacy_song_log("2", "Two")))
+            os.remove(self.path("report"))
+            os.remove(self.path("out/opera.showdata"))
+
+    def test_knows_a_companion_whose_name_is_no_utf8(self):
+        folder = os.path.join(os.fsencode(self.folder), b"in")
+        for kind in (b"showdata", b"logdata"):
+            os.rename(os.path.join(folder, b"opera." + kind), os.path.join(folder, b"\xff." + kind))
+        self.run_tool(*self.RUN)
+        self.assertEqual(self.said(*self.RUN)[-1], self.PASSED)
+        log = os.path.join(folder, b"\xff.logdata")
+        self.encrypt("log", legacy_log(legacy_song_log("2", "Two"), show_name="Other"))
+        os.rename(self.path("log"), log)
+        self.assertEqual(self.said(*self.RUN)[-1], "4 files: 2 done, 2 skipped, 0 failed")
+
+
+class EarlierLossesTest(FolderTest):
+    """A run that was interrupted and resumed tells the losses of a single run."""
+
+    def setUp(self):
+        super().setUp()
+        os.mkdir(self.path("odd"))
+        for name in ("a", "b", "c"):
+            self.encrypt(f"odd/{name}.showdata", legacy_show(legacy_song("2", labels=((0, "Prologue"),))) + b"tail")
+        self.encrypt("odd/d.showdata", legacy_show(legacy_song("2")))
+
+    def interrupted(self, *arguments, code):
+        """Makes the folder "out" and the report as a run that was killed after two files leaves them; what a whole run said."""
+        said = self.said(*arguments, code=code)
+        lines = self.read("report").splitlines(keepends=True)
+        self.write("report", b"".join(lines[:2]) + lines[2][:99])
+        return said
+
+    def test_tells_the_same_losses_with_the_same_exit_code(self):
+        for policy, code, done, after, lost in (
+                ((), 0, "4 done (3 with losses), 0 failed", "2 done (1 with losses), 2 skipped (2 with losses), 0 failed", 3),
+                (("--fail-on", "loss"), PART_FAILED, "1 done, 3 failed", "1 done, 3 failed", 0),
+                (("--fail-on", "loss", "--accept", "bar-label-cut"), 0, "4 done (3 with losses), 0 failed",
+                 "2 done (1 with losses), 2 skipped (2 with losses), 0 failed", 3)):
+            run = ("up", "odd", "--out-dir", "out", "--show-name", "X", "--report", "report", "--resume", *policy)
+            whole = self.interrupted(*run, code=code)
+            self.assertIn(f"4 files: {done}", whole)
+            if lost:
+                for name in ("c", "d"):
+                    os.remove(self.path(f"out/{name}.showdata"))
+            resumed = self.said(*run, code=code)
+            self.assertIn(f"4 files: {after}", resumed)
+            end = whole.index(f"4 files: {done}") + 1
+            self.assertEqual(resumed[resumed.index(f"4 files: {after}") + 1:], whole[end:])
+            self.assertEqual(sum("the current versions do not keep 3 whole bar labels" in line for line in resumed), lost // 3)
+            for name in self.written("out") + ["report"]:
+                os.remove(self.path(name))
+
+    def test_tells_what_was_lost_in_place(self):
+        run = ("up", "odd", "--in-place", "--show-name", "X", "--report", "report", "--resume")
+        whole = self.said(*run)
+        self.assertEqual(self.said(*run), [f"odd/{name}.showdata: is of version 1.2 already" for name in "abcd"] + [
+            "4 files: 0 done, 4 already current (3 with losses), 0 failed", *whole[-2:]])
+        begun = [line for line in self.read("report").splitlines(keepends=True) if b'"begun"' in line]
+        self.write("report", b"".join(begun))  # as if it were killed before the other lines
+        self.assertEqual(self.said(*run)[-3:], ["4 files: 0 done, 4 already current (3 with losses), 0 failed", *whole[-2:]])
+
+    def test_tells_the_losses_of_the_way_down(self):
+        self.run_tool("up", "in", "--out-dir", "new")
+        run = ("down", "new", "--out-dir", "old", "--report", "report", "--resume")
+        whole = self.said(*run)
+        said = self.said(*run)
+        self.assertEqual(said[2:], ["2 files: 0 done, 2 skipped (2 with losses), 0 failed", *whole[-2:]])
+        self.assertEqual(whole[-2:], ["1 file: format 0.0 does not keep 1 division (up takes this from the show)",
+                                      "1 file: format 0.0 does not keep 1 show name (up takes this from the log)"])
+
+    def test_tells_the_losses_of_a_single_file(self):
+        run = ("up", "odd/a.showdata", "-o", "out", "--show-name", "X", "--report", "report", "--resume")
+        self.run_tool(*run)
+        self.assertEqual(self.said(*run), [
+            "odd/a.showdata: is finished, as the report says",
+            "odd/a.showdata: the current versions do not keep 1 whole bar label",
+            "odd/a.showdata: the current versions do not keep 4 bytes after the last song (the music is the same)"])
+        self.run_tool(*run, "--fail-on", "loss", code=REFUSED)
+
+    def test_has_the_kinds_of_losses_in_the_report(self):
+        self.run_tool("up", "odd/a.showdata", "-o", "out", "--show-name", "X", "--report", "report")
+        self.assertEqual(json.loads(self.read("report"))["lossKinds"], [
+            {"code": "bar-label-cut", "count": 1, "harmless": False},
+            {"code": "trailing-bytes-dropped", "count": 4, "harmless": True}])
+
+
+if __name__ == "__main__":
+    unittest.main()
