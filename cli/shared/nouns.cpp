@@ -84,7 +84,7 @@ Noun NounOf(Subject subject) {
     case Subject::kNote:
       return {"note", "notes"};
     case Subject::kOtherBytes:
-      return {"byte that no field tells", "bytes that no field tells"};
+      return {"byte difference that no field shows", "byte differences that no field shows"};
   }
   return {};
 }

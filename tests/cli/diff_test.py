@@ -230,10 +230,10 @@ class DiffTest(WithLogs):
                          b"bytes after the last song: 0 becomes 3\n")
         self.write("other", old[:1] + b"x" + old[2:])  # the record length, which nothing needs
         self.assertRegex(self.run_tool("diff", "old", "other", code=NEGATIVE).stdout.decode(),
-                         "^bytes that no field tells: .. at byte 1 becomes 78\n$")
+                         "^byte differences that no field shows: .. at byte 1 becomes 78\n$")
         self.write("two", legacy_show(legacy_song("1", "One"), legacy_song("2", "Two")))
         self.write("swapped", legacy_show(legacy_song("2", "Two"), legacy_song("1", "One")))
-        self.assertIn(b"bytes that no field tells: ", self.run_tool("diff", "two", "swapped", code=NEGATIVE).stdout)
+        self.assertIn(b"byte differences that no field shows: ", self.run_tool("diff", "two", "swapped", code=NEGATIVE).stdout)
         self.run_tool("diff", "two", "two")
 
     def test_compares_the_texts_of_dump(self):

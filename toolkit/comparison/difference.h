@@ -53,7 +53,7 @@ enum class Subject : std::uint8_t {
   kEditValue,
   kSecondWord,  ///< of a caesura
   kNote,        ///< of a voice: a note-on and its note-off
-  kOtherBytes,  ///< bytes of two files that no field tells
+  kOtherBytes,  ///< bytes of two files that differ where no field does
 };
 
 /// How it differs.

@@ -1,4 +1,4 @@
-// Compares what two files hold, down to the bytes that no field tells.
+// Compares what two files hold, down to bytes that differ where no field does.
 #include <istream>
 #include <iterator>
 #include <string>
