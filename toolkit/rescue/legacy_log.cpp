@@ -3,7 +3,7 @@
 #include <iterator>
 #include <sstream>
 
-#include "format_converter/version0/containers/change_log_header.h"
+#include "toolkit/rescue/internal/legacy_log_head.h"
 #include "toolkit/rescue/internal/legacy_records.h"
 #include "toolkit/words.h"
 
@@ -11,21 +11,8 @@ namespace zuna_toolkit {
 
 namespace {
 
-constexpr std::size_t kIdentifierSize = 16;
-constexpr std::size_t kLengthOffset = 4;                                 // after the magic
-constexpr std::size_t kFrontSize = kLengthOffset + 4 + kIdentifierSize;  // log length, identifier
-constexpr std::size_t kSmallestLogHeader = kFrontSize + 1 + 1 + 4;       // label, show name, tag pair
 constexpr std::size_t kSmallestSequence = 1 + 4;
 constexpr std::size_t kUncounted = 4;  // bytes of the sequences that a record length leaves out
-constexpr unsigned kBitsOfATag = 16;   // bits
-
-/// The fields of a song log before its sequences.
-struct SongLogHead {
-  std::size_t record_length;
-  std::string_view number;
-  std::string_view name;
-  std::string_view length;
-};
 
 /// A song log that may be damaged.
 struct FoundSong {
@@ -33,56 +20,20 @@ struct FoundSong {
   std::size_t sequences = 0;  ///< 0 where it is damaged
 };
 
-SongLogHead ReadSongLogHead(RecordCursor& in) {
-  SongLogHead head{};
-  head.record_length = in.Number(4);
-  head.number = in.Text();
-  head.name = in.Text();
-  head.length = in.Take(4);
-  return head;
-}
-
-/// A header of a log, and where it ends.
-struct LogHead {
-  version0::ChangeLogV0 log;
-  std::size_t end = 0;  ///< 0 where the texts cannot be read
-};
-
-LogHead ReadLogHead(std::string_view bytes) {
-  RecordCursor in(bytes, kFrontSize);
-  const std::string_view label = in.Text();
-  const std::string_view show_name = in.Text();
-  const std::uint32_t tags = in.Number(4);
-  LogHead head;
-  if (bytes.size() >= kFrontSize) {
-    kit::UUID::Bytes identifier{};
-    std::copy_n(bytes.begin() + kFrontSize - kIdentifierSize, kIdentifierSize, identifier.begin());
-    head.log.identifier = kit::UUID(identifier);
-  }
-  if (!in.ok()) return head;
-  head.log.log_label = label;
-  head.log.show_name = show_name;
-  head.log.log_tag_pair = {static_cast<std::uint16_t>(tags), static_cast<std::uint16_t>(tags >> kBitsOfATag)};
-  head.end = in.at();
-  return head;
-}
-
 class LogSalvage {
  public:
   explicit LogSalvage(std::string_view bytes) : bytes_(bytes), steps_(bytes.size()) {}
 
   Salvage Run() {
-    std::size_t first = std::min(kSmallestLogHeader, bytes_.size());
-    LogHead head = ReadLogHead(bytes_);
+    std::size_t first = std::min(kSmallestLogHead, bytes_.size());
     while (first < bytes_.size() && !WholeEnd(first)) ++first;
-    std::size_t head_end = head.end;
-    if (head.end == 0 || head.end > first) {
-      head_end = std::min(kFrontSize, first);
-      head = ReadLogHead(bytes_.substr(0, head_end));
-      head.end = first;
-      report_.missing = {"the show's name", "the log's label", "the log's tag pair"};
+    LogHead head = ReadLogHead(bytes_, first);
+    report_.framing = {{0, head.read_end}};
+    report_.missing = std::move(head.missing);
+    report_.changed = head.is_uncertain;
+    if (head.is_uncertain) {
+      report_.remarks.emplace_back("its magic and its length are wrong, and its identifier may be");
     }
-    report_.framing = {{0, head_end}};
     legacy_.log = std::move(head.log);
     WalkSongs(*this, head.end, bytes_.size());
     const std::uint64_t missing_bytes = CompareLength();
@@ -126,7 +77,7 @@ class LogSalvage {
 
   /// Tells where the file has not the length that its header states. Returns how many bytes are missing.
   std::uint64_t CompareLength() {
-    RecordCursor in(bytes_, std::min(kLengthOffset, bytes_.size()));
+    RecordCursor in(bytes_, std::min(kLogLengthOffset, bytes_.size()));
     const std::uint64_t stated = std::uint64_t{in.Number(4)} + in.at();
     const std::uint64_t missing = std::max<std::uint64_t>(stated, bytes_.size()) - bytes_.size();
     if (missing > 0 && IsWholeUpToLast()) {
@@ -157,9 +108,7 @@ class LogSalvage {
     const SongLogHead head = ReadSongLogHead(in);
     if (!in.ok() || head.record_length + kUncounted > end - in.at()) return end;
     const std::size_t song_end = in.at() + head.record_length + kUncounted;
-    RecordCursor after(bytes, song_end);
-    const SongLogHead next = ReadSongLogHead(after);
-    return after.ok() && IsNumber(next.number) && IsTyped(next.name) ? song_end : end;
+    return BeginsSongLog(bytes, song_end) ? song_end : end;
   }
 
   /// Takes what is left of the song between `begin` and `end`.

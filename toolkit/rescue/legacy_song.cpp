@@ -37,11 +37,11 @@ void AddTempoAndMeter(version0::SongData& song, std::vector<std::string>& remark
   const float division = song.division == 0 ? 1.0F : static_cast<float>(song.division);
   if (timeline.tempos.empty()) {
     timeline.tempos = {{0, kSecondsPerQuarter / division, 8, 8, 120}};
-    remarks.emplace_back("120 quarter notes a minute stand in for its tempos");
+    remarks.emplace_back("it gets 120 quarter notes a minute in place of its tempos");
   }
   if (timeline.meters.empty()) {
     timeline.meters = {{0, 4, 4}};
-    remarks.emplace_back("4/4 stands in for its meters");
+    remarks.emplace_back("it gets 4/4 in place of its meters");
   }
 }
 

@@ -106,7 +106,7 @@ Rescued SalvageFrom(const Plaintext& plaintext, const std::string& name, bool is
   Salvage salvage = SalvageAny(AsText(plaintext.bytes));
   RescueReport& report = salvage.report;
   CloseReport(report, plaintext.bytes.size(), std::max(plaintext.missing_bytes, salvage.missing_bytes));
-  report.changed = plaintext.changed;
+  report.changed = report.changed || plaintext.changed;
   if (salvage.wants_checksum) {
     report.changed = true;
     report.remarks.emplace_back("its checksum is wrong or missing");

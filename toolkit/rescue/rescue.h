@@ -50,7 +50,7 @@ struct ZUNA_API RescueReport {
   std::vector<std::string> missing;           ///< what is missing besides songs, such as "the show's name"
   std::vector<ByteRange> framing;    ///< what is read and of no song: head, separators, checksum; in order
   std::vector<ByteRange> unread;     ///< bytes of which nothing came back, in their order
-  bool changed = false;              ///< the encryption or a checksum shows that bytes were changed
+  bool changed = false;              ///< the encryption, a checksum or a head shows that bytes were changed
   std::vector<std::string> remarks;  ///< what is wrong with the file as a whole
 
   /// How many songs came back, whole or partly.

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "tests/support/random_legacy_log.h"
+#include "tests/support/rescue_accounts.h"
 #include "tests/support/sanitized.h"
 #include "tests/toolkit/rescue/rescue_samples.h"
 #include "toolkit/error.h"
@@ -21,8 +22,10 @@ constexpr std::size_t kSongs = 20;
 /// A log of 20 songs with a few edits each.
 Sample MakeSample(std::mt19937& random) {
   version0::ChangeLogV0 log;
+  log.identifier = kit::UUID(kit::UUID::Bytes{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16});
   log.show_name = "Opera";
   log.log_label = "First night";
+  log.log_tag_pair = {1, 2};
   while (log.songs.size() < kSongs) {
     for (auto& [number, song] : zuna_test::RandomLegacyLog(random).songs) {
       const std::string own = std::to_string(log.songs.size() + 100);
@@ -123,6 +126,52 @@ TEST(RescueOfLegacyLogs, TellsThatTheHeaderIsMissing) {
   EXPECT_EQ(rescued.report.missing,
             (std::vector<std::string>{"the show's name", "the log's label", "the log's tag pair"}));
   EXPECT_FALSE(rescued.report.complete());
+}
+
+using Texts = std::vector<std::string>;
+
+/// What is missing of a log in which so many bytes from `begin` on are zero.
+Texts MissingWithZeros(std::size_t begin, std::size_t count) {
+  std::mt19937 random(11);
+  Sample sample = MakeSample(random);
+  sample.bytes.replace(begin, count, std::string(count, '\0'));
+  const Rescued rescued = zuna_test::RescuedOf(sample.bytes);
+  EXPECT_EQ(zuna_test::WrongAccount(rescued.report, sample.bytes.size()), "");
+  EXPECT_EQ(rescued.report.saved(), kSongs);
+  EXPECT_EQ(rescued.report.complete(), rescued.report.missing.empty());
+  return rescued.report.missing;
+}
+
+// The head: magic, length (from 4), identifier (8), label (24), show name (36), tag pair (42), songs (46).
+TEST(RescueOfLegacyLogs, TellsZerosOverItsHead) {
+  const Texts texts = {"the show's name", "the log's label", "the log's tag pair"};
+  Texts all = texts;
+  all.emplace_back("the log's identifier");
+  EXPECT_EQ(MissingWithZeros(0, 4), Texts()) << "a magic is known";
+  EXPECT_EQ(MissingWithZeros(0, 8), Texts()) << "a length can be counted again";
+  for (std::size_t count = 9; count <= 24; ++count) {
+    EXPECT_EQ(MissingWithZeros(0, count), Texts{"the log's identifier"}) << count;
+  }
+  for (std::size_t count = 25; count <= 46; ++count) EXPECT_EQ(MissingWithZeros(0, count), all) << count;
+  EXPECT_EQ(MissingWithZeros(12, 4), Texts{"the log's identifier"});
+  EXPECT_EQ(MissingWithZeros(23, 2), all);
+  EXPECT_EQ(MissingWithZeros(24, 1), texts);
+  EXPECT_EQ(MissingWithZeros(24, 12), texts);
+  EXPECT_EQ(MissingWithZeros(25, 11), Texts{"the log's label"});
+  EXPECT_EQ(MissingWithZeros(30, 3), Texts{"a part of the log's label"});
+  EXPECT_EQ(MissingWithZeros(37, 5), Texts{"the show's name"});
+  EXPECT_EQ(MissingWithZeros(37, 9), (Texts{"the show's name", "the log's tag pair"}));
+  EXPECT_EQ(MissingWithZeros(36, 2), (Texts{"the show's name", "the log's tag pair"}));
+}
+
+TEST(RescueOfLegacyLogs, TellsThatItsIdentifierMayBeDamaged) {
+  std::mt19937 random(12);
+  Sample sample = MakeSample(random);
+  sample.bytes.replace(0, 10, "0123456789");
+  const Rescued rescued = zuna_test::RescuedOf(sample.bytes);
+  EXPECT_EQ(rescued.report.saved(), kSongs);
+  EXPECT_FALSE(rescued.report.complete());
+  EXPECT_EQ(rescued.report.remarks.at(1), "its magic and its length are wrong, and its identifier may be");
 }
 
 TEST(RescueOfLegacyLogs, KnowsThatBytesInsideAreMissing) {

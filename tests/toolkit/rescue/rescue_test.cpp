@@ -86,7 +86,7 @@ TEST(Rescue, CountsTheEventsWhereTheirCountIsDamaged) {
   EXPECT_EQ(SongAt(rescued.report, 1).state, SongState::kPartly);
   EXPECT_EQ(SongAt(rescued.report, 1).remarks,
             (Texts{"has 1 of the 7 events that it states",
-                   "120 quarter notes a minute stand in for its tempos", kUnlisted[0]}));
+                   "it gets 120 quarter notes a minute in place of its tempos", kUnlisted[0]}));
   EXPECT_EQ(NumbersOf(rescued), (Texts{"7", "8", "9"}));
 }
 
@@ -100,7 +100,7 @@ TEST(Rescue, TakesTheOtherListsWhereOneIsDamaged) {
   const RescuedSong song = SongAt(rescued.report, 1);
   EXPECT_EQ(song.state, SongState::kPartly);
   EXPECT_EQ(song.remarks, (Texts{"its keys are missing", "its page numbers are missing",
-                                 "120 quarter notes a minute stand in for its tempos", kUnlisted[0]}));
+                                 "it gets 120 quarter notes a minute in place of its tempos", kUnlisted[0]}));
   EXPECT_EQ(rescued.report.unread, (std::vector<ByteRange>{{83 + 58, 83 + 68}}));
 }
 
