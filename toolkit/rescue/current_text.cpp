@@ -39,26 +39,6 @@ std::optional<typename Kind::Model> ReadText(const std::string& text) {
   }
 }
 
-/// Where the object ends whose first brace is at `at`, before `end`; none where its braces do not match.
-std::optional<std::size_t> EndOfObject(std::string_view text, std::size_t at, std::size_t end) {
-  std::size_t depth = 0;
-  bool in_string = false;
-  for (; at < end; ++at) {
-    const char c = text[at];
-    if (in_string) {
-      if (c == '\\') ++at;
-      in_string = c != '"';
-    } else if (c == '"') {
-      in_string = true;
-    } else if (c == '{') {
-      ++depth;
-    } else if (c == '}' && --depth == 0) {
-      return at + 1;
-    }
-  }
-  return std::nullopt;
-}
-
 /// Where the next song begins that has its number first, from `at` on; the end where there is none.
 std::size_t NextSong(std::string_view text, std::size_t at) {
   for (std::size_t key = at; (key = text.find(kSongKey, key)) != std::string_view::npos; ++key) {
@@ -173,6 +153,25 @@ class TextSalvage {
 };
 
 }  // namespace
+
+std::optional<std::size_t> EndOfObject(std::string_view text, std::size_t at, std::size_t end) {
+  std::size_t depth = 0;
+  bool in_string = false;
+  for (; at < end; ++at) {
+    const char c = text[at];
+    if (in_string) {
+      if (c == '\\') ++at;
+      in_string = c != '"';
+    } else if (c == '"') {
+      in_string = true;
+    } else if (c == '{') {
+      ++depth;
+    } else if (c == '}' && --depth == 0) {
+      return at + 1;
+    }
+  }
+  return std::nullopt;
+}
 
 Salvage SalvageText(std::string_view plaintext) {
   if (const auto songs = BeginOfList(plaintext, "\"songLogs\"")) {

@@ -13,6 +13,7 @@
 #include "toolkit/document/write.h"
 #include "toolkit/error.h"
 #include "toolkit/internal/translate.h"
+#include "toolkit/rescue/internal/joined.h"
 #include "toolkit/rescue/internal/plaintext.h"
 #include "toolkit/rescue/internal/salvage.h"
 #include "toolkit/words.h"
@@ -30,6 +31,8 @@ std::optional<Document> ReadWhole(const ByteVector& plaintext, const std::string
     return std::nullopt;
   }
 }
+
+constexpr const char* kWrongChecksum = "its checksum is wrong or missing";
 
 /// Whether files of this version have a checksum.
 bool HasChecksum(cmn::FileVersion version) { return version.major == 1 && version.minor > 0; }
@@ -109,7 +112,7 @@ Rescued SalvageFrom(const Plaintext& plaintext, const std::string& name, bool is
   report.changed = report.changed || plaintext.changed;
   if (salvage.wants_checksum) {
     report.changed = true;
-    report.remarks.emplace_back("its checksum is wrong or missing");
+    report.remarks.emplace_back(kWrongChecksum);
   } else if (!is_read && report.complete() && report.remarks.empty()) {
     report.remarks.emplace_back("its first bytes, lengths or counts are wrong, and are made anew");
   }
@@ -119,8 +122,15 @@ Rescued SalvageFrom(const Plaintext& plaintext, const std::string& name, bool is
   return {Document(std::move(salvage.model), salvage.version, name), std::move(report)};
 }
 
-Rescued Recover(const Plaintext& plaintext, const std::string& name) {
-  auto document = ReadWhole(plaintext.bytes, name);
+/// Whether `plaintext` is a document with songs.
+bool IsDocument(std::string_view plaintext) {
+  ByteVector bytes(plaintext.begin(), plaintext.end());
+  const auto document = ReadWhole(bytes, "");
+  kit::Wipe(bytes);
+  return document && WholeOf(*document, false).report.saved() > 0;
+}
+
+Rescued RecoverOne(const Plaintext& plaintext, const std::string& name, std::optional<Document> document) {
   if (document && !document->type().is_legacy()) {
     const bool vouched = plaintext.authentic || HasChecksum(document->type().version);
     Rescued rescued = WholeOf(std::move(*document), vouched);
@@ -131,6 +141,46 @@ Rescued Recover(const Plaintext& plaintext, const std::string& name) {
     if (auto other = ReadInOtherForm(plaintext, name)) return std::move(*other);
   }
   return SalvageFrom(plaintext, name, document.has_value());
+}
+
+/// What is left of the two documents of `plaintext`, the second of which begins at `second`: of the first
+/// one, and of the second where both are of one type.
+Rescued RecoverJoined(const Plaintext& plaintext, const std::string& name, std::size_t second) {
+  Plaintext first;
+  first.bytes.assign(plaintext.bytes.begin(), plaintext.bytes.begin() + static_cast<std::ptrdiff_t>(second));
+  first.encrypted = plaintext.encrypted;
+  first.authentic = plaintext.authentic;
+  first.changed = plaintext.changed;
+  Rescued rescued = RecoverOne(first, name, ReadWhole(first.bytes, name));
+  const std::string place = std::to_string(second);
+  bool has_both = false;
+  if (AreOfOneForm(AsText(plaintext.bytes), second)) {
+    Rescued both = SalvageFrom(plaintext, name, false);
+    has_both = both.report.saved() > rescued.report.saved();
+    if (has_both) rescued = std::move(both);
+    std::erase(rescued.report.remarks, kWrongChecksum);
+  }
+  RescueReport& report = rescued.report;
+  report.remarks.insert(report.remarks.begin(),
+                        "two documents are joined: another one begins at byte " + place);
+  if (!has_both) {
+    report.missing.push_back("the document that begins at byte " + place + " of the content");
+    report.unread.push_back({second, plaintext.bytes.size()});
+  }
+  return rescued;
+}
+
+Rescued Recover(const Plaintext& plaintext, const std::string& name) {
+  auto document = ReadWhole(plaintext.bytes, name);
+  if (!document || document->type().is_legacy()) {
+    try {
+      const auto second = BeginOfSecond(AsText(plaintext.bytes), IsDocument);
+      if (second) return RecoverJoined(plaintext, name, *second);
+    } catch (const Error&) {
+      // Nothing is left of the first one; songs of the second one may be found.
+    }
+  }
+  return RecoverOne(plaintext, name, std::move(document));
 }
 
 /// The bytes of a file of `document`, encrypted with an empty key.

@@ -32,15 +32,6 @@ void TakeBetter(Salvage& best, Salvage other) {
   if (SavedBytes(other) > SavedBytes(best)) best = std::move(other);
 }
 
-/// How many bytes the header of a current binary file states, which counts what follows the size.
-std::uint64_t StatedSize(std::string_view plaintext) {
-  std::uint64_t size = 0;
-  for (std::size_t i = kVersionOffset; i > kSizeOffset; --i) {
-    size = size << 8 | static_cast<unsigned char>(plaintext[i - 1]);
-  }
-  return size + kVersionOffset;
-}
-
 /// Salvages a current binary file. Where its version is damaged, it is the one at which most comes back.
 Salvage SalvageCurrent(std::string_view plaintext, cmn::FileKind kind) {
   const std::uint64_t size = StatedSize(plaintext);
@@ -77,6 +68,14 @@ Salvage SalvageUnmarked(std::string_view plaintext) {
 }
 
 }  // namespace
+
+std::uint64_t StatedSize(std::string_view plaintext) {
+  std::uint64_t size = 0;
+  for (std::size_t i = kVersionOffset; i > kSizeOffset; --i) {
+    size = size << 8 | static_cast<unsigned char>(plaintext[i - 1]);
+  }
+  return size + kVersionOffset;
+}
 
 std::optional<cmn::FileKind> BinaryKind(std::string_view plaintext) {
   if (plaintext.size() < kBinaryHeaderSize) return std::nullopt;

@@ -44,6 +44,16 @@ inline constexpr std::size_t kVersionOffset = 8;      ///< of the two bytes of t
 /// The key that every song of a text form begins with, as it is written.
 inline constexpr std::string_view kSongKey = "\"songNumber\"";
 
+/// The key of the kind in every text form, as it is written.
+inline constexpr std::string_view kKindKey = "\"kind\"";
+
+/// Where the object of a text ends whose first brace is at `at`, before `end`; none where its braces do not
+/// match.
+std::optional<std::size_t> EndOfObject(std::string_view text, std::size_t at, std::size_t end);
+
+/// How many bytes a current binary file has, as its header states.
+std::uint64_t StatedSize(std::string_view plaintext);
+
 /// Limits what looking for songs costs. Looking at one place takes no step; going through a record that may
 /// be a song takes one for each of its parts. Undamaged songs are few enough, whatever is between them.
 class Steps {

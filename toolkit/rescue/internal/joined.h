@@ -1,0 +1,21 @@
+// Finds out whether one plaintext holds two documents, one after the other.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string_view>
+
+namespace zuna_toolkit {
+
+/// Where the second of two documents begins that `plaintext` holds; none where it does not. `is_document`
+/// tells whether its argument is a whole document. Two legacy logs and two legacy shows are not told apart:
+/// their songs are found as those of one file.
+std::optional<std::size_t> BeginOfSecond(std::string_view plaintext,
+                                         const std::function<bool(std::string_view)>& is_document);
+
+/// Whether the documents at the beginning of `plaintext` and at `second` are of one kind and version, so that
+/// the songs of both are found as those of one file.
+bool AreOfOneForm(std::string_view plaintext, std::size_t second);
+
+}  // namespace zuna_toolkit
