@@ -1,4 +1,5 @@
 // zuna-convert midi import
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -34,12 +35,23 @@ std::string Stem(const std::string& path) {
   return path == kStandardStream ? "" : std::filesystem::path(path).stem().string();
 }
 
-/// The number in the name of a file that `midi export` wrote, "12a Opening.mid"; empty for other names.
+/// The size of the count after the number of a song that rescue gave one, " (2)"; 0 where there is none at
+/// `at`.
+std::size_t CountSize(const std::string& stem, std::size_t at) {
+  if (!stem.substr(at).starts_with(" (")) return 0;
+  const std::size_t digits = at + 2;
+  const std::size_t end = std::min(stem.find_first_not_of("0123456789", digits), stem.size());
+  const bool is_count = end > digits && stem.substr(end).starts_with(") ");
+  return is_count ? end + 1 - at : 0;
+}
+
+/// The number in the name of a file that `midi export` wrote, "12a Opening.mid" or "12a (2) Opening.mid";
+/// empty for other names.
 std::string NumberInName(const std::string& path) {
   const std::string stem = Stem(path);
   const std::size_t end = stem.find(' ');
   const bool is_number = end != std::string::npos && stem.front() >= '0' && stem.front() <= '9';
-  return is_number ? stem.substr(0, end) : "";
+  return is_number ? stem.substr(0, end + CountSize(stem, end)) : "";
 }
 
 /// The name of a song whose file has none for it: that of the file, without its number.

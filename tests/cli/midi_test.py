@@ -59,6 +59,15 @@ class MidiTest(ToolTest):
         self.refuse(*run, "--song-number", "2", code=USAGE,
                     message="command line: --song-number and --numbers-from-names contradict each other; give one of them")
 
+    def test_takes_numbers_with_a_count_from_names(self):
+        names = ("1 Air.mid", "1 (2) Air.mid", "1 (12) Air (2).mid", "3 (b) Air.mid", "4 () Air.mid", "5 (2).mid")
+        for name in names:
+            self.write(name, midi_file(NOTES))
+        self.run_tool("midi", "import", *names, "-o", "out", "--numbers-from-names", "--to", "2.0")
+        self.assertEqual([(song["songNumber"], song["songName"]) for song in json.loads(self.plaintext("out"))["songs"]],
+                         [("1", "Air"), ("1 (2)", "Air"), ("1 (12)", "Air (2)"), ("3", "(b) Air"), ("4", "() Air"),
+                          ("5", "(2)")])
+
     def test_takes_song_numbers_before_the_files(self):
         self.write("one.mid", midi_file(NOTES))
         self.write("two.mid", midi_file(NOTES))
