@@ -124,8 +124,10 @@ class CostsTest(unittest.TestCase):
         for before, after in zip(shows, shows[1:]):
             self.measure([before, after], "diff", before, after)
             self.measure([before, after], "diff", after, before, "--json", text_factor=2)
-        for name in ("vamps-1.2", "markers-1.2"):
+        for name in ("vamps-1.2", "markers-1.2", "fermatas-1.2", "each-list-1.2", "renumbered-song-logs-1.2"):
             self.measure([name, "song-logs-1.2"], "diff", name, "song-logs-1.2")
+        for name in ("each-list-1.2", "renumbered-song-logs-1.2"):
+            self.measure([name, "fermatas-1.2"], "diff", name, "fermatas-1.2")
 
     def test_copy_fermatas(self):
         for name in ("fermatas-1.2", "song-logs-1.2", "each-list-1.2"):

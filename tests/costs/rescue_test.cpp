@@ -65,6 +65,51 @@ TEST(CostsOfRescue, OfManyRecordsBehindManyLengths) {
   ExpectCheap("lengths and edits", log);
 }
 
+TEST(CostsOfRescue, OfManyMarkers) {
+  const std::string head = "ZUNA" + std::string(26, '\0');
+  const std::string markers = "E\0\0\2\0"s;  // 131072 bytes of markers without a text follow
+  ExpectCheap("markers", head + Repeated(markers, kSize / 2) + std::string(kSize / 2, '\0'));
+  ExpectCheap("lists of markers", head + Repeated("E\0\0\0\0"s, kSize));
+  // Each song log states as many bytes, and begins with such a list.
+  const std::string song = "\0\0\2\0\1a\0\0\0\0\0"s + markers;
+  ExpectCheap("songs with markers", head + Repeated(song, kSize / 2) + std::string(kSize / 2, '\0'));
+}
+
+TEST(CostsOfRescue, OfManySlipsAmongEvents) {
+  // A song without voices that states more events than there are. A byte stands between every four of them.
+  const std::string event = "\0\0\0\0\0\0\0\0\x90\x3C\x64\1"s;
+  const std::string song = "\0\0\0\0\1a\1b\1\0\0\0\0\0\0\xFF\xFF\xFF\0"s;
+  const std::string timeline = "TLMN\0\0\0\0\0\5\0\0\0F\0\0\0\0"s;
+  ExpectCheap("slips", "\x01" + song + Repeated(event + event + event + event + "x", kSize) + timeline);
+  ExpectCheap("events", "\x02" + song + Repeated("\x90\x3C\x64\1"s, kSize) + timeline + song + timeline);
+  // Zeros where a head was, and events up to the timeline.
+  ExpectCheap("no head", "\x01" + std::string(kSize, '\0') + Repeated(event, kSize) + timeline);
+}
+
+TEST(CostsOfRescue, OfManyJoinedFiles) {
+  const std::string show = "\0ZSH\7\0\0\0\1\2\0\0"s;
+  ExpectCheap("joined shows", Repeated(show, kSize));
+  ExpectCheap("joined texts", Repeated(R"({"kind": )", kSize));
+  ExpectCheap("joined logs", "x" + Repeated("ZUNA", kSize));
+}
+
+/// A song of version 1.2 that has no more than its number, which has at most 127 bytes.
+std::string SmallSong(const std::string& number) {
+  return static_cast<char>(number.size()) + number + "\1b\1\0\0\0\0\0\0\0"s;
+}
+
+TEST(CostsOfRescue, OfManySongsOfOneNumber) {
+  const std::string head = "\0ZSH\xFF\xFF\0\0\1\2\0\x7F"s;
+  std::string counted;  // songs that have the numbers already which others of their number would get
+  for (int i = 2; counted.size() < kSize / 2; ++i) counted += SmallSong("1 (" + std::to_string(i) + ")");
+  ExpectCheap("songs of one number", head + Repeated(SmallSong("1"), kSize));
+  ExpectCheap("songs of counted numbers", head + counted + Repeated(SmallSong("1"), kSize / 2));
+  ExpectCheap("songs of one counted number", head + Repeated(SmallSong("1 (2)"), kSize));
+  ExpectCheap(
+      "songs of two long numbers",
+      head + Repeated(SmallSong(std::string(120, '7')) + SmallSong(std::string(120, '7') + " (2)"), kSize));
+}
+
 TEST(CostsOfRescue, OfManyBeginningsOfSongs) {
   // A number, a name, and counts that lead far.
   ExpectCheap("songs of version 1.2",
