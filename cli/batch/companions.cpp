@@ -1,10 +1,11 @@
 // Finds the companion of a legacy file.
 #include "cli/batch/companions.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <new>
 
-#include "cli/batch/similar_names.h"
+#include "cli/batch/missing_companion.h"
 #include "cli/shared/document_text.h"
 #include "cli/shared/input.h"
 #include "cli/terminal/standard_streams.h"
@@ -19,24 +20,21 @@ using zuna_toolkit::CompanionFit;
 using zuna_toolkit::Document;
 using zuna_toolkit::Input;
 
-// An accent, say, may be a character of its own.
-constexpr const char* kOtherCharacters = " is, in other characters";
-
-bool HasSameLetters(const std::string& path, const std::string& other) {
-  return zuna_toolkit::LowerCase(path) == zuna_toolkit::LowerCase(other);
+/// Where the companion of `input` may be: the places in the order in which they are looked at.
+std::vector<std::string> PlacesOf(const Input& input, const CompanionOptions& options) {
+  if (options.file) return {*options.file};
+  std::vector<std::string> places;
+  const auto add = [&](const std::string& path) {
+    if (const auto place = zuna_toolkit::OtherKindPath(path)) places.push_back(*place);
+  };
+  if (!options.folder.empty()) add(kit::path::Join(options.folder, input.relative));
+  add(input.path);
+  return places;
 }
 
-[[noreturn]] void ThrowMissing(const Document& document, const std::optional<std::string>& path) {
-  const bool is_log = document.type().is_log();
-  std::string problem = is_log ? "needs its show, which has the divisions of the songs"
-                               : "needs its log, which has the name of the show";
-  if (path) problem += ", and " + *path + " is not there";
-  static SimilarNames names;
-  const auto similar = path ? names.Find(*path) : std::nullopt;
-  if (similar) problem += ", but " + *similar + (HasSameLetters(*path, *similar) ? " is" : kOtherCharacters);
-  throw Failure(ErrorCode::kCompanionMissing, document.name(), problem,
-                std::string("give --companion or --companions, or ") +
-                    (is_log ? "--division TICKS" : "--show-name NAME"));
+bool IsFile(const std::string& path) {
+  std::error_code ignored;
+  return std::filesystem::is_regular_file(path, ignored);
 }
 
 /// What an option tells in place of the companion; nothing where none does.
@@ -120,7 +118,9 @@ void AddCompanions(CLI::App& command, CompanionOptions& options) {
           "which has the show's name, or the show of a log, which has the songs' divisions. Unless "
           "given, the file of the same stem beside the input: .logdata for .showdata and the reverse")
       ->type_name("FILE");
-  command.add_option("--companions", options.folder, "Look for companions below DIR instead")
+  command
+      .add_option("--companions", options.folder,
+                  "Look for companions below DIR first, and then beside the inputs")
       ->type_name("DIR");
   command.add_flag("--any-companion", options.any, "Take a companion that shares no song with the input");
   command
@@ -136,15 +136,15 @@ void AddCompanions(CLI::App& command, CompanionOptions& options) {
 }
 
 std::optional<std::string> CompanionPath(const Input& input, const CompanionOptions& options) {
-  if (options.file) return options.file;
-  if (options.folder.empty()) return zuna_toolkit::OtherKindPath(input.path);
-  return zuna_toolkit::OtherKindPath(kit::path::Join(options.folder, input.relative));
+  const std::vector<std::string> places = PlacesOf(input, options);
+  if (places.empty()) return std::nullopt;
+  const auto found = std::find_if(places.begin(), places.end(), IsFile);
+  return found == places.end() ? places.front() : *found;
 }
 
 bool HasCompanion(const Input& input, const CompanionOptions& options) {
   const std::optional<std::string> path = CompanionPath(input, options);
-  std::error_code ignored;
-  return path && (options.file || std::filesystem::is_regular_file(*path, ignored));
+  return path && (options.file || IsFile(*path));
 }
 
 FoundCompanion FindCompanion(const Document& document, const Input& input, const CompanionOptions& options,
@@ -153,10 +153,9 @@ FoundCompanion FindCompanion(const Document& document, const Input& input, const
   if (options.for_one || !is_there) {
     if (auto stand_in = StandIn(document, options)) return std::move(*stand_in);
   }
-  const std::optional<std::string> path = CompanionPath(input, options);
-  if (!is_there) ThrowMissing(document, path);
+  if (!is_there) throw MissingCompanion(document, PlacesOf(input, options), options.folder);
   try {
-    return ReadAndCheck(document, *path, options, keys);
+    return ReadAndCheck(document, *CompanionPath(input, options), options, keys);
   } catch (const std::bad_alloc&) {
     throw;
   } catch (...) {
@@ -164,16 +163,16 @@ FoundCompanion FindCompanion(const Document& document, const Input& input, const
   }
 }
 
-bool IsRestored(const Document& document, const Input& input, const Keys& keys) {
+Restoration RestorationOf(const Document& document, const Input& input, const Keys& keys) {
   const std::optional<std::string> path = CompanionPath(input, {});
-  if (!path) return true;
-  if (!HasCompanion(input, {})) return false;
+  if (!path) return {true, ""};
+  if (!IsFile(*path)) return {false, SimilarNote(document, *path)};
   try {
-    return zuna_toolkit::FitOf(document, ReadAt(*path, document.type().kind, keys)).restores;
+    return {zuna_toolkit::FitOf(document, ReadAt(*path, document.type().kind, keys)).restores, ""};
   } catch (const std::bad_alloc&) {
     throw;
   } catch (const std::exception&) {
-    return false;
+    return {};
   }
 }
 

@@ -16,7 +16,7 @@ namespace zuna_cli {
 /// What the options tell about companions.
 struct CompanionOptions {
   std::optional<std::string> file;        ///< of one input
-  std::string folder;                     ///< where companions are instead of beside the inputs
+  std::string folder;                     ///< where companions are looked for first; empty for none
   bool any = false;                       ///< take one that does not belong
   std::optional<std::string> show_name;   ///< in place of the log of a show
   std::optional<std::uint16_t> division;  ///< in place of the show of a log; ticks of a quarter note
@@ -27,7 +27,8 @@ struct CompanionOptions {
 void AddCompanions(CLI::App& command, CompanionOptions& options);
 
 /// Where the companion of `input` is, whether it is there or not: the file that was named, or the file of the
-/// same stem and path for the other kind. Nothing where the name of the input does not tell.
+/// same stem for the other kind, in the folder of companions or else beside the input. Nothing where the name
+/// of the input does not tell.
 std::optional<std::string> CompanionPath(const zuna_toolkit::Input& input, const CompanionOptions& options);
 
 /// Whether the companion of `input` is there, or was named.
@@ -45,9 +46,15 @@ struct FoundCompanion {
 FoundCompanion FindCompanion(const zuna_toolkit::Document& document, const zuna_toolkit::Input& input,
                              const CompanionOptions& options, const Keys& keys);
 
-/// Whether `up` would bring back what `document`, a current one that `input` holds, loses as a legacy one:
-/// its companion is beside it and has it. True also where the name of the input does not tell its
-/// companion's.
-bool IsRestored(const zuna_toolkit::Document& document, const zuna_toolkit::Input& input, const Keys& keys);
+/// What becomes of what a document loses on the way down that its companion has.
+struct Restoration {
+  bool is_restored = false;  ///< `up` would bring it back: the companion is beside the document and has it
+  std::string note;          ///< where the companion has another name than it is looked for; may be empty
+};
+
+/// That of `document`, a current one that `input` holds. It is restored also where the name of the input does
+/// not tell its companion's.
+Restoration RestorationOf(const zuna_toolkit::Document& document, const zuna_toolkit::Input& input,
+                          const Keys& keys);
 
 }  // namespace zuna_cli

@@ -76,12 +76,6 @@ std::string NameText(const Cause& cause) {
   return cause.needed_by.empty() ? file : file + " (needed by " + NamesText(cause.needed_by) + ')';
 }
 
-/// What all files have in common that fail in this way. Only a missing companion has a name in its problem.
-std::string ProblemOf(const Failure& failure) {
-  if (failure.code() == ErrorCode::kCompanionMissing) return "needs its companion, which is not there";
-  return failure.parts().problem;
-}
-
 Failure Told(const Cause& cause) {
   if (cause.needed_by.empty()) return *cause.failure;
   zuna_toolkit::ErrorParts parts = cause.failure->parts();
@@ -97,7 +91,7 @@ Failure OfManyFiles(const std::vector<Cause>& causes, const std::vector<std::siz
   for (const std::size_t number : group) names.push_back(NameText(causes[number]));
   zuna_toolkit::ErrorParts parts = first.parts();
   parts.file = zuna_toolkit::Counted(group.size(), "file", "files");
-  parts.problem = ProblemOf(first) + " (" + NamesText(names) + ')';
+  parts.problem = first.common_problem() + " (" + NamesText(names) + ')';
   return {first.code(), std::move(parts)};
 }
 
@@ -113,7 +107,7 @@ std::vector<Failure> FailuresToTell(const std::vector<FailedInput>& failed) {
   for (const auto& group : by_file) causes.push_back(OfOneFile(failed, group));
   std::vector<Failure> told;
   const Groups by_problem = GroupsBy(causes, [](const Cause& cause) {
-    return std::tuple(cause.failure->code(), ProblemOf(*cause.failure), cause.failure->parts().remedy);
+    return std::tuple(cause.failure->code(), cause.failure->common_problem(), cause.failure->parts().remedy);
   });
   for (const auto& group : by_problem) {
     if (group.size() > kMostAlone) {

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "cli/batch/companions.h"
+#include "cli/batch/conversion_messages.h"
 #include "cli/batch/report.h"
 #include "cli/batch/runner.h"
 #include "cli/commands/finding_text.h"
@@ -105,11 +106,13 @@ Outcome CheckOne(const zuna_toolkit::Input& input, const CheckOptions& options, 
   const Findings findings(document, options.json);
   const std::optional<Document> converted = ConvertedForm(document, options);
   std::optional<Losses> losses;
-  if (converted) {
-    const bool is_restored = document.type().is_legacy() || IsRestored(document, input, keys);
-    losses.emplace(document, *converted, is_restored, options.json);
-  }
   Outcome outcome;
+  if (converted) {
+    Restoration restoration{true, ""};
+    if (converted->type().is_legacy()) restoration = RestorationOf(document, input, keys);
+    losses.emplace(document, *converted, restoration.is_restored, options.json);
+    if (!restoration.note.empty()) Say(outcome, document.name(), restoration.note);
+  }
   outcome.group = GroupOf(findings);
   if (losses) outcome.losses = losses->Kinds();
   outcome.is_negative = findings.has_errors();

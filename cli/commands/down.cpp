@@ -12,12 +12,14 @@ namespace {
 std::optional<Converted> DownOne(const zuna_toolkit::Document& document, const zuna_toolkit::Input& input,
                                  const Keys& keys) {
   if (document.type().is_legacy()) return std::nullopt;
-  const bool is_restored = IsRestored(document, input, keys);
-  return Converted{zuna_toolkit::Down(document),
-                   cmn::VersionText(document.type().version) + " -> 0.0",
-                   {},
-                   {},
-                   is_restored};
+  const Restoration restoration = RestorationOf(document, input, keys);
+  Converted converted{zuna_toolkit::Down(document),
+                      cmn::VersionText(document.type().version) + " -> 0.0",
+                      {},
+                      {},
+                      restoration.is_restored};
+  if (!restoration.note.empty()) converted.notes.push_back(restoration.note);
+  return converted;
 }
 
 void RunDown(const ConversionOptions& options, Context& context) {

@@ -16,11 +16,11 @@ namespace {
 using zuna_toolkit::ErrorKind;
 
 /// The toolkit does not know where the tool gets its keys from.
-Failure FailureFrom(const zuna_toolkit::Error& error) {
-  if (error.code() != ErrorCode::kNoKey) return Failure(error);
-  zuna_toolkit::ErrorParts parts = error.parts();
+Failure WithKeyRemedy(const Failure& failure) {
+  if (failure.code() != ErrorCode::kNoKey) return failure;
+  zuna_toolkit::ErrorParts parts = failure.parts();
   parts.remedy = "name its key file with --key-file or ZUNA_KEY_FILE";
-  return {error.code(), std::move(parts)};
+  return {failure.code(), std::move(parts)};
 }
 
 }  // namespace
@@ -56,8 +56,10 @@ ExitCode Failure::exit_code() const { return ExitCodeOf(kind()); }
 Failure CurrentFailure() {
   try {
     throw;
+  } catch (const Failure& failure) {
+    return WithKeyRemedy(failure);
   } catch (const zuna_toolkit::Error& error) {
-    return FailureFrom(error);
+    return WithKeyRemedy(Failure(error));
   } catch (const kit::FileIoError& error) {
     return {zuna_toolkit::CodeOfSystemError(error.error()), error.path(), error.problem(), error.remedy()};
   } catch (const kit::IoError& error) {

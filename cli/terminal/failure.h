@@ -1,6 +1,9 @@
 // Exit codes, and what ends a command.
 #pragma once
 
+#include <memory>
+#include <string>
+
 #include "toolkit/error.h"
 
 namespace zuna_cli {
@@ -30,6 +33,18 @@ class Failure : public zuna_toolkit::Error {
   explicit Failure(const Error& error) : Error(error) {}
 
   ExitCode exit_code() const;
+
+  /// What happened, in words that are the same for all files with this cause: a problem may name what it
+  /// was for one of them. That is the problem itself unless it was set.
+  ///@{
+  const std::string& common_problem() const { return common_problem_ ? *common_problem_ : parts().problem; }
+  void SetCommonProblem(const std::string& problem) {
+    common_problem_ = std::make_shared<const std::string>(problem);
+  }
+  ///@}
+
+ private:
+  std::shared_ptr<const std::string> common_problem_;  ///< shared, so that copying cannot fail
 };
 
 /// The exit code of this kind of trouble.

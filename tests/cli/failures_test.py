@@ -89,14 +89,6 @@ class FailureTest(FolderTest):
             ", ".join(f"many/{number}.logdata (needed by many/{number}.showdata)" for number in range(5)) +
             "); give an encrypted show or log file"])
 
-    def test_tells_many_missing_companions_once(self):
-        os.mkdir(self.path("many"))
-        for number in range(4):
-            self.write(f"many/{number}.showdata", self.read("in/opera.showdata"))
-        self.assertEqual(self.said("up", "many", "--out-dir", "out", code=PART_FAILED)[1:], [
-            "4 files: needs its companion, which is not there (many/0.showdata, many/1.showdata, many/2.showdata, "
-            "many/3.showdata); give --companion or --companions, or --show-name NAME"])
-
     def test_tells_many_unrelated_companions_once(self):
         os.mkdir(self.path("many"))
         other = self.encrypt("other", legacy_log(legacy_song_log("2", "Other")))
