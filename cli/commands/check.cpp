@@ -1,7 +1,10 @@
 // zuna-convert check
+#include <algorithm>
+#include <array>
 #include <map>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "cli/batch/companions.h"
 #include "cli/batch/conversion_messages.h"
@@ -14,12 +17,14 @@
 #include "cli/shared/losses.h"
 #include "cli/terminal/text.h"
 #include "toolkit/conversion/conversion.h"
+#include "toolkit/error.h"
 
 namespace zuna_cli {
 
 namespace {
 
 using zuna_toolkit::Document;
+using zuna_toolkit::ErrorCode;
 
 struct CheckOptions {
   InputOptions inputs;
@@ -98,11 +103,32 @@ Group GroupOf(const Findings& findings) {
   return findings.has_errors() ? kWithErrors : kWithWarnings;
 }
 
+/// Whether an error of this code may be one of a damaged file, of which rescue saves what is left.
+bool MayRescueHelp(ErrorCode code) {
+  constexpr std::array kCodes = {ErrorCode::kCutOff,       ErrorCode::kBytesAfterEnd,
+                                 ErrorCode::kDamaged,      ErrorCode::kUnsupportedEnvelope,
+                                 ErrorCode::kNotEncrypted, ErrorCode::kBadContent,
+                                 ErrorCode::kTextError,    ErrorCode::kNotAShowOrLog};
+  return std::find(kCodes.begin(), kCodes.end(), code) != kCodes.end();
+}
+
+/// Reads the file. Where rescue may help, the error says that too.
+Document ReadToCheck(const std::string& path, const Keys& keys) {
+  try {
+    zuna_toolkit::OpenedFile file = OpenInput(path, keys).file;
+    return zuna_toolkit::ReadDocument(file);
+  } catch (const zuna_toolkit::Error& error) {
+    if (!MayRescueHelp(error.code())) throw;
+    zuna_toolkit::ErrorParts parts = error.parts();
+    parts.remedy += ", or save what is left of a damaged file with rescue";
+    throw zuna_toolkit::Error(error.code(), std::move(parts));
+  }
+}
+
 Outcome CheckOne(const zuna_toolkit::Input& input, const CheckOptions& options, const Keys& keys,
                  const Detail& detail) {
   const std::string& path = input.path;
-  zuna_toolkit::OpenedFile file = OpenInput(path, keys).file;
-  const Document document = zuna_toolkit::ReadDocument(file);
+  const Document document = ReadToCheck(path, keys);
   const Findings findings(document, options.json);
   const std::optional<Document> converted = ConvertedForm(document, options);
   std::optional<Losses> losses;

@@ -95,10 +95,30 @@ class CheckTest(WithLogs):
         self.assertEqual(bad["error"]["code"], "not-encrypted")
         self.assertEqual([loss["code"] for loss in show["losses"]], ["show-name-dropped"])
 
-    def test_tells_damage(self):
-        self.write("cut", self.read("new.log")[:-1])
-        said = without_codes(self.run_tool("info", "cut", code=BAD_INPUT).stderr.decode())
-        self.refuse("check", "cut", code=BAD_INPUT, message=said.removeprefix("zuna-convert: ").rstrip("\n"))
+    def test_tells_damage_and_points_to_rescue(self):
+        good = self.read("new.log")
+        self.write("cut", good[:-1])
+        self.write("longer", good + b"x")
+        self.write("changed", good[:-1] + bytes([good[-1] ^ 1]))
+        self.write("version", good[:8] + b"x" + good[9:])
+        self.write("front", b"x" + good[1:])
+        self.encrypt("content", self.plaintext("new.log")[:-9])
+        self.encrypt("other", b"something else")
+        self.encrypt("text", b'{"kind": "logdata", "fileVersion": "2.0",')
+        self.assertTrue(self.run_tool("check", "text", code=BAD_INPUT).stderr.rstrip().endswith(
+            b"or correct its text, or save what is left of a damaged file with rescue [text-error]"))
+        for name in ("cut", "longer", "changed", "version", "front", "content", "other"):
+            with self.subTest(name):
+                said = without_codes(self.run_tool("info", name, code=BAD_INPUT).stderr.decode())
+                self.refuse("check", name, code=BAD_INPUT, message=said.removeprefix("zuna-convert: ").rstrip("\n") +
+                            ", or save what is left of a damaged file with rescue")
+
+    def test_does_not_point_to_rescue_where_it_does_not_help(self):
+        self.write("empty", b"")
+        self.encrypt("newer", self.plaintext("new.log")[:8] + b"\x09" + self.plaintext("new.log")[9:])
+        for name in ("empty", "newer"):
+            with self.subTest(name):
+                self.assertNotIn(b"rescue", self.run_tool("check", name, code=BAD_INPUT).stderr)
 
 
 if __name__ == "__main__":
