@@ -1,6 +1,7 @@
 // Kinds of losses as JSON.
 #include "cli/shared/loss_kinds_json.h"
 
+#include <algorithm>
 #include <charconv>
 #include <map>
 #include <utility>

@@ -2,10 +2,13 @@
 
 import json
 import os
+import re
+import subprocess
+import time
 import unittest
 
 from folder import FolderTest
-from tool import IO, PART_FAILED, REFUSED, legacy_log, legacy_show, legacy_song, legacy_song_log
+from tool import IO, PART_FAILED, REFUSED, TOOL, legacy_log, legacy_show, legacy_song, legacy_song_log
 
 
 class CompanionOptionsTest(FolderTest):
@@ -94,6 +97,27 @@ class EarlierLossesTest(FolderTest):
             self.assertEqual(sum("the current versions do not keep 3 whole bar labels" in line for line in resumed), lost // 3)
             for name in self.written("out") + ["report"]:
                 os.remove(self.path(name))
+
+    def test_ends_as_a_single_run_after_a_kill(self):
+        content = self.read("odd/a.showdata")
+        for number in range(400):
+            self.write(f"odd/{number}.showdata", content)
+        self.write("odd/bad.showdata", "bad")
+        run = ("up", "odd", "--show-name", "X", "-j", "2")
+        whole = self.said(*run, "--out-dir", "whole", code=PART_FAILED)
+        run = (*run, "--out-dir", "out", "--report", "report", "--resume")
+        with subprocess.Popen([TOOL, *run], cwd=self.folder, env=self.environment, stderr=subprocess.DEVNULL) as process:
+            while not os.path.exists(self.path("report")) or not self.read("report"):
+                time.sleep(0.01)
+            process.kill()
+        self.assertLess(len(self.written("out")), 403)
+        resumed = self.said(*run, code=PART_FAILED)
+        self.assertEqual(resumed[-3:], whole[-3:])
+        self.assertEqual(whole[-3], "403 files: the current versions do not keep 403 whole bar labels")
+        counts = re.fullmatch(r"405 files: (\d+) done \((\d+) with losses\), (\d+) skipped \((\d+) with losses\), 1 failed", resumed[-4])
+        done, lossy, skipped, lossy_skipped = map(int, counts.groups())
+        self.assertEqual((done + skipped, lossy + lossy_skipped), (404, 403))
+        self.assertEqual([self.read(name) for name in self.written("out")], [self.read(name) for name in self.written("whole")])
 
     def test_tells_what_was_lost_in_place(self):
         run = ("up", "odd", "--in-place", "--show-name", "X", "--report", "report", "--resume")
