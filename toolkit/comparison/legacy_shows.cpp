@@ -45,13 +45,7 @@ void AddTrackOrder(const version0::SongData& song, const SongDifferences& differ
     if (ids.insert(track.track_id).second) in_order.push_back(track.track_id);
   }
   if (std::is_sorted(in_order.begin(), in_order.end())) return;
-  Difference difference;
-  difference.subject = Subject::kVoice;
-  difference.action = Action::kReordered;
-  difference.place.list = "voices";
-  for (const std::uint8_t id : in_order) AppendListed(difference.before, std::to_string(id));
-  for (const std::uint8_t id : ids) AppendListed(difference.after, std::to_string(id));
-  differences.Add(std::move(difference));
+  AddVoiceOrder(in_order, ids, differences);
 }
 
 /// Compares the events of one track with the messages of its voice.
@@ -63,28 +57,20 @@ class EventComparison {
 
   /// The low nibble of the track's id joins the status. A status with a channel besides becomes another one.
   void CompareStatus() const {
-    const auto differs = [&](std::size_t i) {
-      return (events_[i].status_high & smf::kChannelMask) != 0 && events_[i].status_high != Status(i);
+    const auto change = [&](std::size_t i) {
+      const std::uint8_t status = events_[i].status_high;
+      return ValueChange{status, (status & smf::kChannelMask) != 0 ? Status(i) : status};
     };
-    AddEventRuns(
-        id_, events_, KindOf(Subject::kMessageChannel, Action::kRenumbered), differs,
-        [&](std::size_t i, Difference& difference) {
-          difference.before = "status " + std::to_string(events_[i].status_high);
-          difference.after = std::to_string(Status(i));
-        },
-        differences_);
+    AddEventRuns(id_, events_, {Subject::kMessageChannel, Action::kRenumbered, "status "}, change,
+                 differences_);
   }
 
   /// Delta times are not kept. They come back from the times of the events.
   void CompareDeltaTimes() const {
-    const auto differs = [&](std::size_t i) { return events_[i].delta_time != ComputedDelta(events_, i); };
-    AddEventRuns(
-        id_, events_, KindOf(Subject::kDeltaTime, Action::kDefaulted), differs,
-        [&](std::size_t i, Difference& difference) {
-          difference.before = std::to_string(events_[i].delta_time);
-          difference.after = std::to_string(ComputedDelta(events_, i));
-        },
-        differences_);
+    const auto change = [&](std::size_t i) {
+      return ValueChange{events_[i].delta_time, ComputedDelta(events_, i)};
+    };
+    AddEventRuns(id_, events_, {Subject::kDeltaTime, Action::kDefaulted, ""}, change, differences_);
   }
 
  private:

@@ -33,12 +33,7 @@ void CompareTrackOrder(const version0::SongData& before, const version0::SongDat
                        const SongDifferences& differences) {
   const std::vector<std::uint8_t> ids = SharedIds(before, after);
   const std::vector<std::uint8_t> after_ids = SharedIds(after, before);
-  if (ids == after_ids) return;
-  Difference difference = KindOf(Subject::kVoice, Action::kReordered);
-  difference.place.list = "voices";
-  for (const std::uint8_t id : ids) AppendListed(difference.before, std::to_string(id));
-  for (const std::uint8_t id : after_ids) AppendListed(difference.after, std::to_string(id));
-  differences.Add(std::move(difference));
+  if (ids != after_ids) AddVoiceOrder(ids, after_ids, differences);
 }
 
 /// Whether two events of one track are the same but for a channel in the status and the delta time. The
@@ -55,11 +50,9 @@ void CompareEvents(std::uint8_t track, const Events& before, const Events& after
   if (!std::equal(before.begin(), before.end(), after.begin(), after.end(), SameMessage)) return;
   const auto add = [&](Subject subject, const char* name, auto value) {
     AddEventRuns(
-        track, before, KindOf(subject, Action::kChanged),
-        [&](std::size_t i) { return value(before[i]) != value(after[i]); },
-        [&](std::size_t i, Difference& difference) {
-          difference.before = name + std::to_string(value(before[i]));
-          difference.after = std::to_string(value(after[i]));
+        track, before, {subject, Action::kChanged, name},
+        [&](std::size_t i) {
+          return ValueChange{value(before[i]), value(after[i])};
         },
         differences);
   };

@@ -74,6 +74,13 @@ TEST(LegacyDifferences, HaveTracksAndEvents) {
                 for (auto& event : song.events[1]) event.delta_time += 1;
               }),
               ElementsAre("song 7: delta-time-changed messages[0] at 480 in bar 1 (track 1): 480 -> 481 x2"));
+  // Each with its own values.
+  EXPECT_THAT(Changed([](auto& song) {
+                song.events[1][0].delta_time = 1;
+                song.events[1][1].delta_time = 2;
+              }),
+              ElementsAre("song 7: delta-time-changed messages[0] at 480 in bar 1 (track 1): 480 -> 1",
+                          "song 7: delta-time-changed messages[1] at 960 in bar 1 (track 1): 480 -> 2"));
   EXPECT_THAT(
       Changed([](auto& song) { song.events[1][1].status_high = 0x81; }),
       ElementsAre(

@@ -9,6 +9,7 @@
 
 #include "format_converter/version0/records/event_object.h"
 #include "toolkit/comparison/internal/song_differences.h"
+#include "toolkit/words.h"
 
 namespace zuna_toolkit {
 
@@ -17,37 +18,57 @@ inline std::uint32_t ComputedDelta(const std::vector<version0::EventObject>& eve
   return i == 0 ? events[i].abs_time : events[i].abs_time - events[i - 1].abs_time;
 }
 
-/// Adds one difference for each run of events for which `differs(i)` holds: a copy of `kind` with their place
-/// and with the texts that `add_texts(i, difference)` sets for the first of them.
-template <typename Differs, typename AddTexts>
+/// What changes in an event, and how.
+struct EventField {
+  Subject subject;
+  Action action;
+  const char* name;  ///< with a blank, before the value; or empty
+};
+
+/// How a field of an event changes.
+struct ValueChange {
+  std::uint32_t before = 0;
+  std::uint32_t after = 0;
+
+  bool operator==(const ValueChange&) const = default;
+};
+
+/// Adds one difference for each run of events whose field changes in one way. `change(i)` has the two values
+/// of an event; where they are the same, nothing changes.
+template <typename Change>
 void AddEventRuns(std::uint8_t track, const std::vector<version0::EventObject>& events,
-                  const Difference& kind, Differs differs, AddTexts add_texts,
-                  const SongDifferences& differences) {
-  std::size_t i = 0;
-  while (i < events.size()) {
-    std::size_t end = i;
-    while (end < events.size() && differs(end)) ++end;
-    if (end > i) {
-      Difference difference = kind;
-      difference.place.list = "messages";
-      difference.place.index = i;
-      difference.place.tick = events[i].abs_time;
-      difference.place.voice = track;
-      difference.where = "track " + std::to_string(track);
-      difference.count = end - i;
-      add_texts(i, difference);
-      differences.Add(std::move(difference));
-    }
-    i = end + 1;
+                  const EventField& field, Change change, const SongDifferences& differences) {
+  std::size_t end = 0;
+  for (std::size_t i = 0; i < events.size(); i = end) {
+    const ValueChange values = change(i);
+    end = i + 1;
+    if (values.before == values.after) continue;
+    while (end < events.size() && change(end) == values) ++end;
+    Difference difference;
+    difference.subject = field.subject;
+    difference.action = field.action;
+    difference.place.list = "messages";
+    difference.place.index = i;
+    difference.place.tick = events[i].abs_time;
+    difference.place.voice = track;
+    difference.where = "track " + std::to_string(track);
+    difference.count = end - i;
+    difference.before = field.name + std::to_string(values.before);
+    difference.after = std::to_string(values.after);
+    differences.Add(std::move(difference));
   }
 }
 
-/// A difference of which nothing but its kind is known.
-inline Difference KindOf(Subject subject, Action action) {
-  Difference kind;
-  kind.subject = subject;
-  kind.action = action;
-  return kind;
+/// Adds the difference that the tracks of these ids, or the voices of these numbers, stand in another order.
+template <typename BeforeIds, typename AfterIds>
+void AddVoiceOrder(const BeforeIds& before, const AfterIds& after, const SongDifferences& differences) {
+  Difference difference;
+  difference.subject = Subject::kVoice;
+  difference.action = Action::kReordered;
+  difference.place.list = "voices";
+  for (const std::uint8_t id : before) AppendListed(difference.before, std::to_string(id));
+  for (const std::uint8_t id : after) AppendListed(difference.after, std::to_string(id));
+  differences.Add(std::move(difference));
 }
 
 }  // namespace zuna_toolkit
