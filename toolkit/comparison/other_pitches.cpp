@@ -1,4 +1,4 @@
-// Finds notes that have another pitch and are the same otherwise.
+// Finds notes that have another pitch at the same start.
 #include <algorithm>
 #include <tuple>
 
@@ -44,13 +44,13 @@ std::size_t EndOfChord(const Notes& notes, std::size_t begin) {
 }
 
 /// The chord that begins at these indexes, where both lists have the same start there.
-Chord ChordAt(const Notes& before, const Notes& after, std::size_t i, std::size_t j) {
+Chord ChordAt(const Notes& before, const Notes& after, std::size_t i, std::size_t j, Transposed which) {
   Chord chord{i, j, EndOfChord(before, i) - i, after[j].pitch - before[i].pitch};
   if (EndOfChord(after, j) - j != chord.size) chord.interval = 0;
   for (std::size_t k = 0; k < chord.size && chord.interval != 0; ++k) {
     Note moved = before[i + k];
     moved.pitch = after[j + k].pitch;
-    const bool same = RestOf(moved) == RestOf(after[j + k]);
+    const bool same = which == Transposed::kAndMore || RestOf(moved) == RestOf(after[j + k]);
     if (!same || moved.pitch - before[i + k].pitch != chord.interval) chord.interval = 0;
   }
   return chord;
@@ -59,9 +59,10 @@ Chord ChordAt(const Notes& before, const Notes& after, std::size_t i, std::size_
 /// Takes runs of chords out of two lists that are in the order of time, channel and pitch.
 class TransposedRuns {
  public:
-  TransposedRuns(Notes& before, Notes& after, std::vector<NotePair>& transposed)
+  TransposedRuns(Notes& before, Notes& after, Transposed which, std::vector<NotePair>& transposed)
       : before_(before),
         after_(after),
+        which_(which),
         transposed_(transposed),
         taken_before_(before.size()),
         taken_after_(after.size()) {}
@@ -75,7 +76,7 @@ class TransposedRuns {
         EndRun();
         j = EndOfChord(after_, j);
       } else {
-        Add(ChordAt(before_, after_, i, j));
+        Add(ChordAt(before_, after_, i, j, which_));
         i = EndOfChord(before_, i);
         j = EndOfChord(after_, j);
       }
@@ -91,13 +92,11 @@ class TransposedRuns {
     if (chord.interval != 0) run_.push_back(chord);
   }
 
-  /// A few notes by the same interval may be something else.
   void EndRun() {
-    constexpr std::size_t kFewest = 4;
     std::size_t notes = 0;
     for (const Chord& chord : run_) notes += chord.size;
     for (const Chord& chord : run_) {
-      for (std::size_t k = 0; k < chord.size && notes >= kFewest && run_.size() > 1; ++k) {
+      for (std::size_t k = 0; k < chord.size && notes >= kFewestOfARun && run_.size() > 1; ++k) {
         transposed_.push_back({before_[chord.before + k], after_[chord.after + k]});
         taken_before_[chord.before + k] = true;
         taken_after_[chord.after + k] = true;
@@ -108,6 +107,7 @@ class TransposedRuns {
 
   Notes& before_;
   Notes& after_;
+  Transposed which_;
   std::vector<NotePair>& transposed_;
   std::vector<bool> taken_before_;
   std::vector<bool> taken_after_;
@@ -116,8 +116,8 @@ class TransposedRuns {
 
 }  // namespace
 
-void TakeTransposedRuns(Notes& before, Notes& after, std::vector<NotePair>& transposed) {
-  TransposedRuns(before, after, transposed).Take();
+void TakeTransposedRuns(Notes& before, Notes& after, Transposed which, std::vector<NotePair>& transposed) {
+  TransposedRuns(before, after, which, transposed).Take();
 }
 
 void TakeOtherPitches(Notes& before, Notes& after, std::vector<NotePair>& transposed) {
@@ -126,6 +126,30 @@ void TakeOtherPitches(Notes& before, Notes& after, std::vector<NotePair>& transp
   TakeEquivalent(before, after, HasLessRest, [&](const Note& a, const Note& b) {
     transposed.push_back({a, b});
   });
+}
+
+void TakeSameStarts(Notes& before, Notes& after, std::vector<NotePair>& changed) {
+  std::vector<bool> taken_before(before.size());
+  std::vector<bool> taken_after(after.size());
+  for (std::size_t i = 0, j = 0; i < before.size() && j < after.size();) {
+    const std::size_t end = EndOfChord(before, i);
+    const std::size_t after_end = EndOfChord(after, j);
+    if (StartsBefore(before[i], after[j])) {
+      i = end;
+    } else if (StartsBefore(after[j], before[i])) {
+      j = after_end;
+    } else {
+      const bool as_many = end - i == after_end - j;
+      for (; as_many && i < end; ++i, ++j) {
+        changed.push_back({before[i], after[j]});
+        taken_before[i] = taken_after[j] = true;
+      }
+      i = end;
+      j = after_end;
+    }
+  }
+  RemoveTaken(before, taken_before);
+  RemoveTaken(after, taken_after);
 }
 
 }  // namespace zuna_toolkit

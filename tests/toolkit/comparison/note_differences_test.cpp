@@ -225,6 +225,43 @@ TEST(NoteDifferences, OfATransposedVoiceAreAllOfOneInterval) {
   }
 }
 
+TEST(NoteDifferences, OfANoteThatIsTransposedAndLouderAreOneChange) {
+  EXPECT_THAT(Compared({{0, 60}, {480, 61}}, {{0, 60}, {480, 66, 110, 120}}),
+              ElementsAre("note-changed at 480: C#4 (61) velocity 100 length 240 -> "
+                          "F#4 (66) velocity 110 length 120"));
+  // Of a chord that has more notes than before, nobody knows which one became which.
+  EXPECT_EQ(Counts({{480, 60}, {960, 70}}, {{480, 62, 110}, {480, 64, 110}, {960, 70}}),
+            (std::map<std::string, std::size_t>{{"note-added", 2}, {"note-dropped", 1}}));
+}
+
+TEST(NoteDifferences, OfAVoiceThatIsTransposedAndLouderAreOneChangeEach) {
+  const std::vector<TestNote> before = Melody(40);
+  std::vector<TestNote> after = before;
+  for (std::size_t i = 0; i < after.size(); ++i) {
+    after[i].pitch = static_cast<std::uint8_t>(after[i].pitch + 2);
+    after[i].velocity = static_cast<std::uint8_t>(80 + i);
+    after[i].length = 200;
+  }
+  const std::vector<Difference> differences = Compare(ShowOf(VoiceOf(before)), ShowOf(VoiceOf(after)));
+  EXPECT_EQ(differences.size(), 40U);
+  for (const Difference& difference : differences) {
+    ASSERT_EQ(CodeText(difference), "note-changed");
+    EXPECT_EQ(difference.changes.front().increase, 2);
+  }
+}
+
+TEST(NoteDifferences, OfAnEndThatMovesAndIsTransposedAndLouderAreMoves) {
+  const std::vector<TestNote> before = Melody(40);
+  std::vector<TestNote> after = before;
+  for (std::size_t i = 16; i < after.size(); ++i) {
+    after[i].tick += 4 * kBeat + 30;
+    after[i].pitch = static_cast<std::uint8_t>(after[i].pitch + 5);
+    after[i].velocity = 120;
+  }
+  EXPECT_EQ(Counts(before, after), (std::map<std::string, std::size_t>{{"note-moved", 24}}));
+  EXPECT_EQ(Counts(after, before), (std::map<std::string, std::size_t>{{"note-moved", 24}}));
+}
+
 TEST(NoteDifferences, OfNotesThatMoveToThePlacesOfOthersAreMoves) {
   // A note is inserted, another one taken out later: between them, each note stands where another one stood.
   // Two neighbours have one pitch.

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -42,6 +43,19 @@ VoiceParts PartsOf(const std::vector<TimedMessage>& messages);
 /// in which this one differs.
 std::string NoteText(const Note& note, const Note* other = nullptr);
 
+/// Where a note stands, and what it is besides its start; the orders of lists of notes.
+///@{
+inline auto PlaceOf(const Note& note) { return std::tuple(note.tick, note.channel, note.pitch); }
+inline auto ValuesOf(const Note& note) {
+  return std::tuple(note.channel, note.pitch, note.velocity, note.length, note.release_kind,
+                    note.release_velocity);
+}
+inline bool IsLess(const Note& a, const Note& b) {
+  return a.tick != b.tick ? a.tick < b.tick : ValuesOf(a) < ValuesOf(b);
+}
+inline bool HasLessPlace(const Note& a, const Note& b) { return PlaceOf(a) < PlaceOf(b); }
+///@}
+
 /// What became of a note. One of the two may be missing.
 struct NotePair {
   std::optional<Note> before;
@@ -52,7 +66,7 @@ struct NotePair {
 struct NoteComparison {
   std::vector<NotePair> moved;       ///< have another start, perhaps another length or velocity too
   std::vector<NotePair> changed;     ///< have the same pitch and start
-  std::vector<NotePair> transposed;  ///< have another pitch, and all else the same
+  std::vector<NotePair> transposed;  ///< have the same start and another pitch, perhaps other values too
   std::vector<NotePair> dropped;
   std::vector<NotePair> added;
   bool in_parts = false;  ///< so many differ that moved ones were looked for in parts of the voice only
@@ -66,14 +80,35 @@ struct NoteComparison {
 /// The fields besides the start that differ.
 std::vector<FieldChange> ChangesOfNote(const Note& before, const Note& after);
 
+/// Which transposed notes are looked for.
+enum class Transposed {
+  kOnly,     ///< those that are the same but for the pitch
+  kAndMore,  ///< those whose velocity, length or end may differ too
+};
+
+/// How many notes that change in one way are a run of them; fewer may do so by chance.
+inline constexpr std::size_t kFewestOfARun = 4;
+
 /// Takes out of two lists in the order of time, channel and pitch what was transposed: runs of chords that
 /// move by one interval.
-void TakeTransposedRuns(std::vector<Note>& before, std::vector<Note>& after,
+void TakeTransposedRuns(std::vector<Note>& before, std::vector<Note>& after, Transposed which,
                         std::vector<NotePair>& transposed);
 
 /// Takes out of both lists the notes that are the same but for the pitch, and leaves the others in the order
 /// of time.
 void TakeOtherPitches(std::vector<Note>& before, std::vector<Note>& after, std::vector<NotePair>& transposed);
+
+/// Takes out of both lists, which are in the order of time, channel and pitch, the notes of each start and
+/// channel at which both have as many.
+void TakeSameStarts(std::vector<Note>& before, std::vector<Note>& after, std::vector<NotePair>& changed);
+
+/// Takes the ends out of two sorted lists that moved as a whole: where time was inserted or cut out, the rest
+/// of the voice moves. Perhaps it is transposed by one interval, or louder, at the same time.
+void TakeMovedEnd(std::vector<Note>& lost, std::vector<Note>& gained, std::vector<NotePair>& moved);
+
+/// Takes out of two lists in the order of time the notes that moved: a longest common subsequence of the
+/// pitches. Where there are too many notes, it is searched in parts of the lists.
+void TakeMovedNotes(std::vector<Note>& lost, std::vector<Note>& gained, NoteComparison& result);
 
 /// Leaves the notes that are not taken.
 inline void RemoveTaken(std::vector<Note>& notes, const std::vector<bool>& taken) {
