@@ -66,8 +66,9 @@ std::string FieldChanges::ToString(const std::string& or_else) const {
   if (fields_.empty()) return or_else;
   const auto& [first, entries, same_before, same_after, same_increase] = fields_.front();
   if (fields_.size() == 1 && first.name == kPitch && same_increase && entries == entries_) {
-    return " are " + HigherText(zuna_toolkit::Counted(SizeOf(*first.increase), "semitone", "semitones"),
-                                *first.increase);
+    return (or_else.empty() ? " and are " : " are ") +
+           HigherText(zuna_toolkit::Counted(SizeOf(*first.increase), "semitone", "semitones"),
+                      *first.increase);
   }
   std::string text;
   for (const Common& field : fields_) zuna_toolkit::AppendListed(text, TextOf(field));

@@ -19,8 +19,8 @@ class FieldChanges {
   /// fields, and a pitch that changes by the same interval.
   bool AreLike(const std::vector<zuna_toolkit::FieldChange>& changes) const;
 
-  /// Such as " are 2 semitones higher", ": velocity 80 becomes 90, length is 10 lower" or " change"; empty
-  /// where no field changes and `or_else` is.
+  /// Such as " are 2 semitones higher" (with "and" where `or_else` is empty), ": velocity 80 becomes 90,
+  /// length is 10 lower" or " change"; empty where no field changes and `or_else` is.
   std::string ToString(const std::string& or_else) const;
 
  private:

@@ -167,6 +167,17 @@ class DiffTest(WithLogs):
             return [[time, status, pitch + 2, data] for time, status, pitch, data in note]
         self.assertEqual(notes_with(higher), f"{prefix}7{several}are 2 semitones higher\n")
 
+        def later_and_higher(_, note):
+            return [[time + 7200, status, pitch + 2, data] for time, status, pitch, data in note]
+        self.assertEqual(notes_with(later_and_higher),
+                         f"{prefix}7{several}move 7200 ticks later and are 2 semitones higher\n")
+
+        def higher_and_louder(_, note):
+            on, off = higher(0, note)
+            return [[*on[:3], 109], off]
+        self.assertEqual(notes_with(higher_and_louder),
+                         f"{prefix}7{several[:-1]}: pitch is 2 higher, velocity 100 becomes 109\n")
+
         def longer(i, note):
             return [[*note[0][:3], 60 + i], [note[1][0] + 10, *note[1][1:]]]
         self.assertEqual(notes_with(longer), f"{prefix}7{several[:-1]}: velocity changes, length 240 becomes 250\n")
