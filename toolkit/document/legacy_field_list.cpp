@@ -15,8 +15,6 @@ namespace zuna_toolkit {
 
 namespace {
 
-constexpr std::string_view kMagicOfTimeline = "TLMN";
-
 /// Thrown where the bytes are not those of a legacy file.
 struct Damage {};
 
@@ -127,7 +125,7 @@ class LegacyFieldList : public LegacyWalk<LegacyFieldList> {
 
   void BeginTimeline() {
     placer_.Enter("timeline");
-    Magic(kMagicOfTimeline);
+    Magic(version0::kTimelineMagic);
   }
   void EndTimeline() { placer_.Leave(); }
 

@@ -18,7 +18,7 @@ namespace zuna_toolkit {
 namespace {
 
 constexpr std::uint32_t kFrame = 1 + 2;  // event code and payload length
-constexpr std::uint32_t kEvent = 12;
+constexpr std::uint32_t kEvent = sizeof(version0::EventObject);
 
 /// Goes over a stream that its reader has accepted.
 class SequenceCount : public LegacyWalk<SequenceCount> {

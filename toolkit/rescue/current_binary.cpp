@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "cmn/data_error.h"
+#include "toolkit/rescue/internal/current_header.h"
 #include "toolkit/rescue/internal/current_songs.h"
 #include "toolkit/rescue/internal/salvage.h"
 
@@ -41,7 +42,7 @@ class BinarySalvage {
         version_(version),
         stated_size_(stated_size),
         compact_(version == cmn::FileVersion{1, 2}),
-        checksum_size_(version == cmn::FileVersion{1, 0} ? 0 : kChecksumSize),
+        checksum_size_(HasChecksum(version) ? kChecksumSize : 0),
         steps_(bytes.size()) {}
 
   Salvage Run() {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "format_converter/version0/containers/change_log_header.h"
+#include "toolkit/rescue/internal/current_header.h"
 #include "toolkit/rescue/internal/salvage.h"
 
 namespace zuna_toolkit {
@@ -13,7 +14,6 @@ namespace zuna_toolkit {
 namespace {
 
 constexpr std::string_view kWhiteSpace = " \t\r\n";
-constexpr std::size_t kVersionSize = 2;
 constexpr std::size_t kMostPlaces = 4;  // of one mark, each of which is tried
 
 /// Adds the first places of `mark` after the beginning.
@@ -73,7 +73,7 @@ bool AreOfOneForm(std::string_view plaintext, std::size_t second) {
   const std::string_view other = plaintext.substr(second);
   const auto kind = BinaryKind(plaintext);
   if (!kind || BinaryKind(other) != kind) return false;
-  return plaintext.substr(kVersionOffset, kVersionSize) == other.substr(kVersionOffset, kVersionSize);
+  return StatedVersion(plaintext) == StatedVersion(other);
 }
 
 }  // namespace zuna_toolkit

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "toolkit/rescue/internal/legacy_records.h"
+#include "toolkit/rescue/internal/record_bytes.h"
 #include "toolkit/words.h"
 
 namespace zuna_toolkit {

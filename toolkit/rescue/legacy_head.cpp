@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "format_converter/version0/containers/timeline.h"
+
 #include "toolkit/rescue/internal/legacy_events.h"
 
 namespace zuna_toolkit {
@@ -31,7 +33,7 @@ std::string_view ReadTracks(RecordCursor& in, Steps& steps) {
 
 /// The song length that the timeline at `timeline` repeats.
 std::string_view LengthInTimeline(std::string_view bytes, std::size_t timeline) {
-  RecordCursor in(bytes, timeline + kTimelineMagic.size());
+  RecordCursor in(bytes, timeline + version0::kTimelineMagic.size());
   in.Text();
   const std::string_view length = in.Take(kSongTicksSize);
   return in.ok() ? length : kNoLength;

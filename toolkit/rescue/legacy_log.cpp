@@ -4,7 +4,8 @@
 #include <sstream>
 
 #include "toolkit/rescue/internal/legacy_log_head.h"
-#include "toolkit/rescue/internal/legacy_records.h"
+#include "toolkit/rescue/internal/legacy_sequences.h"
+#include "toolkit/rescue/internal/record_bytes.h"
 #include "toolkit/words.h"
 
 namespace zuna_toolkit {

@@ -29,7 +29,7 @@ void TakeText(std::string& field, std::string_view text, const char* what,
 }
 
 /// Takes label, show name and tag pair, and tells what of them is missing.
-void TakeTexts(LogHead& head, std::string_view bytes, std::size_t first_song) {
+void TakeLogTexts(LogHead& head, std::string_view bytes, std::size_t first_song) {
   RecordCursor in(bytes.substr(0, first_song), kTextsOffset);
   const std::string_view label = in.Text();
   const std::size_t label_end = in.at();
@@ -84,7 +84,7 @@ void TakeIdentifier(LogHead& head, std::string_view bytes) {
 
 LogHead ReadLogHead(std::string_view bytes, std::size_t first_song) {
   LogHead head;
-  TakeTexts(head, bytes, first_song);
+  TakeLogTexts(head, bytes, first_song);
   TakeIdentifier(head, bytes);
   return head;
 }

@@ -1,9 +1,13 @@
 // The sequences of legacy files as bytes that may be damaged (docs/format-0.md, "sequence").
+#include "toolkit/rescue/internal/legacy_sequences.h"
+
 #include <algorithm>
+#include <array>
 #include <utility>
 
+#include "format_converter/version0/containers/song_log.h"
 #include "format_converter/version0/containers/timeline.h"
-#include "toolkit/rescue/internal/legacy_records.h"
+#include "toolkit/rescue/internal/record_bytes.h"
 
 namespace zuna_toolkit {
 
@@ -11,6 +15,25 @@ namespace {
 
 constexpr std::size_t kFrameSize = 1 + 2;     // event code and payload length
 constexpr std::size_t kSequenceHead = 1 + 4;  // event code and body length
+
+constexpr std::array kTimelineSequences = {
+    SequenceKind{version0::RTempo::eventCode, version0::RTempo::kPayloadLength, "tempos"},
+    SequenceKind{version0::RBarsBeats::eventCode, 0, "bar labels"},
+    SequenceKind{version0::RKey::eventCode, version0::RKey::kPayloadLength, "keys"},
+    SequenceKind{version0::RPageNum::eventCode, version0::RPageNum::kPayloadLength, "page numbers"},
+    SequenceKind{version0::RMeter::eventCode, version0::RMeter::kPayloadLength, "meters"},
+};
+
+constexpr std::array kSongLogSequences = {
+    SequenceKind{version0::CutV0::eventCode, version0::CutV0::kPayloadLength, "cuts"},
+    SequenceKind{version0::VampV0::eventCode, version0::VampV0::kPayloadLength, "vamps"},
+    SequenceKind{version0::RepeatV0::eventCode, version0::RepeatV0::kPayloadLength, "repeats"},
+    SequenceKind{version0::ClickV0::eventCode, version0::ClickV0::kPayloadLength, "clicks"},
+    SequenceKind{version0::TempoScaleV0::eventCode, version0::TempoScaleV0::kPayloadLength, "tempo scales"},
+    SequenceKind{version0::TransposeV0::eventCode, version0::TransposeV0::kPayloadLength, "transposes"},
+    SequenceKind{version0::XCaesura::eventCode, version0::XCaesura::kPayloadLength, "caesuras"},
+    SequenceKind{version0::XScoreMarker::eventCode, 0, "markers"},
+};
 
 /// How a sequence begins.
 struct SequenceStart {
@@ -179,6 +202,9 @@ class SequenceMender {
 };
 
 }  // namespace
+
+std::span<const SequenceKind> TimelineSequences() { return kTimelineSequences; }
+std::span<const SequenceKind> SongLogSequences() { return kSongLogSequences; }
 
 std::size_t CountSequences(std::string_view bytes, std::size_t begin, std::size_t end,
                            std::span<const SequenceKind> kinds, Steps& steps) {

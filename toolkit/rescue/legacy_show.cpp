@@ -6,9 +6,10 @@
 #include "toolkit/internal/legacy_sizes.h"
 #include "toolkit/rescue/internal/legacy_events.h"
 #include "toolkit/rescue/internal/legacy_head.h"
-#include "toolkit/rescue/internal/legacy_records.h"
+#include "toolkit/rescue/internal/legacy_sequences.h"
 #include "toolkit/rescue/internal/legacy_song.h"
 #include "toolkit/rescue/internal/mended_song.h"
+#include "toolkit/rescue/internal/record_bytes.h"
 #include "toolkit/words.h"
 
 namespace zuna_toolkit {
@@ -102,7 +103,7 @@ class ShowSalvage {
   FoundTimeline TimelineAt(std::size_t at) {
     const auto [entry, is_new] = timelines_.try_emplace(at);
     if (!is_new) return entry->second;
-    RecordCursor in(bytes_, at + kTimelineMagic.size());
+    RecordCursor in(bytes_, at + version0::kTimelineMagic.size());
     in.Text();
     in.Number(4);  // song length
     const std::size_t length = in.Number(4);
@@ -116,7 +117,8 @@ class ShowSalvage {
   /// Where the first undamaged timeline between `begin` and `end` ends, and the damaged song that it is of.
   std::optional<std::size_t> EndOfFirstTimeline(std::size_t begin, std::size_t end) {
     const std::string_view bytes = bytes_.substr(0, end);
-    for (std::size_t at = begin; (at = bytes.find(kTimelineMagic, at)) != std::string_view::npos; ++at) {
+    for (std::size_t at = begin; (at = bytes.find(version0::kTimelineMagic, at)) != std::string_view::npos;
+         ++at) {
       const FoundTimeline timeline = TimelineAt(at);
       if (timeline.sequences > 0 && timeline.end <= end) return timeline.end;
     }

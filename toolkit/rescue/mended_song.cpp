@@ -6,7 +6,8 @@
 
 #include "toolkit/rescue/internal/legacy_events.h"
 #include "toolkit/rescue/internal/legacy_head.h"
-#include "toolkit/rescue/internal/legacy_records.h"
+#include "toolkit/rescue/internal/legacy_sequences.h"
+#include "toolkit/rescue/internal/record_bytes.h"
 
 namespace zuna_toolkit {
 
@@ -27,7 +28,7 @@ SongParts FindParts(std::string_view bytes, const SongHead& head, bool is_show) 
   if (HasTimelineAt(bytes, stated_end)) {
     return {{std::string(bytes.substr(head.events, stated_end - head.events)), stated_end, {}}, stated_end};
   }
-  const std::size_t found = bytes.find(kTimelineMagic, head.events);
+  const std::size_t found = bytes.find(version0::kTimelineMagic, head.events);
   const bool has_magic = found != std::string_view::npos;
   const std::size_t timeline = has_magic ? found : std::min(stated_end, bytes.size());
   const std::string voices = VoicesOf(head.tracks);
@@ -53,7 +54,7 @@ struct MendedTimeline {
 /// Takes what can be read of the timeline at `at`. Where its beginning is damaged, its length is that of the
 /// song.
 MendedTimeline MendTimeline(std::string_view bytes, std::size_t at, std::string_view song_length) {
-  RecordCursor in(bytes, std::min(at + kTimelineMagic.size(), bytes.size()));
+  RecordCursor in(bytes, std::min(at + version0::kTimelineMagic.size(), bytes.size()));
   std::string name = TextBytes(in.Text());
   std::string length(in.Take(4));
   in.Take(4);  // of the body
@@ -67,8 +68,8 @@ MendedTimeline MendTimeline(std::string_view bytes, std::size_t at, std::string_
     length = song_length;
     timeline.lists.remarks.insert(timeline.lists.remarks.begin(), "the beginning of its timeline is missing");
   }
-  timeline.bytes = std::string(kTimelineMagic) + name + length + WordBytes(timeline.lists.bytes.size()) +
-                   timeline.lists.bytes;
+  timeline.bytes = std::string(version0::kTimelineMagic) + name + length +
+                   WordBytes(timeline.lists.bytes.size()) + timeline.lists.bytes;
   return timeline;
 }
 
@@ -82,7 +83,7 @@ MendedSong MendSong(std::string_view bytes, std::size_t begin, bool is_show) {
   song.told = {std::string(head.number), std::string(head.name), begin, bytes.size()};
   SongParts parts{.problem = "its beginning cannot be read"};
   if (in.ok()) parts = FindParts(bytes, head, is_show);
-  const std::size_t magic = bytes.find(kTimelineMagic, begin);
+  const std::size_t magic = bytes.find(version0::kTimelineMagic, begin);
   if (is_show && magic != std::string_view::npos && (!parts.problem.empty() || !IsNumber(head.number))) {
     if (auto found = FindSongHead(bytes, begin, magic, steps)) {
       head = std::move(*found);

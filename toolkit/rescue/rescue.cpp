@@ -13,6 +13,7 @@
 #include "toolkit/document/write.h"
 #include "toolkit/error.h"
 #include "toolkit/internal/translate.h"
+#include "toolkit/rescue/internal/current_header.h"
 #include "toolkit/rescue/internal/joined.h"
 #include "toolkit/rescue/internal/plaintext.h"
 #include "toolkit/rescue/internal/salvage.h"
@@ -34,26 +35,13 @@ std::optional<Document> ReadWhole(const ByteVector& plaintext, const std::string
 
 constexpr const char* kWrongChecksum = "its checksum is wrong or missing";
 
-/// Whether files of this version have a checksum.
-bool HasChecksum(cmn::FileVersion version) { return version.major == 1 && version.minor > 0; }
-
-/// The header of a whole file.
-std::string HeaderOf(cmn::FileKind kind, cmn::FileVersion version, std::size_t file_size) {
-  std::string header(cmn::BinaryMagic(kind));
-  const std::size_t size = file_size - kVersionOffset;
-  for (unsigned shift = 0; shift < 32; shift += 8) header += static_cast<char>(size >> shift);
-  header += static_cast<char>(version.major);
-  header += static_cast<char>(version.minor);
-  return header;
-}
-
 /// The document that `plaintext` would be with another header, if its checksum vouches for that.
 std::optional<Document> ReadWithHeader(const Plaintext& plaintext, const std::string& name) {
   const auto kind = BinaryKind(AsText(plaintext.bytes));
   if (!kind) return std::nullopt;
   for (const cmn::FileVersion& version : cmn::SupportedVersions(*kind)) {
     if (!HasChecksum(version)) continue;
-    const std::string header = HeaderOf(*kind, version, plaintext.bytes.size());
+    const std::string header = HeaderBytes(*kind, version, plaintext.bytes.size());
     ByteVector bytes = plaintext.bytes;
     std::copy(header.begin(), header.end(), bytes.begin());
     std::optional<Document> document = ReadWhole(bytes, name);

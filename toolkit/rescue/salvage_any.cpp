@@ -4,15 +4,13 @@
 #include <utility>
 
 #include "format_converter/version0/containers/change_log_header.h"
+#include "toolkit/rescue/internal/current_header.h"
 #include "toolkit/rescue/internal/salvage.h"
 
 namespace zuna_toolkit {
 
 namespace {
 
-constexpr std::size_t kMagicSize = 4;  // at the front of the header of a current binary file
-constexpr std::size_t kSizeOffset = 4;
-constexpr std::size_t kBytesThatTell = 3;  // of a magic
 constexpr std::array kKinds = {cmn::FileKind::kShow, cmn::FileKind::kLog};
 
 /// How many bytes belong to songs that came back whole, and to others that came back.
@@ -35,8 +33,7 @@ void TakeBetter(Salvage& best, Salvage other) {
 /// Salvages a current binary file. Where its version is damaged, it is the one at which most comes back.
 Salvage SalvageCurrent(std::string_view plaintext, cmn::FileKind kind) {
   const std::uint64_t size = StatedSize(plaintext);
-  const cmn::FileVersion stated{static_cast<std::uint8_t>(plaintext[kVersionOffset]),
-                                static_cast<std::uint8_t>(plaintext[kVersionOffset + 1])};
+  const cmn::FileVersion stated = StatedVersion(plaintext);
   const bool is_known = stated.major == 1 && cmn::IsSupported(kind, stated);
   Salvage best = SalvageBinary(plaintext, kind, is_known ? stated : cmn::kDefaultVersion, size);
   if (is_known && best.report.saved() > 0) return best;
@@ -68,25 +65,6 @@ Salvage SalvageUnmarked(std::string_view plaintext) {
 }
 
 }  // namespace
-
-std::uint64_t StatedSize(std::string_view plaintext) {
-  std::uint64_t size = 0;
-  for (std::size_t i = kVersionOffset; i > kSizeOffset; --i) {
-    size = size << 8 | static_cast<unsigned char>(plaintext[i - 1]);
-  }
-  return size + kVersionOffset;
-}
-
-std::optional<cmn::FileKind> BinaryKind(std::string_view plaintext) {
-  if (plaintext.size() < kBinaryHeaderSize) return std::nullopt;
-  for (const cmn::FileKind kind : {cmn::FileKind::kShow, cmn::FileKind::kLog}) {
-    const std::string_view magic = cmn::BinaryMagic(kind);
-    std::size_t equal = 0;
-    for (std::size_t i = 0; i < kMagicSize; ++i) equal += static_cast<std::size_t>(magic[i] == plaintext[i]);
-    if (equal >= kBytesThatTell) return kind;
-  }
-  return std::nullopt;
-}
 
 Salvage SalvageAny(std::string_view plaintext) {
   if (plaintext.find(kSongKey) != std::string_view::npos) return SalvageText(plaintext);

@@ -6,7 +6,6 @@
 #include <functional>
 #include <istream>
 #include <ostream>
-#include <string_view>
 
 #include "format_converter/version0/containers/internal/is_prefix.h"
 #include "format_converter/version0/primitives/internal/sequence.h"
@@ -15,13 +14,12 @@ namespace version0 {
 
 namespace {
 
-constexpr std::string_view kMagic = "TLMN";
-
 void expect_timeline_magic(std::istream& is) {
-  std::array<char, kMagic.size()> magic{};
+  std::array<char, kTimelineMagic.size()> magic{};
   is.read(magic.data(), magic.size());
   const std::string found(magic.data(), magic.size());
-  if (found != kMagic) throw IDError("Version0 Timeline must begin with \"TLMN\". Begins with: " + found);
+  if (found != kTimelineMagic)
+    throw IDError("Version0 Timeline must begin with \"TLMN\". Begins with: " + found);
 }
 
 /// Reads the next sequence into its list.
@@ -63,7 +61,7 @@ Timeline::Timeline(std::istream& is) {
 }
 
 void Timeline::write_binary(std::ostream& os) const {
-  os.write(kMagic.data(), kMagic.size());
+  os.write(kTimelineMagic.data(), kTimelineMagic.size());
   put_string(os, name);
   put_u32(os, song_length);
   const LengthField body_length(os);

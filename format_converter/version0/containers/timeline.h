@@ -7,6 +7,7 @@
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "format_converter/version0/records/r_bars_beats.h"
@@ -21,6 +22,9 @@ struct Timeline;
 }
 
 namespace version0 {
+
+/// The first four bytes of a legacy timeline.
+inline constexpr std::string_view kTimelineMagic = "TLMN";
 
 /// The legacy timeline of one song. The lists are in the order of the file. A conversion expects them in
 /// ascending order of time.

@@ -11,7 +11,7 @@
 
 namespace zuna_toolkit {
 
-inline constexpr std::size_t kEventSize = 12;  ///< in bytes
+inline constexpr std::size_t kEventSize = sizeof(version0::EventObject);  ///< in bytes
 
 /// The identifiers of `tracks`, which have their count before them.
 std::string VoicesOf(std::string_view tracks);

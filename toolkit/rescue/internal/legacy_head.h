@@ -6,7 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "toolkit/rescue/internal/legacy_records.h"
+#include "toolkit/rescue/internal/record_bytes.h"
+#include "toolkit/rescue/internal/salvage.h"
 
 namespace zuna_toolkit {
 

@@ -7,7 +7,8 @@
 #include <vector>
 
 #include "format_converter/version0/containers/change_log.h"
-#include "toolkit/rescue/internal/legacy_records.h"
+#include "toolkit/rescue/internal/record_bytes.h"
+#include "toolkit/rescue/internal/salvage.h"
 
 namespace zuna_toolkit {
 

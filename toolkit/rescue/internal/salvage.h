@@ -38,9 +38,6 @@ Salvage SalvageText(std::string_view plaintext);
 Salvage SalvageBinary(std::string_view plaintext, cmn::FileKind kind, cmn::FileVersion version,
                       std::uint64_t stated_size);
 
-inline constexpr std::size_t kBinaryHeaderSize = 10;  ///< of current binary files
-inline constexpr std::size_t kVersionOffset = 8;      ///< of the two bytes of the version in this header
-
 /// The key that every song of a text form begins with, as it is written.
 inline constexpr std::string_view kSongKey = "\"songNumber\"";
 
@@ -50,9 +47,6 @@ inline constexpr std::string_view kKindKey = "\"kind\"";
 /// Where the object of a text ends whose first brace is at `at`, before `end`; none where its braces do not
 /// match.
 std::optional<std::size_t> EndOfObject(std::string_view text, std::size_t at, std::size_t end);
-
-/// How many bytes a current binary file has, as its header states.
-std::uint64_t StatedSize(std::string_view plaintext);
 
 /// Limits what looking for songs costs. Looking at one place takes no step; going through a record that may
 /// be a song takes one for each of its parts. Undamaged songs are few enough, whatever is between them.
@@ -98,10 +92,6 @@ void NumberSongs(RescueReport& report, SongOrder order, Songs& songs, Take take)
     if (told.state != SongState::kLost) take(told.number, *song++);
   }
 }
-
-/// The kind of a binary file of a current version, as its magic tells; its other bytes make up for a damaged
-/// one. None where `plaintext` has no such magic.
-std::optional<cmn::FileKind> BinaryKind(std::string_view plaintext);
 
 /// Reads what is there of a plaintext of any kind and version: the one of which most comes back, where
 /// nothing else tells.

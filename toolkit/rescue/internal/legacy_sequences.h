@@ -1,9 +1,8 @@
-// The records of legacy files as bytes that may be damaged (docs/format-0.md).
+// The sequences of legacy files as bytes that may be damaged (docs/format-0.md, "sequence").
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -12,40 +11,6 @@
 #include "toolkit/rescue/internal/salvage.h"
 
 namespace zuna_toolkit {
-
-/// Reads numbers and texts, and never beyond the end: after that, ok() is false and everything is 0 or empty.
-class RecordCursor {
- public:
-  RecordCursor(std::string_view bytes, std::size_t at) : bytes_(bytes), at_(at), ok_(at <= bytes.size()) {}
-
-  bool ok() const { return ok_; }
-  std::size_t at() const { return at_; }
-
-  /// The next `size` bytes.
-  std::string_view Take(std::size_t size);
-  /// A number of so many bytes, lowest first.
-  std::uint32_t Number(std::size_t size);
-  /// A text with its length before it.
-  std::string_view Text();
-  /// What was taken since `begin`.
-  std::string_view From(std::size_t begin) const { return bytes_.substr(begin, at_ - begin); }
-
- private:
-  std::string_view bytes_;
-  std::size_t at_;
-  bool ok_;
-};
-
-/// The four bytes of a number, lowest first.
-std::string WordBytes(std::size_t number);
-
-/// A text with its length before it. It has at most 255 bytes.
-std::string TextBytes(std::string_view text);
-
-inline constexpr std::string_view kTimelineMagic = "TLMN";
-
-/// Whether the magic of a timeline is at `at`.
-bool HasTimelineAt(std::string_view bytes, std::size_t at);
 
 /// What the sequences of one event code hold.
 struct SequenceKind {
