@@ -110,7 +110,8 @@ std::vector<std::string> EventRemarks(const version0::SongData& song) {
     std::uint32_t time = 0;
     for (const version0::EventObject& event : events) {
       if (!IsMessage(event.status_high, event.data1, event.data2)) ++odd;
-      if (event.abs_time != time + event.delta_time) ++displaced;
+      const bool begins_voice = event.abs_time == event.delta_time;  // of several in one track
+      if (event.abs_time != time + event.delta_time && !begins_voice) ++displaced;
       time = event.abs_time;
     }
   }

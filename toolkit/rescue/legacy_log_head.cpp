@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t kIdentifierSize = 16;
 constexpr std::size_t kIdentifierOffset = kLogLengthOffset + 4;
 constexpr std::size_t kTextsOffset = kIdentifierOffset + kIdentifierSize;
-constexpr std::size_t kZerosOfDamage = 4;  // in an identifier, whose bytes are random
+constexpr std::size_t kZerosOfDamage = 4;  // in an identifier whose other bytes are random
 constexpr unsigned kBitsOfATag = 16;
 
 constexpr const char* kLabel = "the log's label";
@@ -55,11 +55,14 @@ void TakeLogTexts(LogHead& head, std::string_view bytes, std::size_t first_song)
   head.missing = {kShowName, kTagPair};
 }
 
-/// Whether zeros that no writer writes are in the identifier, or reach into it from before or after.
+/// Whether zeros that no writer writes are in the identifier, or reach into it from before or after. A log
+/// that has got no identifier yet is written with zeros only.
 bool HasZerosInIdentifier(std::string_view bytes, bool has_texts) {
   const std::string_view identifier = bytes.substr(kIdentifierOffset, kIdentifierSize);
   const std::string_view length = bytes.substr(kLogLengthOffset, kIdentifierOffset - kLogLengthOffset);
   const std::string zeros(kZerosOfDamage, '\0');
+  const bool is_nil = identifier.find_first_not_of('\0') == std::string_view::npos;
+  if (is_nil && bytes.starts_with(version0::kChangeLogMagic) && length != zeros && has_texts) return false;
   if (identifier.find(zeros) != std::string_view::npos) return true;
   if (length == zeros && identifier.front() == 0) return true;
   return !has_texts && identifier.back() == 0 && bytes.substr(kTextsOffset).starts_with('\0');

@@ -164,6 +164,16 @@ TEST(RescueOfLegacyLogs, TellsZerosOverItsHead) {
   EXPECT_EQ(MissingWithZeros(36, 2), (Texts{"the show's name", "the log's tag pair"}));
 }
 
+TEST(RescueOfLegacyLogs, SavesALogWithoutAnIdentifierWhole) {
+  version0::ChangeLogV0 log;
+  log.identifier = kit::UUID(kit::UUID::Bytes{});
+  log.show_name = "Opera";
+  EXPECT_TRUE(zuna_test::RescuedOf(zuna_test::Written(log)).report.complete());
+  std::mt19937 random(13);
+  log.songs = zuna_test::RandomLegacyLog(random).songs;
+  EXPECT_TRUE(zuna_test::RescuedOf(zuna_test::Written(log)).report.complete());
+}
+
 TEST(RescueOfLegacyLogs, TellsThatItsIdentifierMayBeDamaged) {
   std::mt19937 random(12);
   Sample sample = MakeSample(random);

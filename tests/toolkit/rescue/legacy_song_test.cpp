@@ -189,6 +189,16 @@ TEST(RescueOfALegacySong, TellsADeltaTimeThatContradictsTheTime) {
             Texts{"1 event has another delta time than its time and that of the event before it give"});
 }
 
+TEST(RescueOfALegacySong, TakesVoicesThatShareATrack) {
+  version0::ShowData show;
+  version0::SongData song = Song("1");
+  auto& [id, events] = *song.events.begin();
+  events.emplace_back(5, 5, 0x90, 60, 100, id);  // the first event of the second voice
+  events.emplace_back(10, 15, 0x80, 60, 0, id);
+  show.songs.emplace("1", song);
+  EXPECT_TRUE(RescuedOf(zuna_test::Written(show)).report.complete());
+}
+
 /// A song without its last list, and with lengths that fit.
 std::string WithoutMeters(const std::string& number) {
   std::string song = zuna_test::Written(Song(number));
