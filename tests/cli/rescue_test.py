@@ -97,14 +97,19 @@ class RescueTest(ToolTest):
     def test_a_second_encrypted_file(self):
         good = self.read("good")
         self.write("bad", good + good)
-        lines = [f"zuna-convert: bad: {len(good)} bytes follow its encrypted bytes",
-                 f"zuna-convert: bad: the encrypted file that begins at byte {len(good)} of this one is missing",
+        lines = [f"zuna-convert: bad: the encrypted file that begins at byte {len(good)} of this one is missing",
                  "zuna-convert: out: 3 of 3 songs are saved"]
         self.assertEqual(self.rescue(), lines)
         self.damage(len(good) - 1, "bad", "bad")
         said = self.rescue("bad", PART_FAILED, "--force")
         self.assertEqual(said[0], "zuna-convert: bad: was changed after it was encrypted")
-        self.assertIn(lines[1], said)
+        self.assertIn(lines[0], said)
+
+    def test_an_encrypted_file_behind_other_bytes(self):
+        self.write("bad", b"\r\n" + self.read("good"))
+        self.refuse("rescue", "bad", "-o", "out", code=BAD_INPUT,
+                    message="bad: holds no song that can be read before byte 2, where an encrypted file begins; take that "
+                            "file with tail -c +3")
 
     def test_a_count_of_songs_that_cannot_be_right(self):
         self.encrypt("bad", b"\x5c" + legacy_show(*self.songs)[1:])
@@ -192,7 +197,7 @@ class RescueTest(ToolTest):
                 # The song at the end could be read without a key.
                 self.write("bad", damaged + self.songs[0])
                 self.run_tool("rescue", "bad", "-o", "out", "--force", "--key-file", other,
-                              "--key-file", environment["ZUNA_KEY_FILE"])
+                              "--key-file", environment["ZUNA_KEY_FILE"], code=PART_FAILED)
                 self.assertEqual(self.read("out"), sealed)
         self.environment = environment
 

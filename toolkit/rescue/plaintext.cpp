@@ -6,6 +6,7 @@
 
 #include "toolkit/error.h"
 #include "toolkit/words.h"
+#include "zuna_sec/cipher_stream.h"
 #include "zuna_sec/damaged_envelope.h"
 #include "zuna_sec/errors.h"
 
@@ -31,42 +32,45 @@ std::vector<std::string> RemarksOf(const zuna_sec::DamagedEnvelope& opened, std:
   return remarks;
 }
 
-/// Opens what may be several encrypted files, one after the other: the first of them.
-zuna_sec::DamagedEnvelope OpenFirst(std::span<const std::uint8_t> bytes, const CipherKey& key,
-                                    std::vector<std::string>& missing) {
-  zuna_sec::DamagedEnvelope opened = zuna_sec::OpenDamaged(bytes, key);
-  const std::size_t header = bytes.size() - opened.plaintext.size() - opened.trailing;
-  if (opened.stated_size >= bytes.size() - header) return opened;
-  const auto end = header + static_cast<std::size_t>(opened.stated_size);
-  if (!IsEncrypted(bytes.subspan(end))) return opened;
-  missing.push_back("the encrypted file that begins at byte " + std::to_string(end) + " of this one");
-  if (opened.authentic) return opened;
-  kit::Wipe(opened.plaintext);
-  return zuna_sec::OpenDamaged(bytes.first(end), key);
+/// The mark that every encrypted file begins with, as one that is made here has it.
+std::string Magic() {
+  constexpr std::size_t kMagicSize = 8;
+  zuna_sec::TwoFishCipherStream empty(std::string(), {}, {});
+  return std::string(AsText(empty.GetEncryptedBytes()).substr(0, kMagicSize));
+}
+
+/// Where an encrypted file begins after the first byte; none where none does.
+std::optional<std::size_t> FindEncrypted(std::span<const std::uint8_t> bytes) {
+  const std::size_t at = AsText(bytes).find(Magic(), 1);
+  return at == std::string_view::npos ? std::nullopt : std::optional(at);
 }
 
 Plaintext PlainBytes(std::span<const std::uint8_t> bytes) {
   Plaintext plaintext;
   plaintext.bytes.assign(bytes.begin(), bytes.end());
   plaintext.encrypted = false;
+  plaintext.end = bytes.size();
   plaintext.remarks.emplace_back("is not encrypted");
   return plaintext;
 }
 
-}  // namespace
+Plaintext Decrypted(std::span<const std::uint8_t> bytes, const CipherKey& key) {
+  Plaintext plaintext;
+  zuna_sec::DamagedEnvelope opened = zuna_sec::OpenDamaged(bytes, key);
+  plaintext.bytes = std::move(opened.plaintext);  // wiped from here on
+  plaintext.authentic = opened.authentic;
+  plaintext.changed = !opened.authentic;
+  if (!opened.authentic && opened.stated_size > plaintext.bytes.size()) {
+    plaintext.missing_bytes = opened.stated_size - plaintext.bytes.size();
+  }
+  plaintext.end = bytes.size() - static_cast<std::size_t>(opened.trailing);
+  plaintext.remarks = RemarksOf(opened, plaintext.bytes.size());
+  return plaintext;
+}
 
-Plaintext DecryptDamaged(std::span<const std::uint8_t> bytes, const CipherKey& key, Accept accept) {
+Plaintext DecryptFirst(std::span<const std::uint8_t> bytes, const CipherKey& key, Accept accept) {
   try {
-    Plaintext plaintext;
-    zuna_sec::DamagedEnvelope opened = OpenFirst(bytes, key, plaintext.missing);
-    plaintext.bytes = std::move(opened.plaintext);  // wiped from here on
-    plaintext.authentic = opened.authentic;
-    plaintext.changed = !opened.authentic;
-    if (!opened.authentic && opened.stated_size > plaintext.bytes.size()) {
-      plaintext.missing_bytes = opened.stated_size - plaintext.bytes.size();
-    }
-    plaintext.remarks = RemarksOf(opened, plaintext.bytes.size());
-    return plaintext;
+    return Decrypted(bytes, key);
   } catch (const zuna_sec::EmptyError&) {
     throw;
   } catch (const zuna_sec::ChangedInTransferError&) {
@@ -75,9 +79,36 @@ Plaintext DecryptDamaged(std::span<const std::uint8_t> bytes, const CipherKey& k
     if (accept == Accept::kEncryptedOrPlain) return PlainBytes(bytes);
     throw;
   } catch (const zuna_sec::WrongKeyError&) {
-    if (!key.key.empty() || !key.iv.empty()) throw;
-    throw Error(ErrorCode::kNoKey, "", "is encrypted with a key, and none was given", "give its key");
+    if (key.key.empty() && key.iv.empty()) {
+      throw Error(ErrorCode::kNoKey, "", "is encrypted with a key, and none was given", "give its key");
+    }
+    throw Error(ErrorCode::kWrongKey, "",
+                "the key or the IV is not the one that this was encrypted with, or its key check is damaged",
+                "give the right key file");
   }
+}
+
+}  // namespace
+
+Plaintext DecryptDamaged(std::span<const std::uint8_t> bytes, const CipherKey& key, Accept accept) {
+  const auto next = FindEncrypted(bytes);
+  const std::size_t tail_end = next.value_or(bytes.size());
+  try {
+    Plaintext plaintext = DecryptFirst(bytes.first(tail_end), key, accept);
+    plaintext.tail_end = tail_end;
+    plaintext.next_encrypted = next;
+    return plaintext;
+  } catch (const zuna_sec::TruncatedError&) {
+    if (next) ThrowBeginsLater(*next);
+    throw;
+  }
+}
+
+void ThrowBeginsLater(std::size_t at) {
+  throw Error(
+      ErrorCode::kNothingToSave, "",
+      "holds no song that can be read before byte " + std::to_string(at) + ", where an encrypted file begins",
+      "take that file with tail -c +" + std::to_string(at + 1));
 }
 
 }  // namespace zuna_toolkit

@@ -83,6 +83,7 @@ std::optional<Rescued> ReadInOtherForm(const Plaintext& plaintext, const std::st
 
 /// Throws that nothing came back. A text that is not encrypted can be corrected by hand.
 [[noreturn]] void ThrowNothingToSave(const Plaintext& plaintext, const std::string& name) {
+  if (plaintext.next_encrypted) ThrowBeginsLater(*plaintext.next_encrypted);
   const bool states_version = AsText(plaintext.bytes).find("\"fileVersion\"") != std::string_view::npos;
   if (!plaintext.encrypted && states_version) ReadTextForm(AsText(plaintext.bytes), name);
   throw Error(ErrorCode::kNothingToSave, "", "holds no song that can be read",
@@ -131,14 +132,20 @@ Rescued RecoverOne(const Plaintext& plaintext, const std::string& name, std::opt
   return SalvageFrom(plaintext, name, document.has_value());
 }
 
+/// The first `end` bytes of `plaintext`.
+Plaintext PartOf(const Plaintext& plaintext, std::size_t end) {
+  Plaintext part;
+  part.bytes.assign(plaintext.bytes.begin(), plaintext.bytes.begin() + static_cast<std::ptrdiff_t>(end));
+  part.encrypted = plaintext.encrypted;
+  part.authentic = plaintext.authentic;
+  part.changed = plaintext.changed;
+  return part;
+}
+
 /// What is left of the two documents of `plaintext`, the second of which begins at `second`: of the first
 /// one, and of the second where both are of one type.
 Rescued RecoverJoined(const Plaintext& plaintext, const std::string& name, std::size_t second) {
-  Plaintext first;
-  first.bytes.assign(plaintext.bytes.begin(), plaintext.bytes.begin() + static_cast<std::ptrdiff_t>(second));
-  first.encrypted = plaintext.encrypted;
-  first.authentic = plaintext.authentic;
-  first.changed = plaintext.changed;
+  const Plaintext first = PartOf(plaintext, second);
   Rescued rescued = RecoverOne(first, name, ReadWhole(first.bytes, name));
   const std::string place = std::to_string(second);
   bool has_both = false;
@@ -171,6 +178,21 @@ Rescued Recover(const Plaintext& plaintext, const std::string& name) {
   return RecoverOne(plaintext, name, std::move(document));
 }
 
+/// Tells what of the file is not in `plaintext`: what follows it in `bytes`.
+void AddWhatFollows(RescueReport& report, const Plaintext& plaintext, std::span<const std::uint8_t> bytes) {
+  const std::string_view tail = AsText(bytes.subspan(plaintext.end, plaintext.tail_end - plaintext.end));
+  if (!IsPadding(tail)) {
+    const auto begin = BeginOfDocument(tail, IsDocument);
+    report.missing.push_back(begin ? "the document that begins at byte " +
+                                         std::to_string(plaintext.end + *begin) + " of the file"
+                                   : "what follows its encrypted bytes");
+  }
+  if (plaintext.next_encrypted) {
+    report.missing.push_back("the encrypted file that begins at byte " +
+                             std::to_string(*plaintext.next_encrypted) + " of this one");
+  }
+}
+
 /// The bytes of a file of `document`, encrypted with an empty key.
 ByteVector Written(const Document& document) {
   const auto stream = CipherStreamOf(document, {});
@@ -195,7 +217,7 @@ Rescued Rescue(std::span<const std::uint8_t> bytes, const std::string& name, con
     Rescued rescued = Recover(plaintext, name);
     RescueReport& report = rescued.report;
     report.remarks.insert(report.remarks.begin(), plaintext.remarks.begin(), plaintext.remarks.end());
-    report.missing.insert(report.missing.end(), plaintext.missing.begin(), plaintext.missing.end());
+    AddWhatFollows(report, plaintext, bytes);
     RequireReadsBack(rescued.document);
     return rescued;
   });

@@ -244,7 +244,7 @@ TEST(Rescue, SaysThatNothingIsMissing) {
 TEST(Rescue, VouchesForSongsBehindADamagedHeader) {
   ByteVector bytes = Sealed();
   bytes[0] ^= 1;
-  bytes.push_back('x');
+  bytes.push_back('\0');
   const Rescued rescued = RescuedOfSealed(bytes);
   EXPECT_TRUE(rescued.report.complete());
   EXPECT_TRUE(SongAt(rescued.report, 0).vouched);
@@ -288,8 +288,10 @@ std::string Refusal(ErrorCode code, const Arguments&... arguments) {
 TEST(Rescue, RefusesWhatItCannotOpen) {
   ByteVector bytes = Sealed();
   bytes.back() ^= 1;
-  EXPECT_EQ(Refusal(ErrorCode::kWrongKey, bytes, "file"s, CipherKey{{1}, {}}),
-            "file: the key or the IV is not the one that this was encrypted with; give the right key file");
+  EXPECT_EQ(
+      Refusal(ErrorCode::kWrongKey, bytes, "file"s, CipherKey{{1}, {}}),
+      "file: the key or the IV is not the one that this was encrypted with, or its key check is damaged; "
+      "give the right key file");
   EXPECT_EQ(Refusal(ErrorCode::kNoKey, bytes, "file"s, CipherKey{}),
             "file: is encrypted with a key, and none was given; give its key");
   bytes.resize(71);
@@ -299,6 +301,62 @@ TEST(Rescue, RefusesWhatItCannotOpen) {
             "file: is empty, not an encrypted file; give another file");
   EXPECT_EQ(Refusal(ErrorCode::kNotEncrypted, ByteVector(100, 'x'), "file"s, zuna_test::kKey),
             "file: is not an encrypted file of this kind (offset 0); give an encrypted show or log file");
+}
+
+TEST(Rescue, TellsWhatFollowsItsEncryptedBytes) {
+  const ByteVector bytes = Sealed();
+  const std::string plain = zuna_test::Written(zuna_test::SampleLegacyLog());
+  const auto missing = [&](const std::string& tail) {
+    ByteVector joined = bytes;
+    joined.insert(joined.end(), tail.begin(), tail.end());
+    const Rescued rescued = RescuedOfSealed(joined);
+    EXPECT_EQ(rescued.report.saved(), 2U);
+    EXPECT_EQ(rescued.report.complete(), rescued.report.missing.empty());
+    return rescued.report.missing;
+  };
+  const auto begins_at = [&](std::size_t place) {
+    return Texts{"the document that begins at byte " + std::to_string(bytes.size() + place) + " of the file"};
+  };
+  EXPECT_EQ(missing("\r\n \0\0"s), Texts());
+  EXPECT_EQ(missing("xyz"), Texts{"what follows its encrypted bytes"});
+  EXPECT_EQ(missing(plain), begins_at(0));
+  EXPECT_EQ(missing("\0\n"s + plain), begins_at(2));
+  EXPECT_EQ(missing("xyz" + plain), begins_at(3));
+  EXPECT_EQ(missing(Show()), begins_at(0));
+  EXPECT_EQ(missing(zuna_test::WrittenAt(zuna_test::SampleShow(), {2, 0})), begins_at(0));
+}
+
+TEST(Rescue, TellsWhereAnotherEncryptedFileBegins) {
+  const ByteVector next = Sealed();
+  ByteVector cut = next;
+  cut.pop_back();
+  ByteVector headless = next;
+  headless[0] ^= 1;
+  headless[16] ^= 1;  // its length
+  const ByteVector plain = zuna_test::FromText(zuna_test::Written(zuna_test::SampleLegacyLog()));
+  for (ByteVector bytes : {next, cut, headless, plain}) {
+    const std::size_t place = bytes.size();
+    bytes.insert(bytes.end(), next.begin(), next.end());
+    const auto accept = zuna_toolkit::Accept::kEncryptedOrPlain;
+    const Rescued rescued = zuna_toolkit::Rescue(bytes, "file", zuna_test::kKey, accept);
+    EXPECT_EQ(rescued.report.saved(), 2U);
+    EXPECT_FALSE(rescued.report.complete());
+    EXPECT_EQ(rescued.report.missing.back(),
+              "the encrypted file that begins at byte " + std::to_string(place) + " of this one");
+  }
+}
+
+TEST(Rescue, TellsWhereAnEncryptedFileBeginsBehindOtherBytes) {
+  const auto accept = zuna_toolkit::Accept::kEncryptedOrPlain;
+  for (const std::string& front : {"\r\n"s, std::string(128, 'x'), "\x89ZSC\r\n\x1a\n\1\1"s}) {
+    ByteVector bytes = zuna_test::FromText(front);
+    const ByteVector next = Sealed();
+    bytes.insert(bytes.end(), next.begin(), next.end());
+    EXPECT_EQ(Refusal(ErrorCode::kNothingToSave, bytes, "file"s, zuna_test::kKey, accept),
+              "file: holds no song that can be read before byte " + std::to_string(front.size()) +
+                  ", where an encrypted file begins; take that file with tail -c +" +
+                  std::to_string(front.size() + 1));
+  }
 }
 
 TEST(Rescue, SavesNothingBehindADamagedTag) {

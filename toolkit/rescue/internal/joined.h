@@ -14,6 +14,14 @@ namespace zuna_toolkit {
 std::optional<std::size_t> BeginOfSecond(std::string_view plaintext,
                                          const std::function<bool(std::string_view)>& is_document);
 
+/// Whether `tail` is zeros and blanks.
+bool IsPadding(std::string_view tail);
+
+/// Where a document begins in `tail`, which follows another document: after padding, or at a mark. None where
+/// none does.
+std::optional<std::size_t> BeginOfDocument(std::string_view tail,
+                                           const std::function<bool(std::string_view)>& is_document);
+
 /// Whether the documents at the beginning of `plaintext` and at `second` are of one kind and version, so that
 /// the songs of both are found as those of one file.
 bool AreOfOneForm(std::string_view plaintext, std::size_t second);

@@ -1,7 +1,9 @@
 // The decrypted bytes of a file that may be damaged.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -17,12 +19,14 @@ using ByteVector = std::vector<std::uint8_t>;
 /// The plaintext of a file, and what is known about it.
 struct Plaintext {
   ByteVector bytes;
-  bool encrypted = true;             ///< whether it was
-  bool authentic = false;            ///< whether the encryption vouches for it
-  bool changed = false;              ///< whether the encryption shows that it was changed
-  std::uint64_t missing_bytes = 0;   ///< how many the encryption says that it had after its end
-  std::vector<std::string> remarks;  ///< what is wrong with the encryption
-  std::vector<std::string> missing;  ///< what of the file was not decrypted
+  bool encrypted = true;                      ///< whether it was
+  bool authentic = false;                     ///< whether the encryption vouches for it
+  bool changed = false;                       ///< whether the encryption shows that it was changed
+  std::uint64_t missing_bytes = 0;            ///< how many the encryption says that it had after its end
+  std::vector<std::string> remarks;           ///< what is wrong with the encryption
+  std::size_t end = 0;                        ///< after its last byte in the file
+  std::size_t tail_end = 0;                   ///< of the bytes after it that are of no other encrypted file
+  std::optional<std::size_t> next_encrypted;  ///< where another encrypted file begins
 
   Plaintext() = default;
   Plaintext(Plaintext&&) = default;
@@ -30,8 +34,12 @@ struct Plaintext {
   ~Plaintext() { kit::Wipe(bytes); }
 };
 
-/// Decrypts `bytes`, or takes them as they are where they are not encrypted and `accept` allows it. Throws
-/// Error without a file, or zuna_sec::CipherError.
+/// Decrypts `bytes`, or takes them as they are where they are not encrypted and `accept` allows it: up to the
+/// place after the beginning where an encrypted file begins. Throws Error without a file, or
+/// zuna_sec::CipherError.
 Plaintext DecryptDamaged(std::span<const std::uint8_t> bytes, const CipherKey& key, Accept accept);
+
+/// Throws that nothing can be saved before `at`, where an encrypted file begins.
+[[noreturn]] void ThrowBeginsLater(std::size_t at);
 
 }  // namespace zuna_toolkit
