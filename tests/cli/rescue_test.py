@@ -220,7 +220,8 @@ class RescueTest(ToolTest):
                     message="bad: holds no song that can be read; give its key if it is encrypted with another one, or "
                             "get another copy of the file")
         self.refuse("rescue", "good", "-o", "out", "--key-file", other, code=WRONG_KEY,
-                    message="good: the key or the IV is not the one that this was encrypted with; give the right key file")
+                    message="good: the key or the IV is not the one that this was encrypted with, or its key check is "
+                            "damaged; give the right key file")
 
 
 if __name__ == "__main__":

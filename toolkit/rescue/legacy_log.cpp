@@ -84,8 +84,7 @@ class LogSalvage {
     if (missing > 0 && IsWholeUpToLast()) {
       report_.missing.push_back("the end of the log (" + Counted(missing, "byte", "bytes") + ")");
     } else if (stated != bytes_.size()) {
-      report_.remarks.push_back("has " + Counted(bytes_.size(), "byte", "bytes") +
-                                ", and its header states " + std::to_string(stated));
+      report_.remarks.push_back(LengthRemark(bytes_.size(), stated == in.at() ? 0 : stated));
     }
     return missing;
   }

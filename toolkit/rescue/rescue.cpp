@@ -7,8 +7,6 @@
 #include <string_view>
 #include <utility>
 
-#include "kit/wipe.h"
-#include "toolkit/document/summary.h"
 #include "toolkit/document/text_form.h"
 #include "toolkit/document/write.h"
 #include "toolkit/error.h"
@@ -17,69 +15,14 @@
 #include "toolkit/rescue/internal/joined.h"
 #include "toolkit/rescue/internal/plaintext.h"
 #include "toolkit/rescue/internal/salvage.h"
+#include "toolkit/rescue/internal/whole_document.h"
 #include "toolkit/words.h"
 
 namespace zuna_toolkit {
 
 namespace {
 
-/// The document that `plaintext` is as it stands; none where it cannot be read.
-std::optional<Document> ReadWhole(const ByteVector& plaintext, const std::string& name) {
-  try {
-    OpenedFile file = OpenedFile::FromBytes(plaintext, name, {}, Accept::kEncryptedOrPlain);
-    return ReadDocument(file);
-  } catch (const Error&) {
-    return std::nullopt;
-  }
-}
-
 constexpr const char* kWrongChecksum = "its checksum is wrong or missing";
-
-/// The document that `plaintext` would be with another header, if its checksum vouches for that.
-std::optional<Document> ReadWithHeader(const Plaintext& plaintext, const std::string& name) {
-  const auto kind = BinaryKind(AsText(plaintext.bytes));
-  if (!kind) return std::nullopt;
-  for (const cmn::FileVersion& version : cmn::SupportedVersions(*kind)) {
-    if (!HasChecksum(version)) continue;
-    const std::string header = HeaderBytes(*kind, version, plaintext.bytes.size());
-    ByteVector bytes = plaintext.bytes;
-    std::copy(header.begin(), header.end(), bytes.begin());
-    std::optional<Document> document = ReadWhole(bytes, name);
-    kit::Wipe(bytes);
-    if (document) return document;
-  }
-  return std::nullopt;
-}
-
-/// What came back of a document that is whole.
-Rescued WholeOf(Document document, bool vouched) {
-  RescueReport report;
-  SummariseSongs(document, [&](const SongSummary& song) {
-    report.songs.push_back({song.number, song.name, {}, {}, SongState::kWhole, {}, vouched});
-  });
-  report.known_songs = report.songs.size();
-  return {std::move(document), std::move(report)};
-}
-
-bool IsTextForm(const Plaintext& plaintext) {
-  return AsText(plaintext.bytes).starts_with(cmn::kTextFormStart);
-}
-
-/// The document that `plaintext` would be if its first bytes or its form were another: one with another
-/// header, or the text of another version than 2.0.
-std::optional<Rescued> ReadInOtherForm(const Plaintext& plaintext, const std::string& name) {
-  if (auto repaired = ReadWithHeader(plaintext, name)) {
-    Rescued rescued = WholeOf(std::move(*repaired), true);
-    rescued.report.remarks.emplace_back("the header of its content is damaged");
-    return rescued;
-  }
-  if (!IsTextForm(plaintext)) return std::nullopt;
-  try {
-    return WholeOf(ReadTextForm(AsText(plaintext.bytes), name), plaintext.authentic);
-  } catch (const Error&) {
-    return std::nullopt;
-  }
-}
 
 /// Throws that nothing came back. A text that is not encrypted can be corrected by hand.
 [[noreturn]] void ThrowNothingToSave(const Plaintext& plaintext, const std::string& name) {
@@ -111,12 +54,35 @@ Rescued SalvageFrom(const Plaintext& plaintext, const std::string& name, bool is
   return {Document(std::move(salvage.model), salvage.version, name), std::move(report)};
 }
 
-/// Whether `plaintext` is a document with songs.
-bool IsDocument(std::string_view plaintext) {
-  ByteVector bytes(plaintext.begin(), plaintext.end());
-  const auto document = ReadWhole(bytes, "");
-  kit::Wipe(bytes);
-  return document && WholeOf(*document, false).report.saved() > 0;
+/// The first `end` bytes of `plaintext`.
+Plaintext PartOf(const Plaintext& plaintext, std::size_t end) {
+  Plaintext part;
+  part.bytes.assign(plaintext.bytes.begin(), plaintext.bytes.begin() + static_cast<std::ptrdiff_t>(end));
+  part.encrypted = plaintext.encrypted;
+  part.authentic = plaintext.authentic;
+  part.changed = plaintext.changed;
+  return part;
+}
+
+Rescued RecoverOne(const Plaintext& plaintext, const std::string& name, std::optional<Document> document);
+
+/// The document that ends where the header of `plaintext` states, before other bytes; none where it is not
+/// whole there.
+std::optional<Rescued> RecoverStated(const Plaintext& plaintext, const std::string& name) {
+  if (!BinaryKind(AsText(plaintext.bytes))) return std::nullopt;
+  const std::size_t size = plaintext.bytes.size();
+  const std::uint64_t stated = StatedSize(AsText(plaintext.bytes));
+  if (stated >= size) return std::nullopt;
+  try {
+    const Plaintext part = PartOf(plaintext, static_cast<std::size_t>(stated));
+    Rescued rescued = RecoverOne(part, name, ReadWhole(part.bytes, name));
+    if (!HasEverySong(rescued.report)) return std::nullopt;
+    rescued.report.remarks.push_back(LengthRemark(size, stated));
+    rescued.report.unread.push_back({stated, size});
+    return rescued;
+  } catch (const Error&) {
+    return std::nullopt;
+  }
 }
 
 Rescued RecoverOne(const Plaintext& plaintext, const std::string& name, std::optional<Document> document) {
@@ -128,18 +94,9 @@ Rescued RecoverOne(const Plaintext& plaintext, const std::string& name, std::opt
   }
   if (!document) {
     if (auto other = ReadInOtherForm(plaintext, name)) return std::move(*other);
+    if (auto stated = RecoverStated(plaintext, name)) return std::move(*stated);
   }
   return SalvageFrom(plaintext, name, document.has_value());
-}
-
-/// The first `end` bytes of `plaintext`.
-Plaintext PartOf(const Plaintext& plaintext, std::size_t end) {
-  Plaintext part;
-  part.bytes.assign(plaintext.bytes.begin(), plaintext.bytes.begin() + static_cast<std::ptrdiff_t>(end));
-  part.encrypted = plaintext.encrypted;
-  part.authentic = plaintext.authentic;
-  part.changed = plaintext.changed;
-  return part;
 }
 
 /// What is left of the two documents of `plaintext`, the second of which begins at `second`: of the first

@@ -112,6 +112,10 @@ void AddLost(RescueReport& report, RescuedSong song, const std::string& problem)
   report.songs.push_back(std::move(song));
 }
 
+std::string LengthRemark(std::size_t size, std::uint64_t stated) {
+  return "has " + Counted(size, "byte", "bytes") + ", and its header states " + std::to_string(stated);
+}
+
 void CloseReport(RescueReport& report, std::size_t size, std::uint64_t missing_bytes) {
   std::vector<ByteRange> read = report.framing;
   for (const RescuedSong& song : report.songs) {

@@ -266,6 +266,44 @@ TEST(RescueOfCurrentSongs, VouchesForNoneWithoutTheChecksum) {
   }
 }
 
+TEST(RescueOfCurrentSongs, TellsBytesAfterTheStatedEnd) {
+  std::mt19937 random(4);
+  const zuna_midi::ShowData show = MakeShow(random);
+  for (const cmn::FileVersion& version : {cmn::FileVersion{1, 0}, {1, 1}, {1, 2}}) {
+    const std::string bytes = zuna_test::WrittenAt(show, version);
+    const Rescued rescued = zuna_test::RescuedOf(bytes + "xy");
+    const std::size_t size = bytes.size();
+    EXPECT_EQ(rescued.report.remarks,
+              (Texts{"is not encrypted", "has " + std::to_string(size + 2) +
+                                             " bytes, and its header states " + std::to_string(size)}));
+    EXPECT_EQ(rescued.report.unread, (std::vector<zuna_toolkit::ByteRange>{{size, size + 2}}));
+    EXPECT_FALSE(rescued.report.complete());
+    EXPECT_EQ(rescued.report.stated_songs, kSongs);
+    EXPECT_EQ(rescued.report.known_songs, kSongs);
+    for (const auto& song : rescued.report.songs) {
+      EXPECT_EQ(song.remarks, Texts());
+      EXPECT_EQ(song.vouched, version.minor > 0);
+    }
+  }
+}
+
+TEST(RescueOfCurrentSongs, ChecksTheChecksumAtTheStatedEnd) {
+  ShowFile file;
+  file.bytes.back() = static_cast<char>(file.bytes.back() ^ 1);
+  const std::size_t size = file.bytes.size();
+  const Rescued rescued = zuna_test::RescuedOf(file.bytes + "xy");
+  EXPECT_EQ(rescued.report.remarks, (Texts{"is not encrypted", "its checksum is wrong or missing",
+                                           "has " + std::to_string(size + 2) +
+                                               " bytes, and its header states " + std::to_string(size)}));
+  for (const auto& song : rescued.report.songs) EXPECT_EQ(song.state, SongState::kWhole);
+}
+
+TEST(RescueOfCurrentSongs, TellsHowManySongsAWholeFileStates) {
+  EXPECT_EQ(zuna_test::RescuedOf(ShowFile().bytes).report.stated_songs, kSongs);
+  const std::string text = zuna_test::WrittenAt(zuna_midi::ShowData(), {2, 0});
+  EXPECT_EQ(zuna_test::RescuedOf(text).report.stated_songs, std::nullopt);
+}
+
 TEST(RescueOfCurrentSongs, KeepsTheSongsOfJoinedFilesApart) {
   const ShowFile file;
   const Rescued rescued = zuna_test::RescuedOf(file.bytes + file.bytes);

@@ -27,6 +27,9 @@ struct Salvage {
 /// known to lack so many bytes at its end.
 void CloseReport(RescueReport& report, std::size_t size, std::uint64_t missing_bytes);
 
+/// That a file has `size` bytes where its header states another number.
+std::string LengthRemark(std::size_t size, std::uint64_t stated);
+
 /// Each reads what is there of a plaintext that is, or was, of this kind.
 ///@{
 Salvage SalvageLegacyShow(std::string_view plaintext);
