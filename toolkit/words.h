@@ -22,6 +22,12 @@ inline std::string_view AsText(std::span<const std::uint8_t> bytes) {
   return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
+/// `text` without the byte order mark that some editors put before it.
+inline std::string_view WithoutByteOrderMark(std::string_view text) {
+  constexpr std::string_view kMark = "\xEF\xBB\xBF";
+  return text.starts_with(kMark) ? text.substr(kMark.size()) : text;
+}
+
 /// The number of a song for messages: of a damaged one, which may have 255 bytes of anything, the beginning.
 /// Control characters become "\xNN": a NUL would end a message.
 inline std::string NumberText(const std::string& number) {

@@ -53,10 +53,7 @@ std::vector<std::string> ReadList(const InputOptions& options) {
   const std::vector<std::uint8_t> bytes = ReadInput(options.files_from, kMaxList);
   std::string_view text = zuna_toolkit::AsText(bytes);
   const char separator = options.separated_by_nul ? '\0' : '\n';
-  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-  if (!options.separated_by_nul && text.starts_with(kByteOrderMark)) {
-    text.remove_prefix(kByteOrderMark.size());
-  }
+  if (!options.separated_by_nul) text = zuna_toolkit::WithoutByteOrderMark(text);
   std::vector<std::string> paths;
   while (!text.empty()) {
     const std::size_t end = std::min(text.find(separator), text.size());

@@ -17,6 +17,7 @@
 #include "cli/terminal/standard_streams.h"
 #include "cmn/file_format.h"
 #include "toolkit/document/text_form.h"
+#include "toolkit/words.h"
 
 namespace zuna_cli {
 
@@ -26,7 +27,7 @@ using zuna_toolkit::Document;
 
 /// A text of another kind or version has other keys, so that is told before it is read.
 void RequireSameType(const std::string& text, const Document& before) {
-  std::istringstream is(text);
+  std::istringstream is{std::string(zuna_toolkit::WithoutByteOrderMark(text))};
   const cmn::StatedType stated = cmn::StatedInText(is);
   const std::string kind(cmn::KindText(before.type().kind));
   const std::string version = cmn::VersionText(before.type().version);

@@ -13,21 +13,42 @@ namespace zuna_cli {
 
 namespace {
 
+struct EncryptOptions {
+  Paths paths;
+  bool verify = true;
+};
+
+/// Throws Failure or zuna_toolkit::Error for what the product could not read once it is encrypted.
 void CheckPlaintext(const std::vector<std::uint8_t>& bytes, const std::string& name) {
   if (zuna_toolkit::IsEncrypted(bytes)) {
     throw Failure(ErrorCode::kEncryptedAlready, name, "is encrypted already",
-                  "give --force to encrypt it again");
+                  "give --no-verify to encrypt it again");
   }
   zuna_toolkit::RequireCorrectText(bytes, name);
 }
 
-void RunEncrypt(const Paths& paths, Context& context) {
+/// Whether `bytes`, which are not encrypted, have the mark of a show or log, or are a whole show without one.
+bool IsShowOrLog(const std::vector<std::uint8_t>& bytes, const std::string& name) try {
+  auto file = zuna_toolkit::OpenedFile::FromBytes(bytes, name, {}, zuna_toolkit::Accept::kEncryptedOrPlain);
+  zuna_toolkit::Detect(file);
+  return true;
+} catch (const zuna_toolkit::Error&) {
+  return false;
+}
+
+void RunEncrypt(const EncryptOptions& options, Context& context) {
+  const Paths& paths = options.paths;
   Destination destination = context.CheckPaths(paths.output, {paths.input});
   const Keys keys = context.ReadKeys();
   const CipherKey& key = keys.front().material();
   const std::string name = InputName(paths.input);
   const auto bytes = ReadInput(paths.input, zuna_toolkit::kMaxFileSize);
-  if (!paths.output.force) CheckPlaintext(bytes, name);
+  if (options.verify) {
+    CheckPlaintext(bytes, name);
+    if (!IsShowOrLog(bytes, name)) {
+      context.Note(name, "is no show, no log and no text of one; check that it is the right file");
+    }
+  }
   zuna_sec::TwoFishCipherStream cipher("", key.key, key.iv);
   cipher.GetStream().exceptions(std::ios_base::failbit | std::ios_base::badbit);
   cipher.GetStream().write(reinterpret_cast<const char*>(bytes.data()),
@@ -40,15 +61,12 @@ void RunEncrypt(const Paths& paths, Context& context) {
 }  // namespace
 
 void AddEncryptCommand(CLI::App& app, Context& context) {
-  const auto paths = std::make_shared<Paths>();
-  CLI::App* command =
-      app.add_subcommand("encrypt", "Encrypt plaintext as it is, such as an edited text form");
-  AddSharedOptions(*command, context);
-  AddInput(*command, paths->input);
-  AddOutput(*command, paths->output)
-      ->description(
-          "Replace the output when it exists; encrypt what is encrypted already, or a text form with errors");
-  context.SetWork(*command, [paths, &context] { RunEncrypt(*paths, context); });
+  const auto options = std::make_shared<EncryptOptions>();
+  CLI::App* command = AddFileCommand(
+      app, context, "encrypt", "Encrypt plaintext as it is, such as an edited text form", options->paths);
+  command->add_flag("--no-verify{false}", options->verify,
+                    "Encrypt a text form with errors too, and what is encrypted already");
+  context.SetWork(*command, [options, &context] { RunEncrypt(*options, context); });
 }
 
 }  // namespace zuna_cli

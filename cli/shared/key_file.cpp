@@ -7,6 +7,7 @@
 
 #include "cli/terminal/failure.h"
 #include "kit/hex.h"
+#include "toolkit/words.h"
 
 namespace zuna_cli {
 
@@ -15,7 +16,6 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 
 constexpr std::string_view kBlanks = " \t\r";
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 std::string_view Trim(std::string_view text) {
   const std::size_t first = text.find_first_not_of(kBlanks);
@@ -95,7 +95,7 @@ class KeyFileParser {
 }  // namespace
 
 SecretKey ParseKeyFile(std::string_view text, const std::string& name, bool may_be_empty) {
-  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  text = zuna_toolkit::WithoutByteOrderMark(text);
   KeyFileParser parser(name);
   while (!text.empty()) {
     const std::size_t end = text.find('\n');

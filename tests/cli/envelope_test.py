@@ -42,18 +42,36 @@ class EnvelopeTest(WithShows):
                 os.remove(self.path(name))
 
     def test_says_what_it_did(self):
-        self.write("plain", b"abc")
-        for command, message in ((["encrypt", "plain", "-o", "sealed"], b"plain: 3 bytes encrypted"),
-                                 (["decrypt", "sealed", "-o", "out"], b"sealed: 3 bytes decrypted")):
+        plain = self.plaintext("new.showdata")
+        self.write("plain", plain)
+        for command, message in ((["encrypt", "plain", "-o", "sealed"], b"plain: %d bytes encrypted" % len(plain)),
+                                 (["decrypt", "sealed", "-o", "out"], b"sealed: %d bytes decrypted" % len(plain))):
             self.assertEqual(self.run_tool(*command).stderr, b"zuna-convert: " + message + b"\n")
             self.assertEqual(self.run_tool(*command, "--force", "--quiet").stderr, b"")
+
+    def test_warns_of_what_is_no_show_and_no_log(self):
+        for content in (b"abc", b"", b"MThd\0\0\0\6", self.plaintext("old.showdata")[:-1]):
+            self.write("other", content)
+            said = self.run_tool("encrypt", "other", "-o", "out", "--force").stderr.decode().splitlines()
+            self.assertEqual(said, ["zuna-convert: other: is no show, no log and no text of one; check that it is the "
+                                    "right file", f"zuna-convert: other: {len(content)} bytes encrypted"])
+            self.assertEqual(self.run_tool("encrypt", "other", "-o", "out", "--force", "-q").stderr, b"")
+            said = self.run_tool("encrypt", "other", "-o", "out", "--force", "--no-verify").stderr.decode()
+            self.assertEqual(said, f"zuna-convert: other: {len(content)} bytes encrypted\n")
+        self.run_tool("convert", "new.showdata", "-o", "text", "--to", "2.0")
+        for name in ("old.showdata", "new.showdata", "text"):
+            plain = self.plaintext(name)
+            said = self.run_tool("encrypt", "-", "-o", "out", "--force", stdin=plain).stderr.decode()
+            self.assertEqual(said, f"zuna-convert: standard input: {len(plain)} bytes encrypted\n")
 
     def test_does_not_encrypt_twice(self):
         for content in (self.read("new.showdata"), self.read("new.showdata")[:20]):
             self.write("sealed", content)
             self.refuse("encrypt", "sealed", "-o", "out", code=REFUSED,
-                        message="sealed: is encrypted already; give --force to encrypt it again")
-        self.run_tool("encrypt", "new.showdata", "-o", "out", "--force")
+                        message="sealed: is encrypted already; give --no-verify to encrypt it again")
+        self.refuse("encrypt", "new.showdata", "-o", "out", "--force", code=REFUSED,
+                    message="new.showdata: is encrypted already; give --no-verify to encrypt it again")
+        self.run_tool("encrypt", "new.showdata", "-o", "out", "--no-verify")
         self.assertEqual(self.plaintext("out"), self.read("new.showdata"))
 
     def test_reads_a_text_form_before_it_encrypts_it(self):
@@ -65,10 +83,20 @@ class EnvelopeTest(WithShows):
         done = self.run_tool("encrypt", "edited", "-o", "out", code=BAD_INPUT)
         self.assertRegex(done.stderr, rb"^zuna-convert: edited: .*divison.*at byte \d+\); correct the text \[text-error\]\n$")
         self.assertNotIn("out", self.files())
-        self.run_tool("encrypt", "edited", "-o", "out", "--force")
+        self.write("mine", self.read("text"))
+        self.run_tool("encrypt", "edited", "-o", "mine", "--force", code=BAD_INPUT)
+        self.assertEqual(self.read("mine"), self.read("text"))
+        self.run_tool("encrypt", "edited", "-o", "mine", "--force", "--no-verify")
+        self.assertIn(b"divison", self.run_tool("info", "mine", code=BAD_INPUT).stderr)
         self.refuse("encrypt", "-", "-o", "new", stdin=b"\xef\xbb\xbf" + good, code=BAD_INPUT,
-                    message="standard input: a byte order mark or blanks stand before the text (at byte 0); remove "
-                            'them, so that "{" comes first')
+                    message="standard input: a byte order mark stands before the text (at byte 0); save the text "
+                            "without it")
+        self.refuse("encrypt", "-", "-o", "new", stdin=b" \n" + good, code=BAD_INPUT,
+                    message='standard input: blanks stand before the text (at byte 0); remove them, so that "{" comes '
+                            "first")
+        self.refuse("encrypt", "-", "-o", "new", code=BAD_INPUT,
+                    stdin=b"\xef\xbb\xbf" + self.run_tool("dump", "new.showdata").stdout,
+                    message="standard input: is plain text of version 1.2; use build")
         for log in (b'{"kind": "logdata", "fileVersion": "2.0", "showName": ""}', b'{"kind": "logdata"}'):
             done = self.run_tool("encrypt", "-", "-o", "log", stdin=log, code=BAD_INPUT)
             self.assertRegex(done.stderr, rb"^zuna-convert: standard input: missing key .* \(at byte \d+\); correct")

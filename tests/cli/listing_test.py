@@ -80,7 +80,7 @@ class ListTest(WithLogs):
         self.write("shows/bad.showdata", "bad")
         self.encrypt("shows/noise.showdata", b"noise")
         self.write_key("key", "key = 01\niv = 02\n")
-        self.run_tool("--key-file", "key", "encrypt", "new.showdata", "--force", "-o", "shows/secret.showdata")
+        self.run_tool("--key-file", "key", "encrypt", "new.showdata", "--no-verify", "-o", "shows/secret.showdata")
         done = self.run_tool("list", "shows", "--from", "2.0", code=PART_FAILED)
         self.assertEqual(done.stdout, b"shows/2.0.showdata: show, version 2.0\n")
         self.assertRegex(done.stderr.decode(), "^zuna-convert: shows/bad.showdata: .*; .*\n"

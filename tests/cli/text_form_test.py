@@ -169,6 +169,19 @@ class Edit(TextFormTest):
         self.assertEqual(self.read("1.2.showdata"), before)
         self.assertIn(b'"songNam"', self.read(kept))
 
+    def test_takes_a_text_with_a_byte_order_mark(self):
+        self.run_tool("convert", "1.2.showdata", "-o", "2.0.showdata", "--to", "2.0")
+        for name in ("0.0.logdata", "1.2.showdata", "2.0.showdata"):
+            self.write("text", b"\xef\xbb\xbf" + self.run_tool("dump", name).stdout)
+            self.run_tool("build", "text", "-o", "built", "--force")
+            self.assertEqual(self.dump("built"), self.dump(name))
+            self.editor("sed -i '1s/^/\\xef\\xbb\\xbf/; s/Greensleeves/Marked/' \"$1\"\n")
+            self.run_tool("edit", name)
+            self.assertIn(b"Marked", self.dump(name))
+        self.editor("sed -i '1s/^/\\xef\\xbb\\xbf/; s/\"1.2\"/\"1.1\"/' \"$1\"\n")
+        done = self.run_tool("edit", "1.2.showdata", code=BAD_INPUT)
+        self.assertIn("is a show of version 1.2, and the text states \"showdata\" and \"1.1\"", done.stderr.decode())
+
     def test_keeps_kind_and_version(self):
         for name, change, stated in (("1.2.showdata", 's/"1.2"/"1.1"/', '"showdata" and "1.1"'),
                                      ("0.0.showdata", 's/"0.0"/"1.2"/', '"showdata" and "1.2"'),

@@ -84,14 +84,14 @@ std::string StartOf(std::istream& stream, std::size_t size) {
 }
 
 bool BeginsLikeTextForm(std::string_view text) {
-  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  text = WithoutByteOrderMark(text);
   const std::size_t first = text.find_first_not_of(" \t\r\n");
   return first != std::string_view::npos && text[first] == cmn::kTextFormStart;
 }
 
 std::string VersionForBuild(std::string_view text) {
   constexpr cmn::FileVersion kEncryptedAsItIs{2, 0};
+  text = WithoutByteOrderMark(text);
   if (!text.starts_with(cmn::kTextFormStart)) return "";
   std::istringstream stream{std::string(text.substr(0, kTextFormProbe))};
   const auto version = cmn::ParseVersion(cmn::StatedInText(stream).version.value_or(""));
@@ -107,8 +107,12 @@ ErrorCode DataCodeOf(std::istream& stream) {
 void RequireReadableText(std::istream& stream) {
   const std::string start = StartOf(stream, kTextFormProbe);
   if (!BeginsLikeTextForm(start) || IsReadableLegacyShow(stream)) return;
+  if (WithoutByteOrderMark(start) != start) {
+    throw Error(ErrorCode::kTextError, "", "a byte order mark stands before the text (at byte 0)",
+                "save the text without it");
+  }
   if (start.front() != cmn::kTextFormStart) {
-    throw Error(ErrorCode::kTextError, "", "a byte order mark or blanks stand before the text (at byte 0)",
+    throw Error(ErrorCode::kTextError, "", "blanks stand before the text (at byte 0)",
                 "remove them, so that \"{\" comes first");
   }
   const bool is_show = cmn::get_showdata_version(stream) != kLegacyVersion;

@@ -112,6 +112,7 @@ Document ReadTextForm(OpenedFile& file) {
 }
 
 Document ReadTextForm(std::string_view text, const std::string& name) {
+  text = WithoutByteOrderMark(text);
   std::istringstream is{std::string(text)};
   return OnFile(name, [&] {
     try {

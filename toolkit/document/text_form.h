@@ -23,8 +23,8 @@ ZUNA_API std::string LeftOutOfText(const Document& document);
 ZUNA_API bool IsTextForm(OpenedFile& file);
 
 /// The document of the version that `text` states. `name` is what messages call it. What `text` cannot say
-/// of a legacy file, such as bytes after its last song, is not there. Throws Error (kTextError) with path,
-/// line and column.
+/// of a legacy file, such as bytes after its last song, is not there. A byte order mark before the text is
+/// passed over, and not counted. Throws Error (kTextError) with path, line and column.
 ZUNA_API Document ReadTextForm(std::string_view text, const std::string& name);
 
 /// The same for the whole of `file`.

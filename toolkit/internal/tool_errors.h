@@ -66,7 +66,7 @@ inline constexpr std::array kToolErrors = {
              ErrorKind::kRefused,
              {"encrypted-already", "the file to encrypt is encrypted already",
               "the product and the other commands do not read what is encrypted twice",
-              "give --force to encrypt it again", "zuna-convert decrypt FILE -o OUT"}},
+              "give --no-verify to encrypt it again", "zuna-convert decrypt FILE -o OUT"}},
     ErrorRow{ErrorCode::kEditorFailed,
              ErrorKind::kIo,
              {"editor-failed", "the editor could not be run, or ended with an error",

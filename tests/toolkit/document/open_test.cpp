@@ -190,8 +190,9 @@ TEST_F(OpenTest, CarriesThePlaceOfAnErrorInAText) {
 
 TEST_F(OpenTest, ReadsATextThatDoesNotStateWhatItHolds) {
   EXPECT_THAT(ErrorOfPlaintext("\xEF\xBB\xBF{}").what(),
-              EndsWith("a byte order mark or blanks stand before the text (at byte 0); remove them, so that "
-                       "\"{\" comes first"));
+              EndsWith("a byte order mark stands before the text (at byte 0); save the text without it"));
+  EXPECT_THAT(ErrorOfPlaintext(" {}").what(),
+              EndsWith("blanks stand before the text (at byte 0); remove them, so that \"{\" comes first"));
   EXPECT_THAT(ErrorOfPlaintext("{\"kind\": \"logdata\"}").what(), HasSubstr("(at byte "));
   EXPECT_EQ(ErrorOfPlaintext("\xEF\xBB\xBF{}").code(), ErrorCode::kTextError);
 }

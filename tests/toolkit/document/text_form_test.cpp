@@ -230,6 +230,12 @@ TEST(TextForm, NamesPathLineAndColumn) {
             "name: kind: this is not JSON (syntax error) (line 3, column 3); correct the text");
 }
 
+TEST(TextForm, MayHaveAByteOrderMarkBeforeIt) {
+  const std::string text = R"({"kind": "showdata", "fileVersion": "1.2", "showName": "A", "songs": [)";
+  EXPECT_EQ(ReadTextForm("\xEF\xBB\xBF" + text + "]}", "name").type().version, (cmn::FileVersion{1, 2}));
+  EXPECT_EQ(Refusal("\xEF\xBB\xBF" + text), Refusal(text));
+}
+
 TEST(TextForm, OfALegacyShowRefusesWhatItsFileCannotHold) {
   const auto refused = [](const std::string& from, const std::string& to) {
     return Refusal(Replaced(kSmallShow, from, to));
