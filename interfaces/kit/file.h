@@ -149,10 +149,10 @@ class ZUNA_API OutputFiles {
 /// the old file of a place. Nothing is reported: whatever cannot be removed stays.
 ZUNA_API void RemoveLeftovers(const std::string& folder);
 
-/// Gives the regular file at `path`, which is no symbolic link, the second name "PATH.~N~" with the lowest N
-/// from 1 on that is free, or is a name of this file already. Where the file system has no hard links that is
-/// a copy with its permissions, of at most `limit` bytes. Returns the name. Throws kit::IoError, and
-/// FileTooLargeError for a copy.
+/// Gives the regular file at `path`, which is no symbolic link, the second name "PATH.~N~": N follows the
+/// highest there is, unless that is a name of this file already. A process lists each folder once for it.
+/// Where the file system has no hard links, it is a copy with its permissions, of at most `limit` bytes.
+/// Returns the name. Throws kit::IoError, and FileTooLargeError for a copy.
 ZUNA_API std::string BackUp(const std::string& path, std::size_t limit);
 
 /// Replaces the file at `path`, or creates it, as OutputFiles does with Existing::kReplace. What is not a

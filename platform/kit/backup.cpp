@@ -4,7 +4,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <atomic>
 #include <cerrno>
+#include <charconv>
+#include <filesystem>
+#include <map>
+#include <mutex>
 #include <string>
 
 #include "kit/error.h"
@@ -38,27 +44,69 @@ void Copy(const std::string& path, const std::string& copy, std::size_t limit) {
   output.Commit();
 }
 
+/// The highest number of the backups of each file, by the name of the file; 0 for none.
+using Newest = std::map<std::string, std::atomic<unsigned>>;
+
+/// Takes the number of "FILE.~N~"; other names are passed over.
+void AddBackup(const std::string& name, Newest& newest) {
+  constexpr std::size_t kShortest = 4;  // bytes of ".~1~"
+  const std::size_t mark = name.rfind(".~");
+  if (mark == std::string::npos || name.size() < mark + kShortest || name.back() != '~') return;
+  const char* const end = name.data() + name.size() - 1;
+  unsigned number = 0;
+  const auto [stop, error] = std::from_chars(name.data() + mark + 2, end, number);
+  if (error != std::errc() || stop != end || number > kMostBackups) return;
+  std::atomic<unsigned>& highest = newest[name.substr(0, mark)];
+  highest = std::max(highest.load(), number);
+}
+
+/// The backups in `folder`; none where it cannot be listed.
+Newest BackupsIn(const std::filesystem::path& folder) {
+  Newest newest;
+  std::error_code error;
+  std::filesystem::directory_iterator entry(folder.empty() ? "." : folder, error);
+  for (const std::filesystem::directory_iterator end; !error && entry != end; entry.increment(error)) {
+    AddBackup(entry->path().filename().string(), newest);
+  }
+  return newest;
+}
+
+/// The highest number of the backups of `path`. A folder is listed once in a process: otherwise a run that
+/// replaces all files of a folder would list it for each of them.
+std::atomic<unsigned>& NewestOf(const std::filesystem::path& path) {
+  static std::mutex mutex;
+  static std::map<std::filesystem::path, Newest> folders;
+  const std::filesystem::path folder = path.parent_path();
+  const std::lock_guard lock(mutex);
+  auto known = folders.find(folder);
+  if (known == folders.end()) known = folders.emplace(folder, BackupsIn(folder)).first;
+  return known->second[path.filename().string()];
+}
+
+/// Whether `name` is a second name or a copy of the file at `path` now. False where another file has it.
+bool TakeName(const std::string& path, const std::string& name, std::size_t limit) try {
+  if (::linkat(AT_FDCWD, path.c_str(), AT_FDCWD, name.c_str(), 0) == 0) return true;
+  if (errno == EEXIST) return IsSameFile(path, name);  // A process that was killed has kept it already.
+  Copy(path, name, limit);
+  return true;
+} catch (const FileExistsError&) {
+  return false;
+}
+
 }  // namespace
 
 std::string BackUp(const std::string& path, std::size_t limit) {
   RequireWholePath(path);
-  for (unsigned number = 1; number <= kMostBackups; ++number) {
+  std::atomic<unsigned>& newest = NewestOf(path);
+  for (unsigned number = std::max(newest.load(), 1U); number <= kMostBackups; ++number) {
     std::string name = path + ".~" + std::to_string(number) + '~';
-    if (::linkat(AT_FDCWD, path.c_str(), AT_FDCWD, name.c_str(), 0) == 0) return name;
-    if (errno == EEXIST) {
-      if (IsSameFile(path, name)) return name;  // A process that was killed has kept it already.
-      continue;
-    }
-    try {
-      Copy(path, name, limit);
-      return name;
-    } catch (const FileExistsError&) {
-      continue;
-    }
+    if (!TakeName(path, name, limit)) continue;
+    newest = number;
+    return name;
   }
   throw FileIoError(path,
-                    std::string(kNoBackup) + ": " + std::to_string(kMostBackups) + " older ones are there",
-                    "remove some of them");
+                    std::string(kNoBackup) + ": the number " + std::to_string(kMostBackups) + " is taken",
+                    "move its backups to another folder");
 }
 
 }  // namespace kit

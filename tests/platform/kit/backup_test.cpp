@@ -18,7 +18,7 @@ using zuna_test::TemporaryFolder;
 
 constexpr std::size_t kAnySize = 1000;
 
-TEST(BackUp, GivesTheFileTheFirstFreeNumber) {
+TEST(BackUp, GivesTheFileTheNumberAfterTheHighest) {
   const TemporaryFolder folder;
   const std::string path = folder.Put("show", "old");
   EXPECT_EQ(kit::BackUp(path, kAnySize), path + ".~1~");
@@ -26,8 +26,19 @@ TEST(BackUp, GivesTheFileTheFirstFreeNumber) {
   EXPECT_EQ(kit::BackUp(path, kAnySize), path + ".~2~");
   kit::WriteFileAtomically(path, zuna_test::FromText("newer"));
   std::filesystem::remove(path + ".~1~");
-  EXPECT_EQ(kit::BackUp(path, kAnySize), path + ".~1~");
-  EXPECT_THAT(folder.Names(), ElementsAre("show", "show.~1~", "show.~2~"));
+  EXPECT_EQ(kit::BackUp(path, kAnySize), path + ".~3~");
+  EXPECT_THAT(folder.Names(), ElementsAre("show", "show.~2~", "show.~3~"));
+}
+
+TEST(BackUp, PassesOverTheNumbersOfAnEarlierProcess) {
+  const TemporaryFolder folder;
+  for (const char* name : {"show.~2~", "show.~12~", "show.~x~", "show.~~", "show.~", "show.~13",
+                           "show.~123456~", "other.~20~", "show.bak.~30~"}) {
+    folder.Put(name, name);
+  }
+  const std::string path = folder.Put("show", "old");
+  EXPECT_EQ(kit::BackUp(path, kAnySize), path + ".~13~");
+  EXPECT_EQ(kit::BackUp(folder.Put("new", "new"), kAnySize), folder / "new.~1~");
 }
 
 TEST(BackUp, TakesTheNameThatAKilledProcessHasGivenIt) {

@@ -212,8 +212,8 @@ TEST(FailingCalls, ABackupIsRefusedWhereAllItsNamesAreTaken) {
   } catch (const kit::FileIoError& error) {
     EXPECT_EQ(error.what(),
               path +
-                  ": cannot be kept beside the new file: 99999 older ones are there; remove some "
-                  "of them");
+                  ": cannot be kept beside the new file: the number 99999 is taken; move its backups "
+                  "to another folder");
   }
 }
 
