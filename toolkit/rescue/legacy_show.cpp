@@ -32,7 +32,8 @@ version0::SongData SongFrom(const std::string& bytes) {
 
 class ShowSalvage {
  public:
-  explicit ShowSalvage(std::string_view bytes) : bytes_(bytes), steps_(bytes.size()) {}
+  explicit ShowSalvage(std::string_view bytes)
+      : bytes_(bytes), steps_(bytes.size()), mend_steps_(bytes.size()) {}
 
   Salvage Run() {
     if (!bytes_.empty()) {
@@ -67,10 +68,12 @@ class ShowSalvage {
       const std::size_t song_end = timeline_end.value_or(end);
       if (IsWholeBut(begin, song_end, song_end == end || BeginsSong(song_end))) {
         TakeWhole(begin, song_end);
+        begin = song_end;
       } else {
-        Mend(begin, song_end, timeline_end.has_value());
+        const std::size_t mended_end = Mend(begin, song_end, timeline_end.has_value());
+        const bool goes_on = HasTimelineBetween(mended_end, song_end) && mend_steps_.Take(song_end - begin);
+        begin = goes_on ? mended_end : song_end;
       }
-      begin = song_end;
     }
   }
 
@@ -125,15 +128,23 @@ class ShowSalvage {
     return std::nullopt;
   }
 
-  /// Takes what is left of the song between `begin` and `end`. Without a number or an undamaged timeline,
-  /// nothing shows that there was one.
-  void Mend(std::size_t begin, std::size_t end, bool has_timeline) {
+  /// Whether the magic of a timeline, which may be damaged, is between `begin` and `end`.
+  bool HasTimelineBetween(std::size_t begin, std::size_t end) const {
+    return bytes_.substr(0, end).find(version0::kTimelineMagic, begin) != std::string_view::npos;
+  }
+
+  /// Takes what is left of the first song between `begin` and `end`, and tells where that ends. Without a
+  /// number or an undamaged timeline, nothing shows that there was one.
+  std::size_t Mend(std::size_t begin, std::size_t end, bool has_timeline) {
     MendedSong mended = MendSong(bytes_.substr(0, end), begin, has_timeline_);
-    if (!has_timeline && !IsNumber(mended.told.number)) return;
-    if (!mended.problem.empty()) return AddLost(report_, std::move(mended.told), mended.problem);
-    if (Keep(std::move(mended.told), mended.bytes)) {
+    if (!has_timeline && !IsNumber(mended.told.number)) return end;
+    const std::size_t song_end = static_cast<std::size_t>(mended.told.end.value_or(end));
+    if (!mended.problem.empty()) {
+      AddLost(report_, std::move(mended.told), mended.problem);
+    } else if (Keep(std::move(mended.told), mended.bytes)) {
       report_.unread.insert(report_.unread.end(), mended.unread.begin(), mended.unread.end());
     }
+    return song_end;
   }
 
   /// Whether the song that `bytes` now are, which `told` tells about, is kept.
@@ -168,6 +179,7 @@ class ShowSalvage {
 
   std::string_view bytes_;
   Steps steps_;
+  Steps mend_steps_;                                ///< one for each byte of a song that is mended
   std::map<std::size_t, FoundTimeline> timelines_;  ///< by the place of their magic
   bool has_timeline_ = false;                       ///< whether one of these is undamaged
   std::vector<version0::SongData> songs_;           ///< those in the report that are not lost

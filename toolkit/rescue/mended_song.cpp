@@ -42,7 +42,9 @@ SongParts FindParts(std::string_view bytes, const SongHead& head, bool is_show) 
   if (!is_show && events.bytes.size() / kEventSize < kEventsThatTell) {
     return {.problem = "nothing tells that it is a song"};
   }
-  return {std::move(events), timeline};
+  const bool is_own = timeline <= std::max(events.end, stated_end) + kRoomForOtherBytes;
+  const std::size_t where = is_own ? timeline : events.end;
+  return {std::move(events), where};
 }
 
 /// A timeline whose lengths are right.
@@ -51,18 +53,20 @@ struct MendedTimeline {
   MendedSequences lists;
 };
 
-/// Takes what can be read of the timeline at `at`. Where its beginning is damaged, its length is that of the
-/// song.
+/// Takes what can be read of the timeline at `at`, before the next one. Where its beginning is damaged, its
+/// length is that of the song.
 MendedTimeline MendTimeline(std::string_view bytes, std::size_t at, std::string_view song_length) {
-  RecordCursor in(bytes, std::min(at + version0::kTimelineMagic.size(), bytes.size()));
+  bytes = bytes.substr(0, bytes.find(version0::kTimelineMagic, at + version0::kTimelineMagic.size()));
+  const std::size_t after_magic = std::min(at + version0::kTimelineMagic.size(), bytes.size());
+  RecordCursor in(bytes, after_magic);
   std::string name = TextBytes(in.Text());
   std::string length(in.Take(4));
   in.Take(4);  // of the body
   const std::size_t lists = in.at();
   const bool is_readable = in.ok() && BeginsSequence(bytes, lists, TimelineSequences());
   MendedTimeline timeline;
-  timeline.lists = MendSequences(bytes, is_readable ? lists : std::min(at, bytes.size()), bytes.size(),
-                                 TimelineSequences());
+  const std::size_t unnamed = HasTimelineAt(bytes, at) ? after_magic : std::min(at, bytes.size());
+  timeline.lists = MendSequences(bytes, is_readable ? lists : unnamed, bytes.size(), TimelineSequences());
   if (!is_readable) {
     name = TextBytes("");
     length = song_length;
@@ -101,6 +105,8 @@ MendedSong MendSong(std::string_view bytes, std::size_t begin, bool is_show) {
                       " events that it states");
   } else if (!parts.events.unread.empty()) {
     remarks.emplace_back("there are other bytes between its events");
+  } else if (parts.events.end < parts.timeline) {
+    remarks.emplace_back("there are other bytes after its events");
   }
   const MendedTimeline timeline = MendTimeline(bytes, parts.timeline, head.length);
   const MendedSequences& lists = timeline.lists;

@@ -170,6 +170,59 @@ TEST(RescueOfALegacySong, TakesNoEventsOfTheNextSong) {
   }
 }
 
+/// What comes back of the three songs with zeros from `begin` to `end`: the second one without some of its
+/// timeline, and the third one without its head.
+Rescued RescuedWithZeros(std::size_t begin, std::size_t end) {
+  std::string damaged = Show();
+  damaged.replace(begin, end - begin, std::string(end - begin, '\0'));
+  Rescued rescued = RescuedOf(damaged);
+  EXPECT_EQ(zuna_test::WrongAccount(rescued.report, damaged.size()), "");
+  EXPECT_EQ(rescued.report.songs.size(), 3U);
+  EXPECT_EQ(rescued.report.songs.at(1).number, "2");
+  EXPECT_EQ(rescued.report.songs.at(1).state, SongState::kPartly);
+  EXPECT_EQ(EventsOf(SongOf(rescued, "2")), kEvents);
+  EXPECT_EQ(rescued.report.songs.at(2).state, SongState::kPartly);
+  EXPECT_EQ(rescued.report.songs.at(2).remarks.at(1), "its number is missing");
+  EXPECT_EQ(EventsOf(SongOf(rescued, "")), kEvents);
+  EXPECT_EQ(SongOf(rescued, "").timeline.meters.size(), 1U);
+  return rescued;
+}
+
+TEST(RescueOfALegacySong, TakesNoTimelineOfTheNextSong) {
+  const std::size_t third = kSongBegin + 2 * SongSize();
+  const std::size_t timeline = Show().find("TLMN", third - SongSize());
+  const Rescued rescued = RescuedWithZeros(timeline, third + kFirstEvent);
+  EXPECT_EQ(rescued.report.songs.at(1).remarks,
+            (Texts{"the beginning of its timeline is missing", "its tempos are missing",
+                   "its bar labels are missing", "its keys are missing", "its page numbers are missing",
+                   "its meters are missing", "it gets 120 quarter notes a minute in place of its tempos",
+                   "it gets 4/4 in place of its meters"}));
+}
+
+TEST(RescueOfALegacySong, TakesNoListsOfTheNextSong) {
+  const std::size_t third = kSongBegin + 2 * SongSize();
+  const Rescued rescued = RescuedWithZeros(third - 14, third + kFirstEvent);  // from the meters on
+  EXPECT_EQ(rescued.report.songs.at(1).remarks,
+            (Texts{"its meters are missing", "it gets 4/4 in place of its meters"}));
+}
+
+TEST(RescueOfALegacySong, IsOneSongWhereNothingButTheBeginningOfItsTimelineIsLeft) {
+  std::string damaged = Show();
+  const std::size_t zeros = damaged.find("TLMN", kSongBegin + 2 * SongSize()) + 4 + 2 + 4;
+  damaged.replace(zeros, std::string::npos, std::string(damaged.size() - zeros, '\0'));
+  const Rescued rescued = RescuedBut(2, damaged);
+  EXPECT_EQ(rescued.report.songs[2].remarks.at(0), "the beginning of its timeline is missing");
+}
+
+TEST(RescueOfALegacySong, TellsBytesBetweenItsEventsAndItsTimeline) {
+  for (const std::size_t count : {1U, 48U}) {
+    std::string damaged = Show();
+    damaged.insert(damaged.find("TLMN", kSongBegin + SongSize()), std::string(count, '\x7F'));
+    const Rescued rescued = RescuedBut(1, damaged);
+    EXPECT_EQ(rescued.report.songs[1].remarks, Texts{"there are other bytes after its events"}) << count;
+  }
+}
+
 TEST(RescueOfALegacySong, TellsAnEventThatIsNoMessage) {
   for (const auto& [offset, byte] : {std::pair{8, '\x10'}, {8, '\x91'}, {9, '\x80'}, {10, '\xFF'}}) {
     std::string damaged = Show();
