@@ -103,6 +103,10 @@ MendedEvents MendEvents(std::string_view bytes, std::size_t begin, std::string_v
   return mended;
 }
 
+std::string OddEventsRemark(std::size_t count) {
+  return Counted(count, "event has", "events have") + " bytes that no MIDI message has";
+}
+
 std::vector<std::string> EventRemarks(const version0::SongData& song) {
   std::size_t odd = 0;        // events that are no message
   std::size_t displaced = 0;  // events whose times do not fit
@@ -117,7 +121,7 @@ std::vector<std::string> EventRemarks(const version0::SongData& song) {
   }
   std::vector<std::string> remarks;
   if (odd > 0) {
-    remarks.push_back(Counted(odd, "event has", "events have") + " bytes that no MIDI message has");
+    remarks.push_back(OddEventsRemark(odd));
   }
   if (displaced > 0) {
     remarks.push_back(Counted(displaced, "event has", "events have") +

@@ -31,10 +31,8 @@ class LogSalvage {
     LogHead head = ReadLogHead(bytes_, first);
     report_.framing = {{0, head.read_end}};
     report_.missing = std::move(head.missing);
-    report_.changed = head.is_uncertain;
-    if (head.is_uncertain) {
-      report_.remarks.emplace_back("its magic and its length are wrong, and its identifier may be");
-    }
+    report_.changed = !head.doubt.empty();
+    if (report_.changed) report_.remarks.push_back(head.doubt);
     legacy_.log = std::move(head.log);
     WalkSongs(*this, head.end, bytes_.size());
     const std::uint64_t missing_bytes = CompareLength();

@@ -21,6 +21,8 @@ constexpr const char* kTagPair = "the log's tag pair";
 
 bool HasZero(std::string_view text) { return text.find('\0') != std::string_view::npos; }
 
+bool IsZero(std::string_view bytes) { return bytes.find_first_not_of('\0') == std::string_view::npos; }
+
 /// Takes `text` up to its first zero byte, which no person has typed.
 void TakeText(std::string& field, std::string_view text, const char* what,
               std::vector<std::string>& missing) {
@@ -61,26 +63,32 @@ bool HasZerosInIdentifier(std::string_view bytes, bool has_texts) {
   const std::string_view identifier = bytes.substr(kIdentifierOffset, kIdentifierSize);
   const std::string_view length = bytes.substr(kLogLengthOffset, kIdentifierOffset - kLogLengthOffset);
   const std::string zeros(kZerosOfDamage, '\0');
-  const bool is_nil = identifier.find_first_not_of('\0') == std::string_view::npos;
-  if (is_nil && bytes.starts_with(version0::kChangeLogMagic) && length != zeros && has_texts) return false;
+  if (IsZero(identifier) && bytes.starts_with(version0::kChangeLogMagic) && length != zeros && has_texts)
+    return false;
   if (identifier.find(zeros) != std::string_view::npos) return true;
   if (length == zeros && identifier.front() == 0) return true;
   return !has_texts && identifier.back() == 0 && bytes.substr(kTextsOffset).starts_with('\0');
 }
 
+/// Takes the bytes of the identifier that are there, whatever the doubt about them.
 void TakeIdentifier(LogHead& head, std::string_view bytes) {
   const bool has_texts = head.read_end > kTextsOffset;
-  if (bytes.size() < kTextsOffset || HasZerosInIdentifier(bytes, has_texts)) {
+  const bool is_there = bytes.size() >= kTextsOffset;
+  const bool has_zeros = is_there && HasZerosInIdentifier(bytes, has_texts);
+  const std::string_view bytes_of_it = is_there ? bytes.substr(kIdentifierOffset, kIdentifierSize) : "";
+  if (!is_there || (has_zeros && IsZero(bytes_of_it))) {
     head.missing.emplace_back("the log's identifier");
     return;
   }
   kit::UUID::Bytes identifier{};
-  std::copy_n(bytes.begin() + kIdentifierOffset, kIdentifierSize, identifier.begin());
+  std::copy_n(bytes_of_it.begin(), kIdentifierSize, identifier.begin());
   head.log.identifier = kit::UUID(identifier);
   const bool has_magic = bytes.starts_with(version0::kChangeLogMagic);
   const std::uint64_t length = RecordCursor(bytes, kLogLengthOffset).Number(4);
   const bool is_zero = length == 0;  // and the identifier does not begin with a zero
-  head.is_uncertain = !has_magic && !is_zero && length != bytes.size() - kIdentifierOffset;
+  const bool has_wrong_front = !has_magic && !is_zero && length != bytes.size() - kIdentifierOffset;
+  if (has_zeros) head.doubt = "zeros are in its identifier or before it: it may be damaged";
+  if (has_wrong_front) head.doubt = "its magic and its length are wrong, and its identifier may be";
 }
 
 }  // namespace

@@ -1,9 +1,11 @@
 // Decrypts files that may be damaged.
 #include "toolkit/rescue/internal/plaintext.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
+#include "cmn/file_format.h"
 #include "toolkit/error.h"
 #include "toolkit/words.h"
 #include "zuna_sec/cipher_stream.h"
@@ -68,6 +70,18 @@ Plaintext Decrypted(std::span<const std::uint8_t> bytes, const CipherKey& key) {
   return plaintext;
 }
 
+/// Makes a text begin with its brace where a byte order mark stands before it. No byte after it moves.
+void SkipByteOrderMark(Plaintext& plaintext) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  const std::string_view text = AsText(plaintext.bytes);
+  if (!text.starts_with(kByteOrderMark)) return;
+  const std::size_t brace = text.find_first_not_of(" \t\r\n", kByteOrderMark.size());
+  if (brace == std::string_view::npos || text[brace] != cmn::kTextFormStart) return;
+  std::fill_n(plaintext.bytes.begin(), brace + 1, std::uint8_t{' '});
+  plaintext.bytes.front() = static_cast<std::uint8_t>(cmn::kTextFormStart);
+  plaintext.remarks.emplace_back("a byte order mark stands before its text");
+}
+
 Plaintext DecryptFirst(std::span<const std::uint8_t> bytes, const CipherKey& key, Accept accept) {
   try {
     return Decrypted(bytes, key);
@@ -95,6 +109,7 @@ Plaintext DecryptDamaged(std::span<const std::uint8_t> bytes, const CipherKey& k
   const std::size_t tail_end = next.value_or(bytes.size());
   try {
     Plaintext plaintext = DecryptFirst(bytes.first(tail_end), key, accept);
+    SkipByteOrderMark(plaintext);
     plaintext.tail_end = tail_end;
     plaintext.next_encrypted = next;
     return plaintext;

@@ -11,6 +11,7 @@
 #include "toolkit/document/write.h"
 #include "toolkit/error.h"
 #include "toolkit/internal/translate.h"
+#include "toolkit/rescue/internal/current_events.h"
 #include "toolkit/rescue/internal/current_header.h"
 #include "toolkit/rescue/internal/joined.h"
 #include "toolkit/rescue/internal/plaintext.h"
@@ -172,6 +173,7 @@ Rescued Rescue(std::span<const std::uint8_t> bytes, const std::string& name, con
   return OnFile(name, [&] {
     Plaintext plaintext = DecryptDamaged(bytes, key, accept);
     Rescued rescued = Recover(plaintext, name);
+    JudgeEvents(rescued);
     RescueReport& report = rescued.report;
     report.remarks.insert(report.remarks.begin(), plaintext.remarks.begin(), plaintext.remarks.end());
     AddWhatFollows(report, plaintext, bytes);

@@ -9,6 +9,7 @@
 #include "CL/log_records.h"
 #include "tests/support/random_log.h"
 #include "tests/support/random_show.h"
+#include "tests/support/sample_models.h"
 #include "tests/support/sanitized.h"
 #include "tests/toolkit/rescue/rescue_samples.h"
 #include "toolkit/error.h"
@@ -302,6 +303,39 @@ TEST(RescueOfCurrentSongs, TellsHowManySongsAWholeFileStates) {
   EXPECT_EQ(zuna_test::RescuedOf(ShowFile().bytes).report.stated_songs, kSongs);
   const std::string text = zuna_test::WrittenAt(zuna_midi::ShowData(), {2, 0});
   EXPECT_EQ(zuna_test::RescuedOf(text).report.stated_songs, std::nullopt);
+}
+
+TEST(RescueOfCurrentSongs, TellsEventsThatNoWriterWrites) {
+  zuna_midi::ShowData show = zuna_test::SampleShow();
+  auto& messages = show.songs().begin()->second->voice_data->GetTrack(1)->messages;
+  messages = {{480, {0x90, 60, 100}},
+              {0, {0x90, 60, 0}},
+              {480, {0xC1, 5, 0xFF}},
+              {480, {0xF0, 1, 1}},
+              {480, {0x80, 60, 0x80}}};
+  for (const cmn::FileVersion& version : {cmn::FileVersion{1, 0}, {1, 1}, {1, 2}}) {
+    const Rescued rescued = zuna_test::RescuedOf(zuna_test::WrittenAt(show, version));
+    ASSERT_EQ(rescued.report.songs.size(), 1U);
+    EXPECT_EQ(rescued.report.songs[0].state, SongState::kPartly);
+    EXPECT_EQ(rescued.report.songs[0].remarks,
+              (Texts{"2 events have bytes that no MIDI message has", "1 time goes back"}));
+    EXPECT_FALSE(rescued.report.songs[0].vouched);
+    EXPECT_FALSE(rescued.report.complete());
+    EXPECT_EQ(rescued.document.As<zuna_midi::ShowData>()
+                  ->songs()
+                  .begin()
+                  ->second->voice_data->GetTrack(1)
+                  ->messages,
+              messages);
+  }
+}
+
+TEST(RescueOfCurrentSongs, TakesDrumVoicesThatSharedALegacyTrack) {
+  zuna_midi::ShowData show = zuna_test::SampleShow();
+  zuna_midi::VoiceTrack& voice = *show.songs().begin()->second->voice_data->GetTrack(1);
+  voice.name = "Drums";
+  voice.messages = {{480, {0x90, 60, 100}}, {0, {0x90, 60, 0}}};
+  EXPECT_TRUE(zuna_test::RescuedOf(zuna_test::WrittenAt(show, {1, 2})).report.complete());
 }
 
 TEST(RescueOfCurrentSongs, KeepsTheSongsOfJoinedFilesApart) {

@@ -138,7 +138,7 @@ Texts MissingWithZeros(std::size_t begin, std::size_t count) {
   const Rescued rescued = zuna_test::RescuedOf(sample.bytes);
   EXPECT_EQ(zuna_test::WrongAccount(rescued.report, sample.bytes.size()), "");
   EXPECT_EQ(rescued.report.saved(), kSongs);
-  EXPECT_EQ(rescued.report.complete(), rescued.report.missing.empty());
+  EXPECT_EQ(rescued.report.complete(), rescued.report.missing.empty() && !rescued.report.changed);
   return rescued.report.missing;
 }
 
@@ -149,12 +149,11 @@ TEST(RescueOfLegacyLogs, TellsZerosOverItsHead) {
   all.emplace_back("the log's identifier");
   EXPECT_EQ(MissingWithZeros(0, 4), Texts()) << "a magic is known";
   EXPECT_EQ(MissingWithZeros(0, 8), Texts()) << "a length can be counted again";
-  for (std::size_t count = 9; count <= 24; ++count) {
-    EXPECT_EQ(MissingWithZeros(0, count), Texts{"the log's identifier"}) << count;
-  }
+  for (std::size_t count = 9; count < 24; ++count) EXPECT_EQ(MissingWithZeros(0, count), Texts()) << count;
+  EXPECT_EQ(MissingWithZeros(0, 24), Texts{"the log's identifier"});
   for (std::size_t count = 25; count <= 46; ++count) EXPECT_EQ(MissingWithZeros(0, count), all) << count;
-  EXPECT_EQ(MissingWithZeros(12, 4), Texts{"the log's identifier"});
-  EXPECT_EQ(MissingWithZeros(23, 2), all);
+  EXPECT_EQ(MissingWithZeros(12, 4), Texts());
+  EXPECT_EQ(MissingWithZeros(23, 2), texts);
   EXPECT_EQ(MissingWithZeros(24, 1), texts);
   EXPECT_EQ(MissingWithZeros(24, 12), texts);
   EXPECT_EQ(MissingWithZeros(25, 11), Texts{"the log's label"});
@@ -182,6 +181,26 @@ TEST(RescueOfLegacyLogs, TellsThatItsIdentifierMayBeDamaged) {
   EXPECT_EQ(rescued.report.saved(), kSongs);
   EXPECT_FALSE(rescued.report.complete());
   EXPECT_EQ(rescued.report.remarks.at(1), "its magic and its length are wrong, and its identifier may be");
+}
+
+TEST(RescueOfLegacyLogs, KeepsWhatIsLeftOfItsIdentifier) {
+  kit::UUID::Bytes identifier{0, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16};
+  std::mt19937 random(14);
+  Sample sample = MakeSample(random);
+  sample.bytes[8] = '\0';
+  sample.bytes.replace(0, 8, 8, '\0');
+  const std::string size = std::to_string(sample.bytes.size());
+  for (const std::size_t zeros : {0U, 5U}) {
+    sample.bytes.replace(12, zeros, zeros, '\0');
+    std::fill_n(identifier.begin() + 4, zeros, std::uint8_t{0});
+    const Rescued rescued = zuna_test::RescuedOf(sample.bytes);
+    EXPECT_EQ(rescued.document.As<LegacyLog>()->log.identifier, kit::UUID(identifier));
+    EXPECT_EQ(rescued.report.missing, Texts());
+    EXPECT_FALSE(rescued.report.complete());
+    EXPECT_EQ(rescued.report.remarks,
+              (Texts{"is not encrypted", "zeros are in its identifier or before it: it may be damaged",
+                     "has " + size + " bytes, and its header states 0"}));
+  }
 }
 
 TEST(RescueOfLegacyLogs, KnowsThatBytesInsideAreMissing) {

@@ -385,6 +385,19 @@ TEST(Rescue, TakesSongsOfATextInAnyOrderOfKeys) {
   EXPECT_EQ(SongAt(rescued.report, 1).remarks, Texts{"its text is not complete and correct"});
 }
 
+TEST(Rescue, SkipsAByteOrderMarkBeforeAText) {
+  for (const std::string& front : {"\xEF\xBB\xBF"s, "\xEF\xBB\xBF\r\n"s}) {
+    const Rescued rescued = RescuedOf(front + Text());
+    EXPECT_TRUE(rescued.report.complete());
+    EXPECT_EQ(rescued.report.remarks,
+              (Texts{"is not encrypted", "a byte order mark stands before its text"}));
+    EXPECT_EQ(rescued.document.As<zuna_midi::ShowData>()->show_name, "Hä");
+    const std::string damaged = front + Text().substr(0, Text().find_last_of(']'));
+    EXPECT_EQ(RescuedOf(damaged).report.missing, Texts{"the end of the text"});
+    EXPECT_EQ(SongAt(RescuedOf(damaged).report, 0).offset, damaged.find("{", front.size() + 1));
+  }
+}
+
 TEST(Rescue, TellsThatTheEndOfATextIsMissing) {
   const std::string text = Text();
   const Rescued rescued = RescuedOf(text.substr(0, text.find_last_of(']')));

@@ -31,6 +31,9 @@ struct MendedEvents {
 /// those of the song, or empty where it has none.
 MendedEvents MendEvents(std::string_view bytes, std::size_t begin, std::string_view voices, std::size_t most);
 
+/// That so many events are no MIDI message.
+std::string OddEventsRemark(std::size_t count);
+
 /// What shows that events of `song` are not what its writer wrote.
 std::vector<std::string> EventRemarks(const version0::SongData& song);
 

@@ -21,7 +21,7 @@ struct LogHead {
   std::size_t read_end = 0;          ///< of what is read of it
   std::size_t end = 0;               ///< where the songs begin
   std::vector<std::string> missing;  ///< which fields cannot be read
-  bool is_uncertain = false;         ///< damage before the identifier may reach into it
+  std::string doubt;                 ///< why the identifier may be damaged; empty where it is not
 };
 
 /// The head of the log `bytes`, whose first undamaged song begins at `first_song`.
