@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "format_converter/version0/containers/timeline.h"
-
 #include "toolkit/rescue/internal/legacy_events.h"
 
 namespace zuna_toolkit {
@@ -17,6 +16,7 @@ constexpr std::size_t kRecordLengthSize = 4;  // of the record, at the beginning
 constexpr std::size_t kEventCountSize = 4;    // of the events
 constexpr std::size_t kDivisionSize = 2;      // before the song length
 constexpr std::size_t kSongTicksSize = 4;
+constexpr std::size_t kMostOfTexts = 2 * 256;  // of number and name
 constexpr std::string_view kNoDivision = "\0\0"sv;
 constexpr std::string_view kNoLength = "\0\0\0\0"sv;
 constexpr std::string_view kNoTracks = "\0"sv;
@@ -75,20 +75,30 @@ std::string VoicesOfEvents(std::string_view events) {
   return voices;
 }
 
-/// Takes number and name, which are between `begin` and `end`, if they can be read.
+/// Takes number and name, which are between `begin` and `end`, if they can be read. What is before them may
+/// be another song, whose number this song does not get.
 void TakeTexts(SongHead& head, std::string_view bytes, std::size_t begin, std::size_t end) {
   RecordCursor in(bytes.substr(0, end), begin);
   const std::string_view number = in.Text();
-  if (in.ok() && IsNumber(number)) head.number = number;
+  const bool has_number = in.ok() && IsNumber(number);
+  const std::size_t after_number = in.at();
   const std::string_view name = in.Text();
-  if (!head.number.empty() && in.ok() && in.at() == end) {
+  if (has_number && in.ok() && in.at() == end) {
+    head.number = number;
     head.name = name;
+    head.unread = {};
     return;
   }
-  for (; begin < end && head.name.empty(); ++begin) {  // the number is damaged, and the name may not be
-    RecordCursor text(bytes.substr(0, end), begin);
+  for (std::size_t at = begin; at < end && head.name.empty(); ++at) {  // the number may be what is damaged
+    RecordCursor text(bytes.substr(0, end), at);
     const std::string_view found = text.Text();
-    if (text.ok() && text.at() == end && IsNumber(found)) head.name = found;
+    if (!text.ok() || text.at() != end || !IsNumber(found)) continue;
+    head.name = found;
+    head.unread.end = at;
+  }
+  if (has_number && head.name.empty() && end - begin <= kMostOfTexts) {
+    head.number = number;
+    head.unread.begin = after_number;
   }
 }
 
@@ -100,20 +110,26 @@ void TakeFieldsBefore(SongHead& head, std::string_view bytes, std::size_t begin,
       FindTracks(bytes, begin, end, VoicesOfEvents(bytes.substr(head.events)), steps);
   if (tracks.empty()) return;
   head.tracks = tracks;
+  head.unread.end = end - tracks.size();
   const std::size_t texts = begin + kRecordLengthSize;
   const std::size_t after_texts = end - tracks.size() - kDivisionSize - kSongTicksSize;
   if (end < texts + tracks.size() + kDivisionSize + kSongTicksSize) return;
   TakeTexts(head, bytes, texts, after_texts);
   if (head.name.empty() && bytes[after_texts] == 0) return;  // what is zero before it may reach into it
+  head.unread.end = std::min<std::uint64_t>(head.unread.end, after_texts);
   head.division = bytes.substr(after_texts, kDivisionSize);
   if (head.length == kNoLength) head.length = bytes.substr(after_texts + kDivisionSize, kSongTicksSize);
 }
 
 }  // namespace
 
+bool StatesItsLength(const SongHead& head, std::size_t begin) {
+  return begin + kRecordLengthSize + head.record_length == head.events + head.stated_events * kEventSize;
+}
+
 SongHead ReadSongHead(RecordCursor& in, Steps& steps) {
   SongHead head;
-  in.Number(kRecordLengthSize);
+  head.record_length = in.Number(kRecordLengthSize);
   head.number = in.Text();
   head.name = in.Text();
   head.division = in.Take(kDivisionSize);
@@ -127,11 +143,16 @@ SongHead ReadSongHead(RecordCursor& in, Steps& steps) {
 std::optional<SongHead> FindSongHead(std::string_view bytes, std::size_t begin, std::size_t timeline,
                                      Steps& steps) {
   bool is_counted = false;
-  SongHead head{"", "", kNoDivision, LengthInTimeline(bytes, timeline), kNoTracks, 0, 0, {}};
+  SongHead head;
+  head.division = kNoDivision;
+  head.length = LengthInTimeline(bytes, timeline);
+  head.tracks = kNoTracks;
   head.stated_events = CountEvents(bytes.substr(begin, timeline - begin), is_counted);
   if (head.stated_events == 0) return std::nullopt;
   head.events = timeline - head.stated_events * kEventSize;
+  head.unread = {begin, head.events};
   if (is_counted) {
+    head.unread.end -= kEventCountSize;
     TakeFieldsBefore(head, bytes.substr(0, timeline), begin, steps);
   } else {
     head.missing.emplace_back("the count of its events is missing");

@@ -87,8 +87,10 @@ MendedSong MendSong(std::string_view bytes, std::size_t begin, bool is_show) {
   song.told = {std::string(head.number), std::string(head.name), begin, bytes.size()};
   SongParts parts{.problem = "its beginning cannot be read"};
   if (in.ok()) parts = FindParts(bytes, head, is_show);
+  const bool has_none = head.number.empty() && StatesItsLength(head, begin);  // as its writer wrote it
+  const bool is_wrong = !parts.problem.empty() || (!IsNumber(head.number) && !has_none);
   const std::size_t magic = bytes.find(version0::kTimelineMagic, begin);
-  if (is_show && magic != std::string_view::npos && (!parts.problem.empty() || !IsNumber(head.number))) {
+  if (is_show && magic != std::string_view::npos && is_wrong) {
     if (auto found = FindSongHead(bytes, begin, magic, steps)) {
       head = std::move(*found);
       parts = FindParts(bytes, head, is_show);
@@ -114,6 +116,7 @@ MendedSong MendSong(std::string_view bytes, std::size_t begin, bool is_show) {
   const bool has_timeline = lists.end > parts.timeline;
   song.told.end = has_timeline ? lists.end : parts.events.end;
   if (has_timeline) song.unread = lists.unread;
+  if (head.unread.begin < head.unread.end) song.unread.push_back(head.unread);
   song.unread.insert(song.unread.end(), parts.events.unread.begin(), parts.events.unread.end());
   if (has_timeline && parts.events.end < parts.timeline) {
     song.unread.push_back({parts.events.end, parts.timeline});

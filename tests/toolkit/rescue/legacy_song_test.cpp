@@ -214,6 +214,52 @@ TEST(RescueOfALegacySong, IsOneSongWhereNothingButTheBeginningOfItsTimelineIsLef
   EXPECT_EQ(rescued.report.songs[2].remarks.at(0), "the beginning of its timeline is missing");
 }
 
+/// What comes back of the three songs with zeros from the first event of the second one up to byte `end` of
+/// the third one, which has a name of `name_size` bytes.
+Rescued RescuedWithoutTheSecond(std::size_t end, std::size_t name_size) {
+  version0::ShowData show;
+  for (const char* number : {"1", "2", "3"}) show.songs[number] = Song(number);
+  show.songs["3"].song_name = std::string(name_size, 'n');
+  std::string damaged = zuna_test::Written(show);
+  const std::size_t zeros = kSongBegin + SongSize() + kFirstEvent;
+  const std::size_t zeros_end = kSongBegin + 2 * SongSize() + end;
+  damaged.replace(zeros, zeros_end - zeros, std::string(zeros_end - zeros, '\0'));
+  Rescued rescued = RescuedOf(damaged);
+  EXPECT_EQ(zuna_test::WrongAccount(rescued.report, damaged.size()), "");
+  EXPECT_EQ(rescued.report.songs.size(), 2U);
+  EXPECT_EQ(rescued.report.songs.at(1).state, SongState::kPartly);
+  return rescued;
+}
+
+TEST(RescueOfALegacySong, GetsNoNumberOfAnotherSong) {
+  const Rescued rescued = RescuedWithoutTheSecond(6, 255);
+  EXPECT_EQ(rescued.report.songs.at(1).number, "");
+  EXPECT_EQ(rescued.report.songs.at(1).name, std::string(255, 'n'));
+  EXPECT_EQ(rescued.report.songs.at(1).remarks, Texts{"its number is missing"});
+}
+
+TEST(RescueOfALegacySong, TellsWhatIsBeforeItsHeadAsUnread) {
+  const std::uint64_t begin = kSongBegin + SongSize();
+  const std::uint64_t third = begin + SongSize();
+  for (const auto& [end, first_read] : {std::pair{6U, 6U}, {11U, 11U}, {kFirstEvent, kFirstEvent}}) {
+    SCOPED_TRACE(end);
+    const Rescued rescued = RescuedWithoutTheSecond(end, 4);
+    EXPECT_EQ(rescued.report.songs.at(1).offset, begin);
+    ASSERT_EQ(rescued.report.unread.size(), 1U);
+    EXPECT_LE(rescued.report.unread[0].begin, begin + 6) << "its number is within reach";
+    EXPECT_EQ(rescued.report.unread[0].end, third + first_read);
+  }
+}
+
+TEST(RescueOfALegacySong, MayHaveNoNumber) {
+  std::string second = zuna_test::Written(Song(""));
+  second.erase(kFirstEvent - 1 + 30, 1);  // there is no number
+  const std::string damaged = "\3" + zuna_test::Written(Song("1")) + second + zuna_test::Written(Song("3"));
+  const Rescued rescued = RescuedBut(1, damaged);
+  EXPECT_EQ(rescued.report.songs[1].remarks.at(0), "has 9 of the 10 events that it states");
+  EXPECT_EQ(rescued.report.songs[1].name, "Tune");
+}
+
 TEST(RescueOfALegacySong, TellsBytesBetweenItsEventsAndItsTimeline) {
   for (const std::size_t count : {1U, 48U}) {
     std::string damaged = Show();

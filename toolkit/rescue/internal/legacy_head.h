@@ -13,6 +13,7 @@ namespace zuna_toolkit {
 
 /// The fields of a song before its events.
 struct SongHead {
+  std::size_t record_length = 0;  ///< that it states
   std::string_view number;
   std::string_view name;
   std::string_view division;
@@ -20,8 +21,12 @@ struct SongHead {
   std::string_view tracks;  ///< with their count
   std::size_t stated_events = 0;
   std::size_t events = 0;            ///< where they begin
+  ByteRange unread = {};             ///< before them, where it is told from behind
   std::vector<std::string> missing;  ///< remarks about the fields that cannot be read
 };
+
+/// Whether `head`, which begins at `begin`, states the length that its fields and as many events have.
+bool StatesItsLength(const SongHead& head, std::size_t begin);
 
 /// The head of the song at `in`, as far as it goes; `in` is not ok where it is not whole.
 SongHead ReadSongHead(RecordCursor& in, Steps& steps);
