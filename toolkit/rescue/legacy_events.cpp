@@ -31,12 +31,17 @@ bool AreOfOneVoice(std::string_view bytes, std::size_t at) {
   return bytes[at + kVoiceOffset] == bytes[at + kEventSize + kVoiceOffset];
 }
 
+/// Whether an event fits after one at time `before` in its track, or begins one of several voices there.
+bool FitsAfter(std::uint32_t before, std::uint32_t delta, std::uint32_t time) {
+  return time == before + delta || time == delta;
+}
+
 /// Whether the times of the event at `at` and of the one after it fit, which are of one voice.
 bool TimesFit(std::string_view bytes, std::size_t at) {
   const std::uint32_t time = RecordCursor(bytes, at + kTimeOffset).Number(4);
   RecordCursor next(bytes, at + kEventSize);
   const std::uint32_t delta = next.Number(4);
-  return next.Number(4) == time + delta;
+  return FitsAfter(time, delta, next.Number(4));
 }
 
 /// Whether events go on at `at`: three of them, or as many as there are up to the end.
@@ -114,8 +119,7 @@ std::vector<std::string> EventRemarks(const version0::SongData& song) {
     std::uint32_t time = 0;
     for (const version0::EventObject& event : events) {
       if (!IsMessage(event.status_high, event.data1, event.data2)) ++odd;
-      const bool begins_voice = event.abs_time == event.delta_time;  // of several in one track
-      if (event.abs_time != time + event.delta_time && !begins_voice) ++displaced;
+      if (!FitsAfter(time, event.delta_time, event.abs_time)) ++displaced;
       time = event.abs_time;
     }
   }

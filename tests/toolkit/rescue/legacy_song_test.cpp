@@ -298,6 +298,24 @@ TEST(RescueOfALegacySong, TakesVoicesThatShareATrack) {
   EXPECT_TRUE(RescuedOf(zuna_test::Written(show)).report.complete());
 }
 
+TEST(RescueOfALegacySong, KeepsVoicesThatShareATrackAfterDamage) {
+  version0::SongData song = Song("1");
+  song.events.clear();
+  for (std::uint32_t i = 0; i < kEvents; ++i) {  // two voices of five events
+    const std::uint32_t time = 480 * (i % 5) + (i < 5 ? 480 : 240);
+    const std::uint32_t delta = i % 5 == 0 ? time : 480;
+    song.events[1].emplace_back(delta, time, 0x90, static_cast<std::uint8_t>(60 + i), 100, 1);
+  }
+  const std::string whole = "\1" + zuna_test::Written(song);
+  EXPECT_TRUE(RescuedOf(whole).report.complete());
+  for (std::size_t event = 0; event < kEvents; ++event) {
+    std::string damaged = whole;
+    damaged.erase(whole.find("TLMN") - (kEvents - event) * 12 + 8, 1);
+    const Rescued rescued = RescuedOf(damaged);
+    EXPECT_EQ(rescued.report.songs.at(0).remarks.at(0), "has 9 of the 10 events that it states") << event;
+  }
+}
+
 /// A song without its last list, and with lengths that fit.
 std::string WithoutMeters(const std::string& number) {
   std::string song = zuna_test::Written(Song(number));
