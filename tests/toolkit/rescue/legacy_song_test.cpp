@@ -251,6 +251,45 @@ TEST(RescueOfALegacySong, TellsWhatIsBeforeItsHeadAsUnread) {
   }
 }
 
+TEST(RescueOfALegacySong, TellsBytesBetweenItsEvents) {
+  std::string damaged = Show();
+  damaged.insert(kSongBegin + SongSize() + kFirstEvent + 36, std::string(40, '\x7F'));
+  EXPECT_EQ(RescuedBut(1, damaged).report.songs[1].remarks,
+            Texts{"there are other bytes between its events"});
+}
+
+TEST(RescueOfALegacySong, TellsBytesBetweenItsLists) {
+  std::string damaged = Show();
+  damaged.insert(kSongBegin + 2 * SongSize() - 14, std::string(7, '\x7F'));  // before the meters
+  EXPECT_EQ(RescuedBut(1, damaged).report.songs[1].remarks, Texts{"there are other bytes between its lists"});
+}
+
+TEST(RescueOfALegacySong, IsLostWithoutEvents) {
+  std::string damaged = Show();
+  damaged.replace(kSongBegin + SongSize() + kFirstEvent, kEvents * 12, std::string(kEvents * 12 - 1, '\0'));
+  const Rescued rescued = RescuedOf(damaged);
+  ASSERT_EQ(rescued.report.songs.size(), 3U);
+  EXPECT_EQ(rescued.report.songs[1].number, "2");
+  EXPECT_EQ(rescued.report.songs[1].state, SongState::kLost);
+  EXPECT_EQ(rescued.report.songs[1].remarks, Texts{"its events cannot be told from its beginning"});
+}
+
+TEST(RescueOfALegacySong, IsLostWithFewEventsWhereNoTimelineIsWhole) {
+  version0::SongData few = Song("2");
+  for (auto& [voice, events] : few.events) events.resize(2);
+  std::string first = zuna_test::Written(Song("1"));
+  first.erase(first.size() - 20, 1);
+  std::string second = zuna_test::Written(few);
+  second.erase(second.size() - 20, 1);
+  second.erase(kFirstEvent + 12, 1);
+  const Rescued rescued = RescuedOf("\2" + first + second);
+  ASSERT_EQ(rescued.report.songs.size(), 2U);
+  EXPECT_EQ(rescued.report.songs[0].state, SongState::kPartly);
+  EXPECT_EQ(rescued.report.songs[1].number, "2");
+  EXPECT_EQ(rescued.report.songs[1].state, SongState::kLost);
+  EXPECT_EQ(rescued.report.songs[1].remarks, Texts{"nothing tells that it is a song"});
+}
+
 TEST(RescueOfALegacySong, MayHaveNoNumber) {
   std::string second = zuna_test::Written(Song(""));
   second.erase(kFirstEvent - 1 + 30, 1);  // there is no number
@@ -344,14 +383,27 @@ std::string ShortSongLog(const std::string& number) {
          "B\x9\0\0\0\0\0\1\0\0\0\1"s;  // a cut from 0 to 1
 }
 
+/// A log of these songs.
+std::string LogOf(const std::string& songs) {
+  return "ZUNA" + std::string(1, static_cast<char>(22 + songs.size())) + "\0\0\0"s + "0123456789abcdef" +
+         "\0\0\1\0\2\0"s + songs;
+}
+
 TEST(RescueOfALegacySong, IsWholeWhereTheWriterOfALogLeavesListsOut) {
-  const std::string songs = ShortSongLog("1") + ShortSongLog("2") + ShortSongLog("3");
-  const std::string log = "ZUNA" + std::string(1, static_cast<char>(22 + songs.size())) + "\0\0\0"s +
-                          "0123456789abcdef" + "\0\0\1\0\2\0"s + songs;
-  const Rescued rescued = RescuedOf(log);
+  const Rescued rescued = RescuedOf(LogOf(ShortSongLog("1") + ShortSongLog("2") + ShortSongLog("3")));
   ASSERT_EQ(rescued.report.songs.size(), 3U);
   for (const RescuedSong& song : rescued.report.songs) EXPECT_EQ(song.remarks, Texts()) << song.number;
   EXPECT_TRUE(rescued.report.complete());
+}
+
+TEST(RescueOfALegacySong, IsLostWhereALogHasNoneOfItsEdits) {
+  std::string second = ShortSongLog("2");
+  second.replace(second.size() - 17, 17, std::string(17, '\0'));
+  const Rescued rescued = RescuedOf(LogOf(ShortSongLog("1") + second + ShortSongLog("3")));
+  ASSERT_EQ(rescued.report.songs.size(), 3U);
+  EXPECT_EQ(rescued.report.songs[1].number, "2");
+  EXPECT_EQ(rescued.report.songs[1].state, SongState::kLost);
+  EXPECT_EQ(rescued.report.songs[1].remarks, Texts{"none of its edits can be read"});
 }
 
 }  // namespace
