@@ -115,8 +115,7 @@ bool MayRescueHelp(ErrorCode code) {
 /// Reads the file. Where rescue may help, the error says that too.
 Document ReadToCheck(const std::string& path, const Keys& keys) {
   try {
-    zuna_toolkit::OpenedFile file = OpenInput(path, keys).file;
-    return zuna_toolkit::ReadDocument(file);
+    return ReadEncryptedOrPlain(path, keys).document;
   } catch (const zuna_toolkit::Error& error) {
     if (!MayRescueHelp(error.code())) throw;
     zuna_toolkit::ErrorParts parts = error.parts();

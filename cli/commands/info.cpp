@@ -18,9 +18,8 @@ struct InfoOptions {
 };
 
 std::string InfoOf(const std::string& path, const Keys& keys, bool json) {
-  zuna_toolkit::OpenedFile file = OpenInput(path, keys).file;
-  const zuna_toolkit::Document document = zuna_toolkit::ReadDocument(file);
-  return json ? InfoJson(document, path) + '\n' : InfoText(document);
+  const auto [document, is_encrypted] = ReadEncryptedOrPlain(path, keys);
+  return json ? InfoJson(document, path, is_encrypted) + '\n' : InfoText(document, is_encrypted);
 }
 
 void RunInfo(const InfoOptions& options, Context& context) {
@@ -42,8 +41,8 @@ void RunInfo(const InfoOptions& options, Context& context) {
 }  // namespace
 
 void AddInfoCommand(CLI::App& app, Context& context) {
-  CLI::App* command =
-      app.add_subcommand("info", "Tell the version, name, songs and counts of shows and logs");
+  CLI::App* command = app.add_subcommand(
+      "info", "Tell the version, name, songs and counts of shows and logs, encrypted or not");
   AddSharedOptions(*command, context);
   const auto options = std::make_shared<InfoOptions>();
   AddInputs(*command, options->inputs);

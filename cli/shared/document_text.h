@@ -15,12 +15,12 @@ std::string CountsText(const zuna_toolkit::Document& document);
 std::string SongsText(const std::vector<std::string>& numbers);
 
 /// The whole as aligned text for people, with a line break at its end.
-std::string InfoText(const zuna_toolkit::Document& document);
+std::string InfoText(const zuna_toolkit::Document& document, bool is_encrypted);
 
 /// The text form of the whole. Throws zuna_toolkit::Error.
 std::string TextFormOf(const zuna_toolkit::Document& document);
 
 /// The whole as a JSON object; `path` is that of the document.
-std::string InfoJson(const zuna_toolkit::Document& document, const std::string& path);
+std::string InfoJson(const zuna_toolkit::Document& document, const std::string& path, bool is_encrypted);
 
 }  // namespace zuna_cli

@@ -38,4 +38,20 @@ OpenedInput OpenInput(const std::string& path, const Keys& keys, zuna_toolkit::A
   return DecryptInput(ReadInput(path, zuna_toolkit::kMaxFileSize), InputName(path), keys, accept);
 }
 
+ReadInputDocument ReadEncryptedOrPlain(const std::string& path, const Keys& keys) {
+  const std::string name = InputName(path);
+  const auto bytes = ReadInput(path, zuna_toolkit::kMaxFileSize);
+  try {
+    OpenedFile file = DecryptInput(bytes, name, keys, zuna_toolkit::Accept::kEncryptedOrPlain).file;
+    return {zuna_toolkit::ReadDocument(file), zuna_toolkit::IsEncrypted(bytes)};
+  } catch (const zuna_toolkit::Error& error) {
+    try {
+      DecryptInput(bytes, name, keys);
+    } catch (const zuna_toolkit::Error& own) {
+      if (own.code() != ErrorCode::kPlainFile || error.code() == ErrorCode::kUnsupportedVersion) throw;
+    }
+    throw;
+  }
+}
+
 }  // namespace zuna_cli

@@ -32,4 +32,14 @@ OpenedInput DecryptInput(const std::vector<std::uint8_t>& bytes, const std::stri
 OpenedInput OpenInput(const std::string& path, const Keys& keys,
                       zuna_toolkit::Accept accept = zuna_toolkit::Accept::kEncrypted);
 
+/// A show or log of an input that may be plain.
+struct ReadInputDocument {
+  zuna_toolkit::Document document;
+  bool is_encrypted;
+};
+
+/// Reads the show or log at `path`, encrypted or plain. Throws what OpenInput() and ReadDocument() throw;
+/// what is no plain show or log either fails as it does where only encrypted files are accepted.
+ReadInputDocument ReadEncryptedOrPlain(const std::string& path, const Keys& keys);
+
 }  // namespace zuna_cli

@@ -133,10 +133,11 @@ std::string CountsText(const Document& document) {
   return CountsText(TotalsOf(document), document.type().is_log());
 }
 
-std::string InfoText(const Document& document) {
+std::string InfoText(const Document& document, bool is_encrypted) {
   const Summary summary = zuna_toolkit::SummariseWhole(document);
   std::string text = Printable(document.name()) + ": " + std::string(cmn::KindName(document.type().kind)) +
                      ", version " + cmn::VersionText(document.type().version);
+  if (!is_encrypted) text += ", not encrypted";
   if (summary.show_name) text += ", \"" + Printable(*summary.show_name) + '"';
   const Totals totals = TotalsOf(document);
   text += ", " + CountsText(totals, document.type().is_log()) + '\n';
@@ -151,12 +152,13 @@ std::string TextFormOf(const Document& document) {
   return text.str();
 }
 
-std::string InfoJson(const Document& document, const std::string& path) {
+std::string InfoJson(const Document& document, const std::string& path, bool is_encrypted) {
   const Summary summary = zuna_toolkit::SummariseWhole(document);
   std::string json = "{\"schemaVersion\": 1, " + PathJson("path", path) + ", \"kind\": \"" +
                      std::string(cmn::KindName(document.type().kind)) + "data\", \"fileVersion\": \"" +
                      cmn::VersionText(document.type().version) +
-                     "\", \"showName\": " + (summary.show_name ? JsonString(*summary.show_name) : "null");
+                     "\", \"encrypted\": " + (is_encrypted ? "true" : "false") +
+                     ", \"showName\": " + (summary.show_name ? JsonString(*summary.show_name) : "null");
   if (summary.log) json += HeaderJson(*summary.log);
   json += summary.log ? ", \"songLogs\": [" : ", \"songs\": [";
   const char* separator = "";

@@ -27,7 +27,7 @@ class EnvelopeTest(WithShows):
                                  (b"\0ZSH\2\0\0\0\1\2", "is a plain show; use encrypt first"),
                                  (b"\xef\xbb\xbf\r\n\t {", "is plain text; use encrypt first")):
             self.write("other", content)
-            for command in (["info", "other"], ["convert", "other", "-o", "out"], ["decrypt", "other", "-o", "out"],
+            for command in (["convert", "other", "-o", "out"], ["decrypt", "other", "-o", "out"],
                             ["up", "other", "-o", "out", "--companion", "old.logdata"]):
                 self.refuse(*command, code=BAD_INPUT, message="other: " + message)
 

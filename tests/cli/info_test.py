@@ -3,7 +3,7 @@
 import json
 import unittest
 
-from tool import BAD_INPUT, DONE, IO, PART_FAILED, WithShows, legacy_show, legacy_song
+from tool import BAD_INPUT, DONE, IO, PART_FAILED, WithShows, legacy_log, legacy_show, legacy_song
 
 
 class InfoTest(WithShows):
@@ -22,10 +22,35 @@ class InfoTest(WithShows):
         songs = [song, {**song, "songNumber": "10", "songName": "Ten"}]
         done = self.run_tool("info", "old.showdata", "new.showdata", "--json")
         self.assertEqual([json.loads(line) for line in done.stdout.splitlines()], [
-            {"schemaVersion": 1, "path": "old.showdata", "kind": "showdata", "fileVersion": "0.0", "showName": None, "songs": songs},
-            {"schemaVersion": 1, "path": "new.showdata", "kind": "showdata", "fileVersion": "1.2", "showName": "My Show",
-             "songs": songs},
+            {"schemaVersion": 1, "path": "old.showdata", "kind": "showdata", "fileVersion": "0.0", "encrypted": True, "showName": None, "songs": songs},
+            {"schemaVersion": 1, "path": "new.showdata", "kind": "showdata", "fileVersion": "1.2", "encrypted": True,
+             "showName": "My Show", "songs": songs},
         ])
+
+    def test_takes_plain_files(self):
+        self.run_tool("convert", "new.showdata", "-o", "text", "--to", "2.0")
+        for name, told in (("old.showdata", "show, version 0.0"), ("old.logdata", "log, version 0.0"),
+                           ("new.showdata", "show, version 1.2"), ("text", "show, version 2.0")):
+            plain = self.read(name) if name == "old.logdata" else self.plaintext(name)
+            self.write("plain", plain)
+            for path, options in (("plain", {}), ("-", {"stdin": plain})):
+                said = self.run_tool("info", path, **options).stdout.decode()
+                self.assertIn(f": {told}, not encrypted, ", said)
+                info = json.loads(self.run_tool("info", path, "--json", **options).stdout)
+                self.assertEqual((info["fileVersion"], info["encrypted"]), (told[-3:], False))
+                said = self.run_tool("check", path, **options).stdout.decode()
+                self.assertIn(f": {told}", said)
+
+    def test_tells_what_is_wrong_with_plain_files(self):
+        show = self.plaintext("new.showdata")
+        for content, code in ((show[:-9], "bad-content"), (self.plaintext("old.showdata")[:-9], "not-encrypted"),
+                              (b"just a text", "not-encrypted"), (b"MThd\0\0\0\6", "midi-file"),
+                              (b"\xef\xbb\xbf{}", "text-error"), (legacy_log()[:-1], "cut-off"),
+                              (self.run_tool("dump", "new.showdata").stdout, "plain-file")):
+            self.write("plain", content)
+            for command in ("info", "check"):
+                done = self.run_tool(command, "plain", "--json", code=BAD_INPUT)
+                self.assertEqual(json.loads(done.stdout)["error"]["code"], code, done.stdout)
 
     def test_goes_on_past_bad_files(self):
         self.write("bad", "no show")

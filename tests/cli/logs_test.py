@@ -275,8 +275,8 @@ new.log: log, version 1.2, "My Show", 2 songs, 6 edits
         ten = {"songNumber": "10", "songName": "Ten", "division": 480, "songLength": 1920, "attacca": 0, **none,
                "markers": 2, "caesuras": 1}
         two = {**ten, "songNumber": "2", "songName": "Two", **none, "vamps": 2, "tempoScales": 1}
-        log = {"schemaVersion": 1, "path": "new.log", "kind": "logdata", "fileVersion": "1.2", "showName": "My Show", "logLabel": "label",
-               "identifier": "00010203-0405-0607-0809-0a0b0c0d0e0f", "tagPair": [3, 4], "songLogs": [ten, two]}
+        log = {"schemaVersion": 1, "path": "new.log", "kind": "logdata", "fileVersion": "1.2", "encrypted": True,
+               "showName": "My Show", "logLabel": "label", "identifier": "00010203-0405-0607-0809-0a0b0c0d0e0f", "tagPair": [3, 4], "songLogs": [ten, two]}
         unknown = {"division": None, "attacca": None}
         legacy = {**log, "path": "old.log", "fileVersion": "0.0", "songLogs": [{**ten, **unknown}, {**two, **unknown}]}
         self.assertEqual(json.loads(self.run_tool("info", "--json", "new.log").stdout), log)
