@@ -1,9 +1,9 @@
 // zuna-convert check
-#include <algorithm>
-#include <array>
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 #include "cli/batch/companions.h"
@@ -103,13 +103,11 @@ Group GroupOf(const Findings& findings) {
   return findings.has_errors() ? kWithErrors : kWithWarnings;
 }
 
-/// Whether an error of this code may be one of a damaged file, of which rescue saves what is left.
+/// Whether an error of this code may be one of a damaged file, of which rescue saves what is left: what
+/// explain has about it names that command.
 bool MayRescueHelp(ErrorCode code) {
-  constexpr std::array kCodes = {ErrorCode::kCutOff,       ErrorCode::kBytesAfterEnd,
-                                 ErrorCode::kDamaged,      ErrorCode::kUnsupportedEnvelope,
-                                 ErrorCode::kNotEncrypted, ErrorCode::kBadContent,
-                                 ErrorCode::kTextError,    ErrorCode::kNotAShowOrLog};
-  return std::find(kCodes.begin(), kCodes.end(), code) != kCodes.end();
+  const auto& explanation = zuna_toolkit::ErrorExplanations()[static_cast<std::size_t>(code)];
+  return explanation.commands.find("zuna-convert rescue FILE -o OUT") != std::string_view::npos;
 }
 
 /// Reads the file. Where rescue may help, the error says that too.
