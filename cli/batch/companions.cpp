@@ -20,12 +20,21 @@ using zuna_toolkit::CompanionFit;
 using zuna_toolkit::Document;
 using zuna_toolkit::Input;
 
+/// Whether both are spellings of one path.
+bool IsSamePath(const std::string& one, const std::string& other) {
+  std::error_code error;
+  const std::filesystem::path first = std::filesystem::absolute(one, error);
+  const std::filesystem::path second = std::filesystem::absolute(other, error);
+  return first.lexically_normal() == second.lexically_normal();
+}
+
 /// Where the companion of `input` may be: the places in the order in which they are looked at.
 std::vector<std::string> PlacesOf(const Input& input, const CompanionOptions& options) {
   if (options.file) return {*options.file};
   std::vector<std::string> places;
   const auto add = [&](const std::string& path) {
-    if (const auto place = zuna_toolkit::OtherKindPath(path)) places.push_back(*place);
+    const auto place = zuna_toolkit::OtherKindPath(path);
+    if (place && (places.empty() || !IsSamePath(places.back(), *place))) places.push_back(*place);
   };
   if (!options.folder.empty()) add(kit::path::Join(options.folder, input.relative));
   add(input.path);

@@ -31,8 +31,8 @@ std::string PlacesText(bool is_log, const std::string& folder) {
   return ", and there is no " + name + " below " + folder + " or beside it";
 }
 
-}  // namespace
-
+/// ", but in/Opera.LOGDATA is": a file beside one of `paths`, which are not there, whose name looks alike.
+/// Empty where there is none. Several threads may call it at a time.
 std::string SimilarText(const std::vector<std::string>& paths) {
   static SimilarNames names;
   for (const std::string& path : paths) {
@@ -41,6 +41,8 @@ std::string SimilarText(const std::vector<std::string>& paths) {
   }
   return "";
 }
+
+}  // namespace
 
 Failure MissingCompanion(const Document& document, const std::vector<std::string>& paths,
                          const std::string& folder) {

@@ -9,10 +9,6 @@
 
 namespace zuna_cli {
 
-/// ", but in/Opera.LOGDATA is": a file beside one of `paths`, which are not there, whose name looks alike.
-/// Empty where there is none. Several threads may call it at a time.
-std::string SimilarText(const std::vector<std::string>& paths);
-
 /// The failure of `document`, which needs its companion: none of `paths` is there. `folder` is that of
 /// --companions; empty where it was not given. Its common problem tells where files were looked for.
 Failure MissingCompanion(const zuna_toolkit::Document& document, const std::vector<std::string>& paths,

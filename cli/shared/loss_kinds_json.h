@@ -12,8 +12,8 @@ namespace zuna_cli {
 /// Objects, separated by commas: {"code": "fermata-dropped", "count": 3, "harmless": false}
 std::string LossKindsJson(const std::vector<LossKind>& kinds);
 
-/// What LossKindsJson() wrote and a bracket ends. `is_up` says which way they are lost on. A code that this
-/// version does not know is passed over.
+/// The kinds in `json`, the text that LossKindsJson() wrote; reading stops at the first ']'. `is_up` says
+/// whether the conversion was up. A code that this version does not know is passed over.
 std::vector<LossKind> LossKindsOfJson(std::string_view json, bool is_up);
 
 }  // namespace zuna_cli

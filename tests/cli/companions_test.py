@@ -126,6 +126,13 @@ class CompanionTest(FolderTest):
                     message="in/opera.showdata: needs its log, which has the name of the show, and neither logs/opera.logdata nor "
                             "in/opera.logdata is there; give --companion or --companions, or --show-name NAME")
 
+    def test_names_a_place_once(self):
+        os.remove(self.path("in/opera.logdata"))
+        for folder in ("in", "./in", self.path("in")):
+            self.refuse("up", "in/opera.showdata", "--companions", folder, "-o", "out", code=IO,
+                        message="in/opera.showdata: needs its log, which has the name of the show, and "
+                                f"{folder}/opera.logdata is not there; give --companion or --companions, or --show-name NAME")
+
     def test_takes_companions_that_were_rescued_to_go_on(self):
         os.mkdir(self.path("rescued"))
         log = bytearray(self.read("in/opera.logdata"))
