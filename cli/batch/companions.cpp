@@ -11,6 +11,7 @@
 #include "cli/terminal/standard_streams.h"
 #include "kit/path.h"
 #include "toolkit/words.h"
+#include "zuna_sec/digest.h"
 
 namespace zuna_cli {
 
@@ -88,13 +89,18 @@ Failure AboutCompanion(const Failure& failure, const std::string& input) {
   return {failure.code(), failure.parts(), input + ": companion " + failure.what()};
 }
 
-zuna_toolkit::Companion ReadAt(const std::string& path, cmn::FileKind kind, const Keys& keys) {
+/// `bytes` are those of the file at `path`.
+zuna_toolkit::Companion ReadFrom(const std::vector<std::uint8_t>& bytes, const std::string& path,
+                                 cmn::FileKind kind, const Keys& keys) {
+  const std::string name = InputName(path);
   try {
-    zuna_toolkit::OpenedFile file = OpenInput(path, keys, zuna_toolkit::Accept::kEncryptedOrPlain).file;
+    zuna_toolkit::OpenedFile file =
+        DecryptInput(bytes, name, keys, zuna_toolkit::Accept::kEncryptedOrPlain).file;
     return zuna_toolkit::ReadCompanion(file, kind);
   } catch (const zuna_toolkit::Error& error) {
     try {
-      OpenInput(path, keys);  // What is no plain document either fails as it does where it is an input.
+      // What is no plain document either fails as it does where it is an input.
+      DecryptInput(bytes, name, keys);
     } catch (const zuna_toolkit::Error& own) {
       if (own.code() != ErrorCode::kPlainFile || error.code() == ErrorCode::kUnsupportedVersion) throw;
     }
@@ -104,7 +110,9 @@ zuna_toolkit::Companion ReadAt(const std::string& path, cmn::FileKind kind, cons
 
 FoundCompanion ReadAndCheck(const Document& document, const std::string& path,
                             const CompanionOptions& options, const Keys& keys) {
-  FoundCompanion found{ReadAt(path, document.type().kind, keys), path, {}};
+  const std::vector<std::uint8_t> bytes = ReadInput(path, zuna_toolkit::kMaxFileSize);
+  FoundCompanion found{
+      ReadFrom(bytes, path, document.type().kind, keys), path, zuna_sec::Sha256Text(bytes), {}};
   found.companion.division = options.division.value_or(0);
   const CompanionFit fit = zuna_toolkit::FitOf(document, found.companion);
   if (!fit.belongs && !options.any) {
@@ -177,7 +185,8 @@ Restoration RestorationOf(const Document& document, const Input& input, const Ke
   if (!path) return {true, ""};
   if (!IsFile(*path)) return {false, SimilarNote(document, *path)};
   try {
-    return {zuna_toolkit::FitOf(document, ReadAt(*path, document.type().kind, keys)).restores, ""};
+    const std::vector<std::uint8_t> bytes = ReadInput(*path, zuna_toolkit::kMaxFileSize);
+    return {zuna_toolkit::FitOf(document, ReadFrom(bytes, *path, document.type().kind, keys)).restores, ""};
   } catch (const std::bad_alloc&) {
     throw;
   } catch (const std::exception&) {

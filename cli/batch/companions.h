@@ -38,6 +38,7 @@ bool HasCompanion(const zuna_toolkit::Input& input, const CompanionOptions& opti
 struct FoundCompanion {
   zuna_toolkit::Companion companion;
   std::string path;                ///< of its file; empty where an option stands in for it
+  std::string digest;              ///< SHA-256 of its bytes; empty where `path` is
   std::vector<std::string> notes;  ///< how its songs differ
 };
 

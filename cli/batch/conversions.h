@@ -40,6 +40,7 @@ struct Converted {
   std::string text;                ///< what was done: "0.0 -> 1.2"
   std::vector<std::string> notes;  ///< what else there is to say
   std::string companion;           ///< the path of the companion that was read; may be empty
+  std::string companion_digest;    ///< SHA-256 of its bytes; may be empty
   bool is_restored = true;         ///< up brings back what a companion has
 };
 

@@ -49,6 +49,7 @@ Outcome Converter::operator()(const Job& job) const {
     outcome.status = Status::kFailed;
     outcome.input = job.input.path;
     if (!Exists(line.backup)) line.backup.clear();
+    line.companion_digest.clear();
     const std::string& at_fault = outcome.failure->parts().file;
     if (!at_fault.empty() && at_fault == CompanionOf(job)) line.companion = at_fault;
     if (HasReport()) outcome.report = ReportJson(line, outcome.status, &*outcome.failure);
@@ -99,6 +100,7 @@ Converter::Result Converter::Make(const Job& job, zuna_toolkit::OpenedFile&& fil
     bytes = Bytes();
     const Losses losses(*document, converted->document, converted->is_restored, HasReport());
     line.companion = converted->companion;
+    line.companion_digest = converted->companion_digest;
     line.notes = converted->notes;
     line.losses = losses.json();
     line.loss_kinds = LossKindsJson(losses.Kinds());
@@ -139,6 +141,7 @@ Outcome Converter::PassedAsFinished(const FinishedWork::Piece& piece, const Repo
 
 void Converter::TellEarlierLosses(const FinishedWork::Piece& piece, const std::string& name,
                                   Outcome& outcome) const {
+  if (!IsOfCommand(piece, conversion_.command)) return;
   outcome.losses = LossKindsOfJson(piece.loss_kinds, conversion_.is_up);
   if (is_one_of_many_) return;  // The totals tell them.
   for (const LossKind& kind : outcome.losses) {
@@ -153,18 +156,13 @@ const FinishedWork::Piece* Converter::Finished(const Job& job, bool exists, Repo
   const std::string digest = zuna_sec::Sha256Text(output->bytes());
   const std::string mark = FinishedMark(line, digest);
   const FinishedWork::Piece* piece = finished_.Find(mark);
-  if (piece == nullptr || !HasSameCompanion(*piece)) return nullptr;
+  if (piece == nullptr || !HasSameCompanion(*piece, CompanionOf(job))) return nullptr;
   line.finished = mark;
   line.written = WrittenMark(line.path, line.output, digest);
   return piece;
 }
 
 void Converter::AddMarks(const Bytes& bytes, ReportLine& line) const {
-  if (!line.companion.empty()) {
-    const auto companion_digest = DigestOfFile(line.companion);
-    if (!companion_digest) return;  // Whether it is as it was cannot be told later.
-    line.companion_digest = *companion_digest;
-  }
   const std::string digest = zuna_sec::Sha256Text(bytes);
   line.finished = FinishedMark(line, digest);
   line.written = WrittenMark(line.path, line.output, digest);

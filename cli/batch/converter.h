@@ -43,7 +43,7 @@ class Converter {
               std::vector<std::uint8_t> bytes, ReportLine& line) const;
   Outcome Passed(const std::string& name, const std::string& text, const ReportLine& line) const;
   Outcome PassedAsFinished(const FinishedWork::Piece& piece, const ReportLine& line) const;
-  /// Adds what an earlier run has lost, so that this one ends as a single run would.
+  /// Adds what an earlier run of the same command has lost, so that this one ends as a single run would.
   void TellEarlierLosses(const FinishedWork::Piece& piece, const std::string& name, Outcome& outcome) const;
   /// What the report has about this input where it is finished, and what was written then is there with the
   /// companion that was read; null where it is to be done.

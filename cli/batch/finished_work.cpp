@@ -45,14 +45,6 @@ std::string PathAt(std::string_view line, const std::string& key) {
   return text.starts_with('"') ? TextOfJson(text) : "";
 }
 
-/// The path of the input in a line, as PathJson() has written it.
-std::string_view PathIn(std::string_view line) {
-  const std::size_t begin = line.find("\"path\": ");
-  const std::size_t end = line.find(", \"digest\"");
-  if (begin == std::string_view::npos || end == std::string_view::npos || end < begin) return {};
-  return line.substr(begin, end - begin);
-}
-
 /// One spelling for all of a path: absolute, without "." and "..".
 std::string Whole(const std::string& path) {
   if (path.empty() || path == kStandardStream) return path;
@@ -65,6 +57,16 @@ std::string Digest(const std::vector<std::string>& parts) {
   std::string all;
   for (const std::string& part : parts) all += part + '\0';
   return zuna_sec::Sha256Text({reinterpret_cast<const std::uint8_t*>(all.data()), all.size()});
+}
+
+/// SHA-256 of the regular file at `path`; empty where there is none that can be read.
+std::string DigestOfFile(const std::string& path) {
+  try {
+    const auto content = kit::ReadRegularFile(path, zuna_toolkit::kMaxFileSize);
+    return content ? zuna_sec::Sha256Text(content->bytes()) : "";
+  } catch (const kit::RuntimeError&) {
+    return "";
+  }
 }
 
 }  // namespace
@@ -81,14 +83,15 @@ FinishedWork::FinishedWork(const std::string& path) {
 }
 
 void FinishedWork::Take(std::string_view line) {
-  const std::string path(PathIn(line));
+  const std::string path = Whole(PathAt(line, "path"));
   if (IsBegun(line)) {
     unfinished_[path] = line;
     return;
   }
   const std::string_view finished = DigestAt(line, kFinishedKey);
   if (finished.empty()) {
-    unfinished_[path] = line;
+    // An input that needs nothing may be the output of an earlier line, which tells more.
+    if (!IsCurrent(line)) unfinished_[path] = line;
     return;
   }
   unfinished_.erase(path);
@@ -102,8 +105,8 @@ void FinishedWork::Take(std::string_view line) {
 
 FinishedWork::Piece FinishedWork::PieceOf(std::string_view line) {
   const std::string_view kinds = ValueOf(line, kLossKindsKey);
-  return {PathAt(line, std::string(kCompanion)), std::string(DigestAt(line, kCompanionDigestKey)),
-          std::string(kinds.substr(0, kinds.find(']')))};
+  return {TextOfJson(ValueOf(line, kOptionsKey)), PathAt(line, std::string(kCompanion)),
+          std::string(DigestAt(line, kCompanionDigestKey)), std::string(kinds.substr(0, kinds.find(']')))};
 }
 
 const FinishedWork::Piece* FinishedWork::Find(const std::string& mark) const {
@@ -113,7 +116,7 @@ const FinishedWork::Piece* FinishedWork::Find(const std::string& mark) const {
 
 const std::string* FinishedWork::UnfinishedLine(const std::string& path) const {
   if (unfinished_.empty()) return nullptr;
-  const auto found = unfinished_.find(PathJson("path", path));
+  const auto found = unfinished_.find(Whole(path));
   return found == unfinished_.end() ? nullptr : &found->second;
 }
 
@@ -137,17 +140,15 @@ std::string FinishedMark(const ReportLine& line, const std::string& output_diges
   return Digest({line.options, Whole(line.path), line.digest, Whole(line.output), output_digest});
 }
 
-std::optional<std::string> DigestOfFile(const std::string& path) {
-  try {
-    const auto content = kit::ReadRegularFile(path, zuna_toolkit::kMaxFileSize);
-    return content ? zuna_sec::Sha256Text(content->bytes()) : "";
-  } catch (const kit::RuntimeError&) {
-    return std::nullopt;
-  }
+bool HasSameCompanion(const FinishedWork::Piece& piece, const std::string& path) {
+  if (piece.companion.empty()) return true;
+  if (piece.companion_digest.empty()) return false;
+  return DigestOfFile(piece.companion) == piece.companion_digest ||
+         (!path.empty() && DigestOfFile(path) == piece.companion_digest);
 }
 
-bool HasSameCompanion(const FinishedWork::Piece& piece) {
-  return piece.companion.empty() || DigestOfFile(piece.companion) == piece.companion_digest;
+bool IsOfCommand(const FinishedWork::Piece& piece, const std::string& command) {
+  return (piece.options + ' ').starts_with(command + ' ');
 }
 
 }  // namespace zuna_cli

@@ -4,7 +4,6 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,6 +18,7 @@ class FinishedWork {
  public:
   /// What the report tells of a piece besides its marks.
   struct Piece {
+    std::string options;           ///< the command, and what changes its result
     std::string companion;         ///< the path of the companion that was read; empty for none
     std::string companion_digest;  ///< SHA-256 of its bytes then
     std::string loss_kinds;        ///< for LossKindsOfJson()
@@ -50,7 +50,7 @@ class FinishedWork {
   const std::string* UnfinishedLine(const std::string& path) const;
 
   std::map<std::string, std::shared_ptr<const Piece>, std::less<>> marks_;
-  /// The last lines of inputs where they are not of finished work, by path as JSON.
+  /// The last lines of inputs where they are not of finished work, by absolute path.
   std::map<std::string, std::string, std::less<>> unfinished_;
 };
 
@@ -62,10 +62,11 @@ std::string WrittenMark(const std::string& path, const std::string& output, cons
 /// digest of the input. What is about companions is no part of it: that is for work that is left.
 std::string FinishedMark(const ReportLine& line, const std::string& output_digest);
 
-/// SHA-256 of the file at `path`; empty where there is no regular file. Nothing where it cannot be read.
-std::optional<std::string> DigestOfFile(const std::string& path);
+/// Whether the companion that a piece of work was done with is as it was. The report may have its path from
+/// another working folder, so it may be at `path` as well, where this run finds it; empty for nowhere.
+bool HasSameCompanion(const FinishedWork::Piece& piece, const std::string& path);
 
-/// Whether the companion that a piece of work was done with is as it was.
-bool HasSameCompanion(const FinishedWork::Piece& piece);
+/// Whether `piece` was made by `command`, with any further options.
+bool IsOfCommand(const FinishedWork::Piece& piece, const std::string& command);
 
 }  // namespace zuna_cli

@@ -79,8 +79,8 @@ off_t WholeSize(int file, off_t size) {
 std::string LineJson(const ReportLine& line, std::string_view status, const Failure* failure) {
   const int code = failure == nullptr ? 0 : static_cast<int>(failure->exit_code());
   std::string json = std::string(kBegin) + '"' + std::string(status) + "\", " + PathJson("path", line.path) +
-                     ", \"digest\": " + TextOrNull(line.digest) +
-                     ", \"options\": " + TextOrNull(line.options + line.companion_options) + ", " +
+                     ", \"digest\": " + TextOrNull(line.digest) + ", " + std::string(kOptionsKey) + ": " +
+                     TextOrNull(line.options + line.companion_options) + ", " +
                      PathJson(std::string(kCompanion), line.companion) + ", " +
                      std::string(kCompanionDigestKey) + ": " + TextOrNull(line.companion_digest) +
                      ", \"notes\": " + JsonStrings(line.notes) + ", " + PathJson("output", line.output) +
@@ -105,6 +105,8 @@ std::string ReportJson(const ReportLine& line, Status status, const Failure* fai
 std::string BegunJson(const ReportLine& line) { return LineJson(line, "begun", nullptr); }
 
 bool IsBegun(std::string_view line) { return line.starts_with(std::string(kBegin) + "\"begun\""); }
+
+bool IsCurrent(std::string_view line) { return HasStatus(line, Status::kCurrent); }
 
 bool IsSkipped(std::string_view line) { return HasStatus(line, Status::kSkipped); }
 

@@ -16,6 +16,8 @@ namespace zuna_cli {
 inline constexpr std::string_view kFinishedKey = "\"finished\"";
 /// The key of the mark by which its output is known again.
 inline constexpr std::string_view kWrittenKey = "\"written\"";
+/// The key of the command and what changes its result.
+inline constexpr std::string_view kOptionsKey = "\"options\"";
 /// The key of what was lost, by kind.
 inline constexpr std::string_view kLossKindsKey = "\"lossKinds\"";
 /// The key of the companion that was read, as PathJson() takes it.
@@ -50,6 +52,9 @@ std::string BegunJson(const ReportLine& line);
 
 /// Whether BegunJson() made `line`.
 bool IsBegun(std::string_view line);
+
+/// Whether `line` is of an input that had the version already.
+bool IsCurrent(std::string_view line);
 
 /// Whether `line` is of an input that was passed over.
 bool IsSkipped(std::string_view line);

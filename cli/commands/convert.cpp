@@ -18,6 +18,7 @@ std::optional<Converted> ConvertOne(const zuna_toolkit::Document& document, cons
   return Converted{zuna_toolkit::Convert(document, version),
                    cmn::VersionText(document.type().version) + " -> " + cmn::VersionText(version),
                    {},
+                   {},
                    {}};
 }
 

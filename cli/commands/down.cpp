@@ -13,11 +13,9 @@ std::optional<Converted> DownOne(const zuna_toolkit::Document& document, const z
                                  const Keys& keys) {
   if (document.type().is_legacy()) return std::nullopt;
   const Restoration restoration = RestorationOf(document, input, keys);
-  Converted converted{zuna_toolkit::Down(document),
-                      cmn::VersionText(document.type().version) + " -> 0.0",
-                      {},
-                      {},
-                      restoration.is_restored};
+  Converted converted{
+      zuna_toolkit::Down(document), cmn::VersionText(document.type().version) + " -> 0.0", {}, {}, {},
+      restoration.is_restored};
   if (!restoration.note.empty()) converted.notes.push_back(restoration.note);
   return converted;
 }

@@ -37,7 +37,7 @@ Converted UpLegacy(const Document& legacy, const Input& input, const cmn::FileVe
   FoundCompanion found = FindCompanion(legacy, input, companions, keys);
   return {zuna_toolkit::Up(legacy, found.companion, version),
           VersionsText(legacy, version) + TakenText(found, legacy.type().is_log()), std::move(found.notes),
-          std::move(found.path)};
+          std::move(found.path), std::move(found.digest)};
 }
 
 std::optional<Converted> UpOne(const Document& document, const Input& input, const cmn::FileVersion& version,
@@ -45,7 +45,7 @@ std::optional<Converted> UpOne(const Document& document, const Input& input, con
   RequireTarget(document, version);
   if (document.type().is_legacy()) return UpLegacy(document, input, version, companions, keys);
   if (document.type().version == version) return std::nullopt;
-  return Converted{zuna_toolkit::Convert(document, version), VersionsText(document, version), {}, {}};
+  return Converted{zuna_toolkit::Convert(document, version), VersionsText(document, version), {}, {}, {}};
 }
 
 /// Whether one file was named, and not a folder or a list.

@@ -1,5 +1,6 @@
 """Conversions that go on after a report: what is done again, and what is told of work that is finished."""
 
+import hashlib
 import json
 import os
 import re
@@ -59,6 +60,30 @@ class CompanionOptionsTest(FolderTest):
         self.encrypt("log", legacy_log(legacy_song_log("2", "Two"), show_name="Other"))
         os.rename(self.path("log"), log)
         self.assertEqual(self.said(*self.RUN)[-1], "4 files: 2 done, 2 skipped, 0 failed")
+
+
+    def test_knows_companions_from_another_folder(self):
+        self.run_tool(*self.RUN)
+        run = ("up", "../in", "-r", "--out-dir", "../out", "--report", "../report", "--resume")
+        folder = self.path("elsewhere")
+        os.mkdir(folder)
+        done = subprocess.run([TOOL, *run], cwd=folder, env=self.environment, stderr=subprocess.PIPE, check=True)
+        self.assertIn(self.PASSED, done.stderr.decode())
+
+    def test_digests_the_companion_that_was_read(self):
+        run = ("up", "in/opera.showdata", "-o", "out", "--report", "report")
+        log = self.read("in/opera.logdata")
+        os.remove(self.path("in/opera.logdata"))
+        self.run_tool(*run, "--companion", "-", stdin=log)
+        line = json.loads(self.read("report"))
+        self.assertEqual((line["companion"], line["companionDigest"]), ("-", hashlib.sha256(log).hexdigest()))
+        self.run_tool(*run, "--resume", "--companion", "-", stdin=log)  # replaces what it has written
+        self.assertEqual([json.loads(line)["status"] for line in self.read("report").splitlines()], ["done", "done"])
+
+    def test_has_no_digest_of_a_companion_where_the_file_failed(self):
+        self.encrypt("in/opera.showdata", legacy_show(legacy_song("2", "Two", labels=((0, "Prologue"),))))
+        self.run_tool("up", "in/opera.showdata", "-o", "out", "--report", "report", "--fail-on", "loss", code=REFUSED)
+        self.assertIsNone(json.loads(self.read("report"))["companionDigest"])
 
 
 class EarlierLossesTest(FolderTest):
@@ -127,6 +152,34 @@ class EarlierLossesTest(FolderTest):
         begun = [line for line in self.read("report").splitlines(keepends=True) if b'"begun"' in line]
         self.write("report", b"".join(begun))  # as if it were killed before the other lines
         self.assertEqual(self.said(*run)[-3:], ["4 files: 0 done, 4 already current (3 with losses), 0 failed", *whole[-2:]])
+
+    def test_does_not_tell_what_another_command_lost(self):
+        self.run_tool("up", "odd", "--in-place", "--show-name", "X", "--report", "report")
+        lines = self.read("report").splitlines(keepends=True)
+        run = ("convert", "odd", "--in-place", "--to", "1.2", "--report", "report", "--resume")
+        said = [f"odd/{name}.showdata: is of version 1.2 already" for name in "abcd"] + [
+            "4 files: 0 done, 4 already current, 0 failed"]
+        self.assertEqual(self.said(*run), said)
+        self.assertEqual(self.read("report").splitlines(keepends=True), lines)
+        self.write("report", b"".join(line for line in lines if b'"begun"' in line))
+        self.assertEqual(self.said(*run), said)
+        self.assertEqual({json.loads(line)["options"] for line in self.read("report").splitlines()},
+                         {"up --to 1.2 --show-name X"})
+
+    def test_tells_what_was_lost_in_place_under_another_spelling(self):
+        run = ("--in-place", "--show-name", "X", "--report", "report", "--resume")
+        whole = self.said("up", "odd", *run)
+        begun = [line for line in self.read("report").splitlines(keepends=True) if b'"begun"' in line]
+        self.write("report", b"".join(begun))  # as if it were killed before the other lines
+        self.assertEqual(self.said("up", "./odd", *run)[-3:], [
+            "4 files: 0 done, 4 already current (3 with losses), 0 failed", *whole[-2:]])
+
+    def test_tells_what_was_lost_in_place_after_a_run_that_does_not_resume(self):
+        run = ("up", "odd", "--in-place", "--show-name", "X", "--report", "report")
+        whole = self.said(*run)
+        self.run_tool(*run)  # finds all of them current
+        self.assertEqual(self.said(*run, "--resume")[-3:], [
+            "4 files: 0 done, 4 already current (3 with losses), 0 failed", *whole[-2:]])
 
     def test_tells_the_losses_of_the_way_down(self):
         self.run_tool("up", "in", "--out-dir", "new")
