@@ -7,6 +7,7 @@
 
 #include "toolkit/comparison/internal/compare_models.h"
 #include "toolkit/comparison/internal/event_runs.h"
+#include "toolkit/comparison/internal/legacy_songs.h"
 #include "toolkit/comparison/internal/song_differences.h"
 #include "toolkit/comparison/internal/timeline_entries.h"
 #include "toolkit/smf/file.h"

@@ -128,20 +128,20 @@ void TakeOtherPitches(Notes& before, Notes& after, std::vector<NotePair>& transp
   });
 }
 
-void TakeSameStarts(Notes& before, Notes& after, std::vector<NotePair>& changed) {
+void TakeSameStarts(Notes& before, Notes& after, std::vector<NotePair>& transposed) {
   std::vector<bool> taken_before(before.size());
   std::vector<bool> taken_after(after.size());
   for (std::size_t i = 0, j = 0; i < before.size() && j < after.size();) {
-    const std::size_t end = EndOfChord(before, i);
-    const std::size_t after_end = EndOfChord(after, j);
     if (StartsBefore(before[i], after[j])) {
-      i = end;
+      ++i;
     } else if (StartsBefore(after[j], before[i])) {
-      j = after_end;
+      ++j;
     } else {
+      const std::size_t end = EndOfChord(before, i);
+      const std::size_t after_end = EndOfChord(after, j);
       const bool as_many = end - i == after_end - j;
       for (; as_many && i < end; ++i, ++j) {
-        changed.push_back({before[i], after[j]});
+        transposed.push_back({before[i], after[j]});
         taken_before[i] = taken_after[j] = true;
       }
       i = end;

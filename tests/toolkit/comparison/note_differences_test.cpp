@@ -287,6 +287,11 @@ TEST(NoteDifferences, GrowWithTheVoiceAndNotWithItsSquare) {
   constexpr std::size_t kNotes = 200'000;  // its square would take minutes
   const std::map<std::string, std::size_t> counts = Counts(Melody(kNotes), Scattered(kNotes, 11));
   EXPECT_GT(counts.at("note-moved"), kNotes * 9 / 10);
+  // All at one time, after those of many times.
+  const std::vector<TestNote> chord(kNotes, {static_cast<std::uint32_t>(2 * kNotes * kBeat), 90});
+  EXPECT_EQ(Counts(Melody(kNotes), chord),
+            (std::map<std::string, std::size_t>{
+                {"note-dropped", kNotes}, {"note-added", kNotes}, {"voice-rewritten", 1}}));
 }
 
 }  // namespace

@@ -9,7 +9,6 @@
 
 #include "format_converter/version0/records/event_object.h"
 #include "toolkit/comparison/internal/song_differences.h"
-#include "toolkit/words.h"
 
 namespace zuna_toolkit {
 
@@ -57,18 +56,6 @@ void AddEventRuns(std::uint8_t track, const std::vector<version0::EventObject>& 
     difference.after = std::to_string(values.after);
     differences.Add(std::move(difference));
   }
-}
-
-/// Adds the difference that the tracks of these ids, or the voices of these numbers, stand in another order.
-template <typename BeforeIds, typename AfterIds>
-void AddVoiceOrder(const BeforeIds& before, const AfterIds& after, const SongDifferences& differences) {
-  Difference difference;
-  difference.subject = Subject::kVoice;
-  difference.action = Action::kReordered;
-  difference.place.list = "voices";
-  for (const std::uint8_t id : before) AppendListed(difference.before, std::to_string(id));
-  for (const std::uint8_t id : after) AppendListed(difference.after, std::to_string(id));
-  differences.Add(std::move(difference));
 }
 
 }  // namespace zuna_toolkit

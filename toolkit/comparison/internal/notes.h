@@ -64,7 +64,7 @@ struct NotePair {
 
 /// How the notes of two voices differ.
 struct NoteComparison {
-  std::vector<NotePair> moved;       ///< have another start, perhaps another length or velocity too
+  std::vector<NotePair> moved;       ///< have another start, perhaps other values or another pitch too
   std::vector<NotePair> changed;     ///< have the same pitch and start
   std::vector<NotePair> transposed;  ///< have the same start and another pitch, perhaps other values too
   std::vector<NotePair> dropped;
@@ -100,7 +100,7 @@ void TakeOtherPitches(std::vector<Note>& before, std::vector<Note>& after, std::
 
 /// Takes out of both lists, which are in the order of time, channel and pitch, the notes of each start and
 /// channel at which both have as many.
-void TakeSameStarts(std::vector<Note>& before, std::vector<Note>& after, std::vector<NotePair>& changed);
+void TakeSameStarts(std::vector<Note>& before, std::vector<Note>& after, std::vector<NotePair>& transposed);
 
 /// Takes the ends out of two sorted lists that moved as a whole: where time was inserted or cut out, the rest
 /// of the voice moves. Perhaps it is transposed by one interval, or louder, at the same time.
@@ -119,10 +119,10 @@ inline void RemoveTaken(std::vector<Note>& notes, const std::vector<bool>& taken
   notes.resize(kept);
 }
 
-/// The notes that only one of two voices has, each list in the order of time. Runs that are transposed come
-/// first, then notes of one pitch and start. Of the others, either those of one start are paired before those
-/// that moved, or after them, whichever takes fewer words. What moved is a longest common subsequence of the
-/// pitches. Both voices in the place of each other give the same pairs. Time is O(n log n), memory is linear.
+/// The notes that only one of two voices has, each list in the order of time. An end that moved as a whole
+/// comes first, then runs that are transposed, then notes of one pitch and start. Of the others, either those
+/// of one start are paired before those that moved, or after them, whichever takes fewer lines. Both voices
+/// in the place of each other give the same pairs. Time is O(n log n), memory is linear.
 NoteComparison CompareNotes(std::vector<Note> before, std::vector<Note> after);
 
 }  // namespace zuna_toolkit
