@@ -30,6 +30,12 @@ ZUNA_API std::shared_ptr<SongLog> ReadSongLog(std::string_view file, std::size_t
                                               cmn::FileVersion version);
 ///@}
 
+/// Reads the song log at `offset` up to the first byte that cannot be read, where `offset` is then: the lists
+/// of edits before it, and the edits before it of a list that is damaged. A song log that is whole is the one
+/// that ReadSongLog() gives. Throws std::invalid_argument for a version that is not binary.
+ZUNA_API std::shared_ptr<SongLog> ReadBeginningOfSongLog(std::string_view file, std::size_t& offset,
+                                                         cmn::FileVersion version);
+
 /// Hands out the fields of the binary log file `file`, in its order and without gaps. Ends before the first
 /// field that cannot be read, and after the header of a version that is not binary; a file without a header
 /// has none. No checksum is compared. A text begins with its length, a list with the field that counts it.

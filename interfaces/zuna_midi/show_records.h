@@ -30,6 +30,13 @@ ZUNA_API std::shared_ptr<SongData> ReadSong(std::string_view file, std::size_t& 
                                             cmn::FileVersion version);
 ///@}
 
+/// Reads the song at `offset` up to the first byte that cannot be read, where `offset` is then: the lists
+/// and voices before it, and the messages of a voice that is damaged. What has not been read is empty or 0. A
+/// song that is whole is the one that ReadSong() gives. Throws std::invalid_argument for a version that is
+/// not binary.
+ZUNA_API std::shared_ptr<SongData> ReadBeginningOfSong(std::string_view file, std::size_t& offset,
+                                                       cmn::FileVersion version);
+
 /// Hands out the fields of the binary show file `file`, in its order and without gaps. Ends before the first
 /// field that cannot be read, and after the header of a version that is not binary; a file without a header
 /// has none. No checksum is compared. A text begins with its length, a list with the field that counts it.

@@ -60,7 +60,7 @@ class BinarySalvage {
       if (song && IsSong(at, *song) && end <= next) {
         Keep(song, at, end, "its end does not meet the next song");
       } else {
-        Lose(at, next);
+        TakeBeginning(at, next);
       }
       at = next;
     }
@@ -153,8 +153,20 @@ class BinarySalvage {
     songs_.push_back(song);
   }
 
-  void Lose(std::size_t begin, std::size_t end) {
+  /// Takes what is before the damage of a song that cannot be read to its end. What has no song's number and
+  /// name is none.
+  void TakeBeginning(std::size_t begin, std::size_t end) {
     if (!MayBegin(begin)) return;
+    std::size_t stop = begin;
+    const auto song = Kind::ReadBeginning(bytes_.substr(0, end), stop, version_);
+    if (Kind::HoldsSomething(*song)) {
+      Keep(song, begin, stop, "what follows in it cannot be read");
+    } else {
+      Lose(begin, end);
+    }
+  }
+
+  void Lose(std::size_t begin, std::size_t end) {
     std::size_t at = begin;
     const std::string number(*TypedText(bytes_, at, compact_, kLongestTypedNumber));
     const std::string name(*TypedText(bytes_, at, compact_, kLongestName));

@@ -6,7 +6,9 @@
 #include <cstdint>
 #include <string_view>
 
+#include "cmn/data_error.h"
 #include "platform/core/file/binary_field_reader.h"
+#include "platform/core/file/partial_field_reader.h"
 
 namespace zuna_core {
 
@@ -50,6 +52,19 @@ void ReadRecordAt(std::string_view file, std::size_t& offset, cmn::FileVersion v
   ReadAt(file, offset, version, [&](ByteReader& in, auto layout) {
     BinaryFieldReader<layout()> fields(in);
     VisitFields(fields, record);
+  });
+}
+
+/// Reads what is before the damage of the record at `offset`; all of it where there is none.
+template <typename Record>
+void ReadBeginningAt(std::string_view file, std::size_t& offset, cmn::FileVersion version, Record& record) {
+  ReadAt(file, offset, version, [&](ByteReader& in, auto layout) {
+    PartialFieldReader<layout()> fields(in);
+    try {
+      VisitFields(fields, record);
+    } catch (const cmn::DataError&) {
+      return;  // `in` stands where reading stopped
+    }
   });
 }
 

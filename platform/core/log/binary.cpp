@@ -49,6 +49,13 @@ std::shared_ptr<SongLog> ReadSongLog(std::string_view file, std::size_t& offset,
   return song;
 }
 
+std::shared_ptr<SongLog> ReadBeginningOfSongLog(std::string_view file, std::size_t& offset,
+                                                cmn::FileVersion version) {
+  auto song = zuna_core::ChildRecords<ChangeLog>::New();
+  zuna_core::ReadBeginningAt(file, offset, version, *song);
+  return song;
+}
+
 void ListFields(std::string_view file, const cmn::TakeField& take) {
   zuna_core::PlaceFields<ChangeLog>(cmn::FileKind::kLog, file, take);
 }

@@ -3,6 +3,8 @@
 
 #include "platform/core/show/file.h"
 
+#include <algorithm>
+
 #include "platform/core/file/binary_field_reader.h"
 #include "platform/core/file/binary_field_writer.h"
 #include "platform/core/file/field_lister.h"
@@ -119,6 +121,27 @@ struct BinaryMessages<Messages> {
     }
   }
 
+  /// How many of `messages` stand before the first one that is no channel message of MIDI.
+  static std::size_t CountBeforeOthers(const Messages& messages) {
+    const auto is_other = [](const Messages::value_type& entry) {
+      const std_midi::VoiceMessage& message = entry.second;
+      return message.status < 0x80 || message.status > 0xEF || message.data1 > 0x7F || message.data2 > 0x7F;
+    };
+    return static_cast<std::size_t>(std::find_if(messages.begin(), messages.end(), is_other) -
+                                    messages.begin());
+  }
+
+  /// Where the first `count` messages end that were taken from `next` on.
+  static const char* EndOf(const char* next, const char* end, Layout layout, std::size_t count) {
+    if (layout == Layout::kFixed) return next + count * kFixedMessageSize;
+    for (; count > 0; --count) {
+      std::uint64_t step = 0;
+      GetVarint(next, end, step);
+      next += (step & 1) != 0 ? 2 : 1 + 2;
+    }
+    return next;
+  }
+
   /// Places `messages`, which were taken from the beginning of `bytes`.
   static void Place(cmn::FieldPlacer& placer, Layout layout, std::string_view key, std::string_view bytes,
                     const Messages& messages) {
@@ -171,6 +194,13 @@ ShowHead ReadShowHead(std::string_view file, std::size_t& offset, cmn::FileVersi
 std::shared_ptr<SongData> ReadSong(std::string_view file, std::size_t& offset, cmn::FileVersion version) {
   auto song = zuna_core::ChildRecords<ShowData>::New();
   zuna_core::ReadRecordAt(file, offset, version, *song);
+  return song;
+}
+
+std::shared_ptr<SongData> ReadBeginningOfSong(std::string_view file, std::size_t& offset,
+                                              cmn::FileVersion version) {
+  auto song = zuna_core::ChildRecords<ShowData>::New();
+  zuna_core::ReadBeginningAt(file, offset, version, *song);
   return song;
 }
 

@@ -231,6 +231,19 @@ void AddRecords(Calls& calls) {
     head.show.AddSongData(zuna_midi::ReadSong(bytes, offset, kBinary));
     return Text(head.show) + T(offset);
   });
+  calls.Add("ReadBeginningOfSong", [bytes = WrittenAt(zuna_test::SampleShow(), kBinary)] {
+    std::size_t offset = kHeader;
+    zuna_midi::ShowHead head = zuna_midi::ReadShowHead(bytes, offset, kBinary);
+    const auto song = zuna_midi::ReadBeginningOfSong(bytes.substr(0, bytes.size() - 12), offset, kBinary);
+    head.show.AddSongData(song);
+    return Text(head.show) + T(offset);
+  });
+  calls.Add("ReadBeginningOfSongLog", [bytes = WrittenAt(zuna_test::SampleLog(), kBinary)] {
+    std::size_t offset = kHeader;
+    CL::LogHead head = CL::ReadLogHead(bytes, offset, kBinary);
+    head.log.AddSongLog(CL::ReadBeginningOfSongLog(bytes.substr(0, bytes.size() - 12), offset, kBinary));
+    return Text(head.log) + T(offset);
+  });
   calls.Add("ReadSongLog", [bytes = WrittenAt(zuna_test::SampleLog(), kBinary)] {
     std::size_t offset = kHeader;
     CL::LogHead head = CL::ReadLogHead(bytes, offset, kBinary);

@@ -232,6 +232,33 @@ TEST(RescueOfCurrentSongs, FindsTheSongsBehindZeros) {
   }
 }
 
+TEST(RescueOfCurrentSongs, SavesTheBeginningOfASongThatIsCut) {
+  for (const cmn::FileVersion version : {cmn::FileVersion{1, 0}, {1, 1}, {1, 2}}) {
+    const std::string bytes = zuna_test::WrittenAt(zuna_test::SampleShow(), version);
+    const std::size_t size = bytes.find("\xC1\x05");  // the status of the third message
+    const Rescued rescued = zuna_test::RescuedOf(bytes.substr(0, size));
+    ASSERT_EQ(rescued.report.songs.size(), 1U);
+    EXPECT_EQ(rescued.report.songs[0].state, SongState::kPartly);
+    EXPECT_EQ(rescued.report.songs[0].remarks, Texts{"what follows in it cannot be read"});
+    EXPECT_FALSE(rescued.report.songs[0].vouched);
+    const std::size_t time = version == cmn::FileVersion{1, 2} ? 1 : 4;
+    EXPECT_EQ(rescued.report.unread, (std::vector<zuna_toolkit::ByteRange>{{size - time, size}}));
+    const auto& song = *rescued.document.As<zuna_midi::ShowData>()->songs().at("2b");
+    EXPECT_EQ(song.timeline->bars_beats.size(), 2U);
+    EXPECT_EQ(song.voice_data->tracks().at(1)->messages.size(), 2U);
+  }
+}
+
+TEST(RescueOfCurrentSongs, SavesTheBeginningOfASongLogThatIsCut) {
+  for (const cmn::FileVersion version : {cmn::FileVersion{1, 1}, {1, 2}}) {
+    const std::string bytes = zuna_test::WrittenAt(zuna_test::SampleLog(), version);
+    const Rescued rescued = zuna_test::RescuedOf(bytes.substr(0, bytes.find("til cue") + 3));
+    ASSERT_EQ(rescued.report.songs.size(), 1U);
+    EXPECT_EQ(rescued.report.songs[0].state, SongState::kPartly);
+    EXPECT_EQ(rescued.document.As<CL::ChangeLog>()->song_logs().at("2b")->vamps->events.size(), 1U);
+  }
+}
+
 TEST(RescueOfCurrentSongs, MakesNoSongOfZeros) {
   ShowFile file;
   const std::size_t begin = file.ends.at("103");

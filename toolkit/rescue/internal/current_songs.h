@@ -32,6 +32,10 @@ struct CurrentShows {
                                         cmn::FileVersion version) {
     return zuna_midi::ReadSong(file, offset, version);
   }
+  static std::shared_ptr<Song> ReadBeginning(std::string_view file, std::size_t& offset,
+                                             cmn::FileVersion version) {
+    return zuna_midi::ReadBeginningOfSong(file, offset, version);
+  }
   /// Whether it has a message.
   static bool HoldsSomething(const Song& song) {
     const auto& voices = song.voice_data->tracks();
@@ -58,6 +62,10 @@ struct CurrentLogs {
   static std::shared_ptr<Song> ReadSong(std::string_view file, std::size_t& offset,
                                         cmn::FileVersion version) {
     return CL::ReadSongLog(file, offset, version);
+  }
+  static std::shared_ptr<Song> ReadBeginning(std::string_view file, std::size_t& offset,
+                                             cmn::FileVersion version) {
+    return CL::ReadBeginningOfSongLog(file, offset, version);
   }
   /// Whether it has an edit.
   static bool HoldsSomething(const Song& song) {

@@ -59,12 +59,99 @@ TEST_P(Records, ThatAreCutOff) {
   }
 }
 
+/// How many entries of lists and messages there are.
+std::size_t EntriesOf(const zuna_midi::SongData& song) {
+  const TL::Timeline& timeline = *song.timeline;
+  std::size_t count = timeline.tempos.size() + timeline.bars_beats.size() + timeline.keys.size() +
+                      timeline.page_numbers.size() + timeline.meters.size();
+  for (const auto& [number, voice] : song.voice_data->tracks()) count += voice->messages.size();
+  return count;
+}
+std::size_t EntriesOf(const CL::SongLog& song) {
+  const auto count = [](const auto&... lists) { return (lists->events.size() + ...); };
+  return count(song.vamps, song.repeats, song.cuts, song.transposes, song.tempo_scales, song.markers,
+               song.clicks, song.fermatas, song.caesuras);
+}
+
+/// Every cut between `begin` and `end` gives as many entries as a shorter one or more, and all of them at
+/// last.
+template <typename ReadBeginning>
+void ExpectMoreAndMore(const std::string& bytes, std::size_t begin, std::size_t end, ReadBeginning read) {
+  std::size_t entries = 0;
+  for (std::size_t size = begin; size <= end; ++size) {
+    std::size_t stop = begin;
+    const std::size_t found = EntriesOf(*read(std::string_view(bytes).substr(0, size), stop));
+    EXPECT_LE(stop, size);
+    EXPECT_GE(found, entries) << size;
+    EXPECT_LE(found, entries + 1) << size;
+    entries = found;
+  }
+  std::size_t stop = begin;
+  EXPECT_EQ(entries, EntriesOf(*read(bytes, stop)));
+  EXPECT_EQ(stop, end);
+  EXPECT_GT(entries, 0U);
+}
+
+TEST_P(Records, AreReadUpToACut) {
+  const std::string bytes = zuna_test::WrittenAt(zuna_test::SampleShow(), GetParam());
+  std::size_t song = kHeader;
+  zuna_midi::ReadShowHead(bytes, song, GetParam());
+  ExpectMoreAndMore(bytes, song, bytes.size() - ChecksumSize(),
+                    [](std::string_view file, std::size_t& offset) {
+                      return zuna_midi::ReadBeginningOfSong(file, offset, GetParam());
+                    });
+}
+
+TEST_P(Records, OfALogAreReadUpToACut) {
+  if (GetParam() == cmn::FileVersion{1, 0}) return;  // which has no logs
+  const std::string bytes = zuna_test::WrittenAt(zuna_test::SampleLog(), GetParam());
+  std::size_t song = kHeader;
+  CL::ReadLogHead(bytes, song, GetParam());
+  ExpectMoreAndMore(bytes, song, bytes.size() - ChecksumSize(),
+                    [](std::string_view file, std::size_t& offset) {
+                      return CL::ReadBeginningOfSongLog(file, offset, GetParam());
+                    });
+}
+
+TEST_P(Records, AreReadUpToAMessageThatIsNoneOfMidi) {
+  std::string bytes = zuna_test::WrittenAt(zuna_test::SampleShow(), GetParam());
+  const std::size_t last = bytes.find("\xC1\x05");  // the status of the third message
+  bytes[last + 1] = '\x85';
+  for (const std::size_t size :
+       {bytes.size(), last + 2}) {  // with what follows, and cut inside of the message
+    std::size_t offset = kHeader;
+    zuna_midi::ReadShowHead(bytes, offset, GetParam());
+    const auto song = zuna_midi::ReadBeginningOfSong(bytes.substr(0, size), offset, GetParam());
+    EXPECT_EQ(song->voice_data->tracks().at(1)->messages.size(), 2U);
+    const std::size_t time = GetParam() == cmn::FileVersion{1, 2} ? 1 : 4;
+    EXPECT_EQ(offset, last - time);
+  }
+}
+
+TEST_P(Records, AreReadUpToASecondVoiceOfANumber) {
+  zuna_midi::ShowData show = zuna_test::SampleShow();
+  const auto second = std::make_shared<zuna_midi::VoiceTrack>();
+  second->track_number = 2;
+  second->name = "Second";
+  show.songs().begin()->second->voice_data->AddTrack(second);
+  std::string bytes = zuna_test::WrittenAt(show, GetParam());
+  const std::size_t before_name = GetParam() == cmn::FileVersion{1, 2} ? 1 + 1 : 2 + 4;
+  bytes[bytes.find("Second") - before_name] = '\1';
+  std::size_t offset = kHeader;
+  zuna_midi::ReadShowHead(bytes, offset, GetParam());
+  const auto song = zuna_midi::ReadBeginningOfSong(bytes, offset, GetParam());
+  ASSERT_EQ(song->voice_data->tracks().size(), 1U);
+  EXPECT_EQ(song->voice_data->tracks().at(1)->name, "Piano");
+}
+
 TEST(RecordsOfATextForm, AreNotRead) {
   std::size_t offset = 0;
   EXPECT_THROW(zuna_midi::ReadShowHead("{}", offset, kText), std::invalid_argument);
   EXPECT_THROW(zuna_midi::ReadSong("{}", offset, kText), std::invalid_argument);
   EXPECT_THROW(CL::ReadLogHead("{}", offset, kText), std::invalid_argument);
   EXPECT_THROW(CL::ReadSongLog("{}", offset, kText), std::invalid_argument);
+  EXPECT_THROW(zuna_midi::ReadBeginningOfSong("{}", offset, kText), std::invalid_argument);
+  EXPECT_THROW(CL::ReadBeginningOfSongLog("{}", offset, kText), std::invalid_argument);
 }
 
 /// The number of bytes in the fields of a file, which have to follow one another.
