@@ -116,9 +116,10 @@ Document ReadToCheck(const std::string& path, const Keys& keys) {
     return ReadEncryptedOrPlain(path, keys).document;
   } catch (const zuna_toolkit::Error& error) {
     if (!MayRescueHelp(error.code())) throw;
+    const std::string or_rescue = ", or save what is left of a damaged file with rescue";
     zuna_toolkit::ErrorParts parts = error.parts();
-    parts.remedy += ", or save what is left of a damaged file with rescue";
-    throw zuna_toolkit::Error(error.code(), std::move(parts));
+    parts.remedy += or_rescue;
+    throw zuna_toolkit::Error(error.code(), std::move(parts), error.what() + or_rescue);
   }
 }
 

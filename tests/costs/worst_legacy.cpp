@@ -41,11 +41,11 @@ void AddSharedTracks(Song& song) {
   for (unsigned i = 1; i < kMost; ++i) song.tracks.emplace_back(std::uint8_t{1}, "\x01");
 }
 
-/// No event stands where its delta time says.
+/// No event stands where its delta time says, and each has another one and another channel than the last.
 void AddEvents(Song& song) {
   for (unsigned i = 0; i < 20'000; ++i) {
-    const auto status = static_cast<unsigned char>(0x90 + i % 2);
-    song.events[1].emplace_back(i % 2, 0, status, 0, 0, 1);
+    const auto status = static_cast<unsigned char>(0x92 + i % 2);
+    song.events[1].emplace_back(1 + i % 2, 0, status, 0, 0, 1);
   }
 }
 

@@ -39,7 +39,7 @@ void TakeLogTexts(LogHead& head, std::string_view bytes, std::size_t first_song)
   const std::string_view show_name = in.Text();
   const std::uint32_t tags = in.Number(4);
   const bool meets_song = in.ok() && (in.at() == first_song || BeginsSongLog(bytes, in.at()));
-  if (meets_song || (in.ok() && !label.empty() && !show_name.empty())) {
+  if (meets_song || (in.ok() && IsNumber(label) && IsNumber(show_name))) {
     TakeText(head.log.log_label, label, kLabel, head.missing);
     TakeText(head.log.show_name, show_name, kShowName, head.missing);
     if (tags == 0 && show_name.ends_with('\0')) head.missing.emplace_back(kTagPair);
