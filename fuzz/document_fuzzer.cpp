@@ -42,10 +42,10 @@ void CallEveryReader(const std::string& bytes) {
 }
 
 void CheckTexts(const fuzz::Document& document, std::size_t size) {
-  fuzz::RequireShort(fuzz::Bounded("info", size, [&] { return zuna_cli::InfoText(document); }), size);
-  fuzz::RequireShort(
-      fuzz::Bounded("info as JSON", size, [&] { return zuna_cli::InfoJson(document, document.name()); }),
-      size);
+  fuzz::RequireShort(fuzz::Bounded("info", size, [&] { return zuna_cli::InfoText(document, true); }), size);
+  fuzz::RequireShort(fuzz::Bounded("info as JSON", size,
+                                   [&] { return zuna_cli::InfoJson(document, document.name(), true); }),
+                     size);
   fuzz::RequireShort(zuna_cli::CountsText(document), size);
 }
 
