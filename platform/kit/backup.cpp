@@ -8,13 +8,13 @@
 #include <atomic>
 #include <cerrno>
 #include <charconv>
-#include <filesystem>
 #include <map>
 #include <mutex>
 #include <string>
 
 #include "kit/error.h"
 #include "kit/file.h"
+#include "kit/path.h"
 #include "platform/kit/internal/system_calls.h"
 #include "platform/kit/internal/target.h"
 
@@ -61,26 +61,24 @@ void AddBackup(const std::string& name, Newest& newest) {
 }
 
 /// The backups in `folder`; none where it cannot be listed.
-Newest BackupsIn(const std::filesystem::path& folder) {
+Newest BackupsIn(const std::string& folder) try {
   Newest newest;
-  std::error_code error;
-  std::filesystem::directory_iterator entry(folder.empty() ? "." : folder, error);
-  for (const std::filesystem::directory_iterator end; !error && entry != end; entry.increment(error)) {
-    AddBackup(entry->path().filename().string(), newest);
-  }
+  for (const std::string& name : listdir(folder)) AddBackup(name, newest);
   return newest;
+} catch (const IoError&) {
+  return {};
 }
 
 /// The highest number of the backups of `path`. A folder is listed once in a process: otherwise a run that
 /// replaces all files of a folder would list it for each of them.
-std::atomic<unsigned>& NewestOf(const std::filesystem::path& path) {
+std::atomic<unsigned>& NewestOf(const std::string& path) {
   static std::mutex mutex;
-  static std::map<std::filesystem::path, Newest> folders;
-  const std::filesystem::path folder = path.parent_path();
+  static std::map<std::string, Newest> folders;
+  const std::string folder = FolderOf(path);
   const std::lock_guard lock(mutex);
   auto known = folders.find(folder);
   if (known == folders.end()) known = folders.emplace(folder, BackupsIn(folder)).first;
-  return known->second[path.filename().string()];
+  return known->second[path.substr(path.rfind('/') + 1)];
 }
 
 /// Whether `name` is a second name or a copy of the file at `path` now. False where another file has it.
