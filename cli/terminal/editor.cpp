@@ -1,13 +1,14 @@
 // Runs the user's editor on a private file.
 #include "cli/terminal/editor.h"
 
+#include <ftw.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <span>
 #include <system_error>
 
@@ -51,6 +52,16 @@ std::string NewPrivateFolder() {
                          "check that TMPDIR names a folder to write in", reason);
 }
 
+int RemoveEntry(const char* path, const struct stat*, int, struct FTW*) { return ::remove(path); }
+
+/// Removes a folder with `file` in it, and what editors have left beside the file. The file goes first, which
+/// takes no memory. Not by std::filesystem::remove_all(), which ends the process where it lacks memory.
+void RemoveFolder(const std::string& folder, const std::string& file) {
+  constexpr int kMostOpen = 16;
+  ::unlink(file.c_str());
+  if (::rmdir(folder.c_str()) != 0) ::nftw(folder.c_str(), RemoveEntry, kMostOpen, FTW_DEPTH | FTW_PHYS);
+}
+
 }  // namespace
 
 EditedText::EditedText(std::string_view text, const std::string& name)
@@ -65,9 +76,7 @@ EditedText::EditedText(std::string_view text, const std::string& name)
 }
 
 EditedText::~EditedText() {
-  if (is_kept_) return;
-  std::error_code ignored;
-  std::filesystem::remove_all(folder_, ignored);  // editors leave files of their own beside it
+  if (!is_kept_) RemoveFolder(folder_, path_);
 }
 
 void EditedText::OpenInEditor() const {

@@ -52,7 +52,7 @@ FOREIGN = {
     "zlib.h": "platform/core",
 }
 ANY_FOREIGN = ("tests", "tests/conformance", "benchmarks", "fuzz")
-SYSTEM = ("dirent.h", "fcntl.h", "locale.h", "poll.h", "pthread.h", "signal.h", "sys", "unistd.h", "xlocale.h")
+SYSTEM = ("dirent.h", "fcntl.h", "ftw.h", "locale.h", "poll.h", "pthread.h", "signal.h", "sys", "unistd.h", "xlocale.h")
 STANDARD_ONLY = ("interfaces", "format_converter")
 
 MOST_LINES = 250
