@@ -114,18 +114,22 @@ TEST_P(Records, OfALogAreReadUpToACut) {
 }
 
 TEST_P(Records, AreReadUpToAMessageThatIsNoneOfMidi) {
-  std::string bytes = zuna_test::WrittenAt(zuna_test::SampleShow(), GetParam());
+  const std::string bytes = zuna_test::WrittenAt(zuna_test::SampleShow(), GetParam());
   const std::size_t last = bytes.find("\xC1\x05");  // the status of the third message
-  bytes[last + 1] = '\x85';
-  for (const std::size_t size :
-       {bytes.size(), last + 2}) {  // with what follows, and cut inside of the message
+  const std::size_t begin = last - (GetParam() == cmn::FileVersion{1, 2} ? 1 : 4);
+  const auto expect_two = [&](const std::string& damaged) {
     std::size_t offset = kHeader;
-    zuna_midi::ReadShowHead(bytes, offset, GetParam());
-    const auto song = zuna_midi::ReadBeginningOfSong(bytes.substr(0, size), offset, GetParam());
+    zuna_midi::ReadShowHead(damaged, offset, GetParam());
+    const auto song = zuna_midi::ReadBeginningOfSong(damaged, offset, GetParam());
     EXPECT_EQ(song->voice_data->tracks().at(1)->messages.size(), 2U);
-    const std::size_t time = GetParam() == cmn::FileVersion{1, 2} ? 1 : 4;
-    EXPECT_EQ(offset, last - time);
+    EXPECT_EQ(offset, begin);
+  };
+  for (const auto& [at, byte] : {std::pair{0, '\x05'}, {0, '\xF1'}, {1, '\x80'}, {2, '\x80'}}) {
+    std::string damaged = bytes;
+    damaged[last + static_cast<std::size_t>(at)] = byte;
+    expect_two(damaged);
   }
+  expect_two(bytes.substr(0, last + 2));  // cut inside of the message
 }
 
 TEST_P(Records, AreReadUpToASecondVoiceOfANumber) {
