@@ -10,6 +10,7 @@
 #include "tests/costs/worst_inputs.h"
 #include "tests/support/cost_bounds.h"
 #include "tests/support/heap_peak.h"
+#include "tests/support/sanitized.h"
 #include "toolkit/error.h"
 #include "toolkit/rescue/rescue.h"
 
@@ -35,7 +36,10 @@ void ExpectCheap(const std::string& name, const std::string& plaintext) {
 }
 
 TEST(CostsOfRescue, OfTheWorstFiles) {
+  constexpr std::size_t kStep = zuna_test::kSanitized ? 6 : 1;  // all of them would take minutes there
+  std::size_t i = 0;
   for (const auto& [name, bytes] : zuna_test::WorstFiles()) {
+    if (i++ % kStep != 0) continue;
     ExpectCheap(name + ", cut", bytes.substr(0, bytes.size() - 1));
     std::string damaged = bytes;
     damaged[damaged.size() / 2] = static_cast<char>(damaged[damaged.size() / 2] ^ 0x55);
