@@ -12,11 +12,10 @@ namespace zuna_toolkit {
 namespace {
 
 bool IsMessage(const std_midi::VoiceMessage& message) {
-  constexpr std::uint8_t kFirstStatus = 0x80;
-  constexpr std::uint8_t kFirstNoData = 0x80;
-  if (message.status < kFirstStatus || message.status >= smf::kSysexStatus) return false;
+  constexpr std::uint8_t kStatusBit = 0x80;  // which no data byte has
+  if (message.status < kStatusBit || message.status >= smf::kSysexStatus) return false;
   const bool has_second = smf::DataBytes(message.status) == 2;
-  return message.data1 < kFirstNoData && (!has_second || message.data2 < kFirstNoData);
+  return message.data1 < kStatusBit && (!has_second || message.data2 < kStatusBit);
 }
 
 std::vector<std::string> RemarksOn(const zuna_midi::SongData& song) {

@@ -36,9 +36,9 @@ std::vector<std::string> RemarksOf(const zuna_sec::DamagedEnvelope& opened, std:
 
 /// The mark that every encrypted file begins with, as one that is made here has it.
 std::string Magic() {
-  constexpr std::size_t kMagicSize = 8;
+  constexpr std::size_t kEnvelopeMagicSize = 8;
   zuna_sec::TwoFishCipherStream empty(std::string(), {}, {});
-  return std::string(AsText(empty.GetEncryptedBytes()).substr(0, kMagicSize));
+  return std::string(AsText(empty.GetEncryptedBytes()).substr(0, kEnvelopeMagicSize));
 }
 
 /// Where an encrypted file begins after the first byte; none where none does.
