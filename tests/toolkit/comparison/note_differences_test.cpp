@@ -230,7 +230,7 @@ TEST(NoteDifferences, OfANoteThatIsTransposedAndLouderAreOneChange) {
   EXPECT_THAT(Compared({{0, 60}, {480, 61}}, {{0, 60}, {480, 66, 110, 120}}),
               ElementsAre("note-changed at 480: C#4 (61) velocity 100 length 240 -> "
                           "F#4 (66) velocity 110 length 120"));
-  // Of a chord that has more notes than before, nobody knows which one became which.
+  // Where a chord has more notes than before, it cannot be told which note became which.
   EXPECT_EQ(Counts({{480, 60}, {960, 70}}, {{480, 62, 110}, {480, 64, 110}, {960, 70}}),
             (std::map<std::string, std::size_t>{{"note-added", 2}, {"note-dropped", 1}}));
 }
