@@ -90,29 +90,18 @@ Failure AboutCompanion(const Failure& failure, const std::string& input) {
 }
 
 /// `bytes` are those of the file at `path`.
-zuna_toolkit::Companion ReadFrom(const std::vector<std::uint8_t>& bytes, const std::string& path,
-                                 cmn::FileKind kind, const Keys& keys) {
-  const std::string name = InputName(path);
-  try {
-    zuna_toolkit::OpenedFile file =
-        DecryptInput(bytes, name, keys, zuna_toolkit::Accept::kEncryptedOrPlain).file;
+zuna_toolkit::Companion CompanionIn(const std::vector<std::uint8_t>& bytes, const std::string& path,
+                                    cmn::FileKind kind, const Keys& keys) {
+  return ReadEncryptedOrPlain(bytes, InputName(path), keys, [kind](zuna_toolkit::OpenedFile& file) {
     return zuna_toolkit::ReadCompanion(file, kind);
-  } catch (const zuna_toolkit::Error& error) {
-    try {
-      // What is no plain document either fails as it does where it is an input.
-      DecryptInput(bytes, name, keys);
-    } catch (const zuna_toolkit::Error& own) {
-      if (own.code() != ErrorCode::kPlainFile || error.code() == ErrorCode::kUnsupportedVersion) throw;
-    }
-    throw;
-  }
+  });
 }
 
 FoundCompanion ReadAndCheck(const Document& document, const std::string& path,
                             const CompanionOptions& options, const Keys& keys) {
   const std::vector<std::uint8_t> bytes = ReadInput(path, zuna_toolkit::kMaxFileSize);
   FoundCompanion found{
-      ReadFrom(bytes, path, document.type().kind, keys), path, zuna_sec::Sha256Text(bytes), {}};
+      CompanionIn(bytes, path, document.type().kind, keys), path, zuna_sec::Sha256Text(bytes), {}};
   found.companion.division = options.division.value_or(0);
   const CompanionFit fit = zuna_toolkit::FitOf(document, found.companion);
   if (!fit.belongs && !options.any) {
@@ -186,7 +175,8 @@ Restoration RestorationOf(const Document& document, const Input& input, const Ke
   if (!IsFile(*path)) return {false, SimilarNote(document, *path)};
   try {
     const std::vector<std::uint8_t> bytes = ReadInput(*path, zuna_toolkit::kMaxFileSize);
-    return {zuna_toolkit::FitOf(document, ReadFrom(bytes, *path, document.type().kind, keys)).restores, ""};
+    return {zuna_toolkit::FitOf(document, CompanionIn(bytes, *path, document.type().kind, keys)).restores,
+            ""};
   } catch (const std::bad_alloc&) {
     throw;
   } catch (const std::exception&) {

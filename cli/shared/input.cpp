@@ -5,7 +5,6 @@
 
 #include "cli/terminal/standard_streams.h"
 #include "kit/file.h"
-#include "toolkit/error.h"
 
 namespace zuna_cli {
 
@@ -38,20 +37,20 @@ OpenedInput OpenInput(const std::string& path, const Keys& keys, zuna_toolkit::A
   return DecryptInput(ReadInput(path, zuna_toolkit::kMaxFileSize), InputName(path), keys, accept);
 }
 
-ReadInputDocument ReadEncryptedOrPlain(const std::string& path, const Keys& keys) {
-  const std::string name = InputName(path);
-  const auto bytes = ReadInput(path, zuna_toolkit::kMaxFileSize);
+zuna_toolkit::Error ErrorOfInput(const zuna_toolkit::Error& error, const std::vector<std::uint8_t>& bytes,
+                                 const std::string& name, const Keys& keys) {
   try {
-    OpenedFile file = DecryptInput(bytes, name, keys, zuna_toolkit::Accept::kEncryptedOrPlain).file;
-    return {zuna_toolkit::ReadDocument(file), zuna_toolkit::IsEncrypted(bytes)};
-  } catch (const zuna_toolkit::Error& error) {
-    try {
-      DecryptInput(bytes, name, keys);
-    } catch (const zuna_toolkit::Error& own) {
-      if (own.code() != ErrorCode::kPlainFile || error.code() == ErrorCode::kUnsupportedVersion) throw;
-    }
-    throw;
+    DecryptInput(bytes, name, keys);
+  } catch (const zuna_toolkit::Error& own) {
+    if (own.code() != ErrorCode::kPlainFile || error.code() == ErrorCode::kUnsupportedVersion) return own;
   }
+  return error;
+}
+
+ReadInputDocument ReadEncryptedOrPlain(const std::string& path, const Keys& keys) {
+  const auto bytes = ReadInput(path, zuna_toolkit::kMaxFileSize);
+  const auto read = [](OpenedFile& file) { return zuna_toolkit::ReadDocument(file); };
+  return {ReadEncryptedOrPlain(bytes, InputName(path), keys, read), zuna_toolkit::IsEncrypted(bytes)};
 }
 
 }  // namespace zuna_cli

@@ -8,6 +8,7 @@
 
 #include "cli/shared/keys.h"
 #include "toolkit/document/open.h"
+#include "toolkit/error.h"
 #include "zuna_sec/cipher_key.h"
 
 namespace zuna_cli {
@@ -32,14 +33,32 @@ OpenedInput DecryptInput(const std::vector<std::uint8_t>& bytes, const std::stri
 OpenedInput OpenInput(const std::string& path, const Keys& keys,
                       zuna_toolkit::Accept accept = zuna_toolkit::Accept::kEncrypted);
 
+/// The error of the file `bytes`, which failed with `error` when it was taken as encrypted or plain. What is
+/// no plain show or log either fails as it does where only encrypted files are accepted.
+zuna_toolkit::Error ErrorOfInput(const zuna_toolkit::Error& error, const std::vector<std::uint8_t>& bytes,
+                                 const std::string& name, const Keys& keys);
+
+/// What `read` returns of the file `bytes`, encrypted or plain, which messages call `name`. Throws what
+/// DecryptInput() and `read` throw, as ErrorOfInput() tells it.
+template <typename Read>
+auto ReadEncryptedOrPlain(const std::vector<std::uint8_t>& bytes, const std::string& name, const Keys& keys,
+                          Read read) {
+  try {
+    zuna_toolkit::OpenedFile file =
+        DecryptInput(bytes, name, keys, zuna_toolkit::Accept::kEncryptedOrPlain).file;
+    return read(file);
+  } catch (const zuna_toolkit::Error& error) {
+    throw ErrorOfInput(error, bytes, name, keys);
+  }
+}
+
 /// A show or log of an input that may be plain.
 struct ReadInputDocument {
   zuna_toolkit::Document document;
   bool is_encrypted;
 };
 
-/// Reads the show or log at `path`, encrypted or plain. Throws what OpenInput() and ReadDocument() throw;
-/// what is no plain show or log either fails as it does where only encrypted files are accepted.
+/// Reads the show or log at `path`. Throws kit::IoError, and what the other function throws.
 ReadInputDocument ReadEncryptedOrPlain(const std::string& path, const Keys& keys);
 
 }  // namespace zuna_cli
