@@ -1,5 +1,6 @@
 // Keys with good and bad envelopes.
 
+#include <array>
 #include <iostream>
 
 #include "fuzz/seeds/seeds.h"
@@ -29,6 +30,19 @@ ByteVector Input(const ByteVector& envelope, const Secrets& secrets) {
   }
   return input;
 }
+
+/// An envelope of suite 1, which is not written any more: no plaintext, under the empty key and IV.
+constexpr std::array<std::uint8_t, 72> kEmptyOfSuite1{
+    0x89, 0x5A, 0x53, 0x43, 0x0D, 0x0A, 0x1A, 0x0A,  // magic
+    1,    1,    0,    0,    0,    0,    0,    0,     // envelope version, suite, zeros
+    0,    0,    0,    0,    0,    0,    0,    0,     // length of the plaintext
+    0x77, 0x08, 0xA0, 0xF8, 0x3F, 0xB0, 0xAC, 0xED,  // key check
+    0x5F, 0x33, 0xCD, 0x08, 0x86, 0xC8, 0x11, 0xB0,  //
+    0x53, 0xA5, 0x14, 0x8C, 0xF7, 0xD1, 0x83, 0xCC,  //
+    0xEE, 0xD7, 0xB8, 0x75, 0x02, 0x96, 0xF8, 0x1B,  //
+    0xEA, 0x60, 0x22, 0x5D, 0xC1, 0xD4, 0x91, 0xCA,  // tag
+    0x9A, 0x93, 0xE6, 0xD4, 0x55, 0x40, 0x91, 0x7A,  //
+};
 
 ByteVector Changed(ByteVector bytes, std::size_t offset, std::uint8_t value) {
   bytes[offset] = value;
@@ -63,5 +77,7 @@ void fuzz::WriteSeeds(const SeedFolder& folder) {
   folder.Write("bad-truncated", Input(Resized(good, good.size() - 1), usual));
   folder.Write("bad-trailing-byte", Input(Resized(good, good.size() + 1), usual));
   folder.Write("unsupported-version", Input(Changed(good, 8, 2), usual));
-  folder.Write("unsupported-suite", Input(Changed(good, 9, 2), usual));
+  folder.Write("unsupported-suite", Input(Changed(good, 9, 3), usual));
+  folder.Write("bad-other-suite", Input(Changed(good, 9, 1), usual));
+  folder.Write("good-suite-1", Input({kEmptyOfSuite1.begin(), kEmptyOfSuite1.end()}, none));
 }

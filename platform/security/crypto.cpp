@@ -1,4 +1,4 @@
-// HMAC-SHA-256 (RFC 2104), HKDF (RFC 5869) and Twofish-256 in SIV mode (RFC 5297), by libgcrypt;
+// HMAC-SHA-256 (RFC 2104), HKDF (RFC 5869) and Twofish-256 in CTR and SIV mode (RFC 5297), by libgcrypt;
 // docs/envelope.md.
 
 #include "platform/security/crypto.h"
@@ -66,8 +66,6 @@ gcry_buffer_t Piece(Bytes bytes) {
   piece.data = const_cast<std::uint8_t*>(bytes.data());  // libgcrypt only reads it
   return piece;
 }
-
-void Copy(Bytes from, MutableBytes to) { std::copy(from.begin(), from.end(), to.begin()); }
 
 void XorAll(std::span<std::uint8_t, kSha256BlockSize> block, std::uint8_t value) {
   for (std::uint8_t& byte : block) byte = static_cast<std::uint8_t>(byte ^ value);
@@ -143,17 +141,16 @@ void HkdfExpand(Bytes prk, Bytes info, Bytes more_info, MutableBytes okm) {
   }
 }
 
-void SivEncrypt(SivKey key, Bytes associated, Bytes plaintext, MutableBytes ciphertext,
-                std::span<std::uint8_t, kSivTagSize> tag) {
-  const Twofish siv(GCRY_CIPHER_MODE_SIV, key);
-  CheckGcrypt(gcry_cipher_authenticate(siv.handle(), NeverNull(associated), associated.size()));
-  CheckGcrypt(gcry_cipher_encrypt(siv.handle(), NeverNull(ciphertext), ciphertext.size(),
-                                  NeverNull(plaintext), plaintext.size()));
-  CheckGcrypt(gcry_cipher_gettag(siv.handle(), tag.data(), tag.size()));
+void TwofishCtr(std::span<const std::uint8_t, kTwofishKeySize> key,
+                std::span<const std::uint8_t, kTwofishBlockSize> counter, Bytes from, MutableBytes to) {
+  const Twofish ctr(GCRY_CIPHER_MODE_CTR, key);
+  CheckGcrypt(gcry_cipher_setctr(ctr.handle(), counter.data(), counter.size()));
+  CheckGcrypt(gcry_cipher_encrypt(ctr.handle(), NeverNull(to), to.size(), NeverNull(from), from.size()));
 }
 
-bool SivDecrypt(SivKey key, Bytes associated, std::span<const std::uint8_t, kSivTagSize> tag,
-                Bytes ciphertext, MutableBytes plaintext) {
+bool TwofishSivDecrypt(std::span<const std::uint8_t, 2 * kTwofishKeySize> key, Bytes associated,
+                       std::span<const std::uint8_t, kTwofishBlockSize> tag, Bytes ciphertext,
+                       MutableBytes plaintext) {
   const Twofish siv(GCRY_CIPHER_MODE_SIV, key);
   CheckGcrypt(
       gcry_cipher_set_decryption_tag(siv.handle(), const_cast<std::uint8_t*>(tag.data()), tag.size()));
@@ -166,19 +163,6 @@ bool SivDecrypt(SivKey key, Bytes associated, std::span<const std::uint8_t, kSiv
   if (gcry_err_code(error) == GPG_ERR_CHECKSUM) return false;
   CheckGcrypt(error);
   return true;
-}
-
-// RFC 5297, section 2.6: CTR mode under the second half of the key, from the tag without two of its bits.
-void SivDecryptUnchecked(SivKey key, std::span<const std::uint8_t, kSivTagSize> tag, Bytes ciphertext,
-                         MutableBytes plaintext) {
-  std::array<std::uint8_t, kSivTagSize> counter{};
-  Copy(tag, counter);
-  counter[8] &= 0x7f;
-  counter[12] &= 0x7f;
-  const Twofish ctr(GCRY_CIPHER_MODE_CTR, key.last<kSivKeySize / 2>());
-  CheckGcrypt(gcry_cipher_setctr(ctr.handle(), counter.data(), counter.size()));
-  CheckGcrypt(gcry_cipher_decrypt(ctr.handle(), NeverNull(plaintext), plaintext.size(), NeverNull(ciphertext),
-                                  ciphertext.size()));
 }
 
 }  // namespace zuna_security

@@ -33,25 +33,21 @@ void HkdfExtract(Bytes salt, Bytes key, std::span<std::uint8_t, kSha256Size> prk
 /// 255 * 32 bytes.
 void HkdfExpand(Bytes prk, Bytes info, Bytes more_info, MutableBytes okm);
 
-inline constexpr std::size_t kSivKeySize = 32 + 32;  // CMAC key, CTR key
-inline constexpr std::size_t kSivTagSize = 16;
+inline constexpr std::size_t kTwofishKeySize = 32;
+inline constexpr std::size_t kTwofishBlockSize = 16;
 
-using SivKey = std::span<const std::uint8_t, kSivKeySize>;
+/// Encrypts or decrypts, which is the same, with Twofish-256 in CTR mode (NIST SP 800-38A, section 6.5).
+/// `counter` is the first counter, a number of 128 bits, highest byte first, which wraps around. `to` has the
+/// size of `from` and may be the same memory. Throws GcryptFailure.
+void TwofishCtr(std::span<const std::uint8_t, kTwofishKeySize> key,
+                std::span<const std::uint8_t, kTwofishBlockSize> counter, Bytes from, MutableBytes to);
 
-/// Encrypts with Twofish-256 in SIV mode (RFC 5297, one string of associated data). `ciphertext` has the size
-/// of `plaintext` and may be the same memory. Throws GcryptFailure.
-void SivEncrypt(SivKey key, Bytes associated, Bytes plaintext, MutableBytes ciphertext,
-                std::span<std::uint8_t, kSivTagSize> tag);
-
-/// Decrypts what SivEncrypt() encrypted. Returns false and wipes `plaintext` where the tag is not that of
-/// these bytes under this key. `plaintext` has the size of `ciphertext` and may be the same memory. Throws
+/// Decrypts what was encrypted with Twofish-256 in SIV mode (RFC 5297, one string of associated data; `key`
+/// is the key of CMAC, then that of CTR mode). Returns false and wipes `plaintext` where the tag is not that
+/// of these bytes under this key. `plaintext` has the size of `ciphertext` and may be the same memory. Throws
 /// GcryptFailure.
-bool SivDecrypt(SivKey key, Bytes associated, std::span<const std::uint8_t, kSivTagSize> tag,
-                Bytes ciphertext, MutableBytes plaintext);
-
-/// The same without looking at the tag, which only begins the key stream: what was changed stays changed,
-/// and nothing is wiped. Throws GcryptFailure.
-void SivDecryptUnchecked(SivKey key, std::span<const std::uint8_t, kSivTagSize> tag, Bytes ciphertext,
-                         MutableBytes plaintext);
+bool TwofishSivDecrypt(std::span<const std::uint8_t, 2 * kTwofishKeySize> key, Bytes associated,
+                       std::span<const std::uint8_t, kTwofishBlockSize> tag, Bytes ciphertext,
+                       MutableBytes plaintext);
 
 }  // namespace zuna_security

@@ -46,13 +46,22 @@ void NoteDamage(const Field& field, Bytes bytes, const Header& header, DamagedEn
   opened.damaged_fields.push_back(field.name);
 }
 
-void RequireKey(Bytes bytes, const zuna_security::EnvelopeKeys& keys) {
+/// Whether these are the keys of an envelope, as far as its key check is undamaged.
+bool Agree(const zuna_security::EnvelopeKeys& keys, Bytes bytes) {
   const Bytes right = keys.key_check.bytes();
   std::ptrdiff_t equal = 0;
   for (std::size_t i = 0; i < right.size(); ++i) {
     equal += static_cast<std::ptrdiff_t>(right[i] == bytes[zuna_security::kKeyCheckOffset + i]);
   }
-  if (equal >= kBytesThatTell) return;
+  return equal >= kBytesThatTell;
+}
+
+/// Derives the keys of an envelope. The key check tells its suite too, whose number may be damaged.
+void DeriveKeysOf(Bytes bytes, const CipherKey& key, zuna_security::EnvelopeKeys& keys) {
+  for (const zuna_security::Suite suite : zuna_security::kSuites) {
+    zuna_security::DeriveKeys({key.key, key.iv}, suite, keys);
+    if (Agree(keys, bytes)) return;
+  }
   zuna_security::CheckKind(bytes, kDamagedData);
   zuna_security::ThrowWrongKey(kDamagedData);
 }
@@ -61,12 +70,12 @@ void RequireKey(Bytes bytes, const zuna_security::EnvelopeKeys& keys) {
 bool OpenAuthentic(Bytes bytes, std::size_t size, const zuna_security::EnvelopeKeys& keys,
                    DamagedEnvelope& opened) {
   Header header{};
-  zuna_security::WriteAssociated(size, keys.key_check.bytes(), header);
+  zuna_security::WriteAssociated(keys, size, header);
   const Bytes tag = bytes.subspan(zuna_security::kTagOffset);
   opened.plaintext.resize(size);
   opened.authentic =
-      zuna_security::SivDecrypt(keys.siv.bytes(), header, tag.first<zuna_security::kSivTagSize>(),
-                                bytes.subspan(zuna_security::kEnvelopeHeaderSize, size), opened.plaintext);
+      zuna_security::Decrypt(keys, header, tag.first<zuna_security::kTagSize>(),
+                             bytes.subspan(zuna_security::kEnvelopeHeaderSize, size), opened.plaintext);
   return opened.authentic;
 }
 
@@ -83,8 +92,8 @@ void Decrypt(Bytes bytes, const zuna_security::EnvelopeKeys& keys, DamagedEnvelo
     return;
   }
   const Bytes tag = bytes.subspan(zuna_security::kTagOffset);
-  zuna_security::SivDecryptUnchecked(keys.siv.bytes(), tag.first<zuna_security::kSivTagSize>(),
-                                     bytes.subspan(zuna_security::kEnvelopeHeaderSize), opened.plaintext);
+  zuna_security::DecryptUnchecked(keys, tag.first<zuna_security::kTagSize>(),
+                                  bytes.subspan(zuna_security::kEnvelopeHeaderSize), opened.plaintext);
 }
 
 }  // namespace
@@ -94,13 +103,12 @@ DamagedEnvelope OpenDamaged(Bytes bytes, const CipherKey& key) try {
   if (bytes.size() < zuna_security::kEnvelopeHeaderSize) zuna_security::ParseEnvelope(bytes, kDamagedData);
   zuna_security::CheckPlaintextSize(bytes.size() - zuna_security::kEnvelopeHeaderSize, kDamagedData);
   zuna_security::EnvelopeKeys keys;
-  zuna_security::DeriveKeys({key.key, key.iv}, keys);
-  RequireKey(bytes, keys);
+  DeriveKeysOf(bytes, key, keys);
 
   DamagedEnvelope opened;
   opened.stated_size = zuna_security::StatedLength(bytes);
   Header header{};
-  zuna_security::WriteAssociated(opened.stated_size, keys.key_check.bytes(), header);
+  zuna_security::WriteAssociated(keys, opened.stated_size, header);
   for (const Field& field : kFieldsBeforeLength) NoteDamage(field, bytes, header, opened);
   NoteDamage(kKeyCheckField, bytes, header, opened);
   try {

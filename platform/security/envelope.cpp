@@ -18,9 +18,6 @@ namespace {
 // The first byte is not text. The line ends reveal a transfer that changes line ends; kChangedMagics.
 constexpr std::array<std::uint8_t, 8> kMagic{0x89, 'Z', 'S', 'C', '\r', '\n', 0x1a, '\n'};
 constexpr std::uint8_t kVersion = 1;
-constexpr std::uint8_t kSuite = 1;  // HKDF-SHA-256, Twofish-256 in SIV mode
-
-constexpr std::string_view kLabel = "zuna-sec v1";  // of the key derivation
 
 static_assert(kMagic.size() == kVersionOffset);
 
@@ -73,6 +70,8 @@ void CheckMagic(Bytes bytes, const std::string& name) {
   }
 }
 
+Suite SuiteOf(Bytes envelope) { return static_cast<Suite>(envelope[kSuiteOffset]); }
+
 /// Another version may continue differently.
 void CheckVersion(Bytes bytes, const std::string& name) {
   if (bytes.size() > kVersionOffset && bytes[kVersionOffset] != kVersion) {
@@ -81,9 +80,12 @@ void CheckVersion(Bytes bytes, const std::string& name) {
         kit::format("envelope version %d is not supported, only 1 is (offset 8)", int{bytes[kVersionOffset]}),
         "use a newer release");
   }
-  if (bytes.size() > kSuiteOffset && bytes[kSuiteOffset] != kSuite) {
+  if (bytes.size() > kSuiteOffset &&
+      std::find(kSuites.begin(), kSuites.end(), SuiteOf(bytes)) == kSuites.end()) {
     throw zuna_sec::UnsupportedEnvelopeError(
-        name, kit::format("cipher suite %d is not supported, only 1 is (offset 9)", int{bytes[kSuiteOffset]}),
+        name,
+        kit::format("cipher suite %d is not supported, only 1 and 2 are (offset 9)",
+                    int{bytes[kSuiteOffset]}),
         "use a newer release");
   }
   for (std::size_t i = kZeroOffset; i < std::min(bytes.size(), kLengthOffset); ++i) {
@@ -118,28 +120,6 @@ void CheckLength(Bytes bytes, const std::string& name) {
 
 }  // namespace
 
-void DeriveKeys(Bytes key, Bytes iv, std::uint8_t suite, EnvelopeKeys& keys) {
-  const Bytes label(reinterpret_cast<const std::uint8_t*>(kLabel.data()), kLabel.size());
-  std::vector<std::uint8_t> info(label.begin(), label.end());
-  info.push_back(suite);
-  for (unsigned shift = 0; shift < 64; shift += 8) {  // the length of the IV in 8 bytes, lowest first
-    info.push_back(static_cast<std::uint8_t>(static_cast<std::uint64_t>(iv.size()) >> shift));
-  }
-
-  Secret<kSha256Size> prk;
-  HkdfExtract(label, key, prk.bytes());
-  Secret<kSivKeySize + kKeyCheckSize> okm;
-  HkdfExpand(prk.bytes(), info, iv, okm.bytes());
-  const std::span<const std::uint8_t, kSivKeySize> siv = okm.bytes().first<kSivKeySize>();
-  const std::span<const std::uint8_t, kKeyCheckSize> key_check = okm.bytes().last<kKeyCheckSize>();
-  std::copy(siv.begin(), siv.end(), keys.siv.bytes().begin());
-  std::copy(key_check.begin(), key_check.end(), keys.key_check.bytes().begin());
-}
-
-void DeriveKeys(const KeyAndIv& secrets, EnvelopeKeys& keys) {
-  DeriveKeys(secrets.key, secrets.iv, kSuite, keys);
-}
-
 std::uint64_t StatedLength(Bytes envelope) {
   std::uint64_t length = 0;
   for (std::size_t i = kKeyCheckOffset; i > kLengthOffset; --i) length = length << 8 | envelope[i - 1];
@@ -155,8 +135,8 @@ Envelope ParseEnvelope(Bytes bytes, const std::string& name) {
   CheckKind(bytes, name);
   if (bytes.size() > kEnvelopeHeaderSize) CheckPlaintextSize(bytes.size() - kEnvelopeHeaderSize, name);
   CheckLength(bytes, name);
-  return {bytes.first(kTagOffset), bytes.subspan(kKeyCheckOffset, kKeyCheckSize),
-          bytes.subspan(kTagOffset, kSivTagSize), bytes.subspan(kEnvelopeHeaderSize)};
+  return {SuiteOf(bytes), bytes.first(kTagOffset), bytes.subspan(kKeyCheckOffset, kKeyCheckSize),
+          bytes.subspan(kTagOffset, kTagSize), bytes.subspan(kEnvelopeHeaderSize)};
 }
 
 void ThrowWrongKey(const std::string& name) {
@@ -174,10 +154,9 @@ void Open(const Envelope& envelope, const KeyAndIv& secrets, MutableBytes plaint
           const std::string& name) try {
   const StackWiper no_remains;
   EnvelopeKeys keys;
-  DeriveKeys(secrets, keys);
+  DeriveKeys(secrets, envelope.suite, keys);
   if (!EqualInConstantTime(keys.key_check.bytes(), envelope.key_check)) ThrowWrongKey(name);
-  if (!SivDecrypt(keys.siv.bytes(), envelope.associated, envelope.tag.first<kSivTagSize>(),
-                  envelope.ciphertext, plaintext)) {
+  if (!Decrypt(keys, envelope.associated, envelope.tag.first<kTagSize>(), envelope.ciphertext, plaintext)) {
     throw zuna_sec::DamagedError(name, "was changed after it was encrypted, though the key is right",
                                  "get an undamaged copy of the file");
   }
@@ -191,22 +170,22 @@ void CheckPlaintextSize(std::size_t size, const std::string& name) {
                                 "split the show");
 }
 
-void WriteAssociated(std::uint64_t length, Bytes key_check, MutableBytes associated) {
-  std::copy(kMagic.begin(), kMagic.end(), associated.begin());
+void WriteAssociated(const EnvelopeKeys& keys, std::uint64_t length, MutableBytes associated) {
+  Copy(kMagic, associated);
   associated[kVersionOffset] = kVersion;
-  associated[kSuiteOffset] = kSuite;
+  associated[kSuiteOffset] = static_cast<std::uint8_t>(keys.suite);
   std::fill(associated.begin() + kZeroOffset, associated.begin() + kLengthOffset, std::uint8_t{0});
   PutLength(associated.subspan(kLengthOffset, kKeyCheckOffset - kLengthOffset), length);
-  std::copy(key_check.begin(), key_check.end(), associated.begin() + kKeyCheckOffset);
+  Copy(keys.key_check.bytes(), associated.subspan(kKeyCheckOffset));
 }
 
 void Seal(Bytes plaintext, const KeyAndIv& secrets, MutableBytes envelope, const std::string& name) try {
   const StackWiper no_remains;
   EnvelopeKeys keys;
-  DeriveKeys(secrets, keys);
-  WriteAssociated(plaintext.size(), keys.key_check.bytes(), envelope.first(kTagOffset));
-  SivEncrypt(keys.siv.bytes(), envelope.first(kTagOffset), plaintext, envelope.subspan(kEnvelopeHeaderSize),
-             envelope.subspan(kTagOffset).first<kSivTagSize>());
+  DeriveKeys(secrets, kWrittenSuite, keys);
+  WriteAssociated(keys, plaintext.size(), envelope.first(kTagOffset));
+  Encrypt(keys, envelope.first(kTagOffset), plaintext, envelope.subspan(kEnvelopeHeaderSize),
+          envelope.subspan(kTagOffset).first<kTagSize>());
 } catch (const GcryptFailure& failure) {
   ThrowUnavailable(failure, name);
 }

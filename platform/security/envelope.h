@@ -8,11 +8,9 @@
 
 #include "platform/security/crypto.h"
 #include "platform/security/secret.h"
+#include "platform/security/suites.h"
 
 namespace zuna_security {
-
-/// Tells a wrong key from damage.
-inline constexpr std::size_t kKeyCheckSize = 32;
 
 /// Where the fields of the header begin, which is everything before the ciphertext.
 inline constexpr std::size_t kMagicOffset = 0;
@@ -22,32 +20,15 @@ inline constexpr std::size_t kZeroOffset = kSuiteOffset + 1;
 inline constexpr std::size_t kLengthOffset = kZeroOffset + 6;
 inline constexpr std::size_t kKeyCheckOffset = kLengthOffset + 8;
 inline constexpr std::size_t kTagOffset = kKeyCheckOffset + kKeyCheckSize;
-inline constexpr std::size_t kEnvelopeHeaderSize = kTagOffset + kSivTagSize;
+inline constexpr std::size_t kEnvelopeHeaderSize = kTagOffset + kTagSize;
 
 /// 1 GiB. Larger data is refused by its actual size; no memory is reserved from the length field.
 inline constexpr std::size_t kMaxPlaintextSize = std::size_t{1} << 30;
 inline constexpr std::size_t kMaxEnvelopeSize = kEnvelopeHeaderSize + kMaxPlaintextSize;
 
-/// A caller's key material.
-struct KeyAndIv {
-  Bytes key;
-  Bytes iv;
-};
-
-/// What an envelope's key and IV are turned into.
-struct EnvelopeKeys {
-  Secret<kSivKeySize> siv;          // the CMAC key, then the CTR key
-  Secret<kKeyCheckSize> key_check;  // is in the envelope, to tell a wrong key from damage
-};
-
-/// Derives `keys` from a caller's key and IV, each of any length. Throws GcryptFailure.
-void DeriveKeys(Bytes key, Bytes iv, std::uint8_t suite, EnvelopeKeys& keys);
-
-/// The same with the suite that envelopes are sealed in.
-void DeriveKeys(const KeyAndIv& secrets, EnvelopeKeys& keys);
-
 /// An envelope whose layout has been checked and nothing else: views of its fields.
 struct Envelope {
+  Suite suite;
   Bytes associated;  // bytes 0 to 55, which the tag covers with the plaintext
   Bytes key_check;
   Bytes tag;
@@ -80,9 +61,9 @@ void Open(const Envelope& envelope, const KeyAndIv& secrets, MutableBytes plaint
 void CheckPlaintextSize(std::size_t size, const std::string& name);
 
 /// Fills `associated`, the kTagOffset bytes that the tag covers with a plaintext of `length` bytes.
-void WriteAssociated(std::uint64_t length, Bytes key_check, MutableBytes associated);
+void WriteAssociated(const EnvelopeKeys& keys, std::uint64_t length, MutableBytes associated);
 
-/// Encrypts into `envelope`, which has room for the header and the plaintext exactly. Throws
+/// Encrypts in kWrittenSuite into `envelope`, which has room for the header and the plaintext exactly. Throws
 /// zuna_sec::CipherUnavailableError.
 void Seal(Bytes plaintext, const KeyAndIv& secrets, MutableBytes envelope, const std::string& name);
 

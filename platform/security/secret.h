@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -15,6 +16,9 @@ using Bytes = std::span<const std::uint8_t>;
 using MutableBytes = std::span<std::uint8_t>;
 
 using kit::Wipe;
+
+/// Copies all of `from` to the beginning of `to`.
+inline void Copy(Bytes from, MutableBytes to) { std::copy(from.begin(), from.end(), to.begin()); }
 
 /// Whether two secrets are the same, in a time that depends on their lengths only.
 inline bool EqualInConstantTime(Bytes a, Bytes b) {

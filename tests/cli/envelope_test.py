@@ -1,12 +1,34 @@
 """encrypt and decrypt of zuna-convert, and damaged envelopes."""
 
 import os
+import pathlib
+import shutil
 import unittest
 
 from tool import BAD_INPUT, REFUSED, WithShows, legacy_log
 
 
+ROOT = pathlib.Path(__file__).parents[2]
+SUITE_OFFSET = 9
+
+
 class EnvelopeTest(WithShows):
+    def test_opens_files_of_suite_1_and_writes_suite_2(self):
+        self.environment["ZUNA_KEY_FILE"] = self.write_key("key", (ROOT / "examples/three-tunes.key").read_text())
+        for old in sorted((ROOT / "tests/cli/suite-1").iterdir()):
+            self.assertEqual(old.read_bytes()[SUITE_OFFSET], 1)
+            shutil.copy(old, self.folder)
+            plain = self.run_tool("decrypt", old.name, "-o", "-").stdout
+            sealed = self.run_tool("encrypt", "-", "-o", "-", stdin=plain).stdout
+            self.assertEqual(sealed, (ROOT / "examples" / old.name).read_bytes())
+            self.assertEqual(sealed[SUITE_OFFSET], 2)
+        self.run_tool("up", "three-tunes-0.0.showdata", "three-tunes-0.0.logdata", "--out-dir", "up")
+        self.run_tool("down", "three-tunes-1.2.showdata", "three-tunes-1.2.logdata", "--out-dir", "down")
+        for kind in ("showdata", "logdata"):
+            for folder, version, source in (("up", "1.2", "0.0"), ("down", "0.0", "1.2")):
+                self.assertEqual(self.read(f"{folder}/three-tunes-{source}.{kind}"),
+                                 (ROOT / f"examples/three-tunes-{version}.{kind}").read_bytes())
+
     def test_refuses_every_damage(self):
         good = self.read("new.showdata")
         for name, content in (("cut", good[:-1]), ("header", good[:40]), ("long", good + b"x"),

@@ -1,12 +1,12 @@
 // HMAC and HKDF against the published cases, and the derived keys.
 
-#include "platform/security/envelope.h"
+#include "platform/security/crypto.h"
 
 #include <gtest/gtest.h>
 
 #include <numeric>
 
-#include "tests/support/bytes.h"
+#include "tests/platform/security/sealed.h"
 
 namespace {
 
@@ -80,12 +80,15 @@ TEST(Hkdf, NoSaltAndNoInfo) {  // RFC 5869, A.3
                   "8da4e775a563c18f715f802a063c5a31b8a11f5c5ee1879ec3454e5f3c738d2d9d201395faa4b61a96c8")});
 }
 
-TEST(DeriveKeys, FollowsItsFormula) {
+class DeriveKeys : public testing::TestWithParam<zuna_security::Suite> {};
+
+TEST_P(DeriveKeys, FollowsItsFormula) {
+  const zuna_security::Suite suite = GetParam();
   const ByteVector key = FromText("some key");
   const ByteVector iv = FromText("and an IV");
   const ByteVector label = FromText("zuna-sec v1");
   ByteVector info = label;
-  info.push_back(7);  // suite
+  info.push_back(static_cast<std::uint8_t>(suite));
   info.push_back(9);  // length of the IV, little-endian
   info.resize(info.size() + 7);
   info.insert(info.end(), iv.begin(), iv.end());
@@ -96,12 +99,14 @@ TEST(DeriveKeys, FollowsItsFormula) {
   const ByteVector third = Hmac(prk, {second, info, {&three, 1}});
 
   zuna_security::EnvelopeKeys keys;
-  zuna_security::DeriveKeys(key, iv, 7, keys);
-  const auto siv = keys.siv.bytes();
+  zuna_security::DeriveKeys({key, iv}, suite, keys);
+  const auto cipher = keys.cipher.bytes();
   const auto check = keys.key_check.bytes();
-  EXPECT_EQ(ByteVector(siv.begin(), siv.begin() + 32), first);
-  EXPECT_EQ(ByteVector(siv.begin() + 32, siv.end()), second);
+  EXPECT_EQ(ByteVector(cipher.begin(), cipher.begin() + 32), first);
+  EXPECT_EQ(ByteVector(cipher.begin() + 32, cipher.end()), second);
   EXPECT_EQ(ByteVector(check.begin(), check.end()), third);
 }
+
+INSTANTIATE_TEST_SUITE_P(All, DeriveKeys, testing::ValuesIn(zuna_security::kSuites), zuna_test::SuiteName);
 
 }  // namespace

@@ -6,8 +6,7 @@
 
 #include <string>
 
-#include "tests/support/bytes.h"
-#include "tests/support/encrypted.h"
+#include "tests/platform/security/sealed.h"
 #include "zuna_sec/errors.h"
 
 namespace {
@@ -21,13 +20,17 @@ constexpr std::size_t kTag = 56;
 
 const std::string kPlaintext = "The plaintext of a show, which has more than a few blocks of sixteen bytes.";
 
-ByteVector Good() { return zuna_test::Encrypted(kPlaintext); }
+/// Envelopes of each suite.
+class OpenDamaged : public testing::TestWithParam<zuna_security::Suite> {
+ protected:
+  static ByteVector Good() { return zuna_test::Sealed(GetParam(), kPlaintext); }
 
-ByteVector Flipped(std::size_t offset) {
-  ByteVector bytes = Good();
-  bytes[offset] ^= 0x21;
-  return bytes;
-}
+  static ByteVector Flipped(std::size_t offset) {
+    ByteVector bytes = Good();
+    bytes[offset] ^= 0x21;
+    return bytes;
+  }
+};
 
 std::string TextOf(const DamagedEnvelope& opened) {
   return {opened.plaintext.begin(), opened.plaintext.end()};
@@ -35,7 +38,7 @@ std::string TextOf(const DamagedEnvelope& opened) {
 
 using Fields = std::vector<std::string_view>;
 
-TEST(DamagedEnvelope, OpensAnUndamagedOne) {
+TEST_P(OpenDamaged, OpensAnUndamagedOne) {
   const DamagedEnvelope opened = zuna_sec::OpenDamaged(Good(), kKey);
   EXPECT_TRUE(opened.authentic);
   EXPECT_EQ(TextOf(opened), kPlaintext);
@@ -44,7 +47,7 @@ TEST(DamagedEnvelope, OpensAnUndamagedOne) {
   EXPECT_EQ(opened.damaged_fields, Fields());
 }
 
-TEST(DamagedEnvelope, GivesWhatWasNotCutOff) {
+TEST_P(OpenDamaged, GivesWhatWasNotCutOff) {
   const ByteVector good = Good();
   for (std::size_t size = kHeaderSize; size < good.size(); ++size) {
     const DamagedEnvelope opened = zuna_sec::OpenDamaged({good.data(), size}, kKey);
@@ -54,7 +57,7 @@ TEST(DamagedEnvelope, GivesWhatWasNotCutOff) {
   }
 }
 
-TEST(DamagedEnvelope, GivesEveryByteThatDamageDoesNotTouch) {
+TEST_P(OpenDamaged, GivesEveryByteThatDamageDoesNotTouch) {
   for (std::size_t i = 0; i < kPlaintext.size(); ++i) {
     const DamagedEnvelope opened = zuna_sec::OpenDamaged(Flipped(kHeaderSize + i), kKey);
     std::string expected = kPlaintext;
@@ -65,7 +68,7 @@ TEST(DamagedEnvelope, GivesEveryByteThatDamageDoesNotTouch) {
   }
 }
 
-TEST(DamagedEnvelope, VouchesForThePlaintextBehindADamagedHeader) {
+TEST_P(OpenDamaged, VouchesForThePlaintextBehindADamagedHeader) {
   for (std::size_t i = 0; i < kTag; ++i) {
     const DamagedEnvelope opened = zuna_sec::OpenDamaged(Flipped(i), kKey);
     EXPECT_TRUE(opened.authentic) << i;
@@ -80,14 +83,14 @@ TEST(DamagedEnvelope, VouchesForThePlaintextBehindADamagedHeader) {
   }
 }
 
-TEST(DamagedEnvelope, LosesThePlaintextWithTheTag) {
+TEST_P(OpenDamaged, LosesThePlaintextWithTheTag) {
   const DamagedEnvelope opened = zuna_sec::OpenDamaged(Flipped(kTag), kKey);
   EXPECT_FALSE(opened.authentic);
   EXPECT_EQ(opened.plaintext.size(), kPlaintext.size());
   EXPECT_NE(TextOf(opened), kPlaintext);
 }
 
-TEST(DamagedEnvelope, TellsTrailingBytesFromTheRest) {
+TEST_P(OpenDamaged, TellsTrailingBytesFromTheRest) {
   ByteVector bytes = Good();
   bytes.insert(bytes.end(), 5, 'x');
   const DamagedEnvelope opened = zuna_sec::OpenDamaged(bytes, kKey);
@@ -96,7 +99,7 @@ TEST(DamagedEnvelope, TellsTrailingBytesFromTheRest) {
   EXPECT_EQ(opened.trailing, 5U);
 }
 
-TEST(DamagedEnvelope, GivesEverythingWhereLengthAndContentAreDamaged) {
+TEST_P(OpenDamaged, GivesEverythingWhereLengthAndContentAreDamaged) {
   for (const std::uint8_t length : ByteVector{1, 255}) {
     ByteVector bytes = Flipped(kHeaderSize);
     bytes[16] = length;
@@ -109,13 +112,13 @@ TEST(DamagedEnvelope, GivesEverythingWhereLengthAndContentAreDamaged) {
   }
 }
 
-TEST(DamagedEnvelope, TakesNoMemoryForALengthThatIsNotThere) {
+TEST_P(OpenDamaged, TakesNoMemoryForALengthThatIsNotThere) {
   ByteVector bytes = Good();
   bytes[23] = 0xFF;
   EXPECT_EQ(TextOf(zuna_sec::OpenDamaged(bytes, kKey)), kPlaintext);
 }
 
-TEST(DamagedEnvelope, RecognisesTheKeyByMostOfTheKeyCheck) {
+TEST_P(OpenDamaged, RecognisesTheKeyByMostOfTheKeyCheck) {
   ByteVector bytes = Good();
   for (std::size_t i = 24; i < 32; ++i) bytes[i] ^= 1;
   EXPECT_EQ(TextOf(zuna_sec::OpenDamaged(bytes, kKey)), kPlaintext);
@@ -129,7 +132,7 @@ std::string Refusal(const ByteVector& bytes, const CipherKey& key = kKey) {
   return zuna_test::MessageOf<Error>([&] { zuna_sec::OpenDamaged(bytes, key); });
 }
 
-TEST(DamagedEnvelope, TellsAWrongKeyFromDamage) {
+TEST_P(OpenDamaged, TellsAWrongKeyFromDamage) {
   const std::string message =
       "encrypted data: the key or the IV is not the one that this was encrypted with; give the right key "
       "file";
@@ -141,7 +144,7 @@ TEST(DamagedEnvelope, TellsAWrongKeyFromDamage) {
   EXPECT_EQ(Refusal<zuna_sec::WrongKeyError>(cut, other), message);
 }
 
-TEST(DamagedEnvelope, RefusesWhatIsNoEnvelope) {
+TEST_P(OpenDamaged, RefusesWhatIsNoEnvelope) {
   EXPECT_EQ(Refusal<zuna_sec::EmptyError>({}),
             "encrypted data: is empty, not an encrypted file; give another file");
   EXPECT_EQ(Refusal<zuna_sec::NotEncryptedError>(ByteVector(100, 'x')),
@@ -153,11 +156,25 @@ TEST(DamagedEnvelope, RefusesWhatIsNoEnvelope) {
             "encrypted data: envelope version 2 is not supported, only 1 is (offset 8); use a newer release");
 }
 
-TEST(DamagedEnvelope, NeedsAWholeHeader) {
+TEST_P(OpenDamaged, NeedsAWholeHeader) {
   ByteVector bytes = Good();
   bytes.resize(kHeaderSize - 1);
   EXPECT_EQ(Refusal<zuna_sec::TruncatedError>(bytes),
             "encrypted data: ends inside the header (offset 71 of 72); get a complete copy of the file");
 }
+
+TEST_P(OpenDamaged, TakesTheSuiteFromTheKeyCheck) {
+  for (unsigned suite = 0; suite < 256; ++suite) {
+    ByteVector bytes = Good();
+    bytes[9] = static_cast<std::uint8_t>(suite);
+    bytes[24] ^= 1;  // key check
+    const DamagedEnvelope opened = zuna_sec::OpenDamaged(bytes, kKey);
+    EXPECT_TRUE(opened.authentic);
+    EXPECT_EQ(TextOf(opened), kPlaintext);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Suites, OpenDamaged, testing::ValuesIn(zuna_security::kSuites),
+                         zuna_test::SuiteName);
 
 }  // namespace

@@ -4,8 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/bytes.h"
-#include "tests/support/encrypted.h"
+#include "tests/platform/security/sealed.h"
 #include "zuna_sec/errors.h"
 
 namespace {
@@ -17,7 +16,16 @@ const char* const kPlaintext = "A show, in short.";  // 17 bytes: one block and 
 
 ByteVector Key() { return FromText("0123456789abcdef"); }
 ByteVector Iv() { return FromText("fedcba98"); }
-ByteVector Good() { return zuna_test::Encrypted(kPlaintext, {Key(), Iv()}); }
+
+/// Envelopes of each suite.
+class Envelope : public testing::TestWithParam<zuna_security::Suite> {
+ protected:
+  static ByteVector Good() { return Sealed(kPlaintext, {Key(), Iv()}); }
+
+  static ByteVector Sealed(const std::string& plaintext, const CipherKey& key) {
+    return zuna_test::Sealed(GetParam(), plaintext, key);
+  }
+};
 
 /// Opens with the right key and gives the message that the bytes are refused with.
 template <typename Error>
@@ -32,40 +40,59 @@ std::string Refusal(const ByteVector& bytes, const ByteVector& key = Key(), cons
   return "";
 }
 
-TEST(Envelope, HasItsFieldsWhereTheyBelong) {
+TEST_P(Envelope, HasItsFieldsWhereTheyBelong) {
   const ByteVector bytes = Good();
   ASSERT_EQ(bytes.size(), 72U + 17U);
   const ByteVector beginning{
-      0x89, 0x5A, 0x53, 0x43, 0x0D, 0x0A, 0x1A, 0x0A,  // magic
-      1,                                               // envelope version
-      1,                                               // suite
-      0,    0,    0,    0,    0,    0,                 // zero
-      17,   0,    0,    0,    0,    0,    0,    0,     // plaintext length
+      0x89,
+      0x5A,
+      0x53,
+      0x43,
+      0x0D,
+      0x0A,
+      0x1A,
+      0x0A,                                   // magic
+      1,                                      // envelope version
+      static_cast<std::uint8_t>(GetParam()),  // suite
+      0,
+      0,
+      0,
+      0,
+      0,
+      0,  // zero
+      17,
+      0,
+      0,
+      0,
+      0,
+      0,
+      0,
+      0,  // plaintext length
   };
   EXPECT_EQ(ByteVector(bytes.begin(), bytes.begin() + 24), beginning);
 }
 
-TEST(Envelope, IsTheSameEveryTime) { EXPECT_EQ(Good(), Good()); }
+TEST_P(Envelope, IsTheSameEveryTime) { EXPECT_EQ(Good(), Good()); }
 
-TEST(Envelope, KeepsKeyAndIvApart) {
-  const ByteVector bytes = zuna_test::Encrypted("x", {FromText("ab"), FromText("c")});
+TEST_P(Envelope, KeepsKeyAndIvApart) {
+  const ByteVector bytes = Sealed("x", {FromText("ab"), FromText("c")});
   EXPECT_EQ(zuna_test::Decrypted(bytes, {FromText("ab"), FromText("c")}), "x");
   Refusal<zuna_sec::WrongKeyError>(bytes, FromText("a"), FromText("bc"));
   Refusal<zuna_sec::WrongKeyError>(bytes, FromText("abc"), {});
   Refusal<zuna_sec::WrongKeyError>(bytes, FromText("c"), FromText("ab"));
 }
 
-TEST(Envelope, TakesKeysAndIvsOfAnyLength) {
+TEST_P(Envelope, TakesKeysAndIvsOfAnyLength) {
   for (const std::size_t key_size : {0U, 1U, 16U, 32U, 63U, 64U, 65U, 1000U}) {
     for (const std::size_t iv_size : {0U, 1U, 16U, 300U}) {
       const ByteVector key(key_size, 1);
       const ByteVector iv(iv_size, 2);
-      EXPECT_EQ(zuna_test::Decrypted(zuna_test::Encrypted("text", {key, iv}), {key, iv}), "text");
+      EXPECT_EQ(zuna_test::Decrypted(Sealed("text", {key, iv}), {key, iv}), "text");
     }
   }
 }
 
-TEST(Envelope, WrongKeyOrIv) {
+TEST_P(Envelope, WrongKeyOrIv) {
   const std::string message =
       "encrypted data: the key or the IV is not the one that this was encrypted with; give the right key "
       "file";
@@ -74,26 +101,25 @@ TEST(Envelope, WrongKeyOrIv) {
   EXPECT_EQ(Refusal<zuna_sec::WrongKeyError>(Good(), {}, {}), message);
 }
 
-TEST(Envelope, Empty) {
+TEST_P(Envelope, Empty) {
   EXPECT_EQ(Refusal<zuna_sec::EmptyError>({}),
             "encrypted data: is empty, not an encrypted file; give another file");
 }
 
-TEST(Envelope, ForeignData) {
+TEST_P(Envelope, ForeignData) {
   EXPECT_EQ(
       Refusal<zuna_sec::NotEncryptedError>(FromText("MThd")),
       "encrypted data: is not an encrypted file of this kind (offset 0); give an encrypted show or log file");
 }
 
-/// A good envelope whose magic became `beginning`.
-ByteVector Transferred(const std::string& beginning) {
-  const ByteVector good = Good();
+/// `good` whose magic became `beginning`.
+ByteVector Transferred(const ByteVector& good, const std::string& beginning) {
   ByteVector bytes = FromText(beginning);
   bytes.insert(bytes.end(), good.begin() + 8, good.end());
   return bytes;
 }
 
-TEST(Envelope, ChangedInTransfer) {
+TEST_P(Envelope, ChangedInTransfer) {
   const std::string line_ends =
       "encrypted data: was changed in transfer: its line ends are not as they were (offset 4); copy it again "
       "as binary";
@@ -106,42 +132,43 @@ TEST(Envelope, ChangedInTransfer) {
            "\x89ZSC\r\x1a",          // LF was removed
        }) {
     EXPECT_EQ(Refusal<zuna_sec::ChangedInTransferError>(FromText(beginning)), line_ends);
-    EXPECT_EQ(Refusal<zuna_sec::ChangedInTransferError>(Transferred(beginning)), line_ends);
+    EXPECT_EQ(Refusal<zuna_sec::ChangedInTransferError>(Transferred(Good(), beginning)), line_ends);
   }
   EXPECT_EQ(
-      Refusal<zuna_sec::ChangedInTransferError>(Transferred("\x09ZSC\r\n\x1a\n")),
+      Refusal<zuna_sec::ChangedInTransferError>(Transferred(Good(), "\x09ZSC\r\n\x1a\n")),
       "encrypted data: was changed in transfer: its bytes have lost their eighth bit (offset 0); copy it "
       "again as binary");
 }
 
-TEST(Envelope, EncodedAgainInTransfer) {
+TEST_P(Envelope, EncodedAgainInTransfer) {
   for (const char* beginning : {
            "\xC2\x89ZSC\r\n\x1a\n",      // Latin-1 became UTF-8
            "\xEF\xBF\xBDZSC\r\n\x1a\n",  // what is not UTF-8 became U+FFFD
        }) {
     EXPECT_EQ(
-        Refusal<zuna_sec::ChangedInTransferError>(Transferred(beginning)),
+        Refusal<zuna_sec::ChangedInTransferError>(Transferred(Good(), beginning)),
         "encrypted data: was changed in transfer: its bytes were encoded as UTF-8 (offset 0); copy it again "
         "as binary");
   }
 }
 
-TEST(Envelope, ChangedInAnotherWayIsForeignData) {
+TEST_P(Envelope, ChangedInAnotherWayIsForeignData) {
   for (const char* beginning :
        {"\x89ZSC\n\x1a", "\x89ZSC\r\r", "\x89ZSC\r\n\n", "\x09ZSC\n\x1a\n", "ZSC\r\n\x1a\n"}) {
     Refusal<zuna_sec::NotEncryptedError>(FromText(beginning));
   }
 }
 
-TEST(Envelope, UnknownVersionSuiteOrFlag) {
+TEST_P(Envelope, UnknownVersionSuiteOrFlag) {
   ByteVector bytes = Good();
   bytes[8] = 2;
   EXPECT_EQ(Refusal<zuna_sec::UnsupportedEnvelopeError>(bytes),
             "encrypted data: envelope version 2 is not supported, only 1 is (offset 8); use a newer release");
   bytes = Good();
   bytes[9] = 255;
-  EXPECT_EQ(Refusal<zuna_sec::UnsupportedEnvelopeError>(bytes),
-            "encrypted data: cipher suite 255 is not supported, only 1 is (offset 9); use a newer release");
+  EXPECT_EQ(
+      Refusal<zuna_sec::UnsupportedEnvelopeError>(bytes),
+      "encrypted data: cipher suite 255 is not supported, only 1 and 2 are (offset 9); use a newer release");
   bytes = Good();
   bytes[15] = 4;
   EXPECT_EQ(
@@ -150,14 +177,14 @@ TEST(Envelope, UnknownVersionSuiteOrFlag) {
       "the file");
 }
 
-TEST(Envelope, TruncatedHeader) {
+TEST_P(Envelope, TruncatedHeader) {
   ByteVector bytes = Good();
   bytes.resize(71);
   EXPECT_EQ(Refusal<zuna_sec::TruncatedError>(bytes),
             "encrypted data: ends inside the header (offset 71 of 72); get a complete copy of the file");
 }
 
-TEST(Envelope, TruncatedCiphertext) {
+TEST_P(Envelope, TruncatedCiphertext) {
   ByteVector bytes = Good();
   bytes.pop_back();
   EXPECT_EQ(
@@ -165,7 +192,7 @@ TEST(Envelope, TruncatedCiphertext) {
       "encrypted data: ends after 16 of 17 encrypted bytes (offset 88); get a complete copy of the file");
 }
 
-TEST(Envelope, TrailingBytes) {
+TEST_P(Envelope, TrailingBytes) {
   ByteVector bytes = Good();
   for (int more = 0; more < 40; ++more) {
     bytes.push_back(0);
@@ -175,7 +202,7 @@ TEST(Envelope, TrailingBytes) {
   }
 }
 
-TEST(Envelope, Damage) {
+TEST_P(Envelope, Damage) {
   ByteVector bytes = Good();
   bytes.back() ^= 1;
   EXPECT_EQ(
@@ -184,7 +211,7 @@ TEST(Envelope, Damage) {
       "the file");
 }
 
-TEST(Envelope, NoMemoryIsReservedForALengthThatIsNotThere) {
+TEST_P(Envelope, NoMemoryIsReservedForALengthThatIsNotThere) {
   ByteVector bytes = Good();
   for (std::size_t i = 16; i < 24; ++i) bytes[i] = 0xFF;
   EXPECT_EQ(Refusal<zuna_sec::TruncatedError>(bytes),
@@ -193,7 +220,7 @@ TEST(Envelope, NoMemoryIsReservedForALengthThatIsNotThere) {
             "the file");
 }
 
-TEST(Envelope, EveryTruncationIsRefused) {
+TEST_P(Envelope, EveryTruncationIsRefused) {
   for (std::size_t size = 1; size < Good().size(); ++size) {
     ByteVector bytes = Good();
     bytes.resize(size);
@@ -213,16 +240,31 @@ void ExpectRefused(const ByteVector& good, std::size_t begin, std::size_t end) {
   }
 }
 
-TEST(Envelope, EveryChangeOfAByteIsRefused) {
+TEST_P(Envelope, EveryChangeOfAByteIsRefused) {
   const ByteVector good = Good();
   ExpectRefused<zuna_sec::NotEncryptedError>(good, 0, 8);
-  ExpectRefused<zuna_sec::UnsupportedEnvelopeError>(good, 8, 16);
+  ExpectRefused<zuna_sec::UnsupportedEnvelopeError>(good, 8, 9);
+  ExpectRefused<zuna_sec::UnsupportedEnvelopeError>(good, 10, 16);
   ExpectRefused<zuna_sec::TruncatedError>(good, 17, 24);
   ExpectRefused<zuna_sec::WrongKeyError>(good, 24, 56);
   ExpectRefused<zuna_sec::DamagedError>(good, 56, good.size());
 }
 
-TEST(Envelope, EveryOtherLengthIsRefused) {
+// Suites share no keys, so that the number of another suite that is known appears as a wrong key.
+TEST_P(Envelope, EveryOtherSuiteIsRefused) {
+  for (unsigned suite = 0; suite < 256; ++suite) {
+    ByteVector bytes = Good();
+    if (suite == bytes[9]) continue;
+    bytes[9] = static_cast<std::uint8_t>(suite);
+    if (suite == 1 || suite == 2) {
+      Refusal<zuna_sec::WrongKeyError>(bytes);
+    } else {
+      Refusal<zuna_sec::UnsupportedEnvelopeError>(bytes);
+    }
+  }
+}
+
+TEST_P(Envelope, EveryOtherLengthIsRefused) {
   for (unsigned length = 0; length < 256; ++length) {
     ByteVector bytes = Good();
     bytes[16] = static_cast<std::uint8_t>(length);
@@ -231,8 +273,8 @@ TEST(Envelope, EveryOtherLengthIsRefused) {
   }
 }
 
-TEST(Envelope, EveryChangeOfAnEmptyPlaintextIsRefused) {
-  const ByteVector good = zuna_test::Encrypted("", {Key(), Iv()});
+TEST_P(Envelope, EveryChangeOfAnEmptyPlaintextIsRefused) {
+  const ByteVector good = Sealed("", {Key(), Iv()});
   ASSERT_EQ(good.size(), 72U);
   EXPECT_EQ(zuna_test::Decrypted(good, {Key(), Iv()}), "");
   ExpectRefused<zuna_sec::TruncatedError>(good, 16, 24);
@@ -240,14 +282,16 @@ TEST(Envelope, EveryChangeOfAnEmptyPlaintextIsRefused) {
   ExpectRefused<zuna_sec::DamagedError>(good, 56, 72);
 }
 
-TEST(Envelope, LengthIsBoundToTheCiphertext) {
+TEST_P(Envelope, LengthIsBoundToTheCiphertext) {
   ByteVector bytes = Good();
   bytes.resize(bytes.size() - 1);
   bytes[16] = 16;  // consistent, but not what was sealed
   Refusal<zuna_sec::DamagedError>(bytes);
 }
 
-TEST(Envelope, MoreThanOneGibibyteDoesNotFit) {
+INSTANTIATE_TEST_SUITE_P(Suites, Envelope, testing::ValuesIn(zuna_security::kSuites), zuna_test::SuiteName);
+
+TEST(EnvelopeSize, MoreThanOneGibibyteDoesNotFit) {
   EXPECT_NO_THROW(zuna_security::CheckPlaintextSize(1073741824, "big.showdata"));
   try {
     zuna_security::CheckPlaintextSize(1073741825, "big.showdata");

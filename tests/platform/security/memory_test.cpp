@@ -6,8 +6,7 @@
 #include <iostream>
 #include <iterator>
 
-#include "tests/support/bytes.h"
-#include "tests/support/encrypted.h"
+#include "tests/platform/security/sealed.h"
 #include "tests/support/failing_memory.h"
 #include "tests/support/temporary_folder.h"
 #include "zuna_sec/cipher_stream.h"
@@ -52,16 +51,22 @@ class FailingMemory : public testing::Test {
   }
 };
 
-TEST_F(FailingMemory, OpeningBytes) {
-  const ByteVector sealed = zuna_test::Encrypted(Text(), {Key(), Iv()});
+class OpeningInFailingMemory : public FailingMemory,
+                               public testing::WithParamInterface<zuna_security::Suite> {};
+
+INSTANTIATE_TEST_SUITE_P(Suites, OpeningInFailingMemory, testing::ValuesIn(zuna_security::kSuites),
+                         zuna_test::SuiteName);
+
+TEST_P(OpeningInFailingMemory, Bytes) {
+  const ByteVector sealed = zuna_test::Sealed(GetParam(), Text(), {Key(), Iv()});
   const ByteVector key = Key();
   const ByteVector iv = Iv();
   ExpectCleanFailures([&] { const TwoFishCipherStream stream(sealed, key, iv); });
 }
 
-TEST_F(FailingMemory, OpeningAFile) {
+TEST_P(OpeningInFailingMemory, AFile) {
   const zuna_test::TemporaryFolder folder;
-  const ByteVector sealed = zuna_test::Encrypted(Text(), {Key(), Iv()});
+  const ByteVector sealed = zuna_test::Sealed(GetParam(), Text(), {Key(), Iv()});
   const std::string path = folder.Put("file", std::string(sealed.begin(), sealed.end()));
   const ByteVector key = Key();
   const ByteVector iv = Iv();

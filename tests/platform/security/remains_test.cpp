@@ -9,8 +9,7 @@
 
 #include "kit/wipe.h"
 #include "platform/security/envelope.h"
-#include "tests/support/bytes.h"
-#include "tests/support/encrypted.h"
+#include "tests/platform/security/sealed.h"
 #include "tests/support/remains.h"
 #include "zuna_sec/damaged_envelope.h"
 #include "zuna_sec/errors.h"
@@ -25,8 +24,14 @@ using zuna_test::FromHex;
 const std::pair<const char*, Secret> kSecrets[] = {
     {"pseudo-random key",
      Secret(FromHex("BD42E3550D22C759802AAD93075574EB818953E0C4F0A3ADE68A679090C8EE11"))},
-    {"MAC key", Secret(FromHex("2B7AA9CFAAB45D1A37F18383029A50DC219646494F2B1C202740FB25DDE838AD"))},
-    {"CTR key", Secret(FromHex("E9468057698F0F7E55FD2ACC2E004D613390ADFA685BFA239F162B905B7514DA"))},
+    {"MAC key of suite 1",
+     Secret(FromHex("2B7AA9CFAAB45D1A37F18383029A50DC219646494F2B1C202740FB25DDE838AD"))},
+    {"CTR key of suite 1",
+     Secret(FromHex("E9468057698F0F7E55FD2ACC2E004D613390ADFA685BFA239F162B905B7514DA"))},
+    {"MAC key of suite 2",
+     Secret(FromHex("30D408A7F37B9B780684EE17369E3FD46113021E00B2E5512D9D2BA3B37F306C"))},
+    {"CTR key of suite 2",
+     Secret(FromHex("40714F1A60015FA9966B447BE0B3F0F35C650E289B714C5CF24F08149D432EBC"))},
 };
 const Secret kCallersKey(FromHex("FEFDFCFBFAF9F8F7F6F5F4F3F2F1F0EF"));
 
@@ -36,14 +41,16 @@ void* Reallocate(void* memory, std::size_t size) { return std::realloc(memory, s
 int IsSecure(const void* /*memory*/) { return 0; }
 }
 
-class Remains : public testing::TestWithParam<std::size_t> {
+class Remains : public testing::TestWithParam<std::tuple<zuna_security::Suite, std::size_t>> {
  protected:
   static void SetUpTestSuite() {
     gcry_set_allocation_handler(Allocate, Allocate, IsSecure, Reallocate, remains::LookAndFree);
     zuna_test::Encrypted("");
   }
 
-  static ByteVector Sealed(std::size_t size) { return zuna_test::Encrypted(std::string(size, 'x')); }
+  static std::size_t Size() { return std::get<1>(GetParam()); }
+
+  static ByteVector Sealed() { return zuna_test::Sealed(std::get<0>(GetParam()), std::string(Size(), 'x')); }
 
   static void Seal(std::size_t size) {
     const ByteVector plaintext(size, 'x');
@@ -75,43 +82,41 @@ class Remains : public testing::TestWithParam<std::size_t> {
 };
 
 TEST_P(Remains, NoneAfterSealing) {
-  const std::size_t size = GetParam();
+  const std::size_t size = Size();
   ExpectNothingRemains([size] { Seal(size); });
 }
 
 TEST_P(Remains, NoneAfterOpening) {
-  const ByteVector sealed = Sealed(GetParam());
+  const ByteVector sealed = Sealed();
   ExpectNothingRemains([&] { Open(sealed); });
 }
 
 TEST_P(Remains, NoneAfterAFailure) {
-  ByteVector damaged = Sealed(GetParam());
+  ByteVector damaged = Sealed();
   damaged[60] ^= 1;  // tag
   ExpectNothingRemains([&] { Open(damaged); });
-  ByteVector other_key = Sealed(GetParam());
+  ByteVector other_key = Sealed();
   other_key[30] ^= 1;  // key check
   ExpectNothingRemains([&] { Open(other_key); });
 }
 
 TEST_P(Remains, NoneAfterOpeningADamagedOne) {
-  ByteVector damaged = Sealed(GetParam());
+  ByteVector damaged = Sealed();
   ExpectNothingRemains([&] { zuna_sec::OpenDamaged(damaged, zuna_test::kKey); });
   damaged[60] ^= 1;  // tag
   ExpectNothingRemains([&] { zuna_sec::OpenDamaged(damaged, zuna_test::kKey); });
 }
 
-TEST_P(Remains, NoPlaintextWhereMemoryRunsOut) {
+/// Nothing of the plaintext is in freed memory, whichever allocation of `open` fails.
+void ExpectNoPlaintextRemains(const std::function<void()>& open) {
   const Secret plaintext(ByteVector(8, static_cast<std::uint8_t>(~'x')));
-  ByteVector damaged = Sealed(GetParam());
-  damaged[16] ^= 1;  // length, which is noted once the plaintext is there
   for (long call = 1, failed = 1; failed != 0; ++call) {
     ASSERT_LT(call, 100);
     failed = 0;
     remains::WatchFreedMemory(&plaintext);
     remains::FailAllocation(call);
     try {
-      zuna_sec::DamagedEnvelope opened = zuna_sec::OpenDamaged(damaged, zuna_test::kKey);
-      kit::Wipe(opened.plaintext);
+      open();
     } catch (const std::bad_alloc&) {
       failed = 1;
     }
@@ -121,7 +126,28 @@ TEST_P(Remains, NoPlaintextWhereMemoryRunsOut) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Sizes, Remains, testing::Values(0, 1, 64, 5000));
+TEST_P(Remains, NoPlaintextWhereMemoryRunsOut) {
+  const ByteVector sealed = Sealed();
+  const CipherKey& key = zuna_test::kKey;
+  ExpectNoPlaintextRemains([&] { const zuna_sec::TwoFishCipherStream stream(sealed, key.key, key.iv); });
+}
+
+TEST_P(Remains, NoPlaintextOfADamagedOneWhereMemoryRunsOut) {
+  ByteVector damaged = Sealed();
+  damaged[16] ^= 1;  // length, which is noted once the plaintext is there
+  ExpectNoPlaintextRemains([&] {
+    zuna_sec::DamagedEnvelope opened = zuna_sec::OpenDamaged(damaged, zuna_test::kKey);
+    kit::Wipe(opened.plaintext);
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(SuitesAndSizes, Remains,
+                         testing::Combine(testing::ValuesIn(zuna_security::kSuites),
+                                          testing::Values(0, 1, 64, 5000)),
+                         [](const auto& test) {
+                           return "Suite" + std::to_string(static_cast<int>(std::get<0>(test.param))) +
+                                  "Size" + std::to_string(std::get<1>(test.param));
+                         });
 
 /// The compiler does not see that the copy is not needed.
 void* (*const volatile g_copy)(void*, const void*, std::size_t) = std::memcpy;
