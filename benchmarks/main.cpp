@@ -2,6 +2,7 @@
 // of Google Benchmark; --benchmark_filter=REGEX chooses rows.
 
 #include "benchmarks/conversion_rows.h"
+#include "benchmarks/envelope_rows.h"
 #include "benchmarks/folder_rows.h"
 #include "benchmarks/format_rows.h"
 #include "benchmarks/peak_memory.h"
@@ -9,6 +10,7 @@
 
 int main(int argc, char** argv) {
   zuna_bench::PrintPeakMemory();
+  zuna_bench::AddEnvelopeRows();
   zuna_bench::AddConversionRows();
   zuna_bench::AddFormatRows();
   const zuna_bench::Folders folders;

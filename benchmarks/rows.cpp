@@ -58,7 +58,7 @@ class MedianReporter : public benchmark::ConsoleReporter {
 void PrintRate(const Row& row, double seconds) {
   if (row.files > 0) {
     std::printf("  %6.0f files/s", static_cast<double>(row.files) / seconds);
-  } else {
+  } else if (row.events > 0) {
     std::printf("  %6.1f M events/s", static_cast<double>(row.events) / seconds / 1e6);
   }
   if (row.bytes > 0) std::printf("  %5.2f GB/s", static_cast<double>(row.bytes) / seconds / 1e9);
