@@ -18,6 +18,7 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 using zuna_converter::encrypt_current;
 using zuna_converter::encrypt_legacy;
+using zuna_converter::EncryptedOutput;
 using zuna_converter::guarded_read;
 
 version0::ShowData read_legacy_show(const std::string& path, const CipherKey& cipher_key) {
@@ -65,33 +66,49 @@ std::string read_show_name(const std::string& log_path) {
   return show_name;
 }
 
+// What an entry point writes. Each frees the models on return, because encrypting needs memory of its own.
+
+EncryptedOutput encrypted_up(const std::string& input, const std::string& log_path,
+                             const cmn::FileVersion& version, const CipherKey& cipher_key) {
+  zuna_midi::ShowData show = read_legacy_show(input, cipher_key).get_version_1_0();
+  show.show_name = read_show_name(log_path);
+  return encrypt_current(show, version, cipher_key.key, cipher_key.iv);
+}
+
+template <typename Source>
+EncryptedOutput encrypted_down(const Source& source, const Bytes& key, const Bytes& iv) {
+  const version0::ShowData show(read_current_show(source, key, iv));
+  return encrypt_legacy(show, key, iv);
+}
+
+template <typename Source>
+EncryptedOutput encrypted_as(const Source& source, const cmn::FileVersion& version, const Bytes& key,
+                             const Bytes& iv) {
+  const zuna_midi::ShowData show = read_current_show(source, key, iv);
+  return encrypt_current(show, version, key, iv);
+}
+
 }  // namespace
 
 std::string showdata_up(const std::string& input, const std::string& output, const std::string& log_path,
                         const cmn::FileVersion& version, const CipherKey& cipher_key) {
-  zuna_midi::ShowData show = read_legacy_show(input, cipher_key).get_version_1_0();
-  show.show_name = read_show_name(log_path);
-  return encrypt_current(show, version, cipher_key.key, cipher_key.iv).WriteToFile(output);
+  return encrypted_up(input, log_path, version, cipher_key).WriteToFile(output);
 }
 
 std::string showdata_down(const std::string& input, const std::string& output, const CipherKey& cipher_key) {
-  const version0::ShowData show(read_current_show(input, cipher_key.key, cipher_key.iv));
-  return encrypt_legacy(show, cipher_key.key, cipher_key.iv).WriteToFile(output);
+  return encrypted_down(input, cipher_key.key, cipher_key.iv).WriteToFile(output);
 }
 
 Bytes showdata_down_vector(const Bytes& data, const Bytes& key, const Bytes& iv) {
-  const version0::ShowData show(read_current_show(data, key, iv));
-  return encrypt_legacy(show, key, iv).GetEncryptedBytes();
+  return encrypted_down(data, key, iv).GetEncryptedBytes();
 }
 
 std::string showdata_converter(const std::string& input, const std::string& output,
                                const cmn::FileVersion& version, const CipherKey& cipher_key) {
-  const zuna_midi::ShowData show = read_current_show(input, cipher_key.key, cipher_key.iv);
-  return encrypt_current(show, version, cipher_key.key, cipher_key.iv).WriteToFile(output);
+  return encrypted_as(input, version, cipher_key.key, cipher_key.iv).WriteToFile(output);
 }
 
 Bytes showdata_converter_vector(const Bytes& data, const cmn::FileVersion& version, const Bytes& key,
                                 const Bytes& iv) {
-  const zuna_midi::ShowData show = read_current_show(data, key, iv);
-  return encrypt_current(show, version, key, iv).GetEncryptedBytes();
+  return encrypted_as(data, version, key, iv).GetEncryptedBytes();
 }
