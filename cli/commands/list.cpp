@@ -11,6 +11,7 @@
 #include "cmn/file_format.h"
 #include "kit/file.h"
 #include "toolkit/document/open.h"
+#include "toolkit/document/text_form.h"
 
 namespace zuna_cli {
 
@@ -35,9 +36,15 @@ std::string LineOf(const std::string& path, const zuna_toolkit::FileType& type, 
          "data\", \"fileVersion\": \"" + version + "\"}\n";
 }
 
+/// Throws zuna_toolkit::Error, also for the text of a version whose files are no text.
+zuna_toolkit::FileType TypeToList(zuna_toolkit::OpenedFile& file) {
+  return zuna_toolkit::IsTextForm(file) ? zuna_toolkit::ReadDocument(file).type()
+                                        : zuna_toolkit::Detect(file);
+}
+
 Outcome ListOne(const std::string& path, const ListOptions& options, const Keys& keys) {
-  zuna_toolkit::OpenedFile file = OpenInput(path, keys).file;
-  const zuna_toolkit::FileType type = zuna_toolkit::Detect(file);
+  const auto bytes = ReadInput(path, zuna_toolkit::kMaxFileSize);
+  const zuna_toolkit::FileType type = ReadEncryptedOrPlain(bytes, InputName(path), keys, TypeToList);
   Outcome outcome;
   if (options.Matches(type.version)) {
     outcome.text = LineOf(path, type, options.json);
@@ -80,7 +87,8 @@ void AddVersion(CLI::App& command, const std::string& name, const std::string& d
 }  // namespace
 
 void AddListCommand(CLI::App& app, Context& context) {
-  CLI::App* command = app.add_subcommand("list", "List shows and logs with their kinds and versions");
+  CLI::App* command =
+      app.add_subcommand("list", "List shows and logs, encrypted or not, with their kinds and versions");
   AddSharedOptions(*command, context);
   const auto options = std::make_shared<ListOptions>();
   AddInputs(*command, options->inputs);

@@ -54,15 +54,14 @@ void RunMidiExport(const MidiExportOptions& options, Context& context) {
   const std::vector<std::string> inputs = context.CheckInputs({options.input});
   RequireFolder(options.folder, "create it first");
   const Keys keys = context.ReadKeys();
-  zuna_toolkit::OpenedFile input = OpenInput(options.input, keys).file;
-  const zuna_toolkit::Document document =
-      zuna_toolkit::CurrentForm(zuna_toolkit::ReadDocument(input, zuna_toolkit::Expected::kShow));
+  const zuna_toolkit::Document document = zuna_toolkit::CurrentForm(
+      ReadEncryptedOrPlain(options.input, keys, zuna_toolkit::Expected::kShow).document);
   const zuna_midi::ShowData& show = *document.As<zuna_midi::ShowData>();
   OutputSet files(options.force);
   AddFiles(show, options.folder, inputs, files);
   std::size_t file = 0;
   for (const auto& [number, song] : show.songs()) {
-    const std::string bytes = ExportOne(*song, input.name(), context);
+    const std::string bytes = ExportOne(*song, document.name(), context);
     files.Write(file++, {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}, kNewFileMode);
   }
   context.Note(options.folder, zuna_toolkit::Counted(files.size(), "MIDI file", "MIDI files") + " written");
@@ -72,8 +71,8 @@ void RunMidiExport(const MidiExportOptions& options, Context& context) {
 }  // namespace
 
 void AddMidiExportCommand(CLI::App& midi, Context& context) {
-  CLI::App* command =
-      midi.add_subcommand("export", "Write every song of a show of any version as a MIDI file");
+  CLI::App* command = midi.add_subcommand(
+      "export", "Write every song of a show of any version, encrypted or not, as a MIDI file");
   AddSharedOptions(*command, context);
   const auto options = std::make_shared<MidiExportOptions>();
   AddInput(*command, options->input);

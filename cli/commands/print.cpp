@@ -109,10 +109,8 @@ void PrintSongs(const Songs& songs, const PrintOptions& options) {
   WriteStandardOutput(text.str());
 }
 
-void PrintFile(zuna_toolkit::OpenedFile& file, const PrintOptions& options) {
-  const bool is_log = zuna_toolkit::Detect(file).is_log();
-  const zuna_toolkit::Document document = zuna_toolkit::ReadDocument(file);
-  if (!is_log) {
+void PrintDocument(const zuna_toolkit::Document& document, const PrintOptions& options) {
+  if (!document.type().is_log()) {
     const zuna_toolkit::Document show = zuna_toolkit::CurrentForm(document);
     return PrintSongs(show.As<zuna_midi::ShowData>()->songs(), options);
   }
@@ -125,15 +123,14 @@ void PrintFile(zuna_toolkit::OpenedFile& file, const PrintOptions& options) {
 void RunPrint(const PrintOptions& options, const Context& context) {
   context.CheckInputs({options.input});
   const Keys keys = context.ReadKeys();
-  zuna_toolkit::OpenedFile file = OpenInput(options.input, keys).file;
-  PrintFile(file, options);
+  PrintDocument(ReadEncryptedOrPlain(options.input, keys).document, options);
 }
 
 }  // namespace
 
 void AddPrintCommand(CLI::App& app, Context& context) {
-  CLI::App* command =
-      app.add_subcommand("print", "Print the edits of a log, or the program changes of a show, as text");
+  CLI::App* command = app.add_subcommand(
+      "print", "Print the edits of a log, or the program changes of a show, encrypted or not, as text");
   AddSharedOptions(*command, context);
   const auto options = std::make_shared<PrintOptions>();
   AddInput(*command, options->input);

@@ -39,6 +39,7 @@ OpenedInput OpenInput(const std::string& path, const Keys& keys, zuna_toolkit::A
 
 zuna_toolkit::Error ErrorOfInput(const zuna_toolkit::Error& error, const std::vector<std::uint8_t>& bytes,
                                  const std::string& name, const Keys& keys) {
+  if (error.code() == ErrorCode::kWrongKind || error.code() == ErrorCode::kWrongCompanion) return error;
   try {
     DecryptInput(bytes, name, keys);
   } catch (const zuna_toolkit::Error& own) {
@@ -47,9 +48,10 @@ zuna_toolkit::Error ErrorOfInput(const zuna_toolkit::Error& error, const std::ve
   return error;
 }
 
-ReadInputDocument ReadEncryptedOrPlain(const std::string& path, const Keys& keys) {
+ReadInputDocument ReadEncryptedOrPlain(const std::string& path, const Keys& keys,
+                                       zuna_toolkit::Expected expected) {
   const auto bytes = ReadInput(path, zuna_toolkit::kMaxFileSize);
-  const auto read = [](OpenedFile& file) { return zuna_toolkit::ReadDocument(file); };
+  const auto read = [expected](OpenedFile& file) { return zuna_toolkit::ReadDocument(file, expected); };
   return {ReadEncryptedOrPlain(bytes, InputName(path), keys, read), zuna_toolkit::IsEncrypted(bytes)};
 }
 

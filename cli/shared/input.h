@@ -34,7 +34,8 @@ OpenedInput OpenInput(const std::string& path, const Keys& keys,
                       zuna_toolkit::Accept accept = zuna_toolkit::Accept::kEncrypted);
 
 /// The error of the file `bytes`, which failed with `error` when it was taken as encrypted or plain. What is
-/// no plain show or log either fails as it does where only encrypted files are accepted.
+/// no plain show or log either fails as it does where only encrypted files are accepted; one of another kind
+/// than expected is named as such.
 zuna_toolkit::Error ErrorOfInput(const zuna_toolkit::Error& error, const std::vector<std::uint8_t>& bytes,
                                  const std::string& name, const Keys& keys);
 
@@ -59,6 +60,7 @@ struct ReadInputDocument {
 };
 
 /// Reads the show or log at `path`. Throws kit::IoError, and what the other function throws.
-ReadInputDocument ReadEncryptedOrPlain(const std::string& path, const Keys& keys);
+ReadInputDocument ReadEncryptedOrPlain(const std::string& path, const Keys& keys,
+                                       zuna_toolkit::Expected expected = zuna_toolkit::Expected::kAny);
 
 }  // namespace zuna_cli

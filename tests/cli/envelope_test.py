@@ -118,7 +118,7 @@ class EnvelopeTest(WithShows):
                             "first")
         self.refuse("encrypt", "-", "-o", "new", code=BAD_INPUT,
                     stdin=b"\xef\xbb\xbf" + self.run_tool("dump", "new.showdata").stdout,
-                    message="standard input: is plain text of version 1.2; use build")
+                    message="standard input: is plain text of version 1.2; use build first: zuna-convert build TEXT -o OUT")
         for log in (b'{"kind": "logdata", "fileVersion": "2.0", "showName": ""}', b'{"kind": "logdata"}'):
             done = self.run_tool("encrypt", "-", "-o", "log", stdin=log, code=BAD_INPUT)
             self.assertRegex(done.stderr, rb"^zuna-convert: standard input: missing key .* \(at byte \d+\); correct")

@@ -38,8 +38,11 @@ class InfoTest(WithShows):
                 self.assertIn(f": {told}, not encrypted, ", said)
                 info = json.loads(self.run_tool("info", path, "--json", **options).stdout)
                 self.assertEqual((info["fileVersion"], info["encrypted"]), (told[-3:], False))
-                said = self.run_tool("check", path, **options).stdout.decode()
-                self.assertIn(f": {told}", said)
+                for command in ("check", "list"):
+                    said = self.run_tool(command, path, **options).stdout.decode()
+                    self.assertIn(f": {told}", said)
+                self.assertEqual(self.run_tool("print", path, **options).stdout, self.run_tool("print", name).stdout
+                                 if name != "old.logdata" else b"")
 
     def test_tells_what_is_wrong_with_plain_files(self):
         show = self.plaintext("new.showdata")
@@ -48,9 +51,12 @@ class InfoTest(WithShows):
                               (b"\xef\xbb\xbf{}", "text-error"), (legacy_log()[:-1], "cut-off"),
                               (self.run_tool("dump", "new.showdata").stdout, "plain-file")):
             self.write("plain", content)
-            for command in ("info", "check"):
+            reading = ("info", "check") if code in ("bad-content", "cut-off") else ("info", "check", "list")
+            for command in reading:  # list only looks for what tells the version
                 done = self.run_tool(command, "plain", "--json", code=BAD_INPUT)
                 self.assertEqual(json.loads(done.stdout)["error"]["code"], code, done.stdout)
+            said = self.run_tool("print", "plain", code=BAD_INPUT).stderr
+            self.assertTrue(said.endswith(f"[{code}]\n".encode()), said)
 
     def test_goes_on_past_bad_files(self):
         self.write("bad", "no show")

@@ -5,7 +5,7 @@ import os
 import resource
 import unittest
 
-from tool import BAD_INPUT, IO, NOTES, REFUSED, USAGE, ToolTest, legacy_show, legacy_song, midi_file
+from tool import BAD_INPUT, IO, NOTES, REFUSED, USAGE, ToolTest, legacy_log, legacy_show, legacy_song, midi_file
 
 
 class MidiTest(ToolTest):
@@ -124,6 +124,17 @@ class MidiTest(ToolTest):
         os.mkdir(self.path("out"))
         self.run_tool("midi", "export", "old.showdata", "--out-dir", "out")
         self.assertIn("out/4 Four.mid", self.files())
+
+    def test_exports_shows_that_are_not_encrypted(self):
+        self.write("plain.showdata", legacy_show(legacy_song("4", "Four")))
+        os.mkdir(self.path("out"))
+        self.run_tool("midi", "export", "plain.showdata", "--out-dir", "out")
+        self.assertIn("out/4 Four.mid", self.files())
+
+    def test_does_not_export_a_log(self):
+        self.write("plain.logdata", legacy_log())
+        self.refuse("midi", "export", "plain.logdata", "--out-dir", ".", code=BAD_INPUT,
+                    message="plain.logdata: is a log, and this command takes shows; give a show")
 
     def test_keeps_file_names_inside_the_folder(self):
         songs = [legacy_song("../1", "../../etc"), legacy_song("2", "a\x07\\b:c"), legacy_song("3", "é" * 120),

@@ -35,8 +35,9 @@ class UpTest(WithShows):
 
     def test_refuses_companions_that_are_no_log(self):
         arguments = ("up", "old.showdata", "-o", "out", "--companion")
-        for name, version in (("twin", "0.0"), ("new.showdata", "1.2")):
-            self.write("twin", self.read("old.showdata"))
+        self.write("twin", self.read("old.showdata"))
+        self.write("plain", self.plaintext("old.showdata"))
+        for name, version in (("twin", "0.0"), ("plain", "0.0"), ("new.showdata", "1.2")):
             self.refuse(*arguments, name, code=BAD_INPUT,
                         message=f"old.showdata: companion {name}: is a show of version {version}, no log; give the log "
                                 "of the show")

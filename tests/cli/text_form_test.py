@@ -74,10 +74,10 @@ class Dump(TextFormTest):
         for version in ("0.0", "1.2"):
             for kind in KINDS:
                 self.run_tool("dump", f"{version}.{kind}", "-o", "text")
-                self.refuse("info", "text", code=BAD_INPUT,
-                            message=f"text: is plain text of version {version}; use build first")
-                self.refuse("encrypt", "text", "-o", "out", code=BAD_INPUT,
-                            message=f"text: is plain text of version {version}; use build")
+                message = f"text: is plain text of version {version}; use build first: zuna-convert build TEXT -o OUT"
+                for command in ("info", "check", "list", "print"):
+                    self.refuse(command, "text", code=BAD_INPUT, message=message)
+                self.refuse("encrypt", "text", "-o", "out", code=BAD_INPUT, message=message)
                 os.remove(self.path("text"))
         self.run_tool("convert", "1.2.showdata", "-o", "2.0", "--to", "2.0")
         self.run_tool("dump", "2.0", "-o", "text")

@@ -160,7 +160,7 @@ FileType Detect(OpenedFile& file) {
 void RequireCorrectText(std::span<const std::uint8_t> plaintext, const std::string& name) {
   if (!BeginsLikeTextForm(AsText(plaintext.first(std::min(plaintext.size(), kTextFormProbe))))) return;
   if (const std::string version = VersionForBuild(AsText(plaintext)); !version.empty()) {
-    throw Error(ErrorCode::kTextError, name, "is plain text of version " + version, "use build");
+    throw Error(ErrorCode::kTextError, name, "is plain text of version " + version, kUseBuild);
   }
   std::istringstream stream{std::string(AsText(plaintext))};
   OnFile(name, [&] {

@@ -34,7 +34,7 @@ PlainKind PlainKindOf(std::string_view text) {
     if (text.starts_with(cmn::BinaryMagic(kind))) return {"is a plain " + std::string(cmn::KindName(kind))};
   }
   if (const std::string version = VersionForBuild(text); !version.empty()) {
-    return {"is plain text of version " + version, "use build first"};
+    return {"is plain text of version " + version, kUseBuild};
   }
   if (BeginsLikeTextForm(text)) return {"is plain text"};
   return {"", ""};

@@ -26,6 +26,9 @@ bool BeginsLikeTextForm(std::string_view text);
 /// encrypted as it is. Empty for any other text, and where the version stands far behind the beginning.
 std::string VersionForBuild(std::string_view text);
 
+/// What to do with the text of such a version.
+inline constexpr const char* kUseBuild = "use build first: zuna-convert build TEXT -o OUT";
+
 /// The code of an error in the content of a current file: kTextError for a text form, kBadContent for
 /// another. The stream is at its beginning then.
 ErrorCode DataCodeOf(std::istream& stream);
