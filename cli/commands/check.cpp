@@ -3,7 +3,6 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <string_view>
 #include <utility>
 
 #include "cli/batch/companions.h"
@@ -17,14 +16,12 @@
 #include "cli/shared/losses.h"
 #include "cli/terminal/text.h"
 #include "toolkit/conversion/conversion.h"
-#include "toolkit/error.h"
 
 namespace zuna_cli {
 
 namespace {
 
 using zuna_toolkit::Document;
-using zuna_toolkit::ErrorCode;
 
 struct CheckOptions {
   InputOptions inputs;
@@ -103,30 +100,10 @@ Group GroupOf(const Findings& findings) {
   return findings.has_errors() ? kWithErrors : kWithWarnings;
 }
 
-/// Whether an error of this code may be one of a damaged file, of which rescue saves what is left: what
-/// explain has about it names that command.
-bool MayRescueHelp(ErrorCode code) {
-  const auto& explanation = zuna_toolkit::ErrorExplanations()[static_cast<std::size_t>(code)];
-  return explanation.commands.find("zuna-convert rescue FILE -o OUT") != std::string_view::npos;
-}
-
-/// Reads the file. Where rescue may help, the error says that too.
-Document ReadToCheck(const std::string& path, const Keys& keys) {
-  try {
-    return ReadEncryptedOrPlain(path, keys).document;
-  } catch (const zuna_toolkit::Error& error) {
-    if (!MayRescueHelp(error.code())) throw;
-    const std::string or_rescue = ", or save what is left of a damaged file with rescue";
-    zuna_toolkit::ErrorParts parts = error.parts();
-    parts.remedy += or_rescue;
-    throw zuna_toolkit::Error(error.code(), std::move(parts), error.what() + or_rescue);
-  }
-}
-
 Outcome CheckOne(const zuna_toolkit::Input& input, const CheckOptions& options, const Keys& keys,
                  const Detail& detail) {
   const std::string& path = input.path;
-  const Document document = ReadToCheck(path, keys);
+  const Document document = ReadEncryptedOrPlain(path, keys).document;
   const Findings findings(document, options.json);
   const std::optional<Document> converted = ConvertedForm(document, options);
   std::optional<Losses> losses;

@@ -36,9 +36,9 @@ OffsetsInput OpenForOffsets(const std::string& path, const Context& context) {
   context.CheckInputs({path});
   const Keys keys = context.ReadKeys();
   const std::vector<std::uint8_t> bytes = ReadInput(path, zuna_toolkit::kMaxFileSize);
-  zuna_toolkit::OpenedFile file =
-      DecryptInput(bytes, InputName(path), keys, zuna_toolkit::Accept::kEncryptedOrPlain).file;
-  zuna_toolkit::FieldSource source = zuna_toolkit::FieldSourceOf(file);
+  zuna_toolkit::FieldSource source =
+      ReadEncryptedOrPlain(bytes, InputName(path), keys, zuna_toolkit::FieldSourceOf);
+  if (source.damage) source.damage = WithRescue(*source.damage);
   return {path, bytes.size() - source.plaintext.size(), std::move(source)};
 }
 
@@ -57,11 +57,10 @@ void RunOffsets(const DumpOptions& options, const Context& context) {
 void RunDump(const Paths& paths, Context& context) {
   Destination destination = context.CheckPaths(paths.output, {paths.input});
   const Keys keys = context.ReadKeys();
-  zuna_toolkit::OpenedFile file = OpenInput(paths.input, keys, zuna_toolkit::Accept::kEncryptedOrPlain).file;
-  const zuna_toolkit::Document document = zuna_toolkit::ReadDocument(file);
+  const zuna_toolkit::Document document = ReadEncryptedOrPlain(paths.input, keys).document;
   const std::string text = TextFormOf(document);
   const std::string left_out = zuna_toolkit::LeftOutOfText(document);
-  if (!left_out.empty()) context.Note(file.name(), "the text leaves out " + left_out);
+  if (!left_out.empty()) context.Note(document.name(), "the text leaves out " + left_out);
   destination.WriteJson(text);
 }
 

@@ -3,12 +3,34 @@
 
 #include <unistd.h>
 
+#include <string_view>
+#include <utility>
+
 #include "cli/terminal/standard_streams.h"
 #include "kit/file.h"
 
 namespace zuna_cli {
 
 using zuna_toolkit::OpenedFile;
+
+namespace {
+
+/// Whether an error of this code may be one of a damaged file, of which rescue saves what is left: what
+/// explain has about it names that command.
+bool MayRescueHelp(ErrorCode code) {
+  const auto& explanation = zuna_toolkit::ErrorExplanations()[static_cast<std::size_t>(code)];
+  return explanation.commands.find("zuna-convert rescue FILE -o OUT") != std::string_view::npos;
+}
+
+}  // namespace
+
+zuna_toolkit::Error WithRescue(const zuna_toolkit::Error& error) {
+  if (!MayRescueHelp(error.code())) return error;
+  const std::string or_rescue = ", or save what is left of a damaged file with rescue";
+  zuna_toolkit::ErrorParts parts = error.parts();
+  parts.remedy += or_rescue;
+  return {error.code(), std::move(parts), error.what() + or_rescue};
+}
 
 std::vector<std::uint8_t> ReadInput(const std::string& path, std::size_t limit) {
   const kit::FileBytes file = path == kStandardStream
@@ -43,9 +65,11 @@ zuna_toolkit::Error ErrorOfInput(const zuna_toolkit::Error& error, const std::ve
   try {
     DecryptInput(bytes, name, keys);
   } catch (const zuna_toolkit::Error& own) {
-    if (own.code() != ErrorCode::kPlainFile || error.code() == ErrorCode::kUnsupportedVersion) return own;
+    if (own.code() != ErrorCode::kPlainFile || error.code() == ErrorCode::kUnsupportedVersion) {
+      return WithRescue(own);
+    }
   }
-  return error;
+  return WithRescue(error);
 }
 
 ReadInputDocument ReadEncryptedOrPlain(const std::string& path, const Keys& keys,

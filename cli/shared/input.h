@@ -33,9 +33,12 @@ OpenedInput DecryptInput(const std::vector<std::uint8_t>& bytes, const std::stri
 OpenedInput OpenInput(const std::string& path, const Keys& keys,
                       zuna_toolkit::Accept accept = zuna_toolkit::Accept::kEncrypted);
 
+/// The same error; where rescue may help, its remedy says that too.
+zuna_toolkit::Error WithRescue(const zuna_toolkit::Error& error);
+
 /// The error of the file `bytes`, which failed with `error` when it was taken as encrypted or plain. What is
 /// no plain show or log either fails as it does where only encrypted files are accepted; one of another kind
-/// than expected is named as such.
+/// than expected is named as such. It is WithRescue().
 zuna_toolkit::Error ErrorOfInput(const zuna_toolkit::Error& error, const std::vector<std::uint8_t>& bytes,
                                  const std::string& name, const Keys& keys);
 

@@ -4,7 +4,7 @@ import json
 import os
 import unittest
 
-from tool import (BAD_INPUT, NEGATIVE, PART_FAILED, USAGE, WithLogs, legacy_log, legacy_show, legacy_song, legacy_song_log,
+from tool import (BAD_INPUT, NEGATIVE, OR_RESCUE, PART_FAILED, USAGE, WithLogs, legacy_log, legacy_show, legacy_song, legacy_song_log,
                   without_codes)
 
 
@@ -106,12 +106,16 @@ class CheckTest(WithLogs):
         self.encrypt("other", b"something else")
         self.encrypt("text", b'{"kind": "logdata", "fileVersion": "2.0",')
         self.assertTrue(self.run_tool("check", "text", code=BAD_INPUT).stderr.rstrip().endswith(
-            b"or correct its text, or save what is left of a damaged file with rescue [text-error]"))
+            b"or correct its text" + OR_RESCUE.encode() + b" [text-error]"))
         for name in ("cut", "longer", "changed", "version", "front", "content", "other"):
             with self.subTest(name):
-                said = without_codes(self.run_tool("info", name, code=BAD_INPUT).stderr.decode())
-                self.refuse("check", name, code=BAD_INPUT, message=said.removeprefix("zuna-convert: ").rstrip("\n") +
-                            ", or save what is left of a damaged file with rescue")
+                other = {"content": ["convert"], "other": ["up", "--show-name", "Show"]}.get(name, ["decrypt"])
+                said = without_codes(self.run_tool(*other, name, "-o", "out", code=BAD_INPUT).stderr.decode())
+                for command in ("check", "info", "dump", "print"):
+                    self.refuse(command, name, code=BAD_INPUT,
+                                message=said.removeprefix("zuna-convert: ").rstrip("\n") + OR_RESCUE)
+                said = without_codes(self.run_tool("dump", "--offsets", name, code=BAD_INPUT).stderr.decode())
+                self.assertTrue(said.endswith(OR_RESCUE + "\n"), said)
 
     def test_does_not_point_to_rescue_where_it_does_not_help(self):
         self.write("empty", b"")

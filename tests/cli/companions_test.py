@@ -5,7 +5,7 @@ import os
 import unittest
 
 from folder import FolderTest
-from tool import BAD_INPUT, IO, PART_FAILED, REFUSED, USAGE, legacy_log, legacy_show, legacy_song_log
+from tool import BAD_INPUT, IO, OR_RESCUE, PART_FAILED, REFUSED, USAGE, legacy_log, legacy_show, legacy_song_log
 
 
 class CompanionTest(FolderTest):
@@ -73,7 +73,7 @@ class CompanionTest(FolderTest):
                          'in/opera.showdata: song 2 has another name in in/opera.logdata: "Two", there "Other"')
 
     def test_refuses_a_companion_of_zeros(self):
-        zeros = "is not an encrypted file of this kind (offset 0); give an encrypted show or log file"
+        zeros = "is not an encrypted file of this kind (offset 0); give an encrypted show or log file" + OR_RESCUE
         for name, other in (("opera.logdata", "opera.showdata"), ("opera.showdata", "opera.logdata")):
             content = self.read(f"in/{other}")
             self.write(f"in/{other}", bytes(len(content)))

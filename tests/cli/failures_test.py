@@ -5,7 +5,7 @@ import os
 import unittest
 
 from folder import FolderTest
-from tool import BAD_INPUT, PART_FAILED, USAGE, legacy_log, legacy_song_log
+from tool import BAD_INPUT, OR_RESCUE, PART_FAILED, USAGE, legacy_log, legacy_song_log
 
 
 class FailureTest(FolderTest):
@@ -133,7 +133,8 @@ class FailureTest(FolderTest):
     def test_tells_which_input_a_companion_was_for(self):
         self.write("in/opera.logdata", "bad")
         self.assertIn("in/opera.showdata: companion in/opera.logdata: is not an encrypted file of this kind (offset 0); "
-                      "give an encrypted show or log file", self.said("up", "in/opera.showdata", "-o", "out", code=BAD_INPUT))
+                      "give an encrypted show or log file" + OR_RESCUE,
+                      self.said("up", "in/opera.showdata", "-o", "out", code=BAD_INPUT))
 
 
 if __name__ == "__main__":

@@ -4,7 +4,7 @@ import json
 import struct
 import unittest
 
-from tool import (BAD_INPUT, IO, REFUSED, USAGE, WRONG_KEY, WithLogs, legacy_log, legacy_show, legacy_song,
+from tool import (BAD_INPUT, IO, OR_RESCUE, REFUSED, USAGE, WRONG_KEY, WithLogs, legacy_log, legacy_show, legacy_song,
                   legacy_song_log)
 
 VERSIONS = ("1.1", "1.2", "2.0")
@@ -123,7 +123,7 @@ class UpTest(WithLogs):
                             ["print", "bad"]):
                 self.refuse(*command, code=BAD_INPUT,
                             message=f"bad: cannot be read as a log of version 0.0: it {problem}; "
-                                    f"get {remedy} copy of the file")
+                                    f"get {remedy} copy of the file" + (OR_RESCUE if command[0] != "up" else ""))
         for size in range(8, len(good)):  # Now the length fits.
             self.encrypt("bad", good[:4] + struct.pack("<I", size - 8) + good[8:size])
             done = self.run_tool("up", "bad", "-o", "out", "--force", "--companion", "old.showdata", "--quiet",
@@ -249,7 +249,7 @@ class ConvertTest(WithLogs):
             self.encrypt("bad", bad)
             for command in (["convert", "bad", "-o", "out"], ["info", "bad"], ["print", "bad"]):
                 done = self.run_tool(*command, code=BAD_INPUT)
-                self.assertRegex(done.stderr, rb"^zuna-convert: bad: .*at byte \d+\); .*correct its text \[text-error\]\n$")
+                self.assertRegex(done.stderr, rb"^zuna-convert: bad: .*at byte \d+\); .*correct its text(, or .* rescue)? \[text-error\]\n$")
         self.run_tool("encrypt", "-", "-o", "out", stdin=good)
         self.assertEqual(self.read("out"), self.read("text"))
 

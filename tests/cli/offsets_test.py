@@ -6,7 +6,7 @@ import re
 import unittest
 
 from terminal import run_on_terminal
-from tool import BAD_INPUT, IO, TOOL, USAGE, ToolTest, without_codes
+from tool import BAD_INPUT, IO, OR_RESCUE, TOOL, USAGE, ToolTest, without_codes
 
 EXAMPLES = pathlib.Path(__file__).parents[2] / "examples"
 KINDS = ("showdata", "logdata")
@@ -116,7 +116,7 @@ class OffsetsTest(ToolTest):
         self.run_tool("decrypt", "1.2.showdata", "-o", "plain")
         self.write("cut", self.read("plain")[:1000])
         done = self.run_tool("dump", "--offsets", "cut", code=BAD_INPUT)
-        message = "cut: The show file is cut off: its header states 2350 bytes, only 1000 are present; get an undamaged copy of the file"
+        message = "cut: The show file is cut off: its header states 2350 bytes, only 1000 are present; get an undamaged copy of the file" + OR_RESCUE
         self.assertEqual(without_codes(done.stderr.decode()), f"zuna-convert: {message}\n")
         _, whole = self.lines("1.2.showdata")
         _, fields = self.lines("cut", code=BAD_INPUT)
@@ -128,7 +128,7 @@ class OffsetsTest(ToolTest):
     def test_of_a_file_that_cannot_be_opened(self):
         self.write("bad", bytes(5))
         self.refuse("dump", "--offsets", "bad", code=BAD_INPUT,
-                    message="bad: is no show and no log of any version; give an undamaged file")
+                    message="bad: is not an encrypted file of this kind (offset 0); give an encrypted show or log file" + OR_RESCUE)
         self.assertEqual(self.json("bad", code=BAD_INPUT)["exitCode"], BAD_INPUT)
         self.assertEqual(self.json("none", code=IO)["error"]["file"], "none")
 

@@ -23,6 +23,9 @@ KEY_FILE.flush()
 DONE, NEGATIVE, USAGE, REFUSED, BAD_INPUT, WRONG_KEY, IO, PART_FAILED, NOTHING_MATCHED = range(9)
 INTERRUPTED, CLOSED_PIPE = 130, 141
 
+# What the messages of commands that read a file end with, where it may be a damaged one.
+OR_RESCUE = ", or save what is left of a damaged file with rescue"
+
 
 def undo_command():
     """The command of docs/folders.md that undoes --in-place by the report up.json."""
