@@ -31,8 +31,9 @@ ZUNA_API std::shared_ptr<SongData> ReadSong(std::string_view file, std::size_t& 
 ///@}
 
 /// Reads the song at `offset` up to the first byte that cannot be read, where `offset` is then: the lists
-/// and voices before it, and the messages of a voice that is damaged. What has not been read is empty or 0. A
-/// song that is whole is the one that ReadSong() gives. Throws std::invalid_argument for a version that is
+/// and voices before it, and the messages of a voice that is damaged. A voice whose number another one has
+/// gets a free number. What has not been read is empty or 0. A song that is whole is the one that ReadSong()
+/// gives. Throws std::invalid_argument for a version that is
 /// not binary.
 ZUNA_API std::shared_ptr<SongData> ReadBeginningOfSong(std::string_view file, std::size_t& offset,
                                                        cmn::FileVersion version);

@@ -43,6 +43,7 @@ class BinarySalvage {
         stated_size_(stated_size),
         compact_(version == cmn::FileVersion{1, 2}),
         checksum_size_(HasChecksum(version) ? kChecksumSize : 0),
+        songs_end_(bytes.size() - (stated_size == bytes.size() ? checksum_size_ : 0)),
         steps_(bytes.size()) {}
 
   Salvage Run() {
@@ -59,10 +60,10 @@ class BinarySalvage {
       const std::size_t next = Find(at + 1);
       if (song && IsSong(at, *song) && end <= next) {
         Keep(song, at, end, "its end does not meet the next song");
+        at = next;
       } else {
-        TakeBeginning(at, next);
+        at = TakeBeginning(at, next);
       }
-      at = next;
     }
     const bool has_checksum = stated_size_ == bytes_.size() || songs_.size() == report_.stated_songs;
     if (at < bytes_.size() && has_checksum) report_.framing.push_back({at, bytes_.size()});
@@ -100,7 +101,7 @@ class BinarySalvage {
   /// The song at `at`, which is after it then; null where there is none.
   std::shared_ptr<Song> Read(std::size_t& at) {
     try {
-      return Kind::ReadSong(bytes_, at, version_);
+      return Kind::ReadSong(bytes_.substr(0, songs_end_), at, version_);
     } catch (const cmn::DataError& error) {
       failed_at_ = error.offset().value_or(at);
       return nullptr;
@@ -154,16 +155,20 @@ class BinarySalvage {
   }
 
   /// Takes what is before the damage of a song that cannot be read to its end. What has no song's number and
-  /// name is none.
-  void TakeBeginning(std::size_t begin, std::size_t end) {
-    if (!MayBegin(begin)) return;
+  /// name is none. Returns where to go on.
+  std::size_t TakeBeginning(std::size_t begin, std::size_t end) {
+    if (!MayBegin(begin)) return end;
     std::size_t stop = begin;
-    const auto song = Kind::ReadBeginning(bytes_.substr(0, end), stop, version_);
+    const auto song = Kind::ReadBeginning(bytes_.substr(0, std::min(end, songs_end_)), stop, version_);
     if (Kind::HoldsSomething(*song)) {
-      Keep(song, begin, stop, "what follows in it cannot be read");
+      const bool at_the_end = stop == songs_end_ && stated_size_ == bytes_.size();
+      Keep(song, begin, stop,
+           at_the_end ? "its fields do not fit together" : "what follows in it cannot be read");
+      if (at_the_end) return stop;
     } else {
       Lose(begin, end);
     }
+    return end;
   }
 
   void Lose(std::size_t begin, std::size_t end) {
@@ -178,6 +183,7 @@ class BinarySalvage {
   std::uint64_t stated_size_;
   bool compact_;
   std::size_t checksum_size_;
+  std::size_t songs_end_;  ///< before the checksum, where that is known to be there
   Steps steps_;
   std::uint64_t failed_at_ = 0;               ///< where the last song that could not be read is wrong
   std::vector<std::shared_ptr<Song>> songs_;  ///< those in the report that are not lost

@@ -14,8 +14,8 @@
 namespace zuna_core {
 
 /// Reads what a BinaryFieldWriter wrote. Throws as BinaryFieldReader does; what stands before the damage is
-/// in the record then, the entries of a list and the voice that is damaged too. A message that is none of
-/// MIDI counts as damage: where a count is wrong, other fields are read as messages.
+/// in the record then, the entries of a list and a damaged voice with its messages too. A message that is
+/// none of MIDI counts as damage: where a count is wrong, other fields are read as messages.
 template <Layout kLayout>
 class PartialFieldReader : public BinaryFieldReader<kLayout> {
  public:
@@ -67,13 +67,18 @@ class PartialFieldReader : public BinaryFieldReader<kLayout> {
     this->U32(key, count);
     for (std::uint32_t i = 0; i < count; ++i) {
       const auto child = Of::New();
+      const char* const begin = this->in_.next();
       try {
         VisitFields(*this, *child);
       } catch (const cmn::DataError&) {
-        Of::Add(parent, child);
+        if (Of::HoldsSomething(*child)) {
+          Of::AddUnderFreeNumber(parent, child);
+        } else {
+          this->in_.MoveTo(begin);
+        }
         throw;
       }
-      if (const char* problem = Of::Add(parent, child)) this->in_.Fail(Of::kKey, problem);
+      if (!Of::AddUnderFreeNumber(parent, child)) this->in_.Fail(Of::kKey, "no number is free");
     }
   }
 

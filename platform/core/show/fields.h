@@ -103,6 +103,20 @@ struct ChildRecords<zuna_midi::VoiceData> {
     voices.AddTrack(std::move(track));
     return nullptr;
   }
+
+  static bool HoldsSomething(const zuna_midi::VoiceTrack& track) { return !track.messages.empty(); }
+
+  /// Adds a track of a damaged song, whose number may be wrong. Returns false where no number is free.
+  static bool AddUnderFreeNumber(zuna_midi::VoiceData& voices, std::shared_ptr<zuna_midi::VoiceTrack> track) {
+    if (voices.tracks().contains(track->track_number)) {
+      std::uint16_t number = 1;
+      while (number != 0 && voices.tracks().contains(number)) ++number;
+      if (number == 0) return false;
+      track->track_number = number;
+    }
+    voices.AddTrack(std::move(track));
+    return true;
+  }
 };
 
 template <>

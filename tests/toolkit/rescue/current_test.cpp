@@ -249,6 +249,53 @@ TEST(RescueOfCurrentSongs, SavesTheBeginningOfASongThatIsCut) {
   }
 }
 
+TEST(RescueOfCurrentSongs, SavesTheVoicesOfASongWhereTwoHaveOneNumber) {
+  zuna_midi::ShowData show = zuna_test::SampleShow();
+  const auto second = std::make_shared<zuna_midi::VoiceTrack>();
+  second->track_number = 2;
+  second->name = "Second";
+  second->messages = {{1, {0x90, 60, 100}}};
+  show.songs().at("2b")->voice_data->AddTrack(second);
+  std::string bytes = zuna_test::WrittenAt(show, {1, 2});
+  bytes[bytes.find("Second") - 2] = '\1';
+  const Rescued rescued = zuna_test::RescuedOf(bytes);
+  ASSERT_EQ(rescued.report.songs.size(), 1U);
+  EXPECT_EQ(rescued.report.songs[0].state, SongState::kPartly);
+  EXPECT_EQ(rescued.report.songs[0].remarks, Texts{"its fields do not fit together"});
+  EXPECT_EQ(rescued.report.unread, std::vector<zuna_toolkit::ByteRange>());
+  const auto& song = *rescued.document.As<zuna_midi::ShowData>()->songs().at("2b");
+  EXPECT_EQ(*song.voice_data->tracks().at(2), *second);
+}
+
+/// A show whose checksum begins with what may be a message: a small time, a status and two data bytes.
+std::string WithAChecksumLikeAMessage() {
+  zuna_midi::ShowData show = zuna_test::SampleShow();
+  show.songs().at("2b")->voice_data->AddTrack([] {
+    auto last = std::make_shared<zuna_midi::VoiceTrack>();
+    last->track_number = 400;
+    last->messages = {{1, {0x90, 60, 100}}};
+    return last;
+  }());
+  for (unsigned i = 0;; ++i) {
+    show.show_name = std::to_string(i);
+    std::string bytes = zuna_test::WrittenAt(show, {1, 2});
+    const auto at = [&](std::size_t offset) { return static_cast<unsigned char>(bytes[offset]); };
+    const std::size_t checksum = bytes.size() - 4;
+    if ((at(checksum) & 0x81) == 0 && (at(checksum + 1) & 0xF0) == 0x90 && at(checksum + 2) < 0x80 &&
+        at(checksum + 3) < 0x80) {
+      return bytes;
+    }
+  }
+}
+
+TEST(RescueOfCurrentSongs, TakesNoMessageOutOfTheChecksum) {
+  std::string bytes = WithAChecksumLikeAMessage();
+  bytes[bytes.size() - 4 - 4 - 1] = '\2';  // the count of the last voice's messages
+  const Rescued rescued = zuna_test::RescuedOf(bytes);
+  const auto& song = *rescued.document.As<zuna_midi::ShowData>()->songs().at("2b");
+  EXPECT_EQ(song.voice_data->tracks().at(400)->messages.size(), 1U);
+}
+
 TEST(RescueOfCurrentSongs, SavesTheBeginningOfASongLogThatIsCut) {
   for (const cmn::FileVersion version : {cmn::FileVersion{1, 1}, {1, 2}}) {
     const std::string bytes = zuna_test::WrittenAt(zuna_test::SampleLog(), version);

@@ -102,6 +102,30 @@ TEST_P(Records, AreReadUpToACut) {
                     });
 }
 
+TEST_P(Records, OfACutSongHaveNoVoicesThatWereNotThere) {
+  zuna_midi::ShowData show = zuna_test::SampleShow();
+  const auto second = std::make_shared<zuna_midi::VoiceTrack>();
+  second->track_number = 7;
+  second->name = "Second";
+  second->messages = {{1, {0x90, 60, 100}}};
+  const auto& sample = show.songs().begin()->second->voice_data;
+  sample->AddTrack(second);
+  const std::string bytes = zuna_test::WrittenAt(show, GetParam());
+  std::size_t song = kHeader;
+  zuna_midi::ReadShowHead(bytes, song, GetParam());
+  for (std::size_t size = song; size <= bytes.size() - ChecksumSize(); ++size) {
+    std::size_t stop = song;
+    const auto read =
+        zuna_midi::ReadBeginningOfSong(std::string_view(bytes).substr(0, size), stop, GetParam());
+    for (const auto& [number, voice] : read->voice_data->tracks()) {
+      ASSERT_TRUE(sample->tracks().contains(number)) << size;
+      EXPECT_EQ(voice->name, sample->tracks().at(number)->name) << size;
+      EXPECT_EQ(voice->reserved, sample->tracks().at(number)->reserved) << size;
+      EXPECT_EQ(voice->messages.empty(), sample->tracks().at(number)->messages.empty()) << size;
+    }
+  }
+}
+
 TEST_P(Records, OfALogAreReadUpToACut) {
   if (GetParam() == cmn::FileVersion{1, 0}) return;  // which has no logs
   const std::string bytes = zuna_test::WrittenAt(zuna_test::SampleLog(), GetParam());
@@ -132,20 +156,26 @@ TEST_P(Records, AreReadUpToAMessageThatIsNoneOfMidi) {
   expect_two(bytes.substr(0, last + 2));  // cut inside of the message
 }
 
-TEST_P(Records, AreReadUpToASecondVoiceOfANumber) {
+TEST_P(Records, GiveASecondVoiceOfANumberAFreeOne) {
   zuna_midi::ShowData show = zuna_test::SampleShow();
-  const auto second = std::make_shared<zuna_midi::VoiceTrack>();
-  second->track_number = 2;
-  second->name = "Second";
-  show.songs().begin()->second->voice_data->AddTrack(second);
+  for (const std::uint16_t number : {std::uint16_t{2}, std::uint16_t{3}}) {
+    const auto voice = std::make_shared<zuna_midi::VoiceTrack>();
+    voice->track_number = number;
+    voice->name = "Voice " + std::to_string(number);
+    voice->messages = {{number, {0x90, 60, 100}}};
+    show.songs().begin()->second->voice_data->AddTrack(voice);
+  }
   std::string bytes = zuna_test::WrittenAt(show, GetParam());
   const std::size_t before_name = GetParam() == cmn::FileVersion{1, 2} ? 1 + 1 : 2 + 4;
-  bytes[bytes.find("Second") - before_name] = '\1';
+  bytes[bytes.find("Voice 2") - before_name] = '\1';
   std::size_t offset = kHeader;
   zuna_midi::ReadShowHead(bytes, offset, GetParam());
   const auto song = zuna_midi::ReadBeginningOfSong(bytes, offset, GetParam());
-  ASSERT_EQ(song->voice_data->tracks().size(), 1U);
-  EXPECT_EQ(song->voice_data->tracks().at(1)->name, "Piano");
+  EXPECT_EQ(offset, bytes.size() - ChecksumSize());
+  EXPECT_EQ(song->voice_data->tracks().size(), show.songs().begin()->second->voice_data->tracks().size());
+  for (const auto& [number, voice] : show.songs().begin()->second->voice_data->tracks()) {
+    EXPECT_EQ(*song->voice_data->tracks().at(number), *voice);
+  }
 }
 
 TEST(RecordsOfATextForm, AreNotRead) {
