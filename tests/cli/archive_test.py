@@ -106,7 +106,9 @@ class ArchiveTest(ToolTest):
                 expected[f"in/{name}.~1~"] = file.content
         self.expect_files(expected)
         if shutil.which("jq"):
-            subprocess.run(["sh", "-c", undo_command().replace("up.json", "report")], cwd=self.folder, check=True)
+            undo = undo_command().replace("up.undone.json", "report").replace("up.json", "report-of-run")
+            os.rename(self.path("report"), self.path("report-of-run"))
+            subprocess.run(["sh", "-c", undo], cwd=self.folder, check=True)
             self.expect_files(self.before)
 
 

@@ -17,8 +17,8 @@ from tool import (BAD_INPUT, INTERRUPTED, IO, NOTHING_MATCHED, PART_FAILED, REFU
 
 
 class ReportTest(FolderTest):
-    def lines(self):
-        return [json.loads(line) for line in self.read("report").splitlines()]
+    def lines(self, report="report"):
+        return [json.loads(line) for line in self.read(report).splitlines()]
 
     def test_has_a_line_for_each_input(self):
         self.write("in/bad.showdata", "bad")
@@ -140,8 +140,19 @@ class ReportTest(FolderTest):
                 {"status": "begun", "backup": f"in/{name}.~9~", "output": f"in/{name}"}).encode() + b"\n")
         self.write("up.json", self.read("up.json") + b'{"schemaVersion": 1, "sta')
         subprocess.run(["sh", "-c", undo_command()], cwd=self.folder, check=True)
-        os.remove(self.path("up.json"))
+        os.remove(self.path("up.undone.json"))
         self.assertEqual(self.files(), before)
+
+    def test_undoes_each_run_once(self):
+        self.run_tool("up", "in", "--in-place", "--report", "up.json")
+        subprocess.run(["sh", "-c", undo_command()], cwd=self.folder, check=True)
+        self.write("in/opera.showdata.~1~", self.read("in/opera.showdata"))  # as an editor leaves it
+        self.encrypt("in/opera.showdata", legacy_show(legacy_song("7", "Edited")))
+        edited = self.read("in/opera.showdata")
+        self.run_tool("up", "in/opera.showdata", "--in-place", "--any-companion", "--report", "up.json")
+        self.assertEqual(self.lines("up.json")[0]["backup"], "in/opera.showdata.~2~")
+        subprocess.run(["sh", "-c", undo_command()], cwd=self.folder, check=True)
+        self.assertEqual(self.read("in/opera.showdata"), edited)
 
     def test_has_the_notes_about_a_companion(self):
         self.encrypt("in/opera.showdata", legacy_show(legacy_song("2", "Two"), legacy_song("3", "Three")))

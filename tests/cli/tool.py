@@ -30,7 +30,7 @@ OR_RESCUE = ", or save what is left of a damaged file with rescue"
 def undo_command():
     """The command of docs/folders.md that undoes --in-place by the report up.json."""
     page = pathlib.Path(__file__).parents[2] / "docs/folders.md"
-    command, = (line for line in page.read_text().splitlines() if ".backup" in line and "| sh" in line)
+    command, = (line for line in page.read_text().splitlines() if ".backup" in line and "| sh -e" in line)
     return command
 
 
