@@ -98,11 +98,6 @@ constexpr std::uint16_t kReservedDefault = 0xFFFF;
 constexpr std::size_t kMaxVoices =
     std::numeric_limits<std::uint16_t>::max() - 1;  // one track is the timeline
 
-bool IsChannelMessage(const std_midi::VoiceMessage& message) {
-  const bool status = message.status >= 0x80 && message.status < smf::kSysexStatus;
-  return status && message.data1 < 0x80 && (smf::DataBytes(message.status) == 1 || message.data2 < 0x80);
-}
-
 using Messages = decltype(zuna_midi::VoiceTrack::messages);
 
 Messages InOrder(const zuna_midi::VoiceTrack& voice, Report& report) {
@@ -130,7 +125,7 @@ smf::Track ExportVoice(const zuna_midi::VoiceTrack& voice, std::uint32_t song_le
   if (!voice.name.empty()) track.metas.push_back({0, smf::kTrackName, voice.name});
   std::uint32_t last = 0;
   for (const auto& [time, message] : InOrder(voice, report)) {
-    if (!IsChannelMessage(message)) {
+    if (!smf::IsChannelMessage(message)) {
       report.not_kept.Add("message that MIDI does not know", "messages that MIDI does not know");
     } else if (time - last > smf::kMaxQuantity) {
       CountTooLate(report);

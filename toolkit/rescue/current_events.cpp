@@ -11,13 +11,6 @@ namespace zuna_toolkit {
 
 namespace {
 
-bool IsMessage(const std_midi::VoiceMessage& message) {
-  constexpr std::uint8_t kStatusBit = 0x80;  // which no data byte has
-  if (message.status < kStatusBit || message.status >= smf::kSysexStatus) return false;
-  const bool has_second = smf::DataBytes(message.status) == 2;
-  return message.data1 < kStatusBit && (!has_second || message.data2 < kStatusBit);
-}
-
 std::vector<std::string> RemarksOn(const zuna_midi::SongData& song) {
   std::size_t odd = 0;   // events that are no message
   std::size_t back = 0;  // events whose time is before that of the one before them
@@ -25,7 +18,7 @@ std::vector<std::string> RemarksOn(const zuna_midi::SongData& song) {
     const bool may_be_several = version0::is_drum_name(track->name);  // drum voices share a legacy track
     std::uint32_t before = 0;
     for (const auto& [time, message] : track->messages) {
-      if (!IsMessage(message)) ++odd;
+      if (!smf::IsChannelMessage(message)) ++odd;
       if (time < before && !may_be_several) ++back;
       before = time;
     }

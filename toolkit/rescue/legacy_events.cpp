@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "toolkit/rescue/internal/record_bytes.h"
+#include "toolkit/smf/file.h"
 #include "toolkit/words.h"
 
 namespace zuna_toolkit {
@@ -15,14 +16,15 @@ constexpr std::size_t kStatusOffset = 8;
 constexpr std::size_t kVoiceOffset = 11;
 constexpr std::size_t kEventsThatFollow = 3;  // after damage, so that other bytes are not taken for an event
 
-bool IsMessage(unsigned status, unsigned data1, unsigned data2) {
-  return status >= 0x80 && (status & 0x0FU) == 0 && data1 < 0x80 && data2 < 0x80;
+/// The status of an event has no channel.
+bool IsMessage(const std_midi::VoiceMessage& message) {
+  return (message.status & smf::kChannelMask) == 0 && smf::IsChannelMessage(message);
 }
 
 /// Whether the 12 bytes at `at`, which are there, are an event that a writer may have written.
 bool IsEventAt(std::string_view bytes, std::size_t at, std::string_view voices) {
   const auto byte = [&](std::size_t offset) { return static_cast<unsigned char>(bytes[at + offset]); };
-  return IsMessage(byte(kStatusOffset), byte(kStatusOffset + 1), byte(kStatusOffset + 2)) &&
+  return IsMessage({byte(kStatusOffset), byte(kStatusOffset + 1), byte(kStatusOffset + 2)}) &&
          (voices.empty() || voices.find(bytes[at + kVoiceOffset]) != std::string_view::npos);
 }
 
@@ -118,7 +120,7 @@ std::vector<std::string> EventRemarks(const version0::SongData& song) {
   for (const auto& [id, events] : song.events) {
     std::uint32_t time = 0;
     for (const version0::EventObject& event : events) {
-      if (!IsMessage(event.status_high, event.data1, event.data2)) ++odd;
+      if (!IsMessage({event.status_high, event.data1, event.data2})) ++odd;
       if (!FitsAfter(time, event.delta_time, event.abs_time)) ++displaced;
       time = event.abs_time;
     }

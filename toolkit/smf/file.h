@@ -50,6 +50,15 @@ constexpr std::uint32_t kMaxQuantity = 0x0FFFFFFF;
 /// The number of data bytes of a channel message: 1 for program changes and channel pressures, else 2.
 constexpr int DataBytes(std::uint8_t status) { return (status & 0xE0) == 0xC0 ? 1 : 2; }
 
+/// Whether `message` is a channel message: its status is 0x80 to 0xEF, and its data bytes are below 0x80.
+/// Where it has only one, the other byte may be any.
+inline bool IsChannelMessage(const std_midi::VoiceMessage& message) {
+  constexpr std::uint8_t kStatusBit = 0x80;  // which no data byte has
+  if (message.status < kStatusBit || message.status >= kSysexStatus || message.data1 >= kStatusBit)
+    return false;
+  return DataBytes(message.status) == 1 || message.data2 < kStatusBit;
+}
+
 /// A meta event but End of Track, at `time` ticks from the start of the track.
 struct MetaEvent {
   std::uint32_t time = 0;  ///< ticks

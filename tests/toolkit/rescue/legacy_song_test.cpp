@@ -309,7 +309,8 @@ TEST(RescueOfALegacySong, TellsBytesBetweenItsEventsAndItsTimeline) {
 }
 
 TEST(RescueOfALegacySong, TellsAnEventThatIsNoMessage) {
-  for (const auto& [offset, byte] : {std::pair{8, '\x10'}, {8, '\x91'}, {9, '\x80'}, {10, '\xFF'}}) {
+  for (const auto& [offset, byte] :
+       {std::pair{8, '\x10'}, {8, '\x91'}, {8, '\xF0'}, {9, '\x80'}, {10, '\xFF'}}) {
     std::string damaged = Show();
     damaged[kSongBegin + SongSize() + kFirstEvent + 12 + static_cast<std::size_t>(offset)] = byte;
     const Rescued rescued = RescuedBut(1, damaged);

@@ -36,6 +36,23 @@ TEST(SmfWriter, WritesEveryFieldOfAFile) {
                          }));
 }
 
+TEST(IsChannelMessage, TellsStatusesAndDataBytes) {
+  for (const std_midi::VoiceMessage& message : {std_midi::VoiceMessage{0x80, 0, 0},
+                                                {0xEF, 0x7F, 0x7F},
+                                                {0xC0, 0x7F, 0x80},  // which has one data byte
+                                                {0xDF, 0x7F, 0xFF}}) {
+    EXPECT_TRUE(IsChannelMessage(message)) << int{message.status};
+  }
+  for (const std_midi::VoiceMessage& message : {std_midi::VoiceMessage{0x7F, 0, 0},
+                                                {0xF0, 0, 0},
+                                                {0x90, 0x80, 0},
+                                                {0x90, 0, 0x80},
+                                                {0xC0, 0x80, 0},
+                                                {0xE0, 0, 0x80}}) {
+    EXPECT_FALSE(IsChannelMessage(message)) << int{message.status};
+  }
+}
+
 TEST(SmfWriter, RefusesWhatDoesNotFit) {
   File file;
   file.tracks.resize(1);
