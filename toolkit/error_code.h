@@ -78,6 +78,7 @@ enum class ErrorCode {
   kEncryptedAlready,     ///< "encrypted-already"
   kEditorFailed,         ///< "editor-failed"
   kChangedMeanwhile,     ///< "changed-meanwhile"
+  kReportInUse,          ///< "report-in-use"
   kOwnFermatas,          ///< "own-fermatas"
   kEmptyKey,             ///< "empty-key"
   kBadKeyFile,           ///< "bad-key-file"

@@ -47,8 +47,9 @@ Preparation Prepare(const ConversionOptions& options, const Context& context, co
   KeepShard(made.jobs, options.inputs.shard,
             [](const Job& job) -> const std::string& { return job.input.path; });
   made.keys = context.ReadKeys();
-  if (options.resume) made.finished = FinishedWork(options.report);
+  // The report is opened before it is read: its lock keeps other runs from adding to it in between.
   if (!options.report.empty()) made.report = std::make_unique<Report>(options.report);
+  if (options.resume) made.finished = FinishedWork(options.report);
   if (options.resume) ReportListedFolders(made, conversion, options.outputs.dry_run);
   return made;
 }

@@ -2,6 +2,7 @@
 #include "cli/batch/report.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -74,6 +75,14 @@ off_t WholeSize(int file, off_t size) {
   throw Failure(zuna_toolkit::CodeOfSystemError(error), path,
                 "cannot be written: " + std::generic_category().message(error),
                 "check the path and whether there is space");
+}
+
+/// The system takes the lock away when the process ends, however that is. File systems without locks, and
+/// those whose locks other machines do not see, let every run in.
+void LockReport(int file, const std::string& path) {
+  if (::flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return;
+  throw Failure(ErrorCode::kReportInUse, path, "is in use by another run",
+                "wait until that run ends, or give another file to --report");
 }
 
 std::string LineJson(const ReportLine& line, std::string_view status, const Failure* failure) {
@@ -156,20 +165,31 @@ Report::Report(const std::string& path) : path_(path) {
     file_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, kNewFileMode);
   } while (file_ < 0 && errno == EINTR);
   if (file_ < 0) ThrowUnwritten(path, errno);
+  try {
+    GoOn();
+  } catch (...) {
+    Close();
+    throw;
+  }
+}
+
+void Report::GoOn() {
   struct stat status {};
-  if (::fstat(file_, &status) != 0 || !S_ISREG(status.st_mode) || status.st_size == 0) return;
+  if (::fstat(file_, &status) != 0 || !S_ISREG(status.st_mode)) return;
+  LockReport(file_, path_);
+  if (::fstat(file_, &status) != 0 || status.st_size == 0) return;  // The run before may just have ended.
   std::array<char, kBegin.size()> begin{};
   const ssize_t size = ::pread(file_, begin.data(), begin.size(), 0);
   if (size < 0 || kBegin != std::string_view(begin.data(), static_cast<std::size_t>(size))) {
-    ::close(std::exchange(file_, -1));
-    throw Failure(ErrorCode::kOutputExists, path, "exists and is no report", "give another file to --report");
+    throw Failure(ErrorCode::kOutputExists, path_, "exists and is no report",
+                  "give another file to --report");
   }
   const off_t end = WholeSize(file_, status.st_size);
-  if (end < status.st_size && ::ftruncate(file_, end) != 0) ThrowUnwritten(path, errno);
+  if (end < status.st_size && ::ftruncate(file_, end) != 0) ThrowUnwritten(path_, errno);
 }
 
-Report::~Report() {
-  if (file_ >= 0) ::close(file_);
+void Report::Close() {
+  if (file_ >= 0) ::close(std::exchange(file_, -1));
 }
 
 void Report::Add(const std::string& line) {

@@ -98,16 +98,21 @@ Outcome WithFailureJson(const std::string& path, const std::function<Outcome()>&
 /// The file of --report. Lines are added at its end, each with one write.
 class Report {
  public:
-  /// Opens the report at `path`, or makes it. Throws Failure (kIo), and (kOutputExists) for another file.
+  /// Opens the report at `path`, or makes it, and locks it (flock(2)) as long as the process has it open.
+  /// Throws Failure (kIo), (kReportInUse) where another process has it, and (kOutputExists) for another file.
   explicit Report(const std::string& path);
   Report(const Report&) = delete;
   Report& operator=(const Report&) = delete;
-  ~Report();
+  ~Report() { Close(); }
 
   /// Throws Failure (kIo). Several threads may call it at a time.
   void Add(const std::string& line);
 
  private:
+  void Close();
+  /// Leaves what is there, or a part of it. Throws as the constructor does.
+  void GoOn();
+
   std::mutex mutex_;
   std::string path_;
   int file_ = -1;

@@ -77,6 +77,13 @@ inline constexpr std::array kToolErrors = {
              {"changed-meanwhile", "the file was changed while its text was being edited",
               "another program or another person wrote the file after edit had read it",
               "compare both, and make a file of the kept text with build", "zuna-convert build TEXT -o OUT"}},
+    ErrorRow{
+        ErrorCode::kReportInUse,
+        ErrorKind::kRefused,
+        {"report-in-use", "another run is adding to the report",
+         "two runs at once were given one report, and neither would know what the other one has finished",
+         "wait until the other run ends, or give each run a report of its own",
+         "zuna-convert up FOLDER --out-dir DIR --report OTHER.json"}},
     ErrorRow{ErrorCode::kOwnFermatas,
              ErrorKind::kRefused,
              {"own-fermatas", "copying would erase fermatas or attaccas that the log has itself",
