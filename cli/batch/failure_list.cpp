@@ -12,8 +12,8 @@ namespace zuna_cli {
 
 namespace {
 
-constexpr std::size_t kMostAlone = 3;    // files with the same problem that have lines of their own
-constexpr std::size_t kMostNames = 100;  // in a line about many
+constexpr std::size_t kMostAlone = 3;  // files with the same problem that have lines of their own
+constexpr std::size_t kMostNames = 5;  // in a line about many
 
 using Groups = std::vector<std::vector<std::size_t>>;
 

@@ -108,11 +108,10 @@ class FailureTest(FolderTest):
         for number in range(6):
             self.write(f"in/{number}.showdata", self.read("in/opera.showdata"))
         said = self.said("list", "in", "-r", "--key-file", "key", code=PART_FAILED)
-        self.assertRegex(said[0], r"^10 files: .* \((in/\S+, ){9}in/\S+\); give the right key file$")
-        for number in range(100):
-            self.write(f"in/{number}.showdata", self.read("in/opera.showdata"))
-        said = self.said("list", "in", "-r", "--key-file", "key", code=PART_FAILED)
-        self.assertRegex(said[0], r"^104 files: .* \((in/\S+, ){99}in/\S+ and 4 more\); give the right key file$")
+        self.assertRegex(said[0], r"^10 files: .* \((in/\S+, ){4}in/\S+ and 5 more\); give the right key file$")
+        os.remove(self.path("in/1.showdata"))
+        lines = self.run_tool("list", "in", "-r", "--json", "--key-file", "key", code=PART_FAILED).stdout.splitlines()
+        self.assertEqual(len({json.loads(line)["path"] for line in lines}), 9)
         os.rename(self.path("in/below"), self.path("below"))
         said = self.said("list", "below", "in/0.showdata", "--key-file", "key", code=PART_FAILED)
         self.assertEqual([line.split(": ")[0] for line in said],
