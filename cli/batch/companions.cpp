@@ -47,15 +47,19 @@ bool IsFile(const std::string& path) {
   return std::filesystem::is_regular_file(path, ignored);
 }
 
+std::string DivisionText(std::uint16_t division) { return " --division " + std::to_string(division); }
+
 /// What an option tells in place of the companion; nothing where none does.
 std::optional<FoundCompanion> StandIn(const Document& document, const CompanionOptions& options) {
   FoundCompanion found;
   if (document.type().is_log()) {
     if (!options.division) return std::nullopt;
     found.companion.division = *options.division;
+    found.options = DivisionText(*options.division);
   } else {
     if (!options.show_name) return std::nullopt;
     found.companion.show_name = *options.show_name;
+    found.options = " --show-name " + *options.show_name;
   }
   return found;
 }
@@ -101,7 +105,7 @@ FoundCompanion ReadAndCheck(const Document& document, const std::string& path,
                             const CompanionOptions& options, const Keys& keys) {
   const std::vector<std::uint8_t> bytes = ReadInput(path, zuna_toolkit::kMaxFileSize);
   FoundCompanion found{
-      CompanionIn(bytes, path, document.type().kind, keys), path, zuna_sec::Sha256Text(bytes), {}};
+      CompanionIn(bytes, path, document.type().kind, keys), path, zuna_sec::Sha256Text(bytes), {}, {}};
   found.companion.division = options.division.value_or(0);
   const CompanionFit fit = zuna_toolkit::FitOf(document, found.companion);
   if (!fit.belongs && !options.any) {
@@ -110,7 +114,12 @@ FoundCompanion ReadAndCheck(const Document& document, const std::string& path,
                   is_empty ? "has no songs" : "belongs to another show: no song agrees in number and name",
                   "give the right file, or --any-companion to take this one");
   }
-  found.notes = NotesOf(fit, found.companion.name, document.type().is_log(), found.companion.division);
+  const bool is_log = document.type().is_log();
+  found.notes = NotesOf(fit, found.companion.name, is_log, found.companion.division);
+  if (!fit.belongs) found.options = " --any-companion";
+  if (is_log && !fit.unknown_songs.empty() && options.division) {
+    found.options += DivisionText(*options.division);
+  }
   return found;
 }
 

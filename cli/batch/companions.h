@@ -40,6 +40,7 @@ struct FoundCompanion {
   std::string path;                ///< of its file; empty where an option stands in for it
   std::string digest;              ///< SHA-256 of its bytes; empty where `path` is
   std::vector<std::string> notes;  ///< how its songs differ
+  std::string options;             ///< those about companions that changed the result, for the report
 };
 
 /// Finds and reads the companion of `document`, which `input` holds. Throws Failure naming the input:

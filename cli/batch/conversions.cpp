@@ -33,7 +33,6 @@ void ReportListedFolders(const Preparation& made, const Conversion& conversion, 
       line.path = folder.string();
       line.is_dry_run = is_dry_run;
       line.options = conversion.command;
-      line.companion_options = CompanionOptionsOf(conversion, {line.path, line.path});
       made.report->Add(ReportJson(line, Status::kSkipped, nullptr));
     }
   }

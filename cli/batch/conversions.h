@@ -41,15 +41,14 @@ struct Converted {
   std::vector<std::string> notes;  ///< what else there is to say
   std::string companion;           ///< the path of the companion that was read; may be empty
   std::string companion_digest;    ///< SHA-256 of its bytes; may be empty
+  std::string options;             ///< those about companions that changed the result; may be empty
   bool is_restored = true;         ///< up brings back what a companion has
 };
 
 /// One of the commands.
 struct Conversion {
   std::string command;  ///< with what changes the results of all inputs; for the report
-  /// What about companions changes the result for an input, for the report; may be empty.
-  std::function<std::string(const zuna_toolkit::Input&)> companion_options;
-  bool is_up = false;                                              ///< legacy inputs become current ones
+  bool is_up = false;   ///< legacy inputs become current ones
   zuna_toolkit::Expected expected = zuna_toolkit::Expected::kAny;  ///< what inputs may hold
   /// Converts what `input` holds. Nothing where it has the version that was asked for.
   std::function<std::optional<Converted>(const zuna_toolkit::Document& document,
@@ -58,11 +57,6 @@ struct Conversion {
   std::optional<std::string> companion;  ///< the one that the command line names
   CompanionPathOf companion_path;        ///< where a companion may be; may be empty
 };
-
-/// The options about companions that count for an input.
-inline std::string CompanionOptionsOf(const Conversion& conversion, const zuna_toolkit::Input& input) {
-  return conversion.companion_options ? conversion.companion_options(input) : "";
-}
 
 /// Converts all inputs. Throws what CollectInputs(), PlanOutputs() and RunAll() throw.
 void ConvertAll(const ConversionOptions& options, Context& context, const Conversion& conversion);

@@ -34,8 +34,8 @@ Converter::Converter(const ConversionOptions& options, const Context& context, c
 Outcome Converter::operator()(const Job& job) const {
   ReportLine line;
   line.path = job.input.path;
-  line.options = conversion_.command + PolicyText(options_);
-  line.companion_options = CompanionOptionsOf(conversion_, job.input);
+  line.options = conversion_.command;
+  line.loss_options = PolicyText(options_);
   line.output = job.output;
   line.is_dry_run = options_.outputs.dry_run;
   try {
@@ -99,6 +99,7 @@ Converter::Result Converter::Make(const Job& job, zuna_toolkit::OpenedFile&& fil
   if (converted) {
     bytes = Bytes();
     const Losses losses(*document, converted->document, converted->is_restored, HasReport());
+    line.companion_options = converted->options;
     line.companion = converted->companion;
     line.companion_digest = converted->companion_digest;
     line.notes = converted->notes;
@@ -157,6 +158,7 @@ const FinishedWork::Piece* Converter::Finished(const Job& job, bool exists, Repo
   const std::string mark = FinishedMark(line, digest);
   const FinishedWork::Piece* piece = finished_.Find(mark);
   if (piece == nullptr || !HasSameCompanion(*piece, CompanionOf(job))) return nullptr;
+  if (!RefusedKinds(LossKindsOfJson(piece->loss_kinds, conversion_.is_up), options_).empty()) return nullptr;
   line.finished = mark;
   line.written = WrittenMark(line.path, line.output, digest);
   return piece;

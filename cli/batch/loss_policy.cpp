@@ -14,18 +14,23 @@ std::string PolicyText(const ConversionOptions& options) {
   return text;
 }
 
-void RequireAccepted(const Losses& losses, const ConversionOptions& options, const std::string& name) {
-  if (options.fail_on.empty()) return;
-  std::string codes;
+std::vector<LossKind> RefusedKinds(const std::vector<LossKind>& kinds, const ConversionOptions& options) {
   std::vector<LossKind> refused;
-  for (const LossKind& kind : losses.Kinds()) {
+  if (options.fail_on.empty()) return refused;
+  for (const LossKind& kind : kinds) {
     if (kind.is_harmless && options.fail_on != kFailOnAnyLoss) continue;
     const auto& accepted = options.accepted;
     if (std::find(accepted.begin(), accepted.end(), kind.code) != accepted.end()) continue;
-    codes += (codes.empty() ? "" : ",") + kind.code;
     refused.push_back(kind);
   }
+  return refused;
+}
+
+void RequireAccepted(const Losses& losses, const ConversionOptions& options, const std::string& name) {
+  const std::vector<LossKind> refused = RefusedKinds(losses.Kinds(), options);
   if (refused.empty()) return;
+  std::string codes;
+  for (const LossKind& kind : refused) codes += (codes.empty() ? "" : ",") + kind.code;
   throw Failure(ErrorCode::kLossRefused, name, "would not be lossless: " + KindsText(refused),
                 "give --accept " + codes + " to let it go, or leave out --fail-on");
 }

@@ -89,12 +89,12 @@ std::string LineJson(const ReportLine& line, std::string_view status, const Fail
   const int code = failure == nullptr ? 0 : static_cast<int>(failure->exit_code());
   std::string json = std::string(kBegin) + '"' + std::string(status) + "\", " + PathJson("path", line.path) +
                      ", \"digest\": " + TextOrNull(line.digest) + ", " + std::string(kOptionsKey) + ": " +
-                     TextOrNull(line.options + line.companion_options) + ", " +
+                     TextOrNull(line.options + line.loss_options + line.companion_options) + ", " +
                      PathJson(std::string(kCompanion), line.companion) + ", " +
                      std::string(kCompanionDigestKey) + ": " + TextOrNull(line.companion_digest) +
                      ", \"notes\": " + JsonStrings(line.notes) + ", " + PathJson("output", line.output) +
                      ", " + PathJson("backup", line.backup) + ", \"exitCode\": " + std::to_string(code);
-  if (line.is_dry_run) json += ", \"dryRun\": true";
+  if (line.is_dry_run) json += ", " + std::string(kDryRunKey) + ": true";
   if (failure != nullptr) json += ", \"error\": " + ErrorJson(*failure);
   json +=
       ", \"losses\": [" + line.losses + "], " + std::string(kLossKindsKey) + ": [" + line.loss_kinds + "]";

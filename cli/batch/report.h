@@ -18,6 +18,8 @@ inline constexpr std::string_view kFinishedKey = "\"finished\"";
 inline constexpr std::string_view kWrittenKey = "\"written\"";
 /// The key of the command and what changes its result.
 inline constexpr std::string_view kOptionsKey = "\"options\"";
+/// The key of what tells that nothing was written.
+inline constexpr std::string_view kDryRunKey = "\"dryRun\"";
 /// The key of what was lost, by kind.
 inline constexpr std::string_view kLossKindsKey = "\"lossKinds\"";
 /// The key of the companion that was read, as PathJson() takes it.
@@ -30,7 +32,8 @@ struct ReportLine {
   std::string path;               ///< of the input
   std::string digest;             ///< SHA-256 of its bytes; empty where it could not be read
   std::string options;            ///< the command and what changes its result
-  std::string companion_options;  ///< what of it is about companions; may be empty
+  std::string loss_options;       ///< those about which losses may be; may be empty
+  std::string companion_options;  ///< those about companions that changed the result; may be empty
   std::string companion;          ///< the path of the companion that was read; may be empty
   std::string companion_digest;   ///< SHA-256 of its bytes; may be empty
   bool is_dry_run = false;        ///< nothing is written

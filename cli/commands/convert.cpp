@@ -19,6 +19,7 @@ std::optional<Converted> ConvertOne(const zuna_toolkit::Document& document, cons
                    cmn::VersionText(document.type().version) + " -> " + cmn::VersionText(version),
                    {},
                    {},
+                   {},
                    {}};
 }
 

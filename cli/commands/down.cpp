@@ -14,7 +14,7 @@ std::optional<Converted> DownOne(const zuna_toolkit::Document& document, const z
   if (document.type().is_legacy()) return std::nullopt;
   const Restoration restoration = RestorationOf(document, input, keys);
   Converted converted{
-      zuna_toolkit::Down(document), cmn::VersionText(document.type().version) + " -> 0.0", {}, {}, {},
+      zuna_toolkit::Down(document), cmn::VersionText(document.type().version) + " -> 0.0", {}, {}, {}, {},
       restoration.is_restored};
   if (!restoration.note.empty()) converted.notes.push_back(restoration.note);
   return converted;

@@ -36,8 +36,11 @@ Converted UpLegacy(const Document& legacy, const Input& input, const cmn::FileVe
                    const CompanionOptions& companions, const Keys& keys) {
   FoundCompanion found = FindCompanion(legacy, input, companions, keys);
   return {zuna_toolkit::Up(legacy, found.companion, version),
-          VersionsText(legacy, version) + TakenText(found, legacy.type().is_log()), std::move(found.notes),
-          std::move(found.path), std::move(found.digest)};
+          VersionsText(legacy, version) + TakenText(found, legacy.type().is_log()),
+          std::move(found.notes),
+          std::move(found.path),
+          std::move(found.digest),
+          std::move(found.options)};
 }
 
 std::optional<Converted> UpOne(const Document& document, const Input& input, const cmn::FileVersion& version,
@@ -45,7 +48,7 @@ std::optional<Converted> UpOne(const Document& document, const Input& input, con
   RequireTarget(document, version);
   if (document.type().is_legacy()) return UpLegacy(document, input, version, companions, keys);
   if (document.type().version == version) return std::nullopt;
-  return Converted{zuna_toolkit::Convert(document, version), VersionsText(document, version), {}, {}, {}};
+  return Converted{zuna_toolkit::Convert(document, version), VersionsText(document, version), {}, {}, {}, {}};
 }
 
 /// Whether one file was named, and not a folder or a list.
@@ -53,15 +56,6 @@ bool IsOneFile(const InputOptions& inputs) {
   std::error_code ignored;
   return inputs.files_from.empty() && inputs.paths.size() == 1 &&
          !std::filesystem::is_directory(inputs.paths.front(), ignored);
-}
-
-/// What changes the result for `input`, for the report.
-std::string ReportOptions(const Input& input, const CompanionOptions& companions) {
-  std::string text = companions.any ? " --any-companion" : "";
-  const bool is_named = companions.for_one || !HasCompanion(input, companions);
-  if (companions.show_name && is_named) text += " --show-name " + *companions.show_name;
-  if (companions.division) text += " --division " + std::to_string(*companions.division);
-  return text;
 }
 
 void RunUp(const UpOptions& options, Context& context) {
@@ -72,7 +66,6 @@ void RunUp(const UpOptions& options, Context& context) {
   companions.for_one = IsOneFile(options.inputs);
   Conversion conversion;
   conversion.command = "up --to " + cmn::VersionText(options.version);
-  conversion.companion_options = [&](const Input& input) { return ReportOptions(input, companions); };
   conversion.is_up = true;
   conversion.convert = [&](const Document& document, const Input& input, const Keys& keys) {
     return UpOne(document, input, options.version, companions, keys);

@@ -116,6 +116,22 @@ class ReportTest(FolderTest):
             line = self.lines()[-1]
             self.assertEqual((line["status"], line["path"], line["output"]), ("skipped", "in/below", None))
 
+    def test_has_the_options_that_counted_for_each_input(self):
+        self.encrypt("in/opera.logdata", legacy_log(legacy_song_log("2", "Two"), legacy_song_log("4", "Four")))
+        os.remove(self.path("in/below/gala.showdata"))
+        self.write("in/bad.showdata", "bad")
+        self.run_tool("convert", "new.showdata", "-o", "in/current.showdata", "--to", "2.0")
+        self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report", "--division", "96", "--any-companion",
+                      "--show-name", "X", "--fail-on", "loss", code=PART_FAILED)
+        self.assertEqual({line["path"]: line["options"] for line in self.lines()}, {
+            "in/bad.showdata": "up --to 1.2 --fail-on loss",
+            "in/below/gala.logdata": "up --to 1.2 --fail-on loss --division 96",
+            "in/current.showdata": "up --to 1.2 --fail-on loss",
+            "in/opera.logdata": "up --to 1.2 --fail-on loss --division 96",
+            "in/opera.showdata": "up --to 1.2 --fail-on loss"})
+        self.run_tool("up", "in/opera.showdata", "-o", "named", "--show-name", "X", "--division", "96", "--report", "report")
+        self.assertEqual(self.lines()[-1]["options"], "up --to 1.2 --show-name X")
+
     def test_names_a_companion_that_was_read(self):
         self.run_tool("up", "in", "--out-dir", "out", "--report", "report")
         self.run_tool("up", "in/opera.showdata", "-o", "named", "--show-name", "X", "--report", "report")

@@ -33,8 +33,8 @@ class CompanionOptionsTest(FolderTest):
         self.run_tool(*self.RUN, *options)
         self.assertEqual(self.said(*self.RUN)[-1], "3 files: 0 done, 3 skipped, 0 failed")
         self.assertEqual([json.loads(line)["options"] for line in self.read("report").splitlines()], [
-            "up --to 1.2 --any-companion --show-name Tosca --division 480",
-            "up --to 1.2 --any-companion --division 480", "up --to 1.2 --any-companion --division 480"])
+            "up --to 1.2 --show-name Tosca", "up --to 1.2 --any-companion --division 480",
+            "up --to 1.2"])
 
     def test_looks_at_the_companion_that_was_read(self):
         run = ("up", "in/opera.showdata", "--out-dir", "out", "--report", "report", "--resume")
@@ -180,6 +180,20 @@ class EarlierLossesTest(FolderTest):
         self.run_tool(*run)  # finds all of them current
         self.assertEqual(self.said(*run, "--resume")[-3:], [
             "4 files: 0 done, 4 already current (3 with losses), 0 failed", *whole[-2:]])
+
+    def test_counts_what_another_policy_would_let_through_as_finished(self):
+        run = ("up", "odd", "--out-dir", "out", "--show-name", "X", "--report", "report", "--resume")
+        self.run_tool(*run)
+        before = self.files()
+        for policy in (("--fail-on", "any-loss", "--accept", "bar-label-cut,trailing-bytes-dropped"), ()):
+            self.assertIn("4 files: 0 done, 4 skipped (3 with losses), 0 failed", self.said(*run, *policy))
+            self.assertEqual(self.files(), before)
+        for policy in (("--fail-on", "loss"), ("--fail-on", "any-loss", "--accept", "trailing-bytes-dropped")):
+            said = self.said(*run, *policy, code=PART_FAILED)
+            self.assertEqual(said[:2], ["odd/d.showdata: is finished, as the report says", "4 files: 0 done, 1 skipped, 3 failed"])
+            self.assertTrue(said[-1].startswith("odd/c.showdata: would not be lossless: 1 whole bar label; "), said)
+        self.assertEqual([self.read(name) for name in self.written("out")], [before[name] for name in self.written("out")])
+        self.assertIn("4 files: 0 done, 4 skipped (3 with losses), 0 failed", self.said(*run))
 
     def test_tells_the_losses_of_the_way_down(self):
         self.run_tool("up", "in", "--out-dir", "new")
