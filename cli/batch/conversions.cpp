@@ -97,6 +97,7 @@ void ConvertAll(const ConversionOptions& options, Context& context, const Conver
   batch.take = [&](const Outcome& outcome) {
     if (report != nullptr) report->Add(outcome.report);
   };
+  batch.earlier = [&](std::size_t number) { return converter.EarlierStatus(jobs[number]); };
   batch.done = {options.outputs.dry_run ? "would be done" : "done"};
   batch.to_go_on = ToGoOn(options);
   batch.writes = true;

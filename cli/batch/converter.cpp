@@ -173,13 +173,13 @@ void Converter::AddMarks(const Bytes& bytes, ReportLine& line) const {
 void Converter::AddFinalLine(Outcome& outcome, const ReportLine& line) const {
   if (outcome.status == Status::kCurrent && options_.outputs.in_place) {
     const std::string written = WrittenMark(line.path, line.output, line.digest);
+    outcome.report = finished_.DoneLine(written);
+    if (!outcome.report.empty()) {
+      return TellEarlierLosses(FinishedWork::PieceOf(outcome.report), line.path, outcome);
+    }
     const FinishedWork::Piece* piece = finished_.Find(written);
     if (piece != nullptr && !finished_.IsUnfinished(line.path)) {
       return TellEarlierLosses(*piece, line.path, outcome);
-    }
-    outcome.report = finished_.DoneLine(line.path, written);
-    if (!outcome.report.empty()) {
-      return TellEarlierLosses(FinishedWork::PieceOf(outcome.report), line.path, outcome);
     }
   }
   outcome.report = ReportJson(line, outcome.status, nullptr);

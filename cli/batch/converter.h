@@ -27,6 +27,11 @@ class Converter {
   /// What it throws is a lack of memory or an interrupt.
   Outcome operator()(const Job& job) const;
 
+  /// As FinishedWork::EarlierStatus().
+  std::optional<Status> EarlierStatus(const Job& job) const {
+    return finished_.EarlierStatus(job.input.path, conversion_.command);
+  }
+
  private:
   /// What the work on one input has made.
   struct Result {

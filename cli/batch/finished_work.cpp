@@ -83,20 +83,22 @@ FinishedWork::FinishedWork(const std::string& path) {
 }
 
 void FinishedWork::Take(std::string_view line) {
+  if (!ValueOf(line, kDryRunKey).empty()) return;
   const std::string path = Whole(PathAt(line, "path"));
-  if (IsBegun(line)) {
-    unfinished_[path] = line;
-    return;
-  }
+  const std::string written(DigestAt(line, kWrittenKey));
   const std::string_view finished = DigestAt(line, kFinishedKey);
-  if (finished.empty()) {
+  const auto piece = std::make_shared<const Piece>(PieceOf(line));
+  if (IsCurrent(line) && finished.empty()) {
     // An input that needs nothing may be the output of an earlier line, which tells more.
-    if (!IsCurrent(line)) unfinished_[path] = line;
+    last_.try_emplace(path, Last{true, false, piece});
     return;
   }
-  unfinished_.erase(path);
-  const auto piece = std::make_shared<const Piece>(PieceOf(line));
-  for (const std::string_view mark : {finished, DigestAt(line, kWrittenKey)}) {
+  const bool is_finished = !finished.empty() && !IsBegun(line);
+  last_[path] = {is_finished, IsFailed(line), piece};
+  if (IsBegun(line)) begun_[written] = line;
+  if (!is_finished) return;
+  begun_.erase(written);
+  for (const std::string_view mark : {finished, std::string_view(written)}) {
     const auto [found, is_new] = marks_.try_emplace(std::string(mark), piece);
     // An input that was passed over has nothing else to tell: an earlier line has it.
     if (!is_new && !IsSkipped(line)) found->second = piece;
@@ -114,22 +116,32 @@ const FinishedWork::Piece* FinishedWork::Find(const std::string& mark) const {
   return found == marks_.end() ? nullptr : found->second.get();
 }
 
-const std::string* FinishedWork::UnfinishedLine(const std::string& path) const {
-  if (unfinished_.empty()) return nullptr;
-  const auto found = unfinished_.find(Whole(path));
-  return found == unfinished_.end() ? nullptr : &found->second;
+const FinishedWork::Last* FinishedWork::LastOf(const std::string& path) const {
+  if (last_.empty()) return nullptr;
+  const auto found = last_.find(Whole(path));
+  return found == last_.end() ? nullptr : &found->second;
 }
 
-bool FinishedWork::IsUnfinished(const std::string& path) const { return UnfinishedLine(path) != nullptr; }
+bool FinishedWork::IsUnfinished(const std::string& path) const {
+  const Last* last = LastOf(path);
+  return last != nullptr && !last->is_finished;
+}
 
 bool FinishedWork::HasFailed(const std::string& path) const {
-  const std::string* line = UnfinishedLine(path);
-  return line != nullptr && IsFailed(*line);
+  const Last* last = LastOf(path);
+  return last != nullptr && last->is_failed;
 }
 
-std::string FinishedWork::DoneLine(const std::string& path, const std::string& written) const {
-  const std::string* line = UnfinishedLine(path);
-  return line != nullptr && IsBegun(*line) && DigestAt(*line, kWrittenKey) == written ? DoneJson(*line) : "";
+std::optional<Status> FinishedWork::EarlierStatus(const std::string& path, const std::string& command) const {
+  const Last* last = LastOf(path);
+  if (last == nullptr || !IsOfCommand(*last->piece, command)) return std::nullopt;
+  if (last->is_failed) return Status::kFailed;
+  return last->is_finished ? std::optional(Status::kDone) : std::nullopt;
+}
+
+std::string FinishedWork::DoneLine(const std::string& written) const {
+  const auto found = begun_.find(written);
+  return found == begun_.end() ? "" : DoneJson(found->second);
 }
 
 std::string WrittenMark(const std::string& path, const std::string& output, const std::string& digest) {

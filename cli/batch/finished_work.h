@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -40,18 +41,30 @@ class FinishedWork {
   bool IsUnfinished(const std::string& path) const;
   /// Whether the last line about the input at `path` is one of a failure.
   bool HasFailed(const std::string& path) const;
-  /// The line about finished work, where the last line about the input at `path` says that the output with
-  /// the mark `written` was begun; otherwise empty.
-  std::string DoneLine(const std::string& path, const std::string& written) const;
+  /// How the input at `path` ended for `command` by its last line: kDone where nothing was left to do, or
+  /// kFailed; nothing where no line tells.
+  std::optional<Status> EarlierStatus(const std::string& path, const std::string& command) const;
+  /// The line about finished work, where the last line about the output with the mark `written` says that it
+  /// was begun; otherwise empty.
+  std::string DoneLine(const std::string& written) const;
 
  private:
+  /// The last line about an input.
+  struct Last {
+    bool is_finished = false;
+    bool is_failed = false;
+    std::shared_ptr<const Piece> piece;
+  };
+
   void Take(std::string_view line);
-  /// The last line about the input at `path` where it is not one of finished work; null otherwise.
-  const std::string* UnfinishedLine(const std::string& path) const;
+  /// That of the input at `path`; null for none.
+  const Last* LastOf(const std::string& path) const;
 
   std::map<std::string, std::shared_ptr<const Piece>, std::less<>> marks_;
-  /// The last lines of inputs where they are not of finished work, by absolute path.
-  std::map<std::string, std::string, std::less<>> unfinished_;
+  std::map<std::string, Last, std::less<>> last_;  ///< by absolute path
+  /// Lines about outputs that were begun, and have no later line of finished work, by their marks: these do
+  /// not depend on the working folder, as the paths in the lines do.
+  std::map<std::string, std::string, std::less<>> begun_;
 };
 
 /// The mark of an output at the path `output` that has the content `digest`, made of the input at `path`. It
@@ -59,7 +72,8 @@ class FinishedWork {
 std::string WrittenMark(const std::string& path, const std::string& output, const std::string& digest);
 
 /// The mark of work whose output has the content `output_digest`. `line` has the options, the paths and the
-/// digest of the input. What is about companions is no part of it: that is for work that is left.
+/// digest of the input. What is about companions and about losses that may be is no part of it: that is for
+/// work that is left.
 std::string FinishedMark(const ReportLine& line, const std::string& output_digest);
 
 /// Whether the companion that a piece of work was done with is as it was. The report may have its path from

@@ -150,16 +150,36 @@ class Telling {
       text += ", " + std::to_string(skipped_) + " skipped" + LossyText(Status::kSkipped, " (", ")");
     }
     text += ", " + std::to_string(failures_.size()) + " failed";
-    if (left() > 0) text += ", " + std::to_string(left()) + " not begun";
+    if (left() > 0) text += ", " + std::to_string(left()) + " not begun" + EarlierText();
     PrintLine(NoteLine(Counted(total_, "file", "files"), text));
   }
 
   std::size_t left() const { return total_ - finished(); }
 
+  /// How many inputs that are left ended so in an earlier run.
+  std::size_t Earlier(Status status) const {
+    std::size_t count = 0;
+    for (std::size_t number = finished(); batch_.earlier && number < total_; ++number) {
+      count += batch_.earlier(number) == status ? 1U : 0U;
+    }
+    return count;
+  }
+
+  std::string EarlierText() const {
+    std::string text;
+    const std::size_t done = Earlier(Status::kDone);
+    const std::size_t failed = Earlier(Status::kFailed);
+    if (done > 0) zuna_toolkit::AppendListed(text, std::to_string(done) + " finished");
+    if (failed > 0) zuna_toolkit::AppendListed(text, std::to_string(failed) + " failed");
+    return text.empty() ? "" : " (earlier: " + text + ')';
+  }
+
   void TellHowToGoOn() const {
     if (context_.quiet() > 0 || left() == 0 || batch_.to_go_on.empty()) return;
-    const std::string files = Counted(left(), "file", "files");
-    std::string text = left() == 1 ? "is not begun; " : "are not begun; ";
+    const std::size_t to_do = left() - Earlier(Status::kDone);
+    if (to_do == 0) return;
+    const std::string files = Counted(to_do, "file", "files");
+    std::string text = to_do == 1 ? "is not begun; " : "are not begun; ";
     if (options_.fail_fast && !failures_.empty()) {  // The same command would end at the same file.
       text += "correct what failed or leave out --fail-fast, and ";
     }

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,10 @@ struct Batch {
   Work work;  ///< on the input of this number; what it throws becomes the failure of that input
   std::function<void(const Outcome&)> take;  ///< gets every outcome, in the order of the inputs; may be empty
   std::vector<std::string>
-      done;              ///< what the summary calls inputs that are done, by group; empty for no summary
+      done;  ///< what the summary calls inputs that are done, by group; empty for no summary
+  /// How an input ended in an earlier run: kDone or kFailed, or nothing where that is not known; may be
+  /// empty.
+  std::function<std::optional<Status>(std::size_t)> earlier;
   std::string to_go_on;  ///< what to do where inputs are left that were not begun; empty for nothing
   bool writes = false;   ///< signals wait until files that are begun are finished
 };

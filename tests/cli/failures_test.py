@@ -43,6 +43,36 @@ class FailureTest(FolderTest):
         self.assertNotIn("not begun", self.said(*run, "--out-dir", "out", "-q", code=PART_FAILED)[-1])
         self.assertNotIn("not begun", self.said("list", "in", "--fail-fast", "-j", "1", code=PART_FAILED)[-1])
 
+    def test_tells_what_earlier_runs_made_of_files_that_are_not_begun(self):
+        run = ("up", "in", "--out-dir", "out", "--report", "report", "--fail-fast", "--resume", "-j", "1")
+        show, log = self.read("in/opera.showdata"), self.read("in/opera.logdata")
+        for number in range(4):
+            self.write(f"in/{number}.showdata", show)
+            self.write(f"in/{number}.logdata", log)
+        self.write("in/1.logdata", "bad")
+        self.assertIn("10 files: 2 done, 1 failed, 7 not begun", self.said(*run, code=PART_FAILED))
+        self.write("in/1.logdata", log)
+        self.write("in/3.showdata", "bad")
+        self.run_tool(*(argument for argument in run if argument != "--fail-fast"), code=PART_FAILED)
+        self.write("in/1.logdata", "bad")
+        self.write("in/new.showdata", show)
+        said = self.said(*run, code=PART_FAILED)
+        self.assertIn("11 files: 0 done, 2 skipped, 1 failed, 8 not begun (earlier: 5 finished, 2 failed)", said)
+        self.assertEqual(said[-1], "3 files: are not begun; correct what failed or leave out --fail-fast, and give the same "
+                                   "command again")
+        self.assertIn("11 files: 0 would be done, 2 skipped, 1 failed, 8 not begun (earlier: 5 finished, 2 failed)",
+                      self.said(*run, "-n", code=PART_FAILED))
+        again = self.said(*run, "--to", "1.1", "--force", code=PART_FAILED)  # what another command has finished
+        self.assertIn("11 files: 2 done, 1 failed, 8 not begun", again)
+        self.write("in/1.logdata", log)
+        self.write("in/3.showdata", show)
+        os.remove(self.path("in/new.showdata"))
+        self.run_tool(*run, "--force")
+        self.write("in/0.logdata", "bad")
+        said = self.said(*run, code=PART_FAILED)
+        self.assertEqual(said[0], "10 files: 0 done, 1 failed, 9 not begun (earlier: 9 finished)")
+        self.assertNotIn("are not begun; ", "\n".join(said))
+
     def test_leaves_no_folder_that_it_made_for_nothing(self):
         self.write("in/below/gala.showdata", "bad")
         self.write("in/below/gala.logdata", "bad")

@@ -4,6 +4,8 @@ import hashlib
 import json
 import os
 import re
+import shutil
+import signal
 import subprocess
 import time
 import unittest
@@ -218,6 +220,49 @@ class EarlierLossesTest(FolderTest):
         self.assertEqual(json.loads(self.read("report"))["lossKinds"], [
             {"code": "bar-label-cut", "count": 1, "harmless": False},
             {"code": "trailing-bytes-dropped", "count": 4, "harmless": True}])
+
+
+class KilledInPlaceTest(FolderTest):
+    """A file that a killed run has replaced, with its first line in the report and without its last one."""
+
+    def killed(self):
+        """Kills a run that works on a long show, and has replaced the short one after it, whose line waits for its turn."""
+        long = legacy_show(*(legacy_song(str(i), tracks=[(track, "") for track in range(250)]) for i in range(255)))
+        self.encrypt("long", long)
+        short = legacy_show(legacy_song("2", labels=((0, "Prologue"),)))
+        for _ in range(50):
+            os.makedirs(self.path("pair"))
+            self.write("pair/a.showdata", self.read("long"))
+            self.encrypt("pair/b.showdata", short)
+            before = self.read("pair/b.showdata")
+            run = [TOOL, "up", "pair", "--in-place", "--show-name", "X", "-j", "2", "--report", "report"]
+            with subprocess.Popen(run, cwd=self.folder, env=self.environment, stderr=subprocess.DEVNULL) as process:
+                while self.read("pair/b.showdata") == before and process.poll() is None:
+                    time.sleep(0.0005)
+                process.send_signal(signal.SIGKILL)
+            lines = self.read("report").splitlines() if os.path.exists(self.path("report")) else []
+            told = [(json.loads(line)["path"], json.loads(line)["status"]) for line in lines]
+            if ("pair/b.showdata", "begun") in told and ("pair/b.showdata", "done") not in told:
+                return
+            shutil.rmtree(self.path("pair"))
+            os.remove(self.path("report"))
+        self.fail("the tool was never caught at work")
+
+    def test_is_known_from_another_working_folder(self):
+        self.killed()
+        folder = self.path("elsewhere")
+        os.mkdir(folder)
+        for lossy in ("1 already current (1 with losses)", "2 already current (1 with losses)"):
+            run = [TOOL, "up", "../pair", "--in-place", "--show-name", "X", "--report", "../report", "--resume"]
+            done = subprocess.run(run, cwd=folder, env=self.environment, stderr=subprocess.PIPE, check=True)
+            self.assertIn(lossy, done.stderr.decode())
+        begun, last = ([line for line in map(json.loads, self.read("report").splitlines())
+                        if line["path"] == "pair/b.showdata" and line["status"] == status] for status in ("begun", "done"))
+        self.assertEqual((len(begun), len(last)), (1, 1))
+        self.assertEqual(last[0], {**begun[0], "status": "done"})
+        self.assertEqual(last[0]["backup"], "pair/b.showdata.~1~")
+        self.assertEqual(sorted(os.listdir(self.path("pair"))), [
+            "a.showdata", "a.showdata.~1~", "b.showdata", "b.showdata.~1~"])
 
 
 if __name__ == "__main__":
