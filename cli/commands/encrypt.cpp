@@ -27,10 +27,10 @@ void CheckPlaintext(const std::vector<std::uint8_t>& bytes, const std::string& n
   zuna_toolkit::RequireCorrectText(bytes, name);
 }
 
-/// Whether `bytes`, which are not encrypted, have the mark of a show or log, or are a whole show without one.
+/// Whether `bytes`, which are not encrypted, are a whole show or log.
 bool IsShowOrLog(const std::vector<std::uint8_t>& bytes, const std::string& name) try {
   auto file = zuna_toolkit::OpenedFile::FromBytes(bytes, name, {}, zuna_toolkit::Accept::kEncryptedOrPlain);
-  zuna_toolkit::Detect(file);
+  zuna_toolkit::ReadDocument(file);
   return true;
 } catch (const zuna_toolkit::Error&) {
   return false;
@@ -46,7 +46,7 @@ void RunEncrypt(const EncryptOptions& options, Context& context) {
   if (options.verify) {
     CheckPlaintext(bytes, name);
     if (!IsShowOrLog(bytes, name)) {
-      context.Note(name, "is no show, no log and no text of one; check that it is the right file");
+      context.Note(name, "cannot be read as a show or log; check that it is whole, and the right file");
     }
   }
   zuna_sec::TwoFishCipherStream cipher("", key.key, key.iv);

@@ -71,11 +71,12 @@ class EnvelopeTest(WithShows):
             self.assertEqual(self.run_tool(*command).stderr, b"zuna-convert: " + message + b"\n")
             self.assertEqual(self.run_tool(*command, "--force", "--quiet").stderr, b"")
 
-    def test_warns_of_what_is_no_show_and_no_log(self):
-        for content in (b"abc", b"", b"MThd\0\0\0\6", self.plaintext("old.showdata")[:-1]):
+    def test_warns_of_what_cannot_be_read(self):
+        for content in (b"abc", b"", b"MThd\0\0\0\6", self.plaintext("old.showdata")[:-1],
+                        self.plaintext("new.showdata")[:-1], legacy_log()[:-1]):
             self.write("other", content)
             said = self.run_tool("encrypt", "other", "-o", "out", "--force").stderr.decode().splitlines()
-            self.assertEqual(said, ["zuna-convert: other: is no show, no log and no text of one; check that it is the "
+            self.assertEqual(said, ["zuna-convert: other: cannot be read as a show or log; check that it is whole, and the "
                                     "right file", f"zuna-convert: other: {len(content)} bytes encrypted"])
             self.assertEqual(self.run_tool("encrypt", "other", "-o", "out", "--force", "-q").stderr, b"")
             said = self.run_tool("encrypt", "other", "-o", "out", "--force", "--no-verify").stderr.decode()
