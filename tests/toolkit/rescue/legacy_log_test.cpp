@@ -12,10 +12,14 @@
 
 namespace {
 
+using namespace std::string_literals;
 using zuna_test::Part;
+using zuna_test::RescuedOf;
 using zuna_test::Sample;
 using zuna_toolkit::LegacyLog;
 using zuna_toolkit::Rescued;
+using zuna_toolkit::RescuedSong;
+using zuna_toolkit::SongState;
 
 constexpr std::size_t kSongs = 20;
 
@@ -234,6 +238,40 @@ TEST(RescueOfLegacyLogs, KeepsTheSongsOfJoinedFilesApart) {
   EXPECT_EQ(rescued.report.songs[kSongs - 1].number, "119");
   EXPECT_EQ(rescued.report.songs[kSongs].number, "100 (2)");
   EXPECT_EQ(rescued.report.songs.back().number, "119 (2)");
+}
+
+/// A song log whose only list is that of its cuts, with one cut.
+std::string ShortSongLog(const std::string& number) {
+  return "\x0D\0\0\0"s  // the sequence has four bytes more: 17
+         "\1" +
+         number +                      // number
+         "\4Tune"                      // name
+         "\0\0\0\0"                    // length
+         "B\x0C\0\0\0"                 // cuts, 12 bytes
+         "B\x9\0\0\0\0\0\1\0\0\0\1"s;  // a cut from 0 to 1
+}
+
+/// A log of these songs.
+std::string LogOf(const std::string& songs) {
+  return "ZUNA" + std::string(1, static_cast<char>(22 + songs.size())) + "\0\0\0"s + "0123456789abcdef" +
+         "\0\0\1\0\2\0"s + songs;
+}
+
+TEST(RescueOfALegacyLog, IsWholeWhereTheWriterOfALogLeavesListsOut) {
+  const Rescued rescued = RescuedOf(LogOf(ShortSongLog("1") + ShortSongLog("2") + ShortSongLog("3")));
+  ASSERT_EQ(rescued.report.songs.size(), 3U);
+  for (const RescuedSong& song : rescued.report.songs) EXPECT_EQ(song.remarks, Texts()) << song.number;
+  EXPECT_TRUE(rescued.report.complete());
+}
+
+TEST(RescueOfALegacyLog, IsLostWhereALogHasNoneOfItsEdits) {
+  std::string second = ShortSongLog("2");
+  second.replace(second.size() - 17, 17, std::string(17, '\0'));
+  const Rescued rescued = RescuedOf(LogOf(ShortSongLog("1") + second + ShortSongLog("3")));
+  ASSERT_EQ(rescued.report.songs.size(), 3U);
+  EXPECT_EQ(rescued.report.songs[1].number, "2");
+  EXPECT_EQ(rescued.report.songs[1].state, SongState::kLost);
+  EXPECT_EQ(rescued.report.songs[1].remarks, Texts{"none of its edits can be read"});
 }
 
 }  // namespace

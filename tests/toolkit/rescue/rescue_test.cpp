@@ -1,10 +1,9 @@
-// The report of a rescue, on files made by hand: lengths, encryption, numbers, and what cannot be saved.
+// The report of a rescue, on legacy files made by hand: lengths, numbers, and what cannot be saved.
 #include "toolkit/rescue/rescue.h"
 
 #include <gtest/gtest.h>
 
 #include "tests/support/legacy_samples.h"
-#include "tests/support/sample_models.h"
 #include "tests/toolkit/rescue/rescue_samples.h"
 #include "toolkit/conversion/companion.h"
 #include "toolkit/conversion/conversion.h"
@@ -13,7 +12,6 @@
 namespace {
 
 using namespace std::string_literals;
-using zuna_test::ByteVector;
 using zuna_test::RescuedOf;
 using zuna_toolkit::ByteRange;
 using zuna_toolkit::ErrorCode;
@@ -224,194 +222,6 @@ TEST(Rescue, LosesASongLogOfWhichNothingIsLeft) {
                  "give its key if it is encrypted with another one, or get another copy of the file");
     EXPECT_EQ(error.code(), ErrorCode::kNothingToSave);
   }
-}
-
-// The encryption.
-
-ByteVector Sealed() { return zuna_test::Encrypted(zuna_test::Written(zuna_test::SampleLegacyShow())); }
-
-Rescued RescuedOfSealed(const ByteVector& bytes, const CipherKey& key = zuna_test::kKey) {
-  return zuna_toolkit::Rescue(bytes, "file", key);
-}
-
-TEST(Rescue, SaysThatNothingIsMissing) {
-  const Rescued rescued = RescuedOfSealed(Sealed());
-  EXPECT_TRUE(rescued.report.complete());
-  EXPECT_EQ(rescued.report.remarks, Texts());
-  EXPECT_TRUE(SongAt(rescued.report, 0).vouched);
-}
-
-TEST(Rescue, VouchesForSongsBehindADamagedHeader) {
-  ByteVector bytes = Sealed();
-  bytes[0] ^= 1;
-  bytes.push_back('\0');
-  const Rescued rescued = RescuedOfSealed(bytes);
-  EXPECT_TRUE(rescued.report.complete());
-  EXPECT_TRUE(SongAt(rescued.report, 0).vouched);
-  EXPECT_EQ(rescued.report.remarks,
-            (Texts{"the header of its encryption is damaged (magic)", "1 byte follows its encrypted bytes"}));
-}
-
-TEST(Rescue, VouchesForNoSongOfAChangedFile) {
-  ByteVector bytes = Sealed();
-  bytes.back() ^= 1;
-  const Rescued rescued = RescuedOfSealed(bytes);
-  EXPECT_EQ(rescued.report.remarks, Texts{"was changed after it was encrypted"});
-  EXPECT_EQ(rescued.report.saved(), 2U);
-  EXPECT_TRUE(rescued.report.changed);
-  EXPECT_FALSE(rescued.report.complete());
-  EXPECT_FALSE(SongAt(rescued.report, 0).vouched);
-}
-
-TEST(Rescue, TellsHowMuchIsCutOff) {
-  ByteVector bytes = Sealed();
-  const std::size_t size = bytes.size() - 72;
-  bytes.pop_back();
-  const Rescued rescued = RescuedOfSealed(bytes);
-  EXPECT_EQ(rescued.report.remarks, Texts{"has " + std::to_string(size - 1) +
-                                          " encrypted bytes, and its header states " + std::to_string(size)});
-  EXPECT_EQ(SongAt(rescued.report, 0).state, SongState::kWhole);
-  EXPECT_EQ(SongAt(rescued.report, 1).state, SongState::kPartly);
-}
-
-template <typename... Arguments>
-std::string Refusal(ErrorCode code, const Arguments&... arguments) {
-  try {
-    zuna_toolkit::Rescue(arguments...);
-  } catch (const zuna_toolkit::Error& error) {
-    EXPECT_EQ(error.code(), code);
-    return error.what();
-  }
-  return "(nothing was thrown)";
-}
-
-TEST(Rescue, RefusesWhatItCannotOpen) {
-  ByteVector bytes = Sealed();
-  bytes.back() ^= 1;
-  EXPECT_EQ(
-      Refusal(ErrorCode::kWrongKey, bytes, "file"s, CipherKey{{1}, {}}),
-      "file: the key or the IV is not the one that this was encrypted with, or its key check is damaged; "
-      "give the right key file");
-  EXPECT_EQ(Refusal(ErrorCode::kNoKey, bytes, "file"s, CipherKey{}),
-            "file: is encrypted with a key, and none was given; give its key");
-  bytes.resize(71);
-  EXPECT_EQ(Refusal(ErrorCode::kCutOff, bytes, "file"s, zuna_test::kKey),
-            "file: ends inside the header (offset 71 of 72); get a complete copy of the file");
-  EXPECT_EQ(Refusal(ErrorCode::kEmptyFile, ByteVector(), "file"s, zuna_test::kKey),
-            "file: is empty, not an encrypted file; give another file");
-  EXPECT_EQ(Refusal(ErrorCode::kNotEncrypted, ByteVector(100, 'x'), "file"s, zuna_test::kKey),
-            "file: is not an encrypted file of this kind (offset 0); give an encrypted show or log file");
-}
-
-TEST(Rescue, TellsWhatFollowsItsEncryptedBytes) {
-  const ByteVector bytes = Sealed();
-  const std::string plain = zuna_test::Written(zuna_test::SampleLegacyLog());
-  const auto missing = [&](const std::string& tail) {
-    ByteVector joined = bytes;
-    joined.insert(joined.end(), tail.begin(), tail.end());
-    const Rescued rescued = RescuedOfSealed(joined);
-    EXPECT_EQ(rescued.report.saved(), 2U);
-    EXPECT_EQ(rescued.report.complete(), rescued.report.missing.empty());
-    return rescued.report.missing;
-  };
-  const auto begins_at = [&](std::size_t place) {
-    return Texts{"the document that begins at byte " + std::to_string(bytes.size() + place) + " of the file"};
-  };
-  EXPECT_EQ(missing("\r\n \0\0"s), Texts());
-  EXPECT_EQ(missing("xyz"), Texts{"what follows its encrypted bytes"});
-  EXPECT_EQ(missing(plain), begins_at(0));
-  EXPECT_EQ(missing("\0\n"s + plain), begins_at(2));
-  EXPECT_EQ(missing("xyz" + plain), begins_at(3));
-  EXPECT_EQ(missing(Show()), begins_at(0));
-  EXPECT_EQ(missing(zuna_test::WrittenAt(zuna_test::SampleShow(), {2, 0})), begins_at(0));
-}
-
-TEST(Rescue, TellsWhereAnotherEncryptedFileBegins) {
-  const ByteVector next = Sealed();
-  ByteVector cut = next;
-  cut.pop_back();
-  ByteVector headless = next;
-  headless[0] ^= 1;
-  headless[16] ^= 1;  // its length
-  const ByteVector plain = zuna_test::FromText(zuna_test::Written(zuna_test::SampleLegacyLog()));
-  for (ByteVector bytes : {next, cut, headless, plain}) {
-    const std::size_t place = bytes.size();
-    bytes.insert(bytes.end(), next.begin(), next.end());
-    const auto accept = zuna_toolkit::Accept::kEncryptedOrPlain;
-    const Rescued rescued = zuna_toolkit::Rescue(bytes, "file", zuna_test::kKey, accept);
-    EXPECT_EQ(rescued.report.saved(), 2U);
-    EXPECT_FALSE(rescued.report.complete());
-    EXPECT_EQ(rescued.report.missing.back(),
-              "the encrypted file that begins at byte " + std::to_string(place) + " of this one");
-  }
-}
-
-TEST(Rescue, TellsWhereAnEncryptedFileBeginsBehindOtherBytes) {
-  const auto accept = zuna_toolkit::Accept::kEncryptedOrPlain;
-  for (const std::string& front : {"\r\n"s, std::string(128, 'x'), "\x89ZSC\r\n\x1a\n\1\1"s}) {
-    ByteVector bytes = zuna_test::FromText(front);
-    const ByteVector next = Sealed();
-    bytes.insert(bytes.end(), next.begin(), next.end());
-    EXPECT_EQ(Refusal(ErrorCode::kNothingToSave, bytes, "file"s, zuna_test::kKey, accept),
-              "file: holds no song that can be read before byte " + std::to_string(front.size()) +
-                  ", where an encrypted file begins; take that file with tail -c +" +
-                  std::to_string(front.size() + 1));
-  }
-}
-
-TEST(Rescue, SavesNothingBehindADamagedTag) {
-  ByteVector bytes = Sealed();
-  bytes[56] ^= 1;
-  EXPECT_EQ(Refusal(ErrorCode::kNothingToSave, bytes, "file"s, zuna_test::kKey),
-            "file: holds no song that can be read; get another copy of the file");
-}
-
-// The text form.
-
-std::string Text() { return zuna_test::WrittenAt(zuna_test::SampleShow(), {2, 0}); }
-
-TEST(Rescue, TakesSongsOfATextInAnyOrderOfKeys) {
-  std::string text = R"({"kind": "showdata", "fileVersion": "2.0", "songs": [)";
-  const std::string song =
-      R"({"songName": "Go", "songNumber": "1", "division": 480, "songLength": 1, "timeline": {"tempos": [], )"
-      R"("barsBeats": [], "keys": [], "pageNumbers": [], "meters": []}, "voices": []})";
-  text += song + ", {\"songNumber\": \"2\"}], \"showName\": \"}]\\\"\"}";
-  const Rescued rescued = RescuedOf(text);
-  EXPECT_EQ(rescued.document.As<zuna_midi::ShowData>()->show_name, "}]\"");
-  ASSERT_EQ(rescued.report.songs.size(), 2U);
-  EXPECT_EQ(SongAt(rescued.report, 0).name, "Go");
-  EXPECT_EQ(SongAt(rescued.report, 1).state, SongState::kLost);
-  EXPECT_EQ(SongAt(rescued.report, 1).number, "2");
-  EXPECT_EQ(SongAt(rescued.report, 1).remarks, Texts{"its text is not complete and correct"});
-}
-
-TEST(Rescue, SkipsAByteOrderMarkBeforeAText) {
-  for (const std::string& front : {"\xEF\xBB\xBF"s, "\xEF\xBB\xBF\r\n"s}) {
-    const Rescued rescued = RescuedOf(front + Text());
-    EXPECT_TRUE(rescued.report.complete());
-    EXPECT_EQ(rescued.report.remarks,
-              (Texts{"is not encrypted", "a byte order mark stands before its text"}));
-    EXPECT_EQ(rescued.document.As<zuna_midi::ShowData>()->show_name, "Hä");
-    const std::string damaged = front + Text().substr(0, Text().find_last_of(']'));
-    EXPECT_EQ(RescuedOf(damaged).report.missing, Texts{"the end of the text"});
-    EXPECT_EQ(SongAt(RescuedOf(damaged).report, 0).offset, damaged.find("{", front.size() + 1));
-  }
-}
-
-TEST(Rescue, TellsThatTheEndOfATextIsMissing) {
-  const std::string text = Text();
-  const Rescued rescued = RescuedOf(text.substr(0, text.find_last_of(']')));
-  EXPECT_EQ(rescued.report.missing, Texts{"the end of the text"});
-  EXPECT_EQ(rescued.report.saved(), 1U);
-  EXPECT_EQ(rescued.document.As<zuna_midi::ShowData>()->show_name, "Hä");
-}
-
-TEST(Rescue, TellsThatTheHeadOfATextIsMissing) {
-  std::string text = Text();
-  text[1] = 'x';
-  const Rescued rescued = RescuedOf(text);
-  EXPECT_EQ(rescued.report.missing, Texts{"the show's name"});
-  EXPECT_EQ(rescued.report.saved(), 1U);
 }
 
 }  // namespace

@@ -1,0 +1,159 @@
+// The report of a rescue of encrypted files: damage of the encryption, and what stands before and after it.
+#include "toolkit/rescue/rescue.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/legacy_samples.h"
+#include "tests/support/sample_models.h"
+#include "tests/toolkit/rescue/rescue_samples.h"
+#include "toolkit/error.h"
+
+namespace {
+
+using namespace std::string_literals;
+using zuna_test::ByteVector;
+using zuna_toolkit::ErrorCode;
+using zuna_toolkit::Rescued;
+using zuna_toolkit::SongState;
+
+using Texts = std::vector<std::string>;
+
+ByteVector Sealed() { return zuna_test::Encrypted(zuna_test::Written(zuna_test::SampleLegacyShow())); }
+
+Rescued RescuedOfSealed(const ByteVector& bytes, const CipherKey& key = zuna_test::kKey) {
+  return zuna_toolkit::Rescue(bytes, "file", key);
+}
+
+TEST(RescueOfAnEncryptedFile, SaysThatNothingIsMissing) {
+  const Rescued rescued = RescuedOfSealed(Sealed());
+  EXPECT_TRUE(rescued.report.complete());
+  EXPECT_EQ(rescued.report.remarks, Texts());
+  EXPECT_TRUE(rescued.report.songs.at(0).vouched);
+}
+
+TEST(RescueOfAnEncryptedFile, VouchesForSongsBehindADamagedHeader) {
+  ByteVector bytes = Sealed();
+  bytes[0] ^= 1;
+  bytes.push_back('\0');
+  const Rescued rescued = RescuedOfSealed(bytes);
+  EXPECT_TRUE(rescued.report.complete());
+  EXPECT_TRUE(rescued.report.songs.at(0).vouched);
+  EXPECT_EQ(rescued.report.remarks,
+            (Texts{"the header of its encryption is damaged (magic)", "1 byte follows its encrypted bytes"}));
+}
+
+TEST(RescueOfAnEncryptedFile, VouchesForNoSongOfAChangedFile) {
+  ByteVector bytes = Sealed();
+  bytes.back() ^= 1;
+  const Rescued rescued = RescuedOfSealed(bytes);
+  EXPECT_EQ(rescued.report.remarks, Texts{"was changed after it was encrypted"});
+  EXPECT_EQ(rescued.report.saved(), 2U);
+  EXPECT_TRUE(rescued.report.changed);
+  EXPECT_FALSE(rescued.report.complete());
+  EXPECT_FALSE(rescued.report.songs.at(0).vouched);
+}
+
+TEST(RescueOfAnEncryptedFile, TellsHowMuchIsCutOff) {
+  ByteVector bytes = Sealed();
+  const std::size_t size = bytes.size() - 72;
+  bytes.pop_back();
+  const Rescued rescued = RescuedOfSealed(bytes);
+  EXPECT_EQ(rescued.report.remarks, Texts{"has " + std::to_string(size - 1) +
+                                          " encrypted bytes, and its header states " + std::to_string(size)});
+  EXPECT_EQ(rescued.report.songs.at(0).state, SongState::kWhole);
+  EXPECT_EQ(rescued.report.songs.at(1).state, SongState::kPartly);
+}
+
+template <typename... Arguments>
+std::string Refusal(ErrorCode code, const Arguments&... arguments) {
+  try {
+    zuna_toolkit::Rescue(arguments...);
+  } catch (const zuna_toolkit::Error& error) {
+    EXPECT_EQ(error.code(), code);
+    return error.what();
+  }
+  return "(nothing was thrown)";
+}
+
+TEST(RescueOfAnEncryptedFile, RefusesWhatItCannotOpen) {
+  ByteVector bytes = Sealed();
+  bytes.back() ^= 1;
+  EXPECT_EQ(
+      Refusal(ErrorCode::kWrongKey, bytes, "file"s, CipherKey{{1}, {}}),
+      "file: the key or the IV is not the one that this was encrypted with, or its key check is damaged; "
+      "give the right key file");
+  EXPECT_EQ(Refusal(ErrorCode::kNoKey, bytes, "file"s, CipherKey{}),
+            "file: is encrypted with a key, and none was given; give its key");
+  bytes.resize(71);
+  EXPECT_EQ(Refusal(ErrorCode::kCutOff, bytes, "file"s, zuna_test::kKey),
+            "file: ends inside the header (offset 71 of 72); get a complete copy of the file");
+  EXPECT_EQ(Refusal(ErrorCode::kEmptyFile, ByteVector(), "file"s, zuna_test::kKey),
+            "file: is empty, not an encrypted file; give another file");
+  EXPECT_EQ(Refusal(ErrorCode::kNotEncrypted, ByteVector(100, 'x'), "file"s, zuna_test::kKey),
+            "file: is not an encrypted file of this kind (offset 0); give an encrypted show or log file");
+}
+
+TEST(RescueOfAnEncryptedFile, TellsWhatFollowsItsEncryptedBytes) {
+  const ByteVector bytes = Sealed();
+  const std::string plain = zuna_test::Written(zuna_test::SampleLegacyLog());
+  const auto missing = [&](const std::string& tail) {
+    ByteVector joined = bytes;
+    joined.insert(joined.end(), tail.begin(), tail.end());
+    const Rescued rescued = RescuedOfSealed(joined);
+    EXPECT_EQ(rescued.report.saved(), 2U);
+    EXPECT_EQ(rescued.report.complete(), rescued.report.missing.empty());
+    return rescued.report.missing;
+  };
+  const auto begins_at = [&](std::size_t place) {
+    return Texts{"the document that begins at byte " + std::to_string(bytes.size() + place) + " of the file"};
+  };
+  EXPECT_EQ(missing("\r\n \0\0"s), Texts());
+  EXPECT_EQ(missing("xyz"), Texts{"what follows its encrypted bytes"});
+  EXPECT_EQ(missing(plain), begins_at(0));
+  EXPECT_EQ(missing("\0\n"s + plain), begins_at(2));
+  EXPECT_EQ(missing("xyz" + plain), begins_at(3));
+  EXPECT_EQ(missing(zuna_test::Written(zuna_test::SampleLegacyShow())), begins_at(0));
+  EXPECT_EQ(missing(zuna_test::WrittenAt(zuna_test::SampleShow(), {2, 0})), begins_at(0));
+}
+
+TEST(RescueOfAnEncryptedFile, TellsWhereAnotherEncryptedFileBegins) {
+  const ByteVector next = Sealed();
+  ByteVector cut = next;
+  cut.pop_back();
+  ByteVector headless = next;
+  headless[0] ^= 1;
+  headless[16] ^= 1;  // its length
+  const ByteVector plain = zuna_test::FromText(zuna_test::Written(zuna_test::SampleLegacyLog()));
+  for (ByteVector bytes : {next, cut, headless, plain}) {
+    const std::size_t place = bytes.size();
+    bytes.insert(bytes.end(), next.begin(), next.end());
+    const auto accept = zuna_toolkit::Accept::kEncryptedOrPlain;
+    const Rescued rescued = zuna_toolkit::Rescue(bytes, "file", zuna_test::kKey, accept);
+    EXPECT_EQ(rescued.report.saved(), 2U);
+    EXPECT_FALSE(rescued.report.complete());
+    EXPECT_EQ(rescued.report.missing.back(),
+              "the encrypted file that begins at byte " + std::to_string(place) + " of this one");
+  }
+}
+
+TEST(RescueOfAnEncryptedFile, TellsWhereAnEncryptedFileBeginsBehindOtherBytes) {
+  const auto accept = zuna_toolkit::Accept::kEncryptedOrPlain;
+  for (const std::string& front : {"\r\n"s, std::string(128, 'x'), "\x89ZSC\r\n\x1a\n\1\1"s}) {
+    ByteVector bytes = zuna_test::FromText(front);
+    const ByteVector next = Sealed();
+    bytes.insert(bytes.end(), next.begin(), next.end());
+    EXPECT_EQ(Refusal(ErrorCode::kNothingToSave, bytes, "file"s, zuna_test::kKey, accept),
+              "file: holds no song that can be read before byte " + std::to_string(front.size()) +
+                  ", where an encrypted file begins; take that file with tail -c +" +
+                  std::to_string(front.size() + 1));
+  }
+}
+
+TEST(RescueOfAnEncryptedFile, SavesNothingBehindADamagedTag) {
+  ByteVector bytes = Sealed();
+  bytes[56] ^= 1;
+  EXPECT_EQ(Refusal(ErrorCode::kNothingToSave, bytes, "file"s, zuna_test::kKey),
+            "file: holds no song that can be read; get another copy of the file");
+}
+
+}  // namespace
