@@ -41,10 +41,21 @@ std::string Magic() {
   return std::string(AsText(empty.GetEncryptedBytes()).substr(0, kEnvelopeMagicSize));
 }
 
-/// Where an encrypted file begins after the first byte; none where none does.
-std::optional<std::size_t> FindEncrypted(std::span<const std::uint8_t> bytes) {
-  const std::size_t at = AsText(bytes).find(Magic(), 1);
-  return at == std::string_view::npos ? std::nullopt : std::optional(at);
+constexpr std::size_t kMostPlaces = 100;
+
+/// The encrypted files that begin after the first byte.
+OtherFiles FindEncrypted(std::span<const std::uint8_t> bytes) {
+  const std::string magic = Magic();
+  const std::string_view file = AsText(bytes);
+  OtherFiles others;
+  for (std::size_t at = file.find(magic, 1); at != std::string_view::npos; at = file.find(magic, at + 1)) {
+    if (others.places.size() < kMostPlaces) {
+      others.places.push_back(at);
+    } else {
+      ++others.more;
+    }
+  }
+  return others;
 }
 
 Plaintext PlainBytes(std::span<const std::uint8_t> bytes) {
@@ -105,16 +116,16 @@ Plaintext DecryptFirst(std::span<const std::uint8_t> bytes, const CipherKey& key
 }  // namespace
 
 Plaintext DecryptDamaged(std::span<const std::uint8_t> bytes, const CipherKey& key, Accept accept) {
-  const auto next = FindEncrypted(bytes);
-  const std::size_t tail_end = next.value_or(bytes.size());
+  OtherFiles others = FindEncrypted(bytes);
+  const std::size_t tail_end = others.places.empty() ? bytes.size() : others.places.front();
   try {
     Plaintext plaintext = DecryptFirst(bytes.first(tail_end), key, accept);
     SkipByteOrderMark(plaintext);
     plaintext.tail_end = tail_end;
-    plaintext.next_encrypted = next;
+    plaintext.others = std::move(others);
     return plaintext;
   } catch (const zuna_sec::TruncatedError&) {
-    if (next) ThrowBeginsLater(*next);
+    if (!others.places.empty()) ThrowBeginsLater(tail_end);
     throw;
   }
 }

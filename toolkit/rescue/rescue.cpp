@@ -27,7 +27,7 @@ constexpr const char* kWrongChecksum = "its checksum is wrong or missing";
 
 /// Throws that nothing came back. A text that is not encrypted can be corrected by hand.
 [[noreturn]] void ThrowNothingToSave(const Plaintext& plaintext, const std::string& name) {
-  if (plaintext.next_encrypted) ThrowBeginsLater(*plaintext.next_encrypted);
+  if (!plaintext.others.places.empty()) ThrowBeginsLater(plaintext.others.places.front());
   const bool states_version = AsText(plaintext.bytes).find("\"fileVersion\"") != std::string_view::npos;
   if (!plaintext.encrypted && states_version) ReadTextForm(AsText(plaintext.bytes), name);
   throw Error(ErrorCode::kNothingToSave, "", "holds no song that can be read",
@@ -145,9 +145,13 @@ void AddWhatFollows(RescueReport& report, const Plaintext& plaintext, std::span<
                                          std::to_string(plaintext.end + *begin) + " of the file"
                                    : "what follows its encrypted bytes");
   }
-  if (plaintext.next_encrypted) {
-    report.missing.push_back("the encrypted file that begins at byte " +
-                             std::to_string(*plaintext.next_encrypted) + " of this one");
+  for (const std::size_t place : plaintext.others.places) {
+    report.missing.push_back("the encrypted file that begins at byte " + std::to_string(place) +
+                             " of this one");
+  }
+  if (plaintext.others.more > 0) {
+    report.missing.push_back("the rest of the file, with " +
+                             Counted(plaintext.others.more, "more encrypted file", "more encrypted files"));
   }
 }
 

@@ -136,6 +136,25 @@ TEST(RescueOfAnEncryptedFile, TellsWhereAnotherEncryptedFileBegins) {
   }
 }
 
+TEST(RescueOfAnEncryptedFile, TellsWhereAllOthersBegin) {
+  const ByteVector one = Sealed();
+  constexpr std::size_t kTold = 100;
+  for (const std::size_t count : {std::size_t{2}, kTold, kTold + 1, kTold + 2}) {
+    ByteVector bytes = one;
+    Texts missing;
+    for (std::size_t i = 0; i < count; ++i) {
+      if (i < kTold) {
+        missing.push_back("the encrypted file that begins at byte " + std::to_string(bytes.size()) +
+                          " of this one");
+      }
+      bytes.insert(bytes.end(), one.begin(), one.end());
+    }
+    if (count == kTold + 1) missing.emplace_back("the rest of the file, with 1 more encrypted file");
+    if (count == kTold + 2) missing.emplace_back("the rest of the file, with 2 more encrypted files");
+    EXPECT_EQ(RescuedOfSealed(bytes).report.missing, missing);
+  }
+}
+
 TEST(RescueOfAnEncryptedFile, TellsWhereAnEncryptedFileBeginsBehindOtherBytes) {
   const auto accept = zuna_toolkit::Accept::kEncryptedOrPlain;
   for (const std::string& front : {"\r\n"s, std::string(128, 'x'), "\x89ZSC\r\n\x1a\n\1\1"s}) {

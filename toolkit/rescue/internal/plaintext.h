@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -16,17 +15,23 @@ namespace zuna_toolkit {
 
 using ByteVector = std::vector<std::uint8_t>;
 
+/// The encrypted files that follow another one in the same file.
+struct OtherFiles {
+  std::vector<std::size_t> places;  ///< where the first ones begin
+  std::size_t more = 0;             ///< how many there are after those
+};
+
 /// The plaintext of a file, and what is known about it.
 struct Plaintext {
   ByteVector bytes;
-  bool encrypted = true;                      ///< whether it was
-  bool authentic = false;                     ///< whether the encryption vouches for it
-  bool changed = false;                       ///< whether the encryption shows that it was changed
-  std::uint64_t missing_bytes = 0;            ///< how many the encryption says that it had after its end
-  std::vector<std::string> remarks;           ///< what is wrong with the encryption
-  std::size_t end = 0;                        ///< after its last byte in the file
-  std::size_t tail_end = 0;                   ///< of the bytes after it that are of no other encrypted file
-  std::optional<std::size_t> next_encrypted;  ///< where another encrypted file begins
+  bool encrypted = true;             ///< whether it was
+  bool authentic = false;            ///< whether the encryption vouches for it
+  bool changed = false;              ///< whether the encryption shows that it was changed
+  std::uint64_t missing_bytes = 0;   ///< how many the encryption says that it had after its end
+  std::vector<std::string> remarks;  ///< what is wrong with the encryption
+  std::size_t end = 0;               ///< after its last byte in the file
+  std::size_t tail_end = 0;          ///< of the bytes after it that are of no other encrypted file
+  OtherFiles others;                 ///< the encrypted files after it
 
   Plaintext() = default;
   Plaintext(Plaintext&&) = default;
