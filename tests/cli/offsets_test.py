@@ -125,6 +125,15 @@ class OffsetsTest(ToolTest):
         self.assertEqual(fields, whole[:len(fields)])
         self.assertEqual(self.json("cut", code=BAD_INPUT)["error"]["message"], message)
 
+    def test_of_a_text_behind_a_byte_order_mark_has_every_byte(self):
+        for kind in KINDS:
+            text = b"\xef\xbb\xbf" + self.plaintext(f"2.0.{kind}")
+            self.write("marked", text)
+            head, fields = self.lines("marked", code=BAD_INPUT)
+            self.assertIn({"showdata": ": a show of version 2.0, ", "logdata": ": a log of version 2.0, "}[kind], head)
+            self.expect_all_bytes(fields, len(text))
+            self.assertEqual(list(self.json_fields(self.json("marked", code=BAD_INPUT))), fields)
+
     def test_of_a_file_that_cannot_be_opened(self):
         self.write("bad", bytes(5))
         self.refuse("dump", "--offsets", "bad", code=BAD_INPUT,

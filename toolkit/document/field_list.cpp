@@ -10,6 +10,7 @@
 #include "kit/stream_size.h"
 #include "toolkit/document/internal/content.h"
 #include "toolkit/document/internal/field_lists.h"
+#include "toolkit/words.h"
 #include "zuna_midi/show_records.h"
 
 namespace zuna_toolkit {
@@ -23,9 +24,11 @@ std::string PlaintextOf(OpenedFile& file) {
   return StartOf(file.stream(), static_cast<std::size_t>(kit::BytesAhead(*file.stream().rdbuf())));
 }
 
-/// What a text that cannot be read is meant to hold.
+/// What a text that cannot be read is meant to hold. A byte order mark before it is passed over.
 FileType TypeInText(std::istream& text) {
-  Rewind(text);
+  constexpr std::size_t kMarkSize = 3;  // bytes
+  const std::string start = StartOf(text, kMarkSize);
+  text.seekg(static_cast<std::streamoff>(start.size() - WithoutByteOrderMark(start).size()));
   const bool is_log = cmn::StatedInText(text).kind == cmn::KindText(cmn::FileKind::kLog);
   return {is_log ? cmn::FileKind::kLog : cmn::FileKind::kShow, kTextFormVersion};
 }

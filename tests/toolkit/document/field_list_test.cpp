@@ -309,6 +309,19 @@ TEST(FieldList, OfADamagedTextEndsWhereItsReaderStops) {
   EXPECT_EQ(FieldsOf(std::string(R"({"kind": "logdata", "fileVersion": "3.0"})")).back(), "0..41 unread");
 }
 
+TEST(FieldList, OfATextWithAByteOrderMarkIsUnread) {
+  for (const auto& [text, kind] : {std::pair{WrittenAt(zuna_test::SampleShow(), kText), cmn::FileKind::kShow},
+                                   {WrittenAt(zuna_test::SampleLog(), kText), cmn::FileKind::kLog}}) {
+    for (const std::string front : {"\xEF\xBB\xBF", "\xEF\xBB\xBF\r\n"}) {
+      const FieldSource source = SourceOf(front + text);
+      EXPECT_EQ(source.type, (FileType{kind, kText}));
+      EXPECT_THAT(source.damage->what(), testing::HasSubstr("a byte order mark stands before the text"));
+      EXPECT_THAT(FieldsOf(source),
+                  ElementsAre("0.." + std::to_string(front.size() + text.size()) + " unread"));
+    }
+  }
+}
+
 TEST(FieldList, IsRefusedForWhatIsNoShowAndNoLog) { EXPECT_THROW(SourceOf(std::string(5, '\0')), Error); }
 
 }  // namespace
