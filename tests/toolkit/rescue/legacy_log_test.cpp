@@ -108,6 +108,21 @@ TEST(RescueOfLegacyLogs, SavesEverySongThatDamageDoesNotTouch) {
   zuna_test::ExpectUntouchedSongs(random, 100, MakeSample, SongsOf);
 }
 
+TEST(RescueOfLegacyLogs, SavesEverySongAroundBytesThatAreMissingAtTheEndOfOne) {
+  std::mt19937 random(15);
+  for (int round = 0; round < zuna_test::Rounds(400); ++round) {
+    const Sample sample = MakeSample(random);
+    const std::size_t count = 1 + random() % 8;
+    const std::size_t touched = random() % kSongs;
+    const std::size_t begin = sample.parts[touched].end - count - random() % 4;
+    const std::vector<std::string> saved = SongsOf(std::string(sample.bytes).erase(begin, count));
+    for (const Part& part : sample.parts) {
+      ASSERT_TRUE(part.number == sample.parts[touched].number || CameBack(part, saved))
+          << "song " << part.number << " of round " << round;
+    }
+  }
+}
+
 TEST(RescueOfLegacyLogs, KeepsTheHeaderOfALogWithADamagedSong) {
   std::mt19937 random(3);
   Sample sample = MakeSample(random);

@@ -109,6 +109,19 @@ bool IsNumber(std::string_view number);
 /// Adds a song of which nothing came back, and why.
 void AddLost(RescueReport& report, RescuedSong song, const std::string& problem);
 
+/// Where the next song begins after the one from `begin` to `song_end`, which is undamaged as far as it
+/// shows. Where a song lacks bytes at its end, its lengths lead into the next one, which begins inside of it
+/// then.
+template <typename Format>
+std::size_t BeginOfNext(Format& format, std::size_t begin, std::size_t song_end, std::size_t end) {
+  if (song_end == end || format.WholeEnd(song_end)) return song_end;
+  for (std::size_t at = begin + 1; at < song_end; ++at) {
+    const std::optional<std::size_t> next_end = format.WholeEnd(at);
+    if (next_end && *next_end != song_end) return at;
+  }
+  return song_end;
+}
+
 /// Goes through the songs between `at` and `end`. `format` has three functions: WholeEnd(at) gives the end of
 /// an undamaged song that begins there, if one does; TakeWhole(begin, end) and TakeDamaged(begin, end) are
 /// called for undamaged songs and for what is between them.
@@ -120,8 +133,13 @@ void WalkSongs(Format& format, std::size_t at, std::size_t end) {
     while (begin < end && !(song_end = format.WholeEnd(begin))) ++begin;
     if (begin > at) format.TakeDamaged(at, begin);
     if (!song_end) return;
-    format.TakeWhole(begin, *song_end);
-    at = *song_end;
+    const std::size_t next = BeginOfNext(format, begin, *song_end, end);
+    if (next == *song_end) {
+      format.TakeWhole(begin, next);
+    } else {
+      format.TakeDamaged(begin, next);
+    }
+    at = next;
   }
 }
 
