@@ -97,7 +97,8 @@ class ShowSalvage {
     const auto timeline = EndOfEvents(begin);
     if (!timeline || *timeline >= end || !HasTimelineAt(bytes_, *timeline)) return false;
     RecordCursor front(bytes_, begin);
-    const bool may_lack_lists = meets_next && front.Number(4) + front.at() == *timeline;
+    const std::size_t length = front.Number(4);
+    const bool may_lack_lists = meets_next && front.at() + length == *timeline;
     const FoundTimeline found = TimelineAt(*timeline);
     return found.end == end && found.sequences >= (may_lack_lists ? 1 : TimelineSequences().size());
   }
