@@ -47,6 +47,20 @@ bool IsFile(const std::string& path) {
   return std::filesystem::is_regular_file(path, ignored);
 }
 
+/// Where the companion of an input is or has to be.
+struct CompanionPlace {
+  std::string path;
+  bool is_there;  ///< or was named
+};
+
+std::optional<CompanionPlace> CompanionPlaceOf(const Input& input, const CompanionOptions& options) {
+  const std::vector<std::string> places = PlacesOf(input, options);
+  if (places.empty()) return std::nullopt;
+  const auto found = std::find_if(places.begin(), places.end(), IsFile);
+  const bool is_found = found != places.end();
+  return CompanionPlace{is_found ? *found : places.front(), is_found || options.file};
+}
+
 std::string DivisionText(std::uint16_t division) { return " --division " + std::to_string(division); }
 
 /// What an option tells in place of the companion; nothing where none does.
@@ -151,26 +165,20 @@ void AddCompanions(CLI::App& command, CompanionOptions& options) {
 }
 
 std::optional<std::string> CompanionPath(const Input& input, const CompanionOptions& options) {
-  const std::vector<std::string> places = PlacesOf(input, options);
-  if (places.empty()) return std::nullopt;
-  const auto found = std::find_if(places.begin(), places.end(), IsFile);
-  return found == places.end() ? places.front() : *found;
-}
-
-bool HasCompanion(const Input& input, const CompanionOptions& options) {
-  const std::optional<std::string> path = CompanionPath(input, options);
-  return path && (options.file || IsFile(*path));
+  const std::optional<CompanionPlace> place = CompanionPlaceOf(input, options);
+  return place ? std::optional(place->path) : std::nullopt;
 }
 
 FoundCompanion FindCompanion(const Document& document, const Input& input, const CompanionOptions& options,
                              const Keys& keys) {
-  const bool is_there = HasCompanion(input, options);
+  const std::optional<CompanionPlace> place = CompanionPlaceOf(input, options);
+  const bool is_there = place && place->is_there;
   if (options.for_one || !is_there) {
     if (auto stand_in = StandIn(document, options)) return std::move(*stand_in);
   }
   if (!is_there) throw MissingCompanion(document, PlacesOf(input, options), options.folder);
   try {
-    return ReadAndCheck(document, *CompanionPath(input, options), options, keys);
+    return ReadAndCheck(document, place->path, options, keys);
   } catch (const std::bad_alloc&) {
     throw;
   } catch (...) {

@@ -31,9 +31,6 @@ void AddCompanions(CLI::App& command, CompanionOptions& options);
 /// of the input does not tell.
 std::optional<std::string> CompanionPath(const zuna_toolkit::Input& input, const CompanionOptions& options);
 
-/// Whether the companion of `input` is there, or was named.
-bool HasCompanion(const zuna_toolkit::Input& input, const CompanionOptions& options);
-
 /// The companion of one input.
 struct FoundCompanion {
   zuna_toolkit::Companion companion;

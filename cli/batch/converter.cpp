@@ -65,16 +65,16 @@ Outcome Converter::Convert(const Job& job, ReportLine& line) const {
     if (job.same_as == job.input.path) outcome.report.clear();  // That line would hide the other one.
     return outcome;
   }
-  const bool exists = !options_.outputs.in_place && Exists(job.output);
   std::error_code ignored;  // What cannot be looked at is told where its place is found.
-  if (exists && options_.outputs.skip_existing && !std::filesystem::is_directory(job.output, ignored)) {
+  if (options_.outputs.skip_existing && Exists(job.output) &&
+      !std::filesystem::is_directory(job.output, ignored)) {
     return Passed(job.output, "exists and is passed over", line);
   }
   std::optional<Destination> destination = placing_.Find(job);
   Bytes bytes = ReadInput(job.input.path, zuna_toolkit::kMaxFileSize);
   if (HasReport()) {
     line.digest = zuna_sec::Sha256Text(bytes);
-    if (const FinishedWork::Piece* piece = Finished(job, exists, line)) return PassedAsFinished(*piece, line);
+    if (const FinishedWork::Piece* piece = Finished(job, line)) return PassedAsFinished(*piece, line);
   }
   auto [file, key] = DecryptInput(bytes, InputName(job.input.path), keys_);
   Result result = Make(job, std::move(file), *key, std::move(bytes), line);
@@ -150,8 +150,8 @@ void Converter::TellEarlierLosses(const FinishedWork::Piece& piece, const std::s
   }
 }
 
-const FinishedWork::Piece* Converter::Finished(const Job& job, bool exists, ReportLine& line) const {
-  if (finished_.empty() || !exists) return nullptr;
+const FinishedWork::Piece* Converter::Finished(const Job& job, ReportLine& line) const {
+  if (finished_.empty() || options_.outputs.in_place || !Exists(job.output)) return nullptr;
   const auto output = kit::ReadRegularFile(job.output, zuna_toolkit::kMaxFileSize);
   if (!output) return nullptr;
   const std::string digest = zuna_sec::Sha256Text(output->bytes());

@@ -52,7 +52,7 @@ class Converter {
   void TellEarlierLosses(const FinishedWork::Piece& piece, const std::string& name, Outcome& outcome) const;
   /// What the report has about this input where it is finished, and what was written then is there with the
   /// companion that was read; null where it is to be done.
-  const FinishedWork::Piece* Finished(const Job& job, bool exists, ReportLine& line) const;
+  const FinishedWork::Piece* Finished(const Job& job, ReportLine& line) const;
   /// Adds the marks of work that makes `bytes`.
   void AddMarks(const std::vector<std::uint8_t>& bytes, ReportLine& line) const;
   /// Adds the line of the report about an input that is not passed over. Where it needs nothing because an

@@ -43,6 +43,7 @@ void RequireOneOutput(const OutputOptions& options, std::size_t inputs) {
 
 /// The file itself.
 std::string WithoutLinks(const std::string& path) {
+  if (!Exists(path)) return path;  // One look, where the other way takes one for each folder.
   std::error_code error;
   const std::filesystem::path whole = std::filesystem::canonical(path, error);
   return error ? path : whole.string();
@@ -82,6 +83,11 @@ void FindSame(std::vector<Job>& jobs) {
 /// A file that is to be read may not be replaced before.
 void RequireNoneRead(const std::vector<Job>& jobs, const CompanionPathOf& companion_of) {
   if (jobs.size() < 2) return;  // An output is compared with what its own input needs before the work on it.
+  std::vector<std::pair<FileId, const Job*>> there;
+  for (const Job& job : jobs) {
+    if (const auto id = IdOf(job.output)) there.emplace_back(*id, &job);
+  }
+  if (there.empty()) return;
   std::map<FileId, std::string> read;
   for (const Job& job : jobs) {
     if (const auto id = IdOf(job.input.path)) read.emplace(*id, "is an input as well");
@@ -91,11 +97,10 @@ void RequireNoneRead(const std::vector<Job>& jobs, const CompanionPathOf& compan
     const auto id = path ? IdOf(*path) : std::nullopt;
     if (id) read.emplace(*id, "is the companion of " + job.input.path);
   }
-  for (const Job& job : jobs) {
-    const auto id = IdOf(job.output);
-    const auto found = id ? read.find(*id) : read.end();
+  for (const auto& [id, job] : there) {
+    const auto found = read.find(id);
     if (found == read.end()) continue;
-    throw Failure(ErrorCode::kOutputIsInput, job.output, found->second, "give another output");
+    throw Failure(ErrorCode::kOutputIsInput, job->output, found->second, "give another output");
   }
 }
 

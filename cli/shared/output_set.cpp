@@ -1,8 +1,11 @@
 // The files that a command writes.
 #include "cli/shared/output_set.h"
 
-#include <filesystem>
+#include <sys/stat.h>
 
+#include <algorithm>
+
+#include "cli/shared/file_id.h"
 #include "cli/terminal/failure.h"
 #include "cli/terminal/standard_streams.h"
 
@@ -10,33 +13,31 @@ namespace zuna_cli {
 
 namespace {
 
-bool IsSameFile(const std::string& a, const std::string& b) {
-  std::error_code ignored;  // An input that is not there is reported when it is read.
-  return a == b || std::filesystem::equivalent(a, b, ignored);
-}
-
-/// Throws Failure where a file exists at `path` that may not be replaced.
-void RequireReplaceable(const std::string& path, bool force) {
-  std::error_code ignored;  // What cannot be looked at cannot be written, which says so better.
-  const auto status = std::filesystem::status(path, ignored);
-  if (!std::filesystem::exists(status)) return;
-  if (!std::filesystem::is_regular_file(status)) {
-    throw Failure(ErrorCode::kOutputIsNoFile, path, "is not a regular file",
-                  "give another output, or - for a pipe");
-  }
-  if (!force)
-    throw Failure(ErrorCode::kOutputExists, path, "exists", "give --force to replace it, or another output");
+bool IsInput(const std::string& path, const std::optional<FileId>& id,
+             const std::vector<std::string>& inputs) {
+  return std::any_of(inputs.begin(), inputs.end(), [&](const std::string& input) {
+    if (input == kStandardStream) return false;
+    return path == input || (id && IdOf(input) == id);  // An input that is not there is told when it is read.
+  });
 }
 
 }  // namespace
 
 void RequirePlace(const std::string& path, const std::vector<std::string>& inputs, bool force) {
-  for (const std::string& input : inputs) {
-    if (input != kStandardStream && IsSameFile(path, input)) {
-      throw Failure(ErrorCode::kOutputIsInput, path, "is an input as well", "give another output");
-    }
+  struct stat status {};
+  // What cannot be looked at cannot be written, which says so better.
+  const bool exists = ::stat(path.c_str(), &status) == 0;
+  const auto id = exists ? std::optional(FileId(status.st_dev, status.st_ino)) : std::nullopt;
+  if (IsInput(path, id, inputs)) {
+    throw Failure(ErrorCode::kOutputIsInput, path, "is an input as well", "give another output");
   }
-  RequireReplaceable(path, force);
+  if (exists && !S_ISREG(status.st_mode)) {
+    throw Failure(ErrorCode::kOutputIsNoFile, path, "is not a regular file",
+                  "give another output, or - for a pipe");
+  }
+  if (exists && !force) {
+    throw Failure(ErrorCode::kOutputExists, path, "exists", "give --force to replace it, or another output");
+  }
 }
 
 OutputSet::OutputSet(bool force)
