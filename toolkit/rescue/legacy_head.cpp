@@ -123,8 +123,10 @@ void TakeFieldsBefore(SongHead& head, std::string_view bytes, std::size_t begin,
 
 }  // namespace
 
+std::size_t StatedEnd(const SongHead& head) { return head.events + head.stated_events * kEventSize; }
+
 bool StatesItsLength(const SongHead& head, std::size_t begin) {
-  return begin + kRecordLengthSize + head.record_length == head.events + head.stated_events * kEventSize;
+  return begin + kRecordLengthSize + head.record_length == StatedEnd(head);
 }
 
 SongHead ReadSongHead(RecordCursor& in, Steps& steps) {

@@ -4,7 +4,7 @@
 #include <sstream>
 
 #include "toolkit/rescue/internal/legacy_log_head.h"
-#include "toolkit/rescue/internal/legacy_sequences.h"
+#include "toolkit/rescue/internal/mended_sequences.h"
 #include "toolkit/rescue/internal/record_bytes.h"
 #include "toolkit/words.h"
 
@@ -12,7 +12,6 @@ namespace zuna_toolkit {
 
 namespace {
 
-constexpr std::size_t kSmallestSequence = 1 + 4;
 constexpr std::size_t kUncounted = 4;  // bytes of the sequences that a record length leaves out
 
 /// A song log that may be damaged.
@@ -46,6 +45,7 @@ class LogSalvage {
   }
 
   void TakeWhole(std::size_t begin, std::size_t end) {
+    has_end_ = true;
     Keep({"", "", begin, end}, std::string(bytes_.substr(begin, end - begin)));
   }
 
@@ -63,15 +63,15 @@ class LogSalvage {
   }
 
  private:
-  /// Whether no byte can be missing before the last song, or after it where that is whole.
+  /// Whether no byte can be missing before the last song, nor in it where its end is there.
   bool IsWholeUpToLast() const {
     std::uint64_t at = report_.framing.back().end;
     for (const RescuedSong& song : report_.songs) {
-      const bool is_last = &song == &report_.songs.back();
-      if (song.offset != at || (song.state != SongState::kWhole && !is_last)) return false;
-      if (song.state == SongState::kWhole) at = *song.end;
+      const bool is_cut = &song == &report_.songs.back() && !has_end_;
+      if (song.offset != at || (song.state != SongState::kWhole && !is_cut)) return false;
+      at = *song.end;
     }
-    return report_.songs.empty() || report_.songs.back().state != SongState::kWhole || at == bytes_.size();
+    return !has_end_ || at == bytes_.size();
   }
 
   /// Tells where the file has not the length that its header states. Returns how many bytes are missing.
@@ -94,7 +94,7 @@ class LogSalvage {
     const SongLogHead head = ReadSongLogHead(in);
     const std::size_t size = head.record_length + kUncounted;
     if (!in.ok() || size > bytes_.size() - in.at()) return {};
-    if (size < sequences * kSmallestSequence || !steps_.Take()) return {};
+    if (size < sequences * kSequenceHead || !steps_.Take()) return {};
     const std::size_t end = in.at() + size;
     return {end, CountSequences(bytes_, in.at(), end, SongLogSequences(), steps_)};
   }
@@ -117,9 +117,11 @@ class LogSalvage {
     RescuedSong song{std::string(head.number), std::string(head.name), begin, end};
     const char* problem = "its beginning cannot be read";
     if (in.ok()) {
-      const MendedSequences body = MendSequences(bytes_, in.at(), end, SongLogSequences());
+      const MendedSequences body =
+          MendSequences(bytes_, in.at(), end, SongLogSequences(), head.record_length + kUncounted);
       const bool has_most_lists = 2 * body.remarks.size() <= SongLogSequences().size();
       if (has_most_lists || (body.records > 0 && IsNumber(head.number))) {
+        has_end_ = body.has_last;
         song.end = body.end;
         song.remarks = body.remarks;
         report_.unread.insert(report_.unread.end(), body.unread.begin(), body.unread.end());
@@ -128,7 +130,9 @@ class LogSalvage {
       }
       problem = "none of its edits can be read";
     }
-    if (IsNumber(head.number) && IsTyped(head.name)) AddLost(report_, std::move(song), problem);
+    if (!IsNumber(head.number) || !IsTyped(head.name)) return;
+    has_end_ = false;
+    AddLost(report_, std::move(song), problem);
   }
 
   /// Reads the song log that `bytes` now are, which `told` tells about.
@@ -153,6 +157,7 @@ class LogSalvage {
   std::string_view bytes_;
   Steps steps_;
   std::vector<version0::SongLogV0> songs_;  ///< those in the report that are not lost
+  bool has_end_ = false;                    ///< whether the end of the last song in the report is there
   LegacyLog legacy_;
   RescueReport report_;
 };

@@ -1,7 +1,9 @@
 // What is left of a damaged legacy show (docs/format-0.md, "show_data").
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <sstream>
+#include <utility>
 
 #include "toolkit/internal/legacy_sizes.h"
 #include "toolkit/rescue/internal/legacy_events.h"
@@ -47,10 +49,11 @@ class ShowSalvage {
   std::optional<std::size_t> WholeEnd(std::size_t at) {
     RecordCursor front(bytes_, at);
     const std::size_t length = front.Number(4);
-    const std::size_t timeline = front.at() + length;
-    if (!front.ok() || !HasTimelineAt(bytes_, timeline) || EndOfEvents(at) != timeline) return std::nullopt;
-    const bool has_all = TimelineAt(timeline).sequences == TimelineSequences().size();
-    return has_all ? std::optional(TimelineAt(timeline).end) : std::nullopt;
+    if (!front.ok() || !HasTimelineAt(bytes_, front.at() + length)) return std::nullopt;
+    const auto head = HeadAt(at);
+    if (!head || !StatesItsLength(*head, at)) return std::nullopt;
+    const FoundTimeline timeline = TimelineAt(StatedEnd(*head));
+    return timeline.sequences == TimelineSequences().size() ? std::optional(timeline.end) : std::nullopt;
   }
 
   void TakeWhole(std::size_t begin, std::size_t end) {
@@ -78,28 +81,26 @@ class ShowSalvage {
   }
 
  private:
-  /// Where the events of the song at `at` end; none where what is before them does not fit.
-  std::optional<std::size_t> EndOfEvents(std::size_t at) {
+  /// The head of the song at `at`, if it is whole.
+  std::optional<SongHead> HeadAt(std::size_t at) {
     RecordCursor in(bytes_, at);
-    const SongHead head = ReadSongHead(in, steps_);
-    return in.ok() ? std::optional(head.events + head.stated_events * kEventSize) : std::nullopt;
+    SongHead head = ReadSongHead(in, steps_);
+    return in.ok() ? std::optional(std::move(head)) : std::nullopt;
   }
 
   /// Whether the head of a song is at `at`, with a timeline where its events end.
   bool BeginsSong(std::size_t at) {
-    const auto timeline = EndOfEvents(at);
-    return timeline && HasTimelineAt(bytes_, *timeline);
+    const auto head = HeadAt(at);
+    return head && HasTimelineAt(bytes_, StatedEnd(*head));
   }
 
   /// Whether the song between `begin` and `end` is undamaged but for the length of its record, or meets the
   /// next song and has not all lists, as other writers may write it. That is too little to find a song by.
   bool IsWholeBut(std::size_t begin, std::size_t end, bool meets_next) {
-    const auto timeline = EndOfEvents(begin);
-    if (!timeline || *timeline >= end || !HasTimelineAt(bytes_, *timeline)) return false;
-    RecordCursor front(bytes_, begin);
-    const std::size_t length = front.Number(4);
-    const bool may_lack_lists = meets_next && front.at() + length == *timeline;
-    const FoundTimeline found = TimelineAt(*timeline);
+    const auto head = HeadAt(begin);
+    if (!head || StatedEnd(*head) >= end || !HasTimelineAt(bytes_, StatedEnd(*head))) return false;
+    const bool may_lack_lists = meets_next && StatesItsLength(*head, begin);
+    const FoundTimeline found = TimelineAt(StatedEnd(*head));
     return found.end == end && found.sequences >= (may_lack_lists ? 1 : TimelineSequences().size());
   }
 

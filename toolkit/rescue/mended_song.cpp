@@ -6,7 +6,7 @@
 
 #include "toolkit/rescue/internal/legacy_events.h"
 #include "toolkit/rescue/internal/legacy_head.h"
-#include "toolkit/rescue/internal/legacy_sequences.h"
+#include "toolkit/rescue/internal/mended_sequences.h"
 #include "toolkit/rescue/internal/record_bytes.h"
 
 namespace zuna_toolkit {
@@ -24,7 +24,7 @@ struct SongParts {
 };
 
 SongParts FindParts(std::string_view bytes, const SongHead& head, bool is_show) {
-  const std::size_t stated_end = head.events + head.stated_events * kEventSize;
+  const std::size_t stated_end = StatedEnd(head);
   if (HasTimelineAt(bytes, stated_end)) {
     return {{std::string(bytes.substr(head.events, stated_end - head.events)), stated_end, {}}, stated_end};
   }
@@ -61,12 +61,13 @@ MendedTimeline MendTimeline(std::string_view bytes, std::size_t at, std::string_
   RecordCursor in(bytes, after_magic);
   std::string name = TextBytes(in.Text());
   std::string length(in.Take(4));
-  in.Take(4);  // of the body
+  const std::size_t stated_size = in.Number(4);
   const std::size_t lists = in.at();
-  const bool is_readable = in.ok() && BeginsSequence(bytes, lists, TimelineSequences());
+  const bool is_readable = in.ok() && StartAt(bytes, lists, TimelineSequences());
   MendedTimeline timeline;
   const std::size_t unnamed = HasTimelineAt(bytes, at) ? after_magic : std::min(at, bytes.size());
-  timeline.lists = MendSequences(bytes, is_readable ? lists : unnamed, bytes.size(), TimelineSequences());
+  timeline.lists = MendSequences(bytes, is_readable ? lists : unnamed, bytes.size(), TimelineSequences(),
+                                 is_readable ? stated_size : 0);
   if (!is_readable) {
     name = TextBytes("");
     length = song_length;

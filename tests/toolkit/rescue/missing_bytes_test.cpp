@@ -1,5 +1,5 @@
-// What comes back of legacy files in which a few bytes are missing: every other song, and what is left of the
-// damaged one.
+// What comes back of legacy files in which a few bytes are missing: every other
+// song, and what is left of the damaged one.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -76,7 +76,8 @@ SongState StateOf(const Rescued& rescued, const std::string& number) {
   return SongState::kLost;
 }
 
-/// Every song but those in which bytes are missing comes back of `sample` without the `count` bytes at `at`.
+/// Every song but those in which bytes are missing comes back of `sample`
+/// without the `count` bytes at `at`.
 void ExpectOthers(const Sample& sample, std::size_t at, std::size_t count) {
   SCOPED_TRACE(std::to_string(count) + " bytes at " + std::to_string(at));
   const std::string damaged = std::string(sample.bytes).erase(at, count);
@@ -89,9 +90,12 @@ void ExpectOthers(const Sample& sample, std::size_t at, std::size_t count) {
   for (const Part& part : sample.parts) {
     SCOPED_TRACE("song " + part.number);
     const bool is_touched = part.begin < end && first < part.end;
+    const bool is_inside = part.begin <= first && end <= part.end;
     const bool is_whole = StateOf(rescued, part.number) == SongState::kWhole;
     EXPECT_TRUE(is_touched || (is_whole && SongOf(rescued, part.number) == part.bytes));
+    EXPECT_FALSE(is_inside && is_whole);
   }
+  EXPECT_FALSE(rescued.report.complete());
 }
 
 constexpr std::size_t kEndOfASong = 60;  // bytes
@@ -115,5 +119,65 @@ void ExpectOthersEverywhere(const Sample& sample) {
 TEST(RescueAroundMissingBytes, SavesTheOtherSongsOfAShow) { ExpectOthersEverywhere(ShowSample()); }
 
 TEST(RescueAroundMissingBytes, SavesTheOtherSongsOfALog) { ExpectOthersEverywhere(LogSample()); }
+
+using Texts = std::vector<std::string>;
+
+/// What is told of the song of this number in `bytes` without the first record of the list that begins at
+/// `list`. Nothing but this song is damaged, and all of its other lists are there.
+Texts ToldWithoutARecord(const Sample& sample, std::size_t song, std::size_t list, std::size_t record_size) {
+  const std::size_t record = list + 5;  // after code and length of the list
+  const Rescued rescued = RescuedOf(std::string(sample.bytes).erase(record, record_size));
+  const Part& part = sample.parts.at(song);
+  const std::string body = part.bytes.substr(part.bytes.size() - (part.end - list) + 5 + record_size);
+  const std::string saved = SongOf(rescued, part.number);
+  EXPECT_TRUE(saved.ends_with(body)) << "what follows the record";
+  EXPECT_EQ(StateOf(rescued, part.number), SongState::kPartly);
+  EXPECT_EQ(rescued.report.unread, std::vector<zuna_toolkit::ByteRange>());
+  EXPECT_EQ(rescued.report.missing, Texts());
+  EXPECT_FALSE(rescued.report.complete());
+  const std::string size = std::to_string(sample.bytes.size());
+  const std::string left = std::to_string(sample.bytes.size() - record_size);
+  if (sample.bytes.starts_with("ZUNA")) {
+    EXPECT_EQ(rescued.report.remarks.back(), "has " + left + " bytes, and its header states " + size);
+  }
+  return rescued.report.songs.at(song).remarks;
+}
+
+TEST(RescueAroundMissingBytes, TellsThatARecordOfAShowIsMissing) {
+  const Sample show = ShowSample();
+  for (std::size_t song = 0; song < show.parts.size(); ++song) {
+    if (show.parts[song].number == "2a") continue;  // it gets a meter then
+    SCOPED_TRACE(song);
+    const std::size_t labels = show.bytes.find("G\x14", show.parts[song].begin);
+    EXPECT_EQ(ToldWithoutARecord(show, song, labels, 10).at(0), "some of its bar labels may be missing")
+        << "it is as long as the two empty lists that follow";
+  }
+  const std::size_t meters = show.bytes.find("J\x12");
+  EXPECT_EQ(ToldWithoutARecord(show, 0, meters, 9).at(0), "some of its meters are missing");
+}
+
+TEST(RescueAroundMissingBytes, TellsThatARecordOfALogIsMissing) {
+  const Sample log = LogSample();
+  for (std::size_t song = 0; song < log.parts.size(); ++song) {
+    if (log.parts[song].number == "2") continue;  // it is empty
+    SCOPED_TRACE(song);
+    const std::size_t begin = log.parts[song].begin;
+    EXPECT_EQ(ToldWithoutARecord(log, song, log.bytes.find("@\x0C", begin), 12),
+              Texts{"some of its vamps may be missing"});
+    EXPECT_EQ(ToldWithoutARecord(log, song, log.bytes.find("D\x0F", begin), 15),
+              Texts{"some of its tempo scales may be missing"});
+  }
+}
+
+TEST(RescueAroundMissingBytes, TakesNoEmptyListsForTheRecordThatIsMissing) {
+  version0::ChangeLogV0 log = zuna_test::SampleLegacyLog();
+  version0::SongLogV0& song = log.songs["12a"];
+  song.transposes.clear();
+  song.caesuras.clear();
+  song.score_markers.clear();
+  const Sample sample = SampleOf(zuna_test::Written(log), log.songs);
+  EXPECT_EQ(ToldWithoutARecord(sample, 0, sample.bytes.find("D\x0F"), 15),
+            Texts{"some of its tempo scales may be missing"});
+}
 
 }  // namespace

@@ -25,7 +25,10 @@ struct SongHead {
   std::vector<std::string> missing;  ///< remarks about the fields that cannot be read
 };
 
-/// Whether `head`, which begins at `begin`, states the length that its fields and as many events have.
+/// Where the events of `head` end as their count states. The count is right where the timeline is there.
+std::size_t StatedEnd(const SongHead& head);
+
+/// Whether the record of `head`, which begins at `begin`, states the length that ends there too.
 bool StatesItsLength(const SongHead& head, std::size_t begin);
 
 /// The head of the song at `in`, as far as it goes; `in` is not ok where it is not whole.
