@@ -9,6 +9,7 @@
 #include "toolkit/checking/checking.h"
 #include "toolkit/conversion/companion.h"
 #include "toolkit/document/field_list.h"
+#include "toolkit/document/text_form.h"
 
 namespace {
 

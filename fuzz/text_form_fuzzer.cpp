@@ -8,6 +8,7 @@
 #include "fuzz/round_trip.h"
 #include "fuzz/target.h"
 #include "toolkit/document/open.h"
+#include "toolkit/document/text_form.h"
 #include "toolkit/error.h"
 
 namespace {

@@ -6,6 +6,7 @@
 #include "cli/shared/context.h"
 #include "cli/shared/input.h"
 #include "cli/terminal/standard_streams.h"
+#include "toolkit/document/text_form.h"
 #include "toolkit/words.h"
 #include "zuna_sec/cipher_stream.h"
 

@@ -104,7 +104,7 @@ class EnvelopeTest(WithShows):
         self.assertEqual(self.read("good"), self.read("text"))
         self.write("edited", good.replace(b'"division"', b'"divison"', 1))
         done = self.run_tool("encrypt", "edited", "-o", "out", code=BAD_INPUT)
-        self.assertRegex(done.stderr, rb"^zuna-convert: edited: .*divison.*at byte \d+\); correct the text \[text-error\]\n$")
+        self.assertRegex(done.stderr, rb"^zuna-convert: edited: .*divison.*line 9, column 15\); correct the text \[text-error\]\n$")
         self.assertNotIn("out", self.files())
         self.write("mine", self.read("text"))
         self.run_tool("encrypt", "edited", "-o", "mine", "--force", code=BAD_INPUT)
@@ -122,7 +122,7 @@ class EnvelopeTest(WithShows):
                     message="standard input: is plain text of version 1.2; use build first: zuna-convert build TEXT -o OUT")
         for log in (b'{"kind": "logdata", "fileVersion": "2.0", "showName": ""}', b'{"kind": "logdata"}'):
             done = self.run_tool("encrypt", "-", "-o", "log", stdin=log, code=BAD_INPUT)
-            self.assertRegex(done.stderr, rb"^zuna-convert: standard input: missing key .* \(at byte \d+\); correct")
+            self.assertRegex(done.stderr, rb"^zuna-convert: standard input: missing key .* \(line 1, column \d+\); correct")
 
     def test_is_a_filter(self):
         show = self.read("new.showdata")

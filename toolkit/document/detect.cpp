@@ -157,26 +157,4 @@ FileType Detect(OpenedFile& file) {
   throw NotAShowOrLog(file.name());
 }
 
-void RequireCorrectText(std::span<const std::uint8_t> plaintext, const std::string& name) {
-  if (!BeginsLikeTextForm(AsText(plaintext.first(std::min(plaintext.size(), kTextFormProbe))))) return;
-  if (const std::string version = VersionForBuild(AsText(plaintext)); !version.empty()) {
-    throw Error(ErrorCode::kTextError, name, "is plain text of version " + version, kUseBuild);
-  }
-  std::istringstream stream{std::string(AsText(plaintext))};
-  OnFile(name, [&] {
-    try {
-      RequireReadableText(stream);
-    } catch (const cmn::DataError& error) {
-      ErrorParts parts;
-      parts.problem = error.problem();
-      parts.remedy = "correct the text";
-      parts.file = name;
-      parts.song = error.song().value_or("");
-      parts.field = error.field();
-      parts.offset = error.offset();
-      throw Error(ErrorCode::kTextError, parts, name + ": " + error.what() + "; " + parts.remedy);
-    }
-  });
-}
-
 }  // namespace zuna_toolkit

@@ -76,8 +76,4 @@ ZUNA_API Document ReadDocument(OpenedFile& file, Expected expected = Expected::k
 ZUNA_API Document OpenDocument(const std::string& path, const CipherKey& key,
                                Accept accept = Accept::kEncrypted);
 
-/// Checks plaintext that is meant to be a text form (its first character is "{"); other plaintext passes.
-/// Throws Error (kTextError) with the place of the first error.
-ZUNA_API void RequireCorrectText(std::span<const std::uint8_t> plaintext, const std::string& name);
-
 }  // namespace zuna_toolkit

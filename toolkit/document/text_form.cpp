@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
+#include <span>
 #include <sstream>
 #include <utility>
 
@@ -70,6 +71,7 @@ std::string LineAndColumn(std::string_view text, std::uint64_t offset) {
 Error TextError(const cmn::DataError& error, std::string_view text, const std::string& name) {
   ErrorParts parts;
   parts.file = name;
+  parts.song = error.song().value_or("");
   parts.field = error.field();
   parts.offset = error.offset();
   parts.problem = (error.field().empty() ? "" : error.field() + ": ") + error.problem();
@@ -117,6 +119,24 @@ Document ReadTextForm(std::string_view text, const std::string& name) {
   return OnFile(name, [&] {
     try {
       return Read(is, name);
+    } catch (const cmn::UnsupportedVersionError&) {
+      throw;
+    } catch (const cmn::DataError& error) {
+      throw TextError(error, text, name);
+    }
+  });
+}
+
+void RequireCorrectText(std::span<const std::uint8_t> plaintext, const std::string& name) {
+  const std::string_view text = AsText(plaintext);
+  if (!BeginsLikeTextForm(text)) return;
+  if (const std::string version = VersionForBuild(text); !version.empty()) {
+    throw Error(ErrorCode::kTextError, name, "is plain text of version " + version, kUseBuild);
+  }
+  std::istringstream is{std::string(text)};
+  OnFile(name, [&] {
+    try {
+      RequireReadableText(is);
     } catch (const cmn::UnsupportedVersionError&) {
       throw;
     } catch (const cmn::DataError& error) {

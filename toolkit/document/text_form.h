@@ -1,7 +1,9 @@
 // The text form of documents of every version: JSON that people can read, compare and edit.
 #pragma once
 
+#include <cstdint>
 #include <iosfwd>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -29,5 +31,10 @@ ZUNA_API Document ReadTextForm(std::string_view text, const std::string& name);
 
 /// The same for the whole of `file`.
 ZUNA_API Document ReadTextForm(OpenedFile& file);
+
+/// Checks plaintext that is to be encrypted as it is. What does not begin like a text form passes. Throws
+/// Error (kTextError) with path, line and column for one with errors, and for one of a version whose files
+/// are no text; what ReadTextForm() throws otherwise.
+ZUNA_API void RequireCorrectText(std::span<const std::uint8_t> plaintext, const std::string& name);
 
 }  // namespace zuna_toolkit

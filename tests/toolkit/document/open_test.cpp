@@ -1,4 +1,5 @@
 #include "toolkit/document/open.h"
+#include "toolkit/document/text_form.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -275,19 +276,19 @@ TEST(RequireCorrectText, ReadsTextFormsOnly) {
   EXPECT_EQ(message("anything"), passed);
   EXPECT_EQ(message(""), passed);
   EXPECT_EQ(message(R"({"kind": "showdata", "fileVersion": "2.0", "showName": "", "songs": []})"), passed);
-  EXPECT_THAT(message("{"), testing::MatchesRegex("name: .*\\(at byte [0-9]+\\); correct the text"));
+  EXPECT_THAT(message("{"), testing::MatchesRegex("name: .*\\(line 1, column [0-9]+\\); correct the text"));
   EXPECT_THAT(message("{\"kind\": \"logdata\"}"), EndsWith("; correct the text"));
   EXPECT_EQ(message(zuna_test::WrittenAt(zuna_test::SampleCurrentLog(), {2, 0})), passed);
   EXPECT_THAT(message(R"({"kind": "logdata", "fileVersion": "2.0", "songs")"),
               EndsWith("; correct the text"));
   EXPECT_EQ(message(R"({"kind")"),
-            "name: kind: the text ends before its JSON value does (at byte 7); correct the text");
+            "name: kind: the text ends before its JSON value does (line 1, column 8); correct the text");
   EXPECT_THAT(message(R"({"kind": )"), EndsWith("; correct the text"));
   // Only the value of "kind" tells a log, and no other text that reads the same.
   EXPECT_EQ(message(R"({"kind": "showdata", "fileVersion": "2.0", "showName": "logdata", "songs": []})"),
             passed);
-  EXPECT_EQ(message(R"({"showName": "logdata"})"),
-            "name: missing key \"kind\" (at byte 22); correct the text");
+  EXPECT_EQ(message("{\n\"showName\": \"logdata\"}"),
+            "name: missing key \"kind\" (line 2, column 22); correct the text");
 }
 
 }  // namespace
