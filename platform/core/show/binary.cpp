@@ -121,11 +121,14 @@ struct BinaryMessages<Messages> {
     }
   }
 
-  /// How many of `messages` stand before the first one that is no channel message of MIDI.
+  /// How many of `messages` stand before the first one that is no channel message of MIDI. Program Change and
+  /// Channel Pressure have one data byte, and the other may be any.
   static std::size_t CountBeforeOthers(const Messages& messages) {
     const auto is_other = [](const Messages::value_type& entry) {
       const std_midi::VoiceMessage& message = entry.second;
-      return message.status < 0x80 || message.status > 0xEF || message.data1 > 0x7F || message.data2 > 0x7F;
+      const bool has_second = (message.status & 0xE0) != 0xC0;
+      return message.status < 0x80 || message.status > 0xEF || message.data1 > 0x7F ||
+             (has_second && message.data2 > 0x7F);
     };
     return static_cast<std::size_t>(std::find_if(messages.begin(), messages.end(), is_other) -
                                     messages.begin());

@@ -148,12 +148,28 @@ TEST_P(Records, AreReadUpToAMessageThatIsNoneOfMidi) {
     EXPECT_EQ(song->voice_data->tracks().at(1)->messages.size(), 2U);
     EXPECT_EQ(offset, begin);
   };
-  for (const auto& [at, byte] : {std::pair{0, '\x05'}, {0, '\xF1'}, {1, '\x80'}, {2, '\x80'}}) {
+  for (const auto& [status, data1, data2] : {std::tuple{'\x05', '\5', '\0'},
+                                             {'\xF1', '\5', '\0'},
+                                             {'\xC1', '\x80', '\0'},
+                                             {'\xB1', '\5', '\x80'}}) {
     std::string damaged = bytes;
-    damaged[last + static_cast<std::size_t>(at)] = byte;
+    damaged.replace(last, 3, {status, data1, data2});
     expect_two(damaged);
   }
   expect_two(bytes.substr(0, last + 2));  // cut inside of the message
+}
+
+TEST_P(Records, MayHaveAnyByteThatAMessageDoesNotUse) {
+  std::string bytes = zuna_test::WrittenAt(zuna_test::SampleShow(), GetParam());
+  bytes[bytes.find("\xC1\x05") + 2] = '\xC8';
+  std::size_t begin = kHeader;
+  zuna_midi::ReadShowHead(bytes, begin, GetParam());
+  std::size_t end = begin;
+  const auto whole = zuna_midi::ReadSong(bytes, end, GetParam());
+  std::size_t stop = begin;
+  const auto song = zuna_midi::ReadBeginningOfSong(bytes, stop, GetParam());
+  EXPECT_EQ(stop, end);
+  EXPECT_EQ(song->voice_data->tracks().at(1)->messages, whole->voice_data->tracks().at(1)->messages);
 }
 
 TEST_P(Records, GiveASecondVoiceOfANumberAFreeOne) {
