@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -12,6 +13,9 @@
 #include "zuna_sec/cipher_key.h"
 
 namespace zuna_sec {
+
+/// What every encrypted file begins with; docs/envelope.md.
+inline constexpr std::array<std::uint8_t, 8> kEnvelopeMagic{0x89, 'Z', 'S', 'C', '\r', '\n', 0x1a, '\n'};
 
 /// A damaged encrypted file, decrypted all the same.
 struct DamagedEnvelope {

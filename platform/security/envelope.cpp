@@ -9,6 +9,7 @@
 
 #include "kit/format.h"
 #include "platform/security/stack.h"
+#include "zuna_sec/damaged_envelope.h"
 #include "zuna_sec/errors.h"
 
 namespace zuna_security {
@@ -16,10 +17,10 @@ namespace zuna_security {
 namespace {
 
 // The first byte is not text. The line ends reveal a transfer that changes line ends; kChangedMagics.
-constexpr std::array<std::uint8_t, 8> kMagic{0x89, 'Z', 'S', 'C', '\r', '\n', 0x1a, '\n'};
+using zuna_sec::kEnvelopeMagic;
 constexpr std::uint8_t kVersion = 1;
 
-static_assert(kMagic.size() == kVersionOffset);
+static_assert(kEnvelopeMagic.size() == kVersionOffset);
 
 void PutLength(MutableBytes field, std::uint64_t length) {
   for (std::uint8_t& byte : field) {
@@ -62,8 +63,9 @@ void CheckMagic(Bytes bytes, const std::string& name) {
   if (bytes.empty()) {
     throw zuna_sec::EmptyError(name, "is empty, not an encrypted file", "give another file");
   }
-  const std::size_t present = std::min(bytes.size(), kMagic.size());
-  if (!std::equal(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(present), kMagic.begin())) {
+  const std::size_t present = std::min(bytes.size(), kEnvelopeMagic.size());
+  if (!std::equal(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(present),
+                  kEnvelopeMagic.begin())) {
     CheckTransfer(bytes, name);
     throw zuna_sec::NotEncryptedError(name, "is not an encrypted file of this kind (offset 0)",
                                       "give an encrypted show or log file");
@@ -171,7 +173,7 @@ void CheckPlaintextSize(std::size_t size, const std::string& name) {
 }
 
 void WriteAssociated(const EnvelopeKeys& keys, std::uint64_t length, MutableBytes associated) {
-  Copy(kMagic, associated);
+  Copy(kEnvelopeMagic, associated);
   associated[kVersionOffset] = kVersion;
   associated[kSuiteOffset] = static_cast<std::uint8_t>(keys.suite);
   std::fill(associated.begin() + kZeroOffset, associated.begin() + kLengthOffset, std::uint8_t{0});

@@ -8,7 +8,6 @@
 #include "cmn/file_format.h"
 #include "toolkit/error.h"
 #include "toolkit/words.h"
-#include "zuna_sec/cipher_stream.h"
 #include "zuna_sec/damaged_envelope.h"
 #include "zuna_sec/errors.h"
 
@@ -34,21 +33,16 @@ std::vector<std::string> RemarksOf(const zuna_sec::DamagedEnvelope& opened, std:
   return remarks;
 }
 
-/// The mark that every encrypted file begins with, as one that is made here has it.
-std::string Magic() {
-  constexpr std::size_t kEnvelopeMagicSize = 8;
-  zuna_sec::TwoFishCipherStream empty(std::string(), {}, {});
-  return std::string(AsText(empty.GetEncryptedBytes()).substr(0, kEnvelopeMagicSize));
-}
-
 constexpr std::size_t kMostPlaces = 100;
 
-/// The encrypted files that begin after the first byte.
+/// The encrypted files that begin after the first byte. One that was encoded as UTF-8 is none: its mark is
+/// whole behind the byte 0xC2.
 OtherFiles FindEncrypted(std::span<const std::uint8_t> bytes) {
-  const std::string magic = Magic();
+  const std::string_view magic = AsText(zuna_sec::kEnvelopeMagic);
   const std::string_view file = AsText(bytes);
+  const std::size_t from = file.starts_with('\xC2') ? 2 : 1;
   OtherFiles others;
-  for (std::size_t at = file.find(magic, 1); at != std::string_view::npos; at = file.find(magic, at + 1)) {
+  for (std::size_t at = file.find(magic, from); at != std::string_view::npos; at = file.find(magic, at + 1)) {
     if (others.places.size() < kMostPlaces) {
       others.places.push_back(at);
     } else {

@@ -175,4 +175,18 @@ TEST(RescueOfAnEncryptedFile, SavesNothingBehindADamagedTag) {
             "file: holds no song that can be read; get another copy of the file");
 }
 
+TEST(RescueOfAnEncryptedFile, TellsThatItWasChangedInTransfer) {
+  ByteVector bytes;  // the file, encoded as UTF-8 as if it were Latin-1
+  for (const std::uint8_t byte : Sealed()) {
+    if (byte >= 0x80) bytes.push_back(byte < 0xC0 ? 0xC2 : 0xC3);
+    bytes.push_back(byte & 0xBF);
+    if (byte < 0x80) bytes.back() = byte;
+  }
+  for (const auto accept : {zuna_toolkit::Accept::kEncrypted, zuna_toolkit::Accept::kEncryptedOrPlain}) {
+    EXPECT_EQ(Refusal(ErrorCode::kChangedInTransfer, bytes, "file"s, zuna_test::kKey, accept),
+              "file: was changed in transfer: its bytes were encoded as UTF-8 (offset 0); copy it again as "
+              "binary");
+  }
+}
+
 }  // namespace
