@@ -7,6 +7,7 @@
 
 #include "format_converter/version0/containers/change_log_header.h"
 #include "toolkit/rescue/internal/current_header.h"
+#include "toolkit/rescue/internal/legacy_log_head.h"
 #include "toolkit/rescue/internal/salvage.h"
 
 namespace zuna_toolkit {
@@ -52,8 +53,15 @@ std::set<std::size_t> MarksFrom(std::string_view plaintext, std::size_t from) {
   return places;
 }
 
-/// Where the document at the beginning ends, as it tells itself; none where it does not.
+/// Where the document at the beginning ends, as it tells itself; none where it does not, and where a legacy
+/// log follows another one.
 std::optional<std::size_t> StatedEnd(std::string_view plaintext) {
+  if (plaintext.starts_with(version0::kChangeLogMagic)) {
+    const auto end = static_cast<std::size_t>(StatedLogEnd(plaintext));
+    if (end == 0 || end >= plaintext.size()) return std::nullopt;
+    const bool is_log = plaintext.substr(end).starts_with(version0::kChangeLogMagic);
+    return is_log ? std::nullopt : std::optional(end);
+  }
   if (plaintext.starts_with(cmn::kTextFormStart)) return EndOfObject(plaintext, 0, plaintext.size());
   if (BinaryKind(plaintext)) return static_cast<std::size_t>(StatedSize(plaintext));
   return std::nullopt;

@@ -76,14 +76,12 @@ class LogSalvage {
 
   /// Tells where the file has not the length that its header states. Returns how many bytes are missing.
   std::uint64_t CompareLength() {
-    RecordCursor in(bytes_, std::min(kLogLengthOffset, bytes_.size()));
-    const std::uint64_t length = in.Number(4);
-    const std::uint64_t stated = in.at() + length;
+    const std::uint64_t stated = StatedLogEnd(bytes_);
     const std::uint64_t missing = std::max<std::uint64_t>(stated, bytes_.size()) - bytes_.size();
     if (missing > 0 && IsWholeUpToLast()) {
       report_.missing.push_back("the end of the log (" + Counted(missing, "byte", "bytes") + ")");
     } else if (stated != bytes_.size()) {
-      report_.remarks.push_back(LengthRemark(bytes_.size(), length == 0 ? 0 : stated));
+      report_.remarks.push_back(LengthRemark(bytes_.size(), stated));
     }
     return missing;
   }

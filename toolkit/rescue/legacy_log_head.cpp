@@ -9,6 +9,7 @@ namespace zuna_toolkit {
 
 namespace {
 
+constexpr std::size_t kLogLengthOffset = 4;  // after the magic
 constexpr std::size_t kIdentifierSize = 16;
 constexpr std::size_t kIdentifierOffset = kLogLengthOffset + 4;
 constexpr std::size_t kTextsOffset = kIdentifierOffset + kIdentifierSize;
@@ -92,6 +93,11 @@ void TakeIdentifier(LogHead& head, std::string_view bytes) {
 }
 
 }  // namespace
+
+std::uint64_t StatedLogEnd(std::string_view bytes) {
+  const std::uint64_t length = RecordCursor(bytes, kLogLengthOffset).Number(4);
+  return length == 0 ? 0 : kIdentifierOffset + length;
+}
 
 LogHead ReadLogHead(std::string_view bytes, std::size_t first_song) {
   LogHead head;

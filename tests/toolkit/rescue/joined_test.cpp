@@ -55,6 +55,13 @@ TEST(RescueOfJoinedFiles, GivesBackBothOfOneVersion) {
   }
 }
 
+TEST(RescueOfJoinedFiles, FindsNoSecondLogWhereTheLengthOfALogEnds) {
+  const std::string log = LegacyLog();
+  const Rescued rescued = RescuedOf(log + log);
+  EXPECT_EQ(rescued.report.saved(), 4U);
+  EXPECT_EQ(rescued.report.missing, std::vector<std::string>());
+}
+
 TEST(RescueOfJoinedFiles, TellsMixedOnes) {
   RescuedOfJoined(CurrentShow({2, 0}), CurrentShow({2, 0}));
   RescuedOfJoined(CurrentShow({1, 1}), CurrentShow({1, 2}));
@@ -64,6 +71,7 @@ TEST(RescueOfJoinedFiles, TellsMixedOnes) {
   RescuedOfJoined(CurrentShow({1, 2}), LegacyShow());
   RescuedOfJoined(LegacyShow(), LegacyLog());
   RescuedOfJoined(LegacyLog(), CurrentShow({1, 1}));
+  RescuedOfJoined(LegacyLog(), LegacyShow());
 }
 
 TEST(RescueOfJoinedFiles, TellsThemWhereOneIsDamaged) {

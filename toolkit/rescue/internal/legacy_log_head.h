@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,8 +13,10 @@
 
 namespace zuna_toolkit {
 
-inline constexpr std::size_t kLogLengthOffset = 4;   ///< after the magic
 inline constexpr std::size_t kSmallestLogHead = 30;  ///< with an empty label and no show name, in bytes
+
+/// Where the log `bytes` ends as its header states; 0 where it states no length.
+std::uint64_t StatedLogEnd(std::string_view bytes);
 
 /// What can be read of the head of a log.
 struct LogHead {
