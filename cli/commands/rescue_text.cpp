@@ -33,10 +33,10 @@ std::string_view StateText(SongState state) {
   return "lost";
 }
 
-std::size_t CountSaved(const RescueReport& report, SongState state, bool vouched) {
-  return static_cast<std::size_t>(std::count_if(
-      report.songs.begin(), report.songs.end(),
-      [&](const RescuedSong& song) { return song.state == state && (!vouched || song.vouched); }));
+/// How many songs of the report have what `has` looks for.
+template <typename Has>
+std::size_t CountSongs(const RescueReport& report, Has has) {
+  return static_cast<std::size_t>(std::count_if(report.songs.begin(), report.songs.end(), has));
 }
 
 /// "song 12 at byte 4711 is lost: its beginning cannot be read"
@@ -72,7 +72,8 @@ std::vector<std::string> ProblemLines(const Rescued& rescued) {
   std::uint64_t unread = 0;
   for (const zuna_toolkit::ByteRange& range : report.unread) unread += range.end - range.begin;
   if (unread > 0) add(Counted(unread, "byte", "bytes") + " of its content cannot be read");
-  const std::size_t unvouched = report.saved() - CountSaved(report, SongState::kWhole, true);
+  const std::size_t unvouched = CountSongs(
+      report, [](const RescuedSong& song) { return song.state != SongState::kLost && !song.vouched; });
   if (unvouched > 0) {
     add("nothing shows whether " + Counted(unvouched, "song is", "songs are") +
         " unchanged; look through what is saved before it is used");
@@ -82,7 +83,8 @@ std::vector<std::string> ProblemLines(const Rescued& rescued) {
 
 std::string SavedText(const RescueReport& report) {
   const std::size_t saved = report.saved();
-  const std::size_t partly = CountSaved(report, SongState::kPartly, false);
+  const std::size_t partly =
+      CountSongs(report, [](const RescuedSong& song) { return song.state == SongState::kPartly; });
   if (report.complete()) return "everything came back: " + Counted(saved, "song", "songs");
   std::string text = report.known_songs ? std::to_string(saved) + " of " +
                                               Counted(*report.known_songs, "song is", "songs are")

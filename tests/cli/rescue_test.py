@@ -34,6 +34,15 @@ class RescueTest(ToolTest):
         self.assertEqual(self.plaintext("out"), self.plaintext("good"))
         self.assertEqual(stat.S_IMODE(os.stat(self.path("out")).st_mode), 0o600)
 
+    def test_an_undamaged_file_with_odd_events_comes_back(self):
+        self.run_tool("up", "good", "-o", "new", "--show-name", "Opera")
+        show = json.loads(self.run_tool("dump", "new").stdout)
+        show["songs"][0]["voices"][0]["messages"] = [[480, 144, 60, 100], [0, 128, 60, 0]]
+        self.run_tool("build", "-", "-o", "odd", stdin=json.dumps(show).encode())
+        self.assertEqual(self.rescue("odd", DONE)[:2], ["zuna-convert: odd: song 1: 1 time goes back",
+                                                        "zuna-convert: out: everything came back: 3 songs"])
+        self.assertEqual(self.plaintext("out"), self.plaintext("odd"))
+
     def test_the_songs_before_a_cut_come_back(self):
         begin = 1 + len(self.songs[0])
         self.cut(HEADER + begin + 15)

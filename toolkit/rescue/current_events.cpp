@@ -39,9 +39,7 @@ void JudgeEvents(Rescued& rescued) {
     const auto song = show->songs().find(told.number);
     if (song == show->songs().end()) continue;
     const std::vector<std::string> remarks = RemarksOn(*song->second);
-    if (remarks.empty()) continue;
-    told.state = SongState::kPartly;
-    told.vouched = false;
+    if (!remarks.empty() && !told.vouched) told.state = SongState::kPartly;
     told.remarks.insert(told.remarks.end(), remarks.begin(), remarks.end());
   }
 }

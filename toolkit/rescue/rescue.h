@@ -36,7 +36,7 @@ struct RescuedSong {
   std::optional<std::uint64_t> offset = {};  ///< in the decrypted file, where it was looked for
   std::optional<std::uint64_t> end = {};     ///< after its last byte there
   SongState state = SongState::kWhole;       ///< what came back of it
-  std::vector<std::string> remarks = {};     ///< what is missing or changed: "its keys are missing"
+  std::vector<std::string> remarks = {};     ///< what is missing, changed or odd: "its keys are missing"
   bool vouched = false;                      ///< whether the encryption or a checksum shows no change
 };
 

@@ -148,7 +148,7 @@ std::size_t RescueReport::saved() const {
 
 bool RescueReport::complete() const {
   const bool all_whole = std::all_of(songs.begin(), songs.end(), [](const RescuedSong& song) {
-    return song.state == SongState::kWhole && song.remarks.empty();
+    return song.state == SongState::kWhole && (song.remarks.empty() || song.vouched);
   });
   return all_whole && !changed && missing.empty() && unread.empty() && known_songs == saved();
 }

@@ -6,7 +6,7 @@
 namespace zuna_toolkit {
 
 /// Tells of every song of a show of a current version whose events are not what a writer writes. It is whole
-/// no more, and nothing vouches for it.
+/// only where it is vouched for, so that it was written like that.
 void JudgeEvents(Rescued& rescued);
 
 }  // namespace zuna_toolkit
