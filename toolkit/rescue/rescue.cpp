@@ -47,6 +47,7 @@ Rescued SalvageFrom(const Plaintext& plaintext, const std::string& name, bool is
     report.changed = true;
     report.remarks.emplace_back(kWrongChecksum);
   } else if (!is_read && report.complete() && report.remarks.empty()) {
+    report.changed = true;
     report.remarks.emplace_back("its first bytes, lengths or counts are wrong, and are made anew");
   }
   const bool vouched = plaintext.authentic && is_read && report.complete() && report.remarks.empty();
