@@ -9,7 +9,9 @@
 
 #include "tests/costs/worst_inputs.h"
 #include "tests/support/cost_bounds.h"
+#include "tests/support/encrypted.h"
 #include "tests/support/heap_peak.h"
+#include "tests/support/sample_models.h"
 #include "tests/support/sanitized.h"
 #include "toolkit/error.h"
 #include "toolkit/rescue/rescue.h"
@@ -93,6 +95,7 @@ TEST(CostsOfRescue, OfManySlipsAmongEvents) {
 TEST(CostsOfRescue, OfManyJoinedFiles) {
   const std::string show = "\0ZSH\7\0\0\0\1\2\0\0"s;
   ExpectCheap("joined shows", Repeated(show, kSize));
+  ExpectCheap("joined whole shows", Repeated(zuna_test::WrittenAt(zuna_test::SampleShow(), {1, 2}), kSize));
   ExpectCheap("joined texts", Repeated(R"({"kind": )", kSize));
   ExpectCheap("joined logs", "x" + Repeated("ZUNA", kSize));
 }

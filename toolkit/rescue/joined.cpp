@@ -96,11 +96,18 @@ std::optional<std::size_t> BeginOfDocument(std::string_view tail,
   return marked.empty() ? std::nullopt : std::optional(*marked.begin());
 }
 
-bool AreOfOneForm(std::string_view plaintext, std::size_t second) {
-  const std::string_view other = plaintext.substr(second);
+std::vector<std::size_t> BeginsOfOneForm(std::string_view plaintext, std::size_t second) {
+  std::vector<std::size_t> begins;
   const auto kind = BinaryKind(plaintext);
-  if (!kind || BinaryKind(other) != kind) return false;
-  return StatedVersion(plaintext) == StatedVersion(other);
+  if (!kind) return begins;
+  std::uint64_t at = second;
+  while (at < plaintext.size()) {
+    const std::string_view other = plaintext.substr(static_cast<std::size_t>(at));
+    if (BinaryKind(other) != kind || StatedVersion(other) != StatedVersion(plaintext)) break;
+    begins.push_back(static_cast<std::size_t>(at));
+    at += StatedSize(other);
+  }
+  return begins;
 }
 
 }  // namespace zuna_toolkit

@@ -123,10 +123,10 @@ void TakeFieldsBefore(SongHead& head, std::string_view bytes, std::size_t begin,
 
 }  // namespace
 
-std::size_t StatedEnd(const SongHead& head) { return head.events + head.stated_events * kEventSize; }
+std::size_t EndOfStatedEvents(const SongHead& head) { return head.events + head.stated_events * kEventSize; }
 
 bool StatesItsLength(const SongHead& head, std::size_t begin) {
-  return begin + kRecordLengthSize + head.record_length == StatedEnd(head);
+  return begin + kRecordLengthSize + head.record_length == EndOfStatedEvents(head);
 }
 
 SongHead ReadSongHead(RecordCursor& in, Steps& steps) {

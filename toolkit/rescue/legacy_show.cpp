@@ -52,7 +52,7 @@ class ShowSalvage {
     if (!front.ok() || !HasTimelineAt(bytes_, front.at() + length)) return std::nullopt;
     const auto head = HeadAt(at);
     if (!head || !StatesItsLength(*head, at)) return std::nullopt;
-    const FoundTimeline timeline = TimelineAt(StatedEnd(*head));
+    const FoundTimeline timeline = TimelineAt(EndOfStatedEvents(*head));
     return timeline.sequences == TimelineSequences().size() ? std::optional(timeline.end) : std::nullopt;
   }
 
@@ -91,16 +91,17 @@ class ShowSalvage {
   /// Whether the head of a song is at `at`, with a timeline where its events end.
   bool BeginsSong(std::size_t at) {
     const auto head = HeadAt(at);
-    return head && HasTimelineAt(bytes_, StatedEnd(*head));
+    return head && HasTimelineAt(bytes_, EndOfStatedEvents(*head));
   }
 
   /// Whether the song between `begin` and `end` is undamaged but for the length of its record, or meets the
   /// next song and has not all lists, as other writers may write it. That is too little to find a song by.
   bool IsWholeBut(std::size_t begin, std::size_t end, bool meets_next) {
     const auto head = HeadAt(begin);
-    if (!head || StatedEnd(*head) >= end || !HasTimelineAt(bytes_, StatedEnd(*head))) return false;
+    if (!head || EndOfStatedEvents(*head) >= end || !HasTimelineAt(bytes_, EndOfStatedEvents(*head)))
+      return false;
     const bool may_lack_lists = meets_next && StatesItsLength(*head, begin);
-    const FoundTimeline found = TimelineAt(StatedEnd(*head));
+    const FoundTimeline found = TimelineAt(EndOfStatedEvents(*head));
     return found.end == end && found.sequences >= (may_lack_lists ? 1 : TimelineSequences().size());
   }
 

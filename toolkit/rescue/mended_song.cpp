@@ -24,7 +24,7 @@ struct SongParts {
 };
 
 SongParts FindParts(std::string_view bytes, const SongHead& head, bool is_show) {
-  const std::size_t stated_end = StatedEnd(head);
+  const std::size_t stated_end = EndOfStatedEvents(head);
   if (HasTimelineAt(bytes, stated_end)) {
     return {{std::string(bytes.substr(head.events, stated_end - head.events)), stated_end, {}}, stated_end};
   }

@@ -14,6 +14,7 @@
 #include "toolkit/rescue/internal/current_events.h"
 #include "toolkit/rescue/internal/current_header.h"
 #include "toolkit/rescue/internal/joined.h"
+#include "toolkit/rescue/internal/merged.h"
 #include "toolkit/rescue/internal/plaintext.h"
 #include "toolkit/rescue/internal/salvage.h"
 #include "toolkit/rescue/internal/whole_document.h"
@@ -56,10 +57,11 @@ Rescued SalvageFrom(const Plaintext& plaintext, const std::string& name, bool is
   return {Document(std::move(salvage.model), salvage.version, name), std::move(report)};
 }
 
-/// The first `end` bytes of `plaintext`.
-Plaintext PartOf(const Plaintext& plaintext, std::size_t end) {
+/// The bytes of `plaintext` from `begin` to `end`.
+Plaintext PartOf(const Plaintext& plaintext, std::size_t begin, std::size_t end) {
   Plaintext part;
-  part.bytes.assign(plaintext.bytes.begin(), plaintext.bytes.begin() + static_cast<std::ptrdiff_t>(end));
+  part.bytes.assign(plaintext.bytes.begin() + static_cast<std::ptrdiff_t>(begin),
+                    plaintext.bytes.begin() + static_cast<std::ptrdiff_t>(end));
   part.encrypted = plaintext.encrypted;
   part.authentic = plaintext.authentic;
   part.changed = plaintext.changed;
@@ -76,7 +78,7 @@ std::optional<Rescued> RecoverStated(const Plaintext& plaintext, const std::stri
   const std::uint64_t stated = StatedSize(AsText(plaintext.bytes));
   if (stated >= size) return std::nullopt;
   try {
-    const Plaintext part = PartOf(plaintext, static_cast<std::size_t>(stated));
+    const Plaintext part = PartOf(plaintext, 0, static_cast<std::size_t>(stated));
     Rescued rescued = RecoverOne(part, name, ReadWhole(part.bytes, name));
     if (!HasEverySong(rescued.report)) return std::nullopt;
     rescued.report.remarks.push_back(LengthRemark(size, stated));
@@ -101,26 +103,57 @@ Rescued RecoverOne(const Plaintext& plaintext, const std::string& name, std::opt
   return SalvageFrom(plaintext, name, document.has_value());
 }
 
-/// What is left of the two documents of `plaintext`, the second of which begins at `second`: of the first
-/// one, and of the second where both are of one type.
+/// The same of the document between `begin` and `end`.
+Rescued RecoverPart(const Plaintext& plaintext, const std::string& name, std::size_t begin, std::size_t end) {
+  const Plaintext part = PartOf(plaintext, begin, end);
+  return RecoverOne(part, name, ReadWhole(part.bytes, name));
+}
+
+/// Whether two documents can be one: of current versions, and both shows or both logs.
+bool CanBeOne(const FileType& a, const FileType& b) {
+  return a.kind == b.kind && !a.is_legacy() && !b.is_legacy();
+}
+
+/// Tells that nothing comes back of the document between `begin` and `end`.
+void LosePart(RescueReport& report, std::size_t begin, std::size_t end) {
+  report.missing.push_back(DocumentText(begin) + " of the content");
+  report.unread.push_back({begin, end});
+}
+
+/// Adds the document between `begin` and `end` to `parts`, or tells in `report` that nothing of it comes
+/// back.
+void AddPart(std::vector<JoinedPart>& parts, RescueReport& report, const Plaintext& plaintext,
+             std::size_t begin, std::size_t end) {
+  const Document& first = parts.front().rescued.document;
+  try {
+    Rescued part = RecoverPart(plaintext, first.name(), begin, end);
+    if (CanBeOne(part.document.type(), first.type())) return parts.push_back({begin, std::move(part)});
+  } catch (const Error&) {
+    // The other documents come back.
+  }
+  LosePart(report, begin, end);
+}
+
+/// What is left of the documents of `plaintext`, the second of which begins at `second`: of the first one,
+/// and of those of its kind and version 1.x.
 Rescued RecoverJoined(const Plaintext& plaintext, const std::string& name, std::size_t second) {
-  const Plaintext first = PartOf(plaintext, second);
-  Rescued rescued = RecoverOne(first, name, ReadWhole(first.bytes, name));
-  const std::string place = std::to_string(second);
-  bool has_both = false;
-  if (AreOfOneForm(AsText(plaintext.bytes), second)) {
-    Rescued both = SalvageFrom(plaintext, name, false);
-    has_both = both.report.saved() > rescued.report.saved();
-    if (has_both) rescued = std::move(both);
-    std::erase(rescued.report.remarks, kWrongChecksum);
+  std::vector<JoinedPart> parts;
+  parts.push_back({0, RecoverPart(plaintext, name, 0, second)});
+  RescueReport lost;
+  std::vector<std::size_t> begins = BeginsOfOneForm(AsText(plaintext.bytes), second);
+  const std::size_t count = std::max<std::size_t>(begins.size(), 1) + 1;
+  if (begins.empty()) LosePart(lost, second, plaintext.bytes.size());
+  begins.push_back(plaintext.bytes.size());
+  for (std::size_t i = 0; i + 1 < begins.size(); ++i) {
+    AddPart(parts, lost, plaintext, begins[i], begins[i + 1]);
   }
+  Rescued rescued = parts.size() == 1 ? std::move(parts.front().rescued) : Merged(std::move(parts));
   RescueReport& report = rescued.report;
-  report.remarks.insert(report.remarks.begin(),
-                        "two documents are joined: another one begins at byte " + place);
-  if (!has_both) {
-    report.missing.push_back("the document that begins at byte " + place + " of the content");
-    report.unread.push_back({second, plaintext.bytes.size()});
-  }
+  const std::string who = count == 2 ? "two documents are joined: another"
+                                     : std::to_string(count) + " documents are joined: the second";
+  report.remarks.insert(report.remarks.begin(), who + " one begins at byte " + std::to_string(second));
+  report.missing.insert(report.missing.end(), lost.missing.begin(), lost.missing.end());
+  report.unread.insert(report.unread.end(), lost.unread.begin(), lost.unread.end());
   return rescued;
 }
 

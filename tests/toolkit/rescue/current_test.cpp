@@ -420,7 +420,7 @@ TEST(RescueOfCurrentSongs, KeepsTheSongsOfJoinedFilesApart) {
   EXPECT_EQ(rescued.report.songs[0].number, "101");
   EXPECT_EQ(rescued.report.songs[kSongs - 1].number, "112");
   EXPECT_EQ(rescued.report.songs[kSongs].number, "101 (2)");
-  EXPECT_EQ(rescued.report.remarks[2], "states 12 songs, and 24 were found");
+  EXPECT_EQ(rescued.report.stated_songs, 2 * kSongs);
 }
 
 }  // namespace

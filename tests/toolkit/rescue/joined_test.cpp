@@ -1,7 +1,8 @@
-// Two documents that were joined in one file: the first one comes back, and the report says where the second
-// one is.
+// Documents that were joined in one file: the first one comes back, those of its kind and version too, and
+// the report says where the second one is.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "tests/support/legacy_samples.h"
@@ -38,21 +39,80 @@ Rescued RescuedOfJoined(const std::string& first, const std::string& second) {
   return rescued;
 }
 
+using Texts = std::vector<std::string>;
+
+/// A show of one song, of this number.
+std::string ShowOf(const std::string& number, const cmn::FileVersion& version) {
+  zuna_midi::ShowData show;
+  const auto song = zuna_test::SampleShow().songs().begin()->second;
+  song->song_number = number;
+  show.AddSongData(song);
+  show.show_name = "Show " + number;
+  return zuna_test::WrittenAt(show, version);
+}
+
 TEST(RescueOfJoinedFiles, GivesBackBothOfOneVersion) {
   for (const cmn::FileVersion& version : cmn::SupportedVersions(cmn::FileKind::kShow)) {
     if (version.major != 1) continue;
     SCOPED_TRACE(cmn::VersionText(version));
-    const std::string show = CurrentShow(version);
-    const Rescued rescued = RescuedOf(show + show);
-    EXPECT_EQ(zuna_test::WrongAccount(rescued.report, 2 * show.size()), "");
-    EXPECT_EQ(rescued.report.saved(), 2U);
+    const std::string first = ShowOf("2", version);
+    const std::string place = std::to_string(first.size());
+    const Rescued rescued = RescuedOf(first + ShowOf("1", version));
+    ASSERT_EQ(rescued.report.songs.size(), 2U);
+    for (const auto& song : rescued.report.songs) {
+      EXPECT_EQ(song.state, zuna_toolkit::SongState::kWhole);
+      EXPECT_EQ(song.vouched, version.minor > 0) << "its checksum is right";
+    }
     EXPECT_FALSE(rescued.report.complete());
     EXPECT_EQ(rescued.report.remarks,
-              (std::vector<std::string>{
-                  "is not encrypted",
-                  "two documents are joined: another one begins at byte " + std::to_string(show.size()),
-                  "states 1 song, and 2 were found"}));
+              (Texts{"is not encrypted", "two documents are joined: another one begins at byte " + place}));
+    EXPECT_EQ(rescued.report.missing, Texts{"the show's name of the document that begins at byte " + place});
+    EXPECT_EQ(rescued.report.stated_songs, 2U);
+    EXPECT_EQ(rescued.report.known_songs, 2U);
+    EXPECT_EQ(rescued.document.As<zuna_midi::ShowData>()->show_name, "Show 2");
   }
+}
+
+TEST(RescueOfJoinedFiles, GivesBackAllOfOneVersion) {
+  std::string joined;
+  std::vector<std::size_t> places;
+  for (const char* number : {"1", "2", "1"}) {
+    places.push_back(joined.size());
+    joined += ShowOf(number, {1, 2});
+  }
+  const Rescued rescued = RescuedOf(joined);
+  ASSERT_EQ(rescued.report.songs.size(), 3U);
+  EXPECT_EQ(rescued.report.songs[2].number, "1 (2)");
+  EXPECT_TRUE(rescued.report.songs[2].vouched);
+  EXPECT_EQ(rescued.report.remarks.at(1),
+            "3 documents are joined: the second one begins at byte " + std::to_string(places[1]));
+  EXPECT_EQ(rescued.report.missing,
+            (Texts{"the show's name of the document that begins at byte " + std::to_string(places[1]),
+                   "the show's name of the document that begins at byte " + std::to_string(places[2])}));
+}
+
+TEST(RescueOfJoinedFiles, GivesBackBothLogsOfOneVersion) {
+  const std::string log = zuna_test::WrittenAt(zuna_test::SampleLog(), {1, 2});
+  const Rescued rescued = RescuedOf(log + log);
+  EXPECT_EQ(rescued.report.saved(), 2 * RescuedOf(log).report.saved());
+  EXPECT_EQ(rescued.report.missing,
+            Texts{"the head of the log: show name, label, identifier and tag pair of the document that "
+                  "begins at byte " +
+                  std::to_string(log.size())});
+  EXPECT_EQ(rescued.document.As<CL::ChangeLog>()->log_label, "A");
+}
+
+TEST(RescueOfJoinedFiles, GivesBackTheOthersWhereNothingIsLeftOfOne) {
+  const std::string first = ShowOf("1", {1, 2});
+  std::string second = ShowOf("2", {1, 2});
+  const std::string place = std::to_string(first.size());
+  std::fill(second.begin() + 10, second.end(), '\xFF');
+  const Rescued rescued = RescuedOf(first + second + ShowOf("3", {1, 2}));
+  ASSERT_EQ(rescued.report.songs.size(), 2U);
+  EXPECT_EQ(rescued.report.songs[1].number, "3");
+  EXPECT_EQ(rescued.report.missing.at(1), "the document that begins at byte " + place + " of the content");
+  EXPECT_EQ(rescued.report.unread,
+            (std::vector<zuna_toolkit::ByteRange>{{first.size(), first.size() + second.size()}}));
 }
 
 TEST(RescueOfJoinedFiles, FindsNoSecondLogWhereTheLengthOfALogEnds) {
@@ -75,14 +135,21 @@ TEST(RescueOfJoinedFiles, TellsMixedOnes) {
 }
 
 TEST(RescueOfJoinedFiles, TellsThemWhereOneIsDamaged) {
-  const std::string show = CurrentShow({1, 2});
-  std::string damaged = show;
+  const std::string show = ShowOf("1", {1, 2});
+  const std::string place = std::to_string(show.size());
+  std::string damaged = ShowOf("2", {1, 2});
   damaged[damaged.size() - 1] ^= 1;  // its checksum
-  for (const std::string& joined : {damaged + show, show + damaged}) {
-    const Rescued rescued = RescuedOf(joined);
-    EXPECT_EQ(rescued.report.saved(), 2U);
-    EXPECT_EQ(rescued.report.remarks.at(1),
-              "two documents are joined: another one begins at byte " + std::to_string(show.size()));
+  for (const bool is_second : {false, true}) {
+    const Rescued rescued = RescuedOf(is_second ? show + damaged : damaged + show);
+    ASSERT_EQ(rescued.report.songs.size(), 2U);
+    EXPECT_EQ(rescued.report.songs[is_second ? 0 : 1].vouched, true);
+    EXPECT_EQ(rescued.report.songs[is_second ? 1 : 0].vouched, false);
+    EXPECT_TRUE(rescued.report.changed);
+    EXPECT_EQ(rescued.report.songs[is_second ? 1 : 0].offset, 10 + 1 + 6 + 1 + (is_second ? show.size() : 0));
+    const std::string remark = "its checksum is wrong or missing";
+    EXPECT_EQ(rescued.report.remarks,
+              (Texts{"is not encrypted", "two documents are joined: another one begins at byte " + place,
+                     is_second ? "in the document that begins at byte " + place + ": " + remark : remark}));
   }
 }
 

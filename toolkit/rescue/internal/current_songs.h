@@ -43,6 +43,11 @@ struct CurrentShows {
                        [](const auto& voice) { return !voice.second->messages.empty(); });
   }
   static const auto& Songs(const Model& show) { return show.songs(); }
+  static Model WithoutSongs(const Model& show) {
+    Model head;
+    head.show_name = show.show_name;
+    return head;
+  }
   static void Add(Model& show, std::shared_ptr<Song> song) { show.AddSongData(std::move(song)); }
 };
 
@@ -74,6 +79,10 @@ struct CurrentLogs {
                 song.clicks, song.fermatas, song.caesuras);
   }
   static const auto& Songs(const Model& log) { return log.song_logs(); }
+  static Model WithoutSongs(Model log) {
+    log.song_logs().clear();
+    return log;
+  }
   static void Add(Model& log, std::shared_ptr<Song> song) { log.AddSongLog(std::move(song)); }
 };
 

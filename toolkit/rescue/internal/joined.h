@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 namespace zuna_toolkit {
 
@@ -22,8 +23,9 @@ bool IsPadding(std::string_view tail);
 std::optional<std::size_t> BeginOfDocument(std::string_view tail,
                                            const std::function<bool(std::string_view)>& is_document);
 
-/// Whether the documents at the beginning of `plaintext` and at `second` are of one kind and version, so that
-/// the songs of both are found as those of one file.
-bool AreOfOneForm(std::string_view plaintext, std::size_t second);
+/// Where the binary documents begin that have the kind and the version of the one at the beginning of
+/// `plaintext`: at `second`, and each where the one before it ends as it states. None where the second one is
+/// of another kind or version.
+std::vector<std::size_t> BeginsOfOneForm(std::string_view plaintext, std::size_t second);
 
 }  // namespace zuna_toolkit

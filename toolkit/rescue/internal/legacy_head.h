@@ -26,7 +26,7 @@ struct SongHead {
 };
 
 /// Where the events of `head` end as their count states. The count is right where the timeline is there.
-std::size_t StatedEnd(const SongHead& head);
+std::size_t EndOfStatedEvents(const SongHead& head);
 
 /// Whether the record of `head`, which begins at `begin`, states the length that ends there too.
 bool StatesItsLength(const SongHead& head, std::size_t begin);
