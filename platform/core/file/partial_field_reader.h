@@ -71,14 +71,13 @@ class PartialFieldReader : public BinaryFieldReader<kLayout> {
       try {
         VisitFields(*this, *child);
       } catch (const cmn::DataError&) {
-        if (Of::HoldsSomething(*child)) {
-          Of::AddUnderFreeNumber(parent, child);
-        } else {
-          this->in_.MoveTo(begin);
-        }
+        if (!Of::HoldsSomething(*child) || !Of::AddUnderFreeNumber(parent, child)) this->in_.MoveTo(begin);
         throw;
       }
-      if (!Of::AddUnderFreeNumber(parent, child)) this->in_.Fail(Of::kKey, "no number is free");
+      if (!Of::AddUnderFreeNumber(parent, child)) {
+        this->in_.MoveTo(begin);
+        this->in_.Fail(Of::kKey, "no number is free");
+      }
     }
   }
 

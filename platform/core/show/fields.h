@@ -106,13 +106,13 @@ struct ChildRecords<zuna_midi::VoiceData> {
 
   static bool HoldsSomething(const zuna_midi::VoiceTrack& track) { return !track.messages.empty(); }
 
-  /// Adds a track of a damaged song, whose number may be wrong. Returns false where no number is free.
+  /// Adds a track of a damaged song, whose number may be wrong: in place of the number of another track it
+  /// gets the one after the last. Returns false where there is none.
   static bool AddUnderFreeNumber(zuna_midi::VoiceData& voices, std::shared_ptr<zuna_midi::VoiceTrack> track) {
     if (voices.tracks().contains(track->track_number)) {
-      std::uint16_t number = 1;
-      while (number != 0 && voices.tracks().contains(number)) ++number;
-      if (number == 0) return false;
-      track->track_number = number;
+      const std::uint16_t last = voices.tracks().rbegin()->first;
+      if (last == 0xFFFF) return false;
+      track->track_number = static_cast<std::uint16_t>(last + 1);
     }
     voices.AddTrack(std::move(track));
     return true;

@@ -194,6 +194,31 @@ TEST_P(Records, GiveASecondVoiceOfANumberAFreeOne) {
   }
 }
 
+TEST_P(Records, AreReadUpToAVoiceThatGetsNoNumber) {
+  zuna_midi::ShowData show;
+  show.AddSongData(std::make_shared<zuna_midi::SongData>("1", "One", static_cast<unsigned short>(480), 480U));
+  for (const std::uint16_t number : {std::uint16_t{65534}, std::uint16_t{65535}}) {
+    const auto voice = std::make_shared<zuna_midi::VoiceTrack>();
+    voice->track_number = number;
+    voice->name = "Voice " + std::to_string(number);
+    voice->messages = {{0, {0x90, 60, 100}}, {1, {0x80, 60, 0}}};
+    show.songs().at("1")->voice_data->AddTrack(voice);
+  }
+  std::string bytes = zuna_test::WrittenAt(show, GetParam());
+  const std::size_t before_name = GetParam() == cmn::FileVersion{1, 2} ? 3 + 1 : 2 + 4;
+  bytes[bytes.find("Voice 65534") - before_name] = '\xFF';
+  const std::size_t second = bytes.find("Voice 65535") - before_name;
+  std::size_t song = kHeader;
+  zuna_midi::ReadShowHead(bytes, song, GetParam());
+  for (const std::size_t cut : {ChecksumSize(), ChecksumSize() + 1}) {  // the second one whole, and cut
+    std::size_t stop = song;
+    const auto read = zuna_midi::ReadBeginningOfSong(bytes.substr(0, bytes.size() - cut), stop, GetParam());
+    EXPECT_EQ(stop, second);
+    ASSERT_EQ(read->voice_data->tracks().size(), 1U);
+    EXPECT_EQ(read->voice_data->tracks().at(65535)->name, "Voice 65534");
+  }
+}
+
 TEST(RecordsOfATextForm, AreNotRead) {
   std::size_t offset = 0;
   EXPECT_THROW(zuna_midi::ReadShowHead("{}", offset, kText), std::invalid_argument);
