@@ -29,16 +29,30 @@ struct CheckOptions {
   bool json = false;
 };
 
+/// The companion that `up` would take. Where there is none, each song gets a division, so that not all of
+/// them count as losses, and a note says that `up` needs it.
+zuna_toolkit::Companion CompanionForUp(const Document& document, const zuna_toolkit::Input& input,
+                                       const Keys& keys, Outcome& outcome) {
+  zuna_toolkit::Companion without;
+  without.division = 1;
+  if (!CompanionPath(input, {})) return without;
+  try {
+    return FindCompanion(document, input, {}, keys).companion;
+  } catch (const zuna_toolkit::Error& error) {
+    Say(outcome, document.name(), "up cannot take its companion: " + error.parts().problem);
+    return without;
+  }
+}
+
 /// The document at the version asked for; nothing where it has that version, or none was asked for.
-std::optional<Document> ConvertedForm(const Document& document, const CheckOptions& options) {
+std::optional<Document> ConvertedForm(const Document& document, const zuna_toolkit::Input& input,
+                                      const CheckOptions& options, const Keys& keys, Outcome& outcome) {
   const auto& version = options.version;
   if (!version || document.type().version == *version) return std::nullopt;
   if (*version == zuna_toolkit::kLegacyVersion) return zuna_toolkit::Down(document);
   RequireTarget(document, *version);
   if (!document.type().is_legacy()) return zuna_toolkit::Convert(document, *version);
-  zuna_toolkit::Companion companion;
-  companion.division = 1;  // Each file is looked at alone: what its show lacks is not told.
-  return zuna_toolkit::Up(document, companion, *version);
+  return zuna_toolkit::Up(document, CompanionForUp(document, input, keys, outcome), *version);
 }
 
 /// "opera.showdata: show, version 1.2"
@@ -105,9 +119,9 @@ Outcome CheckOne(const zuna_toolkit::Input& input, const CheckOptions& options, 
   const std::string& path = input.path;
   const Document document = ReadEncryptedOrPlain(path, keys).document;
   const Findings findings(document, options.json);
-  const std::optional<Document> converted = ConvertedForm(document, options);
-  std::optional<Losses> losses;
   Outcome outcome;
+  const std::optional<Document> converted = ConvertedForm(document, input, options, keys, outcome);
+  std::optional<Losses> losses;
   if (converted) {
     Restoration restoration{true, ""};
     if (converted->type().is_legacy()) restoration = RestorationOf(document, input, keys);

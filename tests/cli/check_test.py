@@ -31,6 +31,21 @@ class CheckTest(WithLogs):
         self.assertIn(b"old.showdata: show, version 0.0", self.run_tool("check", "old.showdata", "--to", "1.2",
                                                                        code=None).stdout)
 
+    def test_says_what_up_would_lose_by_the_companion(self):
+        log = legacy_log(legacy_song_log("2", "Two", vamps=[(0, 480, 2)]), legacy_song_log("9", "Nine"))
+        self.encrypt("a.logdata", log)
+        said = ("zuna-convert: a.logdata: up cannot take its companion: needs its show, which has the divisions of the songs, and "
+                "a.showdata is not there")
+        done = self.run_tool("check", "a.logdata", "--to", "1.2")
+        self.assertEqual(done.stderr.decode().splitlines()[0], said)
+        self.assertEqual(done.stdout, b"a.logdata: log, version 0.0, no findings, to 1.2 lossless\n")
+        self.encrypt("a.showdata", legacy_show(legacy_song("2", "Two")))
+        done = self.run_tool("check", "a.logdata", "--to", "1.2")
+        self.assertEqual(done.stderr, b"")
+        self.assertEqual(done.stdout.decode().splitlines()[1],
+                         "  loss: 1 song without a division (song 9: the show has none; --division gives one) [division-defaulted]")
+        self.assertIn(b"lossless", self.run_tool("check", "-", "--to", "1.2", stdin=self.read("a.logdata")).stdout)
+
     def folder_of_all_kinds(self):
         """A folder with files that are clean, have warnings, have errors, and cannot be read."""
         os.mkdir(self.path("all"))
