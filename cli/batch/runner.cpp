@@ -175,7 +175,7 @@ class Telling {
   }
 
   void TellHowToGoOn() const {
-    if (context_.quiet() > 0 || left() == 0 || batch_.to_go_on.empty()) return;
+    if (left() == 0 || batch_.to_go_on.empty()) return;
     const std::size_t to_do = left() - Earlier(Status::kDone);
     if (to_do == 0) return;
     const std::string files = Counted(to_do, "file", "files");

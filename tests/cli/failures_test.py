@@ -40,7 +40,8 @@ class FailureTest(FolderTest):
         self.assertEqual(self.said(*reported, code=PART_FAILED)[-1], again + " with --resume")
         self.assertEqual(self.said(*reported, "--resume", code=PART_FAILED)[-1], again)
         self.assertNotIn("not begun", self.said(*run, "--out-dir", "out", "-n", code=PART_FAILED)[-1])
-        self.assertNotIn("not begun", self.said(*run, "--out-dir", "out", "-q", code=PART_FAILED)[-1])
+        for quiet in ("-q", "-qq"):
+            self.assertIn("not begun", self.said(*run, "--out-dir", "out", quiet, code=PART_FAILED)[-1])
         self.assertNotIn("not begun", self.said("list", "in", "--fail-fast", "-j", "1", code=PART_FAILED)[-1])
 
     def test_tells_what_earlier_runs_made_of_files_that_are_not_begun(self):
