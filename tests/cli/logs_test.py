@@ -245,7 +245,7 @@ class ConvertTest(WithLogs):
         good = self.plaintext("text")
         for bad in (good.replace(b'"attacca"', b'"atacca"', 1), b'{"kind": "logdata"}'):
             done = self.run_tool("encrypt", "-", "-o", "out", stdin=bad, code=BAD_INPUT)
-            self.assertRegex(done.stderr, rb"^zuna-convert: standard input: .* \(.*at byte \d+\); correct the text \[text-error\]\n$")
+            self.assertRegex(done.stderr, rb"^zuna-convert: standard input: .* \(line \d+, column \d+\); correct the text \[text-error\]\n$")
             self.encrypt("bad", bad)
             for command in (["convert", "bad", "-o", "out"], ["info", "bad"], ["print", "bad"]):
                 done = self.run_tool(*command, code=BAD_INPUT)
