@@ -41,6 +41,8 @@ std::string_view CodeText(ErrorCode code) { return kErrors.at(static_cast<std::s
 
 ErrorKind KindOf(ErrorCode code) { return kRows.at(static_cast<std::size_t>(code)).kind; }
 
+bool MayRescueHelp(ErrorCode code) { return kRows.at(static_cast<std::size_t>(code)).may_rescue_help; }
+
 std::span<const Explanation> ErrorExplanations() { return kErrors; }
 
 }  // namespace zuna_toolkit

@@ -103,6 +103,9 @@ ZUNA_API std::string_view CodeText(ErrorCode code);
 /// What kind of trouble `code` is.
 ZUNA_API ErrorKind KindOf(ErrorCode code);
 
+/// Whether an error of this code may be one of a damaged file, of which rescue saves what is left.
+ZUNA_API bool MayRescueHelp(ErrorCode code);
+
 /// All codes in the order of ErrorCode: the explanation of a code is at the code's number.
 ZUNA_API std::span<const Explanation> ErrorExplanations();
 

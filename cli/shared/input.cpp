@@ -3,7 +3,6 @@
 
 #include <unistd.h>
 
-#include <string_view>
 #include <utility>
 
 #include "cli/terminal/standard_streams.h"
@@ -13,19 +12,8 @@ namespace zuna_cli {
 
 using zuna_toolkit::OpenedFile;
 
-namespace {
-
-/// Whether an error of this code may be one of a damaged file, of which rescue saves what is left: what
-/// explain has about it names that command.
-bool MayRescueHelp(ErrorCode code) {
-  const auto& explanation = zuna_toolkit::ErrorExplanations()[static_cast<std::size_t>(code)];
-  return explanation.commands.find("zuna-convert rescue FILE -o OUT") != std::string_view::npos;
-}
-
-}  // namespace
-
 zuna_toolkit::Error WithRescue(const zuna_toolkit::Error& error) {
-  if (!MayRescueHelp(error.code())) return error;
+  if (!zuna_toolkit::MayRescueHelp(error.code())) return error;
   const std::string or_rescue = ", or save what is left of a damaged file with rescue";
   zuna_toolkit::ErrorParts parts = error.parts();
   parts.remedy += or_rescue;

@@ -44,6 +44,20 @@ TEST(ErrorCode, HasAKind) {
   EXPECT_EQ(KindOf(ErrorCode::kOutOfMemory), ErrorKind::kInternal);
 }
 
+TEST(ErrorCode, TellsWhetherRescueMayHelp) {
+  for (const ErrorCode code : {ErrorCode::kNotEncrypted, ErrorCode::kUnsupportedEnvelope, ErrorCode::kCutOff,
+                               ErrorCode::kBytesAfterEnd, ErrorCode::kDamaged, ErrorCode::kBadContent,
+                               ErrorCode::kTextError, ErrorCode::kNotAShowOrLog}) {
+    EXPECT_TRUE(MayRescueHelp(code)) << CodeText(code);
+    const Explanation& row = ErrorExplanations()[static_cast<std::size_t>(code)];
+    EXPECT_THAT(std::string(row.commands), testing::HasSubstr("zuna-convert rescue FILE -o OUT"));
+  }
+  for (const ErrorCode code : {ErrorCode::kWrongKey, ErrorCode::kNothingToSave, ErrorCode::kChangedInTransfer,
+                               ErrorCode::kNotFound, ErrorCode::kEmptyFile}) {
+    EXPECT_FALSE(MayRescueHelp(code)) << CodeText(code);
+  }
+}
+
 template <typename Thrown>
 ErrorCode CodeOfThrown() {
   return CodeOf(Thrown("f", "is wrong", "do something"));

@@ -77,10 +77,10 @@ Plaintext Decrypted(std::span<const std::uint8_t> bytes, const CipherKey& key) {
 
 /// Makes a text begin with its brace where a byte order mark stands before it. No byte after it moves.
 void SkipByteOrderMark(Plaintext& plaintext) {
-  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   const std::string_view text = AsText(plaintext.bytes);
-  if (!text.starts_with(kByteOrderMark)) return;
-  const std::size_t brace = text.find_first_not_of(" \t\r\n", kByteOrderMark.size());
+  const std::size_t mark = text.size() - WithoutByteOrderMark(text).size();
+  if (mark == 0) return;
+  const std::size_t brace = text.find_first_not_of(" \t\r\n", mark);
   if (brace == std::string_view::npos || text[brace] != cmn::kTextFormStart) return;
   std::fill_n(plaintext.bytes.begin(), brace + 1, std::uint8_t{' '});
   plaintext.bytes.front() = static_cast<std::uint8_t>(cmn::kTextFormStart);

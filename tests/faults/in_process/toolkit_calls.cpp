@@ -286,7 +286,8 @@ void AddWords(Calls& calls) {
     const zuna_toolkit::ErrorCode code = zuna_toolkit::CodeOf(error);
     return std::string(CodeText(code)) + std::string(zuna_toolkit::ErrorExplanations().front().code) +
            std::string(CodeText(zuna_toolkit::CodeOfSystemError(ENOENT))) +
-           (zuna_toolkit::KindOf(code) == zuna_toolkit::ErrorKind::kWrongKey ? "" : "of another kind");
+           (zuna_toolkit::KindOf(code) == zuna_toolkit::ErrorKind::kWrongKey ? "" : "of another kind") +
+           (zuna_toolkit::MayRescueHelp(code) ? "of damage" : "");
   });
 }
 
