@@ -96,29 +96,29 @@ CL::ChangeLog read_log(const Source& source, const Bytes& key, const Bytes& iv, 
 
 // What an entry point writes. Each frees the models on return, because encrypting needs memory of its own.
 
-EncryptedOutput encrypted_up(const std::string& path, const std::string& show_path,
-                             const cmn::FileVersion& version, const CipherKey& cipher_key) {
+EncryptedOutput encrypted_log_up(const std::string& path, const std::string& show_path,
+                                 const cmn::FileVersion& version, const CipherKey& cipher_key) {
   CL::ChangeLog log = converted_up(path, cipher_key);
   copy_divisions(read_plain_show(show_path), log);
   return encrypt_current(log, version, cipher_key.key, cipher_key.iv);
 }
 
-EncryptedOutput encrypted_up(const Bytes& data, const Bytes& show_data, const cmn::FileVersion& version,
-                             const Bytes& key, const Bytes& iv) {
+EncryptedOutput encrypted_log_up(const Bytes& data, const Bytes& show_data, const cmn::FileVersion& version,
+                                 const Bytes& key, const Bytes& iv) {
   CL::ChangeLog log = converted_up(data, key, iv);
   copy_divisions(read_encrypted_show(show_data, key, iv), log);
   return encrypt_current(log, version, key, iv);
 }
 
 template <typename Source>
-EncryptedOutput encrypted_down(const Source& source, const Bytes& key, const Bytes& iv) {
+EncryptedOutput encrypted_log_down(const Source& source, const Bytes& key, const Bytes& iv) {
   const version0::ChangeLogV0 log(read_log(source, key, iv, "CL::ShowData"));
   return encrypt_legacy(log, key, iv);
 }
 
 template <typename Source>
-EncryptedOutput encrypted_as(const Source& source, const cmn::FileVersion& version, const Bytes& key,
-                             const Bytes& iv) {
+EncryptedOutput encrypted_log_as(const Source& source, const cmn::FileVersion& version, const Bytes& key,
+                                 const Bytes& iv) {
   const CL::ChangeLog log = read_log(source, key, iv, "CL::ChangeLog");
   return encrypt_current(log, version, key, iv);
 }
@@ -134,28 +134,28 @@ bool check_log_size(zuna_sec::TwoFishCipherStream& stream) {
 
 std::string logdata_up(const std::string& input, const std::string& output, const std::string& show_path,
                        const cmn::FileVersion& version, const CipherKey& cipher_key) {
-  return encrypted_up(input, show_path, version, cipher_key).WriteToFile(output);
+  return encrypted_log_up(input, show_path, version, cipher_key).WriteToFile(output);
 }
 
 Bytes logdata_up_vector(const Bytes& data, const Bytes& show_data, const cmn::FileVersion& version,
                         const Bytes& key, const Bytes& iv) {
-  return encrypted_up(data, show_data, version, key, iv).GetEncryptedBytes();
+  return encrypted_log_up(data, show_data, version, key, iv).GetEncryptedBytes();
 }
 
 std::string logdata_down(const std::string& input, const std::string& output, const CipherKey& cipher_key) {
-  return encrypted_down(input, cipher_key.key, cipher_key.iv).WriteToFile(output);
+  return encrypted_log_down(input, cipher_key.key, cipher_key.iv).WriteToFile(output);
 }
 
 Bytes logdata_down_vector(const Bytes& data, const Bytes& key, const Bytes& iv) {
-  return encrypted_down(data, key, iv).GetEncryptedBytes();
+  return encrypted_log_down(data, key, iv).GetEncryptedBytes();
 }
 
 std::string logdata_converter(const std::string& input, const std::string& output,
                               const cmn::FileVersion& version, const CipherKey& cipher_key) {
-  return encrypted_as(input, version, cipher_key.key, cipher_key.iv).WriteToFile(output);
+  return encrypted_log_as(input, version, cipher_key.key, cipher_key.iv).WriteToFile(output);
 }
 
 Bytes logdata_converter_vector(const Bytes& data, const cmn::FileVersion& version, const Bytes& key,
                                const Bytes& iv) {
-  return encrypted_as(data, version, key, iv).GetEncryptedBytes();
+  return encrypted_log_as(data, version, key, iv).GetEncryptedBytes();
 }

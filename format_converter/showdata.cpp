@@ -68,22 +68,22 @@ std::string read_show_name(const std::string& log_path) {
 
 // What an entry point writes. Each frees the models on return, because encrypting needs memory of its own.
 
-EncryptedOutput encrypted_up(const std::string& input, const std::string& log_path,
-                             const cmn::FileVersion& version, const CipherKey& cipher_key) {
+EncryptedOutput encrypted_show_up(const std::string& input, const std::string& log_path,
+                                  const cmn::FileVersion& version, const CipherKey& cipher_key) {
   zuna_midi::ShowData show = read_legacy_show(input, cipher_key).get_version_1_0();
   show.show_name = read_show_name(log_path);
   return encrypt_current(show, version, cipher_key.key, cipher_key.iv);
 }
 
 template <typename Source>
-EncryptedOutput encrypted_down(const Source& source, const Bytes& key, const Bytes& iv) {
+EncryptedOutput encrypted_show_down(const Source& source, const Bytes& key, const Bytes& iv) {
   const version0::ShowData show(read_current_show(source, key, iv));
   return encrypt_legacy(show, key, iv);
 }
 
 template <typename Source>
-EncryptedOutput encrypted_as(const Source& source, const cmn::FileVersion& version, const Bytes& key,
-                             const Bytes& iv) {
+EncryptedOutput encrypted_show_as(const Source& source, const cmn::FileVersion& version, const Bytes& key,
+                                  const Bytes& iv) {
   const zuna_midi::ShowData show = read_current_show(source, key, iv);
   return encrypt_current(show, version, key, iv);
 }
@@ -92,23 +92,23 @@ EncryptedOutput encrypted_as(const Source& source, const cmn::FileVersion& versi
 
 std::string showdata_up(const std::string& input, const std::string& output, const std::string& log_path,
                         const cmn::FileVersion& version, const CipherKey& cipher_key) {
-  return encrypted_up(input, log_path, version, cipher_key).WriteToFile(output);
+  return encrypted_show_up(input, log_path, version, cipher_key).WriteToFile(output);
 }
 
 std::string showdata_down(const std::string& input, const std::string& output, const CipherKey& cipher_key) {
-  return encrypted_down(input, cipher_key.key, cipher_key.iv).WriteToFile(output);
+  return encrypted_show_down(input, cipher_key.key, cipher_key.iv).WriteToFile(output);
 }
 
 Bytes showdata_down_vector(const Bytes& data, const Bytes& key, const Bytes& iv) {
-  return encrypted_down(data, key, iv).GetEncryptedBytes();
+  return encrypted_show_down(data, key, iv).GetEncryptedBytes();
 }
 
 std::string showdata_converter(const std::string& input, const std::string& output,
                                const cmn::FileVersion& version, const CipherKey& cipher_key) {
-  return encrypted_as(input, version, cipher_key.key, cipher_key.iv).WriteToFile(output);
+  return encrypted_show_as(input, version, cipher_key.key, cipher_key.iv).WriteToFile(output);
 }
 
 Bytes showdata_converter_vector(const Bytes& data, const cmn::FileVersion& version, const Bytes& key,
                                 const Bytes& iv) {
-  return encrypted_as(data, version, key, iv).GetEncryptedBytes();
+  return encrypted_show_as(data, version, key, iv).GetEncryptedBytes();
 }
