@@ -43,7 +43,7 @@ class BinarySalvage {
         stated_size_(stated_size),
         compact_(version == cmn::FileVersion{1, 2}),
         checksum_size_(HasChecksum(version) ? kChecksumSize : 0),
-        songs_end_(bytes.size() - (stated_size == bytes.size() ? checksum_size_ : 0)),
+        songs_end_(bytes.size() - (stated_size == bytes.size() ? std::min(checksum_size_, bytes.size()) : 0)),
         steps_(bytes.size()) {}
 
   Salvage Run() {
@@ -100,6 +100,8 @@ class BinarySalvage {
 
   /// The song at `at`, which is after it then; null where there is none.
   std::shared_ptr<Song> Read(std::size_t& at) {
+    failed_at_ = at;
+    if (at > songs_end_) return nullptr;
     try {
       return Kind::ReadSong(bytes_.substr(0, songs_end_), at, version_);
     } catch (const cmn::DataError& error) {
@@ -157,7 +159,7 @@ class BinarySalvage {
   /// Takes what is before the damage of a song that cannot be read to its end. What has no song's number and
   /// name is none. Returns where to go on.
   std::size_t TakeBeginning(std::size_t begin, std::size_t end) {
-    if (!MayBegin(begin)) return end;
+    if (begin > songs_end_ || !MayBegin(begin)) return end;
     std::size_t stop = begin;
     const auto song = Kind::ReadBeginning(bytes_.substr(0, std::min(end, songs_end_)), stop, version_);
     if (Kind::HoldsSomething(*song)) {

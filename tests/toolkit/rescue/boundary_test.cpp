@@ -2,11 +2,13 @@
 // back of them is that of any other song.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <iterator>
 #include <set>
 
 #include "tests/support/legacy_samples.h"
 #include "tests/support/rescue_accounts.h"
+#include "tests/support/sanitized.h"
 #include "tests/toolkit/rescue/rescue_samples.h"
 #include "toolkit/conversion/companion.h"
 #include "toolkit/conversion/conversion.h"
@@ -22,7 +24,7 @@ using zuna_toolkit::RescuedSong;
 using zuna_toolkit::SongState;
 
 constexpr std::size_t kBoundary = 65536;
-constexpr std::size_t kAround = 2;        // bytes before and after it
+constexpr std::size_t kAround = zuna_test::kSanitized ? 1 : 2;  // bytes before and after it
 constexpr std::size_t kLongestName = 80;  // bytes, more than an entry takes in any version
 
 /// A document of three songs, of which the first one has so many entries and so long a name.
@@ -119,12 +121,14 @@ std::vector<SongState> StatesOfFirst(const std::string& bytes) {
 }
 
 void ExpectSameAroundTheBoundary(Make make, const cmn::FileVersion& version) {
+  if (zuna_test::kSanitized && version.major == 2) return;  // texts of 64 KiB take half a minute there
   SCOPED_TRACE(cmn::VersionText(version));
   const std::size_t entries = EntriesBefore(make, version);
   const std::vector<SongState> elsewhere = StatesOfFirst(BytesOf(make(entries / 2, 1), version));
   EXPECT_NE(elsewhere.front(), SongState::kWhole);
   std::set<std::size_t> ends;
-  for (std::size_t name = 1; name <= kLongestName; ++name) {
+  const std::size_t to_go = kBoundary - kAround - EndOfFirst(BytesOf(make(entries, 1), version));
+  for (std::size_t name = std::max<std::size_t>(to_go, 2) - 1; name <= kLongestName; ++name) {
     const std::string bytes = BytesOf(make(entries, name), version);
     const std::size_t end = EndOfFirst(bytes);
     if (end > kBoundary + kAround) break;
