@@ -71,7 +71,9 @@ class PartialFieldReader : public BinaryFieldReader<kLayout> {
       try {
         VisitFields(*this, *child);
       } catch (const cmn::DataError&) {
-        if (!Of::HoldsSomething(*child) || !Of::AddUnderFreeNumber(parent, child)) this->in_.MoveTo(begin);
+        bool is_kept = false;
+        if (Of::HoldsSomething(*child)) is_kept = Of::AddUnderFreeNumber(parent, child);
+        if (!is_kept) this->in_.MoveTo(begin);
         throw;
       }
       if (!Of::AddUnderFreeNumber(parent, child)) {
