@@ -77,10 +77,10 @@ std::size_t EndOfFirst(const std::string& bytes) {
   return static_cast<std::size_t>(SongsOf(bytes).at(0).end.value());
 }
 
-/// The most entries with which the first song ends before the boundary.
+/// The most entries with which the first song ends before the boundary. None takes less than two bytes.
 std::size_t EntriesBefore(Make make, const cmn::FileVersion& version) {
   std::size_t least = 0;
-  std::size_t beyond = kBoundary;
+  std::size_t beyond = kBoundary / 2;
   while (beyond - least > 1) {
     const std::size_t entries = (least + beyond) / 2;
     const bool fits = EndOfFirst(BytesOf(make(entries, 1), version)) < kBoundary - kAround;
