@@ -33,7 +33,7 @@ std::vector<std::string> RemarksOf(const zuna_sec::DamagedEnvelope& opened, std:
   return remarks;
 }
 
-constexpr std::size_t kMostPlaces = 100;
+constexpr std::size_t kMostOtherFiles = 100;
 
 /// The encrypted files that begin after the first byte. One that was encoded as UTF-8 is none: its mark is
 /// whole behind the byte 0xC2.
@@ -43,7 +43,7 @@ OtherFiles FindEncrypted(std::span<const std::uint8_t> bytes) {
   const std::size_t from = file.starts_with('\xC2') ? 2 : 1;
   OtherFiles others;
   for (std::size_t at = file.find(magic, from); at != std::string_view::npos; at = file.find(magic, at + 1)) {
-    if (others.places.size() < kMostPlaces) {
+    if (others.places.size() < kMostOtherFiles) {
       others.places.push_back(at);
     } else {
       ++others.more;
