@@ -1,4 +1,4 @@
-// Reading a legacy show, and whole conversions from encrypted to encrypted.
+// Reading legacy files, and whole conversions from encrypted to encrypted.
 
 #include "benchmarks/conversion_rows.h"
 
@@ -11,6 +11,7 @@
 #include "benchmarks/ciphers.h"
 #include "benchmarks/fixtures.h"
 #include "benchmarks/rows.h"
+#include "format_converter/logdata.h"
 #include "format_converter/showdata.h"
 #include "zuna_midi/show_data.h"
 #include "zuna_sec/cipher_stream.h"
@@ -30,15 +31,14 @@ void BulkRead(std::istream& is, std::size_t events) {
   benchmark::DoNotOptimize(sum);
 }
 
-void AddLegacyRead(std::size_t events, const std::string& name) {
-  auto is = std::make_shared<std::istringstream>(LegacyPlaintext(events));
-  AddRow({"read a legacy show, " + name,
-          [is] {
-            is->seekg(0);
-            const version0::ShowData show(*is);
-            benchmark::DoNotOptimize(&show);
-          },
-          [is, events] { BulkRead(*is, events); }, events, 0, "goal 2, aim 1.35"});
+template <typename Legacy>
+std::function<void()> ReadLegacy(const std::shared_ptr<std::istringstream>& is) {
+  return [is] {
+    is->clear();
+    is->seekg(0);
+    const Legacy legacy(*is);
+    benchmark::DoNotOptimize(&legacy);
+  };
 }
 
 /// What a conversion does, with the ciphers alone: opens the input and seals an output of the same size.
@@ -92,30 +92,53 @@ std::string Decrypted(const std::vector<std::uint8_t>& bytes) {
   return plaintext.str();
 }
 
-void AddConversions(std::size_t events, const std::string& name) {
-  const std::string goals = "aim 1.25 and 6 ns";
-  const std::string legacy_plaintext = LegacyPlaintext(events);
-  const auto legacy = std::make_shared<std::vector<std::uint8_t>>(Encrypted(legacy_plaintext));
-  const auto current = std::make_shared<std::vector<std::uint8_t>>(UpInMemory(*legacy));
-  AddRow({"up to 1.2, " + name, [legacy] { benchmark::DoNotOptimize(UpInMemory(*legacy).data()); },
-          CipherAlone{*legacy, Decrypted(*current)}, events, 0, goals});
-  AddRow({"up to 1.2 against suite 1, " + name,
-          [legacy] { benchmark::DoNotOptimize(UpInMemory(*legacy).data()); },
-          UpInSuite1{legacy_plaintext, Decrypted(*current).size()}, 0, 0, "aim 0.55"});
-  AddRow({"down from 1.2, " + name,
-          [current] { benchmark::DoNotOptimize(showdata_down_vector(*current, kKey.key, kKey.iv).data()); },
-          CipherAlone{*current, legacy_plaintext}, events, 0, goals});
-}
+constexpr const char* kConversionAims = "aim 1.25 and 6 ns";
 
 }  // namespace
 
-void AddConversionRows() {
-  for (const auto& [events, name] :
-       {std::pair{kSmall, "20 thousand events"}, std::pair{kMiddle, "300 thousand events"},
-        std::pair{kLarge, "5 million events"}}) {
-    if (events != kMiddle) AddLegacyRead(events, name);
-    AddConversions(events, name);
-  }
+void AddShowConversionRows(const Size& size) {
+  const std::string name = size.name;
+  const std::string legacy_plaintext = PlaintextOf(LegacyShow(size.count));
+  const auto is = std::make_shared<std::istringstream>(legacy_plaintext);
+  AddRow({"read a legacy show, " + name, ReadLegacy<version0::ShowData>(is),
+          [is, size] { BulkRead(*is, size.count); }, size.count, 0, "aim 1.35 small, 0.4 large"});
+  const auto legacy = std::make_shared<std::vector<std::uint8_t>>(Encrypted(legacy_plaintext));
+  const auto current = std::make_shared<std::vector<std::uint8_t>>(UpInMemory(*legacy));
+  AddRow({"up to 1.2, " + name, [legacy] { benchmark::DoNotOptimize(UpInMemory(*legacy).data()); },
+          CipherAlone{*legacy, Decrypted(*current)}, size.count, 0, kConversionAims});
+  AddRow({"down from 1.2, " + name,
+          [current] { benchmark::DoNotOptimize(showdata_down_vector(*current, kKey.key, kKey.iv).data()); },
+          CipherAlone{*current, legacy_plaintext}, size.count, 0, kConversionAims});
+}
+
+void AddSuiteRows(const Size& size) {
+  const std::string plaintext = PlaintextOf(LegacyShow(size.count));
+  const auto legacy = std::make_shared<std::vector<std::uint8_t>>(Encrypted(plaintext));
+  AddRow({std::string("up to 1.2 against suite 1, ") + size.name,
+          [legacy] { benchmark::DoNotOptimize(UpInMemory(*legacy).data()); },
+          UpInSuite1{plaintext, Decrypted(UpInMemory(*legacy)).size()}, 0, 0, "aim 0.55"});
+}
+
+void AddLogConversionRows(const Size& size) {
+  const std::string name = size.name;
+  const std::string legacy_plaintext = PlaintextOf(LegacyLog(size.count));
+  const auto is = std::make_shared<std::istringstream>(legacy_plaintext);
+  AddRow({"read a legacy log, " + name,
+          ReadLegacy<version0::ChangeLogV0>(is),
+          {},
+          size.count,
+          legacy_plaintext.size(),
+          "no aim"});
+  const auto legacy = std::make_shared<std::vector<std::uint8_t>>(Encrypted(legacy_plaintext));
+  const auto up = [legacy, show = Encrypted(PlaintextOf(version0::ShowData()))] {
+    return logdata_up_vector(*legacy, show, {1, 2}, kKey.key, kKey.iv);
+  };
+  const auto current = std::make_shared<std::vector<std::uint8_t>>(up());
+  AddRow({"up a log to 1.2, " + name, [up] { benchmark::DoNotOptimize(up().data()); },
+          CipherAlone{*legacy, Decrypted(*current)}, size.count, 0, kConversionAims});
+  AddRow({"down a log from 1.2, " + name,
+          [current] { benchmark::DoNotOptimize(logdata_down_vector(*current, kKey.key, kKey.iv).data()); },
+          CipherAlone{*current, legacy_plaintext}, size.count, 0, kConversionAims});
 }
 
 }  // namespace zuna_bench

@@ -1,9 +1,14 @@
-// The rows of whole conversions.
+// The rows of legacy files and of whole conversions.
 
 #pragma once
 
+#include "benchmarks/fixtures.h"
+
 namespace zuna_bench {
 
-void AddConversionRows();
+void AddShowConversionRows(const Size& size);
+/// The conversion of a show beside the one of earlier builds, with their ciphers.
+void AddSuiteRows(const Size& size);
+void AddLogConversionRows(const Size& size);
 
 }  // namespace zuna_bench

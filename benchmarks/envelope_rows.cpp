@@ -35,27 +35,22 @@ std::function<void()> BothAlone(std::size_t bytes) {
   };
 }
 
-void AddEnvelopes(std::size_t events, const std::string& name) {
-  const std::string plaintext = LegacyPlaintext(events);
-  const std::size_t size = plaintext.size();
+}  // namespace
+
+void AddEnvelopeRows(const Size& size) {
+  const std::string plaintext = PlaintextOf(LegacyShow(size.count));
+  const std::size_t bytes = plaintext.size();
   const std::shared_ptr<TwoFishCipherStream> stream = StreamOver(plaintext);
   const auto sealed = std::make_shared<std::vector<std::uint8_t>>(stream->GetEncryptedBytes());
-  AddRow({"seal an envelope, " + name,
-          [stream] { benchmark::DoNotOptimize(stream->GetEncryptedBytes().data()); }, BothAlone(size), 0,
-          size, "aim 1.08"});
-  AddRow({"open an envelope, " + name,
+  AddRow({std::string("seal an envelope, ") + size.name,
+          [stream] { benchmark::DoNotOptimize(stream->GetEncryptedBytes().data()); }, BothAlone(bytes), 0,
+          bytes, "aim 1.08"});
+  AddRow({std::string("open an envelope, ") + size.name,
           [sealed] {
             TwoFishCipherStream opened(*sealed, kKey.key, kKey.iv);
             benchmark::DoNotOptimize(&opened.GetStream());
           },
-          BothAlone(size), 0, size, "aim 1.08"});
-}
-
-}  // namespace
-
-void AddEnvelopeRows() {
-  AddEnvelopes(kSmall, "20 thousand events");
-  AddEnvelopes(kLarge, "5 million events");
+          BothAlone(bytes), 0, bytes, "aim 1.08"});
 }
 
 }  // namespace zuna_bench

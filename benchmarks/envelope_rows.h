@@ -2,8 +2,10 @@
 
 #pragma once
 
+#include "benchmarks/fixtures.h"
+
 namespace zuna_bench {
 
-void AddEnvelopeRows();
+void AddEnvelopeRows(const Size& size);
 
 }  // namespace zuna_bench

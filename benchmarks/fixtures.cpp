@@ -2,7 +2,7 @@
 
 #include "benchmarks/fixtures.h"
 
-#include <sstream>
+#include <string>
 
 #include "format_converter/version0/conversions/track_ids.h"
 #include "zuna_sec/cipher_stream.h"
@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::size_t kSongs = 10;
 constexpr std::size_t kTracks = 16;
+constexpr std::size_t kKindsOfEdits = 8;
 constexpr std::uint16_t kDivision = 480;
 constexpr std::uint32_t kBar = 4 * kDivision;
 
@@ -49,6 +50,34 @@ version0::SongData Song(std::size_t number, std::size_t events) {
   return song;
 }
 
+/// Edits of a bar, in one bar after the other.
+template <typename Edit, typename Value>
+std::vector<Edit> Edits(std::size_t count, Value value) {
+  std::vector<Edit> edits;
+  edits.reserve(count);
+  for (std::uint32_t bar = 0; bar < count; ++bar) edits.emplace_back(bar * kBar, (bar + 1) * kBar, value);
+  return edits;
+}
+
+version0::SongLogV0 SongLog(std::size_t number, std::size_t edits_of_a_kind) {
+  version0::SongLogV0 song;
+  song.songNumber_ = std::to_string(number);
+  song.songName_ = "Song " + song.songNumber_;
+  song.songLength_ = static_cast<std::uint32_t>(edits_of_a_kind) * kBar;
+  constexpr signed char kAny = 2;
+  song.cuts = Edits<version0::CutV0>(edits_of_a_kind, kAny);
+  song.vamps = Edits<version0::VampV0>(edits_of_a_kind, kAny);
+  song.repeats = Edits<version0::RepeatV0>(edits_of_a_kind, kAny);
+  song.clicks = Edits<version0::ClickV0>(edits_of_a_kind, kAny);
+  song.tempo_scales = Edits<version0::TempoScaleV0>(edits_of_a_kind, 1.5F);
+  song.transposes = Edits<version0::TransposeV0>(edits_of_a_kind, kAny);
+  for (std::uint32_t bar = 0; bar < edits_of_a_kind; ++bar) {
+    song.caesuras.emplace_back(bar * kBar);
+    song.score_markers.emplace_back(bar * kBar, std::to_string(bar + 1));
+  }
+  return song;
+}
+
 }  // namespace
 
 version0::ShowData LegacyShow(std::size_t events) {
@@ -59,10 +88,13 @@ version0::ShowData LegacyShow(std::size_t events) {
   return show;
 }
 
-std::string LegacyPlaintext(std::size_t events) {
-  std::ostringstream os;
-  LegacyShow(events).write_binary(os);
-  return os.str();
+version0::ChangeLogV0 LegacyLog(std::size_t edits) {
+  version0::ChangeLogV0 log;
+  log.show_name = "Show";
+  for (std::size_t number = 1; number <= kSongs; ++number) {
+    log.songs[std::to_string(number)] = SongLog(number, edits / kSongs / kKindsOfEdits);
+  }
+  return log;
 }
 
 std::vector<std::uint8_t> Encrypted(const std::string& plaintext) {

@@ -56,9 +56,7 @@ std::string SmallPlaintext() {
     }
     song.tracks.erase(song.tracks.begin() + kFewVoices, song.tracks.end());
   }
-  std::ostringstream plaintext;
-  show.write_binary(plaintext);
-  return plaintext.str();
+  return PlaintextOf(show);
 }
 
 /// The names of the first shows.

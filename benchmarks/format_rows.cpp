@@ -11,8 +11,10 @@
 #include <sstream>
 #include <streambuf>
 
+#include "CL/change_log.h"
 #include "benchmarks/fixtures.h"
 #include "benchmarks/rows.h"
+#include "kit/format.h"
 #include "zuna_midi/show_data.h"
 
 namespace zuna_bench {
@@ -41,29 +43,33 @@ class WarmSink : public std::streambuf {
   std::vector<char> memory_;
 };
 
-std::string Written(const zuna_midi::ShowData& show, const cmn::FileVersion& version) {
+template <typename Model>
+std::string Written(const Model& model, const cmn::FileVersion& version) {
   std::ostringstream os;
-  show.WriteBinary(os, version);
+  model.WriteBinary(os, version);
   return os.str();
 }
 
-std::function<void()> Write(const Show& show, const cmn::FileVersion& version, std::size_t size) {
+template <typename Model>
+std::function<void()> Write(const std::shared_ptr<const Model>& model, const cmn::FileVersion& version,
+                            std::size_t size) {
   auto sink = std::make_shared<WarmSink>(size);
-  return [show, version, sink] {
+  return [model, version, sink] {
     sink->Rewind();
     std::ostream os(sink.get());
-    show->WriteBinary(os, version);
+    model->WriteBinary(os, version);
     benchmark::DoNotOptimize(sink->size());
   };
 }
 
+template <typename Model>
 std::function<void()> Read(const std::string& bytes) {
   auto is = std::make_shared<std::istringstream>(bytes);
   return [is] {
     is->clear();
     is->seekg(0);
-    const zuna_midi::ShowData show(*is);
-    benchmark::DoNotOptimize(&show);
+    const Model model(*is);
+    benchmark::DoNotOptimize(&model);
   };
 }
 
@@ -134,27 +140,39 @@ std::function<void()> ParseWithBoostAlone(const std::shared_ptr<const std::strin
 
 }  // namespace
 
-void AddFormatRows() {
-  const auto show = std::make_shared<const zuna_midi::ShowData>(LegacyShow(kLarge).get_version_1_0());
-  const auto compact = std::make_shared<const std::string>(Written(*show, {1, 2}));
+void AddShowFormatRows(const Size& size) {
+  const std::string name = size.name;
+  const Show show = std::make_shared<const zuna_midi::ShowData>(LegacyShow(size.count).get_version_1_0());
+  const std::string compact = Written(*show, {1, 2});
   const auto text = std::make_shared<const std::string>(Written(*show, {2, 0}));
-  AddRow({"write 1.2, 5 million events",
-          Write(show, {1, 2}, compact->size()),
+  AddRow({"write 1.2, " + name,
+          Write(show, {1, 2}, compact.size()),
           {},
-          kLarge,
-          compact->size(),
-          "goal 100, aim 250 M events/s"});
-  AddRow({"read 1.2, 5 million events",
-          Read(*compact),
+          size.count,
+          compact.size(),
+          "aim 300 M events/s"});
+  AddRow({"read 1.2, " + name,
+          Read<zuna_midi::ShowData>(compact),
           {},
-          kLarge,
-          compact->size(),
-          "goal 60, aim 100 M events/s"});
-  AddRow({"write 2.0, 5 million events", Write(show, {2, 0}, text->size()),
-          WriteMessagesWithRapidJson(show, text->size()), kLarge, text->size(),
-          "limit RapidJSON's writer; goal 1, aim 0.4"});
-  AddRow({"read 2.0, 5 million events", Read(*text), ParseWithBoostAlone(text), kLarge, text->size(),
-          "limit Boost's bare parser; goal 1.43, aim 1"});
+          size.count,
+          compact.size(),
+          "aim 400 M events/s"});
+  AddRow({"write 2.0, " + name, Write(show, {2, 0}, text->size()),
+          WriteMessagesWithRapidJson(show, text->size()), size.count, text->size(),
+          "limit RapidJSON's writer; aim 0.4"});
+  AddRow({"read 2.0, " + name, Read<zuna_midi::ShowData>(*text), ParseWithBoostAlone(text), size.count,
+          text->size(), "limit Boost's bare parser; aim 1"});
+}
+
+void AddLogFormatRows(const Size& size) {
+  const std::string name = size.name;
+  const auto log = std::make_shared<const CL::ChangeLog>(LegacyLog(size.count).get_version_1_0());
+  for (const cmn::FileVersion& version : {cmn::FileVersion{1, 1}, {1, 2}, {2, 0}}) {
+    const std::string bytes = Written(*log, version);
+    const std::string file = kit::format("a log in %u.%u, ", version.major, version.minor) + name;
+    AddRow({"write " + file, Write(log, version, bytes.size()), {}, size.count, bytes.size(), "no aim"});
+    AddRow({"read " + file, Read<CL::ChangeLog>(bytes), {}, size.count, bytes.size(), "no aim"});
+  }
 }
 
 }  // namespace zuna_bench

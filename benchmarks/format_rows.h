@@ -2,8 +2,11 @@
 
 #pragma once
 
+#include "benchmarks/fixtures.h"
+
 namespace zuna_bench {
 
-void AddFormatRows();
+void AddShowFormatRows(const Size& size);
+void AddLogFormatRows(const Size& size);
 
 }  // namespace zuna_bench

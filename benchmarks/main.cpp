@@ -10,9 +10,19 @@
 
 int main(int argc, char** argv) {
   zuna_bench::PrintPeakMemory();
-  zuna_bench::AddEnvelopeRows();
-  zuna_bench::AddConversionRows();
-  zuna_bench::AddFormatRows();
+  for (const zuna_bench::Size& size : {zuna_bench::kSmallShow, zuna_bench::kLargeShow}) {
+    zuna_bench::AddEnvelopeRows(size);
+    zuna_bench::AddShowFormatRows(size);
+  }
+  for (const zuna_bench::Size& size :
+       {zuna_bench::kSmallShow, zuna_bench::kMiddleShow, zuna_bench::kLargeShow}) {
+    zuna_bench::AddShowConversionRows(size);
+    zuna_bench::AddSuiteRows(size);
+  }
+  for (const zuna_bench::Size& size : {zuna_bench::kSmallLog, zuna_bench::kLargeLog}) {
+    zuna_bench::AddLogConversionRows(size);
+    zuna_bench::AddLogFormatRows(size);
+  }
   const zuna_bench::Folders folders;
   zuna_bench::AddFolderRows(folders);
   zuna_bench::RunRows(argc, argv);
