@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <map>
 #include <utility>
-#include <vector>
 
 namespace zuna_bench {
 
@@ -16,7 +15,7 @@ namespace {
 constexpr int kRepetitions = 7;
 constexpr const char* kLimit = " (limit)";
 
-std::vector<Row>& Rows() {
+std::vector<Row>& KnownRows() {
   static std::vector<Row> rows;
   return rows;
 }
@@ -82,7 +81,9 @@ void PrintRow(const Row& row, const std::map<std::string, double>& medians) {
 
 }  // namespace
 
-void AddRow(Row row) { Rows().push_back(std::move(row)); }
+void AddRow(Row row) { KnownRows().push_back(std::move(row)); }
+
+const std::vector<Row>& Rows() { return KnownRows(); }
 
 void RunRows(int argc, char** argv) {
   for (const Row& row : Rows()) {

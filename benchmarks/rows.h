@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace zuna_bench {
 
@@ -23,7 +24,10 @@ struct Row {
 /// Adds a row. Its work and its limit are run in turn.
 void AddRow(Row row);
 
-/// Runs all rows and prints the table.
+/// All rows so far.
+const std::vector<Row>& Rows();
+
+/// Times all rows and prints the table.
 void RunRows(int argc, char** argv);
 
 }  // namespace zuna_bench
