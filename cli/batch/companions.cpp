@@ -61,7 +61,10 @@ std::optional<CompanionPlace> CompanionPlaceOf(const Input& input, const Compani
   return CompanionPlace{is_found ? *found : places.front(), is_found || options.file};
 }
 
-std::string DivisionText(std::uint16_t division) { return " --division " + std::to_string(division); }
+constexpr const char* kDivision = " --division ";
+constexpr const char* kShowName = " --show-name ";
+
+std::string DivisionText(std::uint16_t division) { return kDivision + std::to_string(division); }
 
 /// What an option tells in place of the companion; nothing where none does.
 std::optional<FoundCompanion> StandIn(const Document& document, const CompanionOptions& options) {
@@ -73,7 +76,7 @@ std::optional<FoundCompanion> StandIn(const Document& document, const CompanionO
   } else {
     if (!options.show_name) return std::nullopt;
     found.companion.show_name = *options.show_name;
-    found.options = " --show-name " + *options.show_name;
+    found.options = kShowName + *options.show_name;
   }
   return found;
 }
@@ -184,6 +187,10 @@ FoundCompanion FindCompanion(const Document& document, const Input& input, const
   } catch (...) {
     throw AboutCompanion(CurrentFailure(), document.name());
   }
+}
+
+bool HasStandIn(const std::string& options) {
+  return options.find(kDivision) != std::string::npos || options.find(kShowName) != std::string::npos;
 }
 
 Restoration RestorationOf(const Document& document, const Input& input, const Keys& keys) {

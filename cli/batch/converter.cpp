@@ -157,7 +157,8 @@ const FinishedWork::Piece* Converter::Finished(const Job& job, ReportLine& line)
   const std::string digest = zuna_sec::Sha256Text(output->bytes());
   const std::string mark = FinishedMark(line, digest);
   const FinishedWork::Piece* piece = finished_.Find(mark);
-  if (piece == nullptr || !HasSameCompanion(*piece, CompanionOf(job))) return nullptr;
+  if (piece == nullptr || !HasSameCompanion(*piece, CompanionOf(job), conversion_.companion.has_value()))
+    return nullptr;
   if (!RefusedKinds(LossKindsOfJson(piece->loss_kinds, conversion_.is_up), options_).empty()) return nullptr;
   line.finished = mark;
   line.written = WrittenMark(line.path, line.output, digest);

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "cli/batch/companions.h"
 #include "cli/shared/input.h"
 #include "cli/shared/json_text.h"
 #include "cli/terminal/standard_streams.h"
@@ -152,10 +153,10 @@ std::string FinishedMark(const ReportLine& line, const std::string& output_diges
   return Digest({line.options, Whole(line.path), line.digest, Whole(line.output), output_digest});
 }
 
-bool HasSameCompanion(const FinishedWork::Piece& piece, const std::string& path) {
-  if (piece.companion.empty()) return true;
+bool HasSameCompanion(const FinishedWork::Piece& piece, const std::string& path, bool is_named) {
+  if (piece.companion.empty()) return !is_named || !HasStandIn(piece.options);
   if (piece.companion_digest.empty()) return false;
-  return DigestOfFile(piece.companion) == piece.companion_digest ||
+  return (!is_named && DigestOfFile(piece.companion) == piece.companion_digest) ||
          (!path.empty() && DigestOfFile(path) == piece.companion_digest);
 }
 

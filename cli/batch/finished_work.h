@@ -77,8 +77,10 @@ std::string WrittenMark(const std::string& path, const std::string& output, cons
 std::string FinishedMark(const ReportLine& line, const std::string& output_digest);
 
 /// Whether the companion that a piece of work was done with is as it was. The report may have its path from
-/// another working folder, so it may be at `path` as well, where this run finds it; empty for nowhere.
-bool HasSameCompanion(const FinishedWork::Piece& piece, const std::string& path);
+/// another working folder, so it may be at `path` as well, where this run finds it; empty for nowhere. Where
+/// the command line names the companion, the one at `path` alone counts, also in place of an option that
+/// stood in for one.
+bool HasSameCompanion(const FinishedWork::Piece& piece, const std::string& path, bool is_named);
 
 /// Whether `piece` was made by `command`, with any further options.
 bool IsOfCommand(const FinishedWork::Piece& piece, const std::string& command);

@@ -52,6 +52,32 @@ class CompanionOptionsTest(FolderTest):
             os.remove(self.path("report"))
             os.remove(self.path("out/opera.showdata"))
 
+    def test_takes_another_companion_that_is_named(self):
+        run = ("up", "in/opera.showdata", "-o", "out", "--report", "report", "--resume")
+        finished = ["in/opera.showdata: is finished, as the report says"]
+        for name in ("A", "B"):
+            self.encrypt(f"{name}.logdata", legacy_log(legacy_song_log("2", "Two"), show_name=name))
+        self.run_tool(*run, "--companion", "A.logdata")
+        self.assertEqual(self.said(*run, "--companion", "A.logdata"), finished)
+        self.assertEqual(self.said(*run), finished)  # The one beside it was not named.
+        self.assertIn('named "B" by its log', self.said(*run, "--companion", "B.logdata")[0])
+        self.assertEqual(self.said(*run, "--companion", "B.logdata"), finished)
+        os.rename(self.path("B.logdata"), self.path("in/B.logdata"))
+        self.assertEqual(self.said(*run, "--companion", "in/B.logdata"), finished)
+        self.run_tool(*run, "--companion", "B.logdata", code=IO)
+
+    def test_takes_a_companion_that_is_named_in_place_of_an_option(self):
+        run = ("up", "in/opera.showdata", "-o", "out", "--report", "report", "--resume")
+        self.run_tool(*run, "--show-name", "X")
+        self.assertIn('named "My Show" by its log', self.said(*run, "--companion", "in/opera.logdata")[0])
+        self.assertEqual(self.said(*run, "--show-name", "X"), ["in/opera.showdata: is finished, as the report says"])
+
+    def test_needs_no_companion_for_a_current_file(self):
+        run = ("up", "new.showdata", "--to", "2.0", "-o", "out", "--report", "report", "--resume")
+        for _ in range(2):
+            said = self.said(*run, "--companion", "in/opera.logdata")
+        self.assertEqual(said, ["new.showdata: is finished, as the report says"])
+
     def test_knows_a_companion_whose_name_is_no_utf8(self):
         folder = os.path.join(os.fsencode(self.folder), b"in")
         for kind in (b"showdata", b"logdata"):
@@ -62,7 +88,6 @@ class CompanionOptionsTest(FolderTest):
         self.encrypt("log", legacy_log(legacy_song_log("2", "Two"), show_name="Other"))
         os.rename(self.path("log"), log)
         self.assertEqual(self.said(*self.RUN)[-1], "4 files: 2 done, 2 skipped, 0 failed")
-
 
     def test_knows_companions_from_another_folder(self):
         self.run_tool(*self.RUN)
