@@ -68,13 +68,14 @@ Outcome Converter::Convert(const Job& job, ReportLine& line) const {
   std::error_code ignored;  // What cannot be looked at is told where its place is found.
   if (options_.outputs.skip_existing && Exists(job.output) &&
       !std::filesystem::is_directory(job.output, ignored)) {
-    return Passed(job.output, "exists and is passed over", line);
+    if (auto outcome = PassedAsExisting(job, line)) return std::move(*outcome);
   }
   std::optional<Destination> destination = placing_.Find(job);
   Bytes bytes = ReadInput(job.input.path, zuna_toolkit::kMaxFileSize);
   if (HasReport()) {
     line.digest = zuna_sec::Sha256Text(bytes);
-    if (const FinishedWork::Piece* piece = Finished(job, line)) return PassedAsFinished(*piece, line);
+    const FinishedWork::Piece* piece = Finished(job, line);
+    if (piece != nullptr && IsAccepted(*piece)) return PassedAsFinished(*piece, line);
   }
   auto [file, key] = DecryptInput(bytes, InputName(job.input.path), keys_);
   Result result = Make(job, std::move(file), *key, std::move(bytes), line);
@@ -134,6 +135,14 @@ Outcome Converter::Passed(const std::string& name, const std::string& text, cons
   return outcome;
 }
 
+std::optional<Outcome> Converter::PassedAsExisting(const Job& job, ReportLine& line) const {
+  if (!finished_.empty() && Exists(job.input.path)) line.digest = DigestOfFile(job.input.path);
+  const FinishedWork::Piece* piece = line.digest.empty() ? nullptr : Finished(job, line);
+  if (piece == nullptr) return Passed(job.output, "exists and is passed over", line);
+  if (!IsAccepted(*piece)) return std::nullopt;
+  return PassedAsFinished(*piece, line);
+}
+
 Outcome Converter::PassedAsFinished(const FinishedWork::Piece& piece, const ReportLine& line) const {
   Outcome outcome = Passed(line.path, "is finished, as the report says", line);
   TellEarlierLosses(piece, line.path, outcome);
@@ -159,10 +168,13 @@ const FinishedWork::Piece* Converter::Finished(const Job& job, ReportLine& line)
   const FinishedWork::Piece* piece = finished_.Find(mark);
   if (piece == nullptr || !HasSameCompanion(*piece, CompanionOf(job), conversion_.companion.has_value()))
     return nullptr;
-  if (!RefusedKinds(LossKindsOfJson(piece->loss_kinds, conversion_.is_up), options_).empty()) return nullptr;
   line.finished = mark;
   line.written = WrittenMark(line.path, line.output, digest);
   return piece;
+}
+
+bool Converter::IsAccepted(const FinishedWork::Piece& piece) const {
+  return RefusedKinds(LossKindsOfJson(piece.loss_kinds, conversion_.is_up), options_).empty();
 }
 
 void Converter::AddMarks(const Bytes& bytes, ReportLine& line) const {

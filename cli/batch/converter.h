@@ -47,12 +47,16 @@ class Converter {
   Result Make(const Job& job, zuna_toolkit::OpenedFile&& file, const CipherKey& key,
               std::vector<std::uint8_t> bytes, ReportLine& line) const;
   Outcome Passed(const std::string& name, const std::string& text, const ReportLine& line) const;
+  /// Passes over an input whose output exists. Nothing where it is finished work whose losses are refused now.
+  std::optional<Outcome> PassedAsExisting(const Job& job, ReportLine& line) const;
   Outcome PassedAsFinished(const FinishedWork::Piece& piece, const ReportLine& line) const;
   /// Adds what an earlier run of the same command has lost, so that this one ends as a single run would.
   void TellEarlierLosses(const FinishedWork::Piece& piece, const std::string& name, Outcome& outcome) const;
   /// What the report has about this input where it is finished, and what was written then is there with the
   /// companion that was read; null where it is to be done.
   const FinishedWork::Piece* Finished(const Job& job, ReportLine& line) const;
+  /// Whether the losses of a piece of finished work may be in this run.
+  bool IsAccepted(const FinishedWork::Piece& piece) const;
   /// Adds the marks of work that makes `bytes`.
   void AddMarks(const std::vector<std::uint8_t>& bytes, ReportLine& line) const;
   /// Adds the line of the report about an input that is not passed over. Where it needs nothing because an

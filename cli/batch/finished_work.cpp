@@ -60,16 +60,6 @@ std::string Digest(const std::vector<std::string>& parts) {
   return zuna_sec::Sha256Text({reinterpret_cast<const std::uint8_t*>(all.data()), all.size()});
 }
 
-/// SHA-256 of the regular file at `path`; empty where there is none that can be read.
-std::string DigestOfFile(const std::string& path) {
-  try {
-    const auto content = kit::ReadRegularFile(path, zuna_toolkit::kMaxFileSize);
-    return content ? zuna_sec::Sha256Text(content->bytes()) : "";
-  } catch (const kit::RuntimeError&) {
-    return "";
-  }
-}
-
 }  // namespace
 
 FinishedWork::FinishedWork(const std::string& path) {
@@ -143,6 +133,15 @@ std::optional<Status> FinishedWork::EarlierStatus(const std::string& path, const
 std::string FinishedWork::DoneLine(const std::string& written) const {
   const auto found = begun_.find(written);
   return found == begun_.end() ? "" : DoneJson(found->second);
+}
+
+std::string DigestOfFile(const std::string& path) {
+  try {
+    const auto content = kit::ReadRegularFile(path, zuna_toolkit::kMaxFileSize);
+    return content ? zuna_sec::Sha256Text(content->bytes()) : "";
+  } catch (const kit::RuntimeError&) {
+    return "";
+  }
 }
 
 std::string WrittenMark(const std::string& path, const std::string& output, const std::string& digest) {

@@ -67,6 +67,9 @@ class FinishedWork {
   std::map<std::string, std::string, std::less<>> begun_;
 };
 
+/// SHA-256 of the regular file at `path`; empty where there is none that can be read.
+std::string DigestOfFile(const std::string& path);
+
 /// The mark of an output at the path `output` that has the content `digest`, made of the input at `path`. It
 /// is the same for all spellings of these paths from the working folder, as FinishedMark() is.
 std::string WrittenMark(const std::string& path, const std::string& output, const std::string& digest);

@@ -222,6 +222,37 @@ class EarlierLossesTest(FolderTest):
         self.assertEqual([self.read(name) for name in self.written("out")], [before[name] for name in self.written("out")])
         self.assertIn("4 files: 0 done, 4 skipped (3 with losses), 0 failed", self.said(*run))
 
+    def test_passes_over_finished_files_as_such_before_existing_ones(self):
+        run = ("up", "odd", "--out-dir", "out", "--show-name", "X", "--report", "report", "--resume", "--skip-existing")
+        os.mkdir(self.path("out"))
+        self.write("out/b.showdata", "of another program")
+        whole = self.said(*run)
+        self.assertIn("4 files: 3 done (2 with losses), 1 skipped, 0 failed", whole)
+        report = self.read("report").splitlines()
+        said = self.said(*run)
+        self.assertEqual(said, [
+            "odd/a.showdata: is finished, as the report says", "out/b.showdata: exists and is passed over",
+            "odd/c.showdata: is finished, as the report says", "odd/d.showdata: is finished, as the report says",
+            "4 files: 0 done, 4 skipped (2 with losses), 0 failed", *whole[-2:]])
+        self.assertEqual(self.read("report").splitlines()[:len(report)], report)
+        self.assertEqual([json.loads(line)["path"] for line in self.read("report").splitlines()[len(report):]], ["odd/b.showdata"])
+
+    def test_judges_finished_files_before_it_passes_over_existing_ones(self):
+        run = ("up", "odd", "--out-dir", "out", "--show-name", "X", "--report", "report", "--resume", "--skip-existing")
+        self.run_tool(*run)
+        before = self.files()
+        said = self.said(*run, "--fail-on", "loss", code=PART_FAILED)
+        self.assertEqual(said[:2], ["odd/d.showdata: is finished, as the report says", "4 files: 0 done, 1 skipped, 3 failed"])
+        self.assertEqual([json.loads(line)["status"] for line in self.read("report").splitlines()[4:]], ["failed"] * 3)
+        self.assertIn("4 files: 0 done, 4 skipped (3 with losses), 0 failed", self.said(*run))
+        self.assertEqual([self.read(name) for name in self.written("out")], [before[name] for name in self.written("out")])
+
+    def test_looks_at_no_input_whose_output_exists_and_is_not_of_the_report(self):
+        run = ("up", "odd/a.showdata", "-o", "out", "--show-name", "X", "--report", "report", "--resume", "--skip-existing")
+        self.run_tool(*run)
+        self.write("odd/a.showdata", "bad")
+        self.assertEqual(self.said(*run), ["out: exists and is passed over"])
+
     def test_tells_the_losses_of_the_way_down(self):
         self.run_tool("up", "in", "--out-dir", "new")
         run = ("down", "new", "--out-dir", "old", "--report", "report", "--resume")
