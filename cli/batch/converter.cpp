@@ -44,7 +44,7 @@ Outcome Converter::operator()(const Job& job) const {
     throw;
   } catch (...) {
     Outcome outcome;
-    outcome.failure = placing_.WithRemedy(CurrentFailure());
+    outcome.failure = placing_.WithRemedy(CurrentFailure(), job);
     if (outcome.failure->code() == ErrorCode::kInterrupted) throw;
     outcome.status = Status::kFailed;
     outcome.input = job.input.path;

@@ -5,9 +5,8 @@
 #include <utility>
 
 #include "cli/terminal/standard_streams.h"
+#include "kit/error.h"
 #include "kit/file.h"
-#include "toolkit/document/open.h"
-#include "zuna_sec/digest.h"
 
 namespace zuna_cli {
 
@@ -18,13 +17,19 @@ bool Exists(const std::string& path) {
   return path != kStandardStream && std::filesystem::exists(path, ignored);
 }
 
+namespace {
+
+/// Whether what is at the place of an output is what `work` says was written there for the same input.
+bool IsWritten(const Job& job, const FinishedWork& work) {
+  const std::string digest = Exists(job.output) ? DigestOfFile(job.output) : "";
+  return !digest.empty() && work.Contains(WrittenMark(job.input.path, job.output, digest));
+}
+
+}  // namespace
+
 Placing::Placing(const ConversionOptions& options, const Context& context, const Conversion& conversion,
                  const FinishedWork& finished)
-    : options_(options),
-      context_(context),
-      conversion_(conversion),
-      finished_(finished),
-      has_old_report_(!options.report.empty() && Exists(options.report)) {}
+    : options_(options), context_(context), conversion_(conversion), finished_(finished) {}
 
 bool Placing::MayBeOwn(const Job& job) const {
   const OutputOptions& outputs = options_.outputs;
@@ -58,9 +63,7 @@ std::optional<Destination> Placing::Find(const Job& job) const {
 }
 
 void Placing::RequireOwn(const Job& job) const {
-  const auto content = kit::ReadRegularFile(job.output, zuna_toolkit::kMaxFileSize);
-  const std::string digest = content ? zuna_sec::Sha256Text(content->bytes()) : "";
-  if (content && finished_.Contains(WrittenMark(job.input.path, job.output, digest))) return;
+  if (IsWritten(job, finished_)) return;
   throw Failure(ErrorCode::kOutputExists, job.output,
                 "exists, and is not what the report says was written for " + job.input.path,
                 "give --force to replace it");
@@ -80,7 +83,16 @@ void Placing::Write(const Job& job, const Bytes& bytes, std::optional<Destinatio
   if (found) found->Write(bytes, check);
 }
 
-Failure Placing::WithRemedy(const Failure& failure) const {
+bool Placing::IsInReport(const Job& job) const try {
+  std::error_code ignored;
+  if (!std::filesystem::is_regular_file(options_.report, ignored)) return false;
+  std::call_once(is_reported_read_, [&] { reported_ = FinishedWork(options_.report); });
+  return IsWritten(job, reported_);
+} catch (const kit::RuntimeError&) {
+  return false;
+}
+
+Failure Placing::WithRemedy(const Failure& failure, const Job& job) const {
   if (failure.code() != ErrorCode::kOutputExists) return failure;
   zuna_toolkit::ErrorParts parts = failure.parts();
   parts.remedy = "give --force to replace it, ";
@@ -88,7 +100,7 @@ Failure Placing::WithRemedy(const Failure& failure) const {
     parts.remedy += "or --skip-existing to pass over it";
   } else {
     parts.remedy += "--skip-existing to pass over it, or ";
-    parts.remedy += has_old_report_ ? "--resume to go on after the report" : "another output";
+    parts.remedy += IsInReport(job) ? "--resume to go on after the report" : "another output";
   }
   return {failure.code(), std::move(parts)};
 }

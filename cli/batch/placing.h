@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -32,13 +33,15 @@ class Placing {
   void Write(const Job& job, const std::vector<std::uint8_t>& bytes,
              std::optional<Destination>& destination) const;
 
-  /// `failure` with a remedy that fits the command line, where it is about an output that exists.
-  Failure WithRemedy(const Failure& failure) const;
+  /// `failure` of this work with a remedy that fits the command line, where it is about an output that exists.
+  Failure WithRemedy(const Failure& failure, const Job& job) const;
 
  private:
   /// Whether an earlier run may have written what is at the place of an output.
   bool MayBeOwn(const Job& job) const;
   void RequireOwn(const Job& job) const;
+  /// Whether --resume would find what is at the place of an output in the report, as written for this input.
+  bool IsInReport(const Job& job) const;
   /// What is read besides the input itself, and the input unless it is replaced.
   std::vector<std::string> ReadBy(const Job& job) const;
   std::optional<Destination> Open(const Job& job, bool replace) const;
@@ -47,7 +50,8 @@ class Placing {
   const Context& context_;
   const Conversion& conversion_;
   const FinishedWork& finished_;
-  bool has_old_report_;
+  mutable std::once_flag is_reported_read_;
+  mutable FinishedWork reported_;  ///< what the report has; read where --resume is not given and may help
 };
 
 }  // namespace zuna_cli

@@ -208,10 +208,6 @@ class OutputsTest(FolderTest):
         said = self.said("up", "in", "--out-dir", "out", code=PART_FAILED)
         self.assertEqual(said[-1], "out/opera.logdata: exists; give --force to replace it, --skip-existing to pass over "
                                    "it, or another output")
-        self.write("report", '{"schemaVersion": 1, "status": "done"}\n')
-        said = self.said("up", "in/opera.logdata", "-o", "out/opera.logdata", "--report", "report", code=REFUSED)
-        self.assertEqual(said[-1], "out/opera.logdata: exists; give --force to replace it, --skip-existing to pass over "
-                                   "it, or --resume to go on after the report")
         os.remove(self.path("out/opera.showdata"))
         said = self.said("up", "in", "--out-dir", "out", "--skip-existing")
         self.assertEqual([said[0], said[-1]], ["out/opera.logdata: exists and is passed over",
