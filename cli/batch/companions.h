@@ -45,8 +45,8 @@ struct FoundCompanion {
 FoundCompanion FindCompanion(const zuna_toolkit::Document& document, const zuna_toolkit::Input& input,
                              const CompanionOptions& options, const Keys& keys);
 
-/// Whether `options`, which the report has of an input, tell that an option stood in for its companion, or for
-/// a part of it.
+/// Whether `options`, which the report has of an input, tell that an option stood in for its companion, or
+/// for a part of it.
 bool HasStandIn(const std::string& options);
 
 /// What becomes of what a document loses on the way down that its companion has.

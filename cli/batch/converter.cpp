@@ -77,7 +77,7 @@ Outcome Converter::Convert(const Job& job, ReportLine& line) const {
     const FinishedWork::Piece* piece = Finished(job, line);
     if (piece != nullptr && IsAccepted(*piece)) return PassedAsFinished(*piece, line);
   }
-  auto [file, key] = DecryptInput(bytes, InputName(job.input.path), keys_);
+  auto [file, key] = ReadOrNameRescue([&] { return DecryptInput(bytes, InputName(job.input.path), keys_); });
   Result result = Make(job, std::move(file), *key, std::move(bytes), line);
   const bool is_written = result.bytes && !options_.outputs.dry_run;
   if (is_written && destination) line.backup = destination->KeepOld();
@@ -89,7 +89,7 @@ Outcome Converter::Convert(const Job& job, ReportLine& line) const {
 }
 
 Document Converter::Read(zuna_toolkit::OpenedFile file) const {
-  return zuna_toolkit::ReadDocument(file, conversion_.expected);
+  return ReadOrNameRescue([&] { return zuna_toolkit::ReadDocument(file, conversion_.expected); });
 }
 
 Converter::Result Converter::Make(const Job& job, zuna_toolkit::OpenedFile&& file, const CipherKey& key,

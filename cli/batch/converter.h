@@ -47,7 +47,8 @@ class Converter {
   Result Make(const Job& job, zuna_toolkit::OpenedFile&& file, const CipherKey& key,
               std::vector<std::uint8_t> bytes, ReportLine& line) const;
   Outcome Passed(const std::string& name, const std::string& text, const ReportLine& line) const;
-  /// Passes over an input whose output exists. Nothing where it is finished work whose losses are refused now.
+  /// Passes over an input whose output exists. Nothing where it is finished work whose losses are refused
+  /// now.
   std::optional<Outcome> PassedAsExisting(const Job& job, ReportLine& line) const;
   Outcome PassedAsFinished(const FinishedWork::Piece& piece, const ReportLine& line) const;
   /// Adds what an earlier run of the same command has lost, so that this one ends as a single run would.

@@ -33,7 +33,8 @@ class Placing {
   void Write(const Job& job, const std::vector<std::uint8_t>& bytes,
              std::optional<Destination>& destination) const;
 
-  /// `failure` of this work with a remedy that fits the command line, where it is about an output that exists.
+  /// `failure` of this work with a remedy that fits the command line, where it is about an output that
+  /// exists.
   Failure WithRemedy(const Failure& failure, const Job& job) const;
 
  private:

@@ -69,8 +69,10 @@ void RunCopyFermatas(const CopyFermatasOptions& options, Context& context) {
   const Keys keys = context.ReadKeys();
   zuna_toolkit::OpenedFile source = OpenInput(options.source, keys).file;
   auto [destination, key] = OpenInput(options.destination, keys);
-  const zuna_toolkit::FermataCopy copy =
-      zuna_toolkit::CopyFermatas(zuna_toolkit::ReadDocument(source), zuna_toolkit::ReadDocument(destination));
+  const auto read = [](zuna_toolkit::OpenedFile& file) {
+    return ReadOrNameRescue([&] { return zuna_toolkit::ReadDocument(file); });
+  };
+  const zuna_toolkit::FermataCopy copy = zuna_toolkit::CopyFermatas(read(source), read(destination));
   if (!options.output.force) RequireNothingErased(copy);
   const std::string name = options.output.path.empty() ? destination.name() : OutputName(place.output.path);
   const std::string would_be = options.dry_run ? " would be" : "";

@@ -51,11 +51,15 @@ OpenedFile Open(const std::string& path, const Keys& keys) {
   return OpenInput(path, keys, zuna_toolkit::Accept::kEncryptedOrPlain).file;
 }
 
+void CompareFiles(OpenedFile& before, OpenedFile& after, const zuna_toolkit::DifferenceSink& sink) {
+  ReadOrNameRescue([&] { zuna_toolkit::Compare(before, after, sink); });
+}
+
 /// Returns whether there are no differences.
 bool WriteText(OpenedFile& before, OpenedFile& after, PiecewiseOutput& output) {
   bool is_same = true;
   DifferenceLines lines([&](const std::string& text) { output.Write(text); });
-  zuna_toolkit::Compare(before, after, [&](const Difference& difference) {
+  CompareFiles(before, after, [&](const Difference& difference) {
     is_same = false;
     lines.Add(difference);
   });
@@ -82,7 +86,7 @@ bool WriteJson(const DiffOptions& options, OpenedFile& before, OpenedFile& after
   const auto begin = [&](const char* same) {
     output.Write(InputsJson(options) + ", \"same\": " + same + ", \"differences\": [");
   };
-  zuna_toolkit::Compare(before, after, [&](const Difference& difference) {
+  CompareFiles(before, after, [&](const Difference& difference) {
     if (is_same) begin("false");
     Difference shown = difference;
     shown.song = ShortNumber(shown.song);

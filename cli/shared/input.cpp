@@ -44,7 +44,8 @@ OpenedInput DecryptInput(const std::vector<std::uint8_t>& bytes, const std::stri
 }
 
 OpenedInput OpenInput(const std::string& path, const Keys& keys, zuna_toolkit::Accept accept) {
-  return DecryptInput(ReadInput(path, zuna_toolkit::kMaxFileSize), InputName(path), keys, accept);
+  const auto bytes = ReadInput(path, zuna_toolkit::kMaxFileSize);
+  return ReadOrNameRescue([&] { return DecryptInput(bytes, InputName(path), keys, accept); });
 }
 
 zuna_toolkit::Error ErrorOfInput(const zuna_toolkit::Error& error, const std::vector<std::uint8_t>& bytes,

@@ -28,13 +28,23 @@ struct OpenedInput {
 OpenedInput DecryptInput(const std::vector<std::uint8_t>& bytes, const std::string& name, const Keys& keys,
                          zuna_toolkit::Accept accept = zuna_toolkit::Accept::kEncrypted);
 
-/// Reads an input and decrypts it with the first of `keys` that opens it. Throws zuna_toolkit::Error,
-/// kit::IoError, or Failure (kWrongKey) where none of several keys opens it.
-OpenedInput OpenInput(const std::string& path, const Keys& keys,
-                      zuna_toolkit::Accept accept = zuna_toolkit::Accept::kEncrypted);
-
 /// The same error; where rescue may help, its remedy says that too.
 zuna_toolkit::Error WithRescue(const zuna_toolkit::Error& error);
+
+/// What `read` returns of an input. An error that it throws is WithRescue().
+template <typename Read>
+auto ReadOrNameRescue(Read read) {
+  try {
+    return read();
+  } catch (const zuna_toolkit::Error& error) {
+    throw WithRescue(error);
+  }
+}
+
+/// Reads an input and decrypts it with the first of `keys` that opens it. Throws kit::IoError, and what
+/// DecryptInput() throws, as ReadOrNameRescue() tells it.
+OpenedInput OpenInput(const std::string& path, const Keys& keys,
+                      zuna_toolkit::Accept accept = zuna_toolkit::Accept::kEncrypted);
 
 /// The error of the file `bytes`, which failed with `error` when it was taken as encrypted or plain. What is
 /// no plain show or log either fails as it does where only encrypted files are accepted; one of another kind

@@ -126,9 +126,10 @@ class CheckTest(WithLogs):
             with self.subTest(name):
                 other = {"content": ["convert"], "other": ["up", "--show-name", "Show"]}.get(name, ["decrypt"])
                 said = without_codes(self.run_tool(*other, name, "-o", "out", code=BAD_INPUT).stderr.decode())
+                self.assertTrue(said.endswith(OR_RESCUE + "\n"), said)
                 for command in ("check", "info", "dump", "print"):
                     self.refuse(command, name, code=BAD_INPUT,
-                                message=said.removeprefix("zuna-convert: ").rstrip("\n") + OR_RESCUE)
+                                message=said.removeprefix("zuna-convert: ").rstrip("\n"))
                 said = without_codes(self.run_tool("dump", "--offsets", name, code=BAD_INPUT).stderr.decode())
                 self.assertTrue(said.endswith(OR_RESCUE + "\n"), said)
 

@@ -83,7 +83,7 @@ class CompanionTest(FolderTest):
             self.write(f"in/{other}", content)
         self.encrypt("zeros", bytes(6000))
         self.refuse("up", "zeros", "-o", "out", "--show-name", "X", code=BAD_INPUT,
-                    message="zeros: is no show and no log of any version; give an undamaged file")
+                    message="zeros: is no show and no log of any version; give an undamaged file" + OR_RESCUE)
 
     def test_refuses_a_show_without_songs_for_a_log(self):
         self.encrypt("in/opera.showdata", legacy_show())

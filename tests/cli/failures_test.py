@@ -14,7 +14,7 @@ class FailureTest(FolderTest):
         os.remove(self.path("in/below/gala.logdata"))
         self.assertEqual(self.said("up", "in", "-r", "--out-dir", "out", code=PART_FAILED)[-3:], [
             "4 files: 2 done, 2 failed",
-            "in/a.showdata: is not an encrypted file of this kind (offset 0); give an encrypted show or log file",
+            "in/a.showdata: is not an encrypted file of this kind (offset 0); give an encrypted show or log file" + OR_RESCUE,
             "in/below/gala.showdata: needs its log, which has the name of the show, and in/below/gala.logdata is not "
             "there; give --companion or --companions, or --show-name NAME"])
         self.assertEqual(self.written("out"), ["out/opera.logdata", "out/opera.showdata"])
@@ -105,7 +105,7 @@ class FailureTest(FolderTest):
         self.assertEqual(said, [
             "2 files: 0 done, 2 failed",
             "in/opera.logdata: is not an encrypted file of this kind (offset 0) (needed by in/opera.showdata); give an "
-            "encrypted show or log file"])
+            "encrypted show or log file" + OR_RESCUE])
         codes = [json.loads(line)["error"]["code"] for line in self.read("report").splitlines()]
         self.assertEqual(codes, ["not-encrypted", "not-encrypted"])
 
@@ -118,7 +118,7 @@ class FailureTest(FolderTest):
             "10 files: 0 done, 10 failed",
             "5 files: is not an encrypted file of this kind (offset 0) (" +
             ", ".join(f"many/{number}.logdata (needed by many/{number}.showdata)" for number in range(5)) +
-            "); give an encrypted show or log file"])
+            "); give an encrypted show or log file" + OR_RESCUE])
 
     def test_tells_many_unrelated_companions_once(self):
         os.mkdir(self.path("many"))
@@ -165,6 +165,46 @@ class FailureTest(FolderTest):
         self.assertIn("in/opera.showdata: companion in/opera.logdata: is not an encrypted file of this kind (offset 0); "
                       "give an encrypted show or log file" + OR_RESCUE,
                       self.said("up", "in/opera.showdata", "-o", "out", code=BAD_INPUT))
+
+class DamagedInputTest(FolderTest):
+    """All commands that read a damaged file tell the same."""
+
+    COMMANDS = (("list", "bad"), ("info", "bad"), ("up", "bad", "-o", "out", "--show-name", "X"), ("down", "bad", "-o", "out"),
+                ("convert", "bad", "--to", "2.0", "-o", "out"), ("dump", "bad"), ("print", "bad"), ("diff", "bad", "new.showdata"),
+                ("diff", "new.showdata", "bad"), ("edit", "bad"), ("midi", "export", "bad", "--out-dir", "."))
+
+    def require_same(self, code, *commands):
+        """Requires that the commands say what `check` says, whose JSON has this code."""
+        for command in commands:
+            said = self.said(*command, code=BAD_INPUT)
+            self.assertEqual(said, self.said("check", "bad", code=BAD_INPUT), command)
+            self.assertTrue(said[0].endswith(OR_RESCUE), said)
+            self.assertEqual(json.loads(self.run_tool("check", "bad", "--json", code=BAD_INPUT).stdout)["error"]["code"], code)
+
+    def test_is_told_the_same_where_it_does_not_open(self):
+        good = self.read("new.showdata")
+        commands = (*self.COMMANDS, ("decrypt", "bad", "-o", "out"), ("copy-fermatas", "bad", "new.log"),
+                    ("copy-fermatas", "new.log", "bad"))
+        for content, code in ((good[:-1], "cut-off"), (good + b"x", "bytes-after-end"),
+                              (good[:-1] + bytes([good[-1] ^ 1]), "damaged")):
+            self.write("bad", content)
+            self.require_same(code, *commands)
+        self.write("bad", "bad")
+        self.require_same("not-encrypted", *(command for command in commands if command[0] != "diff"))  # That takes it as plain.
+
+    def test_is_told_the_same_where_its_content_is_damaged(self):
+        self.encrypt("bad", self.plaintext("new.showdata")[:-1])
+        self.require_same("bad-content", *(command for command in self.COMMANDS if command[0] != "list"))
+        self.encrypt("bad", self.plaintext("new.log")[:-1])
+        self.require_same("bad-content", ("copy-fermatas", "bad", "new.log"), ("copy-fermatas", "new.log", "bad"))
+        self.encrypt("bad", b"nothing of this kind")
+        self.assertTrue(self.said("list", "bad", code=BAD_INPUT)[0].endswith(OR_RESCUE))  # It reads the beginning only.
+
+    def test_is_told_the_same_in_the_report(self):
+        self.write("bad", self.read("new.showdata")[:-1])
+        self.run_tool("convert", "bad", "--to", "2.0", "-o", "out", "--report", "report", code=BAD_INPUT)
+        self.assertEqual(json.loads(self.read("report"))["error"],
+                         json.loads(self.run_tool("check", "bad", "--json", code=BAD_INPUT).stdout)["error"])
 
 
 if __name__ == "__main__":

@@ -4,7 +4,7 @@ import json
 import os
 import unittest
 
-from tool import BAD_INPUT, IO, WithShows, legacy_log, legacy_show, legacy_song
+from tool import BAD_INPUT, IO, OR_RESCUE, WithShows, legacy_log, legacy_show, legacy_song
 
 VERSIONS = ("1.0", "1.1", "1.2", "2.0")
 UNDAMAGED = "get an undamaged copy of the file"
@@ -222,7 +222,7 @@ class DownTest(WithShows):
         for content in (b"", b"hello", legacy_show(legacy_song())[:-1]):
             self.encrypt("bad", content)
             self.refuse("convert", "bad", "-o", "out", code=BAD_INPUT,
-                        message="bad: is no show and no log of any version; give an undamaged file")
+                        message="bad: is no show and no log of any version; give an undamaged file" + OR_RESCUE)
 
 
 class ConvertTest(WithShows):
