@@ -110,6 +110,18 @@ class CheckTest(WithLogs):
         self.assertEqual(bad["error"]["code"], "not-encrypted")
         self.assertEqual([loss["code"] for loss in show["losses"]], ["show-name-dropped"])
 
+    def test_has_an_exit_code_in_json_only_where_a_file_failed(self):
+        self.encrypt("warned.showdata", self.plaintext("old.showdata") + b"tail")
+        self.write("bad", "bad")
+        for name, code, severities in ((self.damaged_song(), NEGATIVE, {"error"}), ("warned.showdata", 0, {"warning"}),
+                                       ("new.showdata", 0, set()), ("bad", BAD_INPUT, None)):
+            line = json.loads(self.run_tool("check", name, "--json", code=code).stdout)
+            self.assertEqual(line.get("exitCode"), code if severities is None else None, name)
+            if severities is not None:
+                found = {finding["severity"] for finding in line["findings"]}
+                self.assertEqual("error" in found, "error" in severities, found)
+                self.assertLessEqual(severities, found)
+
     def test_tells_damage_and_points_to_rescue(self):
         good = self.read("new.log")
         self.write("cut", good[:-1])
