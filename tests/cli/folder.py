@@ -1,5 +1,6 @@
 """What the tests of commands on whole folders share."""
 
+import json
 import os
 
 from tool import WithLogs, legacy_log, legacy_show, legacy_song, legacy_song_log, without_codes
@@ -26,3 +27,7 @@ class FolderTest(WithLogs):
 
     def written(self, folder):
         return sorted(name for name in self.files() if name.startswith(folder + "/"))
+
+    def lines(self, report="report"):
+        """The lines of a report, read as JSON."""
+        return [json.loads(line) for line in self.read(report).splitlines()]

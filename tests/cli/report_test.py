@@ -1,4 +1,4 @@
-"""The report of a conversion, and going on after it."""
+"""The report of a conversion: what its lines have, and what it can be used for."""
 
 import json
 import os
@@ -12,14 +12,11 @@ import unittest
 
 import schemas
 from folder import FolderTest
-from tool import (BAD_INPUT, INTERRUPTED, IO, NOTHING_MATCHED, OR_RESCUE, PART_FAILED, REFUSED, TOOL, USAGE, legacy_log, legacy_show, legacy_song,
-                  legacy_song_log, undo_command)
+from tool import (BAD_INPUT, INTERRUPTED, IO, NOTHING_MATCHED, OR_RESCUE, PART_FAILED, REFUSED, TOOL, USAGE, legacy_log,
+                  legacy_show, legacy_song, legacy_song_log, undo_command)
 
 
 class ReportTest(FolderTest):
-    def lines(self, report="report"):
-        return [json.loads(line) for line in self.read(report).splitlines()]
-
     def test_has_a_line_for_each_input(self):
         self.write("in/bad.showdata", "bad")
         self.run_tool("up", "in", "--out-dir", "out", "--report", "report", code=PART_FAILED)
@@ -49,19 +46,6 @@ class ReportTest(FolderTest):
         self.assertEqual([line["backup"] for line in written], [None] * 4 + [
             "in/opera.logdata.~1~", "in/opera.showdata.~1~", None, None, "in/opera.logdata.~2~"])
         self.assertEqual([line["output"] for line in written[4:]], [line["path"] for line in written[4:]])
-
-    def test_goes_on_with_what_a_killed_run_has_replaced(self):
-        run = ("up", "in", "--in-place", "--report", "report")
-        self.run_tool(*run)
-        done = [line for line in self.lines() if line["status"] == "done"]
-        with open(self.path("report"), encoding="utf-8") as file:
-            begun = [line for line in file if json.loads(line)["status"] == "begun"]
-        self.write("report", "".join(begun).encode())  # as if it were killed before the lines that follow
-        self.run_tool(*run, "--resume")
-        self.assertEqual(self.lines()[len(begun):], sorted(done, key=lambda line: line["path"]))
-        self.assertEqual({line["status"] for line in done}, {"done"})
-        self.run_tool(*run, "--resume")
-        self.assertEqual(len(self.lines()), 2 * len(begun))
 
     def test_names_the_file_that_a_link_leads_to(self):
         self.run_tool("up", "in", "--out-dir", "out")
@@ -184,87 +168,6 @@ class ReportTest(FolderTest):
         self.run_tool("down", "out/opera.showdata", "-o", "old", "--report", "report")
         self.assertEqual(self.lines()[-1]["notes"], [])
 
-    def resume(self, *arguments, **options):
-        return self.said("up", "in", "-r", "--out-dir", "out", "--report", "report", "--resume", *arguments, **options)
-
-    def test_is_resumed_without_doing_anything_twice(self):
-        self.write("in/bad.showdata", "bad")
-        self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report", code=PART_FAILED)
-        before = self.files()
-        self.assertEqual(self.resume(code=PART_FAILED)[-2], "5 files: 0 done, 4 skipped, 1 failed")
-        after = self.files()
-        self.assertEqual({name: after[name] for name in before if name != "report"},
-                         {name: before[name] for name in before if name != "report"})
-        self.assertEqual(len(self.lines()), 6)  # the failure again, and nothing else
-
-    def test_knows_a_folder_by_every_spelling(self):
-        run = ("up", "-r", "--report", "report", "--resume")
-        self.run_tool(*run, "in", "--out-dir", "out")
-        for folder in ("./in", "in/", "in/../in//", self.path("in")):
-            for output in ("out/", self.path("out")):
-                self.assertEqual(self.said(*run, folder, "--out-dir", output)[-1], "4 files: 0 done, 4 skipped, 0 failed")
-        self.assertEqual(len(self.lines()), 4)
-        self.encrypt("in/below/gala.showdata", legacy_show(legacy_song("1", "One", tracks=((1, "Organ"),))))
-        self.assertEqual(self.said(*run, "./in", "--out-dir", "./out")[-1], "4 files: 2 done, 2 skipped, 0 failed")
-
-    def test_does_again_what_has_changed(self):
-        self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report")
-        os.remove(self.path("out/below/gala.showdata"))
-        self.encrypt("in/opera.logdata", legacy_log(legacy_song_log("2", "Two"), show_name="New"))
-        os.remove(self.path("out/opera.logdata"))
-        os.remove(self.path("out/opera.showdata"))
-        self.assertEqual(self.resume()[-1], "4 files: 3 done, 1 skipped, 0 failed")
-
-    def test_replaces_what_it_wrote_for_an_older_input(self):
-        self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report")
-        old = self.read("out/below/gala.showdata")
-        self.encrypt("in/below/gala.showdata", legacy_show(legacy_song("1", "One", tracks=((1, "Organ"),))))
-        before = self.files()
-        self.assertEqual(self.resume("-n")[-1], "4 files: 2 would be done, 2 skipped, 0 failed")
-        self.assertEqual({name: content for name, content in self.files().items() if name != "report"},
-                         {name: content for name, content in before.items() if name != "report"})
-        self.assertEqual(self.resume()[-1], "4 files: 2 done, 2 skipped, 0 failed")  # the show, and the log again
-        self.assertNotEqual(self.read("out/below/gala.showdata"), old)
-        self.assertEqual(self.resume()[-1], "4 files: 0 done, 4 skipped, 0 failed")
-
-    def test_replaces_nothing_that_it_did_not_write(self):
-        self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report")
-        self.encrypt("in/below/gala.showdata", legacy_show(legacy_song("1", "One", tracks=((1, "Organ"),))))
-        for content in (b"another", self.read("out/opera.showdata")):
-            self.write("out/below/gala.showdata", content)
-            self.assertEqual(self.resume(code=PART_FAILED)[-1],
-                             "out/below/gala.showdata: exists, and is not what the report says was written for "
-                             "in/below/gala.showdata; give --force to replace it, or --skip-existing to pass over it")
-            self.assertEqual(self.read("out/below/gala.showdata"), content)
-
-    def test_knows_what_was_written_and_not_reported(self):
-        self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report")
-        lines = self.read("report").splitlines(keepends=True)
-        self.write("report", b"".join(lines[:2]) + lines[2][:100])
-        self.assertEqual(self.resume()[-1], "4 files: 2 done, 2 skipped, 0 failed")
-        self.write("out/opera.logdata", "another")
-        self.write("report", b"")
-        self.assertEqual(self.resume(code=PART_FAILED)[-1],
-                         "out/opera.logdata: exists, and is not what the report says was written for in/opera.logdata; "
-                         "give --force to replace it, or --skip-existing to pass over it")
-
-    def test_does_again_what_is_not_there_as_it_was_written(self):
-        self.run_tool("up", "in", "-r", "--out-dir", "out", "--report", "report")
-        self.write("out/opera.logdata", "")
-        self.assertEqual(self.resume(code=PART_FAILED)[-1],
-                         "out/opera.logdata: exists, and is not what the report says was written for in/opera.logdata; "
-                         "give --force to replace it, or --skip-existing to pass over it")
-        self.run_tool("up", "in", "--in-place", "--report", "place")
-        os.rename(self.path("in/opera.showdata.~1~"), self.path("in/opera.showdata"))
-        said = self.said("up", "in", "--in-place", "--report", "place", "--resume")
-        self.assertEqual(said[-1], "2 files: 1 done, 1 already current, 0 failed")
-
-    def test_takes_nothing_for_finished_that_was_not_written(self):
-        self.run_tool("up", "in", "--in-place", "-n", "--report", "report")
-        self.assertNotIn(b"finished", self.read("report"))
-        said = self.said("up", "in", "--in-place", "--report", "report", "--resume")
-        self.assertEqual(said[-1], "2 files: 2 done, 0 failed")
-
     def test_loses_a_line_that_was_cut_off(self):
         self.run_tool("info", "in")
         self.write("report", '{"schemaVersion": 1, "status": "failed", "path": "a"}\n{"schemaVersion": 1, "st')
@@ -311,32 +214,6 @@ class ReportTest(FolderTest):
         aborted, = self.shell("many-machines.md", '"aborted"')
         self.assertRegex(aborted, "^none: ")
 
-    def test_keeps_the_line_of_finished_work_as_the_last_one(self):
-        run = ("up", "in", "--in-place", "--report", "report")
-        self.run_tool(*run)
-        before = self.read("report")
-        self.assertEqual(self.said(*run, "--resume")[-1], "2 files: 0 done, 2 already current, 0 failed")
-        self.assertEqual(self.read("report"), before)
-
-    def test_says_again_what_is_finished_after_a_failure(self):
-        run = ("up", "in", "--out-dir", "out", "--report", "report", "--resume")
-        self.run_tool(*run)
-        os.rename(self.path("in/opera.logdata"), self.path("log"))
-        self.run_tool(*run, code=IO)
-        self.assertEqual(self.lines()[-1]["status"], "failed")
-        os.rename(self.path("log"), self.path("in/opera.logdata"))
-        self.run_tool(*run)
-        self.assertEqual([(line["path"], line["status"]) for line in self.lines()[-1:]], [("in/opera.showdata", "skipped")])
-        count = len(self.lines())
-        self.run_tool(*run)
-        self.assertEqual(len(self.lines()), count)
-
-    def test_goes_on_with_a_name_for_lost_companions(self):
-        os.remove(self.path("in/opera.logdata"))
-        run = ("up", "in", "-r", "--out-dir", "out", "--report", "report", "--resume")
-        self.run_tool(*run, code=PART_FAILED)
-        self.assertEqual(self.said(*run, "--show-name", "Tosca")[-1], "3 files: 1 done, 2 skipped, 0 failed")
-
     def test_has_one_line_about_an_input_that_was_given_twice(self):
         self.run_tool("up", "in/opera.showdata", "in/opera.showdata", "--out-dir", "out", "--report", "report")
         self.assertEqual([line["status"] for line in self.lines()], ["done"])
@@ -382,10 +259,6 @@ class ReportTest(FolderTest):
         line = self.lines()[0]
         self.assertEqual((line["companion"], line["error"]["code"], line["error"]["file"]),
                          ("in/opera.logdata", "cut-off", "in/opera.logdata"))
-
-    def test_is_needed_to_resume(self):
-        self.refuse("up", "in", "--out-dir", "out", "--resume", code=USAGE,
-                    message="command line: --resume needs the report to resume; give --report FILE")
 
     def test_is_no_reason_to_write_without_it(self):
         done = self.run_tool("up", "in", "--out-dir", "out", "--report", "no/report", code=IO)

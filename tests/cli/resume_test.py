@@ -278,34 +278,6 @@ class EarlierLossesTest(FolderTest):
             {"code": "trailing-bytes-dropped", "count": 4, "harmless": True}])
 
 
-class ExistingOutputTest(FolderTest):
-    """What there is to do about outputs that exist."""
-
-    EXISTS = "exists; give --force to replace it, --skip-existing to pass over it, or "
-    RUN = ("up", "in", "--out-dir", "out", "--report", "report")
-
-    def test_names_resume_where_the_report_has_the_outputs(self):
-        self.run_tool(*self.RUN)
-        said = self.said(*self.RUN, code=PART_FAILED)
-        self.assertEqual(said[1:], [f"out/opera.{kind}: {self.EXISTS}--resume to go on after the report"
-                                    for kind in ("logdata", "showdata")])
-        self.assertEqual(self.said(*self.RUN, "--resume")[-1], "2 files: 0 done, 2 skipped, 0 failed")
-
-    def test_names_another_output_where_the_report_does_not_have_them(self):
-        self.run_tool(*self.RUN)
-        os.remove(self.path("report"))
-        for _ in range(2):  # The report is new, and has these failures.
-            said = self.said(*self.RUN, code=PART_FAILED)
-            self.assertEqual(said[1:], [f"out/opera.{kind}: {self.EXISTS}another output" for kind in ("logdata", "showdata")])
-
-    def test_tells_outputs_that_the_report_has_from_others(self):
-        self.run_tool(*self.RUN)
-        self.write("out/opera.logdata", "another")
-        said = self.said(*self.RUN, code=PART_FAILED)
-        self.assertEqual(said[1:], [f"out/opera.logdata: {self.EXISTS}another output",
-                                    f"out/opera.showdata: {self.EXISTS}--resume to go on after the report"])
-
-
 class KilledInPlaceTest(FolderTest):
     """A file that a killed run has replaced, with its first line in the report and without its last one."""
 
