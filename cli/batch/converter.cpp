@@ -191,9 +191,9 @@ void Converter::AddFinalLine(Outcome& outcome, const ReportLine& line) const {
       return TellEarlierLosses(FinishedWork::PieceOf(outcome.report), line.path, outcome);
     }
     const FinishedWork::Piece* piece = finished_.Find(written);
-    if (piece != nullptr && !finished_.IsUnfinished(line.path)) {
-      return TellEarlierLosses(*piece, line.path, outcome);
-    }
+    if (piece != nullptr) TellEarlierLosses(*piece, line.path, outcome);
+    if (piece != nullptr && !finished_.IsUnfinished(line.path)) return;
+    if (finished_.IsCurrent(line.path, line.digest)) return;
   }
   outcome.report = ReportJson(line, outcome.status, nullptr);
 }

@@ -78,14 +78,11 @@ void FinishedWork::Take(std::string_view line) {
   const std::string path = Whole(PathAt(line, "path"));
   const std::string written(DigestAt(line, kWrittenKey));
   const std::string_view finished = DigestAt(line, kFinishedKey);
+  if (zuna_cli::IsCurrent(line) && finished.empty()) return TakeCurrent(path, line);
   const auto piece = std::make_shared<const Piece>(PieceOf(line));
-  if (IsCurrent(line) && finished.empty()) {
-    // An input that needs nothing may be the output of an earlier line, which tells more.
-    last_.try_emplace(path, Last{true, false, piece});
-    return;
-  }
   const bool is_finished = !finished.empty() && !IsBegun(line);
   last_[path] = {is_finished, IsFailed(line), piece};
+  current_.erase(path);
   if (IsBegun(line)) begun_[written] = line;
   if (!is_finished) return;
   begun_.erase(written);
@@ -94,6 +91,15 @@ void FinishedWork::Take(std::string_view line) {
     // An input that was passed over has nothing else to tell: an earlier line has it.
     if (!is_new && !IsSkipped(line)) found->second = piece;
   }
+}
+
+void FinishedWork::TakeCurrent(const std::string& path, std::string_view line) {
+  current_[path] = DigestAt(line, kDigestKey);
+  // It may be the output of an earlier line, which tells more.
+  Last& last = last_[path];
+  if (last.piece == nullptr || last.is_failed) last.piece = std::make_shared<const Piece>(PieceOf(line));
+  last.is_finished = true;
+  last.is_failed = false;
 }
 
 FinishedWork::Piece FinishedWork::PieceOf(std::string_view line) {
@@ -121,6 +127,12 @@ bool FinishedWork::IsUnfinished(const std::string& path) const {
 bool FinishedWork::HasFailed(const std::string& path) const {
   const Last* last = LastOf(path);
   return last != nullptr && last->is_failed;
+}
+
+bool FinishedWork::IsCurrent(const std::string& path, const std::string& digest) const {
+  if (current_.empty()) return false;
+  const auto found = current_.find(Whole(path));
+  return found != current_.end() && found->second == digest;
 }
 
 std::optional<Status> FinishedWork::EarlierStatus(const std::string& path, const std::string& command) const {

@@ -44,6 +44,8 @@ class FinishedWork {
   /// How the input at `path` ended for `command` by its last line: kDone where nothing was left to do, or
   /// kFailed; nothing where no line tells.
   std::optional<Status> EarlierStatus(const std::string& path, const std::string& command) const;
+  /// Whether the last line about the input at `path` says that its content `digest` needs nothing.
+  bool IsCurrent(const std::string& path, const std::string& digest) const;
   /// The line about finished work, where the last line about the output with the mark `written` says that it
   /// was begun; otherwise empty.
   std::string DoneLine(const std::string& written) const;
@@ -57,11 +59,13 @@ class FinishedWork {
   };
 
   void Take(std::string_view line);
+  void TakeCurrent(const std::string& path, std::string_view line);
   /// That of the input at `path`; null for none.
   const Last* LastOf(const std::string& path) const;
 
   std::map<std::string, std::shared_ptr<const Piece>, std::less<>> marks_;
   std::map<std::string, Last, std::less<>> last_;  ///< by absolute path
+  std::map<std::string, std::string, std::less<>> current_;  ///< digests of what needs nothing, likewise
   /// Lines about outputs that were begun, and have no later line of finished work, by their marks: these do
   /// not depend on the working folder, as the paths in the lines do.
   std::map<std::string, std::string, std::less<>> begun_;

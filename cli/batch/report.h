@@ -16,6 +16,8 @@ namespace zuna_cli {
 inline constexpr std::string_view kFinishedKey = "\"finished\"";
 /// The key of the mark by which its output is known again.
 inline constexpr std::string_view kWrittenKey = "\"written\"";
+/// The key of the digest of the input.
+inline constexpr std::string_view kDigestKey = "\"digest\"";
 /// The key of the command and what changes its result.
 inline constexpr std::string_view kOptionsKey = "\"options\"";
 /// The key of what tells that nothing was written.

@@ -134,6 +134,60 @@ class FinishedWorkTest(FolderTest):
                     message="command line: --resume needs the report to resume; give --report FILE")
 
 
+class CurrentInPlaceTest(FolderTest):
+    """Files that --in-place leaves alone."""
+
+    RUN = ("up", "in", "--in-place", "--report", "report", "--resume")
+
+    def setUp(self):
+        super().setUp()
+        self.run_tool("up", "in", "--out-dir", "new")
+        self.encrypt("in/opera.showdata", legacy_show(legacy_song("2", "Two", labels=((0, "Prologue"),))))
+
+    def statuses(self):
+        return [(line["path"], line["status"]) for line in self.lines() if line["status"] != "begun"]
+
+    def test_has_one_line_about_each(self):
+        os.rename(self.path("new/opera.logdata"), self.path("in/opera.logdata"))
+        for _ in range(3):
+            self.run_tool(*self.RUN)
+            self.assertEqual(self.statuses(), [("in/opera.logdata", "current"), ("in/opera.showdata", "done")])
+        self.run_tool("convert", "in/opera.logdata", "--to", "1.2", "--in-place", "--report", "report", "--resume")
+        self.assertEqual(len(self.statuses()), 2)
+
+    def test_has_another_line_about_another_content(self):
+        self.run_tool(*self.RUN)
+        self.encrypt("old.showdata", legacy_show(legacy_song("2", "Two")))
+        self.run_tool("up", "old.showdata", "-o", "other.showdata", "--show-name", "X")
+        for name in ("new/opera.showdata", "other.showdata"):
+            self.write("in/opera.showdata", self.read(name))
+            for _ in range(2):
+                self.run_tool(*self.RUN)
+                self.assertEqual(self.statuses().pop(), ("in/opera.showdata", "current"))
+        self.assertEqual(len(self.statuses()), 4)
+
+    def test_tells_once_that_a_failure_is_over(self):
+        whole = self.said(*self.RUN)
+        content = self.read("in/opera.showdata")
+        self.write("in/opera.showdata", "bad")
+        self.run_tool(*self.RUN, code=PART_FAILED)
+        self.write("in/opera.showdata", content)
+        for _ in range(2):
+            said = self.said(*self.RUN)
+            self.assertEqual(said[-2:], ["2 files: 0 done, 2 already current (1 with losses), 0 failed", whole[-1]])
+            self.assertEqual(self.statuses()[2:], [("in/opera.showdata", "failed"), ("in/opera.showdata", "current")])
+
+    def test_is_no_failure_of_an_earlier_run(self):
+        self.write("in/opera.showdata", "bad")
+        self.run_tool(*self.RUN, code=PART_FAILED)
+        for kind in ("logdata", "showdata"):
+            self.write(f"in/opera.{kind}", self.read(f"new/opera.{kind}"))
+        self.run_tool(*self.RUN)
+        self.write("in/a.showdata", "bad")
+        self.assertIn("3 files: 0 done, 1 failed, 2 not begun (earlier: 2 finished)",
+                      self.said(*self.RUN, "--fail-fast", "-j", "1", code=PART_FAILED))
+
+
 class ExistingOutputTest(FolderTest):
     """What there is to do about outputs that exist."""
 
