@@ -64,7 +64,7 @@ class FinishedWork {
   const Last* LastOf(const std::string& path) const;
 
   std::map<std::string, std::shared_ptr<const Piece>, std::less<>> marks_;
-  std::map<std::string, Last, std::less<>> last_;  ///< by absolute path
+  std::map<std::string, Last, std::less<>> last_;            ///< by absolute path
   std::map<std::string, std::string, std::less<>> current_;  ///< digests of what needs nothing, likewise
   /// Lines about outputs that were begun, and have no later line of finished work, by their marks: these do
   /// not depend on the working folder, as the paths in the lines do.

@@ -88,7 +88,8 @@ void LockReport(int file, const std::string& path) {
 std::string LineJson(const ReportLine& line, std::string_view status, const Failure* failure) {
   const int code = failure == nullptr ? 0 : static_cast<int>(failure->exit_code());
   std::string json = std::string(kBegin) + '"' + std::string(status) + "\", " + PathJson("path", line.path) +
-                     ", " + std::string(kDigestKey) + ": " + TextOrNull(line.digest) + ", " + std::string(kOptionsKey) + ": " +
+                     ", " + std::string(kDigestKey) + ": " + TextOrNull(line.digest) + ", " +
+                     std::string(kOptionsKey) + ": " +
                      TextOrNull(line.options + line.loss_options + line.companion_options) + ", " +
                      PathJson(std::string(kCompanion), line.companion) + ", " +
                      std::string(kCompanionDigestKey) + ": " + TextOrNull(line.companion_digest) +
