@@ -12,6 +12,7 @@
 #include "cli/shared/loss_kinds_json.h"
 #include "cli/shared/losses.h"
 #include "cli/terminal/standard_streams.h"
+#include "kit/error.h"
 #include "kit/file.h"
 #include "zuna_sec/digest.h"
 
@@ -137,7 +138,11 @@ Outcome Converter::Passed(const std::string& name, const std::string& text, cons
 
 std::optional<Outcome> Converter::PassedAsExisting(const Job& job, ReportLine& line) const {
   if (!finished_.empty() && Exists(job.input.path)) line.digest = DigestOfFile(job.input.path);
-  const FinishedWork::Piece* piece = line.digest.empty() ? nullptr : Finished(job, line);
+  const FinishedWork::Piece* piece = nullptr;
+  try {
+    if (!line.digest.empty()) piece = Finished(job, line);
+  } catch (const kit::RuntimeError&) {  // It exists, though it cannot be read.
+  }
   if (piece == nullptr) return Passed(job.output, "exists and is passed over", line);
   if (!IsAccepted(*piece)) return std::nullopt;
   return PassedAsFinished(*piece, line);

@@ -64,7 +64,7 @@ std::string Digest(const std::vector<std::string>& parts) {
 
 FinishedWork::FinishedWork(const std::string& path) {
   std::error_code ignored;
-  if (!std::filesystem::exists(path, ignored)) return;
+  if (!std::filesystem::is_regular_file(path, ignored)) return;  // A pipe would be read without end.
   const std::vector<std::uint8_t> bytes = ReadInput(path, kMaxReport);
   const std::string_view text = zuna_toolkit::AsText(bytes);
   for (std::size_t begin = 0, end = 0; (end = text.find('\n', begin)) != std::string_view::npos;

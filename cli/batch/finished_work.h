@@ -27,8 +27,8 @@ class FinishedWork {
 
   /// None.
   FinishedWork() = default;
-  /// What the report at `path` has; nothing where there is no file. A line that was cut off counts for
-  /// nothing. Throws kit::IoError.
+  /// What the report at `path` has; nothing where there is no regular file. A line that was cut off counts
+  /// for nothing. Throws kit::IoError.
   explicit FinishedWork(const std::string& path);
 
   bool empty() const { return marks_.empty(); }

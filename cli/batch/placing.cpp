@@ -84,8 +84,7 @@ void Placing::Write(const Job& job, const Bytes& bytes, std::optional<Destinatio
 }
 
 bool Placing::IsInReport(const Job& job) const try {
-  std::error_code ignored;
-  if (!std::filesystem::is_regular_file(options_.report, ignored)) return false;
+  if (options_.report.empty()) return false;
   std::call_once(is_reported_read_, [&] { reported_ = FinishedWork(options_.report); });
   return IsWritten(job, reported_);
 } catch (const kit::RuntimeError&) {

@@ -129,6 +129,12 @@ class FinishedWorkTest(FolderTest):
         self.run_tool(*run, "--resume")
         self.assertEqual(len(self.lines()), 2 * len(begun))
 
+    def test_finds_nothing_in_a_report_that_is_a_pipe(self):
+        os.mkfifo(self.path("report"))
+        with open(os.open(self.path("report"), os.O_RDONLY | os.O_NONBLOCK), "rb") as reader:
+            self.assertEqual(self.resume()[-1], "4 files: 4 done, 0 failed")
+            self.assertEqual([json.loads(line)["status"] for line in reader], ["done"] * 4)
+
     def test_is_needed_to_resume(self):
         self.refuse("up", "in", "--out-dir", "out", "--resume", code=USAGE,
                     message="command line: --resume needs the report to resume; give --report FILE")
@@ -207,6 +213,15 @@ class ExistingOutputTest(FolderTest):
         for _ in range(2):  # The report is new, and has these failures.
             said = self.said(*self.RUN, code=PART_FAILED)
             self.assertEqual(said[1:], [f"out/opera.{kind}: {self.EXISTS}another output" for kind in ("logdata", "showdata")])
+
+    @unittest.skipUnless(os.path.exists("/proc/self/mem"), "there is no file that nobody can read")
+    def test_passes_over_an_output_that_cannot_be_read(self):
+        self.run_tool(*self.RUN)
+        os.remove(self.path("out/opera.logdata"))
+        os.symlink("/proc/self/mem", self.path("out/opera.logdata"))
+        self.assertEqual(self.said(*self.RUN, "--resume", "--skip-existing"), [
+            "out/opera.logdata: exists and is passed over", "in/opera.showdata: is finished, as the report says",
+            "2 files: 0 done, 2 skipped, 0 failed"])
 
     def test_tells_outputs_that_the_report_has_from_others(self):
         self.run_tool(*self.RUN)
