@@ -149,8 +149,9 @@ std::optional<Outcome> Converter::PassedAsExisting(const Job& job, ReportLine& l
 }
 
 Outcome Converter::PassedAsFinished(const FinishedWork::Piece& piece, const ReportLine& line) const {
-  Outcome outcome = Passed(line.path, "is finished, as the report says", line);
-  TellEarlierLosses(piece, line.path, outcome);
+  const std::string name = InputName(line.path);
+  Outcome outcome = Passed(name, "is finished, as the report says", line);
+  TellEarlierLosses(piece, name, outcome);
   return outcome;
 }
 

@@ -135,6 +135,12 @@ class FinishedWorkTest(FolderTest):
             self.assertEqual(self.resume()[-1], "4 files: 4 done, 0 failed")
             self.assertEqual([json.loads(line)["status"] for line in reader], ["done"] * 4)
 
+    def test_calls_standard_input_by_its_name(self):
+        run = ("up", "-", "-o", "out", "--companion", "in/opera.logdata", "--report", "report", "--resume")
+        show = self.read("in/opera.showdata")
+        self.run_tool(*run, stdin=show)
+        self.assertEqual(self.said(*run, stdin=show), ["standard input: is finished, as the report says"])
+
     def test_is_needed_to_resume(self):
         self.refuse("up", "in", "--out-dir", "out", "--resume", code=USAGE,
                     message="command line: --resume needs the report to resume; give --report FILE")
