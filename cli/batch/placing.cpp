@@ -33,7 +33,9 @@ Placing::Placing(const ConversionOptions& options, const Context& context, const
 
 bool Placing::MayBeOwn(const Job& job) const {
   const OutputOptions& outputs = options_.outputs;
-  return options_.resume && !outputs.force && !outputs.in_place && Exists(job.output);
+  std::error_code ignored;
+  return options_.resume && !outputs.force && !outputs.in_place && Exists(job.output) &&
+         std::filesystem::is_regular_file(job.output, ignored);
 }
 
 std::vector<std::string> Placing::ReadBy(const Job& job) const {

@@ -229,6 +229,14 @@ class ExistingOutputTest(FolderTest):
             "out/opera.logdata: exists and is passed over", "in/opera.showdata: is finished, as the report says",
             "2 files: 0 done, 2 skipped, 0 failed"])
 
+    def test_tells_the_same_of_a_folder_with_a_report_as_without(self):
+        self.run_tool(*self.RUN)
+        os.remove(self.path("out/opera.logdata"))
+        os.mkdir(self.path("out/opera.logdata"))
+        for options in ((), ("--resume",), ("--resume", "--skip-existing"), ("--resume", "--force")):
+            self.assertIn("out/opera.logdata: is not a regular file; give another output, or - for a pipe",
+                          self.said(*self.RUN, *options, code=PART_FAILED))
+
     def test_tells_outputs_that_the_report_has_from_others(self):
         self.run_tool(*self.RUN)
         self.write("out/opera.logdata", "another")
