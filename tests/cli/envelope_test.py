@@ -5,7 +5,7 @@ import pathlib
 import shutil
 import unittest
 
-from tool import BAD_INPUT, REFUSED, WithShows, legacy_log
+from tool import BAD_INPUT, REFUSED, WithShows, legacy_log, legacy_show, legacy_song
 
 
 ROOT = pathlib.Path(__file__).parents[2]
@@ -45,6 +45,7 @@ class EnvelopeTest(WithShows):
         for content, message in ((b"MThd\0\0\0\6", "is a MIDI file; use midi import"),
                                  (b"{}", "is plain text; use encrypt first"),
                                  (legacy_log(), "is a plain log; use encrypt first"),
+                                 (legacy_show(legacy_song()), "is a plain show; use encrypt first"),
                                  (b"\0ZLG\2\0\0\0\1\2", "is a plain log; use encrypt first"),
                                  (b"\0ZSH\2\0\0\0\1\2", "is a plain show; use encrypt first"),
                                  (b"\xef\xbb\xbf\r\n\t {", "is plain text; use encrypt first")):

@@ -135,7 +135,7 @@ class OffsetsTest(ToolTest):
             self.assertEqual(list(self.json_fields(self.json("marked", code=BAD_INPUT))), fields)
 
     def test_of_a_file_that_cannot_be_opened(self):
-        self.write("bad", bytes(5))
+        self.write("bad", b"hello world")
         self.refuse("dump", "--offsets", "bad", code=BAD_INPUT,
                     message="bad: is not an encrypted file of this kind (offset 0); give an encrypted show or log file" + OR_RESCUE)
         self.assertEqual(self.json("bad", code=BAD_INPUT)["exitCode"], BAD_INPUT)

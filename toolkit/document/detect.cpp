@@ -4,6 +4,7 @@
 #include <istream>
 #include <numeric>
 #include <sstream>
+#include <vector>
 
 #include "CL/change_log.h"
 #include "cmn/data_error.h"
@@ -11,11 +12,13 @@
 #include "format_converter/version0/containers/change_log_header.h"
 #include "kit/stream_size.h"
 #include "toolkit/document/internal/content.h"
+#include "toolkit/document/internal/legacy_damage.h"
 #include "toolkit/document/open.h"
 #include "toolkit/error.h"
 #include "toolkit/internal/translate.h"
 #include "toolkit/words.h"
 #include "zuna_midi/show_data.h"
+#include "zuna_sec/cipher_stream.h"
 
 namespace zuna_toolkit {
 
@@ -139,6 +142,16 @@ void RequireNoDamagedMark(std::istream& stream) {
   }
 }
 
+void RequireEncryptedOrLegacySong(OpenedFile& file) {
+  if (file.is_encrypted() || HoldsLegacySong(file.stream())) return;
+  constexpr std::size_t kMarkSize = 8;  // bytes; those of an encrypted file are the same
+  const std::string start = StartOf(file.stream(), kMarkSize);
+  OnFile(file.name(), [&] {
+    const zuna_sec::TwoFishCipherStream refused(std::vector<std::uint8_t>(start.begin(), start.end()), {},
+                                                {});
+  });
+}
+
 version0::ShowData ReadUnmarkedShow(std::istream& stream) {
   Rewind(stream);
   version0::ShowData show(stream);
@@ -154,6 +167,7 @@ FileType TypeByMark(OpenedFile& file) {
 FileType Detect(OpenedFile& file) {
   const FileType type = TypeByMark(file);
   if (!MayLackMark(type) || IsReadableLegacyShow(file.stream())) return type;
+  RequireEncryptedOrLegacySong(file);
   throw NotAShowOrLog(file.name());
 }
 

@@ -59,7 +59,8 @@ FieldSource FieldSourceOf(OpenedFile& file) {
   try {
     source.type = ReadDocument(file).type();
   } catch (const Error& error) {
-    if (error.code() == ErrorCode::kNotAShowOrLog) throw;
+    const ErrorCode code = error.code();
+    if (code == ErrorCode::kNotAShowOrLog || code == ErrorCode::kNotEncrypted) throw;
     source.damage = error;
     source.type = error.code() == ErrorCode::kTextError ? TypeInText(file.stream()) : TypeByMark(file);
   }

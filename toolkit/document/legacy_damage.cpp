@@ -178,4 +178,12 @@ Error LegacyDamage(std::istream& plaintext, cmn::FileKind kind) {
   return {code, std::move(parts)};
 }
 
+bool HoldsLegacySong(std::istream& plaintext) {
+  constexpr std::uint64_t kNoSongs = 1;  // the size of a show without songs, in bytes
+  const Reach reach = ReachOf(plaintext, cmn::FileKind::kShow);
+  const bool is_empty_show = reach.stop == Stop::kNowhere && SizeOf(plaintext) == kNoSongs;
+  Rewind(plaintext);
+  return reach.whole_songs > 0 || is_empty_show;
+}
+
 }  // namespace zuna_toolkit

@@ -4,10 +4,12 @@
 #include <algorithm>
 #include <istream>
 #include <string_view>
+#include <utility>
 
 #include "format_converter/version0/containers/change_log_header.h"
 #include "kit/file.h"
 #include "toolkit/document/internal/content.h"
+#include "toolkit/document/internal/legacy_damage.h"
 #include "toolkit/internal/translate.h"
 #include "toolkit/words.h"
 #include "zuna_sec/errors.h"
@@ -40,6 +42,11 @@ PlainKind PlainKindOf(std::string_view text) {
   return {"", ""};
 }
 
+/// The same for what has no mark: it is a plain legacy show if a song of it can be read.
+PlainKind UnmarkedKindOf(std::istream& stream) {
+  return HoldsLegacySong(stream) ? PlainKind{"is a plain show"} : PlainKind{"", ""};
+}
+
 std::unique_ptr<Cipher> MakePlain(std::span<const std::uint8_t> bytes) {
   auto plain = std::make_unique<Cipher>("", Bytes(), Bytes());
   plain->GetStream().exceptions(std::ios_base::failbit | std::ios_base::badbit);
@@ -49,16 +56,25 @@ std::unique_ptr<Cipher> MakePlain(std::span<const std::uint8_t> bytes) {
   return plain;
 }
 
-std::unique_ptr<Cipher> Decrypt(const Bytes& bytes, const CipherKey& key, Accept accept) {
+Bytes ReadFile(const std::string& path) {
+  const kit::FileBytes file = kit::ReadWholeFile(path, kMaxFileSize);
+  return {file.bytes().begin(), file.bytes().end()};
+}
+
+}  // namespace
+
+OpenedFile::Opened OpenedFile::Open(const Bytes& bytes, const CipherKey& key, Accept accept) {
   try {
-    return std::make_unique<Cipher>(bytes, key.key, key.iv);
+    return {std::make_unique<zuna_sec::TwoFishCipherStream>(bytes, key.key, key.iv)};
   } catch (const zuna_sec::EmptyError&) {
     throw;
   } catch (const zuna_sec::ChangedInTransferError&) {
     throw;
   } catch (const zuna_sec::NotEncryptedError&) {
-    if (accept == Accept::kEncryptedOrPlain) return MakePlain(bytes);
-    const PlainKind kind = PlainKindOf(AsText(bytes));
+    Cipher plain = MakePlain(bytes);
+    if (accept == Accept::kEncryptedOrPlain) return {std::move(plain), false};
+    PlainKind kind = PlainKindOf(AsText(bytes));
+    if (kind.problem.empty()) kind = UnmarkedKindOf(plain->GetStream());
     if (kind.problem.empty()) throw;
     throw Error(kind.code, "", kind.problem, kind.remedy);
   } catch (const zuna_sec::WrongKeyError&) {
@@ -67,22 +83,15 @@ std::unique_ptr<Cipher> Decrypt(const Bytes& bytes, const CipherKey& key, Accept
   }
 }
 
-Bytes ReadFile(const std::string& path) {
-  const kit::FileBytes file = kit::ReadWholeFile(path, kMaxFileSize);
-  return {file.bytes().begin(), file.bytes().end()};
-}
-
-}  // namespace
-
-OpenedFile::OpenedFile(std::string name, Cipher cipher)
-    : name_(std::move(name)), cipher_(std::move(cipher)) {}
+OpenedFile::OpenedFile(std::string name, Opened opened)
+    : name_(std::move(name)), cipher_(std::move(opened.cipher)), is_encrypted_(opened.is_encrypted) {}
 
 OpenedFile::OpenedFile(const std::string& path, const CipherKey& key, Accept accept)
-    : OpenedFile(path, OnFile(path, [&] { return Decrypt(ReadFile(path), key, accept); })) {}
+    : OpenedFile(path, OnFile(path, [&] { return Open(ReadFile(path), key, accept); })) {}
 
 OpenedFile OpenedFile::FromBytes(const Bytes& bytes, const std::string& name, const CipherKey& key,
                                  Accept accept) {
-  return {name, OnFile(name, [&] { return Decrypt(bytes, key, accept); })};
+  return {name, OnFile(name, [&] { return Open(bytes, key, accept); })};
 }
 
 bool IsEncrypted(std::span<const std::uint8_t> bytes) {

@@ -39,6 +39,9 @@ class ZUNA_API OpenedFile {
   /// What messages call the file.
   const std::string& name() const { return name_; }
 
+  /// Whether the file was encrypted. One that was not is the plaintext itself.
+  bool is_encrypted() const { return is_encrypted_; }
+
   /// The plaintext; no call here depends on its position or state.
   std::iostream& stream() { return cipher_->GetStream(); }
   /// The plaintext as the converter's functions take it.
@@ -46,10 +49,16 @@ class ZUNA_API OpenedFile {
 
  private:
   using Cipher = std::unique_ptr<zuna_sec::TwoFishCipherStream>;
-  OpenedFile(std::string name, Cipher cipher);
+  struct Opened {
+    Cipher cipher;
+    bool is_encrypted = true;
+  };
+  static Opened Open(const std::vector<std::uint8_t>& bytes, const CipherKey& key, Accept accept);
+  OpenedFile(std::string name, Opened opened);
 
   std::string name_;
   Cipher cipher_;
+  bool is_encrypted_;
 };
 
 /// Whether `bytes` begin like an encrypted file. Fewer than 8 bytes do not.
@@ -57,7 +66,8 @@ ZUNA_API bool IsEncrypted(std::span<const std::uint8_t> bytes);
 
 /// What `file` holds, as its content tells. A legacy show begins with no mark: what has no other mark is read
 /// as one to be sure. Throws Error (kNotAShowOrLog) where `file` is no show and no log of any version, and
-/// for a text that does not state what it holds.
+/// for a text that does not state what it holds; kNotEncrypted where `file` is not encrypted, and neither a
+/// mark nor a song tells that it is a plain show or log.
 ZUNA_API FileType Detect(OpenedFile& file);
 
 /// What a caller reads.

@@ -67,10 +67,10 @@ template <typename Read>
 auto OrDamage(OpenedFile& file, cmn::FileKind kind, Read read) {
   try {
     return read(file.stream());
-  } catch (const Error&) {
-    throw;
   } catch (const std::exception& error) {
     PassOnBadAlloc(error);
+    if (kind == cmn::FileKind::kShow) RequireEncryptedOrLegacySong(file);
+    if (dynamic_cast<const Error*>(&error) != nullptr) throw;
     if (kind == cmn::FileKind::kShow) RequireNoDamagedMark(file.stream());
     throw LegacyDamage(file.stream(), kind);
   }

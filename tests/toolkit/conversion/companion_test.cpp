@@ -70,7 +70,7 @@ TEST(Companions, AreOfTheOtherKindAndOfAnyVersion) {
   const std::string zeros(100, '\0');
   for (const cmn::FileKind kind : {cmn::FileKind::kShow, cmn::FileKind::kLog}) {
     EXPECT_EQ(MessageOf<Error>([&] { read(zeros, kind); }),
-              "file: is no show and no log of any version; give an undamaged file");
+              "file: is not an encrypted file of this kind (offset 0); give an encrypted show or log file");
   }
   EXPECT_EQ(MessageOf<Error>([&] { read(Written(legacy_log), cmn::FileKind::kLog); }),
             "file: is a log of version 0.0, no show; give the show of the log");

@@ -47,8 +47,7 @@ std::string PathOf(const cmn::PlacedField& field) {
 }
 
 FieldSource SourceOf(const std::string& plaintext) {
-  OpenedFile file =
-      OpenedFile::FromBytes({plaintext.begin(), plaintext.end()}, "file", {}, Accept::kEncryptedOrPlain);
+  OpenedFile file = OpenedFile::FromBytes(zuna_test::Encrypted(plaintext, {}), "file", {});
   return FieldSourceOf(file);
 }
 
@@ -296,6 +295,17 @@ TEST(FieldList, OfADamagedFileEndsBeforeTheDamage) {
   EXPECT_THAT(FieldsOf(source).back(), testing::StartsWith("45..49 crc32 "));
   compact[9] = 7;
   EXPECT_EQ(FieldsOf(compact).back(), "10..49 unread");
+}
+
+TEST(FieldList, IsNotThatOfBytesWithoutAMark) {
+  OpenedFile file =
+      OpenedFile::FromBytes(zuna_test::FromText("hello world"), "file", {}, Accept::kEncryptedOrPlain);
+  try {
+    FieldSourceOf(file);
+    FAIL() << "nothing was thrown";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.code(), ErrorCode::kNotEncrypted);
+  }
 }
 
 TEST(FieldList, OfADamagedTextEndsWhereItsReaderStops) {

@@ -22,6 +22,7 @@
 namespace zuna_toolkit {
 namespace {
 
+using namespace std::string_literals;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
@@ -165,6 +166,37 @@ TEST_F(OpenTest, DoesNotTakeAFileThatWasChangedInTransferForAPlainOne) {
     FAIL() << "nothing was thrown";
   } catch (const Error& error) {
     EXPECT_EQ(error.code(), ErrorCode::kChangedInTransfer);
+  }
+}
+
+TEST_F(OpenTest, TellsAPlainLegacyShowFromOtherBytes) {
+  std::mt19937 random(9);
+  version0::ShowData show;
+  while (show.songs.size() < 2) show = zuna_test::RandomLegacyShow(random);
+  const std::string whole = Written(show);
+  const std::string first = Written(show.songs.begin()->second);
+  const auto plain_code = [this](const std::string& bytes) {
+    try {
+      OpenDocument(folder_.Put("file", bytes), kKey, Accept::kEncryptedOrPlain);
+    } catch (const Error& error) {
+      return error.code();
+    }
+    throw std::logic_error("nothing was thrown");
+  };
+  EXPECT_EQ(ErrorOf(whole).code(), ErrorCode::kPlainFile);
+  EXPECT_EQ(ErrorOf(whole).parts().problem, "is a plain show");
+  EXPECT_EQ(ErrorOf(std::string(1, '\0')).parts().problem, "is a plain show");  // without songs
+  const std::string one_song_left = whole.substr(0, 1 + first.size());
+  EXPECT_EQ(ErrorOf(one_song_left).code(), ErrorCode::kPlainFile);
+  EXPECT_EQ(plain_code(one_song_left), ErrorCode::kCutOff);
+  std::string damaged_mark;
+  for (const std::uint8_t byte : Encrypted(whole)) damaged_mark.push_back(static_cast<char>(byte));
+  damaged_mark[0] = 'x';
+  const std::string no_song_left = one_song_left.substr(0, first.size());
+  for (const std::string& bytes : {damaged_mark, no_song_left, "hello world"s, std::string(2, '\0')}) {
+    EXPECT_EQ(ErrorOf(bytes).code(), ErrorCode::kNotEncrypted);
+    EXPECT_EQ(plain_code(bytes), ErrorCode::kNotEncrypted);
+    EXPECT_EQ(ErrorOfPlaintext(bytes).kind(), ErrorKind::kBadInput);
   }
 }
 

@@ -42,6 +42,10 @@ void RequireReadableText(std::istream& stream);
 /// form.
 void RequireNoDamagedMark(std::istream& stream);
 
+/// Throws Error (kNotEncrypted) where `file`, which has no mark, is neither encrypted nor a legacy show of
+/// which a song can be read: nothing tells that it is a show or a log.
+void RequireEncryptedOrLegacySong(OpenedFile& file);
+
 /// Reads a legacy show from the beginning of the stream, which is behind its last song then. A show without
 /// songs is a single byte: where more follows, such as in a file of zeros, throws Error (kNotAShowOrLog)
 /// without a file.

@@ -13,4 +13,9 @@ namespace zuna_toolkit {
 /// another length than its header says. Keeps one song in memory at a time. Passes std::bad_alloc on.
 Error LegacyDamage(std::istream& plaintext, cmn::FileKind kind);
 
+/// Whether `plaintext` is a legacy show of which at least the first song can be read, or a whole one without
+/// songs. A legacy show has no mark; this tells one, also a damaged one, from other bytes. The stream is at
+/// its beginning then.
+bool HoldsLegacySong(std::istream& plaintext);
+
 }  // namespace zuna_toolkit
