@@ -61,10 +61,10 @@ std::optional<CompanionPlace> CompanionPlaceOf(const Input& input, const Compani
   return CompanionPlace{is_found ? *found : places.front(), is_found || options.file};
 }
 
-constexpr const char* kDivision = " --division ";
-constexpr const char* kShowName = " --show-name ";
+constexpr const char* kDivisionOption = " --division ";
+constexpr const char* kShowNameOption = " --show-name ";
 
-std::string DivisionText(std::uint16_t division) { return kDivision + std::to_string(division); }
+std::string DivisionText(std::uint16_t division) { return kDivisionOption + std::to_string(division); }
 
 /// What an option tells in place of the companion; nothing where none does.
 std::optional<FoundCompanion> StandIn(const Document& document, const CompanionOptions& options) {
@@ -76,7 +76,7 @@ std::optional<FoundCompanion> StandIn(const Document& document, const CompanionO
   } else {
     if (!options.show_name) return std::nullopt;
     found.companion.show_name = *options.show_name;
-    found.options = kShowName + *options.show_name;
+    found.options = kShowNameOption + *options.show_name;
   }
   return found;
 }
@@ -190,7 +190,7 @@ FoundCompanion FindCompanion(const Document& document, const Input& input, const
 }
 
 bool HasStandIn(const std::string& options) {
-  return options.find(kDivision) != std::string::npos || options.find(kShowName) != std::string::npos;
+  return options.find(kDivisionOption) != std::string::npos || options.find(kShowNameOption) != std::string::npos;
 }
 
 Restoration RestorationOf(const Document& document, const Input& input, const Keys& keys) {
