@@ -190,7 +190,8 @@ FoundCompanion FindCompanion(const Document& document, const Input& input, const
 }
 
 bool HasStandIn(const std::string& options) {
-  return options.find(kDivisionOption) != std::string::npos || options.find(kShowNameOption) != std::string::npos;
+  return options.find(kDivisionOption) != std::string::npos ||
+         options.find(kShowNameOption) != std::string::npos;
 }
 
 Restoration RestorationOf(const Document& document, const Input& input, const Keys& keys) {
