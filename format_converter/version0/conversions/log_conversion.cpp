@@ -15,7 +15,18 @@ namespace {
 
 template <typename Legacy, typename Current>
 void events_up(const std::vector<Legacy>& from, std::vector<Current>& to) {
+  to.reserve(from.size());
   for (const Legacy& event : from) to.emplace_back(event.start, event.end, std::string(), event.value);
+}
+
+void events_up(const std::vector<XCaesura>& from, std::vector<CL::Caesura>& to) {
+  to.reserve(from.size());
+  for (const XCaesura& event : from) to.emplace_back(event.time, std::string());
+}
+
+void events_up(const std::vector<XScoreMarker>& from, std::vector<CL::Marker>& to) {
+  to.reserve(from.size());
+  for (const XScoreMarker& event : from) to.emplace_back(event.time, std::string(), event.text);
 }
 
 /// The events of a list, which must be there.
@@ -69,9 +80,8 @@ std::shared_ptr<CL::SongLog> SongLogV0::get_version_1_0() const {
   events_up(clicks, log->clicks->events);
   events_up(tempo_scales, log->tempo_scales->events);
   events_up(transposes, log->transposes->events);
-  for (const XCaesura& event : caesuras) log->caesuras->events.emplace_back(event.time, std::string());
-  for (const XScoreMarker& event : score_markers)
-    log->markers->events.emplace_back(event.time, std::string(), event.text);
+  events_up(caesuras, log->caesuras->events);
+  events_up(score_markers, log->markers->events);
   return log;
 }
 
