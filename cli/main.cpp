@@ -1,5 +1,8 @@
 // The tool zuna-convert: options, commands, exit code.
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
+#include <string_view>
 
 #include "cli/help/command_tree.h"
 #include "cli/help/complaint.h"
@@ -12,33 +15,46 @@ namespace zuna_cli {
 
 namespace {
 
-void AddCommands(CLI::App& app, Context& context) {
-  AddSharedOptions(app, context);
-  app.fallthrough();
-  app.require_subcommand(1);
-  app.set_version_flag("--version", "zuna-convert " ZUNA_VERSION, "Print the version and exit");
-  AddUpCommand(app, context);
-  AddDownCommand(app, context);
-  AddConvertCommand(app, context);
-  AddCopyFermatasCommand(app, context);
-  AddCheckCommand(app, context);
-  AddDiffCommand(app, context);
-  AddInfoCommand(app, context);
-  AddDumpCommand(app, context);
-  AddBuildCommand(app, context);
-  AddEditCommand(app, context);
-  AddPrintCommand(app, context);
-  AddListCommand(app, context);
-  AddEncryptCommand(app, context);
-  AddDecryptCommand(app, context);
-  AddRescueCommand(app, context);
+void AddMidiCommands(CLI::App& app, Context& context) {
   CLI::App* midi = app.add_subcommand("midi", "Standard MIDI Files");
   midi->require_subcommand(1);
   AddMidiImportCommand(*midi, context);
   AddMidiExportCommand(*midi, context);
-  AddExplainCommand(app, context);
-  AddCompletionCommand(app, context);
-  AddHelpCommand(app, context);
+}
+
+struct Command {
+  std::string_view name;
+  void (*add)(CLI::App& app, Context& context);
+  bool tells_of_others = false;  ///< it prints something about every command
+};
+
+/// In the order of the help.
+constexpr std::array kCommands{
+    Command{"up", AddUpCommand},           Command{"down", AddDownCommand},
+    Command{"convert", AddConvertCommand}, Command{"copy-fermatas", AddCopyFermatasCommand},
+    Command{"check", AddCheckCommand},     Command{"diff", AddDiffCommand},
+    Command{"info", AddInfoCommand},       Command{"dump", AddDumpCommand},
+    Command{"build", AddBuildCommand},     Command{"edit", AddEditCommand},
+    Command{"print", AddPrintCommand},     Command{"list", AddListCommand},
+    Command{"encrypt", AddEncryptCommand}, Command{"decrypt", AddDecryptCommand},
+    Command{"rescue", AddRescueCommand},   Command{"midi", AddMidiCommands},
+    Command{"explain", AddExplainCommand}, Command{"completion", AddCompletionCommand, true},
+    Command{"help", AddHelpCommand, true},
+};
+
+/// Adds the command that is the first word, or all commands where that is not enough: all of them take a
+/// fifth of the time in which the tool starts.
+void AddCommands(CLI::App& app, Context& context, std::string_view first_word) {
+  AddSharedOptions(app, context);
+  app.fallthrough();
+  app.require_subcommand(1);
+  app.set_version_flag("--version", "zuna-convert " ZUNA_VERSION, "Print the version and exit");
+  const auto is_named = [&](const Command& command) { return command.name == first_word; };
+  const auto named = std::find_if(kCommands.begin(), kCommands.end(), is_named);
+  const bool is_enough = named != kCommands.end() && !named->tells_of_others;
+  for (const Command& command : kCommands) {
+    if (!is_enough || is_named(command)) command.add(app, context);
+  }
   TakeArgumentsAsTheyAre(app);
   RefuseEmptyValues(app);
 }
@@ -62,7 +78,7 @@ ExitCode Run(int argc, char** argv) {
   CLI::App app("Converts show and log files between format 0.0, the current versions and MIDI.",
                "zuna-convert");
   try {
-    AddCommands(app, context);
+    AddCommands(app, context, argc > 1 ? argv[1] : "");
     try {
       app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
