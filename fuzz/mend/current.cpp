@@ -1,6 +1,6 @@
 // Mends current binary files, and chooses how to mend any file.
 
-#include <zlib.h>
+#include <libdeflate.h>
 
 #include <string_view>
 
@@ -24,8 +24,7 @@ std::string MendCurrent(std::string bytes) {
   const bool has_checksum = bytes[kMinorAt] != 0;
   if (!has_checksum || bytes.size() < kHeaderSize + kChecksumSize) return bytes;
   const std::size_t end = bytes.size() - kChecksumSize;
-  PutNumber(bytes, end, kChecksumSize,
-            crc32(0, reinterpret_cast<const Bytef*>(bytes.data()), static_cast<uInt>(end)));
+  PutNumber(bytes, end, kChecksumSize, libdeflate_crc32(0, bytes.data(), end));
   return bytes;
 }
 

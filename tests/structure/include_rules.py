@@ -49,7 +49,7 @@ FOREIGN = {
     "dtl/": "toolkit/comparison",
     "gcrypt.h": "platform/security",
     "utf8proc.h": "cli/terminal",
-    "zlib.h": "platform/core",
+    "libdeflate.h": "platform/core",
 }
 ANY_FOREIGN = ("tests", "tests/conformance", "benchmarks", "fuzz")
 SYSTEM = ("dirent.h", "fcntl.h", "ftw.h", "locale.h", "poll.h", "pthread.h", "signal.h", "sys", "unistd.h", "xlocale.h")
