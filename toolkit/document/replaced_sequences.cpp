@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <istream>
 #include <string_view>
+#include <utility>
 
 #include "format_converter/version0/containers/change_log.h"
 #include "format_converter/version0/containers/change_log_header.h"
@@ -29,6 +30,7 @@ class SequenceCount : public LegacyWalk<SequenceCount> {
   std::size_t replaced() const { return replaced_; }
 
   std::uint8_t Byte() {
+    if (passed_ > 0) stream_.ignore(std::exchange(passed_, 0));
     ++position_;
     return static_cast<std::uint8_t>(stream_.get());
   }
@@ -45,9 +47,7 @@ class SequenceCount : public LegacyWalk<SequenceCount> {
     Pass(1);  // id
     PassText();
   }
-  void Events(std::uint32_t count) {
-    for (; count > 0; --count) Pass(kEvent);
-  }
+  void Events(std::uint32_t count) { Pass(std::uint64_t{count} * kEvent); }
 
   void BeginTimeline() { Pass(4); }  // "TLMN"
   void EndTimeline() {}
@@ -85,15 +85,16 @@ class SequenceCount : public LegacyWalk<SequenceCount> {
   }
 
  private:
-  void Pass(std::uint32_t bytes) {
-    stream_.ignore(bytes);
-    position_ += bytes;
+  void Pass(std::uint64_t bytes) {
+    passed_ += static_cast<std::streamsize>(bytes);
+    position_ += static_cast<std::uint32_t>(bytes);
   }
   void PassText() { Pass(Byte()); }
 
   std::istream& stream_;
-  std::uint32_t position_;   ///< in the stream, modulo 2^32
-  std::bitset<256> filled_;  ///< the event codes whose last sequence in the song has records
+  std::streamsize passed_ = 0;  ///< bytes before the position that the stream has still to pass
+  std::uint32_t position_;      ///< in the stream, modulo 2^32
+  std::bitset<256> filled_;     ///< the event codes whose last sequence in the song has records
   std::size_t replaced_ = 0;
 };
 
