@@ -20,7 +20,8 @@ struct ErrorParts {
   std::string remedy;                   ///< what the user can do
   std::string song;                     ///< the song number
   std::string field;                    ///< path of the field, such as "voice 3, messages[7].time"
-  std::optional<std::uint64_t> offset;  ///< in the decrypted file, in bytes
+  std::optional<std::uint64_t> offset;  ///< in bytes: in the decrypted file, or in the encrypted one where
+                                        ///< the error is one of its encryption
 };
 
 /// Everything that the toolkit refuses. The message is "FILE: PROBLEM; REMEDY".

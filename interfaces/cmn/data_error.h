@@ -44,6 +44,18 @@ class ZUNA_API DataError : public kit::RuntimeError {
   std::shared_ptr<const Parts> parts_;  // shared, so that copying does not throw
 };
 
+/// A binary file that ends before it has the bytes that its header states; the offset is where it ends.
+class ZUNA_API CutOffError : public DataError {
+ public:
+  using DataError::DataError;
+};
+
+/// A binary file that goes on after the bytes that its header states; the offset is where these end.
+class ZUNA_API BytesAfterEndError : public DataError {
+ public:
+  using DataError::DataError;
+};
+
 /// A file version that this library cannot read or write; the message lists those that it can.
 class ZUNA_API UnsupportedVersionError : public DataError {
  public:

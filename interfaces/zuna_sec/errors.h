@@ -2,7 +2,9 @@
 
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "kit/error.h"
@@ -14,9 +16,10 @@ namespace zuna_sec {
 class ZUNA_API CipherError : public kit::RuntimeError {
  public:
   /// An error with the message "NAME: PROBLEM; REMEDY".
-  CipherError(const std::string& name, const std::string& problem, const std::string& remedy)
+  CipherError(const std::string& name, const std::string& problem, const std::string& remedy,
+              std::optional<std::uint64_t> offset = std::nullopt)
       : RuntimeError(name + ": " + problem + "; " + remedy),
-        parts_(std::make_shared<const Parts>(Parts{name, problem, remedy})) {}
+        parts_(std::make_shared<const Parts>(Parts{name, problem, remedy, offset})) {}
 
   /// What was refused: the path of a file, or "encrypted data".
   const std::string& name() const { return parts_->name; }
@@ -27,11 +30,16 @@ class ZUNA_API CipherError : public kit::RuntimeError {
   /// What the user can do.
   const std::string& remedy() const { return parts_->remedy; }
 
+  /// The byte of the encrypted data that is wrong, or where the data ends too early or should have ended,
+  /// where it is known.
+  std::optional<std::uint64_t> offset() const { return parts_->offset; }
+
  private:
   struct Parts {
     std::string name;
     std::string problem;
     std::string remedy;
+    std::optional<std::uint64_t> offset;
   };
 
   std::shared_ptr<const Parts> parts_;  // shared, so that a copy cannot fail

@@ -33,20 +33,23 @@ void PutLength(MutableBytes field, std::uint64_t length) {
 struct ChangedMagic {
   std::string_view bytes;
   const char* problem;
+  std::size_t offset = 0;  ///< of the first byte that is not as it was
 };
 
+constexpr std::size_t kLineEndOffset = 4;
 constexpr const char* kLineEnds = "was changed in transfer: its line ends are not as they were (offset 4)";
 constexpr const char* kEncodedAgain = "was changed in transfer: its bytes were encoded as UTF-8 (offset 0)";
 
 constexpr std::array kChangedMagics = {
-    ChangedMagic{"\x89ZSC\n\x1a\n", kLineEnds},        // CR LF became LF, or CR was removed
-    ChangedMagic{"\x89ZSC\r\r\n\x1a\r\n", kLineEnds},  // LF became CR LF
-    ChangedMagic{"\x89ZSC\r\n\x1a\r\n", kLineEnds},    // LF became CR LF, where no CR was before it
-    ChangedMagic{"\x89ZSC\n\n\x1a\n", kLineEnds},      // CR became LF
-    ChangedMagic{"\x89ZSC\r\r\x1a\r", kLineEnds},      // LF became CR
-    ChangedMagic{"\x89ZSC\r\x1a", kLineEnds},          // LF was removed
-    ChangedMagic{"\xC2\x89ZSC", kEncodedAgain},        // Latin-1 became UTF-8
-    ChangedMagic{"\xEF\xBF\xBDZSC", kEncodedAgain},    // what is not UTF-8 became U+FFFD
+    ChangedMagic{"\x89ZSC\n\x1a\n", kLineEnds, kLineEndOffset},        // CR LF became LF, or CR was removed
+    ChangedMagic{"\x89ZSC\r\r\n\x1a\r\n", kLineEnds, kLineEndOffset},  // LF became CR LF
+    ChangedMagic{"\x89ZSC\r\n\x1a\r\n", kLineEnds,
+                 kLineEndOffset},  // LF became CR LF, where no CR was before it
+    ChangedMagic{"\x89ZSC\n\n\x1a\n", kLineEnds, kLineEndOffset},  // CR became LF
+    ChangedMagic{"\x89ZSC\r\r\x1a\r", kLineEnds, kLineEndOffset},  // LF became CR
+    ChangedMagic{"\x89ZSC\r\x1a", kLineEnds, kLineEndOffset},      // LF was removed
+    ChangedMagic{"\xC2\x89ZSC", kEncodedAgain},                    // Latin-1 became UTF-8
+    ChangedMagic{"\xEF\xBF\xBDZSC", kEncodedAgain},                // what is not UTF-8 became U+FFFD
     ChangedMagic{"\x09ZSC\r\n\x1a\n",
                  "was changed in transfer: its bytes have lost their eighth bit (offset 0)"},
 };
@@ -55,7 +58,7 @@ void CheckTransfer(Bytes bytes, const std::string& name) {
   const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
   for (const ChangedMagic& changed : kChangedMagics) {
     if (!text.starts_with(changed.bytes)) continue;
-    throw zuna_sec::ChangedInTransferError(name, changed.problem, "copy it again as binary");
+    throw zuna_sec::ChangedInTransferError(name, changed.problem, "copy it again as binary", changed.offset);
   }
 }
 
@@ -68,7 +71,7 @@ void CheckMagic(Bytes bytes, const std::string& name) {
                   kEnvelopeMagic.begin())) {
     CheckTransfer(bytes, name);
     throw zuna_sec::NotEncryptedError(name, "is not an encrypted file of this kind (offset 0)",
-                                      "give an encrypted show or log file");
+                                      "give an encrypted show or log file", 0);
   }
 }
 
@@ -80,7 +83,7 @@ void CheckVersion(Bytes bytes, const std::string& name) {
     throw zuna_sec::UnsupportedEnvelopeError(
         name,
         kit::format("envelope version %d is not supported, only 1 is (offset 8)", int{bytes[kVersionOffset]}),
-        "use a newer release");
+        "use a newer release", kVersionOffset);
   }
   if (bytes.size() > kSuiteOffset &&
       std::find(kSuites.begin(), kSuites.end(), SuiteOf(bytes)) == kSuites.end()) {
@@ -88,13 +91,13 @@ void CheckVersion(Bytes bytes, const std::string& name) {
         name,
         kit::format("cipher suite %d is not supported, only 1 and 2 are (offset 9)",
                     int{bytes[kSuiteOffset]}),
-        "use a newer release");
+        "use a newer release", kSuiteOffset);
   }
   for (std::size_t i = kZeroOffset; i < std::min(bytes.size(), kLengthOffset); ++i) {
     if (bytes[i] == 0) continue;
     throw zuna_sec::UnsupportedEnvelopeError(
         name, kit::format("a reserved byte is %d instead of 0 (offset %zu)", int{bytes[i]}, i),
-        "use a newer release or another copy of the file");
+        "use a newer release or another copy of the file", i);
   }
 }
 
@@ -102,7 +105,7 @@ void CheckLength(Bytes bytes, const std::string& name) {
   if (bytes.size() < kEnvelopeHeaderSize) {
     throw zuna_sec::TruncatedError(
         name, kit::format("ends inside the header (offset %zu of %zu)", bytes.size(), kEnvelopeHeaderSize),
-        "get a complete copy of the file");
+        "get a complete copy of the file", bytes.size());
   }
   const unsigned long long stated = StatedLength(bytes);
   const std::size_t present = bytes.size() - kEnvelopeHeaderSize;
@@ -110,13 +113,13 @@ void CheckLength(Bytes bytes, const std::string& name) {
     throw zuna_sec::TruncatedError(
         name,
         kit::format("ends after %zu of %llu encrypted bytes (offset %zu)", present, stated, bytes.size()),
-        "get a complete copy of the file");
+        "get a complete copy of the file", bytes.size());
   }
   if (present > stated) {
     throw zuna_sec::TrailingBytesError(name,
                                        kit::format("goes on after its %llu encrypted bytes (offset %llu)",
                                                    stated, stated + kEnvelopeHeaderSize),
-                                       "get another copy of the file");
+                                       "get another copy of the file", stated + kEnvelopeHeaderSize);
   }
 }
 

@@ -173,6 +173,17 @@ class DamagedInputTest(FolderTest):
                 ("convert", "bad", "--to", "2.0", "-o", "out"), ("dump", "bad"), ("print", "bad"), ("diff", "bad", "new.showdata"),
                 ("diff", "new.showdata", "bad"), ("edit", "bad"), ("midi", "export", "bad", "--out-dir", "."))
 
+    def test_of_the_encryption_has_its_place_in_json(self):
+        good = self.read("new.showdata")
+        self.assertEqual(good[9], 2)
+        for content, offset in ((good[:-1], len(good) - 1), (good[:30], 30), (good + b"x", len(good)), (b"x" + good[1:], 0),
+                                (good[:9] + b"\7" + good[10:], 9), (good[:4] + good[5:], 4),
+                                (good[:60] + bytes([good[60] ^ 1]) + good[61:], None)):
+            self.write("bad", content)
+            for command in (["info"], ["check"], ["dump", "--offsets"]):
+                error = json.loads(self.run_tool(*command, "bad", "--json", code=BAD_INPUT).stdout)["error"]
+                self.assertEqual(error["offset"], offset, error["message"])
+
     def require_same(self, code, *commands):
         """Requires that the commands say what `check` says, whose JSON has this code."""
         for command in commands:
@@ -194,9 +205,9 @@ class DamagedInputTest(FolderTest):
 
     def test_is_told_the_same_where_its_content_is_damaged(self):
         self.encrypt("bad", self.plaintext("new.showdata")[:-1])
-        self.require_same("bad-content", *(command for command in self.COMMANDS if command[0] != "list"))
+        self.require_same("cut-off", *(command for command in self.COMMANDS if command[0] != "list"))
         self.encrypt("bad", self.plaintext("new.log")[:-1])
-        self.require_same("bad-content", ("copy-fermatas", "bad", "new.log"), ("copy-fermatas", "new.log", "bad"))
+        self.require_same("cut-off", ("copy-fermatas", "bad", "new.log"), ("copy-fermatas", "new.log", "bad"))
         self.encrypt("bad", b"nothing of this kind")
         self.assertTrue(self.said("list", "bad", code=BAD_INPUT)[0].endswith(OR_RESCUE))  # It reads the beginning only.
 

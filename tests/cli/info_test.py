@@ -47,13 +47,14 @@ class InfoTest(WithShows):
     def test_tells_what_is_wrong_with_plain_files(self):
         show = self.plaintext("new.showdata")
         songs = self.plaintext("old.showdata")
-        for content, code in ((show[:-9], "bad-content"), (songs[:-9], "cut-off"), (songs[:len(songs) // 2 - 9], "not-encrypted"),
+        for content, code in ((show[:-9], "cut-off"), (show + b"x", "bytes-after-end"),
+                              (show[:-9] + b"y" + show[-8:], "bad-content"), (songs[:-9], "cut-off"), (songs[:len(songs) // 2 - 9], "not-encrypted"),
                               (b"just a text", "not-encrypted"), (b"MThd\0\0\0\6", "midi-file"),
                               (b"\xef\xbb\xbf{}", "text-error"), (legacy_log()[:-1], "cut-off"),
                               (self.run_tool("dump", "new.showdata").stdout, "plain-file")):
             self.write("plain", content)
             reading = ["info", "check", "dump --offsets"]
-            if code not in ("bad-content", "cut-off"):  # list only looks for what tells the version
+            if code not in ("bad-content", "cut-off", "bytes-after-end"):  # list only looks for what tells the version
                 reading.append("list")
             if code == "plain-file":  # A text of version 1.2 has no bytes of a file of that version.
                 reading.remove("dump --offsets")

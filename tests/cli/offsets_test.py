@@ -116,7 +116,8 @@ class OffsetsTest(ToolTest):
         self.run_tool("decrypt", "1.2.showdata", "-o", "plain")
         self.write("cut", self.read("plain")[:1000])
         done = self.run_tool("dump", "--offsets", "cut", code=BAD_INPUT)
-        message = "cut: The show file is cut off: its header states 2350 bytes, only 1000 are present; get an undamaged copy of the file" + OR_RESCUE
+        message = ('cut: song "2", voice 1, messages: The show file is cut off: its header states 2350 bytes, only 1000 are present '
+                   "(at byte 1000); get a complete copy of the file" + OR_RESCUE)
         self.assertEqual(without_codes(done.stderr.decode()), f"zuna-convert: {message}\n")
         _, whole = self.lines("1.2.showdata")
         _, fields = self.lines("cut", code=BAD_INPUT)

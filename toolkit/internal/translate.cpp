@@ -33,6 +33,15 @@ Error FromDataError(ErrorCode code, const std::string& name, const cmn::DataErro
   return {code, DataErrorParts(name, error), message};
 }
 
+Error FromCipherError(const std::string& name, const zuna_sec::CipherError& error) {
+  ErrorParts parts;
+  parts.file = name;
+  parts.problem = error.problem();
+  parts.remedy = error.remedy();
+  parts.offset = error.offset();
+  return {CodeOf(error), std::move(parts)};
+}
+
 /// Its message may hold the file and the remedy already.
 Error FromIoError(const std::string& name, const kit::IoError& error) {
   ErrorParts parts;
@@ -52,7 +61,7 @@ void ThrowAsError(const std::string& name, ErrorCode data_code) {
     if (!error.parts().file.empty()) throw;
     throw error.WithFile(name);
   } catch (const zuna_sec::CipherError& error) {
-    throw Error(CodeOf(error), name, error.problem(), error.remedy());
+    throw FromCipherError(name, error);
   } catch (const kit::FileIoError& error) {
     throw Error(CodeOfSystemError(error.error()), error.path(), error.problem(), error.remedy());
   } catch (const kit::IoError& error) {
@@ -62,6 +71,10 @@ void ThrowAsError(const std::string& name, ErrorCode data_code) {
                 "give another file");
   } catch (const cmn::UnsupportedVersionError& error) {
     throw FromDataError(ErrorCode::kUnsupportedVersion, name, error);
+  } catch (const cmn::CutOffError& error) {
+    throw FromDataError(ErrorCode::kCutOff, name, error);
+  } catch (const cmn::BytesAfterEndError& error) {
+    throw FromDataError(ErrorCode::kBytesAfterEnd, name, error);
   } catch (const cmn::DataError& error) {
     throw FromDataError(data_code, name, error);
   } catch (const std::ios_base::failure&) {

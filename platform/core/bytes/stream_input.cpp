@@ -59,7 +59,7 @@ std::optional<std::uint64_t> RemainingBytes(std::istream& is) {
   return static_cast<std::uint64_t>(ahead);
 }
 
-void ThrowTruncated(std::istream& is, const cmn::DataError& error) {
+void ThrowTruncated(std::istream& is, const cmn::CutOffError& error) {
   is.setstate(std::ios_base::eofbit | std::ios_base::failbit);
   throw error;
 }

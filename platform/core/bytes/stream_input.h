@@ -36,9 +36,10 @@ std::optional<std::uint64_t> RemainingBytes(std::istream& is);
 
 /// Marks the stream as one that ended too early, which throws std::ios_base::failure where its mask asks for
 /// it, and throws `error` otherwise.
-[[noreturn]] void ThrowTruncated(std::istream& is, const cmn::DataError& error);
+[[noreturn]] void ThrowTruncated(std::istream& is, const cmn::CutOffError& error);
 
-/// The remedy for a file that was damaged.
+/// The remedies for a file that was damaged, and for one that is cut off.
 inline constexpr const char* kGetUndamagedCopy = "get an undamaged copy of the file";
+inline constexpr const char* kGetCompleteCopy = "get a complete copy of the file";
 
 }  // namespace zuna_core

@@ -20,7 +20,8 @@ namespace {
     const std::string problem =
         kit::format("The %s file is cut off: it has %zu bytes and its header needs %zu", name.c_str(),
                     bytes.size(), kHeaderSize);
-    ThrowTruncated(is, cmn::DataError(problem, kGetUndamagedCopy));
+    ThrowTruncated(is, cmn::CutOffError(cmn::DataError::Parts{
+                           .offset = bytes.size(), .problem = problem, .remedy = kGetCompleteCopy}));
   }
   const FileKind other = kind == FileKind::kShow ? FileKind::kLog : FileKind::kShow;
   if (DecodeHeader(other, bytes)) {

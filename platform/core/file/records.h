@@ -12,7 +12,7 @@
 // Writing: show/file.cpp checks the show. For a binary version it calls WriteFrame() (file/frame.h), which
 // calls EncodeShow() (show/binary.cpp) twice, to count the bytes and to write them. For the text form it
 // calls WriteTextShow() (show/text.cpp). Reading: show/file.cpp calls ReadPreamble() (file/preamble.h), and
-// by what it finds ReadFrame() and DecodeShow(), or ReadTextShow(). The same holds for log/ with its own
+// by what it finds ReadFields() and DecodeShow(), or ReadTextShow(). The same holds for log/ with its own
 // names.
 
 #include <string>

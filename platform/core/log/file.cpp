@@ -72,9 +72,8 @@ CL::ChangeLog ReadLog(std::istream& is) {
     log.file_version = kTextVersion;
     return log;
   }
-  const std::string bytes = ReadFrame(is, FileKind::kLog, preamble);
-  ByteReader in(bytes, kHeaderSize);
-  log = DecodeLog(in, preamble.header->version);
+  log = ReadFields(is, FileKind::kLog, preamble,
+                   [&](ByteReader& in) { return DecodeLog(in, preamble.header->version); });
   log.file_version = preamble.header->version;
   return log;
 }

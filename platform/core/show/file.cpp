@@ -48,9 +48,8 @@ void WriteShow(std::ostream& os, const zuna_midi::ShowData& show, cmn::FileVersi
 zuna_midi::ShowData ReadShow(std::istream& is) {
   const Preamble preamble = ReadPreamble(is, FileKind::kShow);
   if (!preamble.header) return ReadTextShow(is, preamble.bytes);
-  const std::string bytes = ReadFrame(is, FileKind::kShow, preamble);
-  ByteReader in(bytes, kHeaderSize);
-  return DecodeShow(in, preamble.header->version);
+  return ReadFields(is, FileKind::kShow, preamble,
+                    [&](ByteReader& in) { return DecodeShow(in, preamble.header->version); });
 }
 
 }  // namespace

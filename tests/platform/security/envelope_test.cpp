@@ -27,13 +27,22 @@ class Envelope : public testing::TestWithParam<zuna_security::Suite> {
   }
 };
 
-/// Opens with the right key and gives the message that the bytes are refused with.
+/// "(offset 72" of a message, or "(offset 8 of 72".
+std::optional<std::uint64_t> OffsetIn(const std::string& message) {
+  const std::string before = "(offset ";
+  const std::size_t at = message.find(before);
+  if (at == std::string::npos) return std::nullopt;
+  return std::stoull(message.substr(at + before.size()));
+}
+
+/// Opens with the right key and gives the message that the bytes are refused with. Its offset is the error's.
 template <typename Error>
 std::string Refusal(const ByteVector& bytes, const ByteVector& key = Key(), const ByteVector& iv = Iv()) {
   try {
     zuna_test::Decrypted(bytes, {key, iv});
   } catch (const Error& error) {
     EXPECT_EQ(typeid(error), typeid(Error)) << error.what();
+    EXPECT_EQ(error.offset(), OffsetIn(error.what())) << error.what();
     return error.what();
   }
   ADD_FAILURE() << "accepted";

@@ -232,7 +232,11 @@ TEST_F(OpenTest, ReadsATextThatDoesNotStateWhatItHolds) {
 
 TEST_F(OpenTest, TellsDamageFromAVersionThatIsNotKnown) {
   std::string bytes = WrittenAt(zuna_midi::ShowData(), {1, 2});
-  EXPECT_EQ(ErrorOfPlaintext(bytes.substr(0, bytes.size() - 1)).code(), ErrorCode::kBadContent);
+  EXPECT_EQ(ErrorOfPlaintext(bytes.substr(0, bytes.size() - 1)).code(), ErrorCode::kCutOff);
+  EXPECT_EQ(ErrorOfPlaintext(bytes.substr(0, bytes.size() - 1)).parts().offset, bytes.size() - 1);
+  EXPECT_EQ(ErrorOfPlaintext(bytes + "x").code(), ErrorCode::kBytesAfterEnd);
+  EXPECT_EQ(ErrorOfPlaintext(bytes + "x").parts().offset, bytes.size());
+  EXPECT_EQ(ErrorOfPlaintext(bytes.substr(0, bytes.size() - 1) + "x").code(), ErrorCode::kBadContent);
   bytes[8] = 9;  // the major version
   EXPECT_EQ(ErrorOfPlaintext(bytes).code(), ErrorCode::kUnsupportedVersion);
 }

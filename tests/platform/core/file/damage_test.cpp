@@ -1,10 +1,13 @@
 // Damaged, foreign and unsupported files of both kinds.
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <ostream>
+#include <sstream>
+#include <stdexcept>
 
 #include "tests/platform/core/file/kinds.h"
 #include "tests/support/sanitized.h"
@@ -75,6 +78,19 @@ using Kinds = testing::Types<zuna_test::ShowKind, zuna_test::LogKind>;
 TYPED_TEST_SUITE(DamagedFile, Kinds, KindNames);
 
 constexpr const char* kRemedy = "; get an undamaged copy of the file";
+constexpr const char* kCompleteCopy = "; get a complete copy of the file";
+
+/// The error that reading `bytes` gives, which is of this class.
+template <typename Model, typename Error>
+Error ErrorAs(const std::string& bytes) {
+  std::istringstream is(bytes);
+  try {
+    const Model model(is);
+  } catch (const Error& error) {
+    return error;
+  }
+  throw std::logic_error("nothing was thrown");
+}
 
 TYPED_TEST(DamagedFile, EveryTruncationIsRefused) {
   for (const cmn::FileVersion& version : Versions<TypeParam>()) {
@@ -130,32 +146,79 @@ TYPED_TEST(DamagedFile, IsToldFromAFileWithWrongFields) {
   for (const cmn::FileVersion& version : {cmn::FileVersion{1, 1}, {1, 2}}) {
     std::string bad = TypeParam::SampleFile(version);
     bad[10] = '\x7F';  // the length of the show's name
-    EXPECT_EQ(this->Error(bad), "The " + this->Name() + " file is damaged: its checksum is wrong" + kRemedy);
+    EXPECT_THAT(this->Error(bad),
+                testing::AllOf(
+                    testing::HasSubstr(", and the checksum is wrong: the damage is here or before (at byte "),
+                    testing::EndsWith(kRemedy)));
+  }
+}
+
+TYPED_TEST(DamagedFile, SaysWhereReadingStops) {
+  const auto error = [](const std::string& bytes) {
+    return ErrorAs<typename TypeParam::Model, cmn::DataError>(bytes);
+  };
+  for (const cmn::FileVersion& version : {cmn::FileVersion{1, 1}, {1, 2}}) {
+    const std::string good = TypeParam::SampleFile(version);
+    std::string bad = good;
+    bad.back() = static_cast<char>(bad.back() ^ 1);  // the checksum
+    EXPECT_EQ(this->Error(bad),
+              "The " + this->Name() +
+                  " file is damaged: its checksum is wrong, though every field can be read, so "
+                  "nothing tells which bytes were changed" +
+                  kRemedy);
+    EXPECT_EQ(error(bad).offset(), std::nullopt);
+    bool is_song_told = false;
+    for (std::size_t place = 10; place < good.size() - 4; ++place) {
+      bad = good;
+      bad[place] = static_cast<char>(bad[place] ^ 0x80);
+      const cmn::DataError told = error(bad);
+      is_song_told = is_song_told || (told.song() && told.offset());
+      EXPECT_EQ(told.offset().has_value(), !told.field().empty()) << told.what();
+      EXPECT_LT(told.offset().value_or(0), good.size());
+    }
+    EXPECT_TRUE(is_song_told);
+  }
+}
+
+TYPED_TEST(DamagedFile, CutOffFileSaysInWhichSongItEnds) {
+  for (const cmn::FileVersion& version : zuna_test::BinaryVersions<TypeParam>()) {
+    const std::string good = TypeParam::SampleFile(version);
+    const std::string cut = good.substr(0, good.size() - 6);
+    const auto error = ErrorAs<typename TypeParam::Model, cmn::CutOffError>(cut);
+    EXPECT_TRUE(error.song());
+    EXPECT_EQ(error.offset(), cut.size());
+    EXPECT_NE(error.field(), "");
   }
 }
 
 TYPED_TEST(DamagedFile, CutOffFileSaysHowMuchIsPresent) {
   const std::string good = TypeParam::SampleFile({1, 1});
   const std::string cut_off = "The " + this->Name() + " file is cut off: ";
-  EXPECT_EQ(this->Error(good.substr(0, 100)), cut_off + "its header states " + std::to_string(good.size()) +
-                                                  " bytes, only 100 are present" + kRemedy);
-  EXPECT_EQ(this->Error(good.substr(0, 9)), cut_off + "it has 9 bytes and its header needs 10" + kRemedy);
-  EXPECT_EQ(this->Error(""), cut_off + "it has 0 bytes and its header needs 10" + kRemedy);
+  EXPECT_THAT(this->Error(good.substr(0, 100)),
+              testing::EndsWith(cut_off + "its header states " + std::to_string(good.size()) +
+                                " bytes, only 100 are present (at byte 100)" + kCompleteCopy));
+  EXPECT_EQ(this->Error(good.substr(0, 9)),
+            cut_off + "it has 9 bytes and its header needs 10 (at byte 9)" + kCompleteCopy);
+  EXPECT_EQ(this->Error(""), cut_off + "it has 0 bytes and its header needs 10 (at byte 0)" + kCompleteCopy);
 }
 
 TYPED_TEST(DamagedFile, BytesAfterTheEndAreRefused) {
   for (const cmn::FileVersion& version : zuna_test::BinaryVersions<TypeParam>()) {
     const std::string good = TypeParam::SampleFile(version);
     EXPECT_EQ(this->Error(good + "x"), "The " + this->Name() + " file has extra bytes after the " +
-                                           std::to_string(good.size()) + " that its header states" + kRemedy);
+                                           std::to_string(good.size()) + " that its header states (at byte " +
+                                           std::to_string(good.size()) + "); get another copy of the file");
+    EXPECT_EQ((ErrorAs<typename TypeParam::Model, cmn::BytesAfterEndError>(good + "x").offset()),
+              good.size());
   }
   EXPECT_NE(this->Error(TypeParam::SampleFile({2, 0}) + "x"), "");
 }
 
 TYPED_TEST(DamagedFile, HeaderThatStatesMoreThanIsPresentCostsNoMemory) {
   EXPECT_EQ(this->Error(this->Header("FFFFFFFF", "0102")),
-            "The " + this->Name() +
-                " file is cut off: its header states 4294967303 bytes, only 10 are present" + kRemedy);
+            "showName: The " + this->Name() +
+                " file is cut off: its header states 4294967303 bytes, only 10 are present (at byte 10)" +
+                kCompleteCopy);
 }
 
 TYPED_TEST(DamagedFile, HeaderThatStatesFewerBytesThanItHas) {

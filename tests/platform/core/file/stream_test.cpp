@@ -1,5 +1,6 @@
 // Files on streams that cannot seek, that fail, and that have an exception mask; what cannot be written.
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <ios>
@@ -83,13 +84,16 @@ TYPED_TEST(FileStream, WhatCannotSeekIsCheckedForItsSizeToo) {
   const std::string good = TypeParam::SampleFile({1, 1});
   const std::string size = std::to_string(good.size());
   const std::string name = "The " + std::string(cmn::KindName(TypeParam::kKind)) + " file ";
-  const std::string remedy = "; get an undamaged copy of the file";
-  EXPECT_EQ(error(good + "x"),
-            name + "has extra bytes after the " + size + " that its header states" + remedy);
-  EXPECT_EQ(error(good.substr(0, 60)),
-            name + "is cut off: its header states " + size + " bytes, only 60 are present" + remedy);
+  const std::string remedy = "; get a complete copy of the file";
+  EXPECT_EQ(error(good + "x"), name + "has extra bytes after the " + size +
+                                   " that its header states (at byte " + size +
+                                   "); get another copy of the file");
+  EXPECT_THAT(error(good.substr(0, 60)),
+              testing::EndsWith(name + "is cut off: its header states " + size +
+                                " bytes, only 60 are present (at byte 60)" + remedy));
   EXPECT_EQ(error(std::string(cmn::BinaryMagic(TypeParam::kKind)) + Hex("FFFFFFFF 0102")),
-            name + "is cut off: its header states 4294967303 bytes, only 10 are present" + remedy);
+            "showName: " + name +
+                "is cut off: its header states 4294967303 bytes, only 10 are present (at byte 10)" + remedy);
 }
 
 TYPED_TEST(FileStream, FailureOfAnyReadOrSeekIsReported) {
