@@ -49,9 +49,9 @@ void put_float(std::ostream& os, float value) { put_u32(os, std::bit_cast<std::u
 std::string get_string(std::istream& is) {
   const int length = is.get();
   if (length < 0) throw std::length_error("basic_string");
-  std::array<char, kStringLimit> buffer{};
-  is.read(buffer.data(), length);
-  return {buffer.data(), static_cast<std::size_t>(length)};
+  std::string text(static_cast<std::size_t>(length), '\0');
+  is.read(text.data(), length);
+  return text;
 }
 
 void put_string(std::ostream& os, const std::string& text) {

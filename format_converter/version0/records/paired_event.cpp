@@ -2,6 +2,7 @@
 
 #include "format_converter/version0/records/paired_event.h"
 
+#include <bit>
 #include <istream>
 #include <ostream>
 
@@ -12,11 +13,22 @@ namespace version0 {
 
 namespace {
 
-void get_value(std::istream& is, signed char& value) { value = static_cast<signed char>(get_u8(is)); }
-void put_value(std::ostream& os, signed char value) { put_u8(os, static_cast<std::uint8_t>(value)); }
+// Where the fields are in a record. Its frame is the event code and the payload length, which is not used.
+constexpr std::size_t kPayload = 1 + 2;
+constexpr std::size_t kStart = kPayload;
+constexpr std::size_t kEnd = kStart + 4;
+constexpr std::size_t kValue = kEnd + 4;
 
-void get_value(std::istream& is, float& value) { value = get_float(is); }
-void put_value(std::ostream& os, float value) { put_float(os, value); }
+// After a short read an integer is -1, as a byte that is not there is elsewhere.
+void take_value(std::istream& is, const std::uint8_t* bytes, signed char& value) {
+  value = is.fail() ? std::int8_t{-1} : static_cast<signed char>(*bytes);
+}
+void set_value(std::uint8_t* bytes, signed char value) { *bytes = static_cast<std::uint8_t>(value); }
+
+void take_value(std::istream&, const std::uint8_t* bytes, float& value) {
+  value = std::bit_cast<float>(u32_in(bytes));
+}
+void set_value(std::uint8_t* bytes, float value) { set_u32_in(bytes, std::bit_cast<std::uint32_t>(value)); }
 
 }  // namespace
 
@@ -26,19 +38,20 @@ const std::uint8_t PairedEvent<Value, Code>::eventCode;
 template <typename Value, std::uint8_t Code>
 PairedEvent<Value, Code>::PairedEvent(std::istream& is) {
   expect_event_code(is, eventCode);
-  get_u16(is);  // the payload length, which is not used
-  start = get_u32(is);
-  end = get_u32(is);
-  get_value(is, value);
+  // The rest of the record, in which every place is one byte nearer.
+  const auto bytes = get_bytes<kPayload - 1 + kPayloadLength>(is);
+  start = u32_in(&bytes[kStart - 1]);
+  end = u32_in(&bytes[kEnd - 1]);
+  take_value(is, &bytes[kValue - 1], value);
 }
 
 template <typename Value, std::uint8_t Code>
 void PairedEvent<Value, Code>::write_binary(std::ostream& os) const {
-  put_u8(os, eventCode);
-  put_u16(os, kPayloadLength);
-  put_u32(os, start);
-  put_u32(os, end);
-  put_value(os, value);
+  std::array<std::uint8_t, kPayload + kPayloadLength> bytes{eventCode, kPayloadLength};
+  set_u32_in(&bytes[kStart], start);
+  set_u32_in(&bytes[kEnd], end);
+  set_value(&bytes[kValue], value);
+  put_bytes(os, bytes);
 }
 
 template <typename Value, std::uint8_t Code>

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <sstream>
+
+#include "format_converter/version0/records/paired_event.h"
 #include "format_converter/version0/records/r_page_num.h"
 #include "format_converter/version0/records/r_tempo.h"
 #include "format_converter/version0/records/x_caesura.h"
@@ -96,6 +100,20 @@ TEST(Sequence, StopsWhereAClearStreamFails) {
   ASSERT_EQ(caesuras.size(), 3U);
   EXPECT_EQ(caesuras[2].time, 3U);
   EXPECT_TRUE(is.fail());
+}
+
+TEST(Sequence, ShortPairedEventKeepsWhatWasDelivered) {
+  std::istringstream in_end(Bytes({'@', 9, 0, 1, 2, 0, 0, 3, 4}));
+  const version0::VampV0 vamp(in_end);
+  EXPECT_EQ(vamp.start, 0x201U);
+  EXPECT_EQ(vamp.end, 0x403U);
+  EXPECT_EQ(vamp.value, -1) << "as any byte that is not there";
+  EXPECT_TRUE(in_end.fail());
+  std::istringstream in_value(Bytes({'D', 12, 0, 1, 0, 0, 0, 2, 0, 0, 0, 5, 6}));
+  const version0::TempoScaleV0 scale(in_value);
+  EXPECT_EQ(scale.end, 2U);
+  EXPECT_EQ(std::bit_cast<std::uint32_t>(scale.value), 0x605U);
+  EXPECT_TRUE(in_value.fail());
 }
 
 TEST(Sequence, ShortRecordOnAThrowingStreamIsItsFailure) {
