@@ -68,7 +68,15 @@ std::string LineAndColumn(std::string_view text, std::uint64_t offset) {
   return "line " + std::to_string(line) + ", column " + std::to_string(before.size() - start + 1);
 }
 
-Error TextError(const cmn::DataError& error, std::string_view text, const std::string& name) {
+/// Another version may be right, and this release too old for it.
+std::string RemedyOf(const cmn::DataError& error) {
+  if (dynamic_cast<const cmn::UnsupportedVersionError*>(&error) != nullptr) {
+    return "correct it, or use a newer release: " + error.remedy();
+  }
+  return error.remedy().empty() ? "correct the text" : error.remedy();
+}
+
+Error TextError(ErrorCode code, const cmn::DataError& error, std::string_view text, const std::string& name) {
   ErrorParts parts;
   parts.file = name;
   parts.song = error.song().value_or("");
@@ -76,8 +84,8 @@ Error TextError(const cmn::DataError& error, std::string_view text, const std::s
   parts.offset = error.offset();
   parts.problem = (error.field().empty() ? "" : error.field() + ": ") + error.problem();
   if (error.offset()) parts.problem += " (" + LineAndColumn(text, *error.offset()) + ")";
-  parts.remedy = error.remedy().empty() ? "correct the text" : error.remedy();
-  return {ErrorCode::kTextError, std::move(parts)};
+  parts.remedy = RemedyOf(error);
+  return {code, std::move(parts)};
 }
 
 }  // namespace
@@ -119,10 +127,10 @@ Document ReadTextForm(std::string_view text, const std::string& name) {
   return OnFile(name, [&] {
     try {
       return Read(is, name);
-    } catch (const cmn::UnsupportedVersionError&) {
-      throw;
+    } catch (const cmn::UnsupportedVersionError& error) {
+      throw TextError(ErrorCode::kUnsupportedVersion, error, text, name);
     } catch (const cmn::DataError& error) {
-      throw TextError(error, text, name);
+      throw TextError(ErrorCode::kTextError, error, text, name);
     }
   });
 }
@@ -137,10 +145,10 @@ void RequireCorrectText(std::span<const std::uint8_t> plaintext, const std::stri
   OnFile(name, [&] {
     try {
       RequireReadableText(is);
-    } catch (const cmn::UnsupportedVersionError&) {
-      throw;
+    } catch (const cmn::UnsupportedVersionError& error) {
+      throw TextError(ErrorCode::kUnsupportedVersion, error, text, name);
     } catch (const cmn::DataError& error) {
-      throw TextError(error, text, name);
+      throw TextError(ErrorCode::kTextError, error, text, name);
     }
   });
 }

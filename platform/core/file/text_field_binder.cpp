@@ -19,9 +19,9 @@ const char* TextFieldBinder::StoreVersion(void* target, std::string&& text) {
   const std::optional<cmn::FileVersion> version = cmn::ParseVersion(text);
   if (!version) return "expected a version such as \"2.0\"";
   const bool known = head.any_version ? cmn::IsSupported(head.kind, *version) : *version == kTextVersion;
-  if (!known) ThrowUnsupported(head.kind, *version, "in the text form");
   head.version = *version;
-  return nullptr;
+  head.is_unsupported = !known;
+  return known ? nullptr : "expected a version that is supported";
 }
 
 }  // namespace zuna_core

@@ -21,6 +21,7 @@ struct TextHead {
   FileKind kind;             ///< the one that is expected
   bool any_version = false;  ///< whether it may state any current version; only that of the text form if not
   cmn::FileVersion version = {};  ///< the one that is stated
+  bool is_unsupported = false;    ///< whether reading stopped at that version
 };
 
 /// Binds fields to the members of a JSON object, which is read after that.
@@ -88,7 +89,13 @@ TextForm<Record> ReadTextForm(std::istream& is, std::string_view prefix, const T
                                      VisitFields(fields, bound.record);
                                    },
                                    nullptr};
-  zuna_json::ReadObject(is, prefix, type, &form);
+  try {
+    zuna_json::ReadObject(is, prefix, type, &form);
+  } catch (const cmn::DataError& error) {
+    if (!form.head.is_unsupported) throw;
+    ThrowUnsupported(form.head.kind, form.head.version, "in the text form",
+                     {.field = error.field(), .offset = error.offset()});
+  }
   return form;
 }
 

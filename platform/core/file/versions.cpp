@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "cmn/data_error.h"
@@ -48,13 +49,14 @@ void ThrowNotBinary(cmn::FileVersion version) {
   throw std::invalid_argument("file version " + cmn::VersionText(version) + " is not binary");
 }
 
-void ThrowUnsupported(FileKind kind, cmn::FileVersion version, const char* where) {
+void ThrowUnsupported(FileKind kind, cmn::FileVersion version, const char* where,
+                      cmn::DataError::Parts place) {
   const bool show = kind == FileKind::kShow;
-  throw cmn::UnsupportedVersionError(
-      kit::format("%s file version %s is not supported %s", show ? "Show" : "Log",
-                  cmn::VersionText(version).c_str(), where),
-      kit::format("the supported versions are %s (binary) and %s (text)", VersionList(kind, true).c_str(),
-                  VersionList(kind, false).c_str()));
+  place.problem = kit::format("%s file version %s is not supported %s", show ? "Show" : "Log",
+                              cmn::VersionText(version).c_str(), where);
+  place.remedy = kit::format("the supported versions are %s (binary) and %s (text)",
+                             VersionList(kind, true).c_str(), VersionList(kind, false).c_str());
+  throw cmn::UnsupportedVersionError(std::move(place));
 }
 
 const char* CheckKind(FileKind kind, std::string_view text) {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "cmn/data_error.h"
 #include "cmn/file_format.h"
 
 namespace zuna_core {
@@ -50,8 +51,9 @@ bool IsBinary(FileKind kind, cmn::FileVersion version);
 [[noreturn]] void ThrowNotBinary(cmn::FileVersion version);
 
 /// Throws cmn::UnsupportedVersionError, listing the supported versions. `where` completes the message: "for
-/// output".
-[[noreturn]] void ThrowUnsupported(FileKind kind, cmn::FileVersion version, const char* where);
+/// output". The field and the offset are those of `place`.
+[[noreturn]] void ThrowUnsupported(FileKind kind, cmn::FileVersion version, const char* where,
+                                   cmn::DataError::Parts place = {});
 
 /// What is wrong with the value of "kind" in the text form; null where nothing is.
 const char* CheckKind(FileKind kind, std::string_view text);

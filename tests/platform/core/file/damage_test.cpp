@@ -258,7 +258,9 @@ TYPED_TEST(DamagedFile, UnsupportedVersionNamesTheSupportedOnes) {
   const std::string kind = show ? "showdata" : "logdata";
   for (const char* version : {"1.1", "1.2", "3.0"}) {
     const std::string text = R"({"kind": ")" + kind + R"(", "fileVersion": ")" + version + R"(", )";
-    EXPECT_EQ(this->Error(text), expected(version, "in the text form"));
+    EXPECT_EQ(this->Error(text),
+              "fileVersion: " + expected(version, "in the text form (at byte " +
+                                                      std::to_string(text.find(version) + 3) + ")"));
   }
 }
 

@@ -80,7 +80,8 @@ TYPED_TEST(TextForm, RefusesVersionsThatTheKindDoesNotHave) {
   const std::string list = TypeParam::kKind == cmn::FileKind::kShow ? "1.0, 1.1 and 1.2" : "1.1 and 1.2";
   const std::string rest = "; the supported versions are " + list + " (binary) and 2.0 (text)";
   EXPECT_EQ(MessageOf<cmn::UnsupportedVersionError>([&] { Read(TypeParam(), text, stated); }),
-            kind + " file version 0.0 is not supported in the text form" + rest);
+            "fileVersion: " + kind + " file version 0.0 is not supported in the text form (at byte " +
+                std::to_string(text.find("0.0") + 3) + ")" + rest);
   EXPECT_EQ(MessageOf<cmn::UnsupportedVersionError>([&] {
               Text(TypeParam::Sample(), {3, 0});
             }),
