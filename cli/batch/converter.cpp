@@ -78,7 +78,7 @@ Outcome Converter::Convert(const Job& job, ReportLine& line) const {
     const FinishedWork::Piece* piece = Finished(job, line);
     if (piece != nullptr && IsAccepted(*piece)) return PassedAsFinished(*piece, line);
   }
-  auto [file, key] = ReadOrNameRescue([&] { return DecryptInput(bytes, InputName(job.input.path), keys_); });
+  auto [file, key] = DecryptOrNameRescue(bytes, InputName(job.input.path), keys_);
   Result result = Make(job, std::move(file), *key, std::move(bytes), line);
   const bool is_written = result.bytes && !options_.outputs.dry_run;
   if (is_written && destination) line.backup = destination->KeepOld();

@@ -99,7 +99,7 @@ void RunEdit(const std::string& path, Context& context) {
   Destination destination = context.CheckPaths({InPlace(path), true, true}, {});
   const Keys keys = context.ReadKeys();
   const auto bytes = ReadInput(path, zuna_toolkit::kMaxFileSize);
-  auto [file, key] = ReadOrNameRescue([&] { return DecryptInput(bytes, path, keys); });
+  auto [file, key] = DecryptOrNameRescue(bytes, path, keys);
   const Document before = ReadOrNameRescue([&file = file] { return zuna_toolkit::ReadDocument(file); });
   const std::string text = TextFormOf(before);
   EditedText edited(text, before.type().is_log() ? "log.json" : "show.json");

@@ -43,20 +43,25 @@ OpenedInput DecryptInput(const std::vector<std::uint8_t>& bytes, const std::stri
       "give the right key file");
 }
 
+OpenedInput DecryptOrNameRescue(const std::vector<std::uint8_t>& bytes, const std::string& name,
+                                const Keys& keys, zuna_toolkit::Accept accept) {
+  constexpr std::size_t kHeaderSize = 72;  // of an encrypted file, in bytes
+  if (bytes.size() <= kHeaderSize) return DecryptInput(bytes, name, keys, accept);
+  return ReadOrNameRescue([&] { return DecryptInput(bytes, name, keys, accept); });
+}
+
 OpenedInput OpenInput(const std::string& path, const Keys& keys, zuna_toolkit::Accept accept) {
   const auto bytes = ReadInput(path, zuna_toolkit::kMaxFileSize);
-  return ReadOrNameRescue([&] { return DecryptInput(bytes, InputName(path), keys, accept); });
+  return DecryptOrNameRescue(bytes, InputName(path), keys, accept);
 }
 
 zuna_toolkit::Error ErrorOfInput(const zuna_toolkit::Error& error, const std::vector<std::uint8_t>& bytes,
                                  const std::string& name, const Keys& keys) {
   if (error.code() == ErrorCode::kWrongKind || error.code() == ErrorCode::kWrongCompanion) return error;
   try {
-    DecryptInput(bytes, name, keys);
+    DecryptOrNameRescue(bytes, name, keys);
   } catch (const zuna_toolkit::Error& own) {
-    if (own.code() != ErrorCode::kPlainFile || error.code() == ErrorCode::kUnsupportedVersion) {
-      return WithRescue(own);
-    }
+    if (own.code() != ErrorCode::kPlainFile || error.code() == ErrorCode::kUnsupportedVersion) return own;
   }
   return WithRescue(error);
 }

@@ -28,6 +28,12 @@ struct OpenedInput {
 OpenedInput DecryptInput(const std::vector<std::uint8_t>& bytes, const std::string& name, const Keys& keys,
                          zuna_toolkit::Accept accept = zuna_toolkit::Accept::kEncrypted);
 
+/// The same. Where rescue may help, the remedy says that too. Nothing can be saved of an encrypted file that
+/// ends inside its header, and hardly anything of another one as short.
+OpenedInput DecryptOrNameRescue(const std::vector<std::uint8_t>& bytes, const std::string& name,
+                                const Keys& keys,
+                                zuna_toolkit::Accept accept = zuna_toolkit::Accept::kEncrypted);
+
 /// The same error; where rescue may help, its remedy says that too.
 zuna_toolkit::Error WithRescue(const zuna_toolkit::Error& error);
 
@@ -42,7 +48,7 @@ auto ReadOrNameRescue(Read read) {
 }
 
 /// Reads an input and decrypts it with the first of `keys` that opens it. Throws kit::IoError, and what
-/// DecryptInput() throws, as ReadOrNameRescue() tells it.
+/// DecryptOrNameRescue() throws.
 OpenedInput OpenInput(const std::string& path, const Keys& keys,
                       zuna_toolkit::Accept accept = zuna_toolkit::Accept::kEncrypted);
 

@@ -14,7 +14,7 @@ class FailureTest(FolderTest):
         os.remove(self.path("in/below/gala.logdata"))
         self.assertEqual(self.said("up", "in", "-r", "--out-dir", "out", code=PART_FAILED)[-3:], [
             "4 files: 2 done, 2 failed",
-            "in/a.showdata: is not an encrypted file of this kind (offset 0); give an encrypted show or log file" + OR_RESCUE,
+            "in/a.showdata: is not an encrypted file of this kind (offset 0); give an encrypted show or log file",
             "in/below/gala.showdata: needs its log, which has the name of the show, and in/below/gala.logdata is not "
             "there; give --companion or --companions, or --show-name NAME"])
         self.assertEqual(self.written("out"), ["out/opera.logdata", "out/opera.showdata"])
@@ -118,7 +118,7 @@ class FailureTest(FolderTest):
             "10 files: 0 done, 10 failed",
             "5 files: is not an encrypted file of this kind (offset 0) (" +
             ", ".join(f"many/{number}.logdata (needed by many/{number}.showdata)" for number in range(5)) +
-            "); give an encrypted show or log file" + OR_RESCUE])
+            "); give an encrypted show or log file"])
 
     def test_tells_many_unrelated_companions_once(self):
         os.mkdir(self.path("many"))
@@ -163,7 +163,7 @@ class FailureTest(FolderTest):
     def test_tells_which_input_a_companion_was_for(self):
         self.write("in/opera.logdata", "bad")
         self.assertIn("in/opera.showdata: companion in/opera.logdata: is not an encrypted file of this kind (offset 0); "
-                      "give an encrypted show or log file" + OR_RESCUE,
+                      "give an encrypted show or log file",
                       self.said("up", "in/opera.showdata", "-o", "out", code=BAD_INPUT))
 
 class DamagedInputTest(FolderTest):
@@ -200,8 +200,18 @@ class DamagedInputTest(FolderTest):
                               (good[:-1] + bytes([good[-1] ^ 1]), "damaged")):
             self.write("bad", content)
             self.require_same(code, *commands)
-        self.write("bad", "bad")
+        self.write("bad", 30 * "bad")
         self.require_same("not-encrypted", *commands)
+
+    def test_names_no_rescue_of_a_file_without_content(self):
+        good = self.read("new.showdata")
+        for content, names_rescue in ((b"bad", False), (good[:3], False), (good[:40], False), (good[:72], False), (good[:73], True),
+                                      (b"x" + good[1:72], False), (b"x" + good[1:], True), (good[:9] + b"\7" + good[10:30], False)):
+            self.write("bad", content)
+            for command in self.COMMANDS:
+                if command[0] == "diff" and content[0] != good[0]:
+                    continue  # It takes two files, and does not know whose content is at fault.
+                self.assertEqual(self.said(*command, code=BAD_INPUT)[0].endswith(OR_RESCUE), names_rescue, (command, content))
 
     def test_is_told_the_same_where_its_content_is_damaged(self):
         self.encrypt("bad", self.plaintext("new.showdata")[:-1])

@@ -138,7 +138,7 @@ class OffsetsTest(ToolTest):
     def test_of_a_file_that_cannot_be_opened(self):
         self.write("bad", b"hello world")
         self.refuse("dump", "--offsets", "bad", code=BAD_INPUT,
-                    message="bad: is not an encrypted file of this kind (offset 0); give an encrypted show or log file" + OR_RESCUE)
+                    message="bad: is not an encrypted file of this kind (offset 0); give an encrypted show or log file")
         self.assertEqual(self.json("bad", code=BAD_INPUT)["exitCode"], BAD_INPUT)
         self.assertEqual(self.json("none", code=IO)["error"]["file"], "none")
 

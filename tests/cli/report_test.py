@@ -12,7 +12,7 @@ import unittest
 
 import schemas
 from folder import FolderTest
-from tool import (BAD_INPUT, INTERRUPTED, IO, NOTHING_MATCHED, OR_RESCUE, PART_FAILED, REFUSED, TOOL, USAGE, legacy_log,
+from tool import (BAD_INPUT, INTERRUPTED, IO, NOTHING_MATCHED, PART_FAILED, REFUSED, TOOL, USAGE, legacy_log,
                   legacy_show, legacy_song, legacy_song_log, undo_command)
 
 
@@ -23,7 +23,7 @@ class ReportTest(FolderTest):
         bad, log, show = self.lines()
         self.assertEqual((bad["path"], bad["status"], bad["exitCode"], bad["error"]["code"]),
                          ("in/bad.showdata", "failed", BAD_INPUT, "not-encrypted"))
-        self.assertEqual(bad["error"]["remedy"], "give an encrypted show or log file" + OR_RESCUE)
+        self.assertEqual(bad["error"]["remedy"], "give an encrypted show or log file")
         self.assertEqual((log["status"], log["options"], log["companion"], log["losses"]),
                          ("done", "up --to 1.2", "in/opera.showdata", []))
         self.assertEqual((show["output"], show["exitCode"]), ("out/opera.showdata", 0))
