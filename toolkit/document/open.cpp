@@ -61,17 +61,16 @@ Bytes ReadFile(const std::string& path) {
   return {file.bytes().begin(), file.bytes().end()};
 }
 
-}  // namespace
-
-OpenedFile::Opened OpenedFile::Open(const Bytes& bytes, const CipherKey& key, Accept accept) {
+/// The plaintext, and whether it was encrypted.
+std::pair<std::unique_ptr<Cipher>, bool> Open(const Bytes& bytes, const CipherKey& key, Accept accept) {
   try {
-    return {std::make_unique<zuna_sec::TwoFishCipherStream>(bytes, key.key, key.iv)};
+    return {std::make_unique<Cipher>(bytes, key.key, key.iv), true};
   } catch (const zuna_sec::EmptyError&) {
     throw;
   } catch (const zuna_sec::ChangedInTransferError&) {
     throw;
   } catch (const zuna_sec::NotEncryptedError&) {
-    Cipher plain = MakePlain(bytes);
+    std::unique_ptr<Cipher> plain = MakePlain(bytes);
     if (accept == Accept::kEncryptedOrPlain) return {std::move(plain), false};
     PlainKind kind = PlainKindOf(AsText(bytes));
     if (kind.problem.empty()) kind = UnmarkedKindOf(plain->GetStream());
@@ -83,8 +82,7 @@ OpenedFile::Opened OpenedFile::Open(const Bytes& bytes, const CipherKey& key, Ac
   }
 }
 
-OpenedFile::OpenedFile(std::string name, Opened opened)
-    : name_(std::move(name)), cipher_(std::move(opened.cipher)), is_encrypted_(opened.is_encrypted) {}
+}  // namespace
 
 OpenedFile::OpenedFile(const std::string& path, const CipherKey& key, Accept accept)
     : OpenedFile(path, OnFile(path, [&] { return Open(ReadFile(path), key, accept); })) {}

@@ -7,6 +7,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "kit/api.h"
@@ -49,12 +50,10 @@ class ZUNA_API OpenedFile {
 
  private:
   using Cipher = std::unique_ptr<zuna_sec::TwoFishCipherStream>;
-  struct Opened {
-    Cipher cipher;
-    bool is_encrypted = true;
-  };
-  static Opened Open(const std::vector<std::uint8_t>& bytes, const CipherKey& key, Accept accept);
-  OpenedFile(std::string name, Opened opened);
+
+  /// `opened` is the plaintext, and whether it was encrypted.
+  OpenedFile(std::string name, std::pair<Cipher, bool> opened)
+      : name_(std::move(name)), cipher_(std::move(opened.first)), is_encrypted_(opened.second) {}
 
   std::string name_;
   Cipher cipher_;
