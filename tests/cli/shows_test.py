@@ -8,6 +8,7 @@ from tool import BAD_INPUT, IO, OR_RESCUE, WithShows, legacy_log, legacy_show, l
 
 VERSIONS = ("1.0", "1.1", "1.2", "2.0")
 UNDAMAGED = "get an undamaged copy of the file"
+CORRECT_SONG = "correct the song (edit its text form)"
 
 
 class UpTest(WithShows):
@@ -92,7 +93,7 @@ class UpTest(WithShows):
             self.encrypt("bad", legacy_show(legacy_song("7"), song))
             for command in (["up", "bad", "-o", "out", "--companion", "old.logdata"],
                             ["midi", "export", "bad", "--out-dir", "."]):
-                self.refuse(*command, code=BAD_INPUT, message=f"bad: song 8: {message}; {UNDAMAGED}")
+                self.refuse(*command, code=BAD_INPUT, message=f"bad: song 8: {message}; {CORRECT_SONG}")
 
     def test_refuses_damaged_legacy_shows(self):
         good = legacy_show(legacy_song())

@@ -143,12 +143,12 @@ std::optional<Obstacle> ObstacleDown(const zuna_midi::SongData& song) {
 }
 
 std::optional<Obstacle> ObstacleUp(const version0::SongData& song) {
-  if (const auto problem = TimelineProblem(song.timeline)) return Obstacle{*problem, kGetUndamagedCopy};
+  if (const auto problem = TimelineProblem(song.timeline)) return Obstacle{*problem, kCorrectSong};
   for (const auto& [id, events] : song.events) {
     const auto has_id = [wanted = id](const auto& track) { return track.track_id == wanted; };
     if (events.empty() || std::any_of(song.tracks.begin(), song.tracks.end(), has_id)) continue;
     return Obstacle{"a message belongs to track " + std::to_string(id) + ", which the song does not have",
-                    kGetUndamagedCopy};
+                    kCorrectSong};
   }
   return std::nullopt;
 }

@@ -185,15 +185,15 @@ TEST(Conversion, NamesTheLegacySongThatCannotBeConverted) {
   version0::ShowData show;
   show.songs["7"].song_number = "7";
   const auto message = [&] { return MessageOf<Error>([&] { Up({LegacyShow{show}, {}, "x"}, {}, {1, 2}); }); };
-  EXPECT_EQ(message(), "x: song 7: the timeline has no meter; get an undamaged copy of the file");
+  EXPECT_EQ(message(), "x: song 7: the timeline has no meter; correct the song (edit its text form)");
   show.songs["7"].timeline.meters.emplace_back(0U, std::uint8_t{4}, std::uint8_t{4});
-  EXPECT_EQ(message(), "x: song 7: the first meter has no tempo; get an undamaged copy of the file");
+  EXPECT_EQ(message(), "x: song 7: the first meter has no tempo; correct the song (edit its text form)");
   show.songs["7"].timeline.tempos.emplace_back(0U, 0.001F, std::uint8_t{8}, std::uint8_t{8},
                                                std::uint16_t{120});
   show.songs["7"].events[5].emplace_back();
   EXPECT_EQ(message(),
-            "x: song 7: a message belongs to track 5, which the song does not have; get an "
-            "undamaged copy of the file");
+            "x: song 7: a message belongs to track 5, which the song does not have; correct the "
+            "song (edit its text form)");
 }
 
 }  // namespace
