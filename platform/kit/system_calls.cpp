@@ -69,6 +69,7 @@ void WriteAll(int file, std::span<const std::uint8_t> bytes, const std::string& 
     const ssize_t count = RetryInterrupted([&] { return ::write(file, rest.data(), rest.size()); });
     if (count < 0) {
       const int error = errno;
+      if (written == 0) ThrowIoError(path, "cannot be written", error);
       ThrowIoError(path, kit::format("cannot be written (after %zu of %zu bytes)", written, bytes.size()),
                    error);
     }
