@@ -10,7 +10,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <string>
 
 #include "benchmarks/fixtures.h"
@@ -18,9 +17,6 @@
 
 namespace zuna_bench {
 
-namespace {
-
-/// The largest memory that this process has had so far, in bytes.
 double PeakMemory() {
   rusage usage{};
   getrusage(RUSAGE_SELF, &usage);
@@ -43,6 +39,8 @@ void InAnotherProcess(const std::function<void()>& work) {
   waitpid(child, &status, 0);
   if (status != 0) std::printf("a measurement failed\n");
 }
+
+namespace {
 
 void PrintPeak(const char* work, double plaintexts, const std::function<void()>& convert) {
   InAnotherProcess([&] {

@@ -5,7 +5,6 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
-#include <map>
 #include <utility>
 
 namespace zuna_bench {
@@ -85,7 +84,7 @@ void AddRow(Row row) { KnownRows().push_back(std::move(row)); }
 
 const std::vector<Row>& Rows() { return KnownRows(); }
 
-void RunRows(int argc, char** argv) {
+std::map<std::string, double> TimeRows(int argc, char** argv) {
   for (const Row& row : Rows()) {
     Register(row.work, row.run, row.prepare);
     if (row.limit) Register(row.work + kLimit, row.limit, row.prepare);
@@ -98,8 +97,13 @@ void RunRows(int argc, char** argv) {
   benchmark::Initialize(&count, arguments.data());
   MedianReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
+  return reporter.medians;
+}
+
+void RunRows(int argc, char** argv) {
+  const std::map<std::string, double> medians = TimeRows(argc, argv);
   std::printf("\nMedians of %d runs, work and limit in turn\n", kRepetitions);
-  for (const Row& row : Rows()) PrintRow(row, reporter.medians);
+  for (const Row& row : Rows()) PrintRow(row, medians);
 }
 
 }  // namespace zuna_bench

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,9 @@ void AddRow(Row row);
 
 /// All rows so far.
 const std::vector<Row>& Rows();
+
+/// Times all rows, each in turn with its limit. Returns the medians in seconds by the names of the work.
+std::map<std::string, double> TimeRows(int argc, char** argv);
 
 /// Times all rows and prints the table.
 void RunRows(int argc, char** argv);
