@@ -220,7 +220,7 @@ class ExistingOutputTest(FolderTest):
             said = self.said(*self.RUN, code=PART_FAILED)
             self.assertEqual(said[1:], [f"out/opera.{kind}: {self.EXISTS}another output" for kind in ("logdata", "showdata")])
 
-    @unittest.skipUnless(os.path.exists("/proc/self/mem"), "there is no file that nobody can read")
+    @unittest.skipUnless(os.path.exists("/proc/self/mem"), "needs a regular file that fails when it is read")
     def test_passes_over_an_output_that_cannot_be_read(self):
         self.run_tool(*self.RUN)
         os.remove(self.path("out/opera.logdata"))

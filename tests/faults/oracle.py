@@ -65,21 +65,23 @@ def of_the_files(run, fault, files, good):
         yield "exit code 0 without the whole result"
     if run.code == 0 and run.output != good.output:
         yield "exit code 0 without the whole text"
-    if run.code != 0 and not untouched and not said and not good.command.is_many and not no_message_comes_out(fault, good):
+    if run.code != 0 and not untouched and not said and not good.command.is_many and not is_silenced(run, fault):
         yield "failed, but has changed files and does not say so"
     left = sorted(files.keys() - known)
     if left and fault.partition(":")[0] not in REMOVING and not said:
         yield f"left {left}"
 
 
-def no_message_comes_out(fault, good):
-    return fault.startswith("write:") and (fault.endswith("+") or good.code != 0)
+def is_silenced(run, fault):
+    """Whether the message, too, could not be written."""
+    return fault.startswith("write:") and fault.endswith("+") and not run.errors
 
 
 def of_the_messages(run, fault, good):
+    fails_itself = fault.startswith("write:") and good.code != 0
     if not all(LINE.fullmatch(line) for line in run.errors.splitlines(keepends=True)):
         yield "printed something else than messages"
-    if run.code not in (0, CLOSED_PIPE) and not run.errors and not no_message_comes_out(fault, good):
+    if run.code not in (0, CLOSED_PIPE) and not run.errors and not is_silenced(run, fault) and not fails_itself:
         yield "failed without a message"
     for secret in good.secrets:
         if secret in run.errors.lower():

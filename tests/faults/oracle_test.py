@@ -55,6 +55,7 @@ class OracleTest(unittest.TestCase):
         self.expect("exit code 0 without the whole text", COMPLETE, code=0, output=b"te")
         self.expect("failed, but has changed files and does not say so", COMPLETE)
         self.expect(None, COMPLETE, fault="write:2:1+", errors=b"")
+        self.expect("failed, but has changed files and does not say so", COMPLETE, fault="write:2:1+")
         self.expect("left ['.zuna-1.tmp']", {**UNTOUCHED, ".zuna-1.tmp": b""})
         for files in ({}, {"out": b"ne"}):
             self.assertIn("out is neither old nor complete", oracle.problems(Run(), FAULT, files, REPLACING))
