@@ -97,15 +97,13 @@ double PeakOfReading(const Contender& contender, const std::string& folder) {
   return peak;
 }
 
-/// Writes the files of `music`, once it is sure that they are read again as they were.
+/// Writes the files of `music`.
 void WriteFiles(const Contender& contender, const Music& music, const std::string& folder) {
   InAnotherProcess([&] {
     const zuna_midi::ShowData show = music.make();
     const std::unique_ptr<Peer> peer = contender.make();
     peer->Take(show);
     const Files files = peer->Write();
-    peer->Read(files);
-    if (peer->Voices() != VoicesOf(show)) throw std::runtime_error("reads other messages than it wrote");
     for (std::size_t i = 0; i < files.size(); ++i) {
       std::ofstream(folder + std::to_string(i), std::ios::binary) << files[i];
     }
@@ -143,6 +141,10 @@ std::vector<Result> AddRows(const Music& music) {
     const std::shared_ptr<Peer> peer = contender.make();
     peer->Take(show);
     const auto files = std::make_shared<const Files>(peer->Write());
+    peer->Read(*files);
+    if (peer->Voices() != VoicesOf(show)) {
+      throw std::runtime_error(std::string(contender.name) + " reads other messages than it wrote");
+    }
     const std::string of = std::string(contender.name) + ", " + music.name;
     const auto count = static_cast<double>(events);
     results.push_back({contender.name, "write " + of, "read " + of,
