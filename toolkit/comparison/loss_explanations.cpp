@@ -28,8 +28,8 @@ constexpr Explanation kLosses[] = {
     {"voice-merged",
      "voices that share the number of a legacy track become one voice, such as all drum voices",
      "a legacy track is known by its id alone, and all drums have the id 9",
-     "on the way up, give each track an id of its own; on the way down, rename drum voices so that only one is "
-     "called \"Drums\" or \"Drum Kit\"; or keep the original",
+     "on the way up, give each track an id of its own; on the way down, rename drum voices so that only one "
+     "is called \"Drums\" or \"Drum Kit\"; or keep the original",
      "zuna-convert check FILE --to 1.2\nzuna-convert check FILE --to 0.0"},
     {"voice-name-replaced", "a voice that was merged gets the name of the voice that it is a part of",
      "the voices that became one can have one name only", "rename the voice after the conversion",
