@@ -68,7 +68,7 @@ std::vector<std::string> ProblemLines(const Rescued& rescued) {
   for (const RescuedSong& song : report.songs) {
     if (!song.remarks.empty()) add(SongText(song));
   }
-  for (const std::string& missing : report.missing) add(missing + " is missing");
+  for (const std::string& missing : report.missing) add("not saved: " + missing);
   std::uint64_t unread = 0;
   for (const zuna_toolkit::ByteRange& range : report.unread) unread += range.end - range.begin;
   if (unread > 0) add(Counted(unread, "byte", "bytes") + " of its content cannot be read");

@@ -106,7 +106,7 @@ class RescueTest(ToolTest):
     def test_a_second_encrypted_file(self):
         good = self.read("good")
         self.write("bad", good + good)
-        lines = [f"zuna-convert: bad: the encrypted file that begins at byte {len(good)} of this one is missing",
+        lines = [f"zuna-convert: bad: not saved: the encrypted file that begins at byte {len(good)} of this one",
                  "zuna-convert: out: 3 of 3 songs are saved"]
         self.assertEqual(self.rescue(), lines)
         self.damage(len(good) - 1, "bad", "bad")

@@ -170,14 +170,15 @@ Rescued Recover(const Plaintext& plaintext, const std::string& name) {
   return RecoverOne(plaintext, name, std::move(document));
 }
 
-/// Tells what of the file is not in `plaintext`: what follows it in `bytes`.
+/// Tells what of the file is not in `plaintext`: what follows it in `bytes`. In a file that is not encrypted
+/// it counts as unread.
 void AddWhatFollows(RescueReport& report, const Plaintext& plaintext, std::span<const std::uint8_t> bytes) {
   const std::string_view tail = AsText(bytes.subspan(plaintext.end, plaintext.tail_end - plaintext.end));
   if (!IsPadding(tail)) {
     const auto begin = BeginOfDocument(tail, IsDocument);
-    report.missing.push_back(begin ? "the document that begins at byte " +
-                                         std::to_string(plaintext.end + *begin) + " of the file"
-                                   : "what follows its encrypted bytes");
+    report.missing.push_back(
+        begin ? "the document that begins at byte " + std::to_string(plaintext.end + *begin) + " of the file"
+              : "the " + Counted(tail.size(), "byte", "bytes") + " after its encrypted bytes");
   }
   for (const std::size_t place : plaintext.others.places) {
     report.missing.push_back("the encrypted file that begins at byte " + std::to_string(place) +
@@ -186,6 +187,9 @@ void AddWhatFollows(RescueReport& report, const Plaintext& plaintext, std::span<
   if (plaintext.others.more > 0) {
     report.missing.push_back("the rest of the file, with " +
                              Counted(plaintext.others.more, "more encrypted file", "more encrypted files"));
+  }
+  if (!plaintext.encrypted && plaintext.tail_end < bytes.size()) {
+    report.unread.push_back({plaintext.tail_end, bytes.size()});
   }
 }
 

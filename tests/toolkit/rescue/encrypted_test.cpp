@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/legacy_samples.h"
+#include "tests/support/rescue_accounts.h"
 #include "tests/support/sample_models.h"
 #include "tests/toolkit/rescue/rescue_samples.h"
 #include "toolkit/error.h"
@@ -108,7 +109,7 @@ TEST(RescueOfAnEncryptedFile, TellsWhatFollowsItsEncryptedBytes) {
     return Texts{"the document that begins at byte " + std::to_string(bytes.size() + place) + " of the file"};
   };
   EXPECT_EQ(missing("\r\n \0\0"s), Texts());
-  EXPECT_EQ(missing("xyz"), Texts{"what follows its encrypted bytes"});
+  EXPECT_EQ(missing("xyz"), Texts{"the 3 bytes after its encrypted bytes"});
   EXPECT_EQ(missing(plain), begins_at(0));
   EXPECT_EQ(missing("\0\n"s + plain), begins_at(2));
   EXPECT_EQ(missing("xyz" + plain), begins_at(3));
@@ -133,6 +134,22 @@ TEST(RescueOfAnEncryptedFile, TellsWhereAnotherEncryptedFileBegins) {
     EXPECT_FALSE(rescued.report.complete());
     EXPECT_EQ(rescued.report.missing.back(),
               "the encrypted file that begins at byte " + std::to_string(place) + " of this one");
+  }
+}
+
+TEST(RescueOfAnEncryptedFile, CountsItAsUnreadBehindAPlainFile) {
+  const ByteVector next = Sealed();
+  const std::string whole = zuna_test::Written(zuna_test::SampleLegacyLog());
+  std::string damaged = zuna_test::WrittenAt(zuna_test::SampleShow(), {1, 1});
+  damaged.back() ^= 1;  // its checksum
+  for (const std::string& plain : {whole, damaged}) {
+    ByteVector bytes = zuna_test::FromText(plain);
+    bytes.insert(bytes.end(), next.begin(), next.end());
+    const auto accept = zuna_toolkit::Accept::kEncryptedOrPlain;
+    const Rescued rescued = zuna_toolkit::Rescue(bytes, "file", {}, accept);
+    ASSERT_FALSE(rescued.report.unread.empty());
+    EXPECT_EQ(rescued.report.unread.back(), (zuna_toolkit::ByteRange{plain.size(), bytes.size()}));
+    EXPECT_EQ(zuna_test::WrongAccount(rescued.report, bytes.size()), "");
   }
 }
 
