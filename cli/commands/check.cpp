@@ -3,7 +3,9 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "cli/batch/companions.h"
 #include "cli/batch/conversion_messages.h"
@@ -29,30 +31,57 @@ struct CheckOptions {
   bool json = false;
 };
 
+/// What a conversion to the version asked for would do.
+struct Preview {
+  std::optional<Losses> losses;    ///< nothing where the document is not converted
+  std::vector<std::string> notes;  ///< about the companion
+  bool lacks_companion = false;    ///< whether `up` would fail for its companion
+  std::optional<Failure> failure;  ///< why the document cannot be converted
+};
+
 /// The companion that `up` would take. Where there is none, each song gets a division, so that not all of
 /// them count as losses, and a note says that `up` needs it.
 zuna_toolkit::Companion CompanionForUp(const Document& document, const zuna_toolkit::Input& input,
-                                       const Keys& keys, Outcome& outcome) {
+                                       const Keys& keys, Preview& preview) {
   zuna_toolkit::Companion without;
   without.division = 1;
   if (!CompanionPath(input, {})) return without;
   try {
     return FindCompanion(document, input, {}, keys).companion;
   } catch (const zuna_toolkit::Error& error) {
-    Say(outcome, document.name(), "up cannot take its companion: " + error.parts().problem);
+    preview.lacks_companion = true;
+    preview.notes.push_back(WithCode("up cannot take its companion: " + error.parts().problem,
+                                     zuna_toolkit::CodeText(error.code())));
     return without;
   }
 }
 
 /// The document at the version asked for; nothing where it has that version, or none was asked for.
 std::optional<Document> ConvertedForm(const Document& document, const zuna_toolkit::Input& input,
-                                      const CheckOptions& options, const Keys& keys, Outcome& outcome) {
+                                      const CheckOptions& options, const Keys& keys, Preview& preview) {
   const auto& version = options.version;
   if (!version || document.type().version == *version) return std::nullopt;
   if (*version == zuna_toolkit::kLegacyVersion) return zuna_toolkit::Down(document);
   RequireTarget(document, *version);
   if (!document.type().is_legacy()) return zuna_toolkit::Convert(document, *version);
-  return zuna_toolkit::Up(document, CompanionForUp(document, input, keys, outcome), *version);
+  return zuna_toolkit::Up(document, CompanionForUp(document, input, keys, preview), *version);
+}
+
+Preview PreviewOf(const Document& document, const zuna_toolkit::Input& input, const CheckOptions& options,
+                  const Keys& keys) {
+  Preview preview;
+  try {
+    const std::optional<Document> converted = ConvertedForm(document, input, options, keys, preview);
+    if (!converted) return preview;
+    Restoration restoration{true, ""};
+    if (converted->type().is_legacy()) restoration = RestorationOf(document, input, keys);
+    preview.losses.emplace(document, *converted, restoration.is_restored, options.json);
+    if (!restoration.note.empty()) preview.notes.push_back(restoration.note);
+  } catch (const zuna_toolkit::Error& error) {
+    if (error.code() == ErrorCode::kInterrupted) throw;
+    preview.failure = CurrentFailure();
+  }
+  return preview;
 }
 
 /// "opera.showdata: show, version 1.2"
@@ -77,15 +106,15 @@ std::string LossesHeading(const Losses& losses, bool has_lines, const Detail& de
 }
 
 /// Empty where --quiet leaves nothing.
-std::string AsText(const Document& document, const Findings& findings, const Losses* losses,
+std::string AsText(const Document& document, const Findings& findings, const std::optional<Losses>& losses,
                    const CheckOptions& options, const Detail& detail) {
   const bool errors_only = detail.quiet > 1;
   std::vector<std::string> lines;
-  if (losses != nullptr) lines = detail.is_one_of_many ? losses->HarmfulLines() : losses->Lines();
+  if (losses) lines = detail.is_one_of_many ? losses->HarmfulLines() : losses->Lines();
   if (detail.quiet > 0 && findings.empty() && lines.empty()) return "";
   if (errors_only && !findings.has_errors()) return "";
   std::string text = Heading(document) + (findings.empty() ? ", no findings" : "");
-  if (losses != nullptr) {
+  if (losses) {
     text += ", to " + cmn::VersionText(*options.version) + LossesHeading(*losses, !lines.empty(), detail);
   }
   text += '\n' + findings.Text(errors_only);
@@ -95,23 +124,26 @@ std::string AsText(const Document& document, const Findings& findings, const Los
 }
 
 std::string AsJson(const std::string& path, const Document& document, const Findings& findings,
-                   const Losses* losses, const CheckOptions& options) {
+                   const Preview& preview, const CheckOptions& options) {
   std::string json = "{\"schemaVersion\": 1, " + PathJson("path", path) + ", \"kind\": \"" +
                      std::string(cmn::KindName(document.type().kind)) + "data\", \"fileVersion\": \"" +
                      cmn::VersionText(document.type().version) + "\", \"findings\": [" + findings.Json() +
                      "]";
-  if (losses != nullptr) {
-    json += ", \"to\": \"" + cmn::VersionText(*options.version) + "\", \"losses\": [" + losses->json() + "]";
+  if (preview.losses) {
+    json += ", \"to\": \"" + cmn::VersionText(*options.version) + "\", \"losses\": [" +
+            preview.losses->json() + "], \"notes\": " + JsonStrings(preview.notes);
   }
+  if (preview.failure) json += ", " + FailureMembersJson(*preview.failure);
   return json + "}\n";
 }
 
 /// The groups of files in the summary.
-enum Group : std::size_t { kClean, kWithWarnings, kWithErrors };
+enum Group : std::size_t { kClean, kWithWarnings, kWithErrors, kWithoutCompanion };
 
-Group GroupOf(const Findings& findings) {
-  if (findings.empty()) return kClean;
-  return findings.has_errors() ? kWithErrors : kWithWarnings;
+Group GroupOf(const Findings& findings, const Preview& preview) {
+  if (findings.has_errors()) return kWithErrors;
+  if (preview.lacks_companion) return kWithoutCompanion;
+  return findings.empty() ? kClean : kWithWarnings;
 }
 
 Outcome CheckOne(const zuna_toolkit::Input& input, const CheckOptions& options, const Keys& keys,
@@ -119,21 +151,16 @@ Outcome CheckOne(const zuna_toolkit::Input& input, const CheckOptions& options, 
   const std::string& path = input.path;
   const Document document = ReadEncryptedOrPlain(path, keys).document;
   const Findings findings(document, options.json);
+  const Preview preview = PreviewOf(document, input, options, keys);
   Outcome outcome;
-  const std::optional<Document> converted = ConvertedForm(document, input, options, keys, outcome);
-  std::optional<Losses> losses;
-  if (converted) {
-    Restoration restoration{true, ""};
-    if (converted->type().is_legacy()) restoration = RestorationOf(document, input, keys);
-    losses.emplace(document, *converted, restoration.is_restored, options.json);
-    if (!restoration.note.empty()) Say(outcome, document.name(), restoration.note);
-  }
-  outcome.group = GroupOf(findings);
-  if (losses) outcome.losses = losses->Kinds();
+  outcome.group = GroupOf(findings, preview);
   outcome.is_negative = findings.has_errors();
-  const Losses* told = losses ? &*losses : nullptr;
-  outcome.text = options.json ? AsJson(path, document, findings, told, options)
-                              : AsText(document, findings, told, options, detail);
+  for (const std::string& note : preview.notes) Say(outcome, document.name(), note);
+  if (preview.losses) outcome.losses = preview.losses->Kinds();
+  if (preview.failure) outcome.status = Status::kFailed;
+  outcome.failure = preview.failure;
+  outcome.text = options.json ? AsJson(path, document, findings, preview, options)
+                              : AsText(document, findings, preview.losses, options, detail);
   return outcome;
 }
 
@@ -147,6 +174,9 @@ void RunCheck(const CheckOptions& options, Context& context) {
     return options.json ? WithFailureJson(inputs[number].path, check) : check();
   };
   batch.done = {"clean", "with warnings", "with errors"};  // in the order of Group
+  if (options.version && *options.version != zuna_toolkit::kLegacyVersion) {
+    batch.done.emplace_back("without the companion that up needs");
+  }
   RunAll(inputs.size(), options.inputs, context, batch);
 }
 

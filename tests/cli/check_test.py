@@ -35,7 +35,7 @@ class CheckTest(WithLogs):
         log = legacy_log(legacy_song_log("2", "Two", vamps=[(0, 480, 2)]), legacy_song_log("9", "Nine"))
         self.encrypt("a.logdata", log)
         said = ("zuna-convert: a.logdata: up cannot take its companion: needs its show, which has the divisions of the songs, and "
-                "a.showdata is not there")
+                "a.showdata is not there [companion-missing]")
         done = self.run_tool("check", "a.logdata", "--to", "1.2")
         self.assertEqual(done.stderr.decode().splitlines()[0], said)
         self.assertEqual(done.stdout, b"a.logdata: log, version 0.0, no findings, to 1.2 lossless\n")
@@ -45,6 +45,25 @@ class CheckTest(WithLogs):
         self.assertEqual(done.stdout.decode().splitlines()[1],
                          "  loss: 1 song without a division (song 9: the show has none; --division gives one) [division-defaulted]")
         self.assertIn(b"lossless", self.run_tool("check", "-", "--to", "1.2", stdin=self.read("a.logdata")).stdout)
+
+    def test_has_what_it_says_about_the_companion_in_json(self):
+        self.encrypt("a.logdata", legacy_log(legacy_song_log("2", "Two", vamps=[(0, 480, 2)])))
+        line = json.loads(self.run_tool("check", "a.logdata", "--to", "1.2", "--json").stdout)
+        self.assertEqual(line["notes"], ["up cannot take its companion: needs its show, which has the divisions of the songs, and "
+                                         "a.showdata is not there [companion-missing]"])
+        self.assertEqual(json.loads(self.run_tool("check", "new.showdata", "--to", "1.1", "--json").stdout)["notes"], [])
+        self.assertNotIn("notes", json.loads(self.run_tool("check", "a.logdata", "--json").stdout))
+
+    def test_has_findings_of_what_cannot_be_converted(self):
+        self.encrypt("late.showdata", legacy_show(legacy_song("2", "Two", tempos=())))
+        self.encrypt("late.logdata", legacy_log(legacy_song_log("2", "Two")))
+        done = self.run_tool("check", "late.showdata", "--to", "1.2", code=BAD_INPUT)
+        self.assertRegex(done.stdout.decode(), r"^late.showdata: show, version 0.0\n  error: song 2: there is no tempo; .* \[tempo-missing\]\n")
+        self.assertIn("song 2: the first meter has no tempo; ", done.stderr.decode())
+        line = json.loads(self.run_tool("check", "late.showdata", "--to", "1.2", "--json", code=BAD_INPUT).stdout)
+        self.assertIn("tempo-missing", [finding["code"] for finding in line["findings"]])
+        self.assertEqual((line["exitCode"], line["error"]["code"]), (BAD_INPUT, "cannot-be-converted"))
+        self.assertNotIn("losses", line)
 
     def folder_of_all_kinds(self):
         """A folder with files that are clean, have warnings, have errors, and cannot be read."""
@@ -82,6 +101,12 @@ class CheckTest(WithLogs):
             "zuna-convert: 5 files: 2 clean, 1 with warnings, 1 with errors, 1 with losses, 1 failed",
             "zuna-convert: 1 file: format 0.0 does not keep 2 divisions (no show beside it has this) [division-dropped]"])
         self.assertEqual(self.run_tool("check", "all/good.logdata", "all/vamp.logdata", "-q").stderr, b"")
+
+    def test_counts_files_that_up_would_refuse_for_their_companions(self):
+        folder = self.folder_of_all_kinds()
+        self.assertEqual(self.run_tool("check", folder, "--to", "1.2", code=NEGATIVE).stderr.decode().splitlines()[-1],
+                         "zuna-convert: 4 files: 1 clean, 0 with warnings, 1 with errors, 2 without the companion that up needs, "
+                         "0 failed")
 
     def test_counts_harmless_losses_of_many_files_in_their_headings(self):
         document = self.log_document()

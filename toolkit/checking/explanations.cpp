@@ -67,6 +67,8 @@ constexpr std::array<Explanation, kCodes> kFindings{{
     {"meter-late", "the song begins before its first meter; a conversion drops the tempos before it",
      "its first meter was moved or deleted, or bars were put before it", "move the first meter to tick 0",
      kEdit},
+    {"meter-without-tempo", "the first meter of the song has no tempo; such a song is not converted",
+     "its tempo was moved or deleted, or the meter was moved", "add a tempo where the first meter is", kEdit},
     {"meter-zero", "a meter has no beats in a bar, or a beat without a length",
      "a value was mistyped or left out", "correct or delete the meter", kEdit},
     {"denominator-not-power-of-two",
@@ -132,6 +134,7 @@ Severity SeverityOf(FindingCode code) {
     case FindingCode::kTempoMissing:
     case FindingCode::kTempoZero:
     case FindingCode::kMeterMissing:
+    case FindingCode::kMeterWithoutTempo:
     case FindingCode::kMeterZero:
     case FindingCode::kDenominatorNoPower:
     case FindingCode::kTimelineOutOfOrder:

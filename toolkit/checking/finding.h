@@ -38,6 +38,7 @@ enum class FindingCode : std::uint8_t {
   kTempoZero,
   kMeterMissing,
   kMeterLate,
+  kMeterWithoutTempo,
   kMeterZero,
   kDenominatorNoPower,
   kClickZero,

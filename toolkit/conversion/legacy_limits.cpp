@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "format_converter/version0/conversions/track_ids.h"
+#include "toolkit/internal/first_tempo.h"
 #include "toolkit/internal/legacy_sizes.h"
 #include "toolkit/internal/translate.h"
 #include "toolkit/words.h"
@@ -81,16 +82,6 @@ class LimitCheck {
   const std::string& file_;
   std::string song_;  ///< the number of the song being checked; empty outside songs
 };
-
-/// Whether the first of the meters has no tempo from its time on, before the second one. Times wrap, as in
-/// the conversion: a second meter at time 0 leaves the range open.
-template <typename Tempo, typename Meter>
-bool LacksFirstTempo(const std::vector<Tempo>& tempos, const std::vector<Meter>& meters) {
-  const std::uint32_t first = meters.front().time;
-  const std::uint32_t last = meters.size() > 1 ? meters[1].time - 1 : 0xFFFFFFFF;
-  const auto under_first = [&](const Tempo& tempo) { return tempo.time >= first && tempo.time <= last; };
-  return std::none_of(tempos.begin(), tempos.end(), under_first);
-}
 
 /// What keeps a timeline from being converted, in either direction.
 template <typename Timeline>

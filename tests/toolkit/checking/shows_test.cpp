@@ -98,8 +98,10 @@ TEST(CheckShow, FindsMissingAndLateTemposAndMeters) {
         song.timeline->tempos[0].time = 240;
         song.timeline->meters[0].time = 480;
       }),
-      ElementsAre("warning tempo-late, song 1, tempos[0] at 240: the first tempo is at 240, not at 0",
-                  "warning meter-late, song 1, meters[0] at 480: the first meter is at 480, not at 0"));
+      ElementsAre(
+          "warning tempo-late, song 1, tempos[0] at 240: the first tempo is at 240, not at 0",
+          "warning meter-late, song 1, meters[0] at 480: the first meter is at 480, not at 0",
+          "error meter-without-tempo, song 1, meters[0] at 480: the first meter, at 480, has no tempo"));
 }
 
 TEST(CheckShow, FindsTemposAndMetersThatAreNone) {

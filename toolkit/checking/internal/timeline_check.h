@@ -9,6 +9,7 @@
 #include "TL/timeline.h"
 #include "format_converter/version0/containers/timeline.h"
 #include "toolkit/checking/internal/check_models.h"
+#include "toolkit/internal/first_tempo.h"
 
 namespace zuna_toolkit {
 
@@ -34,7 +35,7 @@ class TimelineCheck {
     CheckList({"barsBeats", "bar label"}, timeline.bars_beats);
     CheckList({"keys", "key"}, timeline.keys);
     CheckList({"pageNumbers", "page number"}, timeline.page_numbers);
-    CheckMeters(timeline.meters);
+    CheckMeters(timeline.meters, timeline.tempos);
   }
 
   void Check(const version0::Timeline& timeline) const {
@@ -43,7 +44,7 @@ class TimelineCheck {
     CheckList({"barsBeats", "bar label"}, timeline.bars_beats);
     CheckList({"keys", "key"}, timeline.keys);
     CheckList({"pageNumbers", "page number"}, timeline.page_nums);
-    CheckMeters(timeline.meters);
+    CheckMeters(timeline.meters, timeline.tempos);
   }
 
  private:
@@ -54,10 +55,16 @@ class TimelineCheck {
     CheckList(list, tempos);
   }
 
-  template <typename Meter>
-  void CheckMeters(const std::vector<Meter>& meters) const {
+  template <typename Meter, typename Tempo>
+  void CheckMeters(const std::vector<Meter>& meters, const std::vector<Tempo>& tempos) const {
     const CheckedList list{"meters", "meter"};
     CheckFirst(list, meters, FindingCode::kMeterMissing, FindingCode::kMeterLate);
+    if (!meters.empty() && !tempos.empty() && LacksFirstTempo(tempos, meters)) {
+      const std::uint32_t time = meters.front().time;
+      findings_.Add(FindingCode::kMeterWithoutTempo,
+                    "the first meter, at " + std::to_string(time) + ", has no tempo",
+                    {.list = list.name, .tick = time});
+    }
     CheckList(list, meters);
   }
 
