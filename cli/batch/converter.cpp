@@ -130,7 +130,7 @@ Converter::Result Converter::Make(const Job& job, zuna_toolkit::OpenedFile&& fil
 Outcome Converter::Passed(const std::string& name, const std::string& text, const ReportLine& line) const {
   Outcome outcome;
   outcome.status = Status::kSkipped;
-  Say(outcome, name, text);
+  if (!text.empty()) Say(outcome, name, text);
   const bool is_reported = finished_.Contains(line.finished) && !finished_.IsUnfinished(line.path);
   if (HasReport() && !is_reported) outcome.report = ReportJson(line, outcome.status, nullptr);
   return outcome;
@@ -150,7 +150,8 @@ std::optional<Outcome> Converter::PassedAsExisting(const Job& job, ReportLine& l
 
 Outcome Converter::PassedAsFinished(const FinishedWork::Piece& piece, const ReportLine& line) const {
   const std::string name = InputName(line.path);
-  Outcome outcome = Passed(name, "is finished, as the report says", line);
+  const std::string text = is_one_of_many_ ? "" : "is finished, as the report says";  // a summary counts it
+  Outcome outcome = Passed(name, text, line);
   TellEarlierLosses(piece, name, outcome);
   return outcome;
 }

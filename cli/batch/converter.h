@@ -46,6 +46,7 @@ class Converter {
   /// `bytes` are those of the file.
   Result Make(const Job& job, zuna_toolkit::OpenedFile&& file, const CipherKey& key,
               std::vector<std::uint8_t> bytes, ReportLine& line) const;
+  /// Passes over an input, and says so where `text` is not empty.
   Outcome Passed(const std::string& name, const std::string& text, const ReportLine& line) const;
   /// Passes over an input whose output exists. Nothing where it is finished work whose losses are refused
   /// now.

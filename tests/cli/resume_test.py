@@ -217,7 +217,7 @@ class EarlierLossesTest(FolderTest):
             self.assertEqual(self.files(), before)
         for policy in (("--fail-on", "loss"), ("--fail-on", "any-loss", "--accept", "trailing-bytes-dropped")):
             said = self.said(*run, *policy, code=PART_FAILED)
-            self.assertEqual(said[:2], ["odd/d.showdata: is finished, as the report says", "4 files: 0 done, 1 skipped, 3 failed"])
+            self.assertEqual(said[0], "4 files: 0 done, 1 skipped, 3 failed")
             self.assertTrue(said[-1].startswith("odd/c.showdata: would not be lossless: 1 whole bar label; "), said)
         self.assertEqual([self.read(name) for name in self.written("out")], [before[name] for name in self.written("out")])
         self.assertIn("4 files: 0 done, 4 skipped (3 with losses), 0 failed", self.said(*run))
@@ -230,10 +230,8 @@ class EarlierLossesTest(FolderTest):
         self.assertIn("4 files: 3 done (2 with losses), 1 skipped, 0 failed", whole)
         report = self.read("report").splitlines()
         said = self.said(*run)
-        self.assertEqual(said, [
-            "odd/a.showdata: is finished, as the report says", "out/b.showdata: exists and is passed over",
-            "odd/c.showdata: is finished, as the report says", "odd/d.showdata: is finished, as the report says",
-            "4 files: 0 done, 4 skipped (2 with losses), 0 failed", *whole[-2:]])
+        self.assertEqual(said, ["out/b.showdata: exists and is passed over",
+                                "4 files: 0 done, 4 skipped (2 with losses), 0 failed", *whole[-2:]])
         self.assertEqual(self.read("report").splitlines()[:len(report)], report)
         self.assertEqual([json.loads(line)["path"] for line in self.read("report").splitlines()[len(report):]], ["odd/b.showdata"])
 
@@ -242,7 +240,7 @@ class EarlierLossesTest(FolderTest):
         self.run_tool(*run)
         before = self.files()
         said = self.said(*run, "--fail-on", "loss", code=PART_FAILED)
-        self.assertEqual(said[:2], ["odd/d.showdata: is finished, as the report says", "4 files: 0 done, 1 skipped, 3 failed"])
+        self.assertEqual(said[0], "4 files: 0 done, 1 skipped, 3 failed")
         self.assertEqual([json.loads(line)["status"] for line in self.read("report").splitlines()[4:]], ["failed"] * 3)
         self.assertIn("4 files: 0 done, 4 skipped (3 with losses), 0 failed", self.said(*run))
         self.assertEqual([self.read(name) for name in self.written("out")], [before[name] for name in self.written("out")])
@@ -258,7 +256,7 @@ class EarlierLossesTest(FolderTest):
         run = ("down", "new", "--out-dir", "old", "--report", "report", "--resume")
         whole = self.said(*run)
         said = self.said(*run)
-        self.assertEqual(said[2:], ["2 files: 0 done, 2 skipped (2 with losses), 0 failed", *whole[-2:]])
+        self.assertEqual(said, ["2 files: 0 done, 2 skipped (2 with losses), 0 failed", *whole[-2:]])
         self.assertEqual(whole[-2:], ["1 file: format 0.0 does not keep 1 division (up takes this from the show)",
                                       "1 file: format 0.0 does not keep 1 show name (up takes this from the log)"])
 
