@@ -21,7 +21,7 @@ void copy_songs(const CL::ChangeLog& source, CL::ChangeLog& destination) {
 template <typename Source>
 CurrentLog read_log(const Source& source, const Bytes& key, const Bytes& iv, const char* too_old,
                     const char* name) {
-  zuna_sec::TwoFishCipherStream input(source, key, iv);
+  zuna_sec::TwoFishCipherStream input = zuna_converter::opened(source, key, iv);
   return zuna_converter::read_current_log(input, too_old, name);
 }
 

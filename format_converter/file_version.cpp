@@ -22,7 +22,7 @@ cmn::FileVersion WrapGetLogdataVersion(std::istream& is) {
 
 cmn::FileVersion GetShowdataFileVersion(const std::string& path) {
   const CipherKey none;
-  zuna_sec::TwoFishCipherStream stream(path, none.key, none.iv);
+  zuna_sec::TwoFishCipherStream stream = zuna_converter::opened(path, none.key, none.iv);
   return WrapGetShowdataVersion(stream.GetStream());
 }
 

@@ -47,11 +47,11 @@ version0::ChangeLogV0 read_legacy_log(zuna_sec::TwoFishCipherStream& input, cons
 
 /// The current form of a legacy log. Its plaintext is freed on return.
 CL::ChangeLog converted_up(const std::string& path, const CipherKey& cipher_key) {
-  zuna_sec::TwoFishCipherStream input(path, cipher_key.key, cipher_key.iv);
+  zuna_sec::TwoFishCipherStream input = zuna_converter::opened(path, cipher_key.key, cipher_key.iv);
   return read_legacy_log(input, "Input does not contain a complete ChangeLog: " + path).get_version_1_0();
 }
 CL::ChangeLog converted_up(const Bytes& data, const Bytes& key, const Bytes& iv) {
-  zuna_sec::TwoFishCipherStream input(data, key, iv);
+  zuna_sec::TwoFishCipherStream input = zuna_converter::opened(data, key, iv);
   return read_legacy_log(input, "Input does not contain a complete ChangeLog.").get_version_1_0();
 }
 
@@ -67,7 +67,7 @@ version0::ShowData read_plain_show(const std::string& path) {
 }
 
 version0::ShowData read_encrypted_show(const Bytes& data, const Bytes& key, const Bytes& iv) {
-  zuna_sec::TwoFishCipherStream input(data, key, iv);
+  zuna_sec::TwoFishCipherStream input = zuna_converter::opened(data, key, iv);
   return version0::ShowData(input.GetStream());
 }
 
@@ -90,7 +90,7 @@ void copy_divisions(const version0::ShowData& show, CL::ChangeLog& log) {
 /// `source` is a path or the encrypted bytes. The plaintext is freed on return.
 template <typename Source>
 CL::ChangeLog read_log(const Source& source, const Bytes& key, const Bytes& iv, const char* name) {
-  zuna_sec::TwoFishCipherStream input(source, key, iv);
+  zuna_sec::TwoFishCipherStream input = zuna_converter::opened(source, key, iv);
   return zuna_converter::read_current_log(input, "Input file version must be at least 1.1", name).log;
 }
 

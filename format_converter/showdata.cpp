@@ -22,7 +22,7 @@ using zuna_converter::EncryptedOutput;
 using zuna_converter::guarded_read;
 
 version0::ShowData read_legacy_show(const std::string& path, const CipherKey& cipher_key) {
-  zuna_sec::TwoFishCipherStream input(path, cipher_key.key, cipher_key.iv);
+  zuna_sec::TwoFishCipherStream input = zuna_converter::opened(path, cipher_key.key, cipher_key.iv);
   std::istream& stream = input.GetStream();
   if (WrapGetShowdataVersion(stream) != cmn::FileVersion{0, 0}) {
     throw FormatConverterError("Input file version is not 0.0");
@@ -36,7 +36,7 @@ version0::ShowData read_legacy_show(const std::string& path, const CipherKey& ci
 /// `source` is a path or the encrypted bytes. The plaintext is freed on return.
 template <typename Source>
 zuna_midi::ShowData read_current_show(const Source& source, const Bytes& key, const Bytes& iv) {
-  zuna_sec::TwoFishCipherStream input(source, key, iv);
+  zuna_sec::TwoFishCipherStream input = zuna_converter::opened(source, key, iv);
   std::istream& stream = input.GetStream();
   if (!zuna_converter::begins_text_form(stream) && WrapGetShowdataVersion(stream).major == 0) {
     throw FormatConverterError("Input file version must be 1.0 or higher");

@@ -44,6 +44,21 @@ inline std::string shown_path(std::string path) {
   return path;
 }
 
+/// Decrypts the file at `path`. Throws kit::IoError for an empty path too: the stream would begin a new
+/// plaintext.
+inline zuna_sec::TwoFishCipherStream opened(const std::string& path, const std::vector<std::uint8_t>& key,
+                                            const std::vector<std::uint8_t>& iv) {
+  if (path.empty()) throw kit::IoError("the path of an input is empty; give the path of a file");
+  return {path, key, iv};
+}
+
+/// Decrypts the bytes of a file.
+inline zuna_sec::TwoFishCipherStream opened(const std::vector<std::uint8_t>& data,
+                                            const std::vector<std::uint8_t>& key,
+                                            const std::vector<std::uint8_t>& iv) {
+  return {data, key, iv};
+}
+
 /// What failed when a version probe or the return to the start of a stream failed.
 inline constexpr const char* kReadingStream = "Failed reading istream";
 
