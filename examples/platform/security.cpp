@@ -10,7 +10,10 @@
 //       16     8  checksum of the plaintext
 //       24     n  the plaintext
 
+#include <unistd.h>
+
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -70,27 +73,43 @@ std::string Open(const std::string& bytes, const std::vector<std::uint8_t>& key,
   return plaintext;
 }
 
-std::string ReadFile(const std::string& path) {
+std::string ReadFile(const std::string& path) try {
   std::ifstream file(path, std::ios::binary);
-  std::string bytes{std::istreambuf_iterator<char>(file), {}};
-  if (!file) throw kit::IoError(path + ": cannot be read; check the path");
-  return bytes;
+  std::error_code ignored;
+  if (!file || std::filesystem::is_directory(path, ignored)) {
+    throw kit::IoError(path + ": cannot be opened; give the path of a file");
+  }
+  return {std::istreambuf_iterator<char>(file), {}};
+} catch (const std::ios_base::failure&) {
+  throw kit::IoError(path + ": cannot be read; check the disk");
 }
 
-/// Puts `bytes` into the file at `path` in one step: into a new file first, which then takes the name.
+/// Creates an empty file in `folder` that only its owner may read, and returns its path; empty where it
+/// cannot be created.
+std::string NewFile(const std::filesystem::path& folder) {
+  std::string path = (folder / ".own-XXXXXX").string();
+  const int descriptor = ::mkstemp(path.data());
+  if (descriptor < 0) return "";
+  ::close(descriptor);
+  return path;
+}
+
+/// Puts `bytes` into the file at `path` in one step: into a new file first, which then takes the name. Links
+/// are followed.
 void ReplaceFile(const std::string& path, const std::string& bytes) {
   namespace fs = std::filesystem;
-  const std::string fresh = path + ".new";
-  fs::perms mode = fs::perms::owner_read | fs::perms::owner_write;
-  if (fs::exists(path)) mode = fs::status(path).permissions();
   std::error_code error;
-  if (std::ofstream file(fresh, std::ios::binary); !(file << bytes) || !file.flush()) {
-    error = std::make_error_code(std::errc::io_error);
-  }
-  if (!error) fs::permissions(fresh, mode, error);
-  if (!error) fs::rename(fresh, path, error);
-  if (!error) return;
-  std::error_code ignored;
+  const fs::path place = fs::weakly_canonical(path, error);
+  const std::string fresh = error ? "" : NewFile(place.parent_path());
+  if (fresh.empty()) throw kit::IoError(path + ": cannot be written; check the path");
+  std::ofstream file(fresh, std::ios::binary);
+  file << bytes;
+  file.close();
+  std::error_code ignored;  // No file has to be there.
+  const fs::file_status old = fs::status(place, ignored);
+  if (fs::exists(old)) fs::permissions(fresh, old.permissions(), error);
+  if (file && !error) fs::rename(fresh, place, error);
+  if (file && !error) return;
   fs::remove(fresh, ignored);
   throw kit::IoError(path + ": cannot be written; check the path");
 }

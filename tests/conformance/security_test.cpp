@@ -131,12 +131,49 @@ TEST(CipherStream, ANewFileIsReadableByItsOwnerOnlyAndAReplacedOneKeepsItsMode) 
   EXPECT_EQ(mode(), std::filesystem::perms{0640});
 }
 
-TEST(CipherStream, AFileThatCannotBeReadOrWritten) {
+TEST(CipherStream, APathThatNamesNoFile) {
   const TemporaryFolder folder;
-  EXPECT_THROW(TwoFishCipherStream(folder / "none", kKey, kIv), kit::IoError);
+  std::filesystem::create_directory(folder / "folder");
+  std::filesystem::create_symlink("loop", folder / "loop");
+  const std::vector<std::string> names = folder.Names();
   TwoFishCipherStream stream(std::string(), kKey, kIv);
-  EXPECT_THROW(stream.WriteToFile(folder / "none/file"), kit::IoError);
-  EXPECT_EQ(folder.Names(), std::vector<std::string>{});
+  for (const std::string& path : {folder / "none/file", folder / "folder", folder / "loop",
+                                  folder / std::string(300, 'n'), folder / "folder/../none/file"}) {
+    EXPECT_THROW(TwoFishCipherStream(path, kKey, kIv), kit::IoError) << path;
+    EXPECT_THROW(stream.WriteToFile(path), kit::IoError) << path;
+    EXPECT_EQ(folder.Names(), names) << path;
+  }
+  EXPECT_THROW(TwoFishCipherStream(folder / "none", kKey, kIv), kit::IoError);
+}
+
+TEST(CipherStream, ANameOfTheGreatestLength) {
+  const TemporaryFolder folder;
+  const std::string name(255, 'n');
+  TwoFishCipherStream(std::string(), kKey, kIv).WriteToFile(folder / name);
+  EXPECT_EQ(folder.Names(), std::vector<std::string>{name});
+}
+
+TEST(CipherStream, FilesWithSimilarNamesStay) {
+  const TemporaryFolder folder;
+  for (const char* ending : {".new", ".tmp", ".bak", ".part", ".swp", "~", ".1"}) {
+    folder.Put(std::string("file") + ending, "of another program");
+  }
+  const std::vector<std::string> names = folder.Names();
+  TwoFishCipherStream(std::string(), kKey, kIv).WriteToFile(folder / "file");
+  for (const std::string& name : names) {
+    EXPECT_EQ(zuna_test::FileText(folder / name), "of another program") << name;
+  }
+  EXPECT_EQ(folder.Names().size(), names.size() + 1);
+}
+
+TEST(CipherStream, AFileBehindALinkIsReplacedAndTheLinkStays) {
+  const TemporaryFolder folder;
+  folder.Put("file", "old");
+  std::filesystem::create_symlink("file", folder / "link");
+  TwoFishCipherStream stream(std::string(), kKey, kIv);
+  stream.WriteToFile(folder / "link");
+  EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
+  EXPECT_EQ(zuna_test::FileBytes(folder / "file"), stream.GetEncryptedBytes());
 }
 
 TEST(Refusal, AnotherKeyOrIv) {
