@@ -13,24 +13,30 @@
 #include <zuna_sec/cipher_stream.h>
 #include <zuna_sec/errors.h>
 
+#include <charconv>
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace {
 
-std::vector<std::uint8_t> FromHex(const std::string& hex) {
-  std::vector<std::uint8_t> bytes;
-  for (std::size_t i = 0; i + 1 < hex.size(); i += 2) {
-    bytes.push_back(static_cast<std::uint8_t>(std::stoi(hex.substr(i, 2), nullptr, 16)));
+std::vector<std::uint8_t> FromHex(const std::string& name, const std::string& hex) {
+  std::vector<std::uint8_t> bytes(hex.size() / 2);
+  const char* at = hex.data();
+  for (std::uint8_t& byte : bytes) {
+    if (std::from_chars(at, at + 2, byte, 16).ptr != at + 2) break;
+    at += 2;
   }
-  return bytes;
+  if (at == hex.data() + hex.size()) return bytes;
+  throw std::invalid_argument(name + " is not made of pairs of hexadecimal digits");
 }
 
 std::vector<std::uint8_t> ReadFile(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
+  if (!file) throw kit::IoError(path + ": cannot be opened; check the path");
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
@@ -50,7 +56,7 @@ void ConvertLog(const std::string& log, const std::string& show, const CipherKey
 }
 
 int Convert(char** arguments) {
-  const CipherKey key{FromHex(arguments[4]), FromHex(arguments[5])};
+  const CipherKey key{FromHex("KEY_HEX", arguments[4]), FromHex("IV_HEX", arguments[5])};
   ConvertShow(arguments[1], arguments[3], arguments[6], key);
   ConvertLog(arguments[2], arguments[1], key);
   return 0;

@@ -32,6 +32,7 @@ def main(source, build, compiler, flags):
         for program in (built_with_cmake(prefix, examples, folder, compiler, flags),
                         built_with_pkg_config(prefix, examples, folder, compiler, flags)):
             check_output(program, examples, log, folder)
+            check_messages(program, examples, log, folder)
         check_older_standard(prefix, compiler, flags, folder)
         alone = library_alone(build, folder / "alone")
         check_output(built_with_cmake(alone, examples, folder / "of-library", compiler, flags), examples, log, folder)
@@ -88,6 +89,18 @@ def check_output(program, samples, plain_log, folder):
                  *secrets(samples), folder / "out.showdata")
     assert "the same as before\n" in output, output
     assert output.endswith("Song numbers for Three Tunes: \n1\n2\n2a\n"), output
+
+
+def check_messages(program, samples, plain_log, folder):
+    show, log = samples / "three-tunes-0.0.showdata", samples / "three-tunes-0.0.logdata"
+    key, iv = secrets(samples)
+    for arguments, message in (((show, folder / "none", plain_log, key, iv), f"cannot read or write: {folder / 'none'}: cannot be opened; "),
+                               ((show, log, plain_log, key + "0", iv), "KEY_HEX is not made of pairs of hexadecimal digits\n"),
+                               ((show, log, plain_log, "0x" + key, iv), "KEY_HEX is not made of pairs of hexadecimal digits\n"),
+                               ((show, log, plain_log, key, "0g"), "IV_HEX is not made of pairs of hexadecimal digits\n"),
+                               ((show, log, plain_log, "00", iv), "wrong key: ")):
+        done = subprocess.run([program, *arguments, folder / "out.showdata"], check=False, capture_output=True, text=True)
+        assert done.returncode == 1 and message in done.stderr, (message, done.stderr)
 
 
 def decrypted(tool, examples, name, folder):
