@@ -62,7 +62,8 @@ if(TARGET zuna_toolkit)
 endif()
 
 configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/zuna_format_converterConfig.cmake.in"
-  "${PROJECT_BINARY_DIR}/zuna_format_converterConfig.cmake" INSTALL_DESTINATION "${package_dir}")
+  "${PROJECT_BINARY_DIR}/zuna_format_converterConfig.cmake" INSTALL_DESTINATION "${package_dir}"
+  NO_CHECK_REQUIRED_COMPONENTS_MACRO)
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/zuna_format_converterConfigVersion.cmake"
   COMPATIBILITY SameMajorVersion)
 install(FILES
@@ -77,6 +78,7 @@ set(documents "${CMAKE_INSTALL_DATAROOTDIR}/doc/libzuna-format-converter-dev")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" DESTINATION "${documents}" COMPONENT library-dev OPTIONAL
   FILES_MATCHING PATTERN "*.md")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples/consumer" DESTINATION "${documents}/examples" COMPONENT library-dev OPTIONAL)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples/songs" DESTINATION "${documents}/examples" COMPONENT toolkit-dev OPTIONAL)
 foreach(page SECURITY.md interfaces/README.md fuzz/README.md examples/platform/security.cpp)
   cmake_path(GET page PARENT_PATH folder)
   install(FILES "${PROJECT_SOURCE_DIR}/${page}" DESTINATION "${documents}/${folder}" COMPONENT library-dev OPTIONAL)
