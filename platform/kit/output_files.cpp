@@ -25,7 +25,6 @@ class OutputFiles::Set {
   std::size_t size() const { return files_.size(); }
 
   void Add(const std::string& path) {
-    if (path.empty()) throw kit::IoError("the path to write to is empty; give the path of a file");
     RequireWholePath(path);
     const std::string folder_name = FolderOf(path);
     std::shared_ptr<const Folder>& folder = by_name_[folder_name];

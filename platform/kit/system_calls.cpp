@@ -4,6 +4,7 @@
 #include "platform/kit/internal/system_calls.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <system_error>
 
 #include "kit/file.h"
@@ -50,6 +51,9 @@ void ThrowIoError(const std::string& path, std::string_view what, int error) {
 }
 
 void RequireWholePath(const std::string& path) {
+  if (path.empty()) {
+    throw kit::FileIoError("\"\"", "an empty path names no file or folder", "give a path", ENOENT);
+  }
   if (path.find('\0') == std::string::npos) return;
   std::string shown;
   for (const char character : path) shown += character == '\0' ? "\\0" : std::string(1, character);

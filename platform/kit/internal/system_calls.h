@@ -21,7 +21,7 @@ inline constexpr mode_t kPermissions = 0777;
 /// where.
 [[noreturn]] void ThrowIoError(const std::string& path, std::string_view what, int error);
 
-/// Throws kit::FileIoError where `path` holds a NUL byte, at which the system would cut it off.
+/// Throws kit::FileIoError where `path` is empty or holds a NUL byte, at which the system would cut it off.
 void RequireWholePath(const std::string& path);
 
 /// Writes all `bytes` to an open file. Throws kit::IoError about `path`.

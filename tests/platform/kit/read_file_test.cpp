@@ -155,17 +155,24 @@ TEST(ReadWholeFile, TooManyOpenFiles) {
                 "limit of open files");
 }
 
-TEST(ReadWholeFile, APathWithANulByteIsRefused) {
-  const TemporaryFolder folder;
-  const std::string path = folder.Put("file", "content") + std::string("\0.showdata", 10);
-  const std::string message =
-      folder / "file" + "\\0.showdata: no path holds a NUL byte; give the path of a file";
+void ExpectRefusedEverywhere(const std::string& path, const std::string& message) {
   EXPECT_EQ(Refusal<kit::IoError>(path, 100), message);
   EXPECT_EQ(zuna_test::MessageOf<kit::IoError>([&] { kit::ReadRegularFile(path, 100); }), message);
   EXPECT_EQ(zuna_test::MessageOf<kit::IoError>([&] { kit::listdir(path); }), message);
   EXPECT_EQ(zuna_test::MessageOf<kit::IoError>([&] { kit::BackUp(path, 100); }), message);
   EXPECT_EQ(zuna_test::MessageOf<kit::IoError>([&] { kit::WriteFileAtomically(path, {}); }), message);
+}
+
+TEST(ReadWholeFile, APathWithANulByteIsRefused) {
+  const TemporaryFolder folder;
+  const std::string path = folder.Put("file", "content") + std::string("\0.showdata", 10);
+  ExpectRefusedEverywhere(
+      path, folder / "file" + "\\0.showdata: no path holds a NUL byte; give the path of a file");
   EXPECT_EQ(folder.Names(), std::vector<std::string>{"file"});
+}
+
+TEST(ReadWholeFile, AnEmptyPathIsRefused) {
+  ExpectRefusedEverywhere("", "\"\": an empty path names no file or folder; give a path");
 }
 
 TEST(ReadWholeFile, Folder) {

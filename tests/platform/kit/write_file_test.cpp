@@ -184,7 +184,7 @@ TEST(WriteFile, LinksInACircle) {
 }
 
 TEST(WriteFile, EmptyPath) {
-  EXPECT_EQ(Refusal("", "x"), "the path to write to is empty; give the path of a file");
+  EXPECT_EQ(Refusal("", "x"), "\"\": an empty path names no file or folder; give a path");
 }
 
 TEST(WriteFile, MissingFolder) {

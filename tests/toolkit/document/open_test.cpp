@@ -212,6 +212,16 @@ TEST_F(OpenTest, SaysThatAFileCannotBeRead) {
   }
 }
 
+TEST_F(OpenTest, SaysThatAPathIsEmpty) {
+  try {
+    OpenDocument("", kKey);
+    FAIL() << "nothing was thrown";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.code(), ErrorCode::kNotFound);
+    EXPECT_STREQ(error.what(), "\"\": an empty path names no file or folder; give a path");
+  }
+}
+
 TEST_F(OpenTest, CarriesThePlaceOfAnErrorInAText) {
   const Error error = ErrorOfPlaintext(
       R"({"kind": "showdata", "fileVersion": "2.0", "showName": "", "songs": [{"songNumber": "7", "x": 1}]})");
