@@ -1,4 +1,5 @@
-// The one exception class of the toolkit.
+// The one exception class of the toolkit. The headers name codes of ErrorCode alone, such as kWrongKey, and
+// kinds with ErrorKind, such as ErrorKind::kIo: any code of that kind.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +18,7 @@ namespace zuna_toolkit {
 struct ErrorParts {
   std::string file;                     ///< what messages call the file
   std::string problem;                  ///< what happened and where, without the file and the remedy
-  std::string remedy;                   ///< what the user can do
+  std::string remedy;                   ///< what the user can do; may name a command of zuna-convert
   std::string song;                     ///< the song number
   std::string field;                    ///< path of the field, such as "voice 3, messages[7].time"
   std::optional<std::uint64_t> offset;  ///< in bytes: in the decrypted file, or in the encrypted one where

@@ -27,8 +27,8 @@ enum class ErrorKind {
   kClosedPipe,      ///< the program that read the output has ended
 };
 
-/// What happened, for programs. docs/errors.md has the meaning of each; the toolkit throws those up to kIo,
-/// the tool all of them.
+/// What happened, for programs. docs/errors.md has the meaning of each. The toolkit throws those up to kIo,
+/// and kInternal; the tool also has the others.
 enum class ErrorCode {
   kWrongKey,             ///< "wrong-key"
   kNoKey,                ///< "no-key"

@@ -25,8 +25,8 @@ using DifferenceSink = std::function<void(const Difference&)>;
 /// number, or alone has its name on both sides, is renumbered and compared. Voices of one name are compared
 /// with each other, note by note: a note has moved where it begins at another time, and has changed where
 /// only its length or velocity differs. Memory is linear in the documents, besides the differences that are
-/// kept: each holds its song number. Time is O(n log n). Throws Error (kBadInput) for a show and a log, and
-/// for a legacy document that cannot be converted.
+/// kept: each holds its song number. Time is O(n log n). Throws Error (ErrorKind::kBadInput) for a show and a
+/// log, and for a legacy document that cannot be converted.
 ///@{
 ZUNA_API void Compare(const Document& before, const Document& after, const DifferenceSink& sink);
 ZUNA_API std::vector<Difference> Compare(const Document& before, const Document& after);
@@ -38,13 +38,14 @@ ZUNA_API std::vector<Difference> Compare(const Document& before, const Document&
 ZUNA_API void Compare(OpenedFile& before, OpenedFile& after, const DifferenceSink& sink);
 
 /// What `current` loses in `legacy`, which Down() made of it: the differences between it and what comes back
-/// up. Throws Error (kBadInput) where that conversion fails, and where the two are not forms of one document.
+/// up. Throws Error (ErrorKind::kBadInput) where that conversion fails, and where the two are not forms of
+/// one document.
 ZUNA_API void LossesOfDown(const Document& current, const Document& legacy, const DifferenceSink& sink);
 
 /// What `legacy` loses in `current`, which Up() made of it: what of its songs does not come back down,
 /// what its file has besides, and songs of a log that get no division. A channel in a status counts where the
 /// voice has another one. Tempos and meters that are in disorder are compared by their times, microseconds
-/// and signatures. Throws Error (kBadInput) where the two are not forms of one document.
+/// and signatures. Throws Error (ErrorKind::kBadInput) where the two are not forms of one document.
 ZUNA_API void LossesOfUp(const Document& legacy, const Document& current, const DifferenceSink& sink);
 
 /// Whether a loss of this kind does no harm: the music is the same without it, or `up` brings it back out of

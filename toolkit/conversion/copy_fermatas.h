@@ -22,8 +22,8 @@ struct FermataCopy {
 };
 
 /// Gives every song log of `destination` that `source` has too the attacca and all fermatas of the source's,
-/// instead of its own. The destination keeps its version. Throws Error (kBadInput) unless both are logs of a
-/// current version and the destination has all songs of the source.
+/// instead of its own. The destination keeps its version. Throws Error (ErrorKind::kBadInput) unless both are
+/// logs of a current version and the destination has all songs of the source.
 ZUNA_API FermataCopy CopyFermatas(const Document& source, const Document& destination);
 
 }  // namespace zuna_toolkit

@@ -29,8 +29,8 @@ enum class Accept {
 /// The decrypted content of a file, which has not been looked at yet.
 class ZUNA_API OpenedFile {
  public:
-  /// Reads the file at `path`, which may be a pipe, and decrypts it. Throws Error: kIo where it cannot be
-  /// read, kWrongKey and kNoKey, others where it is damaged, too large or not encrypted.
+  /// Reads the file at `path`, which may be a pipe, and decrypts it. Throws Error: ErrorKind::kIo where it
+  /// cannot be read, kWrongKey and kNoKey, others where it is damaged, too large or not encrypted.
   OpenedFile(const std::string& path, const CipherKey& key, Accept accept = Accept::kEncrypted);
 
   /// The same for bytes that were read elsewhere. `name` is what messages call them.

@@ -95,8 +95,8 @@ struct ReadNotes {
 };
 
 /// Reads a Standard MIDI File of format 0 or 1 with a division in ticks of a quarter note. Any bytes may be
-/// given; memory stays within a small multiple of them. Throws Error (kBadInput) with the offset in bytes and
-/// without a file.
+/// given; memory stays within a small multiple of them. Throws Error (ErrorKind::kBadInput) with the offset
+/// in bytes and without a file.
 ZUNA_API File Read(std::span<const std::uint8_t> bytes, ReadNotes& notes);
 
 /// The bytes of `file`: a header and its tracks, each event with its own status byte. At equal times meta
