@@ -7,6 +7,7 @@
 
 #include "cli/terminal/standard_streams.h"
 #include "kit/file.h"
+#include "zuna_sec/damaged_envelope.h"
 
 namespace zuna_cli {
 
@@ -45,8 +46,7 @@ OpenedInput DecryptInput(const std::vector<std::uint8_t>& bytes, const std::stri
 
 OpenedInput DecryptOrNameRescue(const std::vector<std::uint8_t>& bytes, const std::string& name,
                                 const Keys& keys, zuna_toolkit::Accept accept) {
-  constexpr std::size_t kHeaderSize = 72;  // of an encrypted file, in bytes
-  if (bytes.size() <= kHeaderSize) return DecryptInput(bytes, name, keys, accept);
+  if (bytes.size() <= zuna_sec::kEnvelopeHeaderSize) return DecryptInput(bytes, name, keys, accept);
   return ReadOrNameRescue([&] { return DecryptInput(bytes, name, keys, accept); });
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -16,6 +17,9 @@ namespace zuna_sec {
 
 /// What every encrypted file begins with; docs/envelope.md.
 inline constexpr std::array<std::uint8_t, 8> kEnvelopeMagic{0x89, 'Z', 'S', 'C', '\r', '\n', 0x1a, '\n'};
+
+/// How many bytes of an encrypted file are not those of its plaintext: the header, before them.
+inline constexpr std::size_t kEnvelopeHeaderSize = 72;
 
 /// A damaged encrypted file, decrypted all the same.
 struct DamagedEnvelope {

@@ -9,6 +9,7 @@
 #include "platform/security/crypto.h"
 #include "platform/security/secret.h"
 #include "platform/security/suites.h"
+#include "zuna_sec/damaged_envelope.h"
 
 namespace zuna_security {
 
@@ -20,7 +21,8 @@ inline constexpr std::size_t kZeroOffset = kSuiteOffset + 1;
 inline constexpr std::size_t kLengthOffset = kZeroOffset + 6;
 inline constexpr std::size_t kKeyCheckOffset = kLengthOffset + 8;
 inline constexpr std::size_t kTagOffset = kKeyCheckOffset + kKeyCheckSize;
-inline constexpr std::size_t kEnvelopeHeaderSize = kTagOffset + kTagSize;
+using zuna_sec::kEnvelopeHeaderSize;
+static_assert(kEnvelopeHeaderSize == kTagOffset + kTagSize);
 
 /// 1 GiB. Larger data is refused by its actual size; no memory is reserved from the length field.
 inline constexpr std::size_t kMaxPlaintextSize = std::size_t{1} << 30;

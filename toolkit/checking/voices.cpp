@@ -6,13 +6,6 @@
 
 namespace zuna_toolkit {
 
-namespace {
-
-constexpr std::uint8_t kFirstStatus = 0x80;  ///< of the channel messages
-constexpr std::uint8_t kLargestData = 0x7F;  ///< the largest data byte
-
-}  // namespace
-
 void VoiceCheck::Add(std::uint32_t time, const std_midi::VoiceMessage& message) {
   CheckTime(time);
   if (CheckBytes(time, message)) notes_.Add(index_, time, message);
@@ -33,14 +26,14 @@ void VoiceCheck::CheckTime(std::uint32_t time) const {
 }
 
 bool VoiceCheck::CheckBytes(std::uint32_t time, const std_midi::VoiceMessage& message) const {
-  if (message.status < kFirstStatus || message.status >= smf::kSysexStatus) {
+  if (!smf::IsChannelStatus(message.status)) {
     findings_.Add(FindingCode::kStatusInvalid,
                   MessageText(time) + kit::format(" has the status 0x%02X", message.status),
                   At(index_, time));
     return false;
   }
+  if (smf::HasDataBytes(message)) return true;
   const bool second = smf::DataBytes(message.status) == 2;
-  if (message.data1 <= kLargestData && (!second || message.data2 <= kLargestData)) return true;
   findings_.Add(
       FindingCode::kDataByteInvalid,
       MessageText(time) + (second ? kit::format(" has the data bytes %u and %u", message.data1, message.data2)

@@ -50,13 +50,21 @@ constexpr std::uint32_t kMaxQuantity = 0x0FFFFFFF;
 /// The number of data bytes of a channel message: 1 for program changes and channel pressures, else 2.
 constexpr int DataBytes(std::uint8_t status) { return (status & 0xE0) == 0xC0 ? 1 : 2; }
 
-/// Whether `message` is a channel message: its status is 0x80 to 0xEF, and its data bytes are below 0x80.
-/// Where it has only one, the other byte may be any.
-inline bool IsChannelMessage(const std_midi::VoiceMessage& message) {
-  constexpr std::uint8_t kStatusBit = 0x80;  // which no data byte has
-  if (message.status < kStatusBit || message.status >= kSysexStatus || message.data1 >= kStatusBit)
-    return false;
+constexpr std::uint8_t kStatusBit = 0x80;  ///< which every status has and no data byte
+
+/// Whether `status` is that of a channel message: 0x80 to 0xEF.
+constexpr bool IsChannelStatus(std::uint8_t status) { return status >= kStatusBit && status < kSysexStatus; }
+
+/// Whether the data bytes of a channel message are below 0x80. Where it has only one, the other byte may be
+/// any.
+inline bool HasDataBytes(const std_midi::VoiceMessage& message) {
+  if (message.data1 >= kStatusBit) return false;
   return DataBytes(message.status) == 1 || message.data2 < kStatusBit;
+}
+
+/// Whether `message` is a channel message with its data bytes.
+inline bool IsChannelMessage(const std_midi::VoiceMessage& message) {
+  return IsChannelStatus(message.status) && HasDataBytes(message);
 }
 
 /// A meta event but End of Track, at `time` ticks from the start of the track.

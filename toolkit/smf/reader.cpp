@@ -89,7 +89,7 @@ class TrackReader {
     } else if (next > kSysexStatus) {
       cursor_.Fail("status byte " + std::to_string(next) + " cannot stand in a file");
     } else {
-      if (next >= 0x80) running_status_ = cursor_.Byte();
+      if (next >= kStatusBit) running_status_ = cursor_.Byte();
       ReadMessage();
     }
   }
@@ -115,7 +115,7 @@ class TrackReader {
   }
 
   std::uint8_t ReadData() {
-    if (cursor_.Peek() >= 0x80) cursor_.Fail("a status byte stands where a data byte is expected");
+    if (cursor_.Peek() >= kStatusBit) cursor_.Fail("a status byte stands where a data byte is expected");
     return cursor_.Byte();
   }
 
