@@ -15,7 +15,8 @@ class ZUNA_API FormatConverterError : public std::logic_error {
   ~FormatConverterError() override;
 };
 
-/// An input that cannot be read as the expected kind of file.
+/// The file of PrintProgramChanges() (format_converter/inspection.h) cannot be opened. The other entry points
+/// throw kit::IoError (kit/error.h) instead.
 class ZUNA_API FormatConverterIOError : public std::runtime_error {
  public:
   /// `message` is what what() returns.

@@ -2,9 +2,9 @@
 
 // Converts encrypted log files between the legacy format 0.0 and the current versions. docs/conversion.md
 // lists what a conversion keeps and drops. The same key material decrypts the input and encrypts the output.
-// Functions that take paths write the output as their last step and return its path. A failure before that
-// leaves no output. Functions that take byte vectors return the encrypted output and do not use the file
-// system.
+// Functions that take paths write the output as their last step and return its path. They replace a file that
+// is there, unasked and in one step; a failure leaves it as it was. Functions that take byte vectors return
+// the encrypted output and do not use the file system.
 //
 // All throw:
 // - kit::IoError (kit/error.h) when a file cannot be opened, read or written, or reading a stream fails;
@@ -86,4 +86,6 @@ ZUNA_API std::vector<std::uint8_t> logdata_converter_vector(const std::vector<st
 
 /// Whether the plaintext has the size that the legacy log in it states: the 32-bit number after the next four
 /// bytes is the size of the whole plaintext minus 8. Leaves the read position after these eight bytes.
+/// Where fewer are left, returns false with failbit and eofbit set, and the position at the end; where the
+/// stream's exception mask has one of these bits, throws std::ios_base::failure.
 ZUNA_API bool check_log_size(zuna_sec::TwoFishCipherStream& stream);

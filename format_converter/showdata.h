@@ -2,9 +2,9 @@
 
 // Converts encrypted show files between the legacy format 0.0 and the current versions. docs/conversion.md
 // lists what a conversion keeps and drops. The same key material decrypts the input and encrypts the output.
-// Functions that take paths write the output as their last step and return its path. A failure before that
-// leaves no output. Functions that take byte vectors return the encrypted output and do not use the file
-// system.
+// Functions that take paths write the output as their last step and return its path. They replace a file that
+// is there, unasked and in one step; a failure leaves it as it was. Functions that take byte vectors return
+// the encrypted output and do not use the file system.
 //
 // All throw:
 // - kit::IoError (kit/error.h) when a file cannot be opened, read or written, or reading a stream fails;
@@ -32,6 +32,10 @@
 /// else begins with a zero byte, such as a binary current log, gives a show without songs, and bytes after
 /// the last song are dropped. Of the log, only the header is read; nothing tells whether it belongs to the
 /// show. Who does not know what the files hold checks them before: format_converter/file_version.h says how.
+///
+/// There is no version of this function in memory. The toolkit's library brings a legacy show up without
+/// files: OpenedFile::FromBytes(), ReadDocument(), Up(), and CipherStreamOf() with its GetEncryptedBytes()
+/// (docs/toolkit.md).
 ///
 /// Throws FormatConverterError (format_converter/errors.h) when the input is not of version 0.0; kit::IoError
 /// when the input is cut off, and when the log cannot be opened or ends within its header;

@@ -58,11 +58,13 @@ class ZUNA_API TwoFishCipherStream : public CipherStream {
 
   /// Encrypts the whole plaintext and puts it into the file at `path` in one step: a program that
   /// opens the path sees the old file or the new one, never a part. A new file is readable by its owner only;
-  /// one that is replaced keeps its mode. Throws kit::IoError naming the path; the old file is untouched then
-  /// and nothing else is left behind.
+  /// one that is replaced keeps its mode. Throws kit::IoError naming the path, also where a write to the
+  /// stream failed; TooLargeError for a plaintext of more than 1 GiB; CipherUnavailableError. The old file is
+  /// untouched then and nothing else is left behind.
   void WriteToFile(const std::string& path);
 
-  /// The whole plaintext, encrypted.
+  /// The whole plaintext, encrypted. Throws kit::IoError where a write to the stream failed, TooLargeError
+  /// for a plaintext of more than 1 GiB, and CipherUnavailableError.
   std::vector<std::uint8_t> GetEncryptedBytes();
 
  private:

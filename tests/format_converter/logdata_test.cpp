@@ -159,6 +159,16 @@ TEST_F(LogdataTest, CheckLogSizeComparesTheCountWithThePlaintext) {
   }
 }
 
+TEST_F(LogdataTest, CheckLogSizeLeavesAStreamThatHasEndedFailed) {
+  zuna_sec::TwoFishCipherStream stream(Encrypted("ZUNA\3"), kKey.key, kKey.iv);
+  EXPECT_FALSE(check_log_size(stream));
+  EXPECT_EQ(stream.GetStream().rdstate(), std::ios_base::failbit | std::ios_base::eofbit);
+  stream.GetStream().clear();
+  EXPECT_EQ(stream.GetStream().tellg(), 5);
+  stream.GetStream().exceptions(std::ios_base::failbit);
+  EXPECT_THROW(check_log_size(stream), std::ios_base::failure);
+}
+
 TEST_F(LogdataTest, UpRefusesAnIncompleteLogBeforeItsVersion) {
   std::string longer = Written(SampleLegacyLog());
   std::string shorter = longer;
