@@ -1,10 +1,12 @@
 // What is left of a damaged binary file of a current version (docs/format-1.md). Its songs state no length:
 // where one ends is only known once it is read.
 #include <algorithm>
+#include <iterator>
 
 #include "cmn/data_error.h"
 #include "toolkit/rescue/internal/current_header.h"
 #include "toolkit/rescue/internal/current_songs.h"
+#include "toolkit/rescue/internal/record_bytes.h"
 #include "toolkit/rescue/internal/salvage.h"
 
 namespace zuna_toolkit {
@@ -15,24 +17,6 @@ constexpr std::size_t kChecksumSize = 4;
 constexpr std::size_t kLongestTypedNumber = 64;  // bytes, of a song that is looked for
 constexpr std::size_t kLongestName = 1024;
 constexpr std::size_t kStepsOfATry = 256;
-
-/// The text at `at`, whose length has four bytes or, in the compact layout, seven bits a byte. None where it
-/// is longer than `longest`, or not typed. `at` is after it then.
-std::optional<std::string_view> TypedText(std::string_view bytes, std::size_t& at, bool compact,
-                                          std::size_t longest) {
-  std::size_t size = 0;
-  bool more = true;
-  for (unsigned i = 0; more && i < 4; ++i) {
-    if (at == bytes.size()) return std::nullopt;
-    const auto byte = static_cast<unsigned char>(bytes[at++]);
-    size |= static_cast<std::size_t>(compact ? byte & 0x7F : byte) << ((compact ? 7 : 8) * i);
-    more = !compact || byte > 0x7F;
-  }
-  if (size > std::min(longest, bytes.size() - at)) return std::nullopt;
-  const std::string_view text = bytes.substr(at, size);
-  at += size;
-  return IsTyped(text) ? std::optional(text) : std::nullopt;
-}
 
 template <typename Kind>
 class BinarySalvage {
@@ -60,6 +44,9 @@ class BinarySalvage {
       const std::size_t next = Find(at + 1);
       if (song && IsSong(at, *song) && end <= next) {
         Keep(song, at, end, "its end does not meet the next song");
+        if (end < next && IsNumberBefore(song->song_number, NumberAt(end), Kind::kOrder)) {
+          gaps_.push_back({report_.songs.size(), end, next});
+        }
         at = next;
       } else {
         at = TakeBeginning(at, next);
@@ -67,6 +54,7 @@ class BinarySalvage {
     }
     const bool has_checksum = stated_size_ == bytes_.size() || songs_.size() == report_.stated_songs;
     if (at < bytes_.size() && has_checksum) report_.framing.push_back({at, bytes_.size()});
+    TakeGapsAsSongs();
     AddNumbered<Kind>(model_, report_, songs_);
     const std::uint64_t missing = std::max<std::uint64_t>(stated_size_, bytes_.size()) - bytes_.size();
     return {std::move(model_), version_, std::move(report_), missing, checksum_size_ > 0};
@@ -75,26 +63,75 @@ class BinarySalvage {
  private:
   using Song = typename Kind::Song;
 
-  std::size_t ReadHead() {
+  /// The head as it can be read.
+  struct Head {
+    typename Kind::Model model;
+    std::uint64_t songs = 0;  ///< how many it states
+    std::size_t end = 0;
+  };
+
+  /// Bytes that may be those of a song.
+  struct Gap {
+    std::size_t song = 0;  ///< how many songs are before it in the report
+    std::size_t begin = 0;
+    std::size_t end = 0;
+  };
+
+  std::optional<Head> HeadAtBegin() const {
     std::size_t at = std::min(kBinaryHeaderSize, bytes_.size());
     try {
       auto [model, songs] = Kind::ReadHead(bytes_, at, version_);
-      if (IsEnd(at) || MayBegin(at)) {
-        model_ = std::move(model);
-        report_.stated_songs = songs;
-        report_.framing = {{0, at}};
-        return at;
-      }
+      return Head{std::move(model), songs, at};
     } catch (const cmn::DataError&) {
-      // The songs may still be there.
+      return std::nullopt;
     }
-    report_.missing.emplace_back(Kind::kHead);
-    return Find(0);
+  }
+
+  void TakeHead(Head head) {
+    model_ = std::move(head.model);
+    report_.stated_songs = head.songs;
+    report_.framing.insert(report_.framing.begin(), {0, head.end});
+  }
+
+  /// Returns where the first song is. A head that none follows may be wrong.
+  std::size_t ReadHead() {
+    std::optional<Head> head = HeadAtBegin();
+    if (head && (IsEnd(head->end) || MayBegin(head->end))) {
+      TakeHead(std::move(*head));
+      return head->end;
+    }
+    const std::size_t first = Find(0);
+    if (head && head->end < first) {
+      gaps_.push_back({0, head->end, first});
+      uncertain_head_ = std::move(head);
+    } else {
+      report_.missing.emplace_back(Kind::kHead);
+    }
+    return first;
+  }
+
+  /// Where the head states as many songs as were found and gaps are left, the head is right and each gap is a
+  /// lost song. So the song before it is whole.
+  void TakeGapsAsSongs() {
+    const auto stated = uncertain_head_ ? uncertain_head_->songs : report_.stated_songs;
+    const bool agrees = stated == report_.songs.size() + gaps_.size();
+    if (uncertain_head_ && agrees) TakeHead(std::move(*uncertain_head_));
+    if (uncertain_head_ && !agrees) report_.missing.emplace_back(Kind::kHead);
+    if (!agrees) return;
+    for (auto gap = gaps_.rbegin(); gap != gaps_.rend(); ++gap) {
+      const auto place = report_.songs.begin() + static_cast<std::ptrdiff_t>(gap->song);
+      if (gap->song > 0) {
+        std::prev(place)->state = SongState::kWhole;
+        std::prev(place)->remarks.clear();
+      }
+      report_.songs.insert(place, LostSong(gap->begin, gap->end));
+    }
   }
 
   /// Whether the songs can end at `at`.
   bool IsEnd(std::size_t at) const {
     const std::size_t left = bytes_.size() - at;
+    if (left < checksum_size_ && at + checksum_size_ == stated_size_) return true;
     return left == checksum_size_ || (left == 0 && stated_size_ != bytes_.size());
   }
 
@@ -108,6 +145,11 @@ class BinarySalvage {
       failed_at_ = error.offset().value_or(at);
       return nullptr;
     }
+  }
+
+  /// The number of the song that begins at `at`; empty where none can be typed.
+  std::string NumberAt(std::size_t at) const {
+    return std::string(TypedText(bytes_, at, compact_, kLongestTypedNumber).value_or(""));
   }
 
   /// Whether a song with a number and a name that can be typed may begin at `at`.
@@ -127,8 +169,7 @@ class BinarySalvage {
     if (!steps_.Take((next ? end : failed_at_) - at)) return false;
     if (!MayBegin(at)) return next && Kind::HoldsSomething(*next) && (IsEnd(end) || MayBegin(end));
     if (next && Kind::HoldsSomething(*next)) return true;
-    const auto number = TypedText(bytes_, at, compact_, kLongestTypedNumber);
-    return IsNumberBefore(song.song_number, *number, Kind::kOrder);
+    return IsNumberBefore(song.song_number, NumberAt(at), Kind::kOrder);
   }
 
   /// Where a song with a name begins that is followed by another one or by the end, from `at` on; the end
@@ -168,16 +209,19 @@ class BinarySalvage {
            at_the_end ? "its fields do not fit together" : "what follows in it cannot be read");
       if (at_the_end) return stop;
     } else {
-      Lose(begin, end);
+      report_.songs.push_back(LostSong(begin, end));
     }
     return end;
   }
 
-  void Lose(std::size_t begin, std::size_t end) {
+  RescuedSong LostSong(std::size_t begin, std::size_t end) const {
     std::size_t at = begin;
-    const std::string number(*TypedText(bytes_, at, compact_, kLongestTypedNumber));
-    const std::string name(*TypedText(bytes_, at, compact_, kLongestName));
-    AddLost(report_, {number, name, begin, end}, "its fields cannot be read");
+    RescuedSong song{"", "", begin, end, SongState::kLost, {"its fields cannot be read"}};
+    const auto number = TypedText(bytes_, at, compact_, kLongestTypedNumber);
+    if (!number || number->empty()) return song;
+    song.number = *number;
+    song.name = TypedText(bytes_, at, compact_, kLongestName).value_or("");
+    return song;
   }
 
   std::string_view bytes_;
@@ -188,6 +232,8 @@ class BinarySalvage {
   std::size_t songs_end_;  ///< before the checksum, where that is known to be there
   Steps steps_;
   std::uint64_t failed_at_ = 0;               ///< where the last song that could not be read is wrong
+  std::optional<Head> uncertain_head_;        ///< where no song is known to follow it
+  std::vector<Gap> gaps_;                     ///< in the order of the file
   std::vector<std::shared_ptr<Song>> songs_;  ///< those in the report that are not lost
   typename Kind::Model model_;
   RescueReport report_;

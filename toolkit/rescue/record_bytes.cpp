@@ -1,7 +1,10 @@
 // Numbers and texts of records as bytes that may be damaged.
 #include "toolkit/rescue/internal/record_bytes.h"
 
+#include <algorithm>
+
 #include "format_converter/version0/containers/timeline.h"
+#include "toolkit/rescue/internal/salvage.h"
 
 namespace zuna_toolkit {
 
@@ -35,5 +38,21 @@ bool HasTimelineAt(std::string_view bytes, std::size_t at) {
 }
 
 std::string TextBytes(std::string_view text) { return static_cast<char>(text.size()) + std::string(text); }
+
+std::optional<std::string_view> TypedText(std::string_view bytes, std::size_t& at, bool compact,
+                                          std::size_t longest) {
+  std::size_t size = 0;
+  bool more = true;
+  for (unsigned i = 0; more && i < 4; ++i) {
+    if (at == bytes.size()) return std::nullopt;
+    const auto byte = static_cast<unsigned char>(bytes[at++]);
+    size |= static_cast<std::size_t>(compact ? byte & 0x7F : byte) << ((compact ? 7 : 8) * i);
+    more = !compact || byte > 0x7F;
+  }
+  if (size > std::min(longest, bytes.size() - at)) return std::nullopt;
+  const std::string_view text = bytes.substr(at, size);
+  at += size;
+  return IsTyped(text) ? std::optional(text) : std::nullopt;
+}
 
 }  // namespace zuna_toolkit

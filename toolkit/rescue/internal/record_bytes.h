@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -39,5 +40,10 @@ std::string TextBytes(std::string_view text);
 
 /// Whether the magic of a legacy timeline is at `at`.
 bool HasTimelineAt(std::string_view bytes, std::size_t at);
+
+/// The text at `at` in `bytes`, a file of a current version: its length has four bytes or, in the compact
+/// layout, seven bits a byte. None where it is longer than `longest`, or not typed. `at` is after it then.
+std::optional<std::string_view> TypedText(std::string_view bytes, std::size_t& at, bool compact,
+                                          std::size_t longest);
 
 }  // namespace zuna_toolkit
