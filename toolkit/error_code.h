@@ -37,6 +37,7 @@ enum class ErrorCode {
   kChangedInTransfer,    ///< "changed-in-transfer"
   kPlainFile,            ///< "plain-file"
   kMidiFile,             ///< "midi-file"
+  kArchive,              ///< "archive"
   kUnsupportedEnvelope,  ///< "unsupported-envelope"
   kCutOff,               ///< "cut-off"
   kBytesAfterEnd,        ///< "bytes-after-end"

@@ -43,6 +43,7 @@ class EnvelopeTest(WithShows):
 
     def test_tells_other_kinds_of_files(self):
         for content, message in ((b"MThd\0\0\0\6", "is a MIDI file; use midi import"),
+                                 (b"PK\3\4\x14\0\0\0", "is a zip archive; unpack it, and give the file that comes out"),
                                  (b"{}", "is plain text; use encrypt first"),
                                  (legacy_log(), "is a plain log; use encrypt first"),
                                  (legacy_show(legacy_song()), "is a plain show; use encrypt first"),

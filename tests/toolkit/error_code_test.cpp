@@ -45,14 +45,15 @@ TEST(ErrorCode, HasAKind) {
 }
 
 TEST(ErrorCode, TellsWhetherRescueMayHelp) {
-  for (const ErrorCode code : {ErrorCode::kNotEncrypted, ErrorCode::kUnsupportedEnvelope, ErrorCode::kCutOff,
-                               ErrorCode::kBytesAfterEnd, ErrorCode::kDamaged, ErrorCode::kBadContent,
-                               ErrorCode::kTextError, ErrorCode::kNotAShowOrLog}) {
+  for (const ErrorCode code :
+       {ErrorCode::kNotEncrypted, ErrorCode::kUnsupportedEnvelope, ErrorCode::kCutOff,
+        ErrorCode::kBytesAfterEnd, ErrorCode::kDamaged, ErrorCode::kBadContent, ErrorCode::kTextError,
+        ErrorCode::kNotAShowOrLog, ErrorCode::kChangedInTransfer}) {
     EXPECT_TRUE(MayRescueHelp(code)) << CodeText(code);
     const Explanation& row = ErrorExplanations()[static_cast<std::size_t>(code)];
     EXPECT_THAT(std::string(row.commands), testing::HasSubstr("zuna-convert rescue FILE -o OUT"));
   }
-  for (const ErrorCode code : {ErrorCode::kWrongKey, ErrorCode::kNothingToSave, ErrorCode::kChangedInTransfer,
+  for (const ErrorCode code : {ErrorCode::kWrongKey, ErrorCode::kNothingToSave, ErrorCode::kArchive,
                                ErrorCode::kNotFound, ErrorCode::kEmptyFile}) {
     EXPECT_FALSE(MayRescueHelp(code)) << CodeText(code);
   }

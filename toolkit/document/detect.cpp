@@ -13,6 +13,7 @@
 #include "kit/stream_size.h"
 #include "toolkit/document/internal/content.h"
 #include "toolkit/document/internal/legacy_damage.h"
+#include "toolkit/document/internal/other_formats.h"
 #include "toolkit/document/open.h"
 #include "toolkit/error.h"
 #include "toolkit/internal/translate.h"
@@ -147,6 +148,7 @@ void RequireEncryptedOrLegacySong(OpenedFile& file) {
   constexpr std::size_t kMarkSize = 8;  // bytes; those of an encrypted file are the same
   const std::string start = StartOf(file.stream(), kMarkSize);
   OnFile(file.name(), [&] {
+    RequireNoOtherFormat(start);
     const zuna_sec::TwoFishCipherStream refused(std::vector<std::uint8_t>(start.begin(), start.end()), {},
                                                 {});
   });

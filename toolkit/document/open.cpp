@@ -10,6 +10,7 @@
 #include "kit/file.h"
 #include "toolkit/document/internal/content.h"
 #include "toolkit/document/internal/legacy_damage.h"
+#include "toolkit/document/internal/other_formats.h"
 #include "toolkit/internal/translate.h"
 #include "toolkit/words.h"
 #include "zuna_sec/errors.h"
@@ -25,12 +26,10 @@ using Cipher = zuna_sec::TwoFishCipherStream;
 struct PlainKind {
   std::string problem;
   std::string remedy = "use encrypt first";
-  ErrorCode code = ErrorCode::kPlainFile;
 };
 
 /// Both texts are empty where nothing is known about it.
 PlainKind PlainKindOf(std::string_view text) {
-  if (text.starts_with("MThd")) return {"is a MIDI file", "use midi import", ErrorCode::kMidiFile};
   if (text.starts_with(version0::kChangeLogMagic)) return {"is a plain log"};
   for (const cmn::FileKind kind : {cmn::FileKind::kShow, cmn::FileKind::kLog}) {
     if (text.starts_with(cmn::BinaryMagic(kind))) return {"is a plain " + std::string(cmn::KindName(kind))};
@@ -72,10 +71,11 @@ std::pair<std::unique_ptr<Cipher>, bool> Open(const Bytes& bytes, const CipherKe
   } catch (const zuna_sec::NotEncryptedError&) {
     std::unique_ptr<Cipher> plain = MakePlain(bytes);
     if (accept == Accept::kEncryptedOrPlain) return {std::move(plain), false};
+    RequireNoOtherFormat(AsText(bytes));
     PlainKind kind = PlainKindOf(AsText(bytes));
     if (kind.problem.empty()) kind = UnmarkedKindOf(plain->GetStream());
     if (kind.problem.empty()) throw;
-    throw Error(kind.code, "", kind.problem, kind.remedy);
+    throw Error(ErrorCode::kPlainFile, "", kind.problem, kind.remedy);
   } catch (const zuna_sec::WrongKeyError&) {
     if (!key.key.empty() || !key.iv.empty()) throw;
     throw Error(ErrorCode::kNoKey, "", "is encrypted with a key, and none was given", "give its key");

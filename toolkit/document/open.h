@@ -64,9 +64,10 @@ class ZUNA_API OpenedFile {
 ZUNA_API bool IsEncrypted(std::span<const std::uint8_t> bytes);
 
 /// What `file` holds, as its content tells. A legacy show begins with no mark: what has no other mark is read
-/// as one to be sure. Throws Error (kNotAShowOrLog) where `file` is no show and no log of any version, and
-/// for a text that does not state what it holds; kNotEncrypted where `file` is not encrypted, and neither a
-/// mark nor a song tells that it is a plain show or log.
+/// as one to be sure. Throws Error: kNotAShowOrLog where `file` is no show and no log of any version,
+/// kTextError for a text that does not state what it holds, kUnsupportedVersion; and kNotEncrypted, kMidiFile
+/// or kArchive where `file` is not encrypted, and neither a mark nor a song tells that it is a plain show or
+/// log.
 ZUNA_API FileType Detect(OpenedFile& file);
 
 /// What a caller reads.

@@ -2,11 +2,14 @@
 #include "toolkit/rescue/internal/plaintext.h"
 
 #include <algorithm>
+#include <optional>
 #include <string_view>
 #include <utility>
 
 #include "cmn/file_format.h"
+#include "toolkit/document/internal/other_formats.h"
 #include "toolkit/error.h"
+#include "toolkit/rescue/internal/transfer.h"
 #include "toolkit/words.h"
 #include "zuna_sec/damaged_envelope.h"
 #include "zuna_sec/errors.h"
@@ -87,14 +90,32 @@ void SkipByteOrderMark(Plaintext& plaintext) {
   plaintext.remarks.emplace_back("a byte order mark stands before its text");
 }
 
+/// The plaintext of a file that was copied as text, where that can be undone; none otherwise.
+std::optional<Plaintext> DecryptTransferred(std::span<const std::uint8_t> bytes, const CipherKey& key) {
+  for (const ByteVector& before : BeforeTransfer(bytes)) {
+    try {
+      Plaintext plaintext = Decrypted(before, key);
+      if (!plaintext.authentic) continue;
+      plaintext.end = bytes.size();
+      plaintext.remarks.emplace_back("was copied as text; all of its bytes are as they were before");
+      return plaintext;
+    } catch (const zuna_sec::CipherError&) {
+      continue;  // It was another file.
+    }
+  }
+  return std::nullopt;
+}
+
 Plaintext DecryptFirst(std::span<const std::uint8_t> bytes, const CipherKey& key, Accept accept) {
   try {
     return Decrypted(bytes, key);
   } catch (const zuna_sec::EmptyError&) {
     throw;
   } catch (const zuna_sec::ChangedInTransferError&) {
+    if (auto plaintext = DecryptTransferred(bytes, key)) return std::move(*plaintext);
     throw;
   } catch (const zuna_sec::NotEncryptedError&) {
+    RequireNoOtherFormat(AsText(bytes));
     if (accept == Accept::kEncryptedOrPlain) return PlainBytes(bytes);
     throw;
   } catch (const zuna_sec::WrongKeyError&) {

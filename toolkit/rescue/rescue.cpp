@@ -182,7 +182,7 @@ void AddWhatFollows(RescueReport& report, const Plaintext& plaintext, std::span<
   }
   for (const std::size_t place : plaintext.others.places) {
     report.missing.push_back("the encrypted file that begins at byte " + std::to_string(place) +
-                             " of this one");
+                             " of this one (tail -c +" + std::to_string(place + 1) + " takes it)");
   }
   if (plaintext.others.more > 0) {
     report.missing.push_back("the rest of the file, with " +

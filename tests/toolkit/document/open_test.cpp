@@ -128,6 +128,19 @@ TEST_F(OpenTest, ReadsALegacyLogWithoutSongs) {
   }
 }
 
+TEST_F(OpenTest, KnowsArchives) {
+  for (const auto& [mark, problem] :
+       {std::pair{"PK\3\4", "is a zip archive"}, std::pair{"7z\xBC\xAF\x27\x1C", "is a 7z archive"},
+        std::pair{"Rar!\x1A\7", "is a RAR archive"}, std::pair{"\x1F\x8B\x08", "is compressed with gzip"},
+        std::pair{"BZh9", "is compressed with bzip2"}, std::pair{"\xFD\x37zXZ", "is compressed with xz"},
+        std::pair{"\x28\xB5\x2F\xFD", "is compressed with zstd"}}) {
+    const Error error = ErrorOf(mark + std::string(100, '\x91'));
+    EXPECT_EQ(error.code(), ErrorCode::kArchive);
+    EXPECT_EQ(error.parts().problem, problem);
+    EXPECT_EQ(error.parts().remedy, "unpack it, and give the file that comes out");
+  }
+}
+
 TEST_F(OpenTest, NamesTheFileAndTheRemedy) {
   EXPECT_EQ(ErrorOf("MThd").parts().problem, "is a MIDI file");
   EXPECT_EQ(ErrorOf("MThd").parts().remedy, "use midi import");

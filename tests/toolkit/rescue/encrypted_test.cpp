@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "tests/support/legacy_samples.h"
 #include "tests/support/rescue_accounts.h"
 #include "tests/support/sample_models.h"
@@ -132,8 +134,9 @@ TEST(RescueOfAnEncryptedFile, TellsWhereAnotherEncryptedFileBegins) {
     const Rescued rescued = zuna_toolkit::Rescue(bytes, "file", zuna_test::kKey, accept);
     EXPECT_EQ(rescued.report.saved(), 2U);
     EXPECT_FALSE(rescued.report.complete());
-    EXPECT_EQ(rescued.report.missing.back(),
-              "the encrypted file that begins at byte " + std::to_string(place) + " of this one");
+    EXPECT_EQ(rescued.report.missing.back(), "the encrypted file that begins at byte " +
+                                                 std::to_string(place) + " of this one (tail -c +" +
+                                                 std::to_string(place + 1) + " takes it)");
   }
 }
 
@@ -162,7 +165,7 @@ TEST(RescueOfAnEncryptedFile, TellsWhereAllOthersBegin) {
     for (std::size_t i = 0; i < count; ++i) {
       if (i < kTold) {
         missing.push_back("the encrypted file that begins at byte " + std::to_string(bytes.size()) +
-                          " of this one");
+                          " of this one (tail -c +" + std::to_string(bytes.size() + 1) + " takes it)");
       }
       bytes.insert(bytes.end(), one.begin(), one.end());
     }
@@ -192,17 +195,82 @@ TEST(RescueOfAnEncryptedFile, SavesNothingBehindADamagedTag) {
             "file: holds no song that can be read; get another copy of the file");
 }
 
-TEST(RescueOfAnEncryptedFile, TellsThatItWasChangedInTransfer) {
-  ByteVector bytes;  // the file, encoded as UTF-8 as if it were Latin-1
-  for (const std::uint8_t byte : Sealed()) {
-    if (byte >= 0x80) bytes.push_back(byte < 0xC0 ? 0xC2 : 0xC3);
-    bytes.push_back(byte & 0xBF);
-    if (byte < 0x80) bytes.back() = byte;
+/// `bytes`, encoded as UTF-8 as if they were Latin-1.
+ByteVector InUtf8(const ByteVector& bytes) {
+  ByteVector encoded;
+  for (const std::uint8_t byte : bytes) {
+    if (byte >= 0x80) encoded.push_back(byte < 0xC0 ? 0xC2 : 0xC3);
+    encoded.push_back(byte < 0x80 ? byte : byte & 0xBF);
   }
+  return encoded;
+}
+
+/// `bytes` with a CR before each LF, or before each that has none.
+ByteVector InCrLf(const ByteVector& bytes, bool each) {
+  ByteVector copied;
+  for (const std::uint8_t byte : bytes) {
+    if (byte == '\n' && (each || copied.back() != '\r')) copied.push_back('\r');
+    copied.push_back(byte);
+  }
+  return copied;
+}
+
+/// `bytes` with LF for each CR LF.
+ByteVector InLf(const ByteVector& bytes) {
+  ByteVector copied;
+  for (const std::uint8_t byte : bytes) {
+    if (byte == '\n' && !copied.empty() && copied.back() == '\r') copied.pop_back();
+    copied.push_back(byte);
+  }
+  return copied;
+}
+
+TEST(RescueOfAnEncryptedFile, UndoesACopyAsText) {
+  const ByteVector bytes = Sealed();
+  const Texts remark{"was copied as text; all of its bytes are as they were before"};
+  for (const ByteVector& copied : {InUtf8(bytes), InCrLf(bytes, true), InCrLf(bytes, false), InLf(bytes)}) {
+    const Rescued rescued = RescuedOfSealed(copied);
+    EXPECT_TRUE(rescued.report.complete());
+    EXPECT_TRUE(rescued.report.songs.front().vouched);
+    EXPECT_EQ(rescued.report.remarks, remark);
+    EXPECT_EQ(zuna_test::Written(rescued.document.As<zuna_toolkit::LegacyShow>()->show),
+              zuna_test::Written(zuna_test::SampleLegacyShow()));
+  }
+}
+
+TEST(RescueOfAnEncryptedFile, TellsThatItWasChangedInTransfer) {
+  const std::string message = "file: was changed in transfer: ";
+  const ByteVector bytes = Sealed();
+  ByteVector damaged = InUtf8(bytes);
+  damaged.back() ^= 1;
+  ByteVector without_cr = bytes;
+  without_cr.push_back('\r');  // as a part of the file that was lost
+  without_cr = InLf(without_cr);
+  without_cr.pop_back();
+  without_cr.pop_back();
   for (const auto accept : {zuna_toolkit::Accept::kEncrypted, zuna_toolkit::Accept::kEncryptedOrPlain}) {
-    EXPECT_EQ(Refusal(ErrorCode::kChangedInTransfer, bytes, "file"s, zuna_test::kKey, accept),
-              "file: was changed in transfer: its bytes were encoded as UTF-8 (offset 0); copy it again as "
-              "binary");
+    EXPECT_EQ(Refusal(ErrorCode::kChangedInTransfer, damaged, "file"s, zuna_test::kKey, accept),
+              message + "its bytes were encoded as UTF-8 (offset 0); copy it again as binary");
+    EXPECT_EQ(Refusal(ErrorCode::kChangedInTransfer, without_cr, "file"s, zuna_test::kKey, accept),
+              message + "its line ends are not as they were (offset 4); copy it again as binary");
+    EXPECT_EQ(Refusal(ErrorCode::kChangedInTransfer, InUtf8(bytes), "file"s, CipherKey{{1}, {}}, accept),
+              message + "its bytes were encoded as UTF-8 (offset 0); copy it again as binary");
+  }
+}
+
+TEST(RescueOfAnotherFile, NamesItsFormat) {
+  const auto accept = zuna_toolkit::Accept::kEncryptedOrPlain;
+  const ByteVector sealed = Sealed();
+  for (const auto& [mark, code, problem] :
+       {std::tuple{"MThd\0\0\0\6"s, ErrorCode::kMidiFile, "file: is a MIDI file; use midi import"s},
+        std::tuple{"PK\3\4\x14\0\0\0"s, ErrorCode::kArchive,
+                   "file: is a zip archive; unpack it, and give the file that comes out"s},
+        std::tuple{"\x1F\x8B\x08\0\0\0"s, ErrorCode::kArchive,
+                   "file: is compressed with gzip; unpack it, and give the file that comes out"s}}) {
+    ByteVector bytes = zuna_test::FromText(mark + "music.showdata");
+    EXPECT_EQ(Refusal(code, bytes, "file"s, zuna_test::kKey, accept), problem);
+    bytes.insert(bytes.end(), sealed.begin(), sealed.end());
+    EXPECT_EQ(Refusal(code, bytes, "file"s, zuna_test::kKey, accept), problem);
   }
 }
 

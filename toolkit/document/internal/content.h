@@ -42,8 +42,8 @@ void RequireReadableText(std::istream& stream);
 /// form.
 void RequireNoDamagedMark(std::istream& stream);
 
-/// Throws Error (kNotEncrypted) where `file`, which has no mark, is neither encrypted nor a legacy show of
-/// which a song can be read: nothing tells that it is a show or a log.
+/// Throws Error (kNotEncrypted, kMidiFile, kArchive) where `file`, which has no mark, is neither encrypted
+/// nor a legacy show of which a song can be read: nothing tells that it is a show or a log.
 void RequireEncryptedOrLegacySong(OpenedFile& file);
 
 /// Reads a legacy show from the beginning of the stream, which is behind its last song then. A show without
