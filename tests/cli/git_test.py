@@ -7,7 +7,7 @@ import re
 import subprocess
 import unittest
 
-from tool import TOOL, WithLogs, legacy_show, legacy_song
+from tool import BAD_INPUT, TOOL, WithLogs, legacy_show, legacy_song
 
 PAGE = pathlib.Path(__file__).parents[2] / "docs/keeping-shows-in-git.md"
 
@@ -76,7 +76,8 @@ class GitTest(WithLogs):
         self.sh("git mv opera.showdata gala.showdata")
         self.assertEqual(self.sh("git diff --cached"), "opera.showdata -> gala.showdata:\n")
 
-    def test_merges_text_forms(self):
+    def merge_block(self, theirs, ours):
+        """Merges branches that give songs other names, as pairs of index and name; gives the commands of the page."""
         def change(song, name):
             document = json.loads(self.run_tool("dump", "new.showdata").stdout)
             document["songs"][song]["songName"] = name
@@ -87,17 +88,30 @@ class GitTest(WithLogs):
         self.put("opera.showdata", self.read("new.showdata"))
         self.commit()
         self.sh("git checkout -q -b other")
-        change(0, "Deux")
+        change(*theirs)
         self.sh("git checkout -q -")
-        change(1, "Dix")
+        change(*ours)
         self.sh("git merge -q other", code=1)
+        return (block.replace("    ", "") for block in
+                re.findall(r"((?:    (?:git|for|zuna-convert|rm) .*\n){3,})", PAGE.read_text())[-2:])
+
+    def test_merges_text_forms(self):
+        compare, merge = self.merge_block((0, "Deux"), (1, "Dix"))
         self.assertEqual(self.sh("git diff --ours"), "opera.showdata:\n  is in conflict\n")
-        compare, merge = (block.replace("    ", "") for block in
-                          re.findall(r"((?:    (?:git|for|zuna-convert|rm) .*\n){3,})", PAGE.read_text())[-2:])
         self.assertIn('name: "Two" becomes "Deux"', self.sh(compare.splitlines()[0]))
         self.sh(merge)
         self.assertEqual(self.sh("git diff HEAD"), 'opera.showdata:\nsong 2:\n  name: "Two" becomes "Deux"\n')
         self.assertEqual(self.sh("git status --porcelain"), "M  opera.showdata\n")
+
+    def test_leaves_the_conflict_where_text_forms_have_one(self):
+        _, merge = self.merge_block((0, "Deux"), (0, "Zwei"))
+        self.assertIn("a merge has left a conflict here", self.sh(merge, code=BAD_INPUT))
+        self.assertIn("UU opera.showdata\n", self.sh("git status --porcelain"))
+        text = pathlib.Path(self.repository, "2.json")
+        text.write_text(re.sub(r"<<<<<<<.*\n(?:.*\n)*?=======\n((?:.*\n)*?)>>>>>>>.*\n", r"\1", text.read_text()))
+        self.sh(merge.splitlines()[-1])
+        self.assertEqual(self.sh("git status --porcelain"), "M  opera.showdata\n")
+        self.assertEqual(self.sh("git diff HEAD"), 'opera.showdata:\nsong 2:\n  name: "Zwei" becomes "Deux"\n')
 
     def test_stops_where_a_file_cannot_be_compared(self):
         self.put("a.logdata", self.read("new.log"))
