@@ -115,7 +115,11 @@ void RunEdit(const std::string& path, Context& context) {
     context.NoteSealed(*key, destination);
     destination.Write(sealed, [&] { RequireUnchanged(path, bytes); });
   } catch (...) {
-    if (edited.is_kept()) PrintLine(NoteLine(edited.path(), "has the edited text"));
+    if (edited.is_kept()) {
+      PrintLine(NoteLine(edited.path(),
+                         "has the edited text; once it is correct, it replaces the file with "
+                         "zuna-convert build TEXT -o FILE --force"));
+    }
     throw;
   }
   edited.Remove();
