@@ -20,7 +20,7 @@ constexpr std::array kArchiveMarks = {
     ArchiveMark{"7z\xBC\xAF\x27\x1C", "is a 7z archive"},
     ArchiveMark{"Rar!\x1A\x07", "is a RAR archive"},
     ArchiveMark{"\x1F\x8B\x08", "is compressed with gzip"},
-    ArchiveMark{"BZh", "is compressed with bzip2"},
+    ArchiveMark{"BZh91AY&SY", "is compressed with bzip2"},
     ArchiveMark{"\xFD"
                 "7zXZ",
                 "is compressed with xz"},

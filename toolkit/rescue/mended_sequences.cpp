@@ -86,7 +86,7 @@ class SequenceMender {
     for (const SequenceKind& kind : kinds_) {
       if (IsSeen(kind)) continue;
       mended_.bytes += SequenceBytes(kind, "");
-      mended_.remarks.push_back("its " + std::string(kind.what) + " are missing");
+      mended_.remarks.push_back("its " + std::string(kind.what) + ", if it had any, are missing");
     }
   }
 

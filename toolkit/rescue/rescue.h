@@ -36,7 +36,7 @@ struct RescuedSong {
   std::optional<std::uint64_t> offset = {};  ///< in the decrypted file, where it was looked for
   std::optional<std::uint64_t> end = {};     ///< after its last byte there
   SongState state = SongState::kWhole;       ///< what came back of it
-  std::vector<std::string> remarks = {};     ///< what is missing, changed or odd: "its keys are missing"
+  std::vector<std::string> remarks = {};     ///< what is missing, changed or odd: "its number is missing"
   bool vouched = false;                      ///< whether the encryption or a checksum shows no change
 };
 
@@ -67,11 +67,13 @@ struct Rescued {
 };
 
 /// Reads what can still be read of the file `bytes`, which `name` is what messages call. Encrypted files are
-/// decrypted although they were changed or cut. In time and memory that grow with the size. Songs of one
-/// number are all kept, under numbers of their own. Throws Error: kWrongKey and kNoKey, kCutOff for an
-/// encrypted file that ends inside its header, what OpenedFile::FromBytes() throws for a file that is not
-/// encrypted where `accept` wants that, kNothingToSave where no song came back (kTextError for a text that
-/// is not encrypted), and kInternal where what came back would not be read back as it is written.
+/// decrypted although they were changed or cut, and those that were copied as text where that can be undone.
+/// In time and memory that grow with the size. Songs of one number are all kept, under numbers of their own.
+/// Throws Error: kWrongKey and kNoKey, kCutOff for an encrypted file that ends inside its header,
+/// kChangedInTransfer, kMidiFile and kArchive for files of other formats, what OpenedFile::FromBytes() throws
+/// for a file that is not encrypted where `accept` wants that, kNothingToSave where no song came back
+/// (kTextError for a text that is not encrypted), and kInternal where what came back would not be read back
+/// as it is written.
 ZUNA_API Rescued Rescue(std::span<const std::uint8_t> bytes, const std::string& name, const CipherKey& key,
                         Accept accept = Accept::kEncrypted);
 

@@ -132,7 +132,8 @@ TEST_F(OpenTest, KnowsArchives) {
   for (const auto& [mark, problem] :
        {std::pair{"PK\3\4", "is a zip archive"}, std::pair{"7z\xBC\xAF\x27\x1C", "is a 7z archive"},
         std::pair{"Rar!\x1A\7", "is a RAR archive"}, std::pair{"\x1F\x8B\x08", "is compressed with gzip"},
-        std::pair{"BZh9", "is compressed with bzip2"}, std::pair{"\xFD\x37zXZ", "is compressed with xz"},
+        std::pair{"BZh91AY&SY", "is compressed with bzip2"},
+        std::pair{"\xFD\x37zXZ", "is compressed with xz"},
         std::pair{"\x28\xB5\x2F\xFD", "is compressed with zstd"}}) {
     const Error error = ErrorOf(mark + std::string(100, '\x91'));
     EXPECT_EQ(error.code(), ErrorCode::kArchive);

@@ -192,7 +192,7 @@ TEST(RescueOfLegacyShows, GoesOnWithTheNextListAfterDamage) {
   const auto& song = rescued.report.songs.at(3);
   EXPECT_EQ(song.state, zuna_toolkit::SongState::kPartly);
   EXPECT_EQ(song.remarks.at(0), "the beginning of its timeline is missing");
-  EXPECT_EQ(song.remarks.at(1), "its tempos are missing");
+  EXPECT_EQ(song.remarks.at(1), "its tempos, if it had any, are missing");
   const auto& timeline_back = rescued.document.As<LegacyShow>()->show.songs.at(song.number).timeline;
   EXPECT_EQ(timeline_back.meters.size(), 2U);
   EXPECT_EQ(timeline_back.keys.size(), 1U);

@@ -193,9 +193,10 @@ TEST(RescueOfALegacySong, TakesNoTimelineOfTheNextSong) {
   const std::size_t timeline = Show().find("TLMN", third - SongSize());
   const Rescued rescued = RescuedWithZeros(timeline, third + kFirstEvent);
   EXPECT_EQ(rescued.report.songs.at(1).remarks,
-            (Texts{"the beginning of its timeline is missing", "its tempos are missing",
-                   "its bar labels are missing", "its keys are missing", "its page numbers are missing",
-                   "its meters are missing", "it gets 120 quarter notes a minute in place of its tempos",
+            (Texts{"the beginning of its timeline is missing", "its tempos, if it had any, are missing",
+                   "its bar labels, if it had any, are missing", "its keys, if it had any, are missing",
+                   "its page numbers, if it had any, are missing", "its meters, if it had any, are missing",
+                   "it gets 120 quarter notes a minute in place of its tempos",
                    "it gets 4/4 in place of its meters"}));
 }
 
@@ -203,7 +204,7 @@ TEST(RescueOfALegacySong, TakesNoListsOfTheNextSong) {
   const std::size_t third = kSongBegin + 2 * SongSize();
   const Rescued rescued = RescuedWithZeros(third - 14, third + kFirstEvent);  // from the meters on
   EXPECT_EQ(rescued.report.songs.at(1).remarks,
-            (Texts{"its meters are missing", "it gets 4/4 in place of its meters"}));
+            (Texts{"its meters, if it had any, are missing", "it gets 4/4 in place of its meters"}));
 }
 
 TEST(RescueOfALegacySong, IsOneSongWhereNothingButTheBeginningOfItsTimelineIsLeft) {

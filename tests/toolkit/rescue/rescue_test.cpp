@@ -97,8 +97,9 @@ TEST(Rescue, TakesTheOtherListsWhereOneIsDamaged) {
   const Rescued rescued = RescuedOf(ShowWith(58, 'x'));  // the code of the keys
   const RescuedSong song = SongAt(rescued.report, 1);
   EXPECT_EQ(song.state, SongState::kPartly);
-  EXPECT_EQ(song.remarks, (Texts{"its keys are missing", "its page numbers are missing",
-                                 "it gets 120 quarter notes a minute in place of its tempos", kUnlisted[0]}));
+  EXPECT_EQ(song.remarks,
+            (Texts{"its keys, if it had any, are missing", "its page numbers, if it had any, are missing",
+                   "it gets 120 quarter notes a minute in place of its tempos", kUnlisted[0]}));
   EXPECT_EQ(rescued.report.unread, (std::vector<ByteRange>{{83 + 58, 83 + 68}}));
 }
 
@@ -191,7 +192,7 @@ TEST(Rescue, TakesTheEditsBeforeACut) {
   const Rescued rescued = RescuedOf(log.substr(0, markers));
   const RescuedSong song = SongAt(rescued.report, 0);
   EXPECT_EQ(song.number, "12a");
-  EXPECT_EQ(song.remarks, Texts{"its markers are missing"});
+  EXPECT_EQ(song.remarks, Texts{"its markers, if it had any, are missing"});
   EXPECT_EQ(rescued.document.As<LegacyLog>()->log.songs.at("12a").cuts.size(), 1U);
   EXPECT_EQ(rescued.document.As<LegacyLog>()->log.show_name, "Opera");
 }
