@@ -14,12 +14,12 @@ namespace zuna_toolkit {
 
 namespace {
 
-using ByteVector = std::vector<std::uint8_t>;
-using Bytes = std::span<const std::uint8_t>;
+using FileContent = std::vector<std::uint8_t>;
+using ContentView = std::span<const std::uint8_t>;
 
 /// The bytes without the CR before each LF.
-ByteVector WithoutCarriageReturns(Bytes bytes) {
-  ByteVector without;
+FileContent WithoutCarriageReturns(ContentView bytes) {
+  FileContent without;
   without.reserve(bytes.size());
   for (std::size_t i = 0; i < bytes.size(); ++i) {
     if (bytes[i] == '\r' && i + 1 < bytes.size() && bytes[i + 1] == '\n') continue;
@@ -29,8 +29,8 @@ ByteVector WithoutCarriageReturns(Bytes bytes) {
 }
 
 /// The bytes that became UTF-8 as if they had been Latin-1; none where these are not.
-std::optional<ByteVector> WithoutUtf8(Bytes bytes) {
-  ByteVector without;
+std::optional<FileContent> WithoutUtf8(ContentView bytes) {
+  FileContent without;
   without.reserve(bytes.size());
   for (std::size_t i = 0; i < bytes.size(); ++i) {
     if (bytes[i] < 0x80) {
@@ -46,16 +46,16 @@ std::optional<ByteVector> WithoutUtf8(Bytes bytes) {
 }
 
 /// The magic, and then `rest`.
-ByteVector WithMagic(Bytes rest) {
+FileContent WithMagic(ContentView rest) {
   constexpr auto& kMagic = zuna_sec::kEnvelopeMagic;
-  ByteVector file(kMagic.size() + rest.size());
+  FileContent file(kMagic.size() + rest.size());
   std::copy(rest.begin(), rest.end(), std::copy(kMagic.begin(), kMagic.end(), file.begin()));
   return file;
 }
 
 }  // namespace
 
-std::vector<ByteVector> BeforeTransfer(Bytes bytes) {
+std::vector<FileContent> BeforeTransfer(ContentView bytes) {
   constexpr std::string_view kLfAlone = "\x89ZSC\n\x1a\n";           // CR LF became LF
   constexpr std::string_view kEachLfCrLf = "\x89ZSC\r\r\n\x1a\r\n";  // LF became CR LF
   constexpr std::string_view kLoneLfCrLf = "\x89ZSC\r\n\x1a\r\n";    // LF became CR LF, and CR LF stayed
