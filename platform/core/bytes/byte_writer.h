@@ -12,7 +12,7 @@
 
 namespace zuna_core {
 
-/// A variable-length integer and the `size` low bytes of `bytes` after it.
+/// A variable-length integer and the `size` low bytes of `bytes` after it; 8 bytes in all at most.
 struct VarintRecord {
   std::uint64_t varint;
   std::uint64_t bytes;
@@ -63,10 +63,11 @@ class ByteWriter {
     auto entry = entries.begin();
     for (std::size_t left = entries.size(); left != 0;) {
       const std::size_t block = std::min(left, kBlock);
-      char* to = output_.Room(block * (8 + 8));
+      char* to = output_.Room(block * 8);
       for (std::size_t i = 0; i < block; ++i, ++entry) {
         const VarintRecord record = make_record(*entry);
-        to = PutFixed(PutVarint(to, record.varint), record.bytes, record.size);
+        const EncodedVarint varint = EncodeVarint(record.varint);
+        to = PutFixed(to, varint.bytes | record.bytes << (8 * varint.size), varint.size + record.size);
       }
       output_.Commit(to);
       left -= block;

@@ -33,22 +33,43 @@ inline std::uint64_t GetFixed(const char* from, std::size_t size) {
 /// Longest variable-length integer in use: 35 bits hold every 33-bit number.
 inline constexpr std::size_t kMaxVarintSize = 5;
 
+/// The numbers below this take one or two bytes as variable-length integers. Nearly all are: that they are is
+/// the one branch of what follows. The sizes within are hard to predict, and a wrong prediction costs more
+/// than the computation.
+inline constexpr std::uint64_t kVarintOfThreeBytes = std::uint64_t{1} << 14;
+
 /// The bytes that PutVarint() takes for `value`: one for every 7 bits that it has, at least one.
 inline std::size_t VarintSize(std::uint64_t value) {
+  if (value < kVarintOfThreeBytes) return 1 + static_cast<std::size_t>(value > 0x7F);
   const auto bits = static_cast<std::size_t>(std::bit_width(value | 1));
   return (bits * 9 + 64) / 64;  // (bits + 6) / 7 for up to 63 bits, without a division
 }
 
-/// Puts `value` (below 2^35) in groups of 7 bits, lowest first; the high bit of a byte says that another one
-/// follows (unsigned LEB128, DWARF 5 section 7.6). 300 is 10 0101100 in binary and gives AC 02: first
-/// 1 0101100, then 0 0000010. Writes 8 bytes whatever the number needs. Has no branch because the sizes of
-/// time differences are hard to predict, and a wrong prediction costs more.
-inline char* PutVarint(char* to, std::uint64_t value) {
+/// A variable-length integer: its `size` bytes, lowest first.
+struct EncodedVarint {
+  std::uint64_t bytes;
+  std::size_t size;
+};
+
+/// `value` (below 2^35) in groups of 7 bits, lowest first; the high bit of a byte says that another one
+/// follows (unsigned LEB128, DWARF 5 section 7.6). 300 is 10 0101100 in binary and gives AC 02: first 1
+/// 0101100, then 0 0000010.
+inline EncodedVarint EncodeVarint(std::uint64_t value) {
+  const std::size_t size = VarintSize(value);
+  if (value < kVarintOfThreeBytes) {
+    return {(value & 0x7F) | (std::uint64_t{size} - 1) << 7 | value >> 7 << 8, size};
+  }
   const std::uint64_t groups = (value & 0x7F) | (value << 1 & 0x7F00) | (value << 2 & 0x7F0000) |
                                (value << 3 & 0x7F000000) | (value << 4 & 0x7F00000000);
-  const std::size_t size = VarintSize(value);
   const std::uint64_t before_last = (std::uint64_t{1} << (8 * (size - 1))) - 1;
-  return PutFixed(to, groups | (0x8080808080 & before_last), size);
+  return {groups | (0x8080808080 & before_last), size};
+}
+
+/// Puts `value` (below 2^35) as a variable-length integer, and writes 8 bytes whatever it needs. Returns its
+/// end.
+inline char* PutVarint(char* to, std::uint64_t value) {
+  const EncodedVarint varint = EncodeVarint(value);
+  return PutFixed(to, varint.bytes, varint.size);
 }
 
 /// Reads what PutVarint() wrote and moves `from` past it. False where the bytes end first or are not the

@@ -51,7 +51,7 @@ void PutCompactMessages(Sink& sink, const Messages& messages) {
   std::uint8_t running = 0;
   sink.Records(messages, [&](const Messages::value_type& entry) {
     const auto& [time, message] = entry;
-    // Without branches, for the same reason as in PutVarint().
+    // Without branches: where the status changes is hard to predict.
     const auto changed = static_cast<std::size_t>(message.status != running);
     const std::uint64_t step = std::uint64_t{static_cast<std::uint32_t>(time - before)} << 1;
     const std::uint64_t data = std::uint64_t{message.data1} | std::uint64_t{message.data2} << 8;
