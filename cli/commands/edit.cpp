@@ -116,9 +116,7 @@ void RunEdit(const std::string& path, Context& context) {
     destination.Write(sealed, [&] { RequireUnchanged(path, bytes); });
   } catch (...) {
     if (edited.is_kept()) {
-      PrintLine(NoteLine(edited.path(),
-                         "has the edited text; once it is correct, it replaces the file with "
-                         "zuna-convert build TEXT -o FILE --force"));
+      PrintLine(NoteLine(edited.path(), "has the edited text, of which zuna-convert build makes a file"));
     }
     throw;
   }

@@ -165,8 +165,8 @@ class Edit(TextFormTest):
         kept, = self.kept()
         self.assertRegex(done.stderr.decode(), 'unknown key "songNam"; did you mean "songName"\\? '
                          r"\(line 8, column \d+\); correct the text \[text-error\]\n")
-        self.assertIn(f"zuna-convert: {self.path(kept)}: has the edited text; once it is correct, it replaces the file with "
-                      "zuna-convert build TEXT -o FILE --force\n", done.stderr.decode())
+        self.assertIn(f"zuna-convert: {self.path(kept)}: has the edited text, of which zuna-convert build makes a file\n",
+                      done.stderr.decode())
         self.assertEqual(self.read("1.2.showdata"), before)
         self.assertIn(b'"songNam"', self.read(kept))
 
@@ -249,7 +249,7 @@ class Edit(TextFormTest):
         self.editor("sed -i s/Greensleeves/Changed/ \"$1\"; exit 1\n")
         done = self.run_tool("edit", "1.2.showdata", code=IO)
         kept, = self.kept()
-        self.assertIn(f"zuna-convert: {self.path(kept)}: has the edited text; ", done.stderr.decode())
+        self.assertIn(f"zuna-convert: {self.path(kept)}: has the edited text, ", done.stderr.decode())
         self.assertIn(b"Changed", self.read(kept))
         self.assertEqual(self.read("1.2.showdata"), before)
 
