@@ -71,7 +71,7 @@ std::pair<std::unique_ptr<Cipher>, bool> Open(const Bytes& bytes, const CipherKe
   } catch (const zuna_sec::NotEncryptedError&) {
     std::unique_ptr<Cipher> plain = MakePlain(bytes);
     if (accept == Accept::kEncryptedOrPlain) return {std::move(plain), false};
-    RequireNoOtherFormat(AsText(bytes));
+    if (!HoldsLegacySong(plain->GetStream())) RequireNoOtherFormat(AsText(bytes));
     PlainKind kind = PlainKindOf(AsText(bytes));
     if (kind.problem.empty()) kind = UnmarkedKindOf(plain->GetStream());
     if (kind.problem.empty()) throw;

@@ -44,7 +44,7 @@ class BinarySalvage {
       const std::size_t next = Find(at + 1);
       if (song && IsSong(at, *song) && end <= next) {
         Keep(song, at, end, "its end does not meet the next song");
-        if (end < next && IsNumberBefore(song->song_number, NumberAt(end), Kind::kOrder)) {
+        if (end < next && MayBeSong(end, song->song_number, next)) {
           gaps_.push_back({report_.songs.size(), end, next});
         }
         at = next;
@@ -62,20 +62,7 @@ class BinarySalvage {
 
  private:
   using Song = typename Kind::Song;
-
-  /// The head as it can be read.
-  struct Head {
-    typename Kind::Model model;
-    std::uint64_t songs = 0;  ///< how many it states
-    std::size_t end = 0;
-  };
-
-  /// Bytes that may be those of a song.
-  struct Gap {
-    std::size_t song = 0;  ///< how many songs are before it in the report
-    std::size_t begin = 0;
-    std::size_t end = 0;
-  };
+  using Head = CurrentHead<Kind>;
 
   std::optional<Head> HeadAtBegin() const {
     std::size_t at = std::min(kBinaryHeaderSize, bytes_.size());
@@ -114,7 +101,8 @@ class BinarySalvage {
   /// lost song. So the song before it is whole.
   void TakeGapsAsSongs() {
     const auto stated = uncertain_head_ ? uncertain_head_->songs : report_.stated_songs;
-    const bool agrees = stated == report_.songs.size() + gaps_.size();
+    const bool is_cut = stated_size_ > bytes_.size();  // Songs after the cut would count as gaps.
+    const bool agrees = !is_cut && stated == report_.songs.size() + gaps_.size();
     if (uncertain_head_ && agrees) TakeHead(std::move(*uncertain_head_));
     if (uncertain_head_ && !agrees) report_.missing.emplace_back(Kind::kHead);
     if (!agrees) return;
@@ -150,6 +138,14 @@ class BinarySalvage {
   /// The number of the song that begins at `at`; empty where none can be typed.
   std::string NumberAt(std::size_t at) const {
     return std::string(TypedText(bytes_, at, compact_, kLongestTypedNumber).value_or(""));
+  }
+
+  /// Whether the number at `at` is between that of the song before and the one of the song at `next`, if one
+  /// is there.
+  bool MayBeSong(std::size_t at, const std::string& before, std::size_t next) const {
+    const std::string number = NumberAt(at);
+    return IsNumberBefore(before, number, Kind::kOrder) &&
+           (next == bytes_.size() || IsNumberBefore(number, NumberAt(next), Kind::kOrder));
   }
 
   /// Whether a song with a number and a name that can be typed may begin at `at`.
@@ -233,7 +229,7 @@ class BinarySalvage {
   Steps steps_;
   std::uint64_t failed_at_ = 0;               ///< where the last song that could not be read is wrong
   std::optional<Head> uncertain_head_;        ///< where no song is known to follow it
-  std::vector<Gap> gaps_;                     ///< in the order of the file
+  std::vector<SongGap> gaps_;                 ///< in the order of the file
   std::vector<std::shared_ptr<Song>> songs_;  ///< those in the report that are not lost
   typename Kind::Model model_;
   RescueReport report_;

@@ -3,10 +3,12 @@
 
 #include <algorithm>
 #include <optional>
+#include <sstream>
 #include <string_view>
 #include <utility>
 
 #include "cmn/file_format.h"
+#include "toolkit/document/internal/legacy_damage.h"
 #include "toolkit/document/internal/other_formats.h"
 #include "toolkit/error.h"
 #include "toolkit/rescue/internal/transfer.h"
@@ -95,9 +97,10 @@ std::optional<Plaintext> DecryptTransferred(std::span<const std::uint8_t> bytes,
   for (const ByteVector& before : BeforeTransfer(bytes)) {
     try {
       Plaintext plaintext = Decrypted(before, key);
-      if (!plaintext.authentic) continue;
+      const bool is_whole = plaintext.authentic && plaintext.end == before.size();
+      if (!is_whole) continue;  // What follows it would be told by offsets of another file.
       plaintext.end = bytes.size();
-      plaintext.remarks.emplace_back("was copied as text; all of its bytes are as they were before");
+      plaintext.remarks.emplace_back("was copied as text; the copy is undone, and all bytes are verified");
       return plaintext;
     } catch (const zuna_sec::CipherError&) {
       continue;  // It was another file.
@@ -115,7 +118,8 @@ Plaintext DecryptFirst(std::span<const std::uint8_t> bytes, const CipherKey& key
     if (auto plaintext = DecryptTransferred(bytes, key)) return std::move(*plaintext);
     throw;
   } catch (const zuna_sec::NotEncryptedError&) {
-    RequireNoOtherFormat(AsText(bytes));
+    std::istringstream plain{std::string(AsText(bytes))};
+    if (!HoldsLegacySong(plain)) RequireNoOtherFormat(AsText(bytes));
     if (accept == Accept::kEncryptedOrPlain) return PlainBytes(bytes);
     throw;
   } catch (const zuna_sec::WrongKeyError&) {

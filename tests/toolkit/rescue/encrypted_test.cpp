@@ -227,7 +227,7 @@ ByteVector InLf(const ByteVector& bytes) {
 
 TEST(RescueOfAnEncryptedFile, UndoesACopyAsText) {
   const ByteVector bytes = Sealed();
-  const Texts remark{"was copied as text; all of its bytes are as they were before"};
+  const Texts remark{"was copied as text; the copy is undone, and all bytes are verified"};
   for (const ByteVector& copied : {InUtf8(bytes), InCrLf(bytes, true), InCrLf(bytes, false), InLf(bytes)}) {
     const Rescued rescued = RescuedOfSealed(copied);
     EXPECT_TRUE(rescued.report.complete());
@@ -255,6 +255,20 @@ TEST(RescueOfAnEncryptedFile, TellsThatItWasChangedInTransfer) {
               message + "its line ends are not as they were (offset 4); copy it again as binary");
     EXPECT_EQ(Refusal(ErrorCode::kChangedInTransfer, InUtf8(bytes), "file"s, CipherKey{{1}, {}}, accept),
               message + "its bytes were encoded as UTF-8 (offset 0); copy it again as binary");
+  }
+}
+
+TEST(RescueOfAnEncryptedFile, UndoesNoCopyOfMoreThanOneFile) {
+  const ByteVector one = Sealed();
+  ByteVector two = one;
+  two.insert(two.end(), one.begin(), one.end());
+  ByteVector more = one;
+  more.insert(more.end(), 2, 'x');
+  for (const ByteVector& bytes : {two, more}) {
+    for (const ByteVector& copied : {InCrLf(bytes, true), InUtf8(bytes)}) {
+      const std::string said = Refusal(ErrorCode::kChangedInTransfer, copied, "file"s, zuna_test::kKey);
+      EXPECT_EQ(said.substr(0, said.find(':', 6)), "file: was changed in transfer");
+    }
   }
 }
 

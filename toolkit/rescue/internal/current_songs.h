@@ -2,6 +2,8 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
@@ -84,6 +86,21 @@ struct CurrentLogs {
     return log;
   }
   static void Add(Model& log, std::shared_ptr<Song> song) { log.AddSongLog(std::move(song)); }
+};
+
+/// The head of a file as it can be read.
+template <typename Kind>
+struct CurrentHead {
+  typename Kind::Model model;
+  std::uint64_t songs = 0;  ///< how many it states
+  std::size_t end = 0;      ///< offset after it
+};
+
+/// Bytes that may be those of a song.
+struct SongGap {
+  std::size_t song = 0;   ///< how many songs are before it in the report
+  std::size_t begin = 0;  ///< offset of its first byte
+  std::size_t end = 0;    ///< offset after its last byte
 };
 
 /// Adds `songs`, which are those in `report` that are not lost, under numbers of their own.
