@@ -2,7 +2,10 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
+#include <csignal>
 #include <filesystem>
 #include <iostream>
 #include <iterator>
@@ -10,6 +13,7 @@
 #include <vector>
 
 #include "kit/error.h"
+#include "tests/support/file_size_limit.h"
 #include "tests/support/temporary_folder.h"
 #include "zuna_sec/cipher_stream.h"
 #include "zuna_sec/errors.h"
@@ -129,6 +133,26 @@ TEST(CipherStream, ANewFileIsReadableByItsOwnerOnlyAndAReplacedOneKeepsItsMode) 
   std::filesystem::permissions(folder / "file", std::filesystem::perms{0640});
   stream.WriteToFile(folder / "file");
   EXPECT_EQ(mode(), std::filesystem::perms{0640});
+}
+
+/// Ends the process where `stream` first writes bytes into a file, so that the file stays as it is then.
+[[noreturn]] void EndInWriteToFile(TwoFishCipherStream& stream, const std::string& path) {
+  ::umask(0);
+  const zuna_test::FileSizeLimit limit(0);
+  std::signal(SIGXFSZ, [](int) { ::_exit(0); });
+  stream.WriteToFile(path);
+  ::_exit(1);
+}
+
+TEST(CipherStream, AFileIsReadableByItsOwnerOnlyFromItsBeginning) {
+  const TemporaryFolder folder;
+  TwoFishCipherStream stream(std::string(), kKey, kIv);
+  stream.GetStream() << kText;
+  EXPECT_EXIT(EndInWriteToFile(stream, folder / "file"), testing::ExitedWithCode(0), "");
+  for (const std::string& name : folder.Names()) {
+    const auto mode = std::filesystem::status(folder / name).permissions();
+    EXPECT_EQ(mode & std::filesystem::perms{0077}, std::filesystem::perms::none) << name;
+  }
 }
 
 TEST(CipherStream, APathThatNamesNoFile) {
