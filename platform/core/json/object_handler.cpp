@@ -152,6 +152,15 @@ std::vector<std::string> ObjectHandler::UnseenKeys(const Frame& frame) {
   return keys;
 }
 
+/// What may stand in the place of an unknown key: one that looks like it, or all that are left.
+std::string ObjectHandler::HintAtKeys(std::string_view unknown, const Frame& frame) {
+  const std::vector<std::string> keys = UnseenKeys(frame);
+  std::string hint = kit::Suggestion(unknown, keys);
+  if (!hint.empty()) return hint;
+  for (const std::string& key : keys) hint += (hint.empty() ? "; expected \"" : ", \"") + key + '"';
+  return hint;
+}
+
 bool ObjectHandler::FindMember(std::string_view key, Code& code) {
   Frame& frame = top();
   if (frame.level == Level::kBits) return OnlyKey("bits", key, code);
@@ -167,7 +176,7 @@ bool ObjectHandler::FindMember(std::string_view key, Code& code) {
     return true;
   }
   frame.member = nullptr;
-  return Fail(code, "unknown key " + zuna_core::Quote(key) + kit::Suggestion(key, UnseenKeys(frame)));
+  return Fail(code, "unknown key " + zuna_core::Quote(key) + HintAtKeys(key, frame));
 }
 
 /// Takes the key of an object that states a float or a text.

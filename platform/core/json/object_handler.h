@@ -103,6 +103,7 @@ class ObjectHandler : public IgnoreEvents {
   bool BeginObject(const ObjectType& type, void* target, const BoundMember* owner);
   bool BeginRow(const RowType& type);
   static std::vector<std::string> UnseenKeys(const Frame& frame);
+  static std::string HintAtKeys(std::string_view unknown, const Frame& frame);
   bool FindMember(std::string_view key, Code& code);
   bool OnlyKey(std::string_view known, std::string_view key, Code& code);
   bool EndBits(Code& code);

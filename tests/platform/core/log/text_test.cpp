@@ -59,7 +59,8 @@ TEST(TextLog, KeysAreKnownAndThereOnce) {
             "songLogs[0].vamps[0]: unknown key \"End\"; did you mean \"end\"?");
   EXPECT_EQ(PatchedError("\"end\": 480", "\"end\": 480, \"end\": 480"),
             "songLogs[0].vamps[0].end: duplicate key");
-  EXPECT_EQ(PatchedError("\"value\": -1", "\"text\": \"\""), "songLogs[0].vamps[1]: unknown key \"text\"");
+  EXPECT_EQ(PatchedError("\"value\": -1", "\"text\": \"\""),
+            "songLogs[0].vamps[1]: unknown key \"text\"; expected \"value\"");
   EXPECT_EQ(PatchedError("\"caesuras\": [", "\"caesuras\": [{},"),
             "songLogs[0].caesuras[0]: missing key \"position\"");
 }

@@ -39,7 +39,9 @@ TEST(TextShow, KeysAreKnownAndThereOnce) {
   EXPECT_EQ(PatchedError("\"page\": 300", "\"page\": 300, \"\": 1"),
             "songs[0].timeline.pageNumbers[0]: unknown key \"\"");
   EXPECT_EQ(PatchedError("\"showName\"", "\"" + std::string(100000, 'k') + "\""),
-            "unknown key \"" + std::string(40, 'k') + "\"…");
+            "unknown key \"" + std::string(40, 'k') + "\"…; expected \"showName\", \"songs\"");
+  EXPECT_EQ(PatchedError("\"microseconds\"", "\"bpm\""),
+            "songs[0].timeline.tempos[0]: unknown key \"bpm\"; expected \"microseconds\"");
 }
 
 TEST(TextShow, IntegersStandInTheRangeOfTheirField) {
