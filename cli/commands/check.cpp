@@ -129,10 +129,11 @@ std::string AsJson(const std::string& path, const Document& document, const Find
                      std::string(cmn::KindName(document.type().kind)) + "data\", \"fileVersion\": \"" +
                      cmn::VersionText(document.type().version) + "\", \"findings\": [" + findings.Json() +
                      "]";
-  if (preview.losses) {
-    json += ", \"to\": \"" + cmn::VersionText(*options.version) + "\", \"losses\": [" +
-            preview.losses->json() + "], \"notes\": " + JsonStrings(preview.notes);
+  if (options.version && document.type().version != *options.version) {
+    json +=
+        ", \"to\": \"" + cmn::VersionText(*options.version) + "\", \"notes\": " + JsonStrings(preview.notes);
   }
+  if (preview.losses) json += ", \"losses\": [" + preview.losses->json() + "]";
   if (preview.failure) json += ", " + FailureMembersJson(*preview.failure);
   return json + "}\n";
 }

@@ -63,6 +63,13 @@ class CheckTest(WithLogs):
         line = json.loads(self.run_tool("check", "late.showdata", "--to", "1.2", "--json", code=BAD_INPUT).stdout)
         self.assertIn("tempo-missing", [finding["code"] for finding in line["findings"]])
         self.assertEqual((line["exitCode"], line["error"]["code"]), (BAD_INPUT, "cannot-be-converted"))
+        self.assertEqual((line["to"], line["notes"]), ("1.2", []))
+        os.rename(self.path("late.logdata"), self.path("other"))
+        self.write("late.logdata", b"no log")
+        done = self.run_tool("check", "late.showdata", "--to", "1.2", "--json", code=BAD_INPUT)
+        line = json.loads(done.stdout)
+        self.assertEqual((len(line["notes"]), line["error"]["code"]), (1, "cannot-be-converted"))
+        self.assertIn("up cannot take its companion: ", line["notes"][0])
         self.assertNotIn("losses", line)
 
     def folder_of_all_kinds(self):
