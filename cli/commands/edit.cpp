@@ -16,6 +16,7 @@
 #include "cli/terminal/editor.h"
 #include "cli/terminal/standard_streams.h"
 #include "cmn/file_format.h"
+#include "toolkit/document/summary.h"
 #include "toolkit/document/text_form.h"
 #include "toolkit/words.h"
 
@@ -92,6 +93,25 @@ void RequireUnchanged(const std::string& path, const std::vector<std::uint8_t>& 
                 "compare both, and make a file of the kept text with build");
 }
 
+std::size_t SongsOf(const Document& document) {
+  std::size_t songs = 0;
+  zuna_toolkit::SummariseSongs(document, [&songs](const zuna_toolkit::SongSummary&) { ++songs; });
+  return songs;
+}
+
+/// Notes what became of the file at `path`.
+void NoteChanges(const Document& before, const Document& after, const std::string& path, Context& context) {
+  const std::string left_out = zuna_toolkit::LeftOutOfText(before);
+  if (!left_out.empty()) context.Note(path, "has lost " + left_out + ", which the text does not have");
+  const std::size_t songs = SongsOf(before);
+  const std::size_t songs_now = SongsOf(after);
+  if (songs_now != songs) {
+    context.Note(path, "has " + zuna_toolkit::Counted(songs_now, "song", "songs") + " now, and had " +
+                           std::to_string(songs));
+  }
+  NoteErrors(after, path, context);
+}
+
 void RunEdit(const std::string& path, Context& context) {
   if (path == kStandardStream) {
     throw Failure(ErrorCode::kUsage, "command line", "edit rewrites a file in its place", "give a file");
@@ -109,9 +129,7 @@ void RunEdit(const std::string& path, Context& context) {
     const auto sealed = Sealed(*after, *key, path, true);
     const std::string old = destination.KeepOld();
     context.Note(path, "is changed; the old file is " + old);
-    const std::string left_out = zuna_toolkit::LeftOutOfText(before);
-    if (!left_out.empty()) context.Note(path, "has lost " + left_out + ", which the text does not have");
-    NoteErrors(*after, path, context);
+    NoteChanges(before, *after, path, context);
     context.NoteSealed(*key, destination);
     destination.Write(sealed, [&] { RequireUnchanged(path, bytes); });
   } catch (...) {

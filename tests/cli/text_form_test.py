@@ -132,6 +132,19 @@ class Edit(TextFormTest):
         done = self.run_tool("build", "-", "-o", "out", stdin=self.dump("0.0.showdata"))
         self.assertIn(errors.replace(b"{}", b"out"), done.stderr)
 
+    def test_says_that_there_are_other_songs(self):
+        self.editor("python3 - \"$1\" <<'end'\n"
+                    "import json, sys\n"
+                    "document = json.load(open(sys.argv[1]))\n"
+                    "del document['songs'][0]\n"
+                    "json.dump(document, open(sys.argv[1], 'w'))\n"
+                    "end\n")
+        for name in ("0.0.showdata", "1.2.showdata"):
+            done = self.run_tool("edit", name)
+            self.assertIn(f"zuna-convert: {name}: has 2 songs now, and had 3\n", done.stderr.decode())
+        done = self.run_tool("edit", "1.2.showdata")
+        self.assertIn("1.2.showdata: has 1 song now, and had 2\n", done.stderr.decode())
+
     def test_takes_an_editor_with_arguments(self):
         self.environment["VISUAL"] = "sed -i s/Greensleeves/Changed/"
         self.run_tool("edit", "1.2.showdata")
