@@ -2,11 +2,13 @@
 
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "CL/change_log.h"
 #include "format_converter/version0/containers/change_log.h"
 #include "format_converter/version0/containers/show_data.h"
+#include "tests/support/bytes.h"
 
 namespace zuna_test {
 
@@ -54,6 +56,25 @@ inline version0::ShowData SampleLegacyShow() {
   version0::ShowData show;
   show.songs["12a"] = SampleLegacySong("12a", 480);
   show.songs["7"] = SampleLegacySong("7", 96);
+  return show;
+}
+
+/// A legacy show that begins like a gzip file, in its binary form: with 31 songs, of which the first one
+/// states a length of 2187 bytes.
+inline version0::ShowData LegacyShowLikeGzip() {
+  constexpr std::size_t kLength = 2187;
+  version0::ShowData show;
+  for (int i = 0; i < 31; ++i) {
+    const std::string number = std::to_string(100 + i);
+    show.songs[number] = SampleLegacySong(number, 480);
+  }
+  version0::SongData& first = show.songs.at("100");
+  const auto stated = [&first] {
+    const std::string song = Written(first);
+    return static_cast<std::uint8_t>(song[0]) + std::size_t{256} * static_cast<std::uint8_t>(song[1]);
+  };
+  while (stated() + 100 < kLength) first.events.at(1).push_back(first.events.at(1).back());
+  first.song_name.append(kLength - stated(), 'x');
   return show;
 }
 

@@ -9,7 +9,7 @@ namespace zuna_toolkit {
 
 namespace {
 
-/// What an archive or a compressed file begins with.
+/// What an archive or a compressed file begins with: at most eight bytes, as the caller may have no more.
 struct ArchiveMark {
   std::string_view bytes;
   const char* problem;
@@ -20,10 +20,8 @@ constexpr std::array kArchiveMarks = {
     ArchiveMark{"7z\xBC\xAF\x27\x1C", "is a 7z archive"},
     ArchiveMark{"Rar!\x1A\x07", "is a RAR archive"},
     ArchiveMark{"\x1F\x8B\x08", "is compressed with gzip"},
-    ArchiveMark{"BZh91AY&SY", "is compressed with bzip2"},
-    ArchiveMark{"\xFD"
-                "7zXZ",
-                "is compressed with xz"},
+    ArchiveMark{"BZh91AY&", "is compressed with bzip2"},
+    ArchiveMark{{"\xFD\67zXZ\0", 6}, "is compressed with xz"},
     ArchiveMark{"\x28\xB5\x2F\xFD", "is compressed with zstd"},
 };
 

@@ -130,16 +130,27 @@ TEST_F(OpenTest, ReadsALegacyLogWithoutSongs) {
 
 TEST_F(OpenTest, KnowsArchives) {
   for (const auto& [mark, problem] :
-       {std::pair{"PK\3\4", "is a zip archive"}, std::pair{"7z\xBC\xAF\x27\x1C", "is a 7z archive"},
-        std::pair{"Rar!\x1A\7", "is a RAR archive"}, std::pair{"\x1F\x8B\x08", "is compressed with gzip"},
-        std::pair{"BZh91AY&SY", "is compressed with bzip2"},
-        std::pair{"\xFD\x37zXZ", "is compressed with xz"},
-        std::pair{"\x28\xB5\x2F\xFD", "is compressed with zstd"}}) {
+       {std::pair{"PK\3\4"s, "is a zip archive"}, std::pair{"7z\xBC\xAF\x27\x1C"s, "is a 7z archive"},
+        std::pair{"Rar!\x1A\7"s, "is a RAR archive"}, std::pair{"\x1F\x8B\x08"s, "is compressed with gzip"},
+        std::pair{"BZh91AY&SY"s, "is compressed with bzip2"},
+        std::pair{"\xFD\x37zXZ\0"s, "is compressed with xz"},
+        std::pair{"\x28\xB5\x2F\xFD"s, "is compressed with zstd"}}) {
     const Error error = ErrorOf(mark + std::string(100, '\x91'));
     EXPECT_EQ(error.code(), ErrorCode::kArchive);
     EXPECT_EQ(error.parts().problem, problem);
     EXPECT_EQ(error.parts().remedy, "unpack it, and give the file that comes out");
   }
+}
+
+TEST_F(OpenTest, ReadsALegacyShowThatBeginsLikeAnArchive) {
+  const std::string bytes = Written(zuna_test::LegacyShowLikeGzip());
+  ASSERT_EQ(bytes.substr(0, 3), "\x1F\x8B\x08");
+  for (const Document& document : OpenBothWays(bytes)) {
+    ASSERT_NE(document.As<LegacyShow>(), nullptr);
+    EXPECT_EQ(Written(document.As<LegacyShow>()->show), bytes);
+  }
+  OpenedFile file(folder_.Put("file", bytes), kKey, Accept::kEncryptedOrPlain);
+  EXPECT_EQ(Detect(file), FileType());
 }
 
 TEST_F(OpenTest, NamesTheFileAndTheRemedy) {
