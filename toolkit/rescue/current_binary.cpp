@@ -54,7 +54,7 @@ class BinarySalvage {
     }
     const bool has_checksum = stated_size_ == bytes_.size() || songs_.size() == report_.stated_songs;
     if (at < bytes_.size() && has_checksum) report_.framing.push_back({at, bytes_.size()});
-    TakeGapsAsSongs();
+    TakeHeadAndGaps();
     AddNumbered<Kind>(model_, report_, songs_);
     const std::uint64_t missing = std::max<std::uint64_t>(stated_size_, bytes_.size()) - bytes_.size();
     return {std::move(model_), version_, std::move(report_), missing, checksum_size_ > 0};
@@ -99,7 +99,7 @@ class BinarySalvage {
 
   /// Where the head states as many songs as were found and gaps are left, the head is right and each gap is a
   /// lost song. So the song before it is whole.
-  void TakeGapsAsSongs() {
+  void TakeHeadAndGaps() {
     const auto stated = uncertain_head_ ? uncertain_head_->songs : report_.stated_songs;
     const bool is_cut = stated_size_ > bytes_.size();  // Songs after the cut would count as gaps.
     const bool agrees = !is_cut && stated == report_.songs.size() + gaps_.size();

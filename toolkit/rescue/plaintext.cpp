@@ -94,19 +94,18 @@ void SkipByteOrderMark(Plaintext& plaintext) {
 
 /// The plaintext of a file that was copied as text, where that can be undone; none otherwise.
 std::optional<Plaintext> DecryptTransferred(std::span<const std::uint8_t> bytes, const CipherKey& key) {
-  for (const ByteVector& before : BeforeTransfer(bytes)) {
-    try {
-      Plaintext plaintext = Decrypted(before, key);
-      const bool is_whole = plaintext.authentic && plaintext.end == before.size();
-      if (!is_whole) continue;  // What follows it would be told by offsets of another file.
-      plaintext.end = bytes.size();
-      plaintext.remarks.emplace_back("was copied as text; the copy is undone, and all bytes are verified");
-      return plaintext;
-    } catch (const zuna_sec::CipherError&) {
-      continue;  // It was another file.
-    }
+  const std::optional<ByteVector> before = BeforeTransfer(bytes);
+  if (!before) return std::nullopt;
+  try {
+    Plaintext plaintext = Decrypted(*before, key);
+    const bool is_whole = plaintext.authentic && plaintext.end == before->size();
+    if (!is_whole) return std::nullopt;  // What follows it would be told by offsets of another file.
+    plaintext.end = bytes.size();
+    plaintext.remarks.emplace_back("was copied as text; the copy is undone, and all bytes are verified");
+    return plaintext;
+  } catch (const zuna_sec::CipherError&) {
+    return std::nullopt;  // It was another file.
   }
-  return std::nullopt;
 }
 
 Plaintext DecryptFirst(std::span<const std::uint8_t> bytes, const CipherKey& key, Accept accept) {

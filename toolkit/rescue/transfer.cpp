@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <optional>
 #include <string_view>
-#include <utility>
 
 #include "toolkit/words.h"
 #include "zuna_sec/damaged_envelope.h"
@@ -55,18 +54,17 @@ FileContent WithMagic(ContentView rest) {
 
 }  // namespace
 
-std::vector<FileContent> BeforeTransfer(ContentView bytes) {
+std::optional<FileContent> BeforeTransfer(ContentView bytes) {
   constexpr std::string_view kLfAlone = "\x89ZSC\n\x1a\n";           // CR LF became LF
   constexpr std::string_view kEachLfCrLf = "\x89ZSC\r\r\n\x1a\r\n";  // LF became CR LF
   constexpr std::string_view kLoneLfCrLf = "\x89ZSC\r\n\x1a\r\n";    // LF became CR LF, and CR LF stayed
   const std::string_view text = AsText(bytes);
-  if (text.starts_with(kEachLfCrLf)) return {WithoutCarriageReturns(bytes)};
+  if (text.starts_with(kEachLfCrLf)) return WithoutCarriageReturns(bytes);
   if (text.starts_with(kLoneLfCrLf)) {
-    return {WithMagic(WithoutCarriageReturns(bytes.subspan(kLoneLfCrLf.size())))};
+    return WithMagic(WithoutCarriageReturns(bytes.subspan(kLoneLfCrLf.size())));
   }
-  if (text.starts_with(kLfAlone)) return {WithMagic(bytes.subspan(kLfAlone.size()))};
-  if (auto decoded = WithoutUtf8(bytes)) return {std::move(*decoded)};
-  return {};
+  if (text.starts_with(kLfAlone)) return WithMagic(bytes.subspan(kLfAlone.size()));
+  return WithoutUtf8(bytes);
 }
 
 }  // namespace zuna_toolkit

@@ -2,6 +2,7 @@
 // number of songs that the head states shows which bytes were a song.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <vector>
@@ -127,6 +128,24 @@ TEST(RescueOfASongBetweenOthers, TakesNoHeadThatStatesAnotherNumberOfSongs) {
     EXPECT_EQ(rescued.report.stated_songs, std::nullopt);
     EXPECT_EQ(file.show_name(rescued), "");
     EXPECT_EQ(rescued.report.saved(), 2U);
+  }
+}
+
+TEST(RescueOfASongBetweenOthers, DoesNotCallASongWholeThatLostItsEnd) {
+  for (File& file : Files()) {
+    for (std::size_t lost = 1; lost <= 4; ++lost) {
+      std::string bytes = file.bytes;
+      const std::size_t zeros = file.begins[1] - lost;
+      std::fill(bytes.begin() + static_cast<std::ptrdiff_t>(zeros),
+                bytes.begin() + static_cast<std::ptrdiff_t>(file.begins[2]), '\0');
+      const bool is_changed = bytes.substr(0, file.begins[1]) != file.bytes.substr(0, file.begins[1]);
+      const RescueReport report = zuna_test::RescuedOf(bytes).report;
+      ASSERT_FALSE(report.songs.empty());
+      if (is_changed) {
+        EXPECT_NE(report.songs[0].state, SongState::kWhole) << lost;
+      }
+      EXPECT_FALSE(report.complete());
+    }
   }
 }
 

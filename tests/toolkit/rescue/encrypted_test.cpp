@@ -272,6 +272,17 @@ TEST(RescueOfAnEncryptedFile, UndoesNoCopyOfMoreThanOneFile) {
   }
 }
 
+TEST(RescueOfAnotherFile, TakesALegacyShowThatBeginsLikeAnArchive) {
+  std::string bytes = zuna_test::Written(zuna_test::LegacyShowLikeGzip());
+  ASSERT_EQ(bytes.substr(0, 3), "\x1F\x8B\x08");
+  bytes.resize(bytes.size() - 3);
+  const auto rescued = zuna_toolkit::Rescue(zuna_test::FromText(bytes), "file", zuna_test::kKey,
+                                            zuna_toolkit::Accept::kEncryptedOrPlain);
+  EXPECT_EQ(rescued.report.songs.size(), 31U);
+  EXPECT_EQ(rescued.report.saved(), 31U);
+  EXPECT_EQ(rescued.report.songs.front().state, zuna_toolkit::SongState::kWhole);
+}
+
 TEST(RescueOfAnotherFile, NamesItsFormat) {
   const auto accept = zuna_toolkit::Accept::kEncryptedOrPlain;
   const ByteVector sealed = Sealed();
