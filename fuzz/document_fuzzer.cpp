@@ -1,7 +1,7 @@
 // The input: a file of any kind and version, plain or encrypted with an empty key. Whatever it is, opening it
 // gives a document or a zuna_toolkit::Error; what there is to tell about a document is short; and a document
-// is written as a file that holds the same. A check of it finds at most a few things for each byte. Each byte
-// of the plaintext is in one field.
+// is written as a file that holds the same. A check of it finds at most a few things for each byte, and a
+// page of it is bounded. Each byte of the plaintext is in one field.
 
 #include "cli/shared/document_text.h"
 #include "fuzz/documents.h"
@@ -10,6 +10,7 @@
 #include "toolkit/conversion/companion.h"
 #include "toolkit/document/field_list.h"
 #include "toolkit/document/text_form.h"
+#include "toolkit/view/page.h"
 
 namespace {
 
@@ -77,6 +78,19 @@ void CheckContent(const fuzz::Document& document, std::size_t size) {
   fuzz::Require(findings <= kMostOfARecord * (size + 1), "there are few findings for each byte");
 }
 
+/// A page of a show is bounded.
+void CheckPage(const fuzz::Document& document, std::size_t size) {
+  if (document.type().is_log()) return;
+  constexpr std::size_t kFixed = std::size_t{4} << 20;  // bytes
+  try {
+    const fuzz::MemoryBound bound("view", fuzz::CommandHeapBound(size) + 4 * kFixed);
+    const std::string page = zuna_toolkit::ShowPage(document, nullptr, "");
+    fuzz::Require(page.size() <= kFixed + 64 * size, "a page takes few bytes for a byte of the show");
+  } catch (const zuna_toolkit::Error&) {
+    fuzz::Require(document.type().is_legacy(), "a current show can be drawn");
+  }
+}
+
 /// Each byte is in one field, whether the file can be read or not.
 void CheckFields(const std::string& bytes) {
   Try("listing fields", bytes, [](auto& file) {
@@ -103,6 +117,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (!document) return 0;
   CheckTexts(*document, size);
   CheckContent(*document, size);
+  CheckPage(*document, size);
   CheckWriter(*document, size);
   return 0;
 }

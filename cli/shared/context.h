@@ -100,6 +100,7 @@ void RequireFolder(const std::string& path, const std::string& remedy);
 
 /// Each adds its command to the tool.
 void AddCheckCommand(CLI::App& app, Context& context);
+void AddViewCommand(CLI::App& app, Context& context);
 void AddDiffCommand(CLI::App& app, Context& context);
 void AddBuildCommand(CLI::App& app, Context& context);
 void AddDumpCommand(CLI::App& app, Context& context);

@@ -93,6 +93,7 @@ COMMANDS = (
     Command(("info", "--json", "new.showdata", "text.showdata")),
     Command(("print", "new.logdata")),
     Command(("print", "old.showdata")),
+    one_file("view", "old.showdata", "old.logdata"),
     Command(("list", ".")),
     *many("up", "season", "-r", "--out-dir", "out", "--report", "report", "--resume", outputs=below("out", SEASON),
           report="report"),

@@ -21,6 +21,7 @@
 #include "toolkit/midi/songs.h"
 #include "toolkit/rescue/rescue.h"
 #include "toolkit/smf/file.h"
+#include "toolkit/view/page.h"
 #include "toolkit/words.h"
 #include "zuna_sec/errors.h"
 
@@ -109,6 +110,9 @@ void AddDocuments(Calls& calls, const Samples& samples) {
       return findings + std::to_string(zuna_toolkit::FindingExplanations().size()) +
              std::to_string(static_cast<int>(SeverityOf(zuna_toolkit::FindingCode::kTempoZero)));
     });
+    if (!document->type().is_log()) {
+      calls.Add("ShowPage", [=] { return zuna_toolkit::ShowPage(*document, nullptr, ""); });
+    }
     calls.Add("CurrentForm", [=] { return TextOf(zuna_toolkit::CurrentForm(*document)); });
   }
   calls.Add("RequireCorrectText", [text = zuna_test::Decrypted(samples.log)] {
