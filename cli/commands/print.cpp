@@ -19,7 +19,7 @@ namespace zuna_cli {
 
 namespace {
 
-constexpr int kProgramChange = 0xC0;
+namespace smf = zuna_toolkit::smf;
 
 struct PrintOptions {
   std::string input;
@@ -69,7 +69,7 @@ void PrintSong(const std::shared_ptr<zuna_midi::SongData>& song, std::ostream& o
   for (const auto& [number, voice] : song->voice_data->tracks()) {
     os << "  " << Printable(voice->name) << ":\n";
     for (const auto& [time, message] : voice->messages) {
-      if ((message.status & zuna_toolkit::smf::kKindMask) != kProgramChange) continue;
+      if ((message.status & smf::kKindMask) != smf::kProgramChange) continue;
       os << "    " << time << ": ";
       message.WriteString(os);
       os << '\n';

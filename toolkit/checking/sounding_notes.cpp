@@ -7,9 +7,6 @@ namespace zuna_toolkit {
 
 namespace {
 
-constexpr std::uint8_t kNoteOff = 0x80;
-constexpr std::uint8_t kNoteOn = 0x90;
-constexpr std::uint8_t kControlChange = 0xB0;
 constexpr std::uint8_t kAllSoundOff = 120;    ///< a controller that ends the notes of its channel
 constexpr std::uint8_t kFirstNotesOff = 123;  ///< so do this one and those after it
 
@@ -23,14 +20,14 @@ void SoundingNotes::Add(std::size_t index, std::uint32_t tick, const std_midi::V
   const std::uint8_t kind = message.status & smf::kKindMask;
   Channel& channel = channels_.at(message.status & smf::kChannelMask);
   Key& key = channel.keys.at(message.data1);
-  if (kind == kNoteOn && message.data2 != 0) {
+  if (kind == smf::kNoteOn && message.data2 != 0) {
     key = {key.sounding + 1, tick, index};
     ++channel.sounding;
-  } else if (kind == kNoteOn || kind == kNoteOff) {
+  } else if (kind == smf::kNoteOn || kind == smf::kNoteOff) {
     if (key.sounding == 0) return;
     --key.sounding;
     --channel.sounding;
-  } else if (kind == kControlChange && EndsAllNotes(message.data1) && channel.sounding != 0) {
+  } else if (kind == smf::kControlChange && EndsAllNotes(message.data1) && channel.sounding != 0) {
     channel = {};
   }
 }

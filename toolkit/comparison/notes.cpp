@@ -11,16 +11,13 @@ namespace zuna_toolkit {
 
 namespace {
 
-constexpr std::uint8_t kNoteOffKind = 0x80;
-constexpr std::uint8_t kNoteOnKind = 0x90;
-
 bool BeginsNote(const std_midi::VoiceMessage& message) {
-  return (message.status & smf::kKindMask) == kNoteOnKind && message.data2 != 0;
+  return (message.status & smf::kKindMask) == smf::kNoteOn && message.data2 != 0;
 }
 
 bool IsOfNote(const std_midi::VoiceMessage& message) {
   const unsigned kind = message.status & smf::kKindMask;
-  return kind == kNoteOnKind || kind == kNoteOffKind;
+  return kind == smf::kNoteOn || kind == smf::kNoteOff;
 }
 
 /// A pitch of a channel.
@@ -104,15 +101,15 @@ std::string NoteText(const Note& note, const Note* other) {
   add("length", note.length, compared.length);
   add("channel", note.channel + 1U, compared.channel + 1U);
   if (note.release_kind != compared.release_kind) {
-    return text + (note.release_kind == kNoteOnKind ? " ended by a note-on" : " ended by a note-off");
+    return text + (note.release_kind == smf::kNoteOn ? " ended by a note-on" : " ended by a note-off");
   }
-  if (note.release_kind == kNoteOffKind) add("release", note.release_velocity, compared.release_velocity);
+  if (note.release_kind == smf::kNoteOff) add("release", note.release_velocity, compared.release_velocity);
   return text;
 }
 
 std::vector<FieldChange> ChangesOfNote(const Note& before, const Note& after) {
   const auto fields = [](const Note& note) {
-    const char* end = note.release_kind == kNoteOnKind ? "note-on" : "note-off";
+    const char* end = note.release_kind == smf::kNoteOn ? "note-on" : "note-off";
     return std::vector<Field>{{"pitch", note.pitch},
                               {"velocity", note.velocity},
                               {"length", note.length},

@@ -44,6 +44,14 @@ constexpr std::uint8_t kSysexContinued = 0xF7;  ///< continues a system-exclusiv
 constexpr std::uint8_t kKindMask = 0xF0;     ///< of the status of a channel message: what kind it is of
 constexpr std::uint8_t kChannelMask = 0x0F;  ///< of the status of a channel message: its channel, from 0
 
+/// Kinds of channel messages, as kKindMask leaves them.
+///@{
+constexpr std::uint8_t kNoteOff = 0x80;
+constexpr std::uint8_t kNoteOn = 0x90;  ///< ends a note where its velocity is 0
+constexpr std::uint8_t kControlChange = 0xB0;
+constexpr std::uint8_t kProgramChange = 0xC0;
+///@}
+
 /// The largest variable-length quantity: 4 bytes of 7 bits.
 constexpr std::uint32_t kMaxQuantity = 0x0FFFFFFF;
 

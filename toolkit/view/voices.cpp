@@ -61,18 +61,15 @@ class VoiceReader {
 
  private:
   void Take(std::uint32_t tick, const std_midi::VoiceMessage& message) {
-    constexpr std::uint8_t kOff = 0x80;
-    constexpr std::uint8_t kOn = 0x90;
-    constexpr std::uint8_t kProgram = 0xC0;
     const auto channel = static_cast<std::size_t>(message.status & smf::kChannelMask);
     const std::uint8_t kind = message.status & smf::kKindMask;
     const int x = scale_.X(tick);
     content_.channels.insert(static_cast<int>(channel) + 1);
-    if (kind == kOn || kind == kOff) {
+    if (kind == smf::kNoteOn || kind == smf::kNoteOff) {
       const std::size_t key = channel * kKeys + message.data1;
       if (begun_.at(key) >= 0) End(key, x);
-      if (kind == kOn && message.data2 > 0) begun_.at(key) = x;
-    } else if (kind == kProgram) {
+      if (kind == smf::kNoteOn && message.data2 > 0) begun_.at(key) = x;
+    } else if (kind == smf::kProgramChange) {
       if (content_.programs.size() < kMostOfAKind) content_.programs.push_back({tick, message.data1 + 1});
     } else if (content_.controls.empty() || content_.controls.back() != x) {
       content_.controls.push_back(x);
