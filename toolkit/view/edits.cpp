@@ -40,7 +40,7 @@ Edges EdgesOf(const ViewedEdit& edit, EditShape shape, const Scale& scale) {
   constexpr int kSign = 16;  // units across
   const int x = scale.X(std::min(edit.start, edit.end));
   if (shape == EditShape::kCaesura) return {x, x + kSign};
-  if (shape == EditShape::kLetter) return {x, x + kSign + 7 * static_cast<int>(edit.text.size() % 1000)};
+  if (shape == EditShape::kLetter) return {x, x + kSign + TextWidth(edit.text)};
   return {x, std::max(scale.X(std::max(edit.start, edit.end)), x + 4)};
 }
 

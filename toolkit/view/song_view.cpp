@@ -79,7 +79,7 @@ std::string SongSection(const zuna_midi::SongData& song, const CL::SongLog* log,
 }
 
 std::string FindingsList(const ViewedFindings& findings) {
-  if (findings.findings.empty()) return "";
+  if (findings.findings.empty()) return MoreText(findings.more, "finding", "findings");
   std::string list = "<ul class=\"findings\">";
   for (const Finding& finding : findings.findings) {
     const bool is_error = finding.severity == Severity::kError;

@@ -180,6 +180,26 @@ TEST(ShowPage, HasTheFindingsAtTheirSongs) {
   EXPECT_THAT(PageOf(zuna_midi::ShowData()), HasSubstr(": there are no songs"));
 }
 
+TEST(ShowPage, CountsFindingsThatItDoesNotShow) {
+  zuna_midi::ShowData show;
+  for (int number = 10; number < 22; ++number) {
+    auto song = std::make_shared<zuna_midi::SongData>(*zuna_test::SampleShow().songs().at("2b"));
+    song->song_number = std::to_string(number);
+    song->timeline->tempos.assign(600, {0, 0});
+    show.AddSongData(song);
+  }
+  const std::string page = PageOf(show);
+  const std::string last = page.substr(page.find("<h2>21 "));
+  EXPECT_EQ(CountOf(last, "<li class="), 0U);  // others have taken the place
+  EXPECT_THAT(last, HasSubstr(" more findings are not shown.</p>"));
+}
+
+TEST(ShowPage, FramesTheWholeTextOfAMarker) {
+  CL::ChangeLog log = zuna_test::SampleLog();
+  log.song_logs().at("2b")->markers->events = {{0, "", std::string(1000, 'm')}};
+  EXPECT_THAT(PageOf(zuna_test::SampleShow(), log), HasSubstr("<rect x=\"150\" y=\"2\" width=\"7016\""));
+}
+
 TEST(ShowPage, TakesNamesAsText) {
   const std::string name = "</h2><script>alert(1)</script>\" onload='x";
   zuna_midi::ShowData show = zuna_test::SampleShow();

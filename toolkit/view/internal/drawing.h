@@ -59,19 +59,25 @@ struct Drawing {
   int AddRow(int row_height, std::string_view name, std::string_view css_class);
 };
 
+/// How wide a text is at most, by its bytes. A very long one is cut off by the picture anyway.
+inline int TextWidth(std::string_view text) {
+  constexpr int kCharacter = 7;  // units, of the font of the picture
+  constexpr std::size_t kLongest = 1000;
+  return static_cast<int>(std::min(text.size(), kLongest)) * kCharacter;
+}
+
 /// Says which texts of a row can be shown: those that begin after the end of the one before.
 class TextRoom {
  public:
   /// Whether a text of `text` at `x` does not overlap the one before.
   bool Take(int x, std::string_view text) {
-    constexpr int kCharacter = 7;  // units, of the font of the picture
+    constexpr int kSpace = 7;  // units, after a text
     if (x < free_) return false;
-    free_ = x + static_cast<int>(std::min<std::size_t>(text.size(), kLongest)) * kCharacter + kCharacter;
+    free_ = x + TextWidth(text) + kSpace;
     return true;
   }
 
  private:
-  static constexpr std::size_t kLongest = 1000;
   int free_ = 0;
 };
 
