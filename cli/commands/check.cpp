@@ -56,11 +56,16 @@ zuna_toolkit::Companion CompanionForUp(const Document& document, const zuna_tool
   }
 }
 
+/// Whether the document would be converted to the version asked for.
+bool HasAnotherVersion(const Document& document, const CheckOptions& options) {
+  return options.version && document.type().version != *options.version;
+}
+
 /// The document at the version asked for; nothing where it has that version, or none was asked for.
 std::optional<Document> ConvertedForm(const Document& document, const zuna_toolkit::Input& input,
                                       const CheckOptions& options, const Keys& keys, Preview& preview) {
+  if (!HasAnotherVersion(document, options)) return std::nullopt;
   const auto& version = options.version;
-  if (!version || document.type().version == *version) return std::nullopt;
   if (*version == zuna_toolkit::kLegacyVersion) return zuna_toolkit::Down(document);
   RequireTarget(document, *version);
   if (!document.type().is_legacy()) return zuna_toolkit::Convert(document, *version);
@@ -129,7 +134,7 @@ std::string AsJson(const std::string& path, const Document& document, const Find
                      std::string(cmn::KindName(document.type().kind)) + "data\", \"fileVersion\": \"" +
                      cmn::VersionText(document.type().version) + "\", \"findings\": [" + findings.Json() +
                      "]";
-  if (options.version && document.type().version != *options.version) {
+  if (HasAnotherVersion(document, options)) {
     json +=
         ", \"to\": \"" + cmn::VersionText(*options.version) + "\", \"notes\": " + JsonStrings(preview.notes);
   }
