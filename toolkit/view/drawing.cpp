@@ -33,6 +33,11 @@ std::string TextAt(int x, int y, std::string_view css_class, std::string_view te
          "</text>";
 }
 
+std::string TextWithTitle(int x, int y, std::string_view css_class, std::string_view text,
+                          std::string_view title) {
+  return "<g>" + Element("title", title) + TextAt(x, y, css_class, text) + "</g>";
+}
+
 std::string AreaWithTitle(int x, int y, int width, int height, std::string_view css_class,
                           std::string_view title) {
   return "<rect" + Attribute("class", css_class) + " x=\"" + std::to_string(x) + "\" y=\"" +

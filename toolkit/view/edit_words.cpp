@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "kit/format.h"
-#include "toolkit/view/internal/drawing.h"
 
 namespace zuna_toolkit {
 
@@ -49,7 +48,7 @@ std::vector<EditKind> EditsOf(const CL::SongLog& log) {
   AddKind(log.markers, {"Marker", "Markers", "marker", EditShape::kLetter, {}}, kinds);
   AddKind(log.vamps, {"Vamp", "Vamps", "vamp", EditShape::kBracket, {}}, kinds);
   AddKind(log.repeats, {"Repeat", "Repeats", "repeat", EditShape::kBracket, {}}, kinds);
-  AddKind(log.cuts, {"Cut", "Cuts", "cut", EditShape::kBracket, {}}, kinds);
+  AddKind(log.cuts, {"Cut", "Cuts", "cut", EditShape::kCut, {}}, kinds);
   AddKind(log.clicks, {"Click", "Clicks", "click", EditShape::kBracket, {}}, kinds);
   AddKind(log.transposes, {"Transposition", "Transpositions", "transpose", EditShape::kSpan, {}}, kinds);
   AddKind(log.tempo_scales, {"Tempo scale", "Tempo scales", "tempo-scale", EditShape::kSpan, {}}, kinds);

@@ -98,7 +98,7 @@ void DrawKind(const EditKind& kind, const ViewedSong& song, Drawing& drawing) {
     const Edges edges = EdgesOf(edit, kind.shape, drawing.scale);
     const int row_top = top + rows.Take(edges.x, edges.end) * kRowHeight;
     drawing.rows += "<g>" + Element("title", TitleOf(kind, edit, song)) + Shape(kind.shape, edges, row_top);
-    if (kind.css_class == "cut") drawing.cuts.emplace_back(edges.x, edges.end);
+    if (kind.shape == EditShape::kCut) drawing.cuts.emplace_back(edges.x, edges.end);
     const bool has_room = row_top != top || room.Take(edges.x, edit.text);
     if (kind.shape != EditShape::kFermata && !edit.text.empty() && has_room) {
       const int lower = kind.shape == EditShape::kBracket ? 4 : 0;  // below the line
@@ -113,8 +113,7 @@ void DrawKind(const EditKind& kind, const ViewedSong& song, Drawing& drawing) {
 }  // namespace
 
 void DrawEdits(const ViewedSong& song, Drawing& drawing) {
-  if (song.log == nullptr) return;
-  for (const EditKind& kind : EditsOf(*song.log)) DrawKind(kind, song, drawing);
+  for (const EditKind& kind : song.edits) DrawKind(kind, song, drawing);
 }
 
 }  // namespace zuna_toolkit

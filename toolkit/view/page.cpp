@@ -3,11 +3,13 @@
 
 #include <map>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "toolkit/checking/checking.h"
 #include "toolkit/conversion/companion.h"
 #include "toolkit/conversion/conversion.h"
+#include "toolkit/document/summary.h"
 #include "toolkit/error.h"
 #include "toolkit/view/internal/drawing.h"
 #include "toolkit/view/internal/markup.h"
@@ -58,7 +60,7 @@ class FindingsBySong {
 std::string TitleOf(const zuna_midi::ShowData& show, const Document* log, const Document& document) {
   if (!show.show_name.empty()) return show.show_name;
   if (log != nullptr) {
-    std::string name = CompanionFrom(*log).show_name;
+    std::string name = SummariseWhole(*log).show_name.value_or("");
     if (!name.empty()) return name;
   }
   return document.name();
@@ -89,6 +91,7 @@ std::string FileFacts(const Document& show, const Document* log, std::size_t son
 struct PageSong {
   const zuna_midi::SongData* song;
   const CL::SongLog* log;  ///< null where there is none
+  SongTime time;
   SongFacts facts;
 };
 
@@ -101,7 +104,9 @@ std::vector<PageSong> SongsOf(const zuna_midi::ShowData& show, const CL::ChangeL
       const auto found = log->song_logs().find(number);
       if (found != log->song_logs().end()) edits = found->second.get();
     }
-    songs.push_back({song.get(), edits, FactsOf(*song, songs.size())});
+    SongTime time(*song);
+    SongFacts facts = FactsOf(*song, time, songs.size());
+    songs.push_back({song.get(), edits, std::move(time), std::move(facts)});
   }
   return songs;
 }
@@ -127,14 +132,14 @@ std::string ShowPage(const Document& show, const Document* log, const std::strin
   findings.Add(show);
   if (log != nullptr) findings.Add(*log);
 
-  const std::vector<PageSong> songs =
-      SongsOf(model, current_log ? current_log->As<CL::ChangeLog>() : nullptr);
+  std::vector<PageSong> songs = SongsOf(model, current_log ? current_log->As<CL::ChangeLog>() : nullptr);
   const std::string title = TitleOf(model, log, show);
   std::string page = Head(title) + "<body>\n<header>" + Element("h1", title) + "\n" +
                      FileFacts(show, log, model.songs().size(), digest) + FindingsList(findings.Of("")) +
                      Navigation(songs) + "</header>\n<main>\n";
-  for (const PageSong& song : songs) {
-    page += SongSection(*song.song, song.log, song.facts, findings.Of(song.song->song_number));
+  for (PageSong& song : songs) {
+    page += SongSection(*song.song, song.log, std::move(song.time), song.facts,
+                        findings.Of(song.song->song_number));
   }
   page += MoreText(model.songs().size() - songs.size(), "song", "songs");
   return page + "</main>\n<script>" + std::string(kPageScript) + "</script>\n</body>\n</html>\n";

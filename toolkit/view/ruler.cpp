@@ -3,7 +3,6 @@
 #include <string_view>
 
 #include "toolkit/view/internal/drawing.h"
-#include "toolkit/view/internal/markup.h"
 #include "toolkit/view/internal/timeline_words.h"
 
 namespace zuna_toolkit {
@@ -22,7 +21,7 @@ void DrawTexts(const ViewedSong& song, std::string_view name, const std::vector<
     const int x = drawing.scale.X(entry.time);
     if (!room.Take(x, text)) continue;
     const std::string title = text + " from " + song.PlaceText(entry.time);
-    drawing.rows += "<g>" + Element("title", title) + TextAt(x + 2, top + kTextBaseline, "", text) + "</g>";
+    drawing.rows += TextWithTitle(x + 2, top + kTextBaseline, "", text, title);
   }
 }
 
@@ -80,8 +79,7 @@ void DrawTempos(const ViewedSong& song, Drawing& drawing) {
     }
     const std::string text = TempoText(tempo);
     if (!room.Take(x, text)) continue;
-    texts += "<g>" + Element("title", text + " bpm from " + song.PlaceText(tempo.time)) +
-             TextAt(x + 2, y - 4, "label", text) + "</g>";
+    texts += TextWithTitle(x + 2, y - 4, "label", text, text + " bpm from " + song.PlaceText(tempo.time));
   }
   path.AcrossTo(drawing.scale.X(drawing.scale.ticks));
   drawing.rows += path.Element("tempo") + texts;

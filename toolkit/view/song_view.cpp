@@ -1,6 +1,8 @@
 // One song of a page: its facts, its findings, its picture, and the same as tables.
 #include "toolkit/view/internal/song_view.h"
 
+#include <utility>
+
 #include "toolkit/view/internal/drawing.h"
 #include "toolkit/view/internal/markup.h"
 #include "toolkit/view/internal/tables.h"
@@ -62,17 +64,17 @@ std::string FactList(const ViewedSong& song, const SongFacts& facts) {
 
 }  // namespace
 
-SongFacts FactsOf(const zuna_midi::SongData& song, std::size_t index) {
-  const SongTime time(song);
+SongFacts FactsOf(const zuna_midi::SongData& song, const SongTime& time, std::size_t index) {
   std::string heading = NumberText(song.song_number);
   if (!song.song_name.empty()) heading += (heading.empty() ? "" : " ") + song.song_name;
   return {"song-" + std::to_string(index + 1), heading.empty() ? "(no number)" : heading,
           time.is_known() ? ClockText(time.SecondsAt(song.song_length)) : ""};
 }
 
-std::string SongSection(const zuna_midi::SongData& song, const CL::SongLog* log, const SongFacts& facts,
-                        const ViewedFindings& findings) {
-  const ViewedSong viewed{song, log, SongTime(song), BarLabels(*song.timeline)};
+std::string SongSection(const zuna_midi::SongData& song, const CL::SongLog* log, SongTime time,
+                        const SongFacts& facts, const ViewedFindings& findings) {
+  const ViewedSong viewed{song, log, std::move(time), BarLabels(*song.timeline),
+                          log != nullptr ? EditsOf(*log) : std::vector<EditKind>()};
   return "<section" + Attribute("id", facts.anchor) + ">" + Element("h2", facts.heading) + "\n" +
          FactList(viewed, facts) + FindingsList(findings) + Picture(viewed, facts) + EditTable(viewed) +
          TimelineTable(viewed) + VoiceTable(viewed) + "</section>\n";

@@ -1,7 +1,6 @@
 // What the picture of a song shows, as tables.
 #include "toolkit/view/internal/tables.h"
 
-#include "toolkit/view/internal/edit_words.h"
 #include "toolkit/view/internal/markup.h"
 #include "toolkit/view/internal/timeline_words.h"
 #include "toolkit/words.h"
@@ -61,7 +60,7 @@ std::string EditTable(const ViewedSong& song) {
   std::string rows;
   std::size_t count = 0;
   std::size_t more = 0;
-  for (const EditKind& kind : EditsOf(*song.log)) {
+  for (const EditKind& kind : song.edits) {
     count += kind.edits.size();
     more += kind.more;
     for (const ViewedEdit& edit : kind.edits) {

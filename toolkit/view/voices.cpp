@@ -161,8 +161,8 @@ void DrawPrograms(const ViewedSong& song, const VoiceContent& voice, int top, Dr
     const std::string text = std::to_string(program.number);
     const int x = drawing.scale.X(program.tick);
     if (!room.Take(x, text)) continue;
-    drawing.rows += "<g>" + Element("title", "program " + text + " from " + song.PlaceText(program.tick)) +
-                    TextAt(x + 1, top + kBelowRoll + 2, "program", text) + "</g>";
+    drawing.rows += TextWithTitle(x + 1, top + kBelowRoll + 2, "program", text,
+                                  "program " + text + " from " + song.PlaceText(program.tick));
   }
 }
 

@@ -10,6 +10,7 @@
 
 #include "CL/song_log.h"
 #include "toolkit/internal/bar_labels.h"
+#include "toolkit/view/internal/edit_words.h"
 #include "toolkit/view/internal/song_time.h"
 #include "zuna_midi/song_data.h"
 
@@ -18,15 +19,13 @@ namespace zuna_toolkit {
 inline constexpr int kRowHeight = 20;     ///< of a row of texts, in units of the picture
 inline constexpr int kTextBaseline = 14;  ///< of a text, below the top of its row
 
-/// How many things of one kind a page draws or lists of one song. The rest is counted.
-inline constexpr std::size_t kMostOfAKind = 500;
-
 /// One song, and what is needed to tell where something is in it.
 struct ViewedSong {
   const zuna_midi::SongData& song;
   const CL::SongLog* log;  ///< null where there is none
   SongTime time;
   BarLabels bars;
+  std::vector<EditKind> edits;  ///< of the log
 
   /// "bar 9, 0:28.0, tick 13440"
   std::string PlaceText(std::uint32_t tick) const;
@@ -108,6 +107,10 @@ class PathData {
 
 /// `<text class="css_class" x="x" y="y">text</text>`
 std::string TextAt(int x, int y, std::string_view css_class, std::string_view text);
+
+/// The same with a text that a browser shows where the pointer is.
+std::string TextWithTitle(int x, int y, std::string_view css_class, std::string_view text,
+                          std::string_view title);
 
 /// A rectangle with a text that a browser shows where the pointer is.
 std::string AreaWithTitle(int x, int y, int width, int height, std::string_view css_class,

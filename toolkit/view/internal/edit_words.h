@@ -1,6 +1,7 @@
 // What people call the edits of a log.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -9,6 +10,9 @@
 #include "CL/song_log.h"
 
 namespace zuna_toolkit {
+
+/// How many things of one kind a page draws or lists of one song. The rest is counted.
+inline constexpr std::size_t kMostOfAKind = 500;
 
 /// One edit as it is drawn and listed.
 struct ViewedEdit {
@@ -21,6 +25,7 @@ struct ViewedEdit {
 /// How the edits of a kind are drawn.
 enum class EditShape : std::uint8_t {
   kBracket,  ///< over a part of the song
+  kCut,      ///< the same; the part is left out, and pale in all rows
   kSpan,     ///< a part of the song that is shaded
   kLetter,   ///< a text in a frame
   kFermata,  ///< the sign

@@ -8,7 +8,7 @@
 
 namespace zuna_toolkit {
 
-/// Each is closed until somebody opens it. Empty where the song has nothing of the kind.
+/// Each is collapsed at first. Empty where the song has nothing of the kind.
 ///@{
 std::string EditTable(const ViewedSong& song);
 std::string TimelineTable(const ViewedSong& song);
