@@ -6,6 +6,7 @@
 
 #include "kit/format.h"
 #include "toolkit/checking/internal/check_models.h"
+#include "toolkit/document/internal/complete_songs.h"
 
 namespace zuna_toolkit {
 
@@ -127,11 +128,6 @@ void CheckSong(const version0::SongLogV0& song, const SongFindings& findings) {
   for (std::size_t i = 0; i < song.caesuras.size(); ++i) check.CheckCaesura(i, song.caesuras[i].time);
 }
 
-bool IsComplete(const CL::SongLog& song) {
-  return song.vamps && song.repeats && song.cuts && song.transposes && song.tempo_scales && song.clicks &&
-         song.fermatas && song.markers && song.caesuras;
-}
-
 void CheckEdits(const CL::SongLog& song, const SongFindings& findings) {
   const EditCheck check(song.song_length, findings);
   check.CheckCounted({"vamps", "vamp"}, song.vamps->events, FindingCode::kVampCount);
@@ -158,7 +154,7 @@ void CheckEdits(const CL::SongLog& song, const SongFindings& findings) {
 void CheckSong(const CL::SongLog& song, const SongFindings& findings) {
   CheckSongFields(song.song_number, song.song_name, song.song_length, findings);
   if (song.division == 0) findings.Add(FindingCode::kDivisionUnknown, "the division is 0");
-  if (IsComplete(song)) return CheckEdits(song, findings);
+  if (IsComplete(&song)) return CheckEdits(song, findings);
   findings.Add(FindingCode::kSongIncomplete, "a list of edits is missing");
 }
 

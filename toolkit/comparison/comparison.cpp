@@ -2,11 +2,13 @@
 #include "toolkit/comparison/comparison.h"
 
 #include <algorithm>
+#include <exception>
 #include <optional>
 #include <utility>
 
 #include "toolkit/comparison/internal/compare_models.h"
 #include "toolkit/conversion/conversion.h"
+#include "toolkit/document/internal/complete_songs.h"
 #include "toolkit/error.h"
 #include "toolkit/internal/translate.h"
 
@@ -16,24 +18,24 @@ namespace {
 
 constexpr const char* kGiveBothForms = "give both forms of one document";
 
-/// A caller can build songs without their parts.
-void RequireParts(const Document& document) {
-  const auto require = [&](const std::string& number, bool whole) {
-    if (whole) return;
-    throw Error(ErrorCode::kIncompleteSong, document.name(), "song " + number + " lacks a part",
-                "give every song all its lists");
+/// As OnFile(), where `work` is given a sink that hands on to `sink`. What `sink` throws is its caller's own
+/// and stays what it is.
+template <typename Work>
+void OnFileWithSink(const std::string& name, const DifferenceSink& sink, Work work) {
+  std::exception_ptr from_sink;
+  const DifferenceSink hand_on = [&](const Difference& difference) {
+    try {
+      sink(difference);
+    } catch (...) {
+      from_sink = std::current_exception();
+      throw;
+    }
   };
-  if (const auto* show = document.As<zuna_midi::ShowData>()) {
-    for (const auto& [number, song] : show->songs()) {
-      require(number, song && song->timeline && song->voice_data);
-    }
-  }
-  if (const auto* log = document.As<CL::ChangeLog>()) {
-    for (const auto& [number, song] : log->song_logs()) {
-      require(number, song && song->vamps && song->repeats && song->cuts && song->transposes &&
-                          song->tempo_scales && song->clicks && song->fermatas && song->markers &&
-                          song->caesuras);
-    }
+  try {
+    OnFile(name, [&] { work(hand_on); });
+  } catch (...) {
+    if (from_sink) std::rethrow_exception(from_sink);
+    throw;
   }
 }
 
@@ -54,7 +56,7 @@ void AddUnknownDivisions(const CL::ChangeLog& log, const DifferenceSink& sink) {
 void RequireTwoForms(const Document& legacy, const Document& current) {
   RequireLegacy(legacy.type(), legacy.name());
   RequireCurrent(current.type(), current.name());
-  RequireParts(current);
+  RequireCompleteSongs(current);
   if (legacy.type().kind == current.type().kind) return;
   throw Error(ErrorCode::kNotOneDocument, legacy.name(), "is not the legacy form of " + current.name(),
               kGiveBothForms);
@@ -96,8 +98,8 @@ void Compare(const Document& before, const Document& after, const DifferenceSink
                 "is " + TypeText(after.type()) + " and " + before.name() + " is " + TypeText(before.type()),
                 "give two shows or two logs");
   }
-  RequireParts(before);
-  RequireParts(after);
+  RequireCompleteSongs(before);
+  RequireCompleteSongs(after);
   const Document a = CurrentForm(before);
   const Document b = CurrentForm(after);
   const bool has_one_legacy = before.type().is_legacy() != after.type().is_legacy();
@@ -122,11 +124,11 @@ std::vector<Difference> Compare(const Document& before, const Document& after) {
 
 void LossesOfDown(const Document& current, const Document& legacy, const DifferenceSink& sink) {
   RequireTwoForms(legacy, current);
-  OnFile(current.name(), [&] {
+  OnFileWithSink(current.name(), sink, [&](const DifferenceSink& hand_on) {
     if (const auto* log = current.As<CL::ChangeLog>()) {
-      CompareWithUpAgain(*log, legacy.As<LegacyLog>()->log, sink);
+      CompareWithUpAgain(*log, legacy.As<LegacyLog>()->log, hand_on);
     } else {
-      CompareWithUpAgain(*current.As<zuna_midi::ShowData>(), legacy.As<LegacyShow>()->show, sink);
+      CompareWithUpAgain(*current.As<zuna_midi::ShowData>(), legacy.As<LegacyShow>()->show, hand_on);
     }
   });
 }
@@ -137,8 +139,9 @@ void LossesOfUp(const Document& legacy, const Document& current, const Differenc
   std::size_t replaced_sequences = 0;
   std::size_t trailing_bytes = 0;
   if (const auto* show = legacy.As<LegacyShow>()) {
-    OnFile(legacy.name(),
-           [&] { CompareWithDownAgain(show->show, *current.As<zuna_midi::ShowData>(), sink); });
+    OnFileWithSink(legacy.name(), sink, [&](const DifferenceSink& hand_on) {
+      CompareWithDownAgain(show->show, *current.As<zuna_midi::ShowData>(), hand_on);
+    });
     replaced_songs = show->replaced_songs;
     replaced_sequences = show->replaced_sequences;
     trailing_bytes = show->trailing_bytes;

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "toolkit/document/internal/complete_songs.h"
 #include "toolkit/document/internal/content.h"
 #include "toolkit/error.h"
 
@@ -48,6 +49,7 @@ bool HasDivisions(const Companion& log, const Companion& companion) {
 }  // namespace
 
 Companion CompanionFrom(const Document& document) {
+  RequireCompleteSongs(document);
   Companion companion;
   companion.name = document.name();
   std::visit([&](const auto& model) { AddSongs(model, companion); }, document.model());

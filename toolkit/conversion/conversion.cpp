@@ -13,6 +13,7 @@
 
 #include "format_converter/version0/conversions/repeated_tempos.h"
 #include "toolkit/conversion/internal/legacy_limits.h"
+#include "toolkit/document/internal/complete_songs.h"
 #include "toolkit/document/internal/content.h"
 #include "toolkit/error.h"
 #include "toolkit/internal/translate.h"
@@ -86,6 +87,7 @@ Document Up(const Document& legacy, const Companion& companion, cmn::FileVersion
 
 Document Down(const Document& current) {
   RequireCurrent(current.type(), current.name());
+  RequireCompleteSongs(current);
   RequireLegacyLimits(current);
   if (const auto* log = current.As<CL::ChangeLog>()) {
     return {LegacyLog{version0::ChangeLogV0(*log)}, kLegacyVersion, current.name()};

@@ -16,7 +16,8 @@ ZUNA_API Document Up(const Document& legacy, const Companion& companion, cmn::Fi
 
 /// Brings a document of a current version to version 0.0. Throws Error (ErrorKind::kBadInput) for a legacy
 /// document and for one that format 0.0 cannot hold: a text of more than 255 bytes, more than 255 songs or
-/// 239 voices besides drums, a song without messages or without a tempo at its first meter.
+/// 239 voices besides drums, a song without messages or without a tempo at its first meter; kIncompleteSong
+/// where a program built a song without one of its parts.
 ZUNA_API Document Down(const Document& current);
 
 /// A document of a current version at another one. Throws Error: kNoSuchVersion for a version that is not

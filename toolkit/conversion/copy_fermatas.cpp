@@ -8,6 +8,7 @@
 #include <tuple>
 #include <vector>
 
+#include "toolkit/document/internal/complete_songs.h"
 #include "toolkit/error.h"
 #include "toolkit/words.h"
 
@@ -82,6 +83,8 @@ void CountSong(const CL::SongLog& source, const CL::SongLog& destination, Fermat
 FermataCopy CopyFermatas(const Document& source, const Document& destination) {
   const CL::ChangeLog& from = RequireLog(source, "give the log from before it went down");
   CL::ChangeLog to = RequireLog(destination, "use up first");
+  RequireCompleteSongs(source);
+  RequireCompleteSongs(destination);
   RequireSongs(from, to, source.name(), destination.name());
   FermataCopy copy{destination};
   for (const auto& [number, song] : from.song_logs()) {

@@ -52,9 +52,6 @@ class LimitCheck {
     CheckText(song.song_number, "the number of a song");
     const std::string where = "song " + NumberText(song.song_number);
     CheckText(song.song_name, "the name of " + where);
-    if (!song.voice_data || !song.timeline) {
-      Fail(where + " has no timeline or no voices, and format 0.0 cannot hold such a song", "remove it");
-    }
     bool empty = true;
     for (const auto& [number, voice] : song.voice_data->tracks()) {
       CheckText(voice->name, "the name of voice " + std::to_string(number) + " of " + where);

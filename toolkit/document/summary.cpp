@@ -1,6 +1,8 @@
 // What there is to tell about a document: names and counts.
 #include "toolkit/document/summary.h"
 
+#include "toolkit/document/internal/complete_songs.h"
+
 namespace zuna_toolkit {
 
 namespace {
@@ -116,6 +118,7 @@ struct SongSummariser {
 Summary SummariseWhole(const Document& document) { return std::visit(WholeSummariser(), document.model()); }
 
 void SummariseSongs(const Document& document, const SongSummarySink& sink) {
+  RequireCompleteSongs(document);
   std::visit(SongSummariser{sink}, document.model());
 }
 

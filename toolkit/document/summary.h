@@ -54,7 +54,8 @@ ZUNA_API Summary SummariseWhole(const Document& document);
 /// Takes one song. It is gone afterwards, so many songs take no memory.
 using SongSummarySink = std::function<void(const SongSummary&)>;
 
-/// Hands the songs to `sink`, in the order of the document.
+/// Hands the songs to `sink`, in the order of the document. Throws Error (kIncompleteSong) where a program
+/// built a song without one of its parts, and what `sink` throws.
 ZUNA_API void SummariseSongs(const Document& document, const SongSummarySink& sink);
 
 }  // namespace zuna_toolkit

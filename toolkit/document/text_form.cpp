@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <ios>
 #include <iterator>
 #include <span>
 #include <sstream>
@@ -11,6 +12,8 @@
 #include "CL/text_form.h"
 #include "cmn/data_error.h"
 #include "cmn/file_format.h"
+#include "kit/error.h"
+#include "toolkit/document/internal/complete_songs.h"
 #include "toolkit/document/internal/content.h"
 #include "toolkit/document/internal/legacy_text.h"
 #include "toolkit/internal/translate.h"
@@ -91,7 +94,14 @@ Error TextError(ErrorCode code, const cmn::DataError& error, std::string_view te
 }  // namespace
 
 void WriteTextForm(const Document& document, std::ostream& os) {
-  OnFile(document.name(), [&] { std::visit(TextWriter(os, document.type().version), document.model()); });
+  RequireCompleteSongs(document);
+  OnFile(document.name(), [&] {
+    try {
+      std::visit(TextWriter(os, document.type().version), document.model());
+    } catch (const std::ios_base::failure&) {  // of `os`: nothing is read here
+      throw kit::IoError("The output stream cannot be written; check the free space");
+    }
+  });
 }
 
 std::string LeftOutOfText(const Document& document) {

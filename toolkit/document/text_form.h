@@ -14,7 +14,8 @@
 namespace zuna_toolkit {
 
 /// Writes `document` as text that states kind and version: docs/format-2.md for a current document,
-/// docs/text-form.md for a legacy one. Throws Error.
+/// docs/text-form.md for a legacy one. Throws Error: ErrorKind::kIo
+/// where `os` cannot be written, kIncompleteSong where a program built a song without one of its parts.
 ZUNA_API void WriteTextForm(const Document& document, std::ostream& os);
 
 /// What the file of a legacy document has that its text has not, such as "3 bytes after the last song"; empty

@@ -4,6 +4,7 @@
 #include <istream>
 #include <ostream>
 
+#include "toolkit/document/internal/complete_songs.h"
 #include "toolkit/internal/translate.h"
 
 namespace zuna_toolkit {
@@ -29,6 +30,7 @@ class ModelWriter {
 
 std::unique_ptr<zuna_sec::TwoFishCipherStream> CipherStreamOf(const Document& document,
                                                               const CipherKey& key) {
+  RequireCompleteSongs(document);
   auto output = std::make_unique<zuna_sec::TwoFishCipherStream>("", key.key, key.iv);
   OnFile(document.name(), [&] {
     std::ostream& stream = output->GetStream();

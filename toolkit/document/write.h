@@ -12,8 +12,9 @@
 namespace zuna_toolkit {
 
 /// A cipher stream that holds the plaintext of `document` at its version. Nothing is encrypted yet:
-/// TwoFishCipherStream::WriteToFile() encrypts it into a file, GetEncryptedBytes() into bytes. Throws Error
-/// (ErrorKind::kBadInput) for a document that its version cannot hold.
+/// TwoFishCipherStream::WriteToFile() encrypts it into a file, GetEncryptedBytes() into bytes; what they
+/// throw is in their header. Throws Error: kIncompleteSong where a program built a song without one of its
+/// parts, ErrorKind::kBadInput for a document that its version cannot hold.
 ZUNA_API std::unique_ptr<zuna_sec::TwoFishCipherStream> CipherStreamOf(const Document& document,
                                                                        const CipherKey& key);
 

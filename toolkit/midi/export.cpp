@@ -6,6 +6,7 @@
 #include <limits>
 #include <string>
 
+#include "toolkit/document/internal/complete_songs.h"
 #include "toolkit/midi/songs.h"
 
 namespace zuna_toolkit::midi {
@@ -155,6 +156,9 @@ void CountVoiceFields(const zuna_midi::VoiceData& voices, Report& report) {
 }  // namespace
 
 smf::File ExportSong(const zuna_midi::SongData& song, Report& report) {
+  if (!IsComplete(&song)) {
+    throw Error(ErrorCode::kIncompleteSong, "", "it lacks its timeline or its voices", "give both");
+  }
   if (song.division == 0 || song.division > kMaxDivision) {
     throw Error(
         ErrorCode::kBeyondMidiLimits, "",

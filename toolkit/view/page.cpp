@@ -9,6 +9,7 @@
 #include "toolkit/checking/checking.h"
 #include "toolkit/conversion/companion.h"
 #include "toolkit/conversion/conversion.h"
+#include "toolkit/document/internal/complete_songs.h"
 #include "toolkit/document/summary.h"
 #include "toolkit/error.h"
 #include "toolkit/view/internal/drawing.h"
@@ -124,6 +125,7 @@ std::string Navigation(const std::vector<PageSong>& songs) {
 
 std::string ShowPage(const Document& show, const Document* log, const std::string& digest) {
   RequireShow(show.type(), show.name());
+  RequireCompleteSongs(show);
   if (log != nullptr) RequireBelongs(show, *log);
   const Document current = CurrentForm(show);
   const std::optional<Document> current_log = log ? std::optional(CurrentForm(*log)) : std::nullopt;

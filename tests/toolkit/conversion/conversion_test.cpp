@@ -127,7 +127,7 @@ TEST(Conversion, SaysWhatFormat0CannotHold) {
   EXPECT_EQ(DownError([](auto& song) { song.voice_data->GetTrack(0)->name = std::string(300, 'x'); }),
             "x: the name of voice 0 of song 7 has 300 bytes, and format 0.0 holds 255; shorten it");
   EXPECT_EQ(DownError([](auto& song) { song.timeline = nullptr; }),
-            "x: song 7 has no timeline or no voices, and format 0.0 cannot hold such a song; remove it");
+            "x: song 7 lacks a part; give every song all its lists");
   EXPECT_EQ(DownError([](auto& song) { song.song_number = std::string(256, '7'); }),
             "x: the number of a song has 256 bytes, and format 0.0 holds 255; shorten it");
   EXPECT_EQ(DownError([](auto& song) {
