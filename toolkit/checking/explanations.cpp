@@ -61,6 +61,13 @@ constexpr std::array<Explanation, kCodes> kFindings{{
     {"tempo-zero",
      "a tempo has no length: a quarter note of it lasts 0 microseconds, or no time that a file can hold",
      "a value was mistyped, or the program that wrote it divided by 0", "correct or delete the tempo", kEdit},
+    {"tempo-unlikely", "a tempo is below 10 or above 1000 quarter notes a minute",
+     "a value was mistyped or is of another unit: the text of a current file has the microseconds of a "
+     "quarter note, that of format 0.0 the seconds of a tick",
+     "correct the tempo; 500000 microseconds of a quarter note are 120 a minute", kEdit},
+    {"key-unknown", "a key has more than 7 sharps or flats, or is neither major nor minor",
+     "a value was mistyped; a MIDI file cannot hold such a key",
+     "correct the key: -7 to 7, with the mode 0 or 1", kEdit},
     {"meter-missing", "the song has no meter, so its beats are unknown and it cannot be converted to 0.0",
      "its meter was deleted, or the program that made it takes 4/4 for granted", "add a meter at tick 0",
      kEdit},

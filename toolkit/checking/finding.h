@@ -36,6 +36,8 @@ enum class FindingCode : std::uint8_t {
   kTempoMissing,
   kTempoLate,
   kTempoZero,
+  kTempoUnlikely,
+  kKeyUnknown,
   kMeterMissing,
   kMeterLate,
   kMeterWithoutTempo,

@@ -19,7 +19,8 @@ void TimelineCheck::CheckOrder(const std::string& entry, const Place& place, std
 }
 
 void TimelineCheck::CheckEntry(const TL::Tempo& tempo, const std::string& entry, const Place& place) const {
-  if (tempo.microseconds == 0) findings_.Add(FindingCode::kTempoZero, entry + " is 0 us", place);
+  if (tempo.microseconds == 0) return findings_.Add(FindingCode::kTempoZero, entry + " is 0 us", place);
+  CheckQuarterNote(tempo.microseconds, entry, place);
 }
 
 void TimelineCheck::CheckEntry(const version0::RTempo& tempo, const std::string& entry,
@@ -31,6 +32,8 @@ void TimelineCheck::CheckEntry(const version0::RTempo& tempo, const std::string&
         FindingCode::kTempoZero,
         entry + kit::format(" has no length: a tick of %.9g s", static_cast<double>(tempo.seconds_per_tick)),
         place);
+  } else if (song_.division != 0) {
+    CheckQuarterNote(microseconds, entry, place);
   }
   if (tempo.notated_32_per_click == 0 || tempo.notated_32_per_quarter == 0) {
     findings_.Add(FindingCode::kClickZero,
@@ -38,6 +41,33 @@ void TimelineCheck::CheckEntry(const version0::RTempo& tempo, const std::string&
                                       tempo.notated_32_per_quarter),
                   place);
   }
+}
+
+void TimelineCheck::CheckQuarterNote(std::int64_t microseconds, const std::string& entry,
+                                     const Place& place) const {
+  constexpr std::int64_t kMinute = 60000000;  // microseconds
+  constexpr std::int64_t kSlowest = 10;       // quarter notes a minute
+  constexpr std::int64_t kFastest = 1000;
+  if (microseconds >= kMinute / kFastest && microseconds <= kMinute / kSlowest) return;
+  findings_.Add(FindingCode::kTempoUnlikely,
+                entry + kit::format(" is %.6g quarter notes a minute",
+                                    static_cast<double>(kMinute) / static_cast<double>(microseconds)),
+                place);
+}
+
+void TimelineCheck::CheckEntry(const TL::Key& key, const std::string& entry, const Place& place) const {
+  CheckKey(key.key, key.mode, entry, place);
+}
+
+void TimelineCheck::CheckEntry(const version0::RKey& key, const std::string& entry,
+                               const Place& place) const {
+  CheckKey(key.key, key.mode, entry, place);
+}
+
+void TimelineCheck::CheckKey(int key, unsigned mode, const std::string& entry, const Place& place) const {
+  constexpr int kMostSharps = 7;
+  if (key >= -kMostSharps && key <= kMostSharps && mode <= 1) return;
+  findings_.Add(FindingCode::kKeyUnknown, entry + kit::format(" is key %d mode %u", key, mode), place);
 }
 
 void TimelineCheck::CheckEntry(const TL::Meter& meter, const std::string& entry, const Place& place) const {

@@ -127,5 +127,16 @@ TEST(CheckLegacyShow, FindsTimelines) {
           "480"));
 }
 
+TEST(CheckLegacyShow, FindsTemposAndKeysThatMusicDoesNotHave) {
+  version0::SongData song = SoundSong();
+  song.timeline.tempos = {{0, 0.652174F, 8, 8, 92}};
+  song.timeline.keys = {{0, -7, 1}, {240, 8, 0}};
+  EXPECT_THAT(
+      FindingsOfSong(song),
+      ElementsAre("warning tempo-unlikely, song 1, tempos[0] at 0: the tempo at 0 is 0.191667 quarter "
+                  "notes a minute",
+                  "warning key-unknown, song 1, keys[1] at 240: the key at 240 is key 8 mode 0"));
+}
+
 }  // namespace
 }  // namespace zuna_toolkit

@@ -121,6 +121,21 @@ TEST(CheckShow, FindsTemposAndMetersThatAreNone) {
                   "and 0 32nds per quarter"));
 }
 
+TEST(CheckShow, FindsTemposAndKeysThatMusicDoesNotHave) {
+  EXPECT_THAT(
+      FindingsAfter([](SongData& song) {
+        song.timeline->tempos = {{0, 92}, {1, 59999}, {2, 60000}, {3, 6000000}, {4, 6000001}};
+        song.timeline->keys = {{0, -7, 0}, {1, 7, 1}, {2, -8, 0}, {3, 300, 1}, {4, 0, 2}};
+      }),
+      ElementsAre(
+          "warning tempo-unlikely, song 1, tempos[0] at 0: the tempo at 0 is 652174 quarter notes a minute",
+          "warning tempo-unlikely, song 1, tempos[1] at 1: the tempo at 1 is 1000.02 quarter notes a minute",
+          "warning tempo-unlikely, song 1, tempos[4] at 4: the tempo at 4 is 10 quarter notes a minute",
+          "warning key-unknown, song 1, keys[2] at 2: the key at 2 is key -8 mode 0",
+          "warning key-unknown, song 1, keys[3] at 3: the key at 3 is key 300 mode 1",
+          "warning key-unknown, song 1, keys[4] at 4: the key at 4 is key 0 mode 2"));
+}
+
 TEST(CheckShow, FindsTimelinesInDisorder) {
   EXPECT_THAT(
       FindingsAfter([](SongData& song) {

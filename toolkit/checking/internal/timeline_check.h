@@ -102,6 +102,8 @@ class TimelineCheck {
   ///@{
   void CheckEntry(const TL::Tempo& tempo, const std::string& entry, const Place& place) const;
   void CheckEntry(const version0::RTempo& tempo, const std::string& entry, const Place& place) const;
+  void CheckEntry(const TL::Key& key, const std::string& entry, const Place& place) const;
+  void CheckEntry(const version0::RKey& key, const std::string& entry, const Place& place) const;
   void CheckEntry(const TL::Meter& meter, const std::string& entry, const Place& place) const;
   void CheckEntry(const version0::RMeter& meter, const std::string& entry, const Place& place) const;
   void CheckEntry(const TL::BarsBeats& label, const std::string& entry, const Place& place) const;
@@ -110,6 +112,9 @@ class TimelineCheck {
   void CheckEntry(const AnyValue&, const std::string&, const Place&) const {}
   ///@}
 
+  /// Whether a quarter note of this length is one that music has.
+  void CheckQuarterNote(std::int64_t microseconds, const std::string& entry, const Place& place) const;
+  void CheckKey(int key, unsigned mode, const std::string& entry, const Place& place) const;
   void CheckSignature(unsigned numerator, unsigned denominator, const std::string& entry,
                       const Place& place) const;
 
