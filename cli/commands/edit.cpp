@@ -127,6 +127,10 @@ void RunEdit(const std::string& path, Context& context) {
     const std::optional<Document> after = Edit(edited, text, before);
     if (!after) return context.Note(path, "is left as it was");
     const auto sealed = Sealed(*after, *key, path, true);
+    if (sealed == bytes) {
+      edited.Remove();
+      return context.Note(path, "holds the same as before, and is left as it was");
+    }
     const std::string old = destination.KeepOld();
     context.Note(path, "is changed; the old file is " + old);
     NoteChanges(before, *after, path, context);

@@ -166,6 +166,15 @@ class Edit(TextFormTest):
         self.assertEqual(done.stderr.decode(), "zuna-convert: 1.2.showdata: is left as it was\n")
         self.assertEqual(self.files(), before)
 
+    def test_leaves_a_file_that_would_hold_the_same(self):
+        self.editor("sed -i 's/^ *//' \"$1\"\n")
+        before = self.files()
+        for name in ("0.0.showdata", "1.2.showdata"):
+            done = self.run_tool("edit", name)
+            self.assertEqual(done.stderr.decode(), f"zuna-convert: {name}: holds the same as before, and is left as it was\n")
+        self.assertEqual(self.files(), before)
+        self.assertEqual(self.kept(), [])
+
     def test_lets_nobody_else_read_the_text(self):
         self.editor("stat -c %a \"$1\" \"$(dirname \"$1\")\" >modes\n")
         self.run_tool("edit", "1.2.showdata")
