@@ -117,9 +117,14 @@ class Telling {
     if (outcome.status == Status::kDone) ++done_.at(outcome.group);
     current_ += outcome.status == Status::kCurrent ? 1U : 0U;
     skipped_ += outcome.status == Status::kSkipped ? 1U : 0U;
+    if (total_ > 1) CountLosses(outcome);
+    is_negative_ = is_negative_ || outcome.is_negative;
+  }
+
+  /// For the summary of many inputs. A single one needs no memory once its output has its place.
+  void CountLosses(const Outcome& outcome) {
     losses_.Add(outcome.losses);
     if (!outcome.losses.empty()) ++lossy_[outcome.status];
-    is_negative_ = is_negative_ || outcome.is_negative;
   }
 
   void TellMessages(const Outcome& outcome) {
