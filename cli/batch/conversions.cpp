@@ -53,9 +53,11 @@ Preparation Prepare(const ConversionOptions& options, const Context& context, co
   return made;
 }
 
-/// Adds a failure before the first input to the report. Wrong usage stays text.
+/// Adds a failure before the first input to the report. Wrong usage stays text, and the report of another run
+/// is left to it, though that run may have ended since.
 void ReportAborted(const ConversionOptions& options, const Failure& failure) {
   if (options.report.empty() || failure.kind() == zuna_toolkit::ErrorKind::kUsage) return;
+  if (failure.code() == ErrorCode::kReportInUse) return;
   try {
     Report(options.report).Add(AbortedJson(failure, options.outputs.dry_run));
   } catch (const Failure&) {  // The first failure is the one to tell.
