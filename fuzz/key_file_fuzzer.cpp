@@ -7,15 +7,15 @@
 #include <string_view>
 #include <vector>
 
-#include "cli/shared/key_file.h"
-#include "cli/terminal/failure.h"
 #include "fuzz/cost.h"
 #include "fuzz/target.h"
+#include "toolkit/error.h"
+#include "toolkit/key_file.h"
 
 namespace {
 
-using zuna_cli::ParseKeyFile;
-using zuna_cli::SecretKey;
+using zuna_toolkit::ParseKeyFile;
+using zuna_toolkit::SecretKey;
 
 constexpr const char* kName = "keys";
 
@@ -65,8 +65,8 @@ void Check(const std::string& text, bool may_be_empty) {
     const std::string again = "key = " + Hex(key.material().key) + "\niv = " + Hex(key.material().iv) + "\n";
     RequireSame(key, again);
     RequireSame(key, UpperCase(again));
-  } catch (const zuna_cli::Failure& failure) {
-    RequireSecret(failure.what(), text);
+  } catch (const zuna_toolkit::Error& error) {
+    RequireSecret(error.what(), text);
   }
 }
 

@@ -28,7 +28,7 @@ enum class ErrorKind {
 };
 
 /// What happened, for programs. docs/errors.md has the meaning of each. The toolkit throws those up to kIo,
-/// and kInternal; the tool also has the others.
+/// kEmptyKey, kBadKeyFile and kInternal; the tool also has the others.
 enum class ErrorCode {
   kWrongKey,             ///< "wrong-key"
   kNoKey,                ///< "no-key"

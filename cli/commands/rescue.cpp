@@ -39,7 +39,7 @@ bool MayOtherKeyHelp(const Error& error) {
 /// as it is, and goes with the first key.
 OpenedRescue RescueWith(const std::vector<std::uint8_t>& bytes, const std::string& name, const Keys& keys) {
   std::optional<Error> failure;
-  for (const SecretKey& key : keys) {
+  for (const zuna_toolkit::SecretKey& key : keys) {
     try {
       return {zuna_toolkit::Rescue(bytes, name, key.material()), &key.material()};
     } catch (const Error& error) {

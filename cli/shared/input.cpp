@@ -30,7 +30,7 @@ std::vector<std::uint8_t> ReadInput(const std::string& path, std::size_t limit) 
 
 OpenedInput DecryptInput(const std::vector<std::uint8_t>& bytes, const std::string& name, const Keys& keys,
                          zuna_toolkit::Accept accept) {
-  for (const SecretKey& key : keys) {
+  for (const zuna_toolkit::SecretKey& key : keys) {
     try {
       return {OpenedFile::FromBytes(bytes, name, key.material(), accept), &key.material()};
     } catch (const zuna_toolkit::Error& error) {

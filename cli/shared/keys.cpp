@@ -72,7 +72,7 @@ Keys LoadKeys(const KeyOptions& options, bool quiet) {
     }
     const KeyText text(path);
     if (!quiet && path != kStandardStream) WarnIfOpenToOthers(path);
-    keys.push_back(ParseKeyFile(text.text(), InputName(path), options.empty_key));
+    keys.push_back(zuna_toolkit::ParseKeyFile(text.text(), InputName(path), options.empty_key));
   }
   if (keys.empty()) keys.emplace_back();
   return keys;

@@ -4,13 +4,13 @@
 #include <string>
 #include <vector>
 
-#include "cli/shared/key_file.h"
+#include "toolkit/key_file.h"
 
 namespace zuna_cli {
 
 /// The keys that files are opened with, in the order in which they are tried; never none. The first one seals
 /// an output that has no input.
-using Keys = std::vector<SecretKey>;
+using Keys = std::vector<zuna_toolkit::SecretKey>;
 
 /// What the user says about keys.
 struct KeyOptions {
@@ -23,7 +23,7 @@ struct KeyOptions {
 std::vector<std::string> KeyFilePaths(const KeyOptions& options);
 
 /// Reads all key files; without one, the empty key is the only one. `quiet` leaves the warning out that a key
-/// file is open to other users. Throws Failure or kit::IoError.
+/// file is open to other users. Throws Failure, zuna_toolkit::Error or kit::IoError.
 Keys LoadKeys(const KeyOptions& options, bool quiet);
 
 }  // namespace zuna_cli

@@ -5,9 +5,9 @@
 #include <string>
 
 #include "cli/shared/keys.h"
-#include "cli/terminal/failure.h"
 #include "tests/support/remains.h"
 #include "tests/support/temporary_folder.h"
+#include "toolkit/error.h"
 
 namespace zuna_cli {
 namespace {
@@ -31,7 +31,7 @@ void ExpectNothingRemains(const std::string& text) {
     const auto work = [&options] {
       try {
         EXPECT_EQ(LoadKeys(options, true).front().material().key, kBytes);
-      } catch (const Failure&) {
+      } catch (const zuna_toolkit::Error&) {
         return;  // what is left behind by a failure is looked for too
       }
     };

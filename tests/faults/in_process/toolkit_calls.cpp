@@ -17,6 +17,7 @@
 #include "toolkit/document/text_form.h"
 #include "toolkit/document/write.h"
 #include "toolkit/error.h"
+#include "toolkit/key_file.h"
 #include "toolkit/midi/file_names.h"
 #include "toolkit/midi/songs.h"
 #include "toolkit/rescue/rescue.h"
@@ -119,6 +120,13 @@ void AddDocuments(Calls& calls, const Samples& samples) {
     zuna_toolkit::RequireCorrectText({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()},
                                      kLong);
     return std::string();
+  });
+}
+
+void AddKeyFiles(Calls& calls) {
+  calls.Add("ParseKeyFile", [] {
+    const zuna_toolkit::SecretKey key = zuna_toolkit::ParseKeyFile("key = 20\niv = 21\n", kLong, false);
+    return std::string(key.material().key.begin(), key.material().key.end());
   });
 }
 
@@ -301,6 +309,7 @@ Calls OfTheToolkit() {
   Calls calls;
   const Samples samples;
   AddDocuments(calls, samples);
+  AddKeyFiles(calls);
   AddRescues(calls, samples);
   AddConversions(calls, samples);
   AddComparisons(calls, samples);

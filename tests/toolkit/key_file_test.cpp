@@ -1,19 +1,17 @@
-#include "cli/shared/key_file.h"
+#include "toolkit/key_file.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "cli/shared/keys.h"
-#include "cli/terminal/failure.h"
+#include "toolkit/error.h"
 
-namespace zuna_cli {
+namespace zuna_toolkit {
 namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
-using testing::SizeIs;
 
 TEST(KeyFile, HoldsKeyAndIv) {
   const SecretKey key = ParseKeyFile("# ours\n\nkey = 00fF10\r\n\tiv=a0 # short\n", "k", false);
@@ -25,8 +23,8 @@ TEST(KeyFile, IsReadInAnyCaseAndWithAByteOrderMark) {
   const SecretKey key = ParseKeyFile("\xEF\xBB\xBFKEY = aBCd\r\nIv = EF\r\n", "k", false);
   EXPECT_THAT(key.material().key, ElementsAre(0xAB, 0xCD));
   EXPECT_THAT(key.material().iv, ElementsAre(0xEF));
-  EXPECT_THROW(ParseKeyFile("key = 00\n\xEF\xBB\xBFiv = 00", "k", false), Failure);
-  EXPECT_THROW(ParseKeyFile("kei = 00\niv = 00", "k", false), Failure);
+  EXPECT_THROW(ParseKeyFile("key = 00\n\xEF\xBB\xBFiv = 00", "k", false), Error);
+  EXPECT_THROW(ParseKeyFile("kei = 00\niv = 00", "k", false), Error);
 }
 
 TEST(KeyFile, MayHoldAnEmptyIv) {
@@ -39,10 +37,10 @@ TEST(KeyFile, HoldsAnEmptyKeyOnlyWhereThatIsAllowed) {
     try {
       ParseKeyFile(text, "k", false);
       ADD_FAILURE() << "nothing was thrown for " << text;
-    } catch (const Failure& failure) {
-      EXPECT_EQ(failure.code(), ErrorCode::kEmptyKey);
+    } catch (const Error& error) {
+      EXPECT_EQ(error.code(), ErrorCode::kEmptyKey);
       EXPECT_STREQ(
-          failure.what(),
+          error.what(),
           "k: states no key, and an empty one protects nothing; give it a line \"key = HEX\", or give "
           "--empty-key");
     }
@@ -56,20 +54,13 @@ TEST(KeyFile, NamesTheLineAndNeverTheSecret) {
     try {
       ParseKeyFile(text, "k", false);
       ADD_FAILURE() << "nothing was thrown for " << text;
-    } catch (const Failure& failure) {
-      EXPECT_EQ(failure.code(), ErrorCode::kBadKeyFile);
-      EXPECT_THAT(failure.what(), testing::MatchesRegex("k: .* \\(line [12]\\); correct the key file"));
-      EXPECT_THAT(failure.what(), Not(HasSubstr("5E")));
+    } catch (const Error& error) {
+      EXPECT_EQ(error.code(), ErrorCode::kBadKeyFile);
+      EXPECT_THAT(error.what(), testing::MatchesRegex("k: .* \\(line [12]\\); correct the key file"));
+      EXPECT_THAT(error.what(), Not(HasSubstr("5E")));
     }
   }
 }
 
-TEST(Keys, AreOneEmptyKeyWithoutAKeyFile) {
-  const Keys keys = LoadKeys({}, true);
-  ASSERT_THAT(keys, SizeIs(1));
-  EXPECT_THAT(keys[0].material().key, IsEmpty());
-  EXPECT_THAT(keys[0].material().iv, IsEmpty());
-}
-
 }  // namespace
-}  // namespace zuna_cli
+}  // namespace zuna_toolkit

@@ -1,26 +1,26 @@
 // The text of a key file.
-#include "cli/shared/key_file.h"
+#include "toolkit/key_file.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <vector>
 
-#include "cli/terminal/failure.h"
 #include "kit/hex.h"
+#include "toolkit/error.h"
 #include "toolkit/words.h"
 
-namespace zuna_cli {
+namespace zuna_toolkit {
 
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-constexpr std::string_view kBlanks = " \t\r";
+constexpr std::string_view kLineBlanks = " \t\r";
 
 std::string_view Trim(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(kBlanks);
+  const std::size_t first = text.find_first_not_of(kLineBlanks);
   if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+  return text.substr(first, text.find_last_not_of(kLineBlanks) - first + 1);
 }
 
 /// Whether `text` is `word`, which is in lower case, in any case.
@@ -69,20 +69,20 @@ class KeyFileParser {
   SecretKey Finish(bool may_be_empty) {
     const bool is_empty = secret_.material().key.empty();
     if (is_empty && !may_be_empty) {
-      throw Failure(ErrorCode::kEmptyKey, name_, "states no key, and an empty one protects nothing",
-                    "give it a line \"key = HEX\", or give "
-                    "--empty-key");
+      throw Error(ErrorCode::kEmptyKey, name_, "states no key, and an empty one protects nothing",
+                  "give it a line \"key = HEX\", or give "
+                  "--empty-key");
     }
     if (!is_empty && !has_iv_) {
-      throw Failure(ErrorCode::kBadKeyFile, name_, "has no line \"iv = HEX\"", "add it");
+      throw Error(ErrorCode::kBadKeyFile, name_, "has no line \"iv = HEX\"", "add it");
     }
     return std::move(secret_);
   }
 
  private:
   [[noreturn]] void FailLine(const std::string& what) const {
-    throw Failure(ErrorCode::kBadKeyFile, name_, what + " (line " + std::to_string(line_number_) + ")",
-                  "correct the key file");
+    throw Error(ErrorCode::kBadKeyFile, name_, what + " (line " + std::to_string(line_number_) + ")",
+                "correct the key file");
   }
 
   const std::string& name_;
@@ -95,7 +95,7 @@ class KeyFileParser {
 }  // namespace
 
 SecretKey ParseKeyFile(std::string_view text, const std::string& name, bool may_be_empty) {
-  text = zuna_toolkit::WithoutByteOrderMark(text);
+  text = WithoutByteOrderMark(text);
   KeyFileParser parser(name);
   while (!text.empty()) {
     const std::size_t end = text.find('\n');
@@ -105,4 +105,4 @@ SecretKey ParseKeyFile(std::string_view text, const std::string& name, bool may_
   return parser.Finish(may_be_empty);
 }
 
-}  // namespace zuna_cli
+}  // namespace zuna_toolkit
