@@ -26,13 +26,15 @@ OWN = {
     "platform/security": ("platform/security",),
     "toolkit": ("toolkit", "format_converter"),
     "cli": ("cli", "toolkit", "format_converter"),
+    "python": ("python", "toolkit", "format_converter"),
     "fuzz": ("fuzz", "tests/support", "toolkit", "cli", "format_converter", "platform"),
     "benchmarks": ("benchmarks", "tests/support", "toolkit", "format_converter"),
     "examples": (),
     "tests/conformance": ("tests/conformance", "tests/support", "format_converter"),
     "tests": ("tests", "toolkit", "cli", "format_converter", "fuzz", "platform"),
 }
-PRODUCT = ("interfaces", "format_converter", "platform/core", "platform/kit", "platform/security", "toolkit", "cli")
+PRODUCT = ("interfaces", "format_converter", "platform/core", "platform/kit", "platform/security", "toolkit", "cli",
+           "python")
 SEE_INTERNAL = ("tests", "tests/conformance", "fuzz")
 
 INTERFACES = ("CL", "TL", "cmn", "codes", "kit", "std_midi", "zuna_json", "zuna_midi", "zuna_sec")
@@ -50,6 +52,7 @@ FOREIGN = {
     "gcrypt.h": "platform/security",
     "utf8proc.h": "cli/terminal",
     "libdeflate.h": "platform/core",
+    "pybind11/": "python",
 }
 ANY_FOREIGN = ("tests", "tests/conformance", "benchmarks", "fuzz")
 SYSTEM = ("dirent.h", "fcntl.h", "ftw.h", "locale.h", "poll.h", "pthread.h", "signal.h", "sys", "unistd.h", "xlocale.h")
