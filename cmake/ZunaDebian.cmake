@@ -1,5 +1,5 @@
-# The Debian packages that cpack makes of the installed components: the libraries, what programs are built with, and the
-# tool. scripts/package makes them; cmake/packages/ has their documents.
+# The Debian packages that cpack makes of the installed components: the libraries, what programs are built with, the tool,
+# and the package for Python. scripts/package makes them; cmake/packages/ has their documents.
 set(ZUNA_PACKAGE_MAINTAINER "Maintainers of the zuna format converter <maintainers@zuna.invalid>" CACHE STRING
     "Name and address of who answers for the packages")
 
@@ -66,6 +66,22 @@ and 2.0. The files are encrypted.
 .
 It takes single files and whole folders, checks, lists and describes them,
 encrypts and decrypts them, and imports and exports Standard MIDI Files.")
+
+if(ZUNA_BUILD_PYTHON)
+  list(APPEND CPACK_COMPONENTS_ALL python)
+  set(CPACK_COMPONENT_PYTHON_GROUP python)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-zuna)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS ON)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS  # an extension module belongs to one version of the interpreter
+    "${runtime} (${own_version}), python3 (>= 3.11), python3 (<< 3.12), python3-numpy")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA "${PROJECT_SOURCE_DIR}/cmake/packages/prerm")
+  set(CPACK_DEBIAN_PYTHON_DESCRIPTION "converter of show and log files - Python package
+The package zuna opens shows, and logs of the edits that musicians made to
+their songs, in every version of their encrypted files. It converts,
+compares, checks and writes them, and gives the MIDI messages of a voice as
+NumPy arrays.")
+endif()
 
 # Where the dependencies of a package are looked for that is not installed.
 foreach(folder format_converter toolkit platform/core platform/security platform/kit)

@@ -76,7 +76,7 @@ install(FILES "${PROJECT_SOURCE_DIR}/docs/libzuna_format_converter.3" DESTINATIO
   COMPONENT library-dev OPTIONAL)
 set(documents "${CMAKE_INSTALL_DATAROOTDIR}/doc/libzuna-format-converter-dev")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" DESTINATION "${documents}" COMPONENT library-dev OPTIONAL
-  FILES_MATCHING PATTERN "*.md")
+  FILES_MATCHING PATTERN "*.md" PATTERN pictures EXCLUDE)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples/consumer" DESTINATION "${documents}/examples" COMPONENT library-dev OPTIONAL)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples/songs" DESTINATION "${documents}/examples" COMPONENT toolkit-dev OPTIONAL)
 foreach(page SECURITY.md interfaces/README.md fuzz/README.md examples/platform/security.cpp)

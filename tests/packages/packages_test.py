@@ -36,7 +36,8 @@ def archive(name):
     return found
 
 
-LIBRARIES, DEVELOPMENT, TOOL = map(archive, ("libzuna-format-converter1", "libzuna-format-converter-dev", "zuna-convert"))
+LIBRARIES, DEVELOPMENT, TOOL, PYTHON = ALL = [archive(name) for name in (
+    "libzuna-format-converter1", "libzuna-format-converter-dev", "zuna-convert", "python3-zuna")]
 
 
 class InstalledTest(unittest.TestCase):
@@ -48,12 +49,12 @@ class InstalledTest(unittest.TestCase):
         cls.addClassCleanup(place.cleanup)
         cls.work = pathlib.Path(place.name) / "work"
         cls.work.mkdir()
-        cls.root = CleanRoot(pathlib.Path(place.name) / "root", [LIBRARIES, DEVELOPMENT, TOOL])
+        cls.root = CleanRoot(pathlib.Path(place.name) / "root", ALL)
         for name in ("three-tunes.key", *SAMPLES):
             shutil.copy(EXAMPLES / name, cls.root.folder / "tmp")
         os.chmod(cls.root.folder / "tmp/three-tunes.key", 0o600)
         cls.before = cls.root.files()
-        cls.root.dpkg("--install", LIBRARIES, DEVELOPMENT, TOOL)
+        cls.root.dpkg("--install", *ALL)
         cls.prefix = cls.root.folder / "usr"
         cls.libraries, = cls.prefix.glob("lib/*-linux-*")
 
@@ -118,20 +119,32 @@ class DevelopmentTest(InstalledTest):
         self.assertIn("wrong-key\n", self.root.run("/tmp/codes"))
 
 
+PYTHON_PROGRAM = """import zuna
+show = zuna.open("/tmp/three-tunes-0.0.showdata", key_file="/tmp/three-tunes.key")
+print(show.up().songs[2].name, show.songs[0].voices[0].messages["data1"].max())
+"""
+
+
+class PythonTest(InstalledTest):
+    def test_opens_a_show(self):
+        self.assertEqual(self.root.run("python3", "-c", PYTHON_PROGRAM), "Scarborough Fair 74\n")
+
+
 class RemovalTest(InstalledTest):
     def test_leaves_nothing(self):
         self.assertIn("zuna-convert depends on libzuna-format-converter1",
                       self.root.refused_by_dpkg("--remove", "libzuna-format-converter1"))
+        self.root.run("python3", "-c", "import zuna")  # which writes compiled files
         self.root.dpkg("--remove", "zuna-convert")
         self.assertFalse((self.prefix / "bin/zuna-convert").exists())
-        self.root.dpkg("--purge", "zuna-convert", "libzuna-format-converter-dev", "libzuna-format-converter1")
+        self.root.dpkg("--purge", "zuna-convert", "python3-zuna", "libzuna-format-converter-dev", "libzuna-format-converter1")
         self.assertEqual(self.root.files(), self.before)
         self.assertNotIn("zuna", self.root.dpkg("--list"))
 
 
 class LintianTest(unittest.TestCase):
     def test_finds_nothing(self):
-        done = subprocess.run(["lintian", "--fail-on", "error,warning", LIBRARIES, DEVELOPMENT, TOOL], capture_output=True,
+        done = subprocess.run(["lintian", "--fail-on", "error,warning", *ALL], capture_output=True,
                               text=True, check=False)
         self.assertEqual((done.returncode, done.stdout), (0, ""))
 
