@@ -18,7 +18,8 @@ class CMakeBuild(build_ext):
         package = pathlib.Path(self.get_ext_fullpath(ext.name)).resolve().parent
         build = pathlib.Path(self.build_temp).resolve()
         build.mkdir(parents=True, exist_ok=True)
-        subprocess.run(["cmake", "-S", SOURCE, "-B", build, "-DCMAKE_BUILD_TYPE=Release", "-DZUNA_BUILD_PYTHON=ON",
+        subprocess.run(["cmake", "-S", SOURCE, "-B", build, "-DCMAKE_BUILD_TYPE=Release", "-DCMAKE_UNITY_BUILD=ON",
+                        "-DCMAKE_UNITY_BUILD_BATCH_SIZE=0", "-DZUNA_BUILD_PYTHON=ON",
                         "-DZUNA_BUILD_TOOL=OFF", f"-DPython3_EXECUTABLE={sys.executable}", "-DZUNA_PYTHON_FOLDER=.",
                         "-DCMAKE_INSTALL_LIBDIR=zuna"], check=True)
         subprocess.run(["cmake", "--build", build, "--parallel", str(os.cpu_count()), "--target", "zuna_python"], check=True)
@@ -28,4 +29,5 @@ class CMakeBuild(build_ext):
             link.resolve().replace(link)  # a wheel has no symbolic links
 
 
-setuptools.setup(ext_modules=[setuptools.Extension("zuna._zuna", [])], cmdclass={"build_ext": CMakeBuild})
+setuptools.setup(ext_modules=[setuptools.Extension("zuna._zuna", [])], cmdclass={"build_ext": CMakeBuild},
+                 options={"build": {"build_base": str(SOURCE / "build/python-wheel")}})
