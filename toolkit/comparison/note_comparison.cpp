@@ -13,7 +13,7 @@ namespace {
 using Notes = std::vector<Note>;
 
 /// What became of notes that are neither the same nor changed where they were.
-struct Explanation {
+struct NoteExplanation {
   Notes lost;
   Notes gained;
   NoteComparison result;
@@ -34,8 +34,8 @@ struct Explanation {
   }
 };
 
-Explanation Explained(const Notes& lost, const Notes& gained, bool pitches_first) {
-  Explanation explanation{lost, gained, {}};
+NoteExplanation Explained(const Notes& lost, const Notes& gained, bool pitches_first) {
+  NoteExplanation explanation{lost, gained, {}};
   const auto take_pitches = [&] {
     TakeOtherPitches(explanation.lost, explanation.gained, explanation.result.transposed);
   };
@@ -46,10 +46,10 @@ Explanation Explained(const Notes& lost, const Notes& gained, bool pitches_first
 }
 
 /// The shorter one.
-Explanation BestExplanation(const Notes& lost, const Notes& gained) {
-  Explanation best = Explained(lost, gained, true);
+NoteExplanation BestExplanation(const Notes& lost, const Notes& gained) {
+  NoteExplanation best = Explained(lost, gained, true);
   if (best.result.transposed.empty()) return best;
-  Explanation other = Explained(lost, gained, false);
+  NoteExplanation other = Explained(lost, gained, false);
   return other.Lines() < best.Lines() ? other : best;
 }
 
@@ -67,7 +67,7 @@ NoteComparison CompareSorted(Notes before, Notes after) {
     result.changed.push_back({a, b});
   });
   TakeTransposedRuns(before, after, Transposed::kAndMore, result.transposed);
-  Explanation rest = BestExplanation(before, after);
+  NoteExplanation rest = BestExplanation(before, after);
   std::sort(rest.lost.begin(), rest.lost.end(), HasLessPlace);
   std::sort(rest.gained.begin(), rest.gained.end(), HasLessPlace);
   TakeSameStarts(rest.lost, rest.gained, result.transposed);
