@@ -89,7 +89,7 @@ py::str ShownDocument(const Document& document) {
               zuna_toolkit::TypeText(document.content().type()) + ">");
 }
 
-void AddReading(py::module_& module) {
+void AddReading(py::module_& module, DocumentClass& document) {
   const py::bytes nothing("");
   module.def(
       "open", Open, py::arg("path_or_bytes"), py::kw_only(), py::arg("key") = nothing,
@@ -98,12 +98,12 @@ void AddReading(py::module_& module) {
       "bytes, "
       "or by the path of a key file; without any, they are empty. With plain=True, the file may also be "
       "without encryption. Raises Error.");
-  module.def(
+  document.def_static(
       "from_text", FromText, py::arg("text"), py::kw_only(), py::arg("key") = nothing,
       py::arg("iv") = nothing, py::arg("key_file") = py::none(),
       "The document of the text form that to_text() gives. The key is what it is written with. Raises Error "
       "with line and column.");
-  module.def(
+  document.def_static(
       "from_dict", FromDict, py::arg("dict"), py::kw_only(), py::arg("key") = nothing,
       py::arg("iv") = nothing, py::arg("key_file") = py::none(),
       "The document of a dict as to_dict() gives it. The key is what it is written with. Raises Error.");
@@ -128,7 +128,7 @@ SharedDocument Document::With(zuna_toolkit::Document document) const {
 }
 
 void AddDocuments(py::module_& module, DocumentClass& document) {
-  AddReading(module);
+  AddReading(module, document);
   document
       .def_property_readonly(
           "kind", [](const Document& d) { return std::string(cmn::KindName(d.content().type().kind)); },

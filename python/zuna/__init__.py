@@ -10,11 +10,11 @@ docs/python.md has more examples.
 from . import format_converter
 from ._zuna import (
     BarLabel, Difference, Document, Error, FieldChange, Finding, Key, Meter, MidiReport, Page, Song, Tempo, Voice,
-    from_dict, from_midi, from_text, message_type, open)
+    from_midi, message_type, open)
 
 __all__ = [
     "BarLabel", "Difference", "Document", "Error", "FieldChange", "Finding", "Key", "Meter", "MidiReport", "Page",
-    "Song", "Tempo", "Voice", "format_converter", "from_dict", "from_midi", "from_text", "message_type", "open"]
+    "Song", "Tempo", "Voice", "format_converter", "from_midi", "message_type", "open"]
 
 for name in __all__:
     if isinstance(globals()[name], type):

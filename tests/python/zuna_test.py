@@ -229,7 +229,7 @@ class ConversionTest(ZunaTest):
         other = log.to_dict()
         for song in other["songLogs"]:
             song["songName"] += "!"
-        error = self.refused(lambda: show.up(zuna.from_dict(other)), "unrelated-companion")
+        error = self.refused(lambda: show.up(zuna.Document.from_dict(other)), "unrelated-companion")
         self.assertEqual(error.remedy, "give its own companion, or none")
 
     def test_tells_losses(self):
@@ -245,7 +245,7 @@ class ConversionTest(ZunaTest):
     def test_copies_fermatas(self):
         given = sample("1.2.logdata").to_dict()
         given["songLogs"][0]["fermatas"] = [{"start": 0, "end": 480, "label": "", "value": 2}]
-        source = zuna.from_dict(given)
+        source = zuna.Document.from_dict(given)
         copy = source.down().up(sample("1.2.showdata")).with_fermatas_of(source)
         self.assertEqual(copy.to_dict()["songLogs"][0]["fermatas"], given["songLogs"][0]["fermatas"])
 
@@ -256,7 +256,7 @@ class ComparisonTest(ZunaTest):
         given = show.to_dict()
         given["songs"][0]["timeline"]["tempos"][0]["microseconds"] = 500000
         given["songs"][1]["songName"] = "Sleeves"
-        tempo, name = show.diff(zuna.from_dict(given))
+        tempo, name = show.diff(zuna.Document.from_dict(given))
         self.assertEqual((tempo.code, tempo.song, tempo.list, tempo.index, tempo.tick, tempo.after_tick, tempo.bar, tempo.voice),
                          ("tempo-changed", "1", "tempos", 0, 0, 0, "0", None))
         self.assertIn("652174", tempo.before)
@@ -267,7 +267,7 @@ class ComparisonTest(ZunaTest):
         self.assertEqual(sample("1.2.showdata").check(), [])
         given = sample("1.2.showdata").to_dict()
         given["songs"][0]["timeline"]["tempos"][0]["microseconds"] = 0
-        finding, = zuna.from_dict(given).check()
+        finding, = zuna.Document.from_dict(given).check()
         self.assertEqual((finding.code, finding.severity, finding.song, finding.list, finding.tick),
                          ("tempo-zero", "error", "1", "tempos", 0))
         self.assertTrue(finding.problem and finding.remedy)
@@ -278,16 +278,16 @@ class TextFormTest(ZunaTest):
         for name in ("0.0.showdata", "0.0.logdata", "1.2.showdata", "1.2.logdata"):
             document = sample(name)
             self.assertEqual(json.loads(document.to_text()), document.to_dict())
-            for again in (zuna.from_dict(document.to_dict(), key=KEY, iv=IV),
-                          zuna.from_text(document.to_text(), key_file=KEY_FILE)):
+            for again in (zuna.Document.from_dict(document.to_dict(), key=KEY, iv=IV),
+                          zuna.Document.from_text(document.to_text(), key_file=KEY_FILE)):
                 self.assertEqual(again.to_bytes(), sample_bytes(name))
 
     def test_tells_the_place_of_an_error(self):
-        error = self.refused(lambda: zuna.from_text("{\n  1}"), "text-error")
+        error = self.refused(lambda: zuna.Document.from_text("{\n  1}"), "text-error")
         self.assertRegex(str(error), r"\(line 2, column 3\)")
         given = sample("1.2.showdata").to_dict()
         given["songs"][0]["divisoin"] = given["songs"][0].pop("division")
-        self.assertIn("divisoin", str(self.refused(lambda: zuna.from_dict(given), "text-error")))
+        self.assertIn("divisoin", str(self.refused(lambda: zuna.Document.from_dict(given), "text-error")))
 
 
 class SaveTest(ZunaTest):
@@ -400,7 +400,7 @@ class ThreadsTest(ZunaTest):
         given["songs"][0]["voices"][0]["messages"] = [[i, 0x90, 60, 1] for i in range(300_000)]
         text = json.dumps(given)
         # A busy machine may keep the other thread from running once, but not each time.
-        self.assertLess(min(longest_pause_during(lambda: zuna.from_text(text)) for _ in range(5)), 0.5)
+        self.assertLess(min(longest_pause_during(lambda: zuna.Document.from_text(text)) for _ in range(5)), 0.5)
 
 
 def longest_pause_during(work):
@@ -437,7 +437,7 @@ class DocumentationTest(ZunaTest):
             self.assertEqual((done.stdout, done.stderr, done.returncode), (output, "", 0))
         bad = sample("1.2.showdata").to_dict()
         bad["songs"][0]["timeline"]["tempos"][0]["microseconds"] = 0
-        zuna.from_dict(bad, key=KEY, iv=IV).save(self.folder / "bad.showdata")
+        zuna.Document.from_dict(bad, key=KEY, iv=IV).save(self.folder / "bad.showdata")
         (self.folder / "none.showdata").write_bytes(b"")
         done = subprocess.run([sys.executable, "-B", "-c", examples[2][0]], cwd=self.folder, env=environment, capture_output=True,
                               text=True, check=False)
