@@ -78,6 +78,8 @@ set(documents "${CMAKE_INSTALL_DATAROOTDIR}/doc/libzuna-format-converter-dev")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" DESTINATION "${documents}" COMPONENT library-dev OPTIONAL
   FILES_MATCHING PATTERN "*.md" PATTERN pictures EXCLUDE)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples/consumer" DESTINATION "${documents}/examples" COMPONENT library-dev OPTIONAL)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples/cluster" DESTINATION "${documents}/examples" COMPONENT library-dev OPTIONAL
+  USE_SOURCE_PERMISSIONS)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples/songs" DESTINATION "${documents}/examples" COMPONENT toolkit-dev OPTIONAL)
 foreach(page SECURITY.md interfaces/README.md fuzz/README.md examples/platform/security.cpp)
   cmake_path(GET page PARENT_PATH folder)
