@@ -24,7 +24,7 @@ struct ZUNA_API Tempo {
 
   /// Clicks a minute, when a click lasts `clocks_per_click` MIDI clocks (24 to the quarter note). Where the
   /// microseconds were rounded from a whole tempo, gives the whole tempo: 545455 µs at 24 clocks are 110, not
-  /// 109.9999.
+  /// 109.9999. Infinite where `microseconds` or `clocks_per_click` is 0.
   double bpm(unsigned char clocks_per_click) const;
 
   bool operator==(const Tempo&) const = default;
