@@ -96,13 +96,14 @@ std::string ShownSong(const Song& song) {
 }
 
 void AddTimeline(py::module_& module) {
-  constexpr double kMicrosecondsOfAMinute = 6e7;
+  constexpr unsigned char kClocksOfAQuarterNote = 24;
   py::class_<TL::Tempo>(module, "Tempo", "A tempo from `time` on.")
       .def_readonly("time", &TL::Tempo::time, "In ticks.")
       .def_readonly("microseconds", &TL::Tempo::microseconds, "Of a quarter note.")
       .def_property_readonly(
-          "bpm", [](const TL::Tempo& tempo) { return kMicrosecondsOfAMinute / tempo.microseconds; },
-          "Quarter notes a minute; infinite for a tempo of 0 microseconds.")
+          "bpm", [](const TL::Tempo& tempo) { return tempo.bpm(kClocksOfAQuarterNote); },
+          "Quarter notes a minute, whole where the microseconds were rounded from a whole tempo; infinite "
+          "for a tempo of 0.")
       .def("__repr__", [](const TL::Tempo& tempo) {
         return kit::format("<zuna.Tempo at %u: %u us>", tempo.time, tempo.microseconds);
       });

@@ -118,7 +118,7 @@ class SongsTest(ZunaTest):
         self.assertEqual(song.counts, {"voices": 3, "events": 119, "bars": 9, "tempos": 1, "meters": 1})
         tempo, = song.tempos
         self.assertEqual((tempo.time, tempo.microseconds), (0, 652174))
-        self.assertAlmostEqual(tempo.bpm, 92, places=4)
+        self.assertEqual(tempo.bpm, 92)
         meter, = song.meters
         self.assertEqual((meter.time, meter.numerator, meter.denominator, meter.clocks_per_click,
                           meter.notated_32_per_quarter), (0, 4, 4, 24, 8))
@@ -267,7 +267,9 @@ class ComparisonTest(ZunaTest):
         self.assertEqual(sample("1.2.showdata").check(), [])
         given = sample("1.2.showdata").to_dict()
         given["songs"][0]["timeline"]["tempos"][0]["microseconds"] = 0
-        finding, = zuna.Document.from_dict(given).check()
+        still = zuna.Document.from_dict(given)
+        self.assertEqual(still.songs[0].tempos[0].bpm, float("inf"))
+        finding, = still.check()
         self.assertEqual((finding.code, finding.severity, finding.song, finding.list, finding.tick),
                          ("tempo-zero", "error", "1", "tempos", 0))
         self.assertTrue(finding.problem and finding.remedy)
