@@ -41,6 +41,11 @@ inline std::string NumberText(const std::string& number) {
   return number.size() <= kMost ? text : text + "...";
 }
 
+/// "TEXT [CODE]": how a line ends whose code `explain` tells more about.
+inline std::string WithCode(std::string_view text, std::string_view code) {
+  return std::string(text).append(" [").append(code).append("]");
+}
+
 /// Adds `text` to the end of `list`, as in "2, 3".
 ZUNA_API void AppendListed(std::string& list, const std::string& text);
 

@@ -161,8 +161,8 @@ void Converter::TellEarlierLosses(const FinishedWork::Piece& piece, const std::s
   if (!IsOfCommand(piece, conversion_.command)) return;
   outcome.losses = LossKindsOfJson(piece.loss_kinds, conversion_.is_up);
   if (is_one_of_many_) return;  // The totals tell them.
-  for (const LossKind& kind : outcome.losses) {
-    outcome.messages.push_back({true, NoteLine(name, TotalLine(kind))});
+  for (const zuna_toolkit::LossKind& kind : outcome.losses) {
+    outcome.messages.push_back({true, NoteLine(name, zuna_toolkit::TotalLine(kind))});
   }
 }
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "cli/shared/loss_text.h"
+#include "toolkit/comparison/loss_text.h"
 
 namespace zuna_cli {
 
@@ -14,10 +14,11 @@ std::string PolicyText(const ConversionOptions& options) {
   return text;
 }
 
-std::vector<LossKind> RefusedKinds(const std::vector<LossKind>& kinds, const ConversionOptions& options) {
-  std::vector<LossKind> refused;
+std::vector<zuna_toolkit::LossKind> RefusedKinds(const std::vector<zuna_toolkit::LossKind>& kinds,
+                                                 const ConversionOptions& options) {
+  std::vector<zuna_toolkit::LossKind> refused;
   if (options.fail_on.empty()) return refused;
-  for (const LossKind& kind : kinds) {
+  for (const zuna_toolkit::LossKind& kind : kinds) {
     if (kind.is_harmless && options.fail_on != kFailOnAnyLoss) continue;
     const auto& accepted = options.accepted;
     if (std::find(accepted.begin(), accepted.end(), kind.code) != accepted.end()) continue;
@@ -27,11 +28,11 @@ std::vector<LossKind> RefusedKinds(const std::vector<LossKind>& kinds, const Con
 }
 
 void RequireAccepted(const Losses& losses, const ConversionOptions& options, const std::string& name) {
-  const std::vector<LossKind> refused = RefusedKinds(losses.Kinds(), options);
+  const std::vector<zuna_toolkit::LossKind> refused = RefusedKinds(losses.Kinds(), options);
   if (refused.empty()) return;
   std::string codes;
-  for (const LossKind& kind : refused) codes += (codes.empty() ? "" : ",") + kind.code;
-  throw Failure(ErrorCode::kLossRefused, name, "would not be lossless: " + KindsText(refused),
+  for (const zuna_toolkit::LossKind& kind : refused) codes += (codes.empty() ? "" : ",") + kind.code;
+  throw Failure(ErrorCode::kLossRefused, name, "would not be lossless: " + zuna_toolkit::KindsText(refused),
                 "give --accept " + codes + " to let it go, or leave out --fail-on");
 }
 

@@ -13,7 +13,8 @@ namespace zuna_cli {
 std::string PolicyText(const ConversionOptions& options);
 
 /// Those of the losses that may not be.
-std::vector<LossKind> RefusedKinds(const std::vector<LossKind>& kinds, const ConversionOptions& options);
+std::vector<zuna_toolkit::LossKind> RefusedKinds(const std::vector<zuna_toolkit::LossKind>& kinds,
+                                                 const ConversionOptions& options);
 
 /// Throws Failure (kLossRefused) about the input called `name` where one of its losses may not be.
 void RequireAccepted(const Losses& losses, const ConversionOptions& options, const std::string& name);

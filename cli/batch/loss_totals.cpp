@@ -8,8 +8,8 @@
 
 namespace zuna_cli {
 
-void LossTotals::Add(const std::vector<LossKind>& losses) {
-  for (const LossKind& kind : losses) {
+void LossTotals::Add(const std::vector<zuna_toolkit::LossKind>& losses) {
+  for (const zuna_toolkit::LossKind& kind : losses) {
     const auto same = [&](const Total& total) {
       return total.kind.code == kind.code && total.kind.is_harmless == kind.is_harmless;
     };
@@ -28,7 +28,8 @@ std::vector<std::string> LossTotals::Lines() const {
   for (const bool is_harmless : {false, true}) {
     for (const Total& total : totals_) {
       if (total.kind.is_harmless != is_harmless) continue;
-      lines.push_back(NoteLine(zuna_toolkit::Counted(total.files, "file", "files"), TotalLine(total.kind)));
+      lines.push_back(
+          NoteLine(zuna_toolkit::Counted(total.files, "file", "files"), zuna_toolkit::TotalLine(total.kind)));
     }
   }
   return lines;

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/shared/loss_text.h"
+#include "toolkit/comparison/loss_text.h"
 
 namespace zuna_cli {
 
@@ -13,7 +13,7 @@ namespace zuna_cli {
 class LossTotals {
  public:
   /// Adds the losses of one input.
-  void Add(const std::vector<LossKind>& losses);
+  void Add(const std::vector<zuna_toolkit::LossKind>& losses);
 
   /// A line for each kind, ready for standard error: how many of it in how many files. Those that do no harm
   /// come last.
@@ -21,7 +21,7 @@ class LossTotals {
 
  private:
   struct Total {
-    LossKind kind;
+    zuna_toolkit::LossKind kind;
     std::size_t files;
   };
 

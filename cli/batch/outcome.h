@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "cli/shared/loss_text.h"
 #include "cli/terminal/failure.h"
+#include "toolkit/comparison/loss_text.h"
 
 namespace zuna_cli {
 
@@ -30,7 +30,7 @@ struct Message {
 struct Outcome {
   Status status = Status::kDone;
   std::size_t group = 0;  ///< which of Batch::done an input that is done belongs to
-  std::vector<LossKind> losses;
+  std::vector<zuna_toolkit::LossKind> losses;
   bool is_negative = false;         ///< the answer about it is no
   std::string text;                 ///< for standard output
   std::vector<Message> messages;    ///< for standard error

@@ -18,6 +18,7 @@
 #include "cli/shared/losses.h"
 #include "cli/terminal/text.h"
 #include "toolkit/conversion/conversion.h"
+#include "toolkit/words.h"
 
 namespace zuna_cli {
 
@@ -50,8 +51,8 @@ zuna_toolkit::Companion CompanionForUp(const Document& document, const zuna_tool
     return FindCompanion(document, input, {}, keys).companion;
   } catch (const zuna_toolkit::Error& error) {
     preview.lacks_companion = true;
-    preview.notes.push_back(WithCode("up cannot take its companion: " + error.parts().problem,
-                                     zuna_toolkit::CodeText(error.code())));
+    preview.notes.push_back(zuna_toolkit::WithCode("up cannot take its companion: " + error.parts().problem,
+                                                   zuna_toolkit::CodeText(error.code())));
     return without;
   }
 }

@@ -1,8 +1,8 @@
 // zuna-convert diff (docs/keeping-shows-in-git.md)
 #include <memory>
+#include <optional>
 
 #include "cli/batch/report.h"
-#include "cli/commands/difference_text.h"
 #include "cli/shared/context.h"
 #include "cli/shared/input.h"
 #include "cli/shared/json_text.h"
@@ -10,12 +10,14 @@
 #include "cli/terminal/text.h"
 #include "kit/utf8.h"
 #include "toolkit/comparison/comparison.h"
+#include "toolkit/comparison/difference_lines.h"
 
 namespace zuna_cli {
 
 namespace {
 
 using zuna_toolkit::Difference;
+using zuna_toolkit::DifferenceLine;
 using zuna_toolkit::OpenedFile;
 
 struct DiffOptions {
@@ -55,10 +57,30 @@ void CompareFiles(OpenedFile& before, OpenedFile& after, const zuna_toolkit::Dif
   ReadOrNameRescue([&] { zuna_toolkit::Compare(before, after, sink); });
 }
 
+/// Writes lines, grouped by song: below a line that names the song.
+class GroupedLines {
+ public:
+  explicit GroupedLines(PiecewiseOutput& output) : output_(output) {}
+
+  void Write(const DifferenceLine& line) {
+    const bool is_in_song = !line.song.empty() && !line.is_about_song;
+    if (is_in_song && song_ != line.song) {
+      output_.Write(Printable("song " + line.song + ':') + '\n');
+      song_ = line.song;
+    }
+    output_.Write((is_in_song ? "  " : "") + Printable(line.text) + '\n');
+  }
+
+ private:
+  PiecewiseOutput& output_;
+  std::optional<std::string> song_;  ///< that was named last
+};
+
 /// Returns whether there are no differences.
 bool WriteText(OpenedFile& before, OpenedFile& after, PiecewiseOutput& output) {
   bool is_same = true;
-  DifferenceLines lines([&](const std::string& text) { output.Write(text); });
+  GroupedLines grouped(output);
+  zuna_toolkit::DifferenceLines lines([&](const DifferenceLine& line) { grouped.Write(line); });
   CompareFiles(before, after, [&](const Difference& difference) {
     is_same = false;
     lines.Add(difference);

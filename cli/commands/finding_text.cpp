@@ -23,7 +23,7 @@ std::string Line(const Finding& finding) {
   std::string text = "  " + std::string(SeverityText(finding.severity)) + ": ";
   if (!finding.song.empty()) text += "song " + zuna_toolkit::NumberText(finding.song) + ": ";
   text += finding.problem + "; " + finding.remedy;
-  return Printable(WithCode(text, CodeText(finding.code))) + '\n';
+  return Printable(zuna_toolkit::WithCode(text, CodeText(finding.code))) + '\n';
 }
 
 std::string Object(const Finding& finding) {

@@ -45,9 +45,9 @@ std::string_view TakeUntil(std::string_view& json, std::string_view text) {
 
 }  // namespace
 
-std::string LossKindsJson(const std::vector<LossKind>& kinds) {
+std::string LossKindsJson(const std::vector<zuna_toolkit::LossKind>& kinds) {
   std::string list;
-  for (const LossKind& kind : kinds) {
+  for (const zuna_toolkit::LossKind& kind : kinds) {
     zuna_toolkit::AppendListed(list, std::string(kCode) + kind.code + std::string(kCount) +
                                          std::to_string(kind.count) + std::string(kHarmless) +
                                          (kind.is_harmless ? "true}" : "false}"));
@@ -55,9 +55,9 @@ std::string LossKindsJson(const std::vector<LossKind>& kinds) {
   return list;
 }
 
-std::vector<LossKind> LossKindsOfJson(std::string_view json, bool is_up) {
+std::vector<zuna_toolkit::LossKind> LossKindsOfJson(std::string_view json, bool is_up) {
   static const Kinds known = AllKinds();
-  std::vector<LossKind> kinds;
+  std::vector<zuna_toolkit::LossKind> kinds;
   json = json.substr(0, json.find(']'));
   while (json.find(kCode) != std::string_view::npos) {
     TakeUntil(json, kCode);
@@ -65,7 +65,7 @@ std::vector<LossKind> LossKindsOfJson(std::string_view json, bool is_up) {
     const std::string_view count = TakeUntil(json, kHarmless);
     const auto found = known.find(code);
     if (found == known.end()) continue;
-    LossKind kind{
+    zuna_toolkit::LossKind kind{
         std::string(code), found->second.first, found->second.second, is_up, json.starts_with("true"), 0};
     std::from_chars(count.data(), count.data() + count.size(), kind.count);
     kinds.push_back(std::move(kind));

@@ -28,7 +28,7 @@ Losses::Losses(const zuna_toolkit::Document& before, const zuna_toolkit::Documen
 void Losses::Add(const Difference& loss, bool keep_json) {
   groups_.Add(loss);
   if (keep_json) json_ += (json_.empty() ? "{" : ", {") + DifferenceJson(loss) + "}";
-  const std::string line = is_up_ ? OwnLine(loss) : "";
+  const std::string line = is_up_ ? zuna_toolkit::OwnLine(loss) : "";
   if (line.empty()) {
     grouped_lines_.Add(loss);
   } else {
@@ -37,10 +37,10 @@ void Losses::Add(const Difference& loss, bool keep_json) {
 }
 
 bool Losses::IsHarmless(const Difference& loss) const {
-  return zuna_toolkit::IsHarmless(loss) && (is_restored_ || !IsInCompanion(loss.subject));
+  return zuna_toolkit::IsHarmless(loss) && (is_restored_ || !zuna_toolkit::IsInCompanion(loss.subject));
 }
 
-LossKind Losses::KindOf(const DifferenceGroups::Group& group) const {
+zuna_toolkit::LossKind Losses::KindOf(const DifferenceGroups::Group& group) const {
   const Difference& first = group.first;
   return {CodeText(first), first.subject, first.action, is_up_, IsHarmless(first), group.count};
 }
@@ -51,7 +51,8 @@ std::vector<std::string> Losses::Lines(bool with_harmless) const {
     if (with_harmless || !line.is_harmless) lines.push_back(line.text);
   }
   for (const DifferenceGroups::Group& group : grouped_lines_.groups()) {
-    if (with_harmless || !IsHarmless(group.first)) lines.push_back(KindLine(KindOf(group), group.first));
+    if (with_harmless || !IsHarmless(group.first))
+      lines.push_back(zuna_toolkit::KindLine(KindOf(group), group.first));
   }
   return lines;
 }
@@ -61,13 +62,13 @@ std::vector<std::string> Losses::Lines() const { return Lines(true); }
 std::vector<std::string> Losses::HarmfulLines() const { return Lines(false); }
 
 std::string Losses::HarmlessText() const {
-  std::vector<LossKind> kinds = Kinds();
-  std::erase_if(kinds, [](const LossKind& kind) { return !kind.is_harmless; });
-  return KindsText(kinds);
+  std::vector<zuna_toolkit::LossKind> kinds = Kinds();
+  std::erase_if(kinds, [](const zuna_toolkit::LossKind& kind) { return !kind.is_harmless; });
+  return zuna_toolkit::KindsText(kinds);
 }
 
-std::vector<LossKind> Losses::Kinds() const {
-  std::vector<LossKind> kinds;
+std::vector<zuna_toolkit::LossKind> Losses::Kinds() const {
+  std::vector<zuna_toolkit::LossKind> kinds;
   for (const DifferenceGroups::Group& group : groups_.groups()) kinds.push_back(KindOf(group));
   return kinds;
 }

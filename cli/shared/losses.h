@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/shared/loss_text.h"
+#include "toolkit/comparison/loss_text.h"
 #include "toolkit/document/document.h"
 
 namespace zuna_cli {
@@ -32,7 +32,7 @@ class Losses {
   std::string HarmlessText() const;
 
   /// All kinds.
-  std::vector<LossKind> Kinds() const;
+  std::vector<zuna_toolkit::LossKind> Kinds() const;
 
   /// All of them as objects of JSON, separated by commas; empty where they were not kept.
   const std::string& json() const { return json_; }
@@ -45,7 +45,7 @@ class Losses {
 
   void Add(const zuna_toolkit::Difference& loss, bool keep_json);
   bool IsHarmless(const zuna_toolkit::Difference& loss) const;
-  LossKind KindOf(const zuna_toolkit::DifferenceGroups::Group& group) const;
+  zuna_toolkit::LossKind KindOf(const zuna_toolkit::DifferenceGroups::Group& group) const;
   std::vector<std::string> Lines(bool with_harmless) const;
 
   bool is_up_;

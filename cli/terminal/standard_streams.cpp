@@ -10,6 +10,7 @@
 #include <system_error>
 
 #include "cli/terminal/text.h"
+#include "toolkit/words.h"
 
 namespace zuna_cli {
 
@@ -38,7 +39,8 @@ bool IsExplained(zuna_toolkit::ErrorKind kind) {
 }
 
 std::string MessageOf(const Failure& failure) {
-  return IsExplained(failure.kind()) ? WithCode(failure.what(), CodeText(failure.code())) : failure.what();
+  return IsExplained(failure.kind()) ? zuna_toolkit::WithCode(failure.what(), CodeText(failure.code()))
+                                     : failure.what();
 }
 
 }  // namespace

@@ -104,10 +104,6 @@ std::string LookOf(const std::string& text) {
   return {reinterpret_cast<const char*>(folded), static_cast<std::size_t>(size)};
 }
 
-std::string WithCode(std::string_view text, std::string_view code) {
-  return std::string(text) + " [" + std::string(code) + ']';
-}
-
 std::string JsonString(std::string_view text) {
   const auto shown = [](std::string_view character, char32_t value) {
     if (IsEscaped(value)) return JsonEscape(value);

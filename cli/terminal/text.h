@@ -16,9 +16,6 @@ std::string Printable(std::string_view text);
 /// may be a character of its own. Text that is not UTF-8 has its letters A to Z in lower case.
 std::string LookOf(const std::string& text);
 
-/// "TEXT [CODE]": how a line ends that "zuna-convert explain CODE" tells more about.
-std::string WithCode(std::string_view text, std::string_view code);
-
 /// `text` as a JSON string with its quotation marks; the same characters are escaped as JSON does. Every byte
 /// that is no UTF-8 becomes U+FFFD.
 std::string JsonString(std::string_view text);

@@ -1,31 +1,26 @@
-// The differences of two documents as lines.
-#include "cli/commands/difference_text.h"
+// The differences of two documents as lines of text.
+#include "toolkit/comparison/difference_lines.h"
 
 #include <cstdint>
 #include <optional>
 #include <string_view>
 #include <utility>
+#include <vector>
 
-#include "cli/shared/nouns.h"
-#include "cli/terminal/text.h"
+#include "toolkit/comparison/internal/field_changes.h"
+#include "toolkit/comparison/nouns.h"
 #include "toolkit/words.h"
 
-namespace zuna_cli {
+namespace zuna_toolkit {
 
 namespace {
-
-using zuna_toolkit::Action;
-using zuna_toolkit::Counted;
-using zuna_toolkit::Difference;
-using zuna_toolkit::Place;
-using zuna_toolkit::Subject;
 
 constexpr std::size_t kMostOneByOne = 3;  // differences alike that get lines of their own
 
 std::string Quoted(const std::string& text) { return '"' + text + '"'; }
 
 /// "bar 12 (tick 5760)"
-std::string PlaceText(const Place& place) {
+std::string BarAndTick(const Place& place) {
   const std::string tick = "tick " + std::to_string(place.tick.value_or(0));
   return place.bar.empty() ? tick : "bar " + place.bar + " (" + tick + ')';
 }
@@ -124,7 +119,7 @@ bool IsFieldOfEdit(const Difference& difference) {
 
 /// What a difference calls the thing that differs.
 Noun NounOf(const Difference& difference) {
-  return zuna_cli::NounOf(KindOfEdit(difference.place.list).value_or(difference.subject));
+  return NounOf(KindOfEdit(difference.place.list).value_or(difference.subject));
 }
 
 std::string VoicePrefix(const Difference& difference) {
@@ -143,7 +138,7 @@ std::string OneText(const Difference& difference) {
   std::string text = voice + noun.one;
   if (difference.count > 1) text = voice + Counted(difference.count, noun.one, noun.many);
   if (difference.place.tick) {
-    text += (difference.count > 1 ? " from " : " at ") + PlaceText(difference.place);
+    text += (difference.count > 1 ? " from " : " at ") + BarAndTick(difference.place);
   }
   if (IsFieldOfEdit(difference)) {
     FieldChanges changes;
@@ -158,7 +153,7 @@ std::string ManyText(const Difference& first, const Difference& last, std::size_
                      const FieldChanges& changes) {
   const Noun noun = NounOf(first);
   std::string text = VoicePrefix(first) + Counted(count, noun.one, noun.many) + " from " +
-                     PlaceText(first.place) + " to " + PlaceText(last.place);
+                     BarAndTick(first.place) + " to " + BarAndTick(last.place);
   if (IsFieldOfEdit(first)) return text + changes.ToString(" change");
   switch (first.action) {
     case Action::kAdded:
@@ -172,38 +167,46 @@ std::string ManyText(const Difference& first, const Difference& last, std::size_
   }
 }
 
-/// The song's own line has no indentation: what is in the song stands below it.
-std::string Line(const Difference& difference, const std::string& text) {
-  const bool is_in_song = !difference.song.empty() && difference.subject != Subject::kSong;
-  return (is_in_song ? "  " : "") + Printable(text) + '\n';
+DifferenceLine LineOf(const Difference& difference, std::string text) {
+  return {difference.song, difference.subject == Subject::kSong, std::move(text)};
 }
 
 }  // namespace
 
-bool DifferenceLines::Continues(const Difference& difference) const {
-  return AreAlike(run_->first, difference) &&
-         (difference.action == Action::kMoved || run_->changes.AreLike(difference.changes));
-}
+/// Differences alike that follow each other.
+struct DifferenceLines::Run {
+  Difference first;
+  Difference last;
+  std::size_t count = 0;
+  std::vector<DifferenceLine> lines;  ///< of the first few, one each
+  FieldChanges changes;
+
+  bool IsContinuedBy(const Difference& difference) const {
+    return AreAlike(first, difference) &&
+           (difference.action == Action::kMoved || changes.AreLike(difference.changes));
+  }
+};
+
+DifferenceLines::DifferenceLines(DifferenceLineSink sink) : sink_(std::move(sink)) {}
+
+DifferenceLines::~DifferenceLines() = default;
 
 void DifferenceLines::Add(const Difference& difference) {
-  if (run_ && !Continues(difference)) Finish();
-  if (!run_) run_ = Run{difference, difference, 0, "", {}};
+  if (run_ && !run_->IsContinuedBy(difference)) Finish();
+  if (!run_) run_ = std::make_unique<Run>(Run{difference, difference, 0, {}, {}});
   run_->last = difference;
   run_->changes.Add(difference.changes);
-  if (++run_->count <= kMostOneByOne) run_->lines += Line(difference, OneText(difference));
+  if (++run_->count <= kMostOneByOne) run_->lines.push_back(LineOf(difference, OneText(difference)));
 }
 
 void DifferenceLines::Finish() {
   if (!run_) return;
-  const Run run = *std::exchange(run_, std::nullopt);
-  std::string text;
-  if (run.first.subject != Subject::kSong && !run.first.song.empty() && song_ != run.first.song) {
-    text = Printable("song " + run.first.song + ':') + '\n';
-    song_ = run.first.song;
+  const std::unique_ptr<Run> run = std::move(run_);
+  if (run->count <= kMostOneByOne) {
+    for (const DifferenceLine& line : run->lines) sink_(line);
+  } else {
+    sink_(LineOf(run->first, ManyText(run->first, run->last, run->count, run->changes)));
   }
-  text += run.count <= kMostOneByOne ? run.lines
-                                     : Line(run.first, ManyText(run.first, run.last, run.count, run.changes));
-  write_(text);
 }
 
-}  // namespace zuna_cli
+}  // namespace zuna_toolkit

@@ -1,9 +1,7 @@
 // What the things in documents are called.
-#include "cli/shared/nouns.h"
+#include "toolkit/comparison/nouns.h"
 
-namespace zuna_cli {
-
-using zuna_toolkit::Subject;
+namespace zuna_toolkit {
 
 Noun NounOf(Subject subject) {
   switch (subject) {
@@ -89,4 +87,4 @@ Noun NounOf(Subject subject) {
   return {};
 }
 
-}  // namespace zuna_cli
+}  // namespace zuna_toolkit

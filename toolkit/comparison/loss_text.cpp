@@ -1,18 +1,12 @@
 // What is said about losses.
-#include "cli/shared/loss_text.h"
+#include "toolkit/comparison/loss_text.h"
 
-#include "cli/shared/nouns.h"
-#include "cli/terminal/text.h"
+#include "toolkit/comparison/nouns.h"
 #include "toolkit/words.h"
 
-namespace zuna_cli {
+namespace zuna_toolkit {
 
 namespace {
-
-using zuna_toolkit::Action;
-using zuna_toolkit::Counted;
-using zuna_toolkit::Difference;
-using zuna_toolkit::Subject;
 
 /// What is lost of a kind, in words.
 Noun LossNoun(Subject subject, Action action) {
@@ -74,7 +68,7 @@ std::string EntryText(Subject subject, const std::string& text, std::optional<st
   return tick ? entry + " at " + std::to_string(*tick) : entry;
 }
 
-std::string TimelineText(const Difference& loss) {
+std::string TimelineLossText(const Difference& loss) {
   if (loss.action == Action::kReordered) return "out of order";
   if (loss.action == Action::kAdded) return EntryText(loss.subject, loss.after, loss.place.tick);
   const std::string before = EntryText(loss.subject, loss.before, loss.place.tick);
@@ -82,7 +76,7 @@ std::string TimelineText(const Difference& loss) {
   return before + " becomes " + EntryText(loss.subject, loss.after, loss.place.after_tick);
 }
 
-std::string VoiceText(const Difference& loss) {
+std::string VoiceLossText(const Difference& loss) {
   const std::string at = loss.place.tick ? " at " + std::to_string(*loss.place.tick) : "";
   switch (loss.subject) {
     case Subject::kReservedField:
@@ -118,13 +112,13 @@ std::string DetailText(const Difference& loss, bool is_harmless) {
     case Subject::kReservedField:
     case Subject::kMessageChannel:
     case Subject::kDeltaTime:
-      return VoiceText(loss);
+      return VoiceLossText(loss);
     case Subject::kTempo:
     case Subject::kBarLabel:
     case Subject::kKey:
     case Subject::kPageNumber:
     case Subject::kMeter:
-      return TimelineText(loss);
+      return TimelineLossText(loss);
     default:
       return loss.before + " becomes " + loss.after;
   }
@@ -132,7 +126,7 @@ std::string DetailText(const Difference& loss, bool is_harmless) {
 
 /// A loss of the way up that gets a line of its own, without its code; empty for any other.
 std::string OwnText(const Difference& loss) {
-  const std::string song = "song " + zuna_toolkit::NumberText(loss.song) + ": ";
+  const std::string song = "song " + NumberText(loss.song) + ": ";
   if (loss.subject == Subject::kBarLabel && loss.action == Action::kCut) {
     return song + "the label at " + std::to_string(loss.place.tick.value_or(0)) + " is cut: " + loss.before +
            " becomes " + loss.after;
@@ -167,14 +161,14 @@ std::string OwnLine(const Difference& loss) {
 }
 
 std::string KindLine(const LossKind& kind, const Difference& first) {
-  const std::string song = first.song.empty() ? "" : "song " + zuna_toolkit::NumberText(first.song) + ": ";
+  const std::string song = first.song.empty() ? "" : "song " + NumberText(first.song) + ": ";
   return WithCode(NotKept(kind) + CountText(kind) + " (" + song + DetailText(first, kind.is_harmless) + ")",
                   kind.code);
 }
 
 std::string KindsText(const std::vector<LossKind>& kinds) {
   std::string list;
-  for (const LossKind& kind : kinds) zuna_toolkit::AppendListed(list, CountText(kind));
+  for (const LossKind& kind : kinds) AppendListed(list, CountText(kind));
   return list;
 }
 
@@ -182,4 +176,4 @@ std::string TotalLine(const LossKind& kind) {
   return WithCode(NotKept(kind) + CountText(kind) + HarmlessText(kind), kind.code);
 }
 
-}  // namespace zuna_cli
+}  // namespace zuna_toolkit

@@ -1,5 +1,5 @@
 // The fields of many entries that change, in words.
-#include "cli/commands/field_changes.h"
+#include "toolkit/comparison/internal/field_changes.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -7,11 +7,9 @@
 
 #include "toolkit/words.h"
 
-namespace zuna_cli {
+namespace zuna_toolkit {
 
 namespace {
-
-using zuna_toolkit::FieldChange;
 
 constexpr std::string_view kPitch = "pitch";
 
@@ -20,7 +18,7 @@ std::string HigherText(const std::string& amount, std::int64_t increase) {
   return amount + (increase < 0 ? " lower" : " higher");
 }
 
-std::uint64_t SizeOf(std::int64_t increase) {
+std::uint64_t AmountOf(std::int64_t increase) {
   return static_cast<std::uint64_t>(increase < 0 ? -increase : increase);
 }
 
@@ -57,7 +55,7 @@ std::string FieldChanges::TextOf(const Common& field) const {
     return name + ' ' + field.first.before + " becomes " + field.first.after;
   }
   if (field.same_increase && increase) {
-    return name + " is " + HigherText(std::to_string(SizeOf(*increase)), *increase);
+    return name + " is " + HigherText(std::to_string(AmountOf(*increase)), *increase);
   }
   return name + (field.same_after ? " becomes " + field.first.after : " changes");
 }
@@ -67,12 +65,11 @@ std::string FieldChanges::ToString(const std::string& or_else) const {
   const auto& [first, entries, same_before, same_after, same_increase] = fields_.front();
   if (fields_.size() == 1 && first.name == kPitch && same_increase && entries == entries_) {
     return (or_else.empty() ? " and are " : " are ") +
-           HigherText(zuna_toolkit::Counted(SizeOf(*first.increase), "semitone", "semitones"),
-                      *first.increase);
+           HigherText(Counted(AmountOf(*first.increase), "semitone", "semitones"), *first.increase);
   }
   std::string text;
-  for (const Common& field : fields_) zuna_toolkit::AppendListed(text, TextOf(field));
+  for (const Common& field : fields_) AppendListed(text, TextOf(field));
   return or_else.empty() ? "; " + text : ": " + text;
 }
 
-}  // namespace zuna_cli
+}  // namespace zuna_toolkit

@@ -3,9 +3,10 @@
 
 #include <string>
 
+#include "kit/api.h"
 #include "toolkit/comparison/difference.h"
 
-namespace zuna_cli {
+namespace zuna_toolkit {
 
 /// What one and several of a kind are called.
 struct Noun {
@@ -14,6 +15,6 @@ struct Noun {
 };
 
 /// "tempo", "tempos"
-Noun NounOf(zuna_toolkit::Subject subject);
+ZUNA_API Noun NounOf(Subject subject);
 
-}  // namespace zuna_cli
+}  // namespace zuna_toolkit
