@@ -84,8 +84,13 @@ void CheckPage(const fuzz::Document& document, std::size_t size) {
   constexpr std::size_t kFixed = std::size_t{4} << 20;  // bytes
   try {
     const fuzz::MemoryBound bound("view", fuzz::CommandHeapBound(size) + 4 * kFixed);
-    const std::string page = zuna_toolkit::ShowPage(document, nullptr, "");
+    const std::string page = zuna_toolkit::ShowPage(document);
     fuzz::Require(page.size() <= kFixed + 64 * size, "a page takes few bytes for a byte of the show");
+    zuna_toolkit::PageContent compared;
+    compared.earlier_show = &document;
+    fuzz::Require(
+        zuna_toolkit::ShowPage(document, compared).find(R"(<details class="changes")") == std::string::npos,
+        "a show has not changed since itself");
   } catch (const zuna_toolkit::Error&) {
     fuzz::Require(document.type().is_legacy(), "a current show can be drawn");
   }

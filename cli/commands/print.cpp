@@ -11,6 +11,7 @@
 #include "cli/terminal/text.h"
 #include "format_converter/version0/containers/song_log.h"
 #include "toolkit/conversion/conversion.h"
+#include "toolkit/document/song_not_found.h"
 #include "toolkit/smf/file.h"
 #include "toolkit/words.h"
 #include "zuna_midi/song_data.h"
@@ -77,19 +78,11 @@ void PrintSong(const std::shared_ptr<zuna_midi::SongData>& song, std::ostream& o
   }
 }
 
-/// Throws Failure (kNegative) where the song asked for is none of `songs`.
+/// Throws zuna_toolkit::Error (kSongNotFound) where the song asked for is none of `songs`.
 template <typename Songs>
 void RequireSong(const Songs& songs, const PrintOptions& options) {
   if (!options.song || songs.contains(*options.song)) return;
-  std::string numbers;
-  for (const auto& [number, song] : songs)
-    zuna_toolkit::AppendListed(numbers, zuna_toolkit::NumberText(number));
-  zuna_toolkit::ErrorParts parts;
-  parts.file = InputName(options.input);
-  parts.problem = "has no song " + *options.song;
-  parts.remedy = "its songs are " + (numbers.empty() ? "none" : numbers);
-  parts.song = *options.song;
-  throw Failure(ErrorCode::kSongNotFound, std::move(parts));
+  zuna_toolkit::ThrowSongNotFound(InputName(options.input), *options.song, songs);
 }
 
 /// Prints the song asked for, or all, piece by piece: the text may be much larger than the songs.

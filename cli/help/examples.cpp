@@ -40,6 +40,8 @@ constexpr auto kExamples = std::to_array<Example>({
     {"edit", "zuna-convert edit opera.logdata"},
     {"print", "zuna-convert print opera.logdata --song 2a"},
     {"view", "zuna-convert view opera.showdata opera.logdata -o opera.html"},
+    {"view", "zuna-convert view opera.showdata --diff earlier.showdata -o changes.html"},
+    {"view", "zuna-convert view opera.showdata --song 2a --svg -o song.svg"},
     {"list", "zuna-convert list shows --below 1.2"},
     {"encrypt", "zuna-convert encrypt opera.json -o edited.showdata --key-file opera.key"},
     {"decrypt", "zuna-convert decrypt text.showdata -o opera.json"},

@@ -62,8 +62,6 @@ TEST(Text, KeepsWhatIsShown) {
   }
 }
 
-TEST(Text, EndsWithACode) { EXPECT_EQ(WithCode("a [b]", "wrong-key"), "a [b] [wrong-key]"); }
-
 TEST(Text, IsAJsonString) {
   EXPECT_EQ(JsonString(""), "\"\"");
   EXPECT_EQ(JsonString("a\"b\\c/"), "\"a\\\"b\\\\c/\"");

@@ -5,6 +5,7 @@ import json
 import os
 import stat
 import unittest
+import xml.etree.ElementTree
 
 from tool import BAD_INPUT, IO, REFUSED, USAGE, WithLogs, legacy_show, legacy_song
 
@@ -67,6 +68,53 @@ class ViewTest(WithLogs):
         self.assertEqual(page.count("g", "edit vamp"), 1)
         self.assertTrue(any(text.startswith('Vamp 3 "</title><b>" from ') for text in page.texts["title"]))
         self.assertEqual(page.count("b"), 0)
+
+    def test_marks_what_changed(self):
+        document = json.loads(self.run_tool("dump", "new.showdata").stdout)
+        document["songs"][0]["songName"] = "Went"
+        self.run_tool("build", "-", "-o", "now.showdata", stdin=json.dumps(document).encode())
+        self.write_log("new.log", self.log_document())
+        page = self.view("now.showdata", "new.log", "--diff", "new.showdata", "--diff", "new.log")
+        self.assertEqual(page.count("details", "changes"), 1)
+        self.assertTrue(any(text.startswith("name: ") and text.endswith(' becomes "Went"') for text in page.texts["li"]))
+        self.assertEqual(page.count("svg", "compared"), len(document["songs"]))
+        self.assertEqual(self.view("new.showdata", "--diff", "new.showdata").count("details", "changes"), 0)
+
+    def test_marks_losses(self):
+        document = self.log_document()
+        document["songLogs"][1]["fermatas"] = [{"start": 0, "end": 480, "label": "", "value": 3}]
+        self.write_log("new.log", document)
+        page = self.view("new.showdata", "new.log", "--losses", "0.0")
+        self.assertTrue(any(text.endswith("[fermata-dropped]") for text in page.texts["li"]))
+
+    def test_draws_one_song(self):
+        number = json.loads(self.run_tool("info", "new.showdata", "--json").stdout)["songs"][1]["songNumber"]
+        self.run_tool("view", "new.showdata", "--song", number, "--svg", "-o", "song.svg")
+        root = xml.etree.ElementTree.parse(self.path("song.svg")).getroot()
+        self.assertEqual(root.tag, "{http://www.w3.org/2000/svg}svg")
+        self.assertTrue(root.findtext("{http://www.w3.org/2000/svg}title").startswith(number))
+        self.assertEqual(self.view("new.showdata", "--song", number).count("section"), 1)
+
+    def test_refuses_what_it_cannot_compare(self):
+        self.write_log("new.log", self.log_document())
+        for arguments, message in (
+                (["--svg"], "new.showdata: does not have just one song; name one of its songs, which are "),
+                (["--song", "99"], "new.showdata: has no song 99; its songs are "),
+                (["--diff", "new.log"], "new.log: is a log, and no log is drawn; give the log to draw after the show"),
+                (["new.log", "--diff", "new.log", "--diff", "new.log"],
+                 "new.log: is a second log; give --diff one show, one log or both"),
+                (["--diff", "new.showdata", "--diff", "new.showdata"],
+                 "new.showdata: is a second show; give --diff one show, one log or both"),
+                (["--diff", "new.showdata", "--losses", "0.0"],
+                 "command line: --diff and --losses contradict each other; give one of them"),
+                (["--losses", "1.1"], "command line: --losses: only 0.0 loses anything of a current show; "),
+                (["--losses", "x"], "command line: --losses: a version is MAJOR.MINOR, such as ")):
+            done = self.run_tool("view", "new.showdata", *arguments, "-o", "page.html", code=None)
+            self.assertNotEqual(done.returncode, 0)
+            self.assertIn("zuna-convert: " + message, done.stderr.decode())
+        self.refuse("view", "old.showdata", "--losses", "0.0", "-o", "page.html", code=BAD_INPUT,
+                    message="old.showdata: is a show of version 0.0, not a current one; use up first")
+        self.assertNotIn("page.html", self.files())
 
     def test_takes_standard_input_and_output(self):
         done = self.run_tool("view", "-", "-o", "-", stdin=self.read("new.showdata"))

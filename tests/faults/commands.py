@@ -94,6 +94,8 @@ COMMANDS = (
     Command(("print", "new.logdata")),
     Command(("print", "old.showdata")),
     one_file("view", "old.showdata", "old.logdata"),
+    one_file("view", "new.showdata", "new.logdata", "--diff", "old.showdata", "--diff", "old.logdata"),
+    one_file("view", "new.showdata", "new.logdata", "--losses", "0.0"),
     Command(("list", ".")),
     *many("up", "season", "-r", "--out-dir", "out", "--report", "report", "--resume", outputs=below("out", SEASON),
           report="report"),

@@ -20,6 +20,8 @@ TEST(LowerCase, ChangesLettersOfAsciiOnly) {
   EXPECT_EQ(LowerCase("Opera AZ@[ \xC3\x89.LogData"), "opera az@[ \xC3\x89.logdata");
 }
 
+TEST(WithCode, EndsWithACode) { EXPECT_EQ(WithCode("a [b]", "wrong-key"), "a [b] [wrong-key]"); }
+
 TEST(NumberText, CutsWhatIsHardlyANumber) {
   EXPECT_EQ(NumberText("12a"), "12a");
   EXPECT_EQ(NumberText(std::string(40, '7')), std::string(40, '7'));

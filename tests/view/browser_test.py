@@ -98,6 +98,67 @@ class BrowserTest(unittest.TestCase):
         self.picture("samples")
         self.expect_no_error_and_no_request()
 
+    def changed_samples(self):
+        """A show and a log that differ from the samples: a tempo, a page, an octave of a voice, and two edits."""
+        documents = [json.loads(self.run_tool("dump", SAMPLES / f"three-tunes-1.2.{kind}")) for kind in ("showdata", "logdata")]
+        song, edits = documents[0]["songs"][0], documents[1]["songLogs"][0]
+        song["timeline"]["tempos"].append({"time": 8160, "microseconds": 500000})
+        song["timeline"]["pageNumbers"][1]["time"] = 8160
+        for message in song["voices"][0]["messages"]:
+            if message[1] in (129, 145) and message[0] < 4320:
+                message[2] += 12
+        edits["vamps"].append({"start": 2400, "end": 4320, "label": "", "value": 3})
+        edits["repeats"] = []
+        paths = []
+        for document in documents:
+            path = pathlib.Path(self.folder.name) / f"changed.{document['kind']}"
+            text = pathlib.Path(self.folder.name) / "changed.json"
+            text.write_text(json.dumps(document))
+            self.run_tool("build", text, "-o", path, "--force")
+            paths.append(path)
+        return paths
+
+    def colours(self, selector, name):
+        return {part.value_of_css_property(name) for part in self.all(selector)}
+
+    def test_shows_what_changed_in_two_colours(self):
+        earlier = [argument for kind in ("showdata", "logdata") for argument in ("--diff", SAMPLES / f"three-tunes-1.2.{kind}")]
+        self.show(*self.changed_samples(), *earlier)
+        self.assertEqual([summary.text for summary in self.all(".changes summary")], ["5 changes"])
+        first = self.all("section")[0]
+        for css_class, colour in (("here", "rgb(0, 100, 160)"), ("there", "rgb(192, 78, 0)")):
+            self.assertEqual(self.colours(f".voice path.{css_class}", "stroke"), {colour})
+            self.assertEqual(self.colours(f"text.{css_class}", "fill"), {colour})
+            self.assertEqual(len(first.find_elements(By.CSS_SELECTOR, f".voice path.{css_class}")), 1)
+        self.assertEqual(self.colours(".edit.there path", "stroke"), {"rgb(192, 78, 0)"})
+        self.assertEqual(self.colours(".edit .here path", "stroke"), {"rgb(0, 100, 160)"})
+        self.expect_no_overlap("svg > text")
+        self.picture("changes")
+        self.expect_no_error_and_no_request()
+
+    def test_shows_what_the_legacy_format_loses(self):
+        show, log = SAMPLES / "three-tunes-1.2.showdata", pathlib.Path(self.folder.name) / "fermata.logdata"
+        document = json.loads(self.run_tool("dump", SAMPLES / "three-tunes-1.2.logdata"))
+        document["songLogs"][0]["fermatas"] = [{"start": 13920, "end": 14400, "label": "", "value": 2}]
+        text = pathlib.Path(self.folder.name) / "fermata.json"
+        text.write_text(json.dumps(document))
+        self.run_tool("build", text, "-o", log, "--force")
+        self.show(show, log, "--losses", "0.0")
+        self.assertEqual([edit.find_element(By.CSS_SELECTOR, "title").get_attribute("textContent").split()[0]
+                          for edit in self.all(".edit > .here")], ["Fermata"])
+        self.picture("losses")
+        self.expect_no_error_and_no_request()
+
+    def test_shows_the_picture_of_one_song(self):
+        picture = pathlib.Path(self.folder.name) / "song.svg"
+        self.run_tool("view", SAMPLES / "three-tunes-1.2.showdata", "--song", "2a", "--svg", "-o", picture, "--force")
+        self.browser.get_log("browser")
+        self.browser.get(picture.as_uri())
+        self.assertEqual(self.browser.title, "2a Scarborough Fair")
+        self.assertEqual(len(self.all("g.voice")), 3)
+        self.assertEqual(self.browser.get_log("browser"), [])
+        self.picture("song")
+
     def test_chooses_a_song_and_zooms(self):
         songs = self.show(SAMPLES / "three-tunes-1.2.showdata")
         Select(self.all("#choice")[0]).select_by_index(2)

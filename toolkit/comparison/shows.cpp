@@ -1,8 +1,6 @@
 // Compares current shows song by song.
 #include <algorithm>
-#include <map>
 #include <memory>
-#include <set>
 #include <utility>
 #include <vector>
 
@@ -41,51 +39,6 @@ bool IsSameSong(const zuna_midi::SongData& a, const zuna_midi::SongData& b) {
   return a.division == b.division && *a.timeline == *b.timeline &&
          std::equal(before.begin(), before.end(), after.begin(), after.end(),
                     [](const auto& x, const auto& y) { return *x.second == *y.second; });
-}
-
-/// The voices of two songs, paired by name in their order; then what is left of one number.
-std::vector<VoicePair> PairByName(const zuna_midi::VoiceData& before, const zuna_midi::VoiceData& after) {
-  std::multimap<std::string, const zuna_midi::VoiceTrack*> by_name;
-  for (const auto& [number, voice] : after.tracks()) by_name.emplace(voice->name, voice.get());
-  std::vector<VoicePair> pairs;
-  std::set<const zuna_midi::VoiceTrack*> paired;
-  for (const auto& [number, voice] : before.tracks()) {
-    const auto found = by_name.find(voice->name);
-    pairs.push_back({voice.get(), found == by_name.end() ? nullptr : found->second});
-    if (found == by_name.end()) continue;
-    paired.insert(found->second);
-    by_name.erase(found);
-  }
-  for (VoicePair& pair : pairs) {
-    if (pair.after != nullptr) continue;
-    const auto same = after.tracks().find(pair.before->track_number);
-    if (same == after.tracks().end() || !paired.insert(same->second.get()).second) continue;
-    pair.after = same->second.get();
-  }
-  for (const auto& [number, voice] : after.tracks()) {
-    if (!paired.contains(voice.get())) pairs.push_back({nullptr, voice.get()});
-  }
-  return pairs;
-}
-
-/// The voices of a song, each paired with the one that it became in the legacy form and up again. The tracks
-/// of the legacy form stand in the order of the voices. Those of one id came back as one voice, with their
-/// messages one after the other.
-std::vector<VoicePair> PairByTrack(const zuna_midi::VoiceData& before, const version0::SongData& legacy,
-                                   zuna_midi::VoiceData& after) {
-  std::map<std::uint8_t, std::size_t> next_message;
-  std::vector<VoicePair> pairs;
-  auto track = legacy.tracks.begin();
-  for (const auto& [number, voice] : before.tracks()) {
-    const std::uint8_t id = (track++)->track_id;
-    VoicePair pair{voice.get(), after.GetTrack(id)};
-    pair.merged = next_message.contains(id);
-    pair.first_message = next_message[id];
-    pair.message_count = voice->messages.size();
-    next_message[id] += pair.message_count;
-    pairs.push_back(pair);
-  }
-  return pairs;
 }
 
 /// The current form of a song that came down. Throws Error without a file where it cannot come up again.

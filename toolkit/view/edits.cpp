@@ -1,9 +1,11 @@
 // The rows of the edits of a log: brackets, shaded spans, signs and letters over the bars.
 #include <array>
+#include <cstdint>
 
 #include "kit/format.h"
 #include "toolkit/view/internal/drawing.h"
 #include "toolkit/view/internal/edit_words.h"
+#include "toolkit/view/internal/marks.h"
 #include "toolkit/view/internal/markup.h"
 
 namespace zuna_toolkit {
@@ -89,16 +91,26 @@ std::string TitleOf(const EditKind& kind, const ViewedEdit& edit, const ViewedSo
   return edit.start == edit.end ? title : title + " to " + song.PlaceText(edit.end);
 }
 
-void DrawKind(const EditKind& kind, const ViewedSong& song, Drawing& drawing) {
+/// Whose edits a row shows.
+enum class EditsOfSong : std::uint8_t { kDrawn, kOther };
+
+/// Adds a row with the edits of a kind, or several where they overlap; none where there are none.
+void DrawRows(const EditKind& kind, EditsOfSong whose, const ViewedSong& song, Drawing& drawing) {
+  const bool are_drawn = whose == EditsOfSong::kDrawn;
+  const std::vector<ViewedEdit>& edits = are_drawn ? kind.edits : kind.only_there;
+  if (edits.empty()) return;
   Rows rows;
   TextRoom room;
-  const int top = drawing.AddRow(kRowHeight, kind.many, "");
-  drawing.rows += "<g class=\"edit " + std::string(kind.css_class) + "\">";
-  for (const ViewedEdit& edit : kind.edits) {
+  const int top = are_drawn ? drawing.AddRow(kRowHeight, kind.many, "")
+                            : drawing.AddRow(kRowHeight, song.OtherRow(kind.many), kOnlyThere);
+  drawing.rows +=
+      "<g" + Attribute("class", "edit " + std::string(are_drawn ? kind.css_class : kOnlyThere)) + ">";
+  for (const ViewedEdit& edit : edits) {
     const Edges edges = EdgesOf(edit, kind.shape, drawing.scale);
     const int row_top = top + rows.Take(edges.x, edges.end) * kRowHeight;
-    drawing.rows += "<g>" + Element("title", TitleOf(kind, edit, song)) + Shape(kind.shape, edges, row_top);
-    if (kind.shape == EditShape::kCut) drawing.cuts.emplace_back(edges.x, edges.end);
+    drawing.rows += edit.only_here ? "<g" + Attribute("class", kOnlyHere) + ">" : "<g>";
+    drawing.rows += Element("title", TitleOf(kind, edit, song)) + Shape(kind.shape, edges, row_top);
+    if (kind.shape == EditShape::kCut && are_drawn) drawing.cuts.emplace_back(edges.x, edges.end);
     const bool has_room = row_top != top || room.Take(edges.x, edit.text);
     if (kind.shape != EditShape::kFermata && !edit.text.empty() && has_room) {
       const int lower = kind.shape == EditShape::kBracket ? 4 : 0;  // below the line
@@ -113,7 +125,10 @@ void DrawKind(const EditKind& kind, const ViewedSong& song, Drawing& drawing) {
 }  // namespace
 
 void DrawEdits(const ViewedSong& song, Drawing& drawing) {
-  for (const EditKind& kind : song.edits) DrawKind(kind, song, drawing);
+  for (const EditKind& kind : song.edits) {
+    DrawRows(kind, EditsOfSong::kDrawn, song, drawing);
+    DrawRows(kind, EditsOfSong::kOther, song, drawing);
+  }
 }
 
 }  // namespace zuna_toolkit

@@ -11,6 +11,11 @@ namespace {
 
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";  // U+FFFD
 
+/// Whether a character may stand in HTML and in XML, which has no U+FFFE and U+FFFF (XML 1.0, section 2.2).
+bool IsShown(char32_t character) {
+  return !kit::IsControl(character) && character != 0xFFFE && character != 0xFFFF;
+}
+
 /// What stands for `character`, one well-formed sequence, in markup.
 std::string_view Shown(std::string_view character) {
   switch (character.front()) {
@@ -25,7 +30,7 @@ std::string_view Shown(std::string_view character) {
     case '\'':
       return "&#39;";
     default:
-      return kit::IsControl(kit::CodePoint(character)) ? kReplacement : character;
+      return IsShown(kit::CodePoint(character)) ? character : kReplacement;
   }
 }
 

@@ -10,10 +10,12 @@
 #include "toolkit/conversion/companion.h"
 #include "toolkit/conversion/conversion.h"
 #include "toolkit/document/internal/complete_songs.h"
+#include "toolkit/document/song_not_found.h"
 #include "toolkit/document/summary.h"
 #include "toolkit/error.h"
 #include "toolkit/view/internal/drawing.h"
 #include "toolkit/view/internal/markup.h"
+#include "toolkit/view/internal/page_changes.h"
 #include "toolkit/view/internal/song_view.h"
 #include "toolkit/view/internal/style.h"
 #include "toolkit/view/internal/tables.h"
@@ -57,6 +59,11 @@ class FindingsBySong {
   std::size_t left_ = 10 * kMostOfAKind;  ///< that are kept in all
 };
 
+/// Throws Error (kSongNotFound) for a song that is asked for and that the show does not have.
+void RequireSong(const zuna_midi::ShowData& show, const std::string& number, const std::string& file) {
+  if (!show.songs().contains(number)) ThrowSongNotFound(file, number, show.songs());
+}
+
 /// The show name, or the name of the file where there is none.
 std::string TitleOf(const zuna_midi::ShowData& show, const Document* log, const Document& document) {
   if (!show.show_name.empty()) return show.show_name;
@@ -72,19 +79,24 @@ std::string Head(const std::string& title) {
          "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src "
          "'unsafe-inline'; script-src 'unsafe-inline'\">\n"
          "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n" +
-         Element("title", title) + "\n<style>" + std::string(kPageStyle) + "</style>\n</head>\n";
+         Element("title", title) + "\n<style>" + std::string(kPictureStyle) + std::string(kPageStyle) +
+         "</style>\n</head>\n";
+}
+
+std::string NameAndVersion(const Document& document) {
+  return document.name() + ", version " + cmn::VersionText(document.type().version);
 }
 
 /// What the page tells about the files.
-std::string FileFacts(const Document& show, const Document* log, std::size_t songs,
-                      const std::string& digest) {
+std::string FileFacts(const Document& show, const PageContent& content, std::size_t songs) {
   std::string facts = "<dl>" + Fact("Show", show.name()) +
                       Fact("Version", cmn::VersionText(show.type().version)) +
                       Fact("Songs", std::to_string(songs));
-  if (log != nullptr) {
-    facts += Fact("Log", log->name() + ", version " + cmn::VersionText(log->type().version));
+  if (content.log != nullptr) facts += Fact("Log", NameAndVersion(*content.log));
+  for (const Document* earlier : {content.earlier_show, content.earlier_log}) {
+    if (earlier != nullptr && !content.losses) facts += Fact("Compared with", NameAndVersion(*earlier));
   }
-  if (!digest.empty()) facts += Fact("SHA-256", digest);
+  if (!content.digest.empty()) facts += Fact("SHA-256", content.digest);
   return facts + "</dl>\n";
 }
 
@@ -96,55 +108,100 @@ struct PageSong {
   SongFacts facts;
 };
 
-std::vector<PageSong> SongsOf(const zuna_midi::ShowData& show, const CL::ChangeLog* log) {
-  std::vector<PageSong> songs;
-  for (const auto& [number, song] : show.songs()) {
-    if (songs.size() == kMostSongs) break;
-    const CL::SongLog* edits = nullptr;
-    if (log != nullptr) {
-      const auto found = log->song_logs().find(number);
-      if (found != log->song_logs().end()) edits = found->second.get();
-    }
-    SongTime time(*song);
-    SongFacts facts = FactsOf(*song, time, songs.size());
-    songs.push_back({song.get(), edits, std::move(time), std::move(facts)});
+/// Everything that a page is made of.
+class PageModel {
+ public:
+  PageModel(const Document& show, const PageContent& content) : show_(show), content_(content) {
+    RequireShow(show.type(), show.name());
+    RequireCompleteSongs(show);
+    if (content.log != nullptr) RequireBelongs(show, *content.log);
+    current_ = CurrentForm(show);
+    if (content.log != nullptr) current_log_ = CurrentForm(*content.log);
+    if (content.song) RequireSong(model(), *content.song, show.name());
+    findings_.Add(show);
+    if (content.log != nullptr) findings_.Add(*content.log);
+    changes_.emplace(show, model(), content);
   }
-  return songs;
-}
 
-std::string Navigation(const std::vector<PageSong>& songs) {
+  const zuna_midi::ShowData& model() const { return *current_->As<zuna_midi::ShowData>(); }
+  std::string title() const { return TitleOf(model(), content_.log, show_); }
+  const ViewedFindings& FindingsOf(const std::string& number) { return findings_.Of(number); }
+  PageChanges& changes() { return *changes_; }
+
+  /// The songs that are shown.
+  std::vector<PageSong> Songs() const {
+    std::vector<PageSong> songs;
+    for (const auto& [number, song] : model().songs()) {
+      if (songs.size() == kMostSongs) break;
+      if (content_.song && *content_.song != number) continue;
+      SongTime time(*song);
+      SongFacts facts = FactsOf(*song, time, songs.size());
+      songs.push_back({song.get(), LogOf(number), std::move(time), std::move(facts)});
+    }
+    return songs;
+  }
+
+  ViewedSong Viewed(PageSong& song) const {
+    OtherSong other = changes_->Of(*song.song, song.log);
+    std::vector<EditKind> edits;
+    if (song.log != nullptr) edits = EditsOf(*song.log, other.log);
+    return {*song.song,       song.log,        std::move(song.time), BarLabels(*song.song->timeline),
+            std::move(edits), std::move(other)};
+  }
+
+ private:
+  const CL::SongLog* LogOf(const std::string& number) const {
+    if (!current_log_) return nullptr;
+    const auto& logs = current_log_->As<CL::ChangeLog>()->song_logs();
+    const auto found = logs.find(number);
+    return found == logs.end() ? nullptr : found->second.get();
+  }
+
+  const Document& show_;
+  const PageContent& content_;
+  std::optional<Document> current_;
+  std::optional<Document> current_log_;
+  FindingsBySong findings_;
+  std::optional<PageChanges> changes_;
+};
+
+std::string Navigation(const std::vector<PageSong>& songs, PageChanges& changes) {
   std::string list = "<nav aria-label=\"Songs\"><ol>";
   for (const PageSong& song : songs) {
+    std::string told = song.facts.duration;
+    if (changes.any()) AppendListed(told, changes.CountText(changes.ChangesOf(song.song->song_number)));
     list += "<li><a href=\"#" + song.facts.anchor + "\">" + Escaped(song.facts.heading) + "</a> " +
-            Element("span", song.facts.duration) + "</li>\n";
+            Element("span", told) + "</li>\n";
   }
   return list + "</ol></nav>\n";
 }
 
 }  // namespace
 
-std::string ShowPage(const Document& show, const Document* log, const std::string& digest) {
-  RequireShow(show.type(), show.name());
-  RequireCompleteSongs(show);
-  if (log != nullptr) RequireBelongs(show, *log);
-  const Document current = CurrentForm(show);
-  const std::optional<Document> current_log = log ? std::optional(CurrentForm(*log)) : std::nullopt;
-  const auto& model = *current.As<zuna_midi::ShowData>();
-  FindingsBySong findings;
-  findings.Add(show);
-  if (log != nullptr) findings.Add(*log);
-
-  std::vector<PageSong> songs = SongsOf(model, current_log ? current_log->As<CL::ChangeLog>() : nullptr);
-  const std::string title = TitleOf(model, log, show);
-  std::string page = Head(title) + "<body>\n<header>" + Element("h1", title) + "\n" +
-                     FileFacts(show, log, model.songs().size(), digest) + FindingsList(findings.Of("")) +
-                     Navigation(songs) + "</header>\n<main>\n";
+std::string ShowPage(const Document& show, const PageContent& content) {
+  PageModel page(show, content);
+  std::vector<PageSong> songs = page.Songs();
+  const std::size_t all = content.song ? 1 : page.model().songs().size();
+  std::string text = Head(page.title()) + "<body>\n<header>" + Element("h1", page.title()) + "\n" +
+                     FileFacts(show, content, page.model().songs().size()) +
+                     FindingsList(page.FindingsOf("")) +
+                     ChangesList(page.changes(), page.changes().ChangesOf("")) +
+                     Navigation(songs, page.changes()) + "</header>\n<main>\n";
   for (PageSong& song : songs) {
-    page += SongSection(*song.song, song.log, std::move(song.time), song.facts,
-                        findings.Of(song.song->song_number));
+    const std::string& number = song.song->song_number;
+    text += SongSection(page.Viewed(song), song.facts,
+                        FindingsList(page.FindingsOf(number)) +
+                            ChangesList(page.changes(), page.changes().ChangesOf(number)));
   }
-  page += MoreText(model.songs().size() - songs.size(), "song", "songs");
-  return page + "</main>\n<script>" + std::string(kPageScript) + "</script>\n</body>\n</html>\n";
+  text += MoreText(all - songs.size(), "song", "songs");
+  return text + "</main>\n<script>" + std::string(kPageScript) + "</script>\n</body>\n</html>\n";
+}
+
+std::string SongPicture(const Document& show, const PageContent& content) {
+  PageModel page(show, content);
+  std::vector<PageSong> songs = page.Songs();
+  if (songs.size() != 1) ThrowSongNotFound(show.name(), "", page.model().songs());
+  return SongDrawing(page.Viewed(songs.front()), songs.front().facts);
 }
 
 }  // namespace zuna_toolkit

@@ -1,10 +1,13 @@
 // One song of a page: its facts, its findings, its picture, and the same as tables.
 #include "toolkit/view/internal/song_view.h"
 
-#include <utility>
+#include <algorithm>
+#include <cstdint>
+#include <string_view>
 
 #include "toolkit/view/internal/drawing.h"
 #include "toolkit/view/internal/markup.h"
+#include "toolkit/view/internal/style.h"
 #include "toolkit/view/internal/tables.h"
 #include "toolkit/words.h"
 
@@ -12,38 +15,65 @@ namespace zuna_toolkit {
 
 namespace {
 
-/// The width of the picture without the names, in units: as much as the bars need to be read.
-int WidthOf(const zuna_midi::SongData& song) {
+std::size_t BarsOf(const zuna_midi::SongData& song) { return song.timeline->bars_beats.size(); }
+
+/// How wide and how long the picture is: as much as the bars need to be read, of both songs.
+Scale ScaleOf(const ViewedSong& song) {
   constexpr std::size_t kBar = 56;
   constexpr std::size_t kLeast = 1000;
   constexpr std::size_t kMost = 12000;
-  return static_cast<int>(std::clamp(song.timeline->bars_beats.size() * kBar, kLeast, kMost));
+  const zuna_midi::SongData& other = song.other.song != nullptr ? *song.other.song : song.song;
+  const std::size_t bars = std::max(BarsOf(song.song), BarsOf(other));
+  return {std::max({song.song.song_length, other.song_length, std::uint32_t{1}}),
+          static_cast<int>(std::clamp(bars * kBar, kLeast, kMost))};
 }
 
-std::string Picture(const ViewedSong& song, const SongFacts& facts) {
+/// Draws all rows; the heading is a row of its own in a picture that stands alone.
+Drawing Draw(const ViewedSong& song, std::string_view heading) {
   Drawing drawing;
-  drawing.scale = {std::max<std::uint32_t>(song.song.song_length, 1), WidthOf(song.song)};
+  drawing.scale = ScaleOf(song);
+  if (!heading.empty()) {
+    const int top = drawing.AddRow(kRowHeight, "", "");
+    drawing.rows += TextAt(Scale::kNames, top + kTextBaseline, "heading", heading);
+  }
+  DrawLegend(song, drawing);
   DrawEdits(song, drawing);
   DrawRuler(song, drawing);
   DrawTempos(song, drawing);
   DrawVoices(song, drawing);
-  const std::string width = std::to_string(Scale::kNames + drawing.scale.width + 1);
-  const std::string height = std::to_string(drawing.height);
+  return drawing;
+}
+
+/// The elements of a picture in their order. The names come last, so that they lie over what moves under
+/// them.
+std::string Elements(const Drawing& drawing) {
   PathData lines;
   for (const int x : drawing.bar_lines) lines.MoveTo(x, 0).DownTo(drawing.height);
   PathData cuts;
   for (const auto& [x, end] : drawing.cuts) {
     cuts.MoveTo(x, 0).AcrossTo(end).DownTo(drawing.height).AcrossTo(x);
   }
-  // The names come last, so that they lie over what moves under them.
+  return lines.Element("bars") + drawing.rows + cuts.Element("left-out") +
+         "<g class=\"names\"><rect width=\"" + std::to_string(Scale::kNames - 4) + "\" height=\"" +
+         std::to_string(drawing.height) + "\"/>" + drawing.names + "</g>";
+}
+
+/// The attributes that every picture has.
+std::string PictureAttributes(const ViewedSong& song, const Drawing& drawing) {
+  const std::string width = std::to_string(Scale::kNames + drawing.scale.width + 1);
+  return " viewBox=\"0 0 " + width + " " + std::to_string(drawing.height) + "\" width=\"" + width + "\"" +
+         (song.is_compared() ? " class=\"compared\"" : "") + " role=\"img\"";
+}
+
+std::string Picture(const ViewedSong& song, const SongFacts& facts) {
+  const Drawing drawing = Draw(song, "");
+  const std::string width = std::to_string(Scale::kNames + drawing.scale.width + 1);
   return "<div class=\"scroll\" tabindex=\"0\" role=\"region\"" +
-         Attribute("aria-label", "Picture of " + facts.heading) + "><svg viewBox=\"0 0 " + width + " " +
-         height + "\" data-width=\"" + width + "\" width=\"" + width + "\" role=\"img\"" +
+         Attribute("aria-label", "Picture of " + facts.heading) + "><svg" + PictureAttributes(song, drawing) +
+         " data-width=\"" + width + "\"" +
          Attribute("aria-label",
                    facts.heading + ": bars, tempos, edits and voices; the tables below hold them") +
-         ">" + lines.Element("bars") + drawing.rows + cuts.Element("left-out") +
-         "<g class=\"names\"><rect width=\"" + std::to_string(Scale::kNames - 4) + "\" height=\"" + height +
-         "\"/>" + drawing.names + "</g></svg></div>\n";
+         ">" + Elements(drawing) + "</svg></div>\n";
 }
 
 std::string FactList(const ViewedSong& song, const SongFacts& facts) {
@@ -71,13 +101,18 @@ SongFacts FactsOf(const zuna_midi::SongData& song, const SongTime& time, std::si
           time.is_known() ? ClockText(time.SecondsAt(song.song_length)) : ""};
 }
 
-std::string SongSection(const zuna_midi::SongData& song, const CL::SongLog* log, SongTime time,
-                        const SongFacts& facts, const ViewedFindings& findings) {
-  const ViewedSong viewed{song, log, std::move(time), BarLabels(*song.timeline),
-                          log != nullptr ? EditsOf(*log) : std::vector<EditKind>()};
+std::string SongSection(const ViewedSong& song, const SongFacts& facts, const std::string& notes) {
   return "<section" + Attribute("id", facts.anchor) + ">" + Element("h2", facts.heading) + "\n" +
-         FactList(viewed, facts) + FindingsList(findings) + Picture(viewed, facts) + EditTable(viewed) +
-         TimelineTable(viewed) + VoiceTable(viewed) + "</section>\n";
+         FactList(song, facts) + notes + Picture(song, facts) + EditTable(song) + TimelineTable(song) +
+         VoiceTable(song) + "</section>\n";
+}
+
+std::string SongDrawing(const ViewedSong& song, const SongFacts& facts) {
+  const Drawing drawing = Draw(song, facts.heading);
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\"" +
+         PictureAttributes(song, drawing) + " height=\"" + std::to_string(drawing.height) + "\">" +
+         Element("title", facts.heading) + "<style>" + std::string(kPictureStyle) + "</style>" +
+         Elements(drawing) + "</svg>\n";
 }
 
 std::string FindingsList(const ViewedFindings& findings) {

@@ -1,13 +1,14 @@
 // The rows of the voices: notes as a piano roll, or how many there are where they do not fit.
+#include <algorithm>
 #include <array>
-#include <set>
 #include <vector>
 
 #include "format_converter/version0/conversions/track_ids.h"
 #include "kit/format.h"
-#include "toolkit/smf/file.h"
 #include "toolkit/view/internal/drawing.h"
+#include "toolkit/view/internal/marks.h"
 #include "toolkit/view/internal/markup.h"
+#include "toolkit/view/internal/voice_content.h"
 #include "toolkit/words.h"
 
 namespace zuna_toolkit {
@@ -18,81 +19,6 @@ constexpr int kVoiceRow = 44;   // units
 constexpr int kVoiceRoll = 32;  // of it: the notes
 constexpr int kAboveRoll = 4;   // above them
 constexpr int kBelowRoll = 40;  // where the line of controllers is, below the top
-constexpr int kKeys = 128;      // of MIDI
-constexpr int kChannels = 16;
-
-/// A note across the picture.
-struct DrawnNote {
-  int x;
-  int end;
-  int key;
-};
-
-/// A program change.
-struct Program {
-  std::uint32_t tick;
-  int number;  ///< from 1, as in General MIDI
-};
-
-/// What a voice does, in units of the picture.
-struct VoiceContent {
-  std::vector<DrawnNote> notes;
-  std::vector<Program> programs;  ///< kMostOfAKind at most
-  std::vector<int> controls;      ///< where there are controllers, pressures and pitch bends
-  std::set<int> channels;         ///< from 1
-  int lowest = kKeys;             ///< key
-  int highest = -1;
-};
-
-/// Reads the messages of a voice.
-class VoiceReader {
- public:
-  explicit VoiceReader(const Scale& scale) : scale_(scale) {}
-
-  VoiceContent Read(const zuna_midi::VoiceTrack& voice) {
-    for (const auto& [tick, message] : voice.messages) {
-      if (smf::IsChannelMessage(message)) Take(tick, message);
-    }
-    for (std::size_t key = 0; key < begun_.size(); ++key) {
-      if (begun_.at(key) >= 0) End(key, scale_.X(scale_.ticks));
-    }
-    return std::move(content_);
-  }
-
- private:
-  void Take(std::uint32_t tick, const std_midi::VoiceMessage& message) {
-    const auto channel = static_cast<std::size_t>(message.status & smf::kChannelMask);
-    const std::uint8_t kind = message.status & smf::kKindMask;
-    const int x = scale_.X(tick);
-    content_.channels.insert(static_cast<int>(channel) + 1);
-    if (kind == smf::kNoteOn || kind == smf::kNoteOff) {
-      const std::size_t key = channel * kKeys + message.data1;
-      if (begun_.at(key) >= 0) End(key, x);
-      if (kind == smf::kNoteOn && message.data2 > 0) begun_.at(key) = x;
-    } else if (kind == smf::kProgramChange) {
-      if (content_.programs.size() < kMostOfAKind) content_.programs.push_back({tick, message.data1 + 1});
-    } else if (content_.controls.empty() || content_.controls.back() != x) {
-      content_.controls.push_back(x);
-    }
-  }
-
-  void End(std::size_t key, int x) {
-    const int number = static_cast<int>(key % kKeys);
-    content_.notes.push_back({begun_.at(key), std::max(x, begun_.at(key) + 1), number});
-    content_.lowest = std::min(content_.lowest, number);
-    content_.highest = std::max(content_.highest, number);
-    begun_.at(key) = -1;
-  }
-
-  const Scale& scale_;
-  VoiceContent content_;
-  std::array<int, std::size_t{kKeys}* kChannels> begun_ = [] {  ///< where a key was pressed; -1 where not
-    std::array<int, std::size_t{kKeys} * kChannels> none{};
-    none.fill(-1);
-    return none;
-  }();
-};
-
 /// "C4" for key 60
 std::string KeyName(int key) {
   constexpr std::array<const char*, 12> kNames = {"C",  "C♯", "D",  "D♯", "E",  "F",
@@ -100,14 +26,28 @@ std::string KeyName(int key) {
   return kNames.at(static_cast<std::size_t>(key % 12)) + std::to_string(key / 12 - 1);
 }
 
-/// One line for each note; drums have no length.
-PathData RollPath(const VoiceContent& voice, bool is_drums, int top) {
+/// One line for each of `notes`, which lie in the range of `voice`; drums have no length.
+PathData RollPath(const std::vector<DrawnNote>& notes, const VoiceContent& voice, bool is_drums, int top) {
   constexpr int kDrum = 3;  // units across
   const int keys = std::max(voice.highest - voice.lowest, 1);
   PathData path;
-  for (const DrawnNote& note : voice.notes) {
+  for (const DrawnNote& note : notes) {
     const int y = top + kAboveRoll + kVoiceRoll - 1 - (note.key - voice.lowest) * (kVoiceRoll - 2) / keys;
     path.MoveTo(note.x, y).AcrossBy(is_drums ? kDrum : note.end - note.x);
+  }
+  return path;
+}
+
+/// A stroke wherever one of `notes` begins, for more of them than there is room for.
+PathData StrokesPath(std::vector<DrawnNote> notes, int top) {
+  const auto earlier = [](const DrawnNote& a, const DrawnNote& b) { return a.x < b.x; };
+  std::sort(notes.begin(), notes.end(), earlier);
+  PathData path;
+  int last = -1;
+  for (const DrawnNote& note : notes) {
+    if (note.x == last) continue;
+    last = note.x;
+    path.MoveTo(note.x, top + kAboveRoll).DownBy(kVoiceRoll);
   }
   return path;
 }
@@ -135,10 +75,10 @@ PathData DensityPath(const VoiceContent& voice, const Scale& scale, int top) {
   return path;
 }
 
-PathData ControlsPath(const VoiceContent& voice, int top) {
+PathData ControlsPath(const std::vector<int>& controls, int top) {
   constexpr int kMark = 3;  // units down
   PathData path;
-  for (const int x : voice.controls) path.MoveTo(x, top + kBelowRoll).DownBy(kMark);
+  for (const int x : controls) path.MoveTo(x, top + kBelowRoll).DownBy(kMark);
   return path;
 }
 
@@ -166,29 +106,69 @@ void DrawPrograms(const ViewedSong& song, const VoiceContent& voice, int top, Dr
   }
 }
 
-void DrawVoice(const ViewedSong& song, const zuna_midi::VoiceTrack& voice, Drawing& drawing) {
-  const VoiceContent content = VoiceReader(drawing.scale).Read(voice);
+/// Widens the range of a voice to that of `notes`.
+void Include(const std::vector<DrawnNote>& notes, VoiceContent& voice) {
+  for (const DrawnNote& note : notes) {
+    voice.lowest = std::min(voice.lowest, note.key);
+    voice.highest = std::max(voice.highest, note.key);
+  }
+}
+
+/// How the notes of a voice are drawn.
+struct RollStyle {
+  bool is_drums;
+  int top;
+  int width;  ///< of the picture
+};
+
+void DrawMarks(const MarkedContent& marks, const VoiceContent& voice, const RollStyle& style,
+               std::string_view css_class, Drawing& drawing) {
+  const bool has_room = marks.notes.size() <= static_cast<std::size_t>(style.width);
+  const PathData notes = has_room ? RollPath(marks.notes, voice, style.is_drums, style.top)
+                                  : StrokesPath(marks.notes, style.top);
+  drawing.rows += notes.Element(css_class) + ControlsPath(marks.controls, style.top).Element(css_class);
+}
+
+/// A voice of either song, with what only one of them has.
+void DrawVoice(const ViewedSong& song, const VoicePair& pair, Drawing& drawing) {
+  const zuna_midi::VoiceTrack& voice = pair.before != nullptr ? *pair.before : *pair.after;
+  const VoiceMarks marks = song.other.song == nullptr ? VoiceMarks() : MarksOfVoices(pair, drawing.scale);
+  VoiceContent content = ContentOf(voice, drawing.scale);
+  const std::string title = TitleOf(voice, content);
+  Include(marks.there.notes, content);
   const bool is_drums = version0::is_drum_name(voice.name);
-  const int top = drawing.AddRow(kVoiceRow, voice.name, "voice");
+  const int top = pair.before != nullptr ? drawing.AddRow(kVoiceRow, voice.name, "voice")
+                                         : drawing.AddRow(kVoiceRow, song.OtherRow(voice.name), kOnlyThere);
+  const RollStyle style{is_drums, top, drawing.scale.width};
   drawing.rows += is_drums ? "<g class=\"voice drums\">" : "<g class=\"voice\">";
-  drawing.rows += Element("title", TitleOf(voice, content));
+  drawing.rows += Element("title", title);
   if (content.notes.size() > static_cast<std::size_t>(drawing.scale.width)) {
     drawing.rows += DensityPath(content, drawing.scale, top).Element("density");
   } else {
-    drawing.rows += RollPath(content, is_drums, top).Element("notes");
+    drawing.rows += RollPath(content.notes, content, is_drums, top).Element("notes");
   }
-  drawing.rows += ControlsPath(content, top).Element("controls");
+  drawing.rows += ControlsPath(content.controls, top).Element("controls");
+  DrawMarks(marks.there, content, style, kOnlyThere, drawing);
+  DrawMarks(marks.here, content, style, kOnlyHere, drawing);
   DrawPrograms(song, content, top, drawing);
   drawing.rows += "</g>";
+}
+
+/// The voices of a song, each with the one that it is compared with.
+std::vector<VoicePair> PairsOf(const ViewedSong& song) {
+  if (song.other.song != nullptr) return song.other.voices;
+  std::vector<VoicePair> pairs;
+  for (const auto& [number, voice] : song.song.voice_data->tracks()) pairs.push_back({voice.get()});
+  return pairs;
 }
 
 }  // namespace
 
 void DrawVoices(const ViewedSong& song, Drawing& drawing) {
   std::size_t left = kMostOfAKind;
-  for (const auto& [number, voice] : song.song.voice_data->tracks()) {
+  for (const VoicePair& pair : PairsOf(song)) {
     if (left-- == 0) break;
-    DrawVoice(song, *voice, drawing);
+    DrawVoice(song, pair, drawing);
   }
 }
 

@@ -112,7 +112,16 @@ void AddDocuments(Calls& calls, const Samples& samples) {
              std::to_string(static_cast<int>(SeverityOf(zuna_toolkit::FindingCode::kTempoZero)));
     });
     if (!document->type().is_log()) {
-      calls.Add("ShowPage", [=] { return zuna_toolkit::ShowPage(*document, nullptr, ""); });
+      calls.Add("ShowPage", [=] {
+        zuna_toolkit::PageContent content;
+        content.earlier_show = document.get();
+        return zuna_toolkit::ShowPage(*document, content);
+      });
+      calls.Add("SongPicture", [=] {
+        zuna_toolkit::PageContent content;
+        zuna_toolkit::SummariseSongs(*document, [&](const auto& song) { content.song = song.number; });
+        return zuna_toolkit::SongPicture(*document, content);
+      });
     }
     calls.Add("CurrentForm", [=] { return TextOf(zuna_toolkit::CurrentForm(*document)); });
   }

@@ -75,7 +75,7 @@ TEST(IncompleteSongs, AreRefused) {
     EXPECT_EQ(RefusalOf([&] { CipherStreamOf(document, zuna_test::kKey); }), kRefusal);
   }
   for (const Document& show : IncompleteShows()) {
-    EXPECT_EQ(RefusalOf([&] { ShowPage(show, nullptr, ""); }), kRefusal);
+    EXPECT_EQ(RefusalOf([&] { ShowPage(show); }), kRefusal);
     const auto& songs = show.As<zuna_midi::ShowData>()->songs();
     midi::Report report;
     EXPECT_EQ(RefusalOf([&] { midi::ExportSong(*songs.at("2b"), report); }),

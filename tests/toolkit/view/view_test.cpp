@@ -26,13 +26,20 @@ using testing::Not;
 
 constexpr cmn::FileVersion kCurrent{1, 2};
 
+PageContent With(const Document* log, const std::string& digest = "") {
+  PageContent content;
+  content.log = log;
+  content.digest = digest;
+  return content;
+}
+
 std::string PageOf(const zuna_midi::ShowData& show) {
-  return ShowPage(Document(show, kCurrent, "a.showdata"), nullptr, "");
+  return ShowPage(Document(show, kCurrent, "a.showdata"));
 }
 
 std::string PageOf(const zuna_midi::ShowData& show, const CL::ChangeLog& log) {
   const Document log_document(log, kCurrent, "a.logdata");
-  return ShowPage(Document(show, kCurrent, "a.showdata"), &log_document, "");
+  return ShowPage(Document(show, kCurrent, "a.showdata"), With(&log_document));
 }
 
 std::size_t CountOf(const std::string& text, const std::string& part) {
@@ -232,18 +239,18 @@ TEST(ShowPage, AsksForNothingElse) {
 TEST(ShowPage, TakesLegacyDocuments) {
   const Document show(LegacyShow{zuna_test::SampleLegacyShow()}, kLegacyVersion, "old.showdata");
   const Document log(LegacyLog{zuna_test::SampleLegacyLog()}, kLegacyVersion, "old.logdata");
-  const std::string page = ShowPage(show, &log, "d1935");
+  const std::string page = ShowPage(show, With(&log, "d1935"));
   EXPECT_THAT(page, HasSubstr("<h1>Opera</h1>"));  // by its log
   EXPECT_THAT(page, HasSubstr("<dt>SHA-256</dt><dd>d1935</dd>"));
   EXPECT_THAT(page, HasSubstr("<g class=\"edit vamp\">"));
   EXPECT_EQ(CountOf(page, "<section "), 2U);
-  EXPECT_THAT(ShowPage(show, nullptr, ""), HasSubstr("<h1>old.showdata</h1>"));
+  EXPECT_THAT(ShowPage(show), HasSubstr("<h1>old.showdata</h1>"));
 }
 
 TEST(ShowPage, RefusesWhatDoesNotBelong) {
   const auto error_of = [](const Document& show, const Document* log) {
     try {
-      ShowPage(show, log, "");
+      ShowPage(show, With(log));
     } catch (const Error& error) {
       return std::pair(error.code(), std::string(error.what()));
     }
@@ -324,7 +331,7 @@ TEST(ShowPage, IsMadeOfEveryDocument) {
   std::mt19937 random(1);
   for (int i = 0; i < 50; ++i) {
     const Document show(zuna_test::RandomShow(random), kCurrent, "show");
-    const std::string page = ShowPage(show, nullptr, "");
+    const std::string page = ShowPage(show);
     EXPECT_EQ(CountOf(page, "<section "), show.As<zuna_midi::ShowData>()->songs().size());
     EXPECT_EQ(CountOf(page, "<section "), CountOf(page, "</section>"));
   }

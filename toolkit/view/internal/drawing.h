@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "CL/song_log.h"
+#include "toolkit/comparison/internal/voices.h"
 #include "toolkit/internal/bar_labels.h"
 #include "toolkit/view/internal/edit_words.h"
 #include "toolkit/view/internal/song_time.h"
@@ -19,6 +20,21 @@ namespace zuna_toolkit {
 inline constexpr int kRowHeight = 20;     ///< of a row of texts, in units of the picture
 inline constexpr int kTextBaseline = 14;  ///< of a text, below the top of its row
 
+/// What the marks of a comparison are called.
+struct MarkNames {
+  std::string_view here;   ///< in the legend: what only the song that is drawn has
+  std::string_view there;  ///< in the legend: what only the other one has
+  std::string_view row;    ///< how the rows of the other one are called besides, such as "before"
+};
+
+/// The song that a picture is compared with: as it was earlier, or as the legacy format has it.
+struct OtherSong {
+  const zuna_midi::SongData* song = nullptr;  ///< null where the songs are not compared
+  const CL::SongLog* log = nullptr;           ///< null where the edits are not compared
+  std::vector<VoicePair> voices;              ///< first those of the song that is drawn
+  MarkNames names;
+};
+
 /// One song, and what is needed to tell where something is in it.
 struct ViewedSong {
   const zuna_midi::SongData& song;
@@ -26,6 +42,21 @@ struct ViewedSong {
   SongTime time;
   BarLabels bars;
   std::vector<EditKind> edits;  ///< of the log
+  OtherSong other;
+
+  /// A list of the timeline of the other song; null where the songs are not compared.
+  template <typename Entry>
+  const std::vector<Entry>* OtherList(std::vector<Entry> TL::Timeline::*list) const {
+    return other.song == nullptr ? nullptr : &((*other.song->timeline).*list);
+  }
+
+  /// Whether anything is compared.
+  bool is_compared() const { return other.song != nullptr || other.log != nullptr; }
+
+  /// The name of a row of what only the other song has: "Meter before".
+  std::string OtherRow(std::string_view row) const {
+    return std::string(row).append(" ").append(other.names.row);
+  }
 
   /// "bar 9, 0:28.0, tick 13440"
   std::string PlaceText(std::uint32_t tick) const;
@@ -35,7 +66,7 @@ struct ViewedSong {
 struct Scale {
   static constexpr int kNames = 150;  ///< the column of the names of the rows
 
-  std::uint32_t ticks = 1;  ///< that the song has
+  std::uint32_t ticks = 1;  ///< that the song has, or the other one where that is longer
   int width = 1;            ///< that they take
 
   /// Where a tick is. One after the end of the song is at the end.
@@ -118,6 +149,7 @@ std::string AreaWithTitle(int x, int y, int width, int height, std::string_view 
 
 /// Each adds its rows.
 ///@{
+void DrawLegend(const ViewedSong& song, Drawing& drawing);
 void DrawEdits(const ViewedSong& song, Drawing& drawing);
 void DrawRuler(const ViewedSong& song, Drawing& drawing);
 void DrawTempos(const ViewedSong& song, Drawing& drawing);

@@ -20,6 +20,7 @@ struct ViewedEdit {
   std::uint32_t end = 0;    ///< ticks; the start for an edit at one position
   std::string text;         ///< what it does, in short, such as "×3" for a repeat
   std::string label;        ///< as the log has it
+  bool only_here = false;   ///< the log that it is compared with does not have it
 };
 
 /// How the edits of a kind are drawn.
@@ -38,11 +39,13 @@ struct EditKind {
   std::string_view many;       ///< "Vamps"
   std::string_view css_class;  ///< "vamp"
   EditShape shape = EditShape::kBracket;
-  std::vector<ViewedEdit> edits;  ///< kMostOfAKind at most
-  std::size_t more = 0;           ///< how many there are besides
+  std::vector<ViewedEdit> edits;            ///< kMostOfAKind at most
+  std::size_t more = 0;                     ///< how many there are besides
+  std::vector<ViewedEdit> only_there = {};  ///< of the other log; kMostOfAKind at most
 };
 
-/// All kinds that `log` has edits of, in the order in which they are drawn.
-std::vector<EditKind> EditsOf(const CL::SongLog& log);
+/// All kinds that `log` has edits of, in the order in which they are drawn. Edits of `other`, which may be
+/// null, are compared with them.
+std::vector<EditKind> EditsOf(const CL::SongLog& log, const CL::SongLog* other);
 
 }  // namespace zuna_toolkit

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "CL/song_log.h"
 #include "toolkit/checking/finding.h"
+#include "toolkit/view/internal/drawing.h"
 #include "toolkit/view/internal/song_time.h"
 #include "zuna_midi/song_data.h"
 
@@ -27,10 +27,12 @@ struct SongFacts {
 /// The facts of the song number `index` of a page, from 0, which is played in `time`.
 SongFacts FactsOf(const zuna_midi::SongData& song, const SongTime& time, std::size_t index);
 
-/// A section of the page: the song, its picture, its edits and voices as tables, and its findings. `log` is
-/// null where there is none.
-std::string SongSection(const zuna_midi::SongData& song, const CL::SongLog* log, SongTime time,
-                        const SongFacts& facts, const ViewedFindings& findings);
+/// A section of the page: the song, its picture, and the same as tables. `notes` is markup: what is found and
+/// what changed.
+std::string SongSection(const ViewedSong& song, const SongFacts& facts, const std::string& notes);
+
+/// The picture alone, as a document in SVG.
+std::string SongDrawing(const ViewedSong& song, const SongFacts& facts);
 
 /// The findings as a list; empty for none.
 std::string FindingsList(const ViewedFindings& findings);

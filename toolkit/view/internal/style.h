@@ -5,7 +5,10 @@
 
 namespace zuna_toolkit {
 
-/// CSS for screens, light and dark, and for paper.
+/// CSS of the pictures, in a page and alone, light and dark.
+extern const std::string_view kPictureStyle;
+
+/// CSS of the page around them, for screens, light and dark, and for paper.
 extern const std::string_view kPageStyle;
 
 /// JavaScript for the choice of a song and for zoom. A page can be read without it.

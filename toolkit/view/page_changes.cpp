@@ -1,0 +1,184 @@
+// What a page marks: what changed since earlier documents, or what the legacy format does not keep.
+#include "toolkit/view/internal/page_changes.h"
+
+#include <algorithm>
+#include <functional>
+#include <utility>
+
+#include "toolkit/comparison/comparison.h"
+#include "toolkit/comparison/difference_lines.h"
+#include "toolkit/comparison/loss_text.h"
+#include "toolkit/conversion/conversion.h"
+#include "toolkit/error.h"
+#include "toolkit/view/internal/markup.h"
+#include "toolkit/view/internal/tables.h"
+#include "toolkit/words.h"
+
+namespace zuna_toolkit {
+
+namespace {
+
+constexpr MarkNames kSinceEarlier = {"added or changed", "as it was before", "before"};
+constexpr MarkNames kInLegacyFormat = {"not kept in format 0.0", "what format 0.0 holds instead", "in 0.0"};
+
+/// The song of a number in the other show; null where it has none.
+template <typename Songs>
+auto FindSong(const Songs& songs, const std::string& number) -> decltype(songs.begin()->second.get()) {
+  const auto found = songs.find(number);
+  return found == songs.end() ? nullptr : found->second.get();
+}
+
+/// The number that a song of the page has in the other document.
+const std::string& OtherNumber(const std::map<std::string, std::string>& numbers, const std::string& number) {
+  const auto found = numbers.find(number);
+  return found == numbers.end() ? number : found->second;
+}
+
+/// Makes lines of differences and tells of which song of the page each one is.
+class ChangeCollector {
+ public:
+  /// Takes a line and the number of its song on the page; empty for none.
+  using LineSink = std::function<void(const std::string& number, const DifferenceLine& line)>;
+
+  explicit ChangeCollector(LineSink sink)
+      : lines_([sink = std::move(sink), this](const DifferenceLine& line) {
+          if (line.is_about_song) return sink(about_, line);
+          const auto found = here_.find(line.song);
+          sink(found == here_.end() ? line.song : found->second, line);
+        }) {}
+
+  void Add(const Difference& difference) {
+    if (difference.subject != Subject::kSong) return lines_.Add(difference);
+    lines_.Finish();
+    if (difference.action == Action::kRenumbered) {
+      here_[difference.song] = difference.after;
+      numbers_[difference.after] = difference.song;
+    }
+    about_ = difference.action == Action::kRenumbered ? difference.after : difference.song;
+    if (difference.action == Action::kDropped) about_.clear();  // it is not on the page
+    lines_.Add(difference);
+    lines_.Finish();
+  }
+
+  std::map<std::string, std::string> Finish() {
+    lines_.Finish();
+    return std::move(numbers_);
+  }
+
+ private:
+  std::string about_;                           ///< the song of the page that a line names
+  std::map<std::string, std::string> here_;     ///< numbers on the page, by the earlier ones
+  std::map<std::string, std::string> numbers_;  ///< the other way round
+  DifferenceLines lines_;
+};
+
+}  // namespace
+
+PageChanges::PageChanges(const Document& show, const zuna_midi::ShowData& model, const PageContent& content) {
+  if (content.losses) {
+    names_ = kInLegacyFormat;
+    AddLosses(show, content.log != nullptr, show_);
+    if (content.log != nullptr) AddLosses(*content.log, true, log_);
+  } else {
+    if (content.earlier_show != nullptr || content.earlier_log != nullptr) names_ = kSinceEarlier;
+    if (content.earlier_show != nullptr) AddChanges(*content.earlier_show, show, show_);
+    if (content.earlier_log != nullptr) AddChanges(*content.earlier_log, *content.log, log_);
+  }
+  MoveOthersToWhole(model);
+}
+
+void PageChanges::MoveOthersToWhole(const zuna_midi::ShowData& model) {
+  for (auto i = changes_.begin(); i != changes_.end();) {
+    const auto current = i++;
+    if (current->first.empty() || model.songs().contains(current->first)) continue;
+    for (const std::string& line : current->second.lines) {
+      AddLine("", "song " + NumberText(current->first) + ": " + line);
+    }
+    changes_[""].more += current->second.more;
+    changes_.erase(current);
+  }
+}
+
+void PageChanges::AddLine(const std::string& number, const std::string& text) {
+  ViewedChanges& changes = changes_[number];
+  if (changes.lines.size() < kMostOfAKind) {
+    changes.lines.push_back(text);
+  } else {
+    ++changes.more;
+  }
+}
+
+void PageChanges::AddChanges(const Document& before, const Document& after, Other& other) {
+  ChangeCollector collector([this](const std::string& number, const DifferenceLine& line) {
+    const std::vector<std::string>& lines = changes_[number].lines;
+    // Show and log both tell what became of a song.
+    const bool is_told =
+        line.is_about_song && std::find(lines.begin(), lines.end(), line.text) != lines.end();
+    if (!is_told) AddLine(number, line.text);
+  });
+  Compare(before, after, [&](const Difference& difference) {
+    const bool is_added = difference.subject == Subject::kSong && difference.action == Action::kAdded;
+    if (is_added && !after.type().is_log()) changes_[difference.song].is_added = true;
+    collector.Add(difference);
+  });
+  other.numbers = collector.Finish();
+  other.current = CurrentForm(before);
+}
+
+void PageChanges::AddLosses(const Document& document, bool has_companion, Other& other) {
+  RequireCurrent(document.type(), document.name());
+  other.legacy = Down(document);
+  std::map<std::string, DifferenceGroups> groups;
+  LossesOfDown(document, *other.legacy, [&](const Difference& loss) { groups[loss.song].Add(loss); });
+  for (const auto& [number, songs_groups] : groups) {
+    for (const DifferenceGroups::Group& group : songs_groups.groups()) {
+      Difference first = group.first;
+      first.song.clear();  // the page tells it
+      const bool is_harmless = IsHarmless(first) && (has_companion || !IsInCompanion(first.subject));
+      const LossKind kind{CodeText(first), first.subject, first.action, false, is_harmless, group.count};
+      AddLine(number, KindLine(kind, first));
+    }
+  }
+  other.current = CurrentForm(*other.legacy);
+}
+
+OtherSong PageChanges::Of(const zuna_midi::SongData& song, const CL::SongLog* log) const {
+  static const CL::SongLog kNoEdits("", "", 0, 0);
+  OtherSong other;
+  other.names = names_;
+  const auto changes = changes_.find(song.song_number);
+  const bool is_added = changes != changes_.end() && changes->second.is_added;
+  if (show_.current && !is_added) {
+    other.song = FindSong(show_.current->As<zuna_midi::ShowData>()->songs(),
+                          OtherNumber(show_.numbers, song.song_number));
+  }
+  if (other.song != nullptr) {
+    other.voices = show_.legacy ? PairByTrack(*song.voice_data,
+                                              show_.legacy->As<LegacyShow>()->show.songs.at(song.song_number),
+                                              *other.song->voice_data)
+                                : PairByName(*song.voice_data, *other.song->voice_data);
+  }
+  if (log_.current && log != nullptr) {
+    other.log =
+        FindSong(log_.current->As<CL::ChangeLog>()->song_logs(), OtherNumber(log_.numbers, song.song_number));
+    if (other.log == nullptr) other.log = &kNoEdits;
+  }
+  return other;
+}
+
+std::string PageChanges::CountText(const ViewedChanges& changes) const {
+  const std::size_t count = changes.lines.size() + changes.more;
+  const bool are_losses = names_.row == kInLegacyFormat.row;
+  if (count == 0) return are_losses ? "no losses" : "no changes";
+  return are_losses ? Counted(count, "kind of loss", "kinds of losses") : Counted(count, "change", "changes");
+}
+
+std::string ChangesList(const PageChanges& changes, const ViewedChanges& of_song) {
+  if (of_song.lines.empty()) return "";
+  std::string list =
+      "<details class=\"changes\" open>" + Element("summary", changes.CountText(of_song)) + "<ul>\n";
+  for (const std::string& line : of_song.lines) list += Element("li", line) + "\n";
+  return list + "</ul></details>\n" + MoreText(of_song.more, "change", "changes");
+}
+
+}  // namespace zuna_toolkit
