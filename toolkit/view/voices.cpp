@@ -1,6 +1,7 @@
 // The rows of the voices: notes as a piano roll, or how many there are where they do not fit.
 #include <algorithm>
 #include <array>
+#include <set>
 #include <vector>
 
 #include "format_converter/version0/conversions/track_ids.h"
@@ -15,10 +16,13 @@ namespace zuna_toolkit {
 
 namespace {
 
+constexpr int kMostParts = 2000;  // of a picture, in which notes are counted
+
 constexpr int kVoiceRow = 44;   // units
 constexpr int kVoiceRoll = 32;  // of it: the notes
 constexpr int kAboveRoll = 4;   // above them
 constexpr int kBelowRoll = 40;  // where the line of controllers is, below the top
+
 /// "C4" for key 60
 std::string KeyName(int key) {
   constexpr std::array<const char*, 12> kNames = {"C",  "C♯", "D",  "D♯", "E",  "F",
@@ -38,23 +42,20 @@ PathData RollPath(const std::vector<DrawnNote>& notes, const VoiceContent& voice
   return path;
 }
 
-/// A stroke wherever one of `notes` begins, for more of them than there is room for.
-PathData StrokesPath(std::vector<DrawnNote> notes, int top) {
-  const auto earlier = [](const DrawnNote& a, const DrawnNote& b) { return a.x < b.x; };
-  std::sort(notes.begin(), notes.end(), earlier);
+/// A stroke in each part of the picture where one of `notes` begins, for more of them than there is room for.
+PathData StrokesPath(const std::vector<DrawnNote>& notes, int width, int top) {
+  const int part = std::max(width / kMostParts, 1);  // units across
+  std::set<int> parts;
+  for (const DrawnNote& note : notes) parts.insert((note.x - Scale::kNames) / part);
   PathData path;
-  int last = -1;
-  for (const DrawnNote& note : notes) {
-    if (note.x == last) continue;
-    last = note.x;
-    path.MoveTo(note.x, top + kAboveRoll).DownBy(kVoiceRoll);
+  for (const int index : parts) {
+    path.MoveTo(Scale::kNames + index * part, top + kAboveRoll).DownBy(kVoiceRoll);
   }
   return path;
 }
 
 /// How many notes begin in each part of the picture, as the outline of an area.
 PathData DensityPath(const VoiceContent& voice, const Scale& scale, int top) {
-  constexpr int kMostParts = 2000;
   const int parts = std::min(scale.width / 2, kMostParts);
   std::vector<std::size_t> counts(static_cast<std::size_t>(parts) + 1);
   for (const DrawnNote& note : voice.notes) {
@@ -125,7 +126,7 @@ void DrawMarks(const MarkedContent& marks, const VoiceContent& voice, const Roll
                std::string_view css_class, Drawing& drawing) {
   const bool has_room = marks.notes.size() <= static_cast<std::size_t>(style.width);
   const PathData notes = has_room ? RollPath(marks.notes, voice, style.is_drums, style.top)
-                                  : StrokesPath(marks.notes, style.top);
+                                  : StrokesPath(marks.notes, style.width, style.top);
   drawing.rows += notes.Element(css_class) + ControlsPath(marks.controls, style.top).Element(css_class);
 }
 
