@@ -38,6 +38,7 @@ enum class ErrorCode {
   kPlainFile,            ///< "plain-file"
   kMidiFile,             ///< "midi-file"
   kArchive,              ///< "archive"
+  kEncryptedTwice,       ///< "encrypted-twice"
   kUnsupportedEnvelope,  ///< "unsupported-envelope"
   kCutOff,               ///< "cut-off"
   kBytesAfterEnd,        ///< "bytes-after-end"

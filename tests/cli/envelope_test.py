@@ -97,6 +97,14 @@ class EnvelopeTest(WithShows):
         self.refuse("encrypt", "new.showdata", "-o", "out", "--force", code=REFUSED,
                     message="new.showdata: is encrypted already; give --no-verify to encrypt it again")
         self.run_tool("encrypt", "new.showdata", "-o", "out", "--no-verify")
+        for command in (("info", "out"), ("dump", "out"), ("dump", "--offsets", "out"), ("check", "out"), ("print", "out"),
+                        ("convert", "out", "--to", "1.1", "-o", "more"), ("up", "out", "-o", "more"),
+                        ("down", "out", "-o", "more"), ("view", "out", "-o", "more"), ("diff", "out", "new.showdata"),
+                        ("rescue", "out", "-o", "more")):
+            done = self.run_tool(*command, code=BAD_INPUT)
+            self.assertEqual(done.stderr, b"zuna-convert: out: was encrypted twice; use decrypt first [encrypted-twice]\n")
+        self.run_tool("decrypt", "out", "-o", "more")
+        self.assertEqual(self.read("more"), self.read("new.showdata"))
         self.assertEqual(self.plaintext("out"), self.read("new.showdata"))
 
     def test_reads_a_text_form_before_it_encrypts_it(self):

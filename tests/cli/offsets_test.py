@@ -6,7 +6,7 @@ import re
 import unittest
 
 from terminal import run_on_terminal
-from tool import BAD_INPUT, IO, OR_RESCUE, TOOL, USAGE, ToolTest, without_codes
+from tool import BAD_INPUT, IO, OR_RESCUE, TOOL, USAGE, ToolTest, midi_file, without_codes
 
 EXAMPLES = pathlib.Path(__file__).parents[2] / "examples"
 KINDS = ("showdata", "logdata")
@@ -70,6 +70,13 @@ class OffsetsTest(ToolTest):
         ends = [0, *(end for _, end, _, _ in fields)]
         self.assertEqual([begin for begin, _, _, _ in fields], ends[:-1])
         self.assertEqual(ends[-1], size)
+
+    def test_lists_no_fields_of_other_formats(self):
+        for content, message in ((midi_file(b""), "is a MIDI file; use midi import"),
+                                 (b"PK\3\4" + bytes(50), "is a zip archive; unpack it, and give the file that comes out"),
+                                 (b"a" * 257 + b"ustar", "is a tar archive; unpack it, and give the file that comes out")):
+            self.write("other", content)
+            self.refuse("dump", "--offsets", "other", code=BAD_INPUT, message=f"other: {message}")
 
     def test_takes_every_byte_of_every_version(self):
         self.assertEqual(len(self.names), 9)

@@ -3,6 +3,7 @@
 #include <functional>
 #include <istream>
 #include <numeric>
+#include <span>
 #include <sstream>
 #include <vector>
 
@@ -144,14 +145,22 @@ void RequireNoDamagedMark(std::istream& stream) {
 }
 
 void RequireEncryptedOrLegacySong(OpenedFile& file) {
-  if (file.is_encrypted() || HoldsLegacySong(file.stream())) return;
-  constexpr std::size_t kMarkSize = 8;  // bytes; those of an encrypted file are the same
-  const std::string start = StartOf(file.stream(), kMarkSize);
+  if (HoldsLegacySong(file.stream())) return;
+  constexpr std::size_t kProbe = 512;   // bytes, which tell other formats
+  constexpr std::size_t kMarkSize = 8;  // bytes of them, which encrypted files have in common
+  const std::string start = StartOf(file.stream(), kProbe);
+  const std::vector<std::uint8_t> bytes(start.begin(), start.end());
   OnFile(file.name(), [&] {
+    if (file.is_encrypted()) return RequireEncryptedOnce(bytes);
     RequireNoOtherFormat(start);
-    const zuna_sec::TwoFishCipherStream refused(std::vector<std::uint8_t>(start.begin(), start.end()), {},
-                                                {});
+    const auto mark = std::span(bytes).first(std::min(bytes.size(), kMarkSize));
+    const zuna_sec::TwoFishCipherStream refused(std::vector(mark.begin(), mark.end()), {}, {});
   });
+}
+
+void RequireEncryptedOnce(std::span<const std::uint8_t> plaintext) {
+  if (!IsEncrypted(plaintext)) return;
+  throw Error(ErrorCode::kEncryptedTwice, "", "was encrypted twice", "use decrypt first");
 }
 
 version0::ShowData ReadUnmarkedShow(std::istream& stream) {

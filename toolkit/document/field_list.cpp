@@ -2,6 +2,7 @@
 #include "toolkit/document/field_list.h"
 
 #include <algorithm>
+#include <array>
 #include <istream>
 #include <string_view>
 
@@ -52,6 +53,13 @@ void ListReadable(const FieldSource& source, const cmn::TakeField& take) {
   zuna_midi::ListFields(source.plaintext, take);
 }
 
+/// Whether an error says that a file is no show and no log.
+bool IsOfOtherKind(ErrorCode code) {
+  constexpr std::array kCodes = {ErrorCode::kNotAShowOrLog, ErrorCode::kNotEncrypted, ErrorCode::kMidiFile,
+                                 ErrorCode::kArchive, ErrorCode::kEncryptedTwice};
+  return std::find(kCodes.begin(), kCodes.end(), code) != kCodes.end();
+}
+
 }  // namespace
 
 FieldSource FieldSourceOf(OpenedFile& file) {
@@ -59,8 +67,7 @@ FieldSource FieldSourceOf(OpenedFile& file) {
   try {
     source.type = ReadDocument(file).type();
   } catch (const Error& error) {
-    const ErrorCode code = error.code();
-    if (code == ErrorCode::kNotAShowOrLog || code == ErrorCode::kNotEncrypted) throw;
+    if (IsOfOtherKind(error.code())) throw;
     source.damage = error;
     source.type = error.code() == ErrorCode::kTextError ? TypeInText(file.stream()) : TypeByMark(file);
   }

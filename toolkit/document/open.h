@@ -67,7 +67,7 @@ ZUNA_API bool IsEncrypted(std::span<const std::uint8_t> bytes);
 /// as one to be sure. Throws Error: kNotAShowOrLog where `file` is no show and no log of any version,
 /// kTextError for a text that does not state what it holds, kUnsupportedVersion; and kNotEncrypted, kMidiFile
 /// or kArchive where `file` is not encrypted, and neither a mark nor a song tells that it is a plain show or
-/// log.
+/// log; kEncryptedTwice where what it holds is encrypted again.
 ZUNA_API FileType Detect(OpenedFile& file);
 
 /// What a caller reads.

@@ -9,7 +9,7 @@ namespace zuna_toolkit {
 
 namespace {
 
-/// What an archive or a compressed file begins with: at most eight bytes, as the caller may have no more.
+/// What an archive or a compressed file begins with.
 struct ArchiveMark {
   std::string_view bytes;
   const char* problem;
@@ -25,6 +25,18 @@ constexpr std::array kArchiveMarks = {
     ArchiveMark{"\x28\xB5\x2F\xFD", "is compressed with zstd"},
 };
 
+/// Throws Error (kArchive) without a file.
+[[noreturn]] void ThrowArchive(const char* problem) {
+  throw Error(ErrorCode::kArchive, "", problem, "unpack it, and give the file that comes out");
+}
+
+/// Whether `bytes` begin like a tar archive, which has its mark behind the fields of its first file (POSIX,
+/// pax, "ustar Interchange Format").
+bool IsTar(std::string_view bytes) {
+  constexpr std::size_t kMark = 257;
+  return bytes.size() > kMark && bytes.substr(kMark).starts_with("ustar");
+}
+
 }  // namespace
 
 void RequireNoOtherFormat(std::string_view bytes) {
@@ -32,10 +44,9 @@ void RequireNoOtherFormat(std::string_view bytes) {
     throw Error(ErrorCode::kMidiFile, "", "is a MIDI file", "use midi import");
   }
   for (const ArchiveMark& mark : kArchiveMarks) {
-    if (bytes.starts_with(mark.bytes)) {
-      throw Error(ErrorCode::kArchive, "", mark.problem, "unpack it, and give the file that comes out");
-    }
+    if (bytes.starts_with(mark.bytes)) ThrowArchive(mark.problem);
   }
+  if (IsTar(bytes)) ThrowArchive("is a tar archive");
 }
 
 }  // namespace zuna_toolkit

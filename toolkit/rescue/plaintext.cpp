@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "cmn/file_format.h"
+#include "toolkit/document/internal/content.h"
 #include "toolkit/document/internal/legacy_damage.h"
 #include "toolkit/document/internal/other_formats.h"
 #include "toolkit/error.h"
@@ -110,7 +111,9 @@ std::optional<Plaintext> DecryptTransferred(std::span<const std::uint8_t> bytes,
 
 Plaintext DecryptFirst(std::span<const std::uint8_t> bytes, const CipherKey& key, Accept accept) {
   try {
-    return Decrypted(bytes, key);
+    Plaintext plaintext = Decrypted(bytes, key);
+    if (plaintext.authentic) RequireEncryptedOnce(plaintext.bytes);
+    return plaintext;
   } catch (const zuna_sec::EmptyError&) {
     throw;
   } catch (const zuna_sec::ChangedInTransferError&) {

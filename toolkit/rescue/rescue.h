@@ -70,7 +70,7 @@ struct Rescued {
 /// decrypted although they were changed or cut, and those that were copied as text where that can be undone.
 /// In time and memory that grow with the size. Songs of one number are all kept, under numbers of their own.
 /// Throws Error: kWrongKey and kNoKey, kCutOff for an encrypted file that ends inside its header,
-/// kChangedInTransfer, kMidiFile and kArchive for files of other formats, what OpenedFile::FromBytes() throws
+/// kChangedInTransfer, kEncryptedTwice, kMidiFile and kArchive for files of other formats, what OpenedFile::FromBytes() throws
 /// for a file that is not encrypted where `accept` wants that, kNothingToSave where no song came back
 /// (kTextError for a text that is not encrypted), and kInternal where what came back would not be read back
 /// as it is written.

@@ -134,7 +134,8 @@ TEST_F(OpenTest, KnowsArchives) {
         std::pair{"Rar!\x1A\7"s, "is a RAR archive"}, std::pair{"\x1F\x8B\x08"s, "is compressed with gzip"},
         std::pair{"BZh91AY&SY"s, "is compressed with bzip2"},
         std::pair{"\xFD\x37zXZ\0"s, "is compressed with xz"},
-        std::pair{"\x28\xB5\x2F\xFD"s, "is compressed with zstd"}}) {
+        std::pair{"\x28\xB5\x2F\xFD"s, "is compressed with zstd"},
+        std::pair{std::string(257, 'a') + "ustar"s, "is a tar archive"}}) {
     const Error error = ErrorOf(mark + std::string(100, '\x91'));
     EXPECT_EQ(error.code(), ErrorCode::kArchive);
     EXPECT_EQ(error.parts().problem, problem);

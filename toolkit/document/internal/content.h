@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <iosfwd>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -42,9 +44,13 @@ void RequireReadableText(std::istream& stream);
 /// form.
 void RequireNoDamagedMark(std::istream& stream);
 
-/// Throws Error (kNotEncrypted, kMidiFile, kArchive) where `file`, which has no mark, is neither encrypted
-/// nor a legacy show of which a song can be read: nothing tells that it is a show or a log.
+/// Throws Error where nothing tells that `file`, which has no mark, is a show or a log: it is no legacy show
+/// of which a song can be read, and is not encrypted (kNotEncrypted, kMidiFile, kArchive) or was encrypted
+/// twice (kEncryptedTwice).
 void RequireEncryptedOrLegacySong(OpenedFile& file);
+
+/// Throws Error (kEncryptedTwice) without a file where `plaintext` begins like an encrypted file.
+void RequireEncryptedOnce(std::span<const std::uint8_t> plaintext);
 
 /// Reads a legacy show from the beginning of the stream, which is behind its last song then. A show without
 /// songs is a single byte: where more follows, such as in a file of zeros, throws Error (kNotAShowOrLog)
