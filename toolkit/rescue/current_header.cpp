@@ -1,6 +1,10 @@
 // The header of binary files of current versions, which may be damaged (docs/format-1.md).
 #include "toolkit/rescue/internal/current_header.h"
 
+#include <sstream>
+
+#include "cmn/version_probe.h"
+#include "toolkit/document/document.h"
 #include "toolkit/rescue/internal/record_bytes.h"
 
 namespace zuna_toolkit {
@@ -31,6 +35,16 @@ std::uint64_t StatedSize(std::string_view plaintext) {
 cmn::FileVersion StatedVersion(std::string_view plaintext) {
   return {static_cast<std::uint8_t>(plaintext[kVersionOffset]),
           static_cast<std::uint8_t>(plaintext[kVersionOffset + 1])};
+}
+
+std::optional<cmn::FileVersion> UnknownVersion(std::string_view plaintext) {
+  constexpr std::size_t kProbe = 65536;  // bytes, among which a text form states its version
+  std::istringstream stream{std::string(plaintext.substr(0, kProbe))};
+  const cmn::FileVersion show = cmn::get_showdata_version(stream);
+  const cmn::FileVersion version = show != kLegacyVersion ? show : cmn::get_logdata_version(stream);
+  const cmn::FileKind kind = show != kLegacyVersion ? cmn::FileKind::kShow : cmn::FileKind::kLog;
+  const bool is_known = version == kLegacyVersion || cmn::IsSupported(kind, version);
+  return is_known ? std::nullopt : std::optional(version);
 }
 
 bool HasChecksum(cmn::FileVersion version) { return version.major == 1 && version.minor > 0; }

@@ -6,6 +6,7 @@
 #include "cmn/data_error.h"
 #include "toolkit/document/text_form.h"
 #include "toolkit/error.h"
+#include "toolkit/rescue/internal/current_header.h"
 #include "toolkit/rescue/internal/current_songs.h"
 #include "toolkit/rescue/internal/salvage.h"
 
@@ -111,8 +112,15 @@ class TextSalvage {
     model_ = *head->template As<typename Kind::Model>();
   }
 
-  /// The text form `text` of any current version, if it is one.
-  static std::optional<Document> ReadHeadOf(const std::string& text) {
+  /// The text form `text` of any current version, if it is one. An unknown version is taken for the text
+  /// version.
+  static std::optional<Document> ReadHeadOf(std::string text) {
+    if (const auto unknown = UnknownVersion(text)) {
+      const std::string stated = '"' + cmn::VersionText(*unknown) + '"';
+      const std::size_t at = text.find(stated);
+      if (at != std::string::npos)
+        text.replace(at, stated.size(), '"' + cmn::VersionText(kTextVersion) + '"');
+    }
     try {
       Document head = ReadTextForm(text, "");
       if (head.As<typename Kind::Model>() != nullptr) return head;

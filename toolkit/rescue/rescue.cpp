@@ -44,7 +44,11 @@ Rescued SalvageFrom(const Plaintext& plaintext, const std::string& name, bool is
   RescueReport& report = salvage.report;
   CloseReport(report, plaintext.bytes.size(), std::max(plaintext.missing_bytes, salvage.missing_bytes));
   report.changed = report.changed || plaintext.changed;
-  if (salvage.wants_checksum) {
+  if (const auto unknown = UnknownVersion(AsText(plaintext.bytes))) {
+    report.remarks.push_back("states version " + cmn::VersionText(*unknown) +
+                             ", which this release does not know; it is read as version " +
+                             cmn::VersionText(salvage.version));
+  } else if (salvage.wants_checksum) {
     report.changed = true;
     report.remarks.emplace_back(kWrongChecksum);
   } else if (!is_read && report.complete() && report.remarks.empty()) {

@@ -31,8 +31,14 @@ std::optional<Document> ReadWithHeader(const Plaintext& plaintext, const std::st
   return std::nullopt;
 }
 
-bool IsTextForm(const Plaintext& plaintext) {
-  return AsText(plaintext.bytes).starts_with(cmn::kTextFormStart);
+/// The text form `plaintext` of any version, if it is one.
+std::optional<Document> ReadText(std::string_view plaintext, const std::string& name) {
+  if (!plaintext.starts_with(cmn::kTextFormStart)) return std::nullopt;
+  try {
+    return ReadTextForm(plaintext, name);
+  } catch (const Error&) {
+    return std::nullopt;
+  }
 }
 
 }  // namespace
@@ -62,20 +68,18 @@ std::optional<Rescued> ReadInOtherForm(const Plaintext& plaintext, const std::st
     rescued.report.remarks.emplace_back("the header of its content is damaged");
     return rescued;
   }
-  if (!IsTextForm(plaintext)) return std::nullopt;
-  try {
-    Rescued rescued = WholeOf(ReadTextForm(AsText(plaintext.bytes), name), plaintext.authentic);
-    rescued.report.stated_songs.reset();
-    return rescued;
-  } catch (const Error&) {
-    return std::nullopt;
-  }
+  auto text = ReadText(AsText(plaintext.bytes), name);
+  if (!text) return std::nullopt;
+  Rescued rescued = WholeOf(std::move(*text), plaintext.authentic);
+  rescued.report.stated_songs.reset();
+  return rescued;
 }
 
 bool IsDocument(std::string_view plaintext) {
   ByteVector bytes(plaintext.begin(), plaintext.end());
-  const auto document = ReadWhole(bytes, "");
+  auto document = ReadWhole(bytes, "");
   kit::Wipe(bytes);
+  if (!document) document = ReadText(plaintext, "");
   return document && WholeOf(*document, false).report.saved() > 0;
 }
 

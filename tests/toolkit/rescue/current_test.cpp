@@ -304,6 +304,20 @@ TEST(RescueOfCurrentSongs, TellsBytesAfterTheStatedEnd) {
   }
 }
 
+TEST(RescueOfCurrentSongs, TellsAVersionThatIsNotKnown) {
+  ShowFile file;
+  file.bytes[9] = 3;
+  file.bytes.back() = static_cast<char>(file.bytes.back() ^ 1);  // Such a file has another checksum.
+  const Rescued rescued = zuna_test::RescuedOf(file.bytes);
+  EXPECT_EQ(rescued.report.saved(), kSongs);
+  EXPECT_EQ(rescued.document.type().version, (cmn::FileVersion{1, 2}));
+  EXPECT_EQ(rescued.report.remarks,
+            (Texts{"is not encrypted",
+                   "states version 1.3, which this release does not know; it is read as version 1.2"}));
+  EXPECT_FALSE(rescued.report.changed);
+  EXPECT_FALSE(rescued.report.songs.front().vouched);
+}
+
 TEST(RescueOfCurrentSongs, ChecksTheChecksumAtTheStatedEnd) {
   ShowFile file;
   file.bytes.back() = static_cast<char>(file.bytes.back() ^ 1);

@@ -3,12 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <sstream>
 #include <utility>
 
 #include "tests/support/legacy_samples.h"
 #include "tests/support/rescue_accounts.h"
 #include "tests/support/sample_models.h"
 #include "tests/toolkit/rescue/rescue_samples.h"
+#include "toolkit/document/text_form.h"
 
 namespace {
 
@@ -132,6 +134,21 @@ TEST(RescueOfJoinedFiles, TellsMixedOnes) {
   RescuedOfJoined(LegacyShow(), LegacyLog());
   RescuedOfJoined(LegacyLog(), CurrentShow({1, 1}));
   RescuedOfJoined(LegacyLog(), LegacyShow());
+}
+
+TEST(RescueOfJoinedFiles, TellsTextsOfEveryVersion) {
+  const auto text_of = [](const zuna_toolkit::Document& document) {
+    std::ostringstream text;
+    zuna_toolkit::WriteTextForm(document, text);
+    return text.str();
+  };
+  const std::vector<std::string> texts = {
+      text_of({zuna_test::SampleShow(), {1, 2}, ""}), text_of({zuna_test::SampleLog(), {1, 1}, ""}),
+      text_of({zuna_toolkit::LegacyShow{zuna_test::SampleLegacyShow()}, zuna_toolkit::kLegacyVersion, ""}),
+      text_of({zuna_test::SampleShow(), {2, 0}, ""})};
+  for (const std::string& first : texts) {
+    for (const std::string& second : texts) RescuedOfJoined(first, second);
+  }
 }
 
 TEST(RescueOfJoinedFiles, TellsThemWhereOneIsDamaged) {

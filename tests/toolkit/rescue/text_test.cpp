@@ -45,6 +45,20 @@ TEST(RescueOfAText, SkipsAByteOrderMarkBeforeAText) {
   }
 }
 
+TEST(RescueOfAText, TellsAVersionThatIsNotKnown) {
+  for (const std::string version : {"2.1", "2.10"}) {
+    std::string text = Text();
+    text.replace(text.find("2.0"), 3, version);
+    const Rescued rescued = RescuedOf(text);
+    EXPECT_TRUE(rescued.report.complete());
+    EXPECT_EQ(rescued.document.As<zuna_midi::ShowData>()->show_name, "Hä");
+    EXPECT_EQ(
+        rescued.report.remarks,
+        (Texts{"is not encrypted", "states version " + version +
+                                       ", which this release does not know; it is read as version 2.0"}));
+  }
+}
+
 TEST(RescueOfAText, TellsThatTheEndOfATextIsMissing) {
   const std::string text = Text();
   const Rescued rescued = RescuedOf(text.substr(0, text.find_last_of(']')));
