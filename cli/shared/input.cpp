@@ -3,6 +3,7 @@
 
 #include <unistd.h>
 
+#include <optional>
 #include <utility>
 
 #include "cli/terminal/standard_streams.h"
@@ -28,16 +29,36 @@ std::vector<std::uint8_t> ReadInput(const std::string& path, std::size_t limit) 
   return {file.bytes().begin(), file.bytes().end()};
 }
 
+namespace {
+
+/// Whether `bytes`, which are encrypted, are so with an empty key and IV.
+bool OpensWithEmptyKey(const std::vector<std::uint8_t>& bytes, const std::string& name) {
+  try {
+    const OpenedFile opened = OpenedFile::FromBytes(bytes, name, {});
+    return true;
+  } catch (const zuna_toolkit::Error& error) {
+    return error.kind() != zuna_toolkit::ErrorKind::kWrongKey;
+  }
+}
+
+}  // namespace
+
 OpenedInput DecryptInput(const std::vector<std::uint8_t>& bytes, const std::string& name, const Keys& keys,
                          zuna_toolkit::Accept accept) {
+  std::optional<zuna_toolkit::Error> wrong_key;
   for (const zuna_toolkit::SecretKey& key : keys) {
     try {
       return {OpenedFile::FromBytes(bytes, name, key.material(), accept), &key.material()};
     } catch (const zuna_toolkit::Error& error) {
-      const bool other_key_helps = error.kind() == zuna_toolkit::ErrorKind::kWrongKey;
-      if (!other_key_helps || keys.size() == 1) throw;
+      if (error.kind() != zuna_toolkit::ErrorKind::kWrongKey) throw;
+      wrong_key = error;
     }
   }
+  if (OpensWithEmptyKey(bytes, name)) {
+    throw Failure(ErrorCode::kWrongKey, name, "was encrypted with an empty key, and a key is given",
+                  "give no --key-file and no ZUNA_KEY_FILE");
+  }
+  if (keys.size() == 1) throw zuna_toolkit::Error(*wrong_key);
   throw Failure(
       ErrorCode::kWrongKey, name,
       "none of the " + std::to_string(keys.size()) + " keys and IVs is the one that this was encrypted with",

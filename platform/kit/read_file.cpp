@@ -76,7 +76,8 @@ FileBytes ReadWholeFile(int descriptor, const std::string& name, std::size_t lim
     if (count < 0) {
       const int error = errno;
       if (error == EAGAIN && WaitForBytes(descriptor)) continue;
-      ThrowIoError(name, kit::format("cannot be read (offset %zu)", bytes.size), error);
+      const std::string place = bytes.size == 0 ? "" : kit::format(" (offset %zu)", bytes.size);
+      ThrowIoError(name, "cannot be read" + place, error);
     }
     if (count == 0) return bytes;
     bytes.size += static_cast<std::size_t>(count);

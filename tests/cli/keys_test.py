@@ -8,6 +8,7 @@ from tool import (BAD_INPUT, IO, PART_FAILED, REFUSED, USAGE, WRONG_KEY, WithLog
 
 NONE_GIVEN = "is encrypted with a key, and none was given; name its key file with --key-file or ZUNA_KEY_FILE"
 WRONG = "the key or the IV is not the one that this was encrypted with; give the right key file"
+NEEDS_NONE = "was encrypted with an empty key, and a key is given; give no --key-file and no ZUNA_KEY_FILE"
 NO_KEY = ("states no key, and an empty one protects nothing; give it a line \"key = HEX\", or give --empty-key")
 NO_NAME = "names no key file, and an empty key protects nothing; name one, or give --empty-key to use no key"
 EMPTY = ("is encrypted with an empty key, which protects nothing; name a key file with --key-file or "
@@ -19,6 +20,12 @@ class KeyTest(WithShows):
         super().setUp()
         self.write_key("key", "# the key\nkey = 00112233\r\n\n  iv=AABBccdd # the IV\n")
         self.run_tool("--key-file", "key", "encrypt", "old.logdata", "-o", "secret")
+
+    def test_tells_where_a_file_needs_no_key(self):
+        self.run_tool("--empty-key", "encrypt", "old.logdata", "-o", "open", "--key-file", "")
+        self.write_key("other", "key = 44\niv = 55\n")
+        for keys in (["--key-file", "key"], ["--key-file", "key", "--key-file", "other"]):
+            self.refuse("info", "open", *keys, code=WRONG_KEY, message="open: " + NEEDS_NONE)
 
     def test_takes_the_key_from_option_or_environment(self):
         self.environment["ZUNA_KEY_FILE"] = "key"
@@ -189,7 +196,7 @@ class EmptyKeyTest(WithShows):
         self.run_tool("list", ".", code=REFUSED)
         self.assertEqual(self.run_tool("decrypt", "open", "-o", "-", "--empty-key").stdout, self.plain)
         self.run_tool("info", "open", "--key-file", "key", "--key-file", "", "--empty-key")
-        self.refuse("info", "open", "--key-file", "key", code=WRONG_KEY, message="open: " + WRONG)
+        self.refuse("info", "open", "--key-file", "key", code=WRONG_KEY, message="open: " + NEEDS_NONE)
 
     def test_refuses_a_key_file_with_an_empty_key(self):
         for content in ("", "key =\niv =\n", "key =\niv = 00\n", "iv =\n", "# key = 00\n"):

@@ -34,6 +34,15 @@ Error NotAShowOrLog(const std::string& name) {
   return {ErrorCode::kNotAShowOrLog, name, "is no show and no log of any version", "give an undamaged file"};
 }
 
+/// Throws Error (kTextError) about the first byte of a text.
+[[noreturn]] void ThrowAtBegin(const char* problem, const char* remedy) {
+  ErrorParts parts;
+  parts.problem = problem;
+  parts.remedy = remedy;
+  parts.offset = 0;
+  throw Error(ErrorCode::kTextError, std::move(parts));
+}
+
 bool IsReadableLegacyShow(std::istream& stream) {
   Rewind(stream);
   bool readable = true;
@@ -113,12 +122,10 @@ void RequireReadableText(std::istream& stream) {
   const std::string start = StartOf(stream, kTextFormProbe);
   if (!BeginsLikeTextForm(start) || IsReadableLegacyShow(stream)) return;
   if (WithoutByteOrderMark(start) != start) {
-    throw Error(ErrorCode::kTextError, "", "a byte order mark stands before the text (at byte 0)",
-                "save the text without it");
+    ThrowAtBegin("a byte order mark stands before the text (at byte 0)", "save the text without it");
   }
   if (start.front() != cmn::kTextFormStart) {
-    throw Error(ErrorCode::kTextError, "", "blanks stand before the text (at byte 0)",
-                "remove them, so that \"{\" comes first");
+    ThrowAtBegin("blanks stand before the text (at byte 0)", "remove them, so that \"{\" comes first");
   }
   const bool is_show = cmn::get_showdata_version(stream) != kLegacyVersion;
   const bool is_log = cmn::get_logdata_version(stream) != kLegacyVersion;

@@ -58,13 +58,17 @@ std::optional<std::size_t> BeginOfList(std::string_view text, std::string_view k
   return at + 1;
 }
 
-/// The text between the quotation marks after `key` in an object that cannot be read, as it is written there.
+/// What stands after `key` in an object that cannot be read, as it is written there: the text between its
+/// quotation marks, or what it has in place of a text.
 std::string RawTextOf(std::string_view object, std::string_view key) {
   const std::size_t found = object.find(key);
   if (found == std::string_view::npos) return "";
-  const std::size_t begin = object.find('"', found + key.size());
-  const std::size_t end = begin == std::string_view::npos ? begin : object.find('"', begin + 1);
-  return end == std::string_view::npos ? "" : std::string(object.substr(begin + 1, end - begin - 1));
+  std::size_t begin = object.find_first_not_of(" \t\r\n:", found + key.size());
+  if (begin == std::string_view::npos) return "";
+  const bool is_text = object[begin] == '"';
+  begin += is_text ? 1 : 0;
+  const std::size_t end = object.find_first_of(is_text ? "\"" : " \t\r\n,]}", begin);
+  return end == std::string_view::npos ? "" : std::string(object.substr(begin, end - begin));
 }
 
 template <typename Kind>

@@ -1,5 +1,6 @@
 // What is left of a damaged legacy show (docs/format-0.md, "show_data").
 #include <algorithm>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <sstream>
@@ -43,7 +44,7 @@ class ShowSalvage {
       report_.framing = {{0, kCountSize}};
     }
     WalkSongs(*this, std::min(kCountSize, bytes_.size()), bytes_.size());
-    return {LegacyShow{NumberedShow()}, kLegacyVersion, std::move(report_)};
+    return {LegacyShow{NumberedShow()}, kLegacyVersion, std::move(report_), missing_bytes_};
   }
 
   std::optional<std::size_t> WholeEnd(std::size_t at) {
@@ -66,6 +67,8 @@ class ShowSalvage {
       report_.remarks.push_back(Counted(end - begin, "byte follows", "bytes follow") + " the last song");
       return;
     }
+    // A legacy show states no size: any number of songs may have followed.
+    if (end == bytes_.size() && IsCutIn(begin)) missing_bytes_ = kMaxFileSize;
     while (begin < end) {
       const auto timeline_end = EndOfFirstTimeline(begin, end);
       const std::size_t song_end = timeline_end.value_or(end);
@@ -81,6 +84,21 @@ class ShowSalvage {
   }
 
  private:
+  /// Whether the song at `at` ends after the file, as its record or its timeline states.
+  bool IsCutIn(std::size_t at) {
+    const auto is_cut = [this](RecordCursor& in) {
+      const std::uint64_t length = in.Number(4);
+      return in.ok() && in.at() + length > bytes_.size();
+    };
+    RecordCursor record(bytes_, at);
+    const auto head = HeadAt(at);
+    if (!head || !HasTimelineAt(bytes_, EndOfStatedEvents(*head))) return is_cut(record);
+    RecordCursor timeline(bytes_, EndOfStatedEvents(*head) + version0::kTimelineMagic.size());
+    timeline.Text();
+    timeline.Number(4);  // song length
+    return is_cut(timeline);
+  }
+
   /// The head of the song at `at`, if it is whole.
   std::optional<SongHead> HeadAt(std::size_t at) {
     RecordCursor in(bytes_, at);
@@ -184,6 +202,7 @@ class ShowSalvage {
   Steps steps_;
   Steps mend_steps_;                                ///< one for each byte of a song that is mended
   std::map<std::size_t, FoundTimeline> timelines_;  ///< by the place of their magic
+  std::uint64_t missing_bytes_ = 0;                 ///< at most, where the file was cut
   bool has_timeline_ = false;                       ///< whether one of these is undamaged
   std::vector<version0::SongData> songs_;           ///< those in the report that are not lost
   RescueReport report_;

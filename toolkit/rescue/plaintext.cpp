@@ -14,6 +14,7 @@
 #include "toolkit/error.h"
 #include "toolkit/rescue/internal/transfer.h"
 #include "toolkit/words.h"
+#include "zuna_sec/cipher_stream.h"
 #include "zuna_sec/damaged_envelope.h"
 #include "zuna_sec/errors.h"
 
@@ -93,6 +94,19 @@ void SkipByteOrderMark(Plaintext& plaintext) {
   plaintext.remarks.emplace_back("a byte order mark stands before its text");
 }
 
+/// Whether the mark at the beginning shows that line ends were changed, by which no byte was added or lost.
+bool HasOtherLineEnds(std::span<const std::uint8_t> bytes) {
+  const auto mark = bytes.first(std::min(bytes.size(), zuna_sec::kEnvelopeMagic.size()));
+  try {
+    const zuna_sec::TwoFishCipherStream refused(ByteVector(mark.begin(), mark.end()), {}, {});
+  } catch (const zuna_sec::ChangedInTransferError&) {
+    return true;
+  } catch (const zuna_sec::CipherError&) {
+    // It is whole, or damaged otherwise.
+  }
+  return false;
+}
+
 /// The plaintext of a file that was copied as text, where that can be undone; none otherwise.
 std::optional<Plaintext> DecryptTransferred(std::span<const std::uint8_t> bytes, const CipherKey& key) {
   const std::optional<ByteVector> before = BeforeTransfer(bytes);
@@ -113,6 +127,10 @@ Plaintext DecryptFirst(std::span<const std::uint8_t> bytes, const CipherKey& key
   try {
     Plaintext plaintext = Decrypted(bytes, key);
     if (plaintext.authentic) RequireEncryptedOnce(plaintext.bytes);
+    if (!plaintext.authentic && HasOtherLineEnds(bytes)) {
+      plaintext.remarks.insert(plaintext.remarks.begin(),
+                               "was changed in transfer: its line ends are not as they were");
+    }
     return plaintext;
   } catch (const zuna_sec::EmptyError&) {
     throw;
@@ -152,10 +170,12 @@ Plaintext DecryptDamaged(std::span<const std::uint8_t> bytes, const CipherKey& k
 }
 
 void ThrowBeginsLater(std::size_t at) {
-  throw Error(
-      ErrorCode::kNothingToSave, "",
-      "holds no song that can be read before byte " + std::to_string(at) + ", where an encrypted file begins",
-      "take that file with tail -c +" + std::to_string(at + 1));
+  ErrorParts parts;
+  parts.problem =
+      "holds no song that can be read before byte " + std::to_string(at) + ", where an encrypted file begins";
+  parts.remedy = "take that file with tail -c +" + std::to_string(at + 1);
+  parts.offset = at;
+  throw Error(ErrorCode::kNothingToSave, std::move(parts));
 }
 
 }  // namespace zuna_toolkit

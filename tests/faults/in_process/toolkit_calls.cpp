@@ -9,6 +9,9 @@
 #include "toolkit/batch/inputs.h"
 #include "toolkit/checking/checking.h"
 #include "toolkit/comparison/comparison.h"
+#include "toolkit/comparison/difference_lines.h"
+#include "toolkit/comparison/loss_text.h"
+#include "toolkit/comparison/nouns.h"
 #include "toolkit/conversion/conversion.h"
 #include "toolkit/conversion/copy_fermatas.h"
 #include "toolkit/document/field_list.h"
@@ -198,6 +201,30 @@ void AddComparisons(Calls& calls, const Samples& samples) {
       });
       return list + std::to_string(groups.groups().size() + zuna_toolkit::LossExplanations().size());
     };
+    calls.Add("DifferenceLines, NounOf", [=] {
+      std::string list;
+      zuna_toolkit::DifferenceLines lines([&](const auto& line) { list += line.song + line.text; });
+      zuna_toolkit::Compare(*current, *up, [&](const zuna_toolkit::Difference& difference) {
+        list += zuna_toolkit::NounOf(difference.subject).one;
+        lines.Add(difference);
+      });
+      lines.Finish();
+      return list;
+    });
+    calls.Add("KindLine, KindsText, OwnLine, TotalLine, IsInCompanion", [=] {
+      std::string list;
+      zuna_toolkit::LossesOfDown(*current, *legacy, [&](const zuna_toolkit::Difference& loss) {
+        const zuna_toolkit::LossKind kind{zuna_toolkit::CodeText(loss),
+                                          loss.subject,
+                                          loss.action,
+                                          false,
+                                          zuna_toolkit::IsInCompanion(loss.subject),
+                                          1};
+        list += zuna_toolkit::KindLine(kind, loss) + zuna_toolkit::KindsText({kind}) +
+                zuna_toolkit::OwnLine(loss) + zuna_toolkit::TotalLine(kind);
+      });
+      return list;
+    });
     calls.Add("LossesOfDown", [=] {
       return text([&](const auto& sink) { zuna_toolkit::LossesOfDown(*current, *legacy, sink); });
     });

@@ -178,7 +178,7 @@ TEST(ReadWholeFile, AnEmptyPathIsRefused) {
 TEST(ReadWholeFile, Folder) {
   const TemporaryFolder folder;
   EXPECT_EQ(Refusal<kit::IoError>(folder.path(), 100),
-            folder.path().string() + ": cannot be read (offset 0): Is a directory; give the path of a file");
+            folder.path().string() + ": cannot be read: Is a directory; give the path of a file");
 }
 
 TEST(ReadWholeFile, WaitsForAPipeThatDoesNotBlock) {

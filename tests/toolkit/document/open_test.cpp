@@ -264,6 +264,8 @@ TEST_F(OpenTest, ReadsATextThatDoesNotStateWhatItHolds) {
               EndsWith("blanks stand before the text (at byte 0); remove them, so that \"{\" comes first"));
   EXPECT_THAT(ErrorOfPlaintext("{\"kind\": \"logdata\"}").what(), HasSubstr("(at byte "));
   EXPECT_EQ(ErrorOfPlaintext("\xEF\xBB\xBF{}").code(), ErrorCode::kTextError);
+  EXPECT_EQ(ErrorOfPlaintext("\xEF\xBB\xBF{}").parts().offset, 0U);
+  EXPECT_EQ(ErrorOfPlaintext(" {}").parts().offset, 0U);
 }
 
 TEST_F(OpenTest, TellsDamageFromAVersionThatIsNotKnown) {

@@ -258,6 +258,15 @@ TEST(RescueOfAnEncryptedFile, TellsThatItWasChangedInTransfer) {
   }
 }
 
+TEST(RescueOfAnEncryptedFile, TellsThatLineEndsWereChangedForOthers) {
+  ByteVector bytes = Sealed();
+  std::replace(bytes.begin(), bytes.end(), std::uint8_t{'\r'}, std::uint8_t{'\n'});
+  const Texts remarks = RescuedOfSealed(bytes).report.remarks;
+  ASSERT_GE(remarks.size(), 2U);
+  EXPECT_EQ(remarks[0], "was changed in transfer: its line ends are not as they were");
+  EXPECT_EQ(remarks[1], "the header of its encryption is damaged (magic)");
+}
+
 TEST(RescueOfAnEncryptedFile, UndoesNoCopyOfMoreThanOneFile) {
   const ByteVector one = Sealed();
   ByteVector two = one;

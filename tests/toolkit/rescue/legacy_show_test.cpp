@@ -87,6 +87,17 @@ TEST(RescueOfLegacyShows, SavesTheSongsBeforeEveryCut) {
   }
 }
 
+TEST(RescueOfLegacyShows, TellsHowManySongsThereWereBeforeACut) {
+  std::mt19937 random(5);
+  const Sample sample = MakeSample(random);
+  for (const std::size_t song : {kSongs - 3, kSongs - 2}) {
+    const Part& cut = sample.parts.at(song);
+    for (const std::size_t end : {cut.begin + 20, (cut.begin + cut.end) / 2, cut.end - 10}) {
+      EXPECT_EQ(RescuedOf(sample.bytes.substr(0, end)).report.known_songs, kSongs) << "cut at " << end;
+    }
+  }
+}
+
 TEST(RescueOfLegacyShows, SavesTheSongsAfterEveryCutAtTheFront) {
   std::mt19937 random(2);
   const Sample sample = MakeSample(random);

@@ -17,12 +17,14 @@ using Texts = std::vector<std::string>;
 
 std::string Text() { return zuna_test::WrittenAt(zuna_test::SampleShow(), {2, 0}); }
 
+std::string SongText() {
+  return R"({"songName": "Go", "songNumber": "1", "division": 480, "songLength": 1, "timeline": {"tempos": [], )"
+         R"("barsBeats": [], "keys": [], "pageNumbers": [], "meters": []}, "voices": []})";
+}
+
 TEST(RescueOfAText, TakesSongsOfATextInAnyOrderOfKeys) {
   std::string text = R"({"kind": "showdata", "fileVersion": "2.0", "songs": [)";
-  const std::string song =
-      R"({"songName": "Go", "songNumber": "1", "division": 480, "songLength": 1, "timeline": {"tempos": [], )"
-      R"("barsBeats": [], "keys": [], "pageNumbers": [], "meters": []}, "voices": []})";
-  text += song + ", {\"songNumber\": \"2\"}], \"showName\": \"}]\\\"\"}";
+  text += SongText() + ", {\"songNumber\": \"2\"}], \"showName\": \"}]\\\"\"}";
   const Rescued rescued = RescuedOf(text);
   EXPECT_EQ(rescued.document.As<zuna_midi::ShowData>()->show_name, "}]\"");
   ASSERT_EQ(rescued.report.songs.size(), 2U);
@@ -42,6 +44,19 @@ TEST(RescueOfAText, SkipsAByteOrderMarkBeforeAText) {
     const std::string damaged = front + Text().substr(0, Text().find_last_of(']'));
     EXPECT_EQ(RescuedOf(damaged).report.missing, Texts{"the end of the text"});
     EXPECT_EQ(RescuedOf(damaged).report.songs.at(0).offset, damaged.find("{", front.size() + 1));
+  }
+}
+
+TEST(RescueOfAText, NamesALostSongByWhatStandsForItsNumber) {
+  for (const std::string number : {"17", " 17 ", "\n17"}) {
+    std::string text = Text();
+    const std::size_t at = text.find("\"2b\"");
+    text.replace(at, 4, number);
+    const Rescued rescued = RescuedOf(text.insert(text.rfind(']'), "," + SongText()));
+    const auto& lost = rescued.report.songs.at(0);
+    EXPECT_EQ(lost.state, SongState::kLost);
+    EXPECT_EQ(lost.number, "17");
+    EXPECT_EQ(lost.name, "Go");
   }
 }
 
