@@ -40,8 +40,8 @@ std::vector<std::string> CommandWords(const CLI::App& root) {
 
 /// What a value may be that the help calls `name`.
 CompletionValues ValuesOf(const std::string& name, const CLI::App& root) {
-  static const std::set<std::string_view> kFiles = {"AFTER", "BEFORE", "DESTINATION", "EARLIER", "FILE", "IN",
-                                                    "LOG",   "MID",    "OUT",         "SHOW", "SOURCE"};
+  static const std::set<std::string_view> kFiles = {
+      "AFTER", "BEFORE", "DESTINATION", "EARLIER", "FILE", "IN", "LOG", "MID", "OUT", "SHOW", "SOURCE"};
   if (kFiles.contains(name)) return {Kind::kFiles};
   if (name == "DIR") return {Kind::kFolders};
   if (name == "VERSION") return {Kind::kWords, VersionWords()};

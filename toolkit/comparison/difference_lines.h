@@ -24,6 +24,7 @@ using DifferenceLineSink = std::function<void(const DifferenceLine&)>;
 /// Makes lines of differences. Many alike that follow each other share a line.
 class ZUNA_API DifferenceLines {
  public:
+  /// `sink` takes the lines.
   explicit DifferenceLines(DifferenceLineSink sink);
   DifferenceLines(const DifferenceLines&) = delete;
   DifferenceLines& operator=(const DifferenceLines&) = delete;

@@ -12,12 +12,12 @@ namespace zuna_toolkit {
 
 /// All losses of one code.
 struct LossKind {
-  std::string code;
-  Subject subject;
-  Action action;
-  bool is_up;        ///< on the way to a current version
-  bool is_harmless;  ///< the music is the same without them, or `up` brings them back
-  std::size_t count = 0;
+  std::string code;       ///< as CodeText() gives it
+  Subject subject;        ///< what is lost
+  Action action;          ///< how
+  bool is_up;             ///< on the way to a current version
+  bool is_harmless;       ///< the music is the same without them, or `up` brings them back
+  std::size_t count = 0;  ///< how many losses
 };
 
 /// Whether the companion of a file has what is lost of this kind on the way down.

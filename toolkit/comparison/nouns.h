@@ -10,8 +10,8 @@ namespace zuna_toolkit {
 
 /// What one and several of a kind are called.
 struct Noun {
-  std::string one;
-  std::string many;
+  std::string one;   ///< "tempo"
+  std::string many;  ///< "tempos"
 };
 
 /// "tempo", "tempos"

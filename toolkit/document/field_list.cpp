@@ -55,9 +55,9 @@ void ListReadable(const FieldSource& source, const cmn::TakeField& take) {
 
 /// Whether an error says that a file is no show and no log.
 bool IsOfOtherKind(ErrorCode code) {
-  constexpr std::array kCodes = {ErrorCode::kNotAShowOrLog, ErrorCode::kNotEncrypted, ErrorCode::kMidiFile,
-                                 ErrorCode::kArchive, ErrorCode::kEncryptedTwice};
-  return std::find(kCodes.begin(), kCodes.end(), code) != kCodes.end();
+  constexpr std::array kOtherKinds = {ErrorCode::kNotAShowOrLog, ErrorCode::kNotEncrypted,
+                                      ErrorCode::kMidiFile, ErrorCode::kArchive, ErrorCode::kEncryptedTwice};
+  return std::find(kOtherKinds.begin(), kOtherKinds.end(), code) != kOtherKinds.end();
 }
 
 }  // namespace

@@ -109,7 +109,9 @@ inline constexpr std::array kFileErrors = {
     ErrorRow{ErrorCode::kUnsupportedVersion,
              ErrorKind::kBadInput,
              {"unsupported-version", "the file is of a version that this release does not know",
-              "a newer release wrote it", "use a newer release", "zuna-convert --version"}},
+              "a newer release wrote it; rescue reads it as the newest version that it knows, which may be "
+              "wrong",
+              "use a newer release", "zuna-convert --version\nzuna-convert rescue FILE -o OUT"}},
     ErrorRow{ErrorCode::kNotAShowOrLog,
              ErrorKind::kBadInput,
              {"not-a-show-or-log", "the file is no show and no log of any version",

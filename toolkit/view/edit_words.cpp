@@ -38,7 +38,7 @@ void SortByStart(std::vector<ViewedEdit>& edits) {
 
 /// A list of edits in a log.
 template <typename Event>
-using EditList = CL::SongLog::SharedList<Event> CL::SongLog::*;
+using ListOfLog = CL::SongLog::SharedList<Event> CL::SongLog::*;
 
 /// Adds the kinds that have edits in one of two logs.
 class KindCollector {
@@ -46,7 +46,7 @@ class KindCollector {
   KindCollector(const CL::SongLog& log, const CL::SongLog* other) : log_(log), other_(other) {}
 
   template <typename Event>
-  void Add(EditList<Event> list, EditKind kind) {
+  void Add(ListOfLog<Event> list, EditKind kind) {
     const std::vector<Event>& events = EventsOf(log_, list);
     const std::vector<Event>* others = other_ == nullptr ? nullptr : &EventsOf(*other_, list);
     const Marks<Event> marks = MarksOf(events, others);
@@ -68,7 +68,7 @@ class KindCollector {
 
  private:
   template <typename Event>
-  static const std::vector<Event>& EventsOf(const CL::SongLog& log, EditList<Event> list) {
+  static const std::vector<Event>& EventsOf(const CL::SongLog& log, ListOfLog<Event> list) {
     static const std::vector<Event> kNone;
     return log.*list ? (log.*list)->events : kNone;
   }
