@@ -70,10 +70,10 @@ struct Rescued {
 /// decrypted although they were changed or cut, and those that were copied as text where that can be undone.
 /// In time and memory that grow with the size. Songs of one number are all kept, under numbers of their own.
 /// Throws Error: kWrongKey and kNoKey, kCutOff for an encrypted file that ends inside its header,
-/// kChangedInTransfer, kEncryptedTwice, kMidiFile and kArchive for files of other formats, what OpenedFile::FromBytes() throws
-/// for a file that is not encrypted where `accept` wants that, kNothingToSave where no song came back
-/// (kTextError for a text that is not encrypted), and kInternal where what came back would not be read back
-/// as it is written.
+/// kChangedInTransfer, kEncryptedTwice, kMidiFile and kArchive for files of other formats, what
+/// OpenedFile::FromBytes() throws for a file that is not encrypted where `accept` wants that, kNothingToSave
+/// where no song came back (kTextError for a text that is not encrypted), and kInternal where what came back
+/// would not be read back as it is written.
 ZUNA_API Rescued Rescue(std::span<const std::uint8_t> bytes, const std::string& name, const CipherKey& key,
                         Accept accept = Accept::kEncrypted);
 

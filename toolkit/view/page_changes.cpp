@@ -34,6 +34,31 @@ const std::string& OtherNumber(const std::map<std::string, std::string>& numbers
   return found == numbers.end() ? number : found->second;
 }
 
+/// Finds bars in the songs of a show for differences of a log, which has none.
+class BarFinder {
+ public:
+  explicit BarFinder(const zuna_midi::ShowData& show) : show_(show) {}
+
+  Difference WithBar(Difference difference) {
+    Place& place = difference.place;
+    if (place.tick && place.bar.empty()) place.bar = BarsOf(difference.song).At(*place.tick);
+    return difference;
+  }
+
+ private:
+  const BarLabels& BarsOf(const std::string& number) {
+    if (number == number_) return bars_;
+    number_ = number;
+    const auto* song = FindSong(show_.songs(), number);
+    bars_ = song == nullptr ? BarLabels() : BarLabels(*song->timeline);
+    return bars_;
+  }
+
+  const zuna_midi::ShowData& show_;
+  std::string number_;  ///< the song of `bars_`; empty at first
+  BarLabels bars_;
+};
+
 /// Makes lines of differences and tells of which song of the page each one is.
 class ChangeCollector {
  public:
@@ -81,8 +106,8 @@ PageChanges::PageChanges(const Document& show, const zuna_midi::ShowData& model,
     if (content.log != nullptr) AddLosses(*content.log, true, log_);
   } else {
     if (content.earlier_show != nullptr || content.earlier_log != nullptr) names_ = kSinceEarlier;
-    if (content.earlier_show != nullptr) AddChanges(*content.earlier_show, show, show_);
-    if (content.earlier_log != nullptr) AddChanges(*content.earlier_log, *content.log, log_);
+    if (content.earlier_show != nullptr) AddChanges(*content.earlier_show, show, model, show_);
+    if (content.earlier_log != nullptr) AddChanges(*content.earlier_log, *content.log, model, log_);
   }
   MoveOthersToWhole(model);
 }
@@ -108,7 +133,9 @@ void PageChanges::AddLine(const std::string& number, const std::string& text) {
   }
 }
 
-void PageChanges::AddChanges(const Document& before, const Document& after, Other& other) {
+void PageChanges::AddChanges(const Document& before, const Document& after, const zuna_midi::ShowData& model,
+                             Other& other) {
+  BarFinder bars(model);
   ChangeCollector collector([this](const std::string& number, const DifferenceLine& line) {
     const std::vector<std::string>& lines = changes_[number].lines;
     // Show and log both tell what became of a song.
@@ -119,7 +146,7 @@ void PageChanges::AddChanges(const Document& before, const Document& after, Othe
   Compare(before, after, [&](const Difference& difference) {
     const bool is_added = difference.subject == Subject::kSong && difference.action == Action::kAdded;
     if (is_added && !after.type().is_log()) changes_[difference.song].is_added = true;
-    collector.Add(difference);
+    collector.Add(bars.WithBar(difference));
   });
   other.numbers = collector.Finish();
   other.current = CurrentForm(before);

@@ -143,9 +143,7 @@ void DrawTempos(const ViewedSong& song, Drawing& drawing) {
   if (tempos.empty() && marks.only_there.empty()) return;
   const TempoCurve curve(song, drawing.scale);
   const int bottom = drawing.AddRow(TempoCurve::kHeight, kName, "") + TempoCurve::kHeight;
-  if (!marks.only_there.empty()) {
-    drawing.rows += curve.Path(*others, bottom).Element("tempo there");
-  }
+  if (marks.any()) drawing.rows += curve.Path(*others, bottom).Element("tempo there");
   drawing.rows += curve.Path(tempos, bottom).Element("tempo");
   TextRoom room;
   for (std::size_t i = 0; i < tempos.size(); ++i) {

@@ -155,7 +155,7 @@ TEST(PageSince, MarksTheEdits) {
   EXPECT_THAT(page, HasSubstr("<g class=\"edit there\"><g><title>Repeat ×3 from"));
   EXPECT_THAT(page, HasSubstr("<g class=\"here\"><title>Transposition +3 from"));
   EXPECT_THAT(page, HasSubstr("<g class=\"edit there\"><g><title>Transposition -2 from"));
-  EXPECT_THAT(page, HasSubstr("<li>repeat at tick 480 is removed: to tick 960, value 3</li>"));
+  EXPECT_THAT(page, HasSubstr("<li>repeat at bar 1 (tick 480) is removed: to tick 960, value 3</li>"));
 }
 
 TEST(PageSince, TakesEveryEditAsAddedWhereTheEarlierLogLacksTheSong) {

@@ -23,7 +23,8 @@ std::uint64_t StatedSize(std::string_view plaintext);
 /// The version that its header states, which is there.
 cmn::FileVersion StatedVersion(std::string_view plaintext);
 
-/// The version that a binary file or a text form states, where this release does not know it; none for others.
+/// The version that a binary file or a text form states, where this release does not know it; none for
+/// others.
 std::optional<cmn::FileVersion> UnknownVersion(std::string_view plaintext);
 
 /// Whether files of this version have a checksum.

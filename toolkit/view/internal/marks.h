@@ -21,6 +21,11 @@ struct Marks {
   std::vector<bool> only_here;           ///< of each entry of the list that is drawn
   std::vector<const Entry*> only_there;  ///< of the other list, in the order of time
 
+  /// Whether the lists differ.
+  bool any() const {
+    return !only_there.empty() || std::find(only_here.begin(), only_here.end(), true) != only_here.end();
+  }
+
   std::string_view ClassOf(std::size_t index) const { return only_here[index] ? kOnlyHere : ""; }
 };
 

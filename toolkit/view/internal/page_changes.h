@@ -50,7 +50,8 @@ class PageChanges {
     std::map<std::string, std::string> numbers;  ///< its numbers of songs that have another one on the page
   };
 
-  void AddChanges(const Document& before, const Document& after, Other& other);
+  void AddChanges(const Document& before, const Document& after, const zuna_midi::ShowData& model,
+                  Other& other);
   void AddLosses(const Document& document, bool has_companion, Other& other);
   void AddLine(const std::string& number, const std::string& text);
 
