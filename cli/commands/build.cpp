@@ -9,6 +9,7 @@
 #include "cli/terminal/standard_streams.h"
 #include "toolkit/conversion/conversion.h"
 #include "toolkit/document/text_form.h"
+#include "toolkit/words.h"
 
 namespace zuna_cli {
 
@@ -38,13 +39,23 @@ Document AtTarget(Document document, const std::optional<cmn::FileVersion>& targ
   return zuna_toolkit::Convert(document, *target);
 }
 
+/// Says so where the name of the output is that of the other kind.
+void NoteOtherName(const Document& document, const std::string& name, Context& context) {
+  const cmn::FileKind kind = document.type().kind;
+  const cmn::FileKind other = document.type().is_log() ? cmn::FileKind::kShow : cmn::FileKind::kLog;
+  if (!zuna_toolkit::LowerCase(name).ends_with("." + std::string(cmn::KindText(other)))) return;
+  context.Note(name, "is a " + std::string(cmn::KindName(kind)) + ", and has the name of a " +
+                         std::string(cmn::KindName(other)));
+}
+
 void RunBuild(const BuildOptions& options, Context& context) {
   Destination destination = context.CheckPaths(options.paths.output, {options.paths.input});
   const Keys keys = context.ReadKeys();
   const CipherKey& key = keys.front().material();
   const Document document = AtTarget(ReadText(options.paths.input), options.target);
   const auto bytes = Sealed(document, key, destination.name(), true);
-  NoteErrors(document, destination.name(), context);
+  NoteFindings(document, destination.name(), context);
+  NoteOtherName(document, destination.name(), context);
   context.NoteSealed(key, destination);
   destination.Write(bytes);
 }

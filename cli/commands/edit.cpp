@@ -109,7 +109,7 @@ void NoteChanges(const Document& before, const Document& after, const std::strin
     context.Note(path, "has " + zuna_toolkit::Counted(songs_now, "song", "songs") + " now, and had " +
                            std::to_string(songs));
   }
-  NoteErrors(after, path, context);
+  NoteFindings(after, path, context);
 }
 
 void RunEdit(const std::string& path, Context& context) {
@@ -138,7 +138,7 @@ void RunEdit(const std::string& path, Context& context) {
     destination.Write(sealed, [&] { RequireUnchanged(path, bytes); });
   } catch (...) {
     if (edited.is_kept()) {
-      PrintLine(NoteLine(edited.path(), "has the edited text, of which zuna-convert build makes a file"));
+      PrintLine(NoteLine(edited.path(), kHasEditedText));
     }
     throw;
   }

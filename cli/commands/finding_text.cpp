@@ -61,8 +61,11 @@ std::string Findings::Text(bool errors_only) const {
   return text;
 }
 
-void NoteErrors(const zuna_toolkit::Document& document, const std::string& name, Context& context) {
-  if (Findings(document, false).has_errors()) context.Note(name, "has errors; zuna-convert check lists them");
+void NoteFindings(const zuna_toolkit::Document& document, const std::string& name, Context& context) {
+  const Findings findings(document, false);
+  if (findings.empty()) return;
+  context.Note(name, std::string("has ") + (findings.has_errors() ? "errors" : "warnings") +
+                         "; zuna-convert check lists them");
 }
 
 }  // namespace zuna_cli

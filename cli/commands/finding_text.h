@@ -41,7 +41,8 @@ class Findings {
   std::string json_;
 };
 
-/// Says so where a check finds errors in `document`, which was written into the file called `name`.
-void NoteErrors(const zuna_toolkit::Document& document, const std::string& name, Context& context);
+/// Says so where a check finds errors or warnings in `document`, which was written into the file called
+/// `name`.
+void NoteFindings(const zuna_toolkit::Document& document, const std::string& name, Context& context);
 
 }  // namespace zuna_cli

@@ -13,6 +13,8 @@
 #include <system_error>
 
 #include "cli/terminal/failure.h"
+#include "cli/terminal/signals.h"
+#include "cli/terminal/standard_streams.h"
 #include "kit/file.h"
 #include "toolkit/document/open.h"
 
@@ -81,6 +83,7 @@ EditedText::~EditedText() {
 
 void EditedText::OpenInEditor() const {
   const std::string editor = Editor();
+  const TellBeforeEnd told(NoteLine(path_, kHasEditedText));
   const int status = std::system((editor + ' ' + Quoted(path_)).c_str());
   if (status == 0) return;
   const bool ended = status != -1 && WIFEXITED(status);

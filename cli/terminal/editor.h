@@ -6,6 +6,9 @@
 
 namespace zuna_cli {
 
+/// What is said about the file of a text that was not taken.
+inline constexpr const char* kHasEditedText = "has the edited text, of which zuna-convert build makes a file";
+
 /// A text in a file of its own, in a folder that only its owner can enter. Both are gone with this object
 /// unless Keep() was called.
 class EditedText {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <csignal>
+#include <string>
 
 namespace zuna_cli {
 
@@ -44,6 +45,20 @@ class DeferSignals {
 
   /// Whether one of them has come.
   static bool IsAsked();
+};
+
+/// While it lives, a signal that ends the program, but for an interrupt, writes a message first. There is one
+/// at a time.
+class TellBeforeEnd {
+ public:
+  /// `message` ends with a line break.
+  explicit TellBeforeEnd(std::string message);
+  ~TellBeforeEnd();
+  TellBeforeEnd(const TellBeforeEnd&) = delete;
+  TellBeforeEnd& operator=(const TellBeforeEnd&) = delete;
+
+ private:
+  std::string message_;
 };
 
 }  // namespace zuna_cli

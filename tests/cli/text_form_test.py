@@ -3,6 +3,8 @@
 import json
 import os
 import pathlib
+import shutil
+import signal
 import stat
 import subprocess
 import unittest
@@ -105,6 +107,12 @@ class Build(TextFormTest):
                     message='text: songs[0].timeline.tempos[0]: unknown key "bmp"; did you mean "bpm"? '
                             f"(line {line + 1}, column {column}); correct the text")
 
+    def test_tells_where_the_name_is_that_of_the_other_kind(self):
+        for kind, other, words in (("showdata", "LOGDATA", "is a show, and has the name of a log"),
+                                   ("logdata", "showdata", "is a log, and has the name of a show")):
+            done = self.run_tool("build", "-", "-o", f"out.{other}", stdin=self.dump(f"1.2.{kind}"))
+            self.assertEqual(done.stderr.decode(), f"zuna-convert: out.{other}: {words}\n")
+
     def test_refuses_what_is_encrypted(self):
         self.refuse("build", "1.2.showdata", "-o", "out", code=REFUSED,
                     message="1.2.showdata: is encrypted already; give the text that dump writes")
@@ -131,6 +139,24 @@ class Edit(TextFormTest):
         self.run_tool("check", "0.0.showdata", code=NEGATIVE)
         done = self.run_tool("build", "-", "-o", "out", stdin=self.dump("0.0.showdata"))
         self.assertIn(errors.replace(b"{}", b"out"), done.stderr)
+
+    def test_says_that_there_are_warnings(self):
+        self.editor("sed -i 's/\"microseconds\": [0-9]*/\"microseconds\": 30000000/' \"$1\"\n")
+        done = self.run_tool("edit", "1.2.showdata")
+        self.assertIn(b"zuna-convert: 1.2.showdata: has warnings; zuna-convert check lists them\n", done.stderr)
+
+    def test_tells_where_the_text_is_before_a_signal_ends_it(self):
+        for name in ("TERM", "HUP"):
+            self.editor(f"sed -i s/Greensleeves/Changed/ \"$1\"\nkill -{name} $(cut -d' ' -f4 /proc/$PPID/stat)\nsleep 1\n")
+            before = self.read("1.2.showdata")
+            done = self.run_tool("edit", "1.2.showdata", code=None)
+            self.assertEqual(done.returncode, -getattr(signal, "SIG" + name))
+            kept, = self.kept()
+            self.assertEqual(done.stderr.decode(), f"zuna-convert: {self.path(kept)}: has the edited text, of which "
+                             "zuna-convert build makes a file\n")
+            self.assertIn(b"Changed", self.read(kept))
+            self.assertEqual(self.read("1.2.showdata"), before)
+            shutil.rmtree(self.path("texts"))
 
     def test_says_that_there_are_other_songs(self):
         self.editor("python3 - \"$1\" <<'end'\n"
