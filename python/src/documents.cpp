@@ -79,6 +79,12 @@ void Save(const Document& document, const py::object& path, bool overwrite) {
   });
 }
 
+SharedDocument WithKey(const Document& document, const py::bytes& key, const py::bytes& iv,
+                       const py::object& key_file) {
+  const SharedKey material = KeyOf(key, iv, key_file);
+  return Unlocked([&] { return std::make_shared<Document>(document.content(), material); });
+}
+
 py::object ShowNameOf(const Document& document) {
   const zuna_toolkit::Summary summary = zuna_toolkit::SummariseWhole(document.content());
   return summary.show_name ? py::object(Text(*summary.show_name)) : py::none();
@@ -148,12 +154,15 @@ void AddDocuments(py::module_& module, DocumentClass& document) {
       .def("with_messages", WithMessages, py::arg("song"), py::arg("voice"), py::arg("messages"),
            "A copy of a show with these messages in place of those of a voice: a structured array of "
            "zuna.message_type. Raises KeyError for a song or voice that is not there.")
+      .def("with_key", WithKey, py::kw_only(), py::arg("key") = py::bytes(""), py::arg("iv") = py::bytes(""),
+           py::arg("key_file") = py::none(),
+           "The same document, which to_bytes() and save() encrypt under another key.")
       .def("to_text", TextOf, "The text form: JSON that people can read, compare and edit.")
       .def("to_dict", DictOf, "The text form as a dict.")
       .def(
           "to_bytes",
           [](const Document& d) { return BytesObject(Unlocked([&] { return EncryptedBytes(d); })); },
-          "The encrypted bytes of its file, under the key that it was opened with.")
+          "The encrypted bytes of its file, under the key that it was opened with, or that with_key() gave.")
       .def("save", Save, py::arg("path"), py::arg("overwrite") = false,
            "Writes the file, encrypted under the key that the document was opened with, in one step. Raises "
            "Error "

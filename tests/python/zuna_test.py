@@ -307,6 +307,24 @@ class SaveTest(ZunaTest):
         self.refused(lambda: show.save(self.folder / "none" / "new"), "not-found")
 
 
+class KeyTest(ZunaTest):
+    def test_writes_under_another_key(self):
+        show = sample("1.2.showdata")
+        other = show.with_key(key=b"other", iv=b"iv")
+        self.assertEqual(show.to_bytes(), sample_bytes("1.2.showdata"))
+        self.refused(lambda: zuna.open(other.to_bytes(), key=KEY, iv=IV), "wrong-key")
+        again = zuna.open(other.down().to_bytes(), key=b"other", iv=b"iv")
+        self.assertEqual(again.to_dict(), show.down().to_dict())
+        self.assertEqual(show.with_key().to_bytes(), show.with_key(key=b"", iv=b"").to_bytes())
+        path = self.folder / "key"
+        path.write_text("key = 41\niv = 42\n")
+        self.assertEqual(show.with_key(key_file=path).to_bytes(), show.with_key(key=b"A", iv=b"B").to_bytes())
+
+    def test_is_in_no_pickle(self):
+        with self.assertRaises(TypeError):
+            pickle.dumps(sample("1.2.showdata"))
+
+
 class MidiTest(ZunaTest):
     def test_goes_out_and_in(self):
         show = sample("1.2.showdata")
