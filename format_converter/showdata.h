@@ -58,6 +58,9 @@ ZUNA_API std::string showdata_up(const std::string& input, const std::string& ou
 /// timeline whose meters are in disorder; std::out_of_range for a song without events; and std::logic_error
 /// for a song without a timeline and for a timeline without meters or without a tempo under its first meter.
 ///
+/// The legacy format counts songs in one byte. The number of songs is not checked here: of more than 255, it
+/// holds the number modulo 256, and readers find only so many. zuna_toolkit::Down() refuses such a show.
+///
 /// Besides, as all do: kit::IoError, zuna_sec::CipherError, cmn::DataError, cmn::UnsupportedVersionError,
 /// std::length_error and std::ios_base::failure, which the beginning of this header explains.
 ZUNA_API std::string showdata_down(const std::string& input, const std::string& output,
