@@ -215,6 +215,16 @@ class DiffTest(WithLogs):
                          "song 2:\n  vamp at tick 0: value 2 becomes 3\n"
                          '  vamp at tick 480: label "" becomes "x"\n')
 
+    def test_tells_of_songs_that_only_one_log_has(self):
+        before = self.log_document()
+        after = copy.deepcopy(before)
+        del after["songLogs"][0]
+        self.assertEqual(self.diff(before, after), 'edits of song 10 "Ten" are removed\n')
+        self.assertEqual(self.diff(after, before), 'edits of song 10 "Ten" are added\n')
+        after = copy.deepcopy(before)
+        after["songLogs"][0]["songNumber"] = "11"
+        self.assertEqual(self.diff(before, after), 'edits of song 10 "Ten" become those of song 11\n')
+
     def test_takes_a_legacy_document_in_its_current_form(self):
         self.write_log("new.log", {**self.log_document(), "showName": "Other"})
         self.assertEqual(self.run_tool("diff", "old.log", "new.log", code=NEGATIVE).stdout.decode(),

@@ -88,6 +88,8 @@ std::string_view SubjectCode(Subject subject) {
       return "note";
     case Subject::kOtherBytes:
       return "other-bytes";
+    case Subject::kSongEdits:
+      return "song-edits";
   }
   return "";
 }

@@ -54,6 +54,7 @@ enum class Subject : std::uint8_t {
   kSecondWord,  ///< of a caesura
   kNote,        ///< of a voice: a note-on and its note-off
   kOtherBytes,  ///< bytes of two files that differ where no field does
+  kSongEdits,   ///< all that a log has for a song
 };
 
 /// How it differs.

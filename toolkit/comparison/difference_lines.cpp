@@ -55,12 +55,23 @@ bool IsOfFile(Subject subject) {
   return subject == Subject::kTrailingBytes || subject == Subject::kOtherBytes;
 }
 
+/// Whether it is about a song, or all its edits, as a whole.
+bool IsAboutSong(Subject subject) { return subject == Subject::kSong || subject == Subject::kSongEdits; }
+
 std::string SongLine(const Difference& difference) {
   const std::string song = "song " + difference.song + ' ';
   if (difference.action == Action::kAdded) return song + Quoted(difference.after) + " is added";
   const std::string before = song + Quoted(difference.before);
   return before +
          (difference.action == Action::kDropped ? " is removed" : " becomes song " + difference.after);
+}
+
+std::string SongEditsLine(const Difference& difference) {
+  const std::string edits = "edits of song " + difference.song + ' ';
+  if (difference.action == Action::kAdded) return edits + Quoted(difference.after) + " are added";
+  const std::string before = edits + Quoted(difference.before);
+  return before + (difference.action == Action::kDropped ? " are removed"
+                                                         : " become those of song " + difference.after);
 }
 
 std::string VoiceLine(const Difference& difference) {
@@ -130,6 +141,7 @@ std::string VoicePrefix(const Difference& difference) {
 std::string OneText(const Difference& difference) {
   const Noun noun = NounOf(difference);
   if (difference.subject == Subject::kSong) return SongLine(difference);
+  if (difference.subject == Subject::kSongEdits) return SongEditsLine(difference);
   const std::string voice = VoicePrefix(difference);
   if (difference.subject == Subject::kVoiceNumber) return difference.before + " becomes " + difference.after;
   if (difference.action == Action::kReordered) return voice + "the order of the " + noun.many + " changes";
@@ -168,7 +180,7 @@ std::string ManyText(const Difference& first, const Difference& last, std::size_
 }
 
 DifferenceLine LineOf(const Difference& difference, std::string text) {
-  return {difference.song, difference.subject == Subject::kSong, std::move(text)};
+  return {difference.song, IsAboutSong(difference.subject), std::move(text)};
 }
 
 }  // namespace

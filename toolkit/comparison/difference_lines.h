@@ -13,9 +13,10 @@ namespace zuna_toolkit {
 /// What is told about one difference, or about many alike that follow each other. Texts hold names as they
 /// stand in the documents, in any bytes.
 struct DifferenceLine {
-  std::string song;            ///< its number; empty for the document as a whole
-  bool is_about_song = false;  ///< it names the song itself: it is added, removed or renumbered
-  std::string text;            ///< such as: tempo at bar 3 (tick 960): 120 bpm becomes 110 bpm
+  std::string song;  ///< its number; empty for the document as a whole
+  bool is_about_song =
+      false;         ///< it names the song: that, or all its edits, are added, removed or renumbered
+  std::string text;  ///< such as: tempo at bar 3 (tick 960): 120 bpm becomes 110 bpm
 };
 
 /// Takes lines in the order of the comparison.

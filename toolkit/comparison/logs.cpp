@@ -144,7 +144,7 @@ void CompareHeaders(const CL::ChangeLog& before, const Log& after, const Differe
 void CompareLogs(const CL::ChangeLog& before, const CL::ChangeLog& after, const DifferenceSink& sink) {
   CompareHeaders(before, after, sink, Purpose::kDifferences);
   CompareSongs(
-      before.song_logs(), after.song_logs(), sink, Purpose::kDifferences,
+      Subject::kSongEdits, before.song_logs(), after.song_logs(), sink, Purpose::kDifferences,
       [](const SongDifferences& differences, const auto& a, const auto& b) {
         CompareSongLogs(differences, *a, *b);
       },
@@ -154,7 +154,7 @@ void CompareLogs(const CL::ChangeLog& before, const CL::ChangeLog& after, const 
 void CompareWithUpAgain(const CL::ChangeLog& log, const version0::ChangeLogV0& legacy,
                         const DifferenceSink& sink) {
   CompareHeaders(log, legacy, sink, Purpose::kLosses);
-  CompareSongs(log.song_logs(), legacy.songs, sink, Purpose::kLosses,
+  CompareSongs(Subject::kSongEdits, log.song_logs(), legacy.songs, sink, Purpose::kLosses,
                [](const SongDifferences& differences, const auto& song, const auto& old_form) {
                  // one song at a time, for the sake of memory
                  CompareSongLogs(differences, *song, *old_form.get_version_1_0());

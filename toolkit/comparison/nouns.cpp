@@ -83,6 +83,8 @@ Noun NounOf(Subject subject) {
       return {"note", "notes"};
     case Subject::kOtherBytes:
       return {"byte difference that no field shows", "byte differences that no field shows"};
+    case Subject::kSongEdits:
+      return {"edits of a song", "edits of songs"};
   }
   return {};
 }

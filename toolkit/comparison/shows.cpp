@@ -62,7 +62,7 @@ void CompareShows(const zuna_midi::ShowData& before, const zuna_midi::ShowData& 
   SongDifferences("", sink, Purpose::kDifferences)
       .AddField(Subject::kShowName, before.show_name, after.show_name);
   CompareSongs(
-      before.songs(), after.songs(), sink, Purpose::kDifferences,
+      Subject::kSong, before.songs(), after.songs(), sink, Purpose::kDifferences,
       [&](SongDifferences& differences, const auto& a, const auto& b) {
         differences.SetBars(BarLabels(*a->timeline), BarLabels(*b->timeline));
         CompareFields(*a, *b, differences);

@@ -103,7 +103,7 @@ std::string FileFacts(const Document& show, const PageContent& content, std::siz
 /// A song of the page.
 struct PageSong {
   const zuna_midi::SongData* song;
-  const CL::SongLog* log;  ///< null where there is none
+  const CL::SongLog* log;  ///< null where the page has no log
   SongTime time;
   SongFacts facts;
 };
@@ -136,13 +136,14 @@ class PageModel {
       if (content_.song && *content_.song != number) continue;
       SongTime time(*song);
       SongFacts facts = FactsOf(*song, time, songs.size());
-      songs.push_back({song.get(), LogOf(number), std::move(time), std::move(facts)});
+      const CL::SongLog* log = current_log_ ? &SongLogIn(*current_log_, number) : nullptr;
+      songs.push_back({song.get(), log, std::move(time), std::move(facts)});
     }
     return songs;
   }
 
   ViewedSong Viewed(PageSong& song) const {
-    OtherSong other = changes_->Of(*song.song, song.log);
+    OtherSong other = changes_->Of(*song.song);
     std::vector<EditKind> edits;
     if (song.log != nullptr) edits = EditsOf(*song.log, other.log);
     return {*song.song,       song.log,        std::move(song.time), BarLabels(*song.song->timeline),
@@ -150,13 +151,6 @@ class PageModel {
   }
 
  private:
-  const CL::SongLog* LogOf(const std::string& number) const {
-    if (!current_log_) return nullptr;
-    const auto& logs = current_log_->As<CL::ChangeLog>()->song_logs();
-    const auto found = logs.find(number);
-    return found == logs.end() ? nullptr : found->second.get();
-  }
-
   const Document& show_;
   const PageContent& content_;
   std::optional<Document> current_;

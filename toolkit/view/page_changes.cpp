@@ -21,15 +21,15 @@ namespace {
 constexpr MarkNames kSinceEarlier = {"added or changed", "as it was before", "before"};
 constexpr MarkNames kInLegacyFormat = {"not kept in format 0.0", "what format 0.0 holds instead", "in 0.0"};
 
-/// The song of a number in the other show; null where it has none.
+/// The song of a number; null where there is none.
 template <typename Songs>
 auto FindSong(const Songs& songs, const std::string& number) -> decltype(songs.begin()->second.get()) {
   const auto found = songs.find(number);
   return found == songs.end() ? nullptr : found->second.get();
 }
 
-/// The number that a song of the page has in the other document.
-const std::string& OtherNumber(const std::map<std::string, std::string>& numbers, const std::string& number) {
+/// A number by another one; the same one where there is none.
+const std::string& NumberFor(const std::map<std::string, std::string>& numbers, const std::string& number) {
   const auto found = numbers.find(number);
   return found == numbers.end() ? number : found->second;
 }
@@ -39,11 +39,8 @@ class BarFinder {
  public:
   explicit BarFinder(const zuna_midi::ShowData& show) : show_(show) {}
 
-  Difference WithBar(Difference difference) {
-    Place& place = difference.place;
-    if (place.tick && place.bar.empty()) place.bar = BarsOf(difference.song).At(*place.tick);
-    return difference;
-  }
+  /// The bar of a tick in the song of this number; empty where it has none.
+  std::string At(const std::string& number, std::uint32_t tick) { return BarsOf(number).At(tick); }
 
  private:
   const BarLabels& BarsOf(const std::string& number) {
@@ -65,24 +62,21 @@ class ChangeCollector {
   /// Takes a line and the number of its song on the page; empty for none.
   using LineSink = std::function<void(const std::string& number, const DifferenceLine& line)>;
 
-  explicit ChangeCollector(LineSink sink)
-      : lines_([sink = std::move(sink), this](const DifferenceLine& line) {
-          if (line.is_about_song) return sink(about_, line);
-          const auto found = here_.find(line.song);
-          sink(found == here_.end() ? line.song : found->second, line);
+  /// `show` has the songs of the page.
+  ChangeCollector(const zuna_midi::ShowData& show, LineSink sink)
+      : songs_(show.songs()), bars_(show), lines_([sink = std::move(sink), this](const DifferenceLine& line) {
+          sink(line.is_about_song ? about_ : NumberFor(here_, line.song), line);
         }) {}
 
-  void Add(const Difference& difference) {
-    if (difference.subject != Subject::kSong) return lines_.Add(difference);
-    lines_.Finish();
-    if (difference.action == Action::kRenumbered) {
-      here_[difference.song] = difference.after;
-      numbers_[difference.after] = difference.song;
+  void Add(Difference difference) {
+    if (difference.subject == Subject::kSong || difference.subject == Subject::kSongEdits) {
+      return AddSong(difference);
     }
-    about_ = difference.action == Action::kRenumbered ? difference.after : difference.song;
-    if (difference.action == Action::kDropped) about_.clear();  // it is not on the page
+    Place& place = difference.place;
+    if (place.tick && place.bar.empty()) {
+      place.bar = bars_.At(NumberFor(here_, difference.song), *place.tick);
+    }
     lines_.Add(difference);
-    lines_.Finish();
   }
 
   std::map<std::string, std::string> Finish() {
@@ -91,6 +85,21 @@ class ChangeCollector {
   }
 
  private:
+  void AddSong(const Difference& difference) {
+    lines_.Finish();
+    if (difference.action == Action::kRenumbered) {
+      here_[difference.song] = difference.after;
+      numbers_[difference.after] = difference.song;
+    }
+    about_ = NumberFor(here_, difference.song);
+    const bool is_gone = difference.subject == Subject::kSong && difference.action == Action::kDropped;
+    if (is_gone || !songs_.contains(about_)) about_.clear();
+    lines_.Add(difference);
+    lines_.Finish();
+  }
+
+  const zuna_midi::ShowData::Songs& songs_;
+  BarFinder bars_;
   std::string about_;                           ///< the song of the page that a line names
   std::map<std::string, std::string> here_;     ///< numbers on the page, by the earlier ones
   std::map<std::string, std::string> numbers_;  ///< the other way round
@@ -98,6 +107,12 @@ class ChangeCollector {
 };
 
 }  // namespace
+
+const CL::SongLog& SongLogIn(const Document& log, const std::string& number) {
+  static const CL::SongLog kNoEdits("", "", 0, 0);
+  const CL::SongLog* edits = FindSong(log.As<CL::ChangeLog>()->song_logs(), number);
+  return edits == nullptr ? kNoEdits : *edits;
+}
 
 PageChanges::PageChanges(const Document& show, const zuna_midi::ShowData& model, const PageContent& content) {
   if (content.losses) {
@@ -135,8 +150,7 @@ void PageChanges::AddLine(const std::string& number, const std::string& text) {
 
 void PageChanges::AddChanges(const Document& before, const Document& after, const zuna_midi::ShowData& model,
                              Other& other) {
-  BarFinder bars(model);
-  ChangeCollector collector([this](const std::string& number, const DifferenceLine& line) {
+  ChangeCollector collector(model, [this](const std::string& number, const DifferenceLine& line) {
     const std::vector<std::string>& lines = changes_[number].lines;
     // Show and log both tell what became of a song.
     const bool is_told =
@@ -145,8 +159,8 @@ void PageChanges::AddChanges(const Document& before, const Document& after, cons
   });
   Compare(before, after, [&](const Difference& difference) {
     const bool is_added = difference.subject == Subject::kSong && difference.action == Action::kAdded;
-    if (is_added && !after.type().is_log()) changes_[difference.song].is_added = true;
-    collector.Add(bars.WithBar(difference));
+    if (is_added) changes_[difference.song].is_added = true;
+    collector.Add(difference);
   });
   other.numbers = collector.Finish();
   other.current = CurrentForm(before);
@@ -169,27 +183,23 @@ void PageChanges::AddLosses(const Document& document, bool has_companion, Other&
   other.current = CurrentForm(*other.legacy);
 }
 
-OtherSong PageChanges::Of(const zuna_midi::SongData& song, const CL::SongLog* log) const {
-  static const CL::SongLog kNoEdits("", "", 0, 0);
+OtherSong PageChanges::Of(const zuna_midi::SongData& song) const {
   OtherSong other;
   other.names = names_;
-  const auto changes = changes_.find(song.song_number);
+  const std::string& number = song.song_number;
+  const auto changes = changes_.find(number);
   const bool is_added = changes != changes_.end() && changes->second.is_added;
   if (show_.current && !is_added) {
-    other.song = FindSong(show_.current->As<zuna_midi::ShowData>()->songs(),
-                          OtherNumber(show_.numbers, song.song_number));
+    other.song =
+        FindSong(show_.current->As<zuna_midi::ShowData>()->songs(), NumberFor(show_.numbers, number));
   }
   if (other.song != nullptr) {
-    other.voices = show_.legacy ? PairByTrack(*song.voice_data,
-                                              show_.legacy->As<LegacyShow>()->show.songs.at(song.song_number),
-                                              *other.song->voice_data)
-                                : PairByName(*song.voice_data, *other.song->voice_data);
+    other.voices = show_.legacy
+                       ? PairByTrack(*song.voice_data, show_.legacy->As<LegacyShow>()->show.songs.at(number),
+                                     *other.song->voice_data)
+                       : PairByName(*song.voice_data, *other.song->voice_data);
   }
-  if (log_.current && log != nullptr) {
-    other.log =
-        FindSong(log_.current->As<CL::ChangeLog>()->song_logs(), OtherNumber(log_.numbers, song.song_number));
-    if (other.log == nullptr) other.log = &kNoEdits;
-  }
+  if (log_.current) other.log = &SongLogIn(*log_.current, NumberFor(log_.numbers, number));
   return other;
 }
 

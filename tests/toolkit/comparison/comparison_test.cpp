@@ -234,9 +234,11 @@ TEST(CompareLogs, NamesSongsThatHaveAnotherNumber) {
     song->markers->events = {CL::Marker(5, "", "A")};
     log->AddSongLog(song);
   }
-  EXPECT_THAT(Compared(a, b), ElementsAre("song 1: song-renumbered: Name -> 7"));
+  EXPECT_THAT(Compared(a, b), ElementsAre("song 1: song-edits-renumbered: Name -> 7"));
+  EXPECT_THAT(Compared(a, CL::ChangeLog()), ElementsAre("song 1: song-edits-dropped: Name -> "));
+  EXPECT_THAT(Compared(CL::ChangeLog(), a), ElementsAre("song 1: song-edits-added:  -> Name"));
   b.song_logs().at("7")->markers->events[0].position = 6;
-  EXPECT_THAT(Compared(a, b), ElementsAre("song 1: song-renumbered: Name -> 7",
+  EXPECT_THAT(Compared(a, b), ElementsAre("song 1: song-edits-renumbered: Name -> 7",
                                           R"(song 1: marker-moved markers[0] at 5: "A" -> "A")"));
 }
 

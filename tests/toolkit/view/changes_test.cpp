@@ -41,13 +41,35 @@ std::string Since(const zuna_midi::ShowData& earlier, const zuna_midi::ShowData&
   return ShowPage(ShowDocument(show), content);
 }
 
-std::string Since(const CL::ChangeLog& earlier, const CL::ChangeLog& log) {
+std::string Since(const CL::ChangeLog& earlier, const CL::ChangeLog& log,
+                  const zuna_midi::ShowData& show = zuna_test::SampleShow()) {
   const Document before(earlier, kCurrent, "earlier.logdata");
   const Document after(log, kCurrent, "a.logdata");
   PageContent content;
   content.log = &after;
   content.earlier_log = &before;
-  return ShowPage(ShowDocument(zuna_test::SampleShow()), content);
+  return ShowPage(ShowDocument(show), content);
+}
+
+/// The sample show with a song 3, whose bar B begins at tick 1920.
+zuna_midi::ShowData ShowOfTwoSongs() {
+  zuna_midi::ShowData show = zuna_test::SampleShow();
+  auto song = std::make_shared<zuna_midi::SongData>("3", "Second", static_cast<unsigned short>(480), 3840U);
+  TL::BarsBeats second_bar;
+  second_bar.time = 1920;
+  second_bar.bar_number("B");
+  song->timeline->bars_beats.push_back(second_bar);
+  show.AddSongData(song);
+  return show;
+}
+
+/// A log with one vamp for song 3.
+CL::ChangeLog LogOfSecondSong(unsigned short value = 2) {
+  CL::ChangeLog log = zuna_test::SampleLog();
+  auto edits = std::make_shared<CL::SongLog>("3", "Second", static_cast<unsigned short>(480), 3840U);
+  edits->vamps->events.push_back({1920, 2880, "", value});
+  log.AddSongLog(edits);
+  return log;
 }
 
 std::string LossesPage(const zuna_midi::ShowData& show, const Document* log) {
@@ -161,6 +183,35 @@ TEST(PageSince, MarksTheEdits) {
 TEST(PageSince, TakesEveryEditAsAddedWhereTheEarlierLogLacksTheSong) {
   EXPECT_THAT(Since(CL::ChangeLog(), zuna_test::SampleLog()),
               HasSubstr("<g class=\"here\"><title>Vamp 2 from"));
+}
+
+TEST(PageSince, DrawsTheFormerEditsOfASongThatTheLogLacks) {
+  const std::string page = Since(LogOfSecondSong(), zuna_test::SampleLog(), ShowOfTwoSongs());
+  EXPECT_THAT(page.substr(0, page.find("<main>")), Not(HasSubstr("removed")));
+  const std::string song = page.substr(page.find("<h2>3 Second"));
+  EXPECT_THAT(song, HasSubstr("<li>edits of song 3 &quot;Second&quot; are removed</li>"));
+  EXPECT_THAT(song, HasSubstr("<g class=\"edit there\"><g><title>Vamp 2 from bar B, "));
+}
+
+TEST(PageSince, TellsOfEditsThatTheLogHasNowForASong) {
+  const std::string page = Since(zuna_test::SampleLog(), LogOfSecondSong(), ShowOfTwoSongs());
+  const std::string song = page.substr(page.find("<h2>3 Second"));
+  EXPECT_THAT(song, HasSubstr("<li>edits of song 3 &quot;Second&quot; are added</li>"));
+  EXPECT_THAT(song, HasSubstr("<g class=\"here\"><title>Vamp 2 from bar B, "));
+}
+
+TEST(PageSince, TellsTheBarsOfTheSongThatEditsBelongToNow) {
+  CL::ChangeLog earlier = zuna_test::SampleLog();
+  auto edits = std::make_shared<CL::SongLog>("4", "Second", static_cast<unsigned short>(480), 3840U);
+  edits->vamps->events.push_back({1920, 2880, "", 2});
+  earlier.AddSongLog(edits);
+  zuna_midi::ShowData show = ShowOfTwoSongs();
+  show.AddSongData(
+      std::make_shared<zuna_midi::SongData>("4", "Other", static_cast<unsigned short>(480), 3840U));
+  const std::string page = Since(earlier, LogOfSecondSong(5), show);
+  const std::string song = page.substr(page.find("<h2>3 Second"), page.find("<h2>4 Other"));
+  EXPECT_THAT(song, HasSubstr("<li>edits of song 4 &quot;Second&quot; become those of song 3</li>"));
+  EXPECT_THAT(song, HasSubstr("<li>vamp at bar B (tick 1920): value 2 becomes 5</li>"));
 }
 
 TEST(PageSince, TellsWhatBecameOfSongs) {

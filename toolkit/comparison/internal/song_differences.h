@@ -198,15 +198,16 @@ std::string NameOfSong(const Song& song) {
 }
 
 /// Calls `both(differences, a, b)` with the values of the songs of one number, and of those that got another
-/// number, and adds those that only one side has. The maps have the same order.
+/// number, and adds those that only one side has, as `subject`. The maps have the same order.
 template <typename Before, typename After, typename Both>
-void CompareSongs(const Before& before, const After& after, const DifferenceSink& sink, Purpose purpose,
-                  Both both, const RenumberedSongs& renumbered = {}) {
+void CompareSongs(Subject subject, const Before& before, const After& after, const DifferenceSink& sink,
+                  Purpose purpose, Both both, const RenumberedSongs& renumbered = {}) {
   const auto less = before.key_comp();
   auto a = before.begin();
   auto b = after.begin();
   while (a != before.end() || b != after.end()) {
     Difference difference;
+    difference.subject = subject;
     const bool is_one_number =
         a != before.end() && b != after.end() && !less(a->first, b->first) && !less(b->first, a->first);
     const bool are_others =

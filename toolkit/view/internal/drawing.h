@@ -38,7 +38,7 @@ struct OtherSong {
 /// One song, and what is needed to tell where something is in it.
 struct ViewedSong {
   const zuna_midi::SongData& song;
-  const CL::SongLog* log;  ///< null where there is none
+  const CL::SongLog* log;  ///< null where the page has no log
   SongTime time;
   BarLabels bars;
   std::vector<EditKind> edits;  ///< of the log

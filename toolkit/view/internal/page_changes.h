@@ -33,8 +33,8 @@ class PageChanges {
   /// Whether anything is compared.
   bool any() const { return !names_.row.empty(); }
 
-  /// What a song of the page and its edits, null for none, are compared with.
-  OtherSong Of(const zuna_midi::SongData& song, const CL::SongLog* log) const;
+  /// What a song of the page and its edits are compared with.
+  OtherSong Of(const zuna_midi::SongData& song) const;
 
   /// Of the song of this number; of the documents as a whole for an empty one.
   const ViewedChanges& ChangesOf(const std::string& number) { return changes_[number]; }
@@ -63,6 +63,9 @@ class PageChanges {
   Other log_;
   std::map<std::string, ViewedChanges> changes_;  ///< by the number of the song
 };
+
+/// The edits of a song in a current log; none where the log does not have the song.
+const CL::SongLog& SongLogIn(const Document& log, const std::string& number);
 
 /// The changes as a list; empty for none.
 std::string ChangesList(const PageChanges& changes, const ViewedChanges& of_song);
