@@ -220,10 +220,13 @@ class DownTest(WithShows):
         self.assertEqual(self.read("out"), self.read("old.showdata"))
 
     def test_does_not_suggest_up_for_what_is_no_show(self):
-        for content in (b"", b"hello", legacy_show(legacy_song())[:-1]):
+        cut_off = legacy_show(legacy_song())[:-1]
+        for content, place in ((b"", "before its first song"), (b"hello", "inside song 1 of 104, which begins at byte 1"),
+                               (cut_off, "inside song 1 of 1, number 1, which begins at byte 1")):
             self.encrypt("bad", content)
             self.refuse("convert", "bad", "-o", "out", code=BAD_INPUT,
-                        message="bad: is no show and no log of any version; give an undamaged file" + OR_RESCUE)
+                        message=f"bad: cannot be read as a show of version 0.0: it ends {place} (offset {len(content)}); "
+                                "get a complete copy of the file" + OR_RESCUE)
 
 
 class ConvertTest(WithShows):

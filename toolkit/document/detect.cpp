@@ -77,9 +77,6 @@ bool StatesLog(std::string_view text) {
   return value != std::string_view::npos && text.substr(value).starts_with("\"logdata\"");
 }
 
-/// Legacy shows begin with no mark.
-bool MayLackMark(const FileType& type) { return type.is_legacy() && !type.is_log(); }
-
 }  // namespace
 
 void Rewind(std::istream& stream) {
@@ -184,7 +181,7 @@ FileType TypeByMark(OpenedFile& file) {
 
 FileType Detect(OpenedFile& file) {
   const FileType type = TypeByMark(file);
-  if (!MayLackMark(type) || IsReadableLegacyShow(file.stream())) return type;
+  if (!LacksMark(type) || IsReadableLegacyShow(file.stream())) return type;
   RequireEncryptedOrLegacySong(file);
   throw NotAShowOrLog(file.name());
 }

@@ -88,38 +88,30 @@ Document::Model ReadModel(OpenedFile& file, const FileType& type) {
   return zuna_midi::ShowData(file.stream());
 }
 
-/// The type of a file to be read. Where a legacy show may be expected, reading it tells what is wrong with a
-/// file that has no mark, and tells it better than Detect().
-FileType ExpectedType(OpenedFile& file, Expected expected) {
+/// A file without a mark must have been read before: only then it is known to be a legacy show.
+void RequireExpected(Expected expected, const FileType& type, const std::string& name) {
   switch (expected) {
     case Expected::kAny:
-      break;
-    case Expected::kShow: {
-      const FileType type = Detect(file);
-      RequireShow(type, file.name());
-      return type;
-    }
-    case Expected::kLegacy: {
-      const FileType type = TypeByMark(file);
-      RequireLegacy(type, file.name());
-      return type;
-    }
-    case Expected::kCurrent: {
-      const FileType type = Detect(file);
-      RequireCurrent(type, file.name());
-      return type;
-    }
+      return;
+    case Expected::kShow:
+      return RequireShow(type, name);
+    case Expected::kLegacy:
+      return RequireLegacy(type, name);
+    case Expected::kCurrent:
+      return RequireCurrent(type, name);
   }
-  return TypeByMark(file);
 }
 
 }  // namespace
 
 Document ReadDocument(OpenedFile& file, Expected expected) {
-  const FileType type = ExpectedType(file, expected);
-  return OnFile(
+  const FileType type = TypeByMark(file);
+  if (!LacksMark(type)) RequireExpected(expected, type, file.name());
+  Document document = OnFile(
       file.name(), [&] { return Document(ReadModel(file, type), type.version, file.name()); },
       DataCodeOf(file.stream()));
+  if (LacksMark(type)) RequireExpected(expected, type, file.name());
+  return document;
 }
 
 }  // namespace zuna_toolkit

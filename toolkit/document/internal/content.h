@@ -57,6 +57,9 @@ void RequireEncryptedOnce(std::span<const std::uint8_t> plaintext);
 /// without a file.
 version0::ShowData ReadUnmarkedShow(std::istream& stream);
 
+/// Whether files of this type begin with no mark.
+inline bool LacksMark(const FileType& type) { return type.is_legacy() && !type.is_log(); }
+
 /// What the mark at the beginning of `file` tells. What has no mark counts as a legacy show, which only
 /// reading it can tell: callers read the file as what this returns. Throws as Detect().
 FileType TypeByMark(OpenedFile& file);
