@@ -47,6 +47,7 @@ OpenedRescue RescueWith(const std::vector<std::uint8_t>& bytes, const std::strin
       failure = error;
     }
   }
+  if (failure->code() == ErrorCode::kWrongKey) RefuseKeys(bytes, name, keys, *failure);
   if (failure->code() != ErrorCode::kNotEncrypted) throw Failure(*failure);
   const CipherKey& first = keys.front().material();
   return {zuna_toolkit::Rescue(bytes, name, first, zuna_toolkit::Accept::kEncryptedOrPlain), &first};

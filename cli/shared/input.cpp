@@ -43,6 +43,19 @@ bool OpensWithEmptyKey(const std::vector<std::uint8_t>& bytes, const std::string
 
 }  // namespace
 
+void RefuseKeys(const std::vector<std::uint8_t>& bytes, const std::string& name, const Keys& keys,
+                const zuna_toolkit::Error& error) {
+  if (OpensWithEmptyKey(bytes, name)) {
+    throw Failure(ErrorCode::kWrongKey, name, "was encrypted with an empty key, and a key is given",
+                  "give no --key-file and no ZUNA_KEY_FILE");
+  }
+  if (keys.size() == 1) throw zuna_toolkit::Error(error);
+  throw Failure(
+      ErrorCode::kWrongKey, name,
+      "none of the " + std::to_string(keys.size()) + " keys and IVs is the one that this was encrypted with",
+      "give the right key file");
+}
+
 OpenedInput DecryptInput(const std::vector<std::uint8_t>& bytes, const std::string& name, const Keys& keys,
                          zuna_toolkit::Accept accept) {
   std::optional<zuna_toolkit::Error> wrong_key;
@@ -54,15 +67,7 @@ OpenedInput DecryptInput(const std::vector<std::uint8_t>& bytes, const std::stri
       wrong_key = error;
     }
   }
-  if (OpensWithEmptyKey(bytes, name)) {
-    throw Failure(ErrorCode::kWrongKey, name, "was encrypted with an empty key, and a key is given",
-                  "give no --key-file and no ZUNA_KEY_FILE");
-  }
-  if (keys.size() == 1) throw zuna_toolkit::Error(*wrong_key);
-  throw Failure(
-      ErrorCode::kWrongKey, name,
-      "none of the " + std::to_string(keys.size()) + " keys and IVs is the one that this was encrypted with",
-      "give the right key file");
+  RefuseKeys(bytes, name, keys, *wrong_key);
 }
 
 OpenedInput DecryptOrNameRescue(const std::vector<std::uint8_t>& bytes, const std::string& name,

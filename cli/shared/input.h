@@ -23,6 +23,11 @@ struct OpenedInput {
   const CipherKey* key;
 };
 
+/// Tells why none of `keys` opens an encrypted file, where the last one failed with `error`: throws Failure
+/// (kWrongKey) where it has an empty key or several were tried, and otherwise `error`.
+[[noreturn]] void RefuseKeys(const std::vector<std::uint8_t>& bytes, const std::string& name,
+                             const Keys& keys, const zuna_toolkit::Error& error);
+
 /// Decrypts the bytes of a file with the first of `keys` that opens it. `name` is what messages call it.
 /// Throws zuna_toolkit::Error, or Failure (kWrongKey) where none of several keys opens it.
 OpenedInput DecryptInput(const std::vector<std::uint8_t>& bytes, const std::string& name, const Keys& keys,

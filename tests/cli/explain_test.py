@@ -15,7 +15,8 @@ class ExplainTest(ToolTest):
     def test_tells_what_a_code_means(self):
         self.assertEqual(self.explained("wrong-key"),
                          "wrong-key (error): the file was encrypted with another key or IV\n"
-                         "Why: it comes from another installation, or the key was changed after it was written; where one file of "
+                         "Why: it comes from another installation, the key was changed after it was written, or it was encrypted "
+                         "without a key; where one file of "
                          "many fails, damage of its first bytes may look the same\n"
                          "What to do: give the right key file; of several, each is tried\n"
                          "  zuna-convert info FILE --key-file KEY --key-file OLDKEY\n")
@@ -46,7 +47,8 @@ class ExplainTest(ToolTest):
 
     def test_writes_json(self):
         wanted = {"code": "wrong-key", "kind": "error", "meaning": "the file was encrypted with another key or IV",
-                  "cause": "it comes from another installation, or the key was changed after it was written; where one file "
+                  "cause": "it comes from another installation, the key was changed after it was written, or it was "
+                           "encrypted without a key; where one file "
                            "of many fails, damage of its first bytes may look the same",
                   "remedy": "give the right key file; of several, each is tried",
                   "commands": ["zuna-convert info FILE --key-file KEY --key-file OLDKEY"]}

@@ -26,6 +26,7 @@ class KeyTest(WithShows):
         self.write_key("other", "key = 44\niv = 55\n")
         for keys in (["--key-file", "key"], ["--key-file", "key", "--key-file", "other"]):
             self.refuse("info", "open", *keys, code=WRONG_KEY, message="open: " + NEEDS_NONE)
+            self.refuse("rescue", "open", "-o", "out", *keys, code=WRONG_KEY, message="open: " + NEEDS_NONE)
 
     def test_takes_the_key_from_option_or_environment(self):
         self.environment["ZUNA_KEY_FILE"] = "key"

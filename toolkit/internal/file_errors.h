@@ -10,8 +10,8 @@ inline constexpr std::array kFileErrors = {
         ErrorCode::kWrongKey,
         ErrorKind::kWrongKey,
         {"wrong-key", "the file was encrypted with another key or IV",
-         "it comes from another installation, or the key was changed after it was written; where one file of "
-         "many fails, damage of its first bytes may look the same",
+         "it comes from another installation, the key was changed after it was written, or it was encrypted "
+         "without a key; where one file of many fails, damage of its first bytes may look the same",
          "give the right key file; of several, each is tried",
          "zuna-convert info FILE --key-file KEY --key-file OLDKEY"}},
     ErrorRow{ErrorCode::kNoKey,
